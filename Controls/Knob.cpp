@@ -1,0 +1,303 @@
+// KNOB: one float value as a rotary knob that is dragged horizontally or turned by keys, sent to everything
+// it is bound to and polled back. In relative mode it moves several connected controls, each with its own
+// offset. Values are in the unit of the bound parameter, interval in milliseconds, geometry in pixels.
+
+#include "Controls/OSMIRControlLib.h"
+#include "Controls/framework/Controls.h"
+#include "Controls/framework/Keywords.h"
+#include "Controls/framework/RelativeMode.h"
+#include "logic/KnobLogic.h"
+#include "logic/Numbers.h"
+
+#include <cstdio>
+
+class KNOBPROPERTIES : public CONTROLPROPERTIES {
+public:
+    const KEYWORDROW* GetHostinfoTable() override;
+    const char* DefaultProperties() const override { return "bitmap=.\\Controls\\Knob.bmp"; }
+    void SetDefaults() override { interval = 1000; }
+    int PreferredWidth() const override;
+    void BindingsChanged() override { relativeMode.Rebuild(*this, value); }
+    void BitmapChanged();
+    void Poll() override;
+    void Draw(HDC dc, const RECT& client) const override;
+    bool BeginDrag(POINT point) override;
+    void MoveDrag(POINT point) override;
+
+    logic::KnobRange Range() const { return {minimum, maximum, resolution}; }
+    // Limits the value to the range and, if it is a new one, shows and sends it. Returns 0 when nothing
+    // changed.
+    int SetValue(float newValue);
+    // "minimum,maximum,value" or the beginning of it. Returns 0 when unreadable.
+    int LoadProperties(std::string_view text);
+    void Send();
+
+    BitmapProperty face; // gives the window its size
+    int minimum = 0;
+    int maximum = 100;
+    int dragOrigin = 0; // x of the last mouse position
+    float value = 0.0F;
+    float resolution =
+        0.5F; // keys step by it, drags round to it; 0: continuous, and the step keys do nothing
+    RelativeMode relativeMode;
+};
+
+// Keyword handlers
+
+namespace {
+
+KNOBPROPERTIES& Knob(HOSTINFO* object) {
+    return *static_cast<KNOBPROPERTIES*>(object);
+}
+
+int ValueKeyword(VALUERECORD* record, HOSTINFO* object) {
+    KNOBPROPERTIES& knob = Knob(object);
+    if (record->command == COMMAND_GET) {
+        return a_AnswerFloat(record, knob.value);
+    }
+    float value = 0;
+    if (record->command != COMMAND_SET || a_ReadFloat(record, &value) == 0) {
+        return 0;
+    }
+    value = logic::Clamp(value, static_cast<float>(knob.minimum), static_cast<float>(knob.maximum));
+    if (record->datatype == DATATYPE_FLOAT) {
+        *static_cast<float*>(record->data) = value; // the caller learns the limit
+    }
+    return knob.SetValue(value);
+}
+
+int PropertiesKeyword(VALUERECORD* record, HOSTINFO* object) {
+    KNOBPROPERTIES& knob = Knob(object);
+    if (record->command == COMMAND_GET) {
+        char text[64];
+        std::snprintf(text, sizeof text, "%d,%d,%g", knob.minimum, knob.maximum,
+                      static_cast<double>(knob.value));
+        return a_AnswerText(record, text);
+    }
+    std::string text;
+    if (record->command != COMMAND_SET || a_ReadText(record, &text) == 0) {
+        return 0;
+    }
+    return knob.LoadProperties(text);
+}
+
+int RelativeKeyword(VALUERECORD* record, HOSTINFO* object) {
+    KNOBPROPERTIES& knob = Knob(object);
+    if (record->command == COMMAND_GET) {
+        return a_AnswerInteger(record, knob.relativeMode.relative);
+    }
+    if (record->command != COMMAND_SET || a_ReadInteger(record, &knob.relativeMode.relative) == 0) {
+        return 0;
+    }
+    knob.relativeMode.Rebuild(knob, knob.value);
+    return 1;
+}
+
+int SetOffsets(const VALUERECORD* record, KNOBPROPERTIES& knob) {
+    std::string text;
+    if (record->command != COMMAND_SET || a_ReadText(record, &text) == 0) {
+        return 0;
+    }
+    knob.relativeMode.Load(text, knob);
+    return 1;
+}
+
+int ValuesKeyword(VALUERECORD* record, HOSTINFO* object) {
+    KNOBPROPERTIES& knob = Knob(object);
+    if (record->command != COMMAND_GET) {
+        return SetOffsets(record, knob);
+    }
+    std::string text;
+    for (const float offset : knob.relativeMode.offsets) {
+        text += (text.empty() ? "" : ",") + logic::FormatFloat(offset);
+    }
+    return a_AnswerText(record, text.c_str());
+}
+
+// A copy of the offsets, each with a comma behind it; nothing when the knob is absolute, and nothing to load
+// then.
+int ValuesCopyKeyword(VALUERECORD* record, HOSTINFO* object) {
+    KNOBPROPERTIES& knob = Knob(object);
+    if (record->command != COMMAND_GET) {
+        return knob.relativeMode.relative != 0 ? SetOffsets(record, knob) : 1;
+    }
+    std::string text;
+    if (knob.relativeMode.relative != 0) {
+        for (const float offset : knob.relativeMode.offsets) {
+            text += logic::FormatFloat(offset) + ",";
+        }
+    }
+    return a_AnswerText(record, text.c_str());
+}
+
+constexpr KEYWORDROW KEYWORDS[] = {
+    {" ", ValueKeyword, 0},
+    {"bitmap", BitmapKeyword<&KNOBPROPERTIES::face>, KEYWORD_SAVED},
+    {"connection", ConnectionKeyword, 0},
+    {"function", FunctionKeyword, KEYWORD_SAVED},
+    {"interval", IntervalKeyword, KEYWORD_SAVED},
+    {"layer", IgnoredKeyword, 0},
+    {"level", IgnoredKeyword, 0},
+    {"properties", PropertiesKeyword, KEYWORD_SAVED},
+    {"relative", RelativeKeyword, KEYWORD_SAVED},
+    {"resolution", FloatKeyword<&KNOBPROPERTIES::resolution>, KEYWORD_SAVED},
+    {"value", ValueKeyword, 0},
+    {"values", ValuesKeyword, KEYWORD_SAVED},
+    {"valuescopy", ValuesCopyKeyword, KEYWORD_SAVED},
+    {},
+};
+static_assert(KeywordsAreUnique(KEYWORDS));
+
+} // namespace
+
+const KEYWORDROW* KNOBPROPERTIES::GetHostinfoTable() {
+    return KEYWORDS;
+}
+
+// Value
+
+int l_SendRequest(KNOBPROPERTIES* object, int command, int datatype, long value, int* result) {
+    return SendByMode(object->relativeMode, *object, object->value, command, datatype, value, result);
+}
+
+void KNOBPROPERTIES::Send() {
+    float sent = value;
+    l_SendRequest(this, COMMAND_SET, DATATYPE_FLOAT, reinterpret_cast<long>(&sent), nullptr);
+}
+
+int KNOBPROPERTIES::SetValue(float newValue) {
+    if (newValue == value) {
+        return 0;
+    }
+    value = newValue;
+    Redraw();
+    Send();
+    return 1;
+}
+
+int KNOBPROPERTIES::LoadProperties(std::string_view text) {
+    const auto atComma = [&text] {
+        const bool found = !text.empty() && text.front() == ',';
+        text.remove_prefix(found ? 1 : 0);
+        return found;
+    };
+    const auto low = logic::TakeInteger(text);
+    const auto high = low && atComma() ? logic::TakeInteger(text) : std::nullopt;
+    const bool hasValue = high && atComma();
+    const auto number = hasValue ? logic::TakeFloat(text) : std::nullopt;
+    if (!low || (hasValue && !number)) {
+        return 0; // a value that is no number spoils the line
+    }
+    minimum = *low;
+    maximum = high.value_or(maximum);
+    value = logic::Clamp(number.value_or(value), static_cast<float>(minimum), static_cast<float>(maximum));
+    Redraw();
+    Send();
+    return 1;
+}
+
+void KNOBPROPERTIES::Poll() {
+    if (requests.empty() && lastPollResult == REQUEST_UNCHANGED) {
+        return;
+    }
+    float polled = value;
+    int result = REQUEST_UNCHANGED;
+    l_SendRequest(this, COMMAND_GET, DATATYPE_FLOAT, reinterpret_cast<long>(&polled), &result);
+    if (result == REQUEST_DELIVERED) {
+        value = polled;
+        Redraw();
+    }
+    ShowPollResult(result);
+}
+
+// Drawing
+
+int KNOBPROPERTIES::PreferredWidth() const {
+    return face.Get() != nullptr ? face.Get()->Width() : CONTROLPROPERTIES::PreferredWidth();
+}
+
+void KNOBPROPERTIES::BitmapChanged() {
+    if (const OSMIRBitmap* bitmap = face.Get(); bitmap != nullptr) {
+        Resize(bitmap->Width(), bitmap->Height());
+    }
+    Redraw();
+}
+
+void KNOBPROPERTIES::Draw(HDC dc, const RECT&) const {
+    if (face.Get() == nullptr) {
+        return;
+    }
+    face.Get()->Draw(dc, 0, 0);
+    const logic::DotRectangle dot = logic::KnobDot(value, Range());
+    SelectObject(dc, GetStockObject(DC_BRUSH));
+    SelectObject(dc, GetStockObject(NULL_PEN));
+    SetDCBrushColor(dc, HasFocus() ? RGB(255, 0, 0) : RGB(192, 0, 0));
+    Ellipse(dc, dot.left, dot.top, dot.right + 1,
+            dot.bottom + 1); // without a pen the last row and column are left out
+    SelectObject(dc, GetStockObject(DC_PEN));
+    SetDCPenColor(dc, GetSysColor(COLOR_BTNHIGHLIGHT));
+    Arc(dc, dot.left, dot.top, dot.right, dot.bottom, dot.left, dot.bottom, dot.right, dot.top);
+}
+
+// Input
+
+bool KNOBPROPERTIES::BeginDrag(POINT point) {
+    dragOrigin = point.x;
+    return true;
+}
+
+void KNOBPROPERTIES::MoveDrag(POINT point) {
+    const std::int16_t dx = logic::DragDistance(point.x, dragOrigin);
+    if (dx == 0) {
+        return;
+    }
+    dragOrigin = point.x;
+    value = logic::DragKnob(value, dx, Range());
+    Redraw();
+    UpdateWindow(window);
+    Send();
+}
+
+namespace {
+
+std::optional<logic::KnobKey> KeyOf(WPARAM key) {
+    switch (key) {
+    case VK_PRIOR:
+        return logic::KnobKey::PageUp;
+    case VK_NEXT:
+        return logic::KnobKey::PageDown;
+    case VK_END:
+        return logic::KnobKey::End;
+    case VK_HOME:
+        return logic::KnobKey::Home;
+    case VK_LEFT:
+        return logic::KnobKey::Left;
+    case VK_RIGHT:
+        return logic::KnobKey::Right;
+    default:
+        return std::nullopt;
+    }
+}
+
+void KeyDown(KNOBPROPERTIES& knob, WPARAM wParam) {
+    const auto key = KeyOf(wParam);
+    const auto stepped = key ? logic::StepKnob(knob.value, *key, knob.Range()) : std::nullopt;
+    if (stepped) {
+        float value = *stepped;
+        VALUERECORD record{COMMAND_SET, 0, DATATYPE_FLOAT, 0, &value, nullptr, 0};
+        SendMessageA(knob.window, CWM_MESSAGE, 0, reinterpret_cast<LPARAM>(&record));
+    }
+    PaintControl(knob); // deliberately at once, and no key goes on to default processing
+}
+
+LRESULT CALLBACK KnobProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_KEYDOWN) {
+        KeyDown(*PropertiesOf<KNOBPROPERTIES>(window), wParam);
+        return 0;
+    }
+    return CommonProc(window, message, wParam, lParam);
+}
+
+} // namespace
+
+const ControlImplementation knobControl{CreateProperties<KNOBPROPERTIES>, KnobProc};

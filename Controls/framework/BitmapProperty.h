@@ -1,0 +1,43 @@
+#pragma once
+
+#include "Panelhost/Bitmap.h"
+
+#include <string>
+
+// The image of a control and the file name it was asked for by; keeps the registry's reference count right.
+class BitmapProperty {
+public:
+    BitmapProperty() = default;
+    ~BitmapProperty() { Release(); }
+    BitmapProperty(const BitmapProperty&) = delete;
+    BitmapProperty& operator=(const BitmapProperty&) = delete;
+
+    // An empty name removes the image. False, and nothing changed, when the file holds no image.
+    bool Load(const std::string& name) {
+        OSMIRBitmap* loaded = nullptr;
+        if (!name.empty()) {
+            loaded = a_GetBitmap(name.c_str());
+            if (loaded == nullptr) {
+                return false;
+            }
+        }
+        Release();
+        name_ = name;
+        bitmap_ = loaded;
+        return true;
+    }
+
+    const std::string& Name() const { return name_; }
+    // Null when there is none.
+    const OSMIRBitmap* Get() const { return bitmap_; }
+
+private:
+    void Release() {
+        if (bitmap_ != nullptr) {
+            a_UnregisterBitmap3(name_.c_str());
+        }
+    }
+
+    std::string name_;
+    OSMIRBitmap* bitmap_ = nullptr;
+};

@@ -1,0 +1,214 @@
+// The table of all control classes and their registration.
+
+#include "Controls/framework/ClassTable.h"
+
+#include "Controls/framework/Controls.h"
+#include "Controls/framework/SharedResources.h"
+
+#include <array>
+#include <exception>
+#include <utility>
+
+namespace {
+
+constexpr UINT S1 = CS_GLOBALCLASS | CS_HREDRAW | CS_VREDRAW;
+constexpr UINT S2 = S1 | CS_DBLCLKS;
+constexpr auto NO_BACKGROUND = ClassBackground::None;
+constexpr auto NULL_BACKGROUND = ClassBackground::Null;
+
+constexpr int INTEGER = DATATYPE_INTEGER;
+constexpr int FLOAT = DATATYPE_FLOAT;
+constexpr int TEXT_TYPE = DATATYPE_TEXT;
+constexpr int DATA = DATATYPE_DATA;
+constexpr int BAND = 30; // equaliser band record
+constexpr int NONE = DATATYPE_NONE;
+
+// In the order of registration.
+constexpr ControlClass CLASSES[] = {
+    {"FADER", "Fader", &plainControl, FLOAT, S1, 0, nullptr, NO_BACKGROUND, nullptr,
+     SharedResource::PopupTooltip},
+    {"LED", "Led", &plainControl, INTEGER, S2},
+    {"BBUTTON", "PushButton", &plainControl, INTEGER, S1, 0, "Controls\\PushButton.ico"},
+    {"BSTATIC", "Static", &plainControl, NONE, S1, 0, nullptr, NO_BACKGROUND, nullptr,
+     SharedResource::Tooltip},
+    {"BTRISTATEBUTTON", "SwitchButton", &plainControl, INTEGER, S1},
+    {"CONTACTBUTTON", "ContactButton", &plainControl, INTEGER, S1, 0, "Controls\\ContactButton.ico"},
+    {"METER", "Meter", &plainControl, INTEGER, S1},
+    {"BRADIOBUTTON", "RadioButton", &plainControl, INTEGER, S1},
+    {"CLOCK", "Clock", &plainControl, NONE, S1, 0, nullptr, NO_BACKGROUND, nullptr, SharedResource::Tooltip},
+    {"LISTSELECTION", "ListSelection", &plainControl, INTEGER, S1},
+    {"LSBBUTTON", "LSPushButton", &plainControl, INTEGER, S1, 0, "Controls\\PushButton.ico"},
+    {"LSBSTATIC", "LSStatic", &plainControl, NONE, S1, 0, nullptr, NO_BACKGROUND, nullptr,
+     SharedResource::Tooltip},
+    {"DANTECONTROL", "DanteControl", &plainControl, NONE, S1, 0, nullptr, NO_BACKGROUND, nullptr,
+     SharedResource::Tooltip},
+    {"BCOMBOBOX", "ComboBox", &plainControl, TEXT_TYPE, 0, 0, "Controls\\ComboBox.ico", NO_BACKGROUND,
+     "COMBOBOX"},
+    {"CONDITIONALLED", "ConditionalLed", &plainControl, INTEGER, S1},
+    {"BEDIT", "Edit", &plainControl, NONE, 0, 0, "Controls\\Edit.ico", NO_BACKGROUND, "EDIT"},
+    {"BEDIT2", "Edit2", &plainControl, NONE, 0, 0, "Controls\\Edit.ico", ClassBackground::SystemColour2,
+     "EDIT"},
+    {"EQ", "EQ", &plainControl, BAND, S1, 0, nullptr, NO_BACKGROUND, nullptr, SharedResource::FilterImages},
+    {"FADING", "BarGraph", &plainControl, INTEGER, S1},
+    {"BIMAGELIST", "ImageList", &plainControl, INTEGER, S2},
+    {"XIPCHECK", "IPCheck", &plainControl, NONE, S1, 0, nullptr, NO_BACKGROUND, nullptr,
+     SharedResource::Tooltip},
+    {"KNOB", "Knob", &knobControl, FLOAT, S1, 4},
+    {"IMESSAGING", "Messaging", &plainControl, NONE, S2, 4, "Controls\\Messaging.ico", NO_BACKGROUND, nullptr,
+     SharedResource::MessagingBitmap, "Controls\\Messaging.bmp"},
+    {"MINIDELAY", "MiniDelay", &plainControl, NONE, S2, 0, nullptr, NO_BACKGROUND, nullptr,
+     SharedResource::DelayBitmaps},
+    {"MINIDYNAMICS", "MiniDynamics", &plainControl, NONE, S2},
+    {"MINIEDIT", "MiniEdit", &plainControl, NONE, S2},
+    {"MINIEQ", "MiniEQ", &plainControl, NONE, S2},
+    {"MINIROUTING", "MiniRouting", &plainControl, NONE, S2},
+    {"MINIXOVER", "MiniXOver", &plainControl, NONE, S2},
+    {"INETWORK", "Network", &plainControl, NONE, S1, 4, "Controls\\Network.ico", NULL_BACKGROUND, nullptr,
+     SharedResource::NetworkBitmap, "Controls\\Network.bmp"},
+    {"BRANGE", "Range", &plainControl, FLOAT, S1},
+    {"SWITCH", "RockerSwitch", &plainControl, INTEGER, S1, 4, "Controls\\RockerButton.ico", NULL_BACKGROUND},
+    {"SCALE", "Scale", &plainControl, INTEGER, S1},
+    {"SPEAKERCONTROL", "SpeakerControl", &plainControl, INTEGER, S1},
+    {"SPINEDIT", "SpinEdit", &plainControl, FLOAT, S1},
+    {"ITELEPHONE", "Telephone", &plainControl, NONE, S2, 4, "Controls\\Telephone.ico", NO_BACKGROUND, nullptr,
+     SharedResource::StatusBitmap, "Controls\\Telephone.bmp"},
+    {"IWAVEGENERATOR", "WaveGenerator", &plainControl, INTEGER, S1, 0, "Controls\\WaveGenerator.ico",
+     NO_BACKGROUND, nullptr, SharedResource::StatusBitmap, "Controls\\WaveGenerator.bmp"},
+    {"IWAVEIN", "WaveIn", &plainControl, DATA, S1, 0, "Controls\\WaveIn.ico", NO_BACKGROUND, nullptr,
+     SharedResource::StatusBitmap, "Controls\\WaveIn.bmp"},
+    // Deliberately with the icon of the sound output.
+    {"IMIDI", "Midi", &plainControl, DATA, S1, 0, "Controls\\WaveOut.ico", NO_BACKGROUND, nullptr,
+     SharedResource::MidiBitmap, "Controls\\midi.bmp"},
+    {"IWAVEOUT", "WaveOut", &plainControl, INTEGER, S1, 0, "Controls\\WaveOut.ico", NO_BACKGROUND, nullptr,
+     SharedResource::StatusBitmap, "Controls\\WaveOut.bmp"},
+    {"XOVER", "XOver", &plainControl, NONE, S1},
+    {"CROSSOVER", "CrossOver", &plainControl, INTEGER, S1},
+    {"MIXER", "Mixer", &plainControl, INTEGER, S1},
+    {"AUTOMIXER", "AutoMixer", &plainControl, INTEGER, S1},
+    {"REVMETER", "RevMeter", &plainReverseMeter, INTEGER, S1},
+};
+constexpr std::size_t CLASS_COUNT = std::size(CLASSES);
+static_assert(CLASS_COUNT == 45);
+
+// What registration made of a row.
+struct RegisteredClass {
+    ATOM atom = 0; // 0: not registered by this library
+    HICON icon = nullptr;
+    WNDPROC systemProcedure = nullptr;
+    ClassResources resources;
+};
+RegisteredClass registered[CLASS_COUNT];
+
+std::size_t RowOf(const ControlClass& controlClass) {
+    return static_cast<std::size_t>(&controlClass - CLASSES);
+}
+
+LRESULT Dispatch(std::size_t row, HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    const ControlClass& controlClass = CLASSES[row];
+    if (PropertiesOf<CONTROLPROPERTIES>(window) != nullptr) {
+        return controlClass.implementation->procedure(window, message, wParam, lParam);
+    }
+    const WNDPROC system = registered[row].systemProcedure;
+    const LRESULT result =
+        system == nullptr && message == WM_CREATE
+            ? 0
+            : (system == nullptr ? DefWindowProcA(window, message, wParam, lParam)
+                                 : CallWindowProcA(system, window, message, wParam, lParam));
+    if (message == WM_CREATE && result != -1) {
+        return CreateControl(controlClass, window, *reinterpret_cast<const CREATESTRUCTA*>(lParam));
+    }
+    return result;
+}
+
+// The registered procedure of each row. No exception leaves it: a window that lacks the memory to be created
+// is not created, any other message is answered with 0.
+template <std::size_t row>
+LRESULT CALLBACK ClassProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
+    try {
+        return Dispatch(row, window, message, wParam, lParam);
+    } catch (const std::exception& failure) {
+        TRACE("%s: message %x failed: %s\n", CLASSES[row].name, message, failure.what());
+        return message == WM_CREATE ? -1 : 0;
+    }
+}
+
+template <std::size_t... rows>
+constexpr std::array<WNDPROC, CLASS_COUNT> ClassProcs(std::index_sequence<rows...>) {
+    return {ClassProc<rows>...};
+}
+
+HICON LoadIconFile(const char* file) {
+    char path[MAX_PATH];
+    a_MakeFullPathName(file, path);
+    return static_cast<HICON>(LoadImageA(nullptr, path, IMAGE_ICON, 16, 16, LR_LOADFROMFILE));
+}
+
+HBRUSH BackgroundBrush(ClassBackground background) {
+    switch (background) {
+    case ClassBackground::Null:
+        return static_cast<HBRUSH>(GetStockObject(NULL_BRUSH));
+    case ClassBackground::SystemColour2:
+        return reinterpret_cast<HBRUSH>(COLOR_BACKGROUND + 1);
+    default:
+        return nullptr;
+    }
+}
+
+void Register(std::size_t row, HINSTANCE module) {
+    static constexpr auto PROCEDURES = ClassProcs(std::make_index_sequence<CLASS_COUNT>());
+    const ControlClass& controlClass = CLASSES[row];
+    RegisteredClass& made = registered[row];
+    WNDCLASSA windowClass{};
+    if (controlClass.systemClass != nullptr) {
+        if (!GetClassInfoA(nullptr, controlClass.systemClass, &windowClass)) {
+            return;
+        }
+        made.systemProcedure = windowClass.lpfnWndProc;
+        windowClass.style |= CS_GLOBALCLASS;
+    } else {
+        windowClass.style = controlClass.style;
+        windowClass.cbWndExtra = controlClass.extraBytes;
+        windowClass.hCursor = LoadCursorA(nullptr, IDC_ARROW);
+    }
+    windowClass.lpfnWndProc = PROCEDURES[row];
+    windowClass.hInstance = module;
+    windowClass.lpszClassName = controlClass.name;
+    if (const HBRUSH brush = BackgroundBrush(controlClass.background); brush != nullptr) {
+        windowClass.hbrBackground = brush;
+    }
+    if (controlClass.icon != nullptr) {
+        made.icon = LoadIconFile(controlClass.icon);
+        windowClass.hIcon = made.icon;
+    }
+    made.atom = RegisterClassA(&windowClass);
+    if (made.atom != 0) {
+        made.resources.Make(controlClass, module);
+    }
+}
+
+} // namespace
+
+void RegisterControls(HINSTANCE module) {
+    for (std::size_t row = 0; row < CLASS_COUNT; ++row) {
+        Register(row, module);
+    }
+}
+
+void ReleaseControls(HINSTANCE module) {
+    for (std::size_t row = 0; row < CLASS_COUNT; ++row) {
+        RegisteredClass& made = registered[row];
+        made.resources.Release();
+        // A class that stayed would send the next window of its name into the library that is gone.
+        if (made.atom != 0) {
+            UnregisterClassA(CLASSES[row].name, module);
+        }
+        if (made.icon != nullptr) {
+            DestroyIcon(made.icon);
+        }
+        made = {};
+    }
+}
+
+WNDPROC SystemProcedure(const ControlClass& controlClass) {
+    return registered[RowOf(controlClass)].systemProcedure;
+}

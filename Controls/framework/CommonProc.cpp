@@ -1,0 +1,259 @@
+// The window messages that all controls handle alike.
+
+#include "Controls/framework/ClassTable.h"
+#include "Controls/framework/Control.h"
+
+#include <windowsx.h>
+
+namespace {
+
+constexpr WPARAM PANEL_CLICK = MK_LBUTTON | MK_CONTROL; // belongs to the panel even when it is operated
+constexpr WPARAM PROPERTY_CLICK = MK_RBUTTON | MK_SHIFT | MK_CONTROL; // opens the property dialog
+constexpr int CAPTION_SIZE = 64;
+constexpr int DRAG_CURSOR = 102;
+
+LRESULT DefaultProc(const ControlClass& controlClass, HWND window, UINT message, WPARAM wParam,
+                    LPARAM lParam) {
+    WNDPROC system = SystemProcedure(controlClass);
+    return system == nullptr ? DefWindowProcA(window, message, wParam, lParam)
+                             : CallWindowProcA(system, window, message, wParam, lParam);
+}
+
+POINT PointOf(LPARAM lParam) {
+    return {GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
+}
+
+void PostAtCursor(HWND target, UINT message, WPARAM wParam) {
+    POINT cursor;
+    GetCursorPos(&cursor);
+    ScreenToClient(target, &cursor);
+    PostMessageA(target, message, wParam, MAKELPARAM(cursor.x, cursor.y));
+}
+
+void MoveToCursor(HWND dialog) {
+    POINT cursor;
+    GetCursorPos(&cursor);
+    SetWindowPos(dialog, nullptr, cursor.x, cursor.y, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
+}
+
+void Destroy(CONTROLPROPERTIES* control) {
+    const HWND window = control->window;
+    control->CancelDrag();
+    a_HostinfoDestroyed(a_FindRootHostinfo(control->parent), control);
+    a_CleanHostinfo(control);
+    a_RemoveHostinfo(control->parent, control);
+    SetWindowLongA(window, GWL_USERDATA, 0);
+    delete control;
+}
+
+void FunctionChanged(CONTROLPROPERTIES& control, WPARAM wParam, LPARAM lParam) {
+    if (wParam == FUNCTION_CHANGED &&
+        a_IsConnected(&control, reinterpret_cast<const char*>(lParam), nullptr) != 0) {
+        const std::string line = "function=" + a_BuildString(control.functions);
+        SendMessageA(control.window, CWM_LOAD, LOAD_FROM_DIALOG, reinterpret_cast<LPARAM>(line.c_str()));
+    }
+}
+
+void ButtonDown(CONTROLPROPERTIES& control, WPARAM wParam, LPARAM lParam) {
+    const HWND window = control.window;
+    SetFocus(window);
+    if (control.mode != 0 || wParam == PANEL_CLICK) {
+        ForwardToPanel(control, WM_LBUTTONDOWN, wParam);
+    } else if (control.BeginDrag(PointOf(lParam))) {
+        SetCapture(window);
+        control.dragging = true;
+        SetCursor(LoadCursorA(ModuleInstance(), MAKEINTRESOURCEA(DRAG_CURSOR)));
+    }
+}
+
+void MouseMove(CONTROLPROPERTIES& control, WPARAM wParam, LPARAM lParam) {
+    if (control.dragging) {
+        control.MoveDrag(PointOf(lParam));
+    } else if (control.parent != nullptr && control.parent->kind == KIND_ROOT) {
+        ForwardToPanel(control, WM_MOUSEMOVE, wParam);
+    }
+}
+
+void ButtonUp(CONTROLPROPERTIES& control) {
+    if (control.dragging) {
+        control.dragging = false; // first, so that the loss of the capture is no cancellation
+        ReleaseCapture();
+        control.EndDrag();
+    }
+}
+
+void RightButtonDown(CONTROLPROPERTIES& control, WPARAM wParam) {
+    if (wParam == PROPERTY_CLICK && control.dialog == nullptr) {
+        control.dialog = a_PropertyDlg(1, control.parent, &control);
+        if (control.dialog != nullptr) {
+            MoveToCursor(control.dialog);
+        }
+        return;
+    }
+    PostAtCursor(GetParent(control.window), WM_RBUTTONDOWN, wParam);
+}
+
+void PositionChanged(CONTROLPROPERTIES& control, const WINDOWPOS& position) {
+    RECT& rectangle = control.rectangle;
+    if ((position.flags & SWP_NOMOVE) == 0) {
+        OffsetRect(&rectangle, position.x - rectangle.left, position.y - rectangle.top);
+    }
+    if ((position.flags & SWP_NOSIZE) == 0) {
+        rectangle.right = rectangle.left + position.cx;
+        rectangle.bottom = rectangle.top + position.cy;
+    }
+}
+
+void FocusGained(CONTROLPROPERTIES& control) {
+    control.flags |= FLAG_FOCUS;
+    const HDC dc = GetWindowDC(control.window);
+    a_DrawSelection(&control, dc);
+    ReleaseDC(control.window, dc);
+}
+
+// What a control that draws itself does with the messages of drawing and of keyboard navigation. False when
+// it is none of them.
+bool OwnDrawn(CONTROLPROPERTIES& control, UINT message, WPARAM wParam, LRESULT& result) {
+    result = 0;
+    switch (message) {
+    case WM_PAINT:
+        PaintControl(control);
+        return true;
+    case WM_PRINTCLIENT:
+        DrawInto(control, reinterpret_cast<HDC>(wParam));
+        return true;
+    case WM_ERASEBKGND:
+        result = 1; // painting covers the whole client area
+        return true;
+    case WM_GETDLGCODE:
+        result = DLGC_WANTARROWS;
+        return true;
+    default:
+        return false;
+    }
+}
+
+} // namespace
+
+void ForwardToPanel(const CONTROLPROPERTIES& control, UINT message, WPARAM wParam) {
+    const HOSTINFO* root = a_FindRootHostinfo(control.parent);
+    if (root != nullptr) {
+        PostAtCursor(root->window, message, wParam);
+    }
+}
+
+void DrawInto(CONTROLPROPERTIES& control, HDC target) {
+    RECT client;
+    GetClientRect(control.window, &client);
+    const cOffScreen buffer(target, client.right, client.bottom);
+    cBackground(&control).Draw(buffer.Dc(), client.right, client.bottom);
+    control.Draw(buffer.Dc(), client);
+    if (control.notEqual) {
+        a_GetNotEqualSign()->Draw(buffer.Dc(), 3, 3);
+    }
+    a_DrawSelection(&control, buffer.Dc());
+    buffer.Show();
+}
+
+void PaintControl(CONTROLPROPERTIES& control) {
+    PAINTSTRUCT paint;
+    const HDC dc = BeginPaint(control.window, &paint);
+    DrawInto(control, dc);
+    EndPaint(control.window, &paint);
+}
+
+LRESULT CreateControl(const ControlClass& controlClass, HWND window, const CREATESTRUCTA& creation) {
+    CONTROLPROPERTIES* control = controlClass.implementation->create();
+    control->controlClass = &controlClass;
+    a_InitializeHostinfo(window, control, creation.lpCreateParams);
+    a_AddHostinfo(control->parent, control);
+    control->rectangle = {creation.x, creation.y, creation.x + creation.cx, creation.y + creation.cy};
+    control->kind = KIND_CONTROL;
+    SetWindowLongA(window, GWL_USERDATA, reinterpret_cast<LONG>(static_cast<HOSTINFO*>(control)));
+    if (const char* line = control->DefaultProperties(); line != nullptr) {
+        SendMessageA(window, CWM_LOAD, LOAD_FROM_DIALOG, reinterpret_cast<LPARAM>(line));
+        control->flags = static_cast<WORD>(control->flags & ~FLAG_CHANGED); // new, not changed
+    }
+    control->SetDefaults();
+    a_HostinfoCreated(a_FindRootHostinfo(control->parent), control);
+    return 1;
+}
+
+LRESULT CALLBACK CommonProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    auto* control = PropertiesOf<CONTROLPROPERTIES>(window);
+    if (control == nullptr) {
+        return DefWindowProcA(window, message, wParam, lParam);
+    }
+    const ControlClass& controlClass = *control->controlClass;
+    switch (message) {
+    case CWM_MESSAGE:
+        return control->OnMessage(wParam, lParam);
+    case CWM_LOAD:
+        return control->OnLoad(wParam, lParam);
+    case CWM_SAVE:
+        return control->OnSave(wParam, lParam);
+    case CWM_SAVETOLISTCTRL:
+        return control->OnSaveToListCtrl(wParam, lParam);
+    case CWM_GETPROPERTIES:
+        return reinterpret_cast<LRESULT>(static_cast<HOSTINFO*>(control));
+    case CWM_GETCONTROLTYPE:
+        return controlClass.controlType;
+    case CWM_GETPREFERREDWIDTH:
+        return control->PreferredWidth();
+    case CWM_FUNCTIONCHANGED:
+        FunctionChanged(*control, wParam, lParam);
+        break;
+    case CWM_GETCAPTION:
+        if (lParam != 0) {
+            GetWindowTextA(window, reinterpret_cast<char*>(lParam), CAPTION_SIZE);
+        }
+        break;
+    case CWM_PARAMETERDLG:
+        if (lParam != 0) {
+            *reinterpret_cast<HWND*>(lParam) = control->dialog;
+        }
+        break;
+    case WM_TIMER:
+        return control->OnTimer(wParam, lParam);
+    case WM_DESTROY: {
+        const LRESULT result = DefaultProc(controlClass, window, message, wParam, lParam);
+        Destroy(control);
+        return result;
+    }
+    case WM_WINDOWPOSCHANGED:
+        PositionChanged(*control, *reinterpret_cast<const WINDOWPOS*>(lParam));
+        break;
+    case WM_MOUSEMOVE:
+        MouseMove(*control, wParam, lParam);
+        break;
+    case WM_LBUTTONDOWN:
+        ButtonDown(*control, wParam, lParam);
+        break;
+    case WM_LBUTTONUP:
+        ButtonUp(*control);
+        break;
+    case WM_CAPTURECHANGED:
+        if (control->dragging) {
+            control->dragging = false;
+            control->CancelDrag();
+        }
+        break;
+    case WM_RBUTTONDOWN:
+        RightButtonDown(*control, wParam);
+        return 0;
+    case WM_SETFOCUS:
+        FocusGained(*control);
+        break;
+    case WM_KILLFOCUS:
+        control->flags = static_cast<WORD>(control->flags & ~FLAG_FOCUS);
+        InvalidateRect(window, nullptr, TRUE);
+        break;
+    default:
+        if (LRESULT result = 0;
+            controlClass.systemClass == nullptr && OwnDrawn(*control, message, wParam, result)) {
+            return result;
+        }
+        break;
+    }
+    return DefaultProc(controlClass, window, message, wParam, lParam);
+}

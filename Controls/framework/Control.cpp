@@ -1,0 +1,142 @@
+// The property text, value records and polling of every control, over its own keyword table.
+
+#include "Controls/framework/Control.h"
+
+#include <algorithm>
+#include <cstdio>
+
+LRESULT CONTROLPROPERTIES::OnLoad(WPARAM loadMode, LPARAM lParam) {
+    const auto* line = reinterpret_cast<const char*>(lParam);
+    if (line == nullptr) {
+        return 0;
+    }
+    char keyword[TEXT_SIZE];
+    char value[TEXT_SIZE];
+    a_GetKeyword(line, keyword);
+    a_GetParameter(line, value);
+    const KEYWORDROW* table = GetHostinfoTable();
+    int row = a_FindKeyword(table, keyword);
+    if (row < 0) {
+        TRACE("%s Keyword not found: %s\n", controlClass->displayName, keyword);
+        row = 0; // the text then sets the default value
+    }
+    if (table[row].handler == nullptr) {
+        return EDITTRACE(parent, "Not implemented %s", line);
+    }
+    VALUERECORD record{COMMAND_SET, row, DATATYPE_TEXT, 0, value, nullptr, 0};
+    if (table[row].handler(&record, this) == 0) {
+        return EDITTRACE(parent, "Error reading line %s", line);
+    }
+    if (dialog != nullptr) {
+        PostMessageA(dialog, CWM_ATTACHDIALOG, 0, reinterpret_cast<LPARAM>(static_cast<HOSTINFO*>(this)));
+    }
+    if (loadMode != LOAD_FROM_FILE) {
+        flags |= FLAG_CHANGED;
+    }
+    return 1;
+}
+
+std::string CONTROLPROPERTIES::Header() const {
+    char className[65];
+    GetClassNameA(window, className, sizeof className);
+    const auto ownNameStart = name.rfind('*') + 1; // 0 without a path
+    char line[TEXT_SIZE];
+    std::snprintf(
+        line, sizeof line, "%scontrol=0x%08x %s \"%s\" 0x%08x %s\r\n", name.substr(0, ownNameStart).c_str(),
+        static_cast<unsigned>(GetWindowLongA(window, GWL_EXSTYLE)), className, name.c_str() + ownNameStart,
+        static_cast<unsigned>(GetWindowLongA(window, GWL_STYLE)), a_GetRectString(rectangle).c_str());
+    return line;
+}
+
+LRESULT CONTROLPROPERTIES::OnSave(WPARAM saveCode, LPARAM file) {
+    std::string lines;
+    switch (saveCode) {
+    case SAVE_PROPERTIES: {
+        lines = Header();
+        char value[TEXT_SIZE];
+        for (const KEYWORDROW* row = GetHostinfoTable(); row->keyword != nullptr; ++row) {
+            if (row->handler == nullptr || (row->flags & KEYWORD_SAVED) == 0) {
+                continue;
+            }
+            value[0] = '\0';
+            VALUERECORD record{COMMAND_GET, 0, DATATYPE_TEXT, 0, value, nullptr, 0};
+            row->handler(&record, this);
+            lines += name + "*" + row->keyword + "=" + value + "\r\n";
+        }
+        break;
+    }
+    case SAVE_CONNECTIONS:
+        lines = name + "*connection=" + a_BuildString(connections) + "\r\n";
+        break;
+    default:
+        TRACE("Unknown wSaveCode %x\n", static_cast<unsigned>(saveCode));
+        return 0;
+    }
+    a_WriteText(reinterpret_cast<HANDLE>(file), lines.data(), lines.size());
+    return 0;
+}
+
+LRESULT CONTROLPROPERTIES::OnSaveToListCtrl(WPARAM, LPARAM listView) {
+    return a_ListProperties(this, GetHostinfoTable(), reinterpret_cast<HWND>(listView));
+}
+
+LRESULT CONTROLPROPERTIES::OnMessage(WPARAM, LPARAM record) {
+    return a_DispatchRecord(this, GetHostinfoTable(), reinterpret_cast<VALUERECORD*>(record));
+}
+
+LRESULT CONTROLPROPERTIES::OnTimer(WPARAM, LPARAM) {
+    const DWORD now = GetTickCount();
+    if (dragging || now - lastPoll <= static_cast<DWORD>(interval)) {
+        return 0;
+    }
+    lastPoll = now;
+    Poll();
+    return 0;
+}
+
+LRESULT CONTROLPROPERTIES::OnGetTooltip(WPARAM, LPARAM lParam) {
+    char value[TEXT_SIZE] = "";
+    VALUERECORD record{COMMAND_GET, 0, DATATYPE_TEXT, 0, value, nullptr, 0};
+    OnMessage(0, reinterpret_cast<LPARAM>(&record));
+    std::string text = name;
+    if (value[0] != '\0') {
+        text += std::string(" = ") + value;
+    }
+    const std::string bound = a_BuildString(functions);
+    const std::string connected = a_BuildString(connections);
+    if (!bound.empty() || !connected.empty()) {
+        text += "   " + bound + (bound.empty() || connected.empty() ? "" : ";") + connected;
+    }
+    const bool missing = std::any_of(requests.begin(), requests.end(), [](const REQUESTITEM& item) {
+        return item.target == nullptr && item.handler == nullptr;
+    });
+    if (missing || lastPollResult == REQUEST_UNREACHABLE) {
+        text += "   (not reachable)";
+    } else if (lastPollResult == REQUEST_DISAGREE) {
+        text += "   (values differ)";
+    }
+    std::snprintf(reinterpret_cast<char*>(lParam), TEXT_SIZE, "%s", text.c_str());
+    return 1;
+}
+
+LRESULT CONTROLPROPERTIES::OnGetDatatype(WPARAM, LPARAM) {
+    return controlClass->controlType;
+}
+
+void CONTROLPROPERTIES::ShowPollResult(int result) {
+    lastPollResult = result;
+    const bool shown = result > REQUEST_DELIVERED;
+    if (shown != notEqual) {
+        notEqual = shown;
+        Redraw();
+    }
+}
+
+void CONTROLPROPERTIES::Resize(int width, int height) {
+    if (width == rectangle.right - rectangle.left && height == rectangle.bottom - rectangle.top) {
+        return;
+    }
+    rectangle.right = rectangle.left + width;
+    rectangle.bottom = rectangle.top + height;
+    SetWindowPos(window, nullptr, 0, 0, width, height, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+}

@@ -1,0 +1,111 @@
+#pragma once
+
+#include "Panelhost/Panelhost.h"
+
+#include <string>
+
+class CONTROLPROPERTIES;
+
+enum class ClassBackground { None, Null, SystemColour2 };
+
+// What a class makes once, when it is registered, for all its windows.
+enum class SharedResource {
+    None,
+    Tooltip,         // a tooltip window
+    PopupTooltip,    // a tooltip window of style WS_POPUP
+    StatusBitmap,    // the picture that an invisible control shows while the panel is edited
+    MidiBitmap,      // the same, its failure traced
+    NetworkBitmap,   // the same and a critical section
+    MessagingBitmap, // the same and the mail library
+    FilterImages,    // the image list of the filter types
+    DelayBitmaps,    // two bitmaps of the library's resources
+};
+
+// What a control adds to the common part.
+struct ControlImplementation {
+    CONTROLPROPERTIES* (*create)();
+    WNDPROC procedure;
+};
+
+// A row of the class table.
+struct ControlClass {
+    const char* name;        // window class
+    const char* displayName; // in traces
+    const ControlImplementation* implementation;
+    int controlType; // datatype of the main value
+    UINT style = 0;
+    int extraBytes = 0;
+    const char* icon = nullptr; // file
+    ClassBackground background = ClassBackground::None;
+    const char* systemClass = nullptr; // superclassed: unhandled messages go to that class's procedure
+    SharedResource resource = SharedResource::None;
+    const char* resourceFile = nullptr;
+};
+
+// Base of every control's property object: the common protocol over the control's keyword table.
+class CONTROLPROPERTIES : public HOSTINFO {
+public:
+    int HasHostinfoTable() override { return 1; }
+    LRESULT OnLoad(WPARAM loadMode, LPARAM line) override;
+    LRESULT OnSave(WPARAM saveCode, LPARAM file) override;
+    LRESULT OnSaveToListCtrl(WPARAM wParam, LPARAM listView) override;
+    LRESULT OnTimer(WPARAM timer, LPARAM lParam) override;
+    LRESULT OnMessage(WPARAM wParam, LPARAM record) override;
+    // Writes name, value and bindings with their state as one line for a status bar into the buffer of
+    // TEXT_SIZE bytes at lParam. 1 when written.
+    LRESULT OnGetTooltip(WPARAM wParam, LPARAM text) override;
+    LRESULT OnGetDatatype(WPARAM wParam, LPARAM keyword) override;
+
+    // What a control adds. Drawing changes nothing; the panel's background is there already.
+    virtual const char* DefaultProperties() const { return nullptr; } // a property line loaded at creation
+    virtual void SetDefaults() {}
+    virtual void Draw(HDC, const RECT& /*client*/) const {}
+    virtual int PreferredWidth() const { return rectangle.right - rectangle.left; }
+    virtual void Poll() {}            // the interval has passed and no drag is going on
+    virtual void BindingsChanged() {} // functions or connections were replaced
+    // A drag: begun by a press that is not the panel's (false: it starts nothing), moved, and ended by the
+    // release or cancelled by the loss of the capture.
+    virtual bool BeginDrag(POINT) { return false; }
+    virtual void MoveDrag(POINT) {}
+    virtual void EndDrag() {}
+    virtual void CancelDrag() {}
+
+    void Redraw() const { InvalidateRect(window, nullptr, FALSE); }
+    bool HasFocus() const { return (flags & FLAG_FOCUS) != 0; }
+    // Shows by the not-equal sign what a poll found; redraws only when it changes.
+    void ShowPollResult(int result);
+    // Resizes the window and the rectangle.
+    void Resize(int width, int height);
+
+    const ControlClass* controlClass = nullptr;
+    bool dragging = false;
+    bool notEqual = false; // a poll found that this control and what it is bound to disagree
+    int lastPollResult = REQUEST_UNCHANGED;
+    DWORD lastPoll = 0; // tick count in milliseconds
+
+private:
+    std::string Header() const;
+};
+
+// The object of a control's window, or null before it is made and after it is gone.
+template <class Properties>
+Properties* PropertiesOf(HWND window) {
+    return static_cast<Properties*>(reinterpret_cast<HOSTINFO*>(GetWindowLongA(window, GWL_USERDATA)));
+}
+
+template <class Properties>
+CONTROLPROPERTIES* CreateProperties() {
+    return new Properties;
+}
+
+// What all controls do with a message. A control's own procedure ends with it.
+LRESULT CALLBACK CommonProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+// Background, control, not-equal sign and frame, drawn off screen and shown at once.
+void DrawInto(CONTROLPROPERTIES& control, HDC target);
+// The sequence of WM_PAINT.
+void PaintControl(CONTROLPROPERTIES& control);
+// Posts the message to the panel window with the cursor in that window's client coordinates.
+void ForwardToPanel(const CONTROLPROPERTIES& control, UINT message, WPARAM wParam);
+
+// The library itself, for resources and dialogs.
+HINSTANCE ModuleInstance();

@@ -1,0 +1,8 @@
+#pragma once
+
+#include "Controls/framework/Control.h"
+
+// The controls' own parts, each at the end of its file.
+extern const ControlImplementation knobControl;       // Controls/Knob.cpp
+extern const ControlImplementation plainControl;      // the common part alone
+extern const ControlImplementation plainReverseMeter; // the common part and its request helper

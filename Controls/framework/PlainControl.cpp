@@ -1,0 +1,138 @@
+// The common part alone: a default value that is sent, polled and shown by name. Serves every class that has
+// no file of its own.
+
+#include "Controls/OSMIRControlLib.h"
+#include "Controls/framework/Controls.h"
+#include "Controls/framework/Keywords.h"
+#include "Controls/framework/RelativeMode.h"
+
+namespace {
+
+class PLAINPROPERTIES : public CONTROLPROPERTIES {
+public:
+    const KEYWORDROW* GetHostinfoTable() override;
+    void SetDefaults() override { interval = 1000; }
+    void Poll() override;
+    void Draw(HDC dc, const RECT& client) const override;
+
+    int integer =
+        0; // the value, in the member of the class's datatype; classes of no other datatype hold text
+    float number = 0;
+    std::string text;
+};
+
+// Takes a new value and passes it on. Returns 0 when it was held already.
+template <class Value>
+int Replace(PLAINPROPERTIES& plain, Value PLAINPROPERTIES::*member, Value value) {
+    if (plain.*member == value) {
+        return 0;
+    }
+    plain.*member = value;
+    plain.Redraw();
+    return 1;
+}
+
+int ValueKeyword(VALUERECORD* record, HOSTINFO* object) {
+    auto& plain = *static_cast<PLAINPROPERTIES*>(object);
+    const bool get = record->command == COMMAND_GET;
+    if (!get && record->command != COMMAND_SET) {
+        return 0;
+    }
+    switch (plain.controlClass->controlType) {
+    case DATATYPE_INTEGER: {
+        int value = 0;
+        if (get || a_ReadInteger(record, &value) == 0 ||
+            Replace(plain, &PLAINPROPERTIES::integer, value) == 0) {
+            return get ? a_AnswerInteger(record, plain.integer) : 0;
+        }
+        a_SendRequest(plain.requests, COMMAND_SET, DATATYPE_INTEGER, &value, nullptr);
+        return 1;
+    }
+    case DATATYPE_FLOAT: {
+        float value = 0;
+        if (get || a_ReadFloat(record, &value) == 0 || Replace(plain, &PLAINPROPERTIES::number, value) == 0) {
+            return get ? a_AnswerFloat(record, plain.number) : 0;
+        }
+        a_SendRequest(plain.requests, COMMAND_SET, DATATYPE_FLOAT, &value, nullptr);
+        return 1;
+    }
+    default: {
+        std::string value;
+        if (get || a_ReadText(record, &value) == 0 || Replace(plain, &PLAINPROPERTIES::text, value) == 0) {
+            return get ? a_AnswerText(record, plain.text.c_str()) : 0;
+        }
+        a_SendRequest(plain.requests, COMMAND_SET, DATATYPE_TEXT, value.data(), nullptr);
+        return 1;
+    }
+    }
+}
+
+constexpr KEYWORDROW KEYWORDS[] = {
+    {" ", ValueKeyword, 0},
+    {"connection", ConnectionKeyword, 0},
+    {"function", FunctionKeyword, KEYWORD_SAVED},
+    {"interval", IntervalKeyword, KEYWORD_SAVED},
+    {"layer", LayerKeyword, 0},
+    {"level", LayerKeyword, 0},
+    {},
+};
+static_assert(KeywordsAreUnique(KEYWORDS));
+
+const KEYWORDROW* PLAINPROPERTIES::GetHostinfoTable() {
+    return KEYWORDS;
+}
+
+void PLAINPROPERTIES::Poll() {
+    if (requests.empty()) {
+        return;
+    }
+    int result = REQUEST_UNCHANGED;
+    switch (controlClass->controlType) {
+    case DATATYPE_INTEGER:
+        a_SendRequest(requests, COMMAND_GET, DATATYPE_INTEGER, &integer, &result);
+        break;
+    case DATATYPE_FLOAT:
+        a_SendRequest(requests, COMMAND_GET, DATATYPE_FLOAT, &number, &result);
+        break;
+    default: {
+        char polled[TEXT_SIZE];
+        std::snprintf(polled, sizeof polled, "%s", text.c_str());
+        a_SendRequest(requests, COMMAND_GET, DATATYPE_TEXT, polled, &result);
+        text = polled;
+    }
+    }
+    if (result == REQUEST_DELIVERED) {
+        Redraw();
+    }
+    ShowPollResult(result);
+}
+
+// A frame with the name, so that it is seen where the control stands.
+void PLAINPROPERTIES::Draw(HDC dc, const RECT& client) const {
+    if (controlClass->name[0] == 'I' && mode == 0) {
+        return; // the interface controls are invisible while the panel is operated
+    }
+    SetDCBrushColor(dc, GetSysColor(COLOR_BTNSHADOW));
+    FrameRect(dc, &client, static_cast<HBRUSH>(GetStockObject(DC_BRUSH)));
+    SetBkMode(dc, TRANSPARENT);
+    SelectObject(dc, GetStockObject(DEFAULT_GUI_FONT));
+    RECT place = client;
+    DrawTextA(dc, a_OwnName(this).c_str(), -1, &place,
+              DT_CENTER | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX | DT_END_ELLIPSIS);
+}
+
+} // namespace
+
+// The reverse meter sends as the knob does.
+class REVMETERPROPERTIES : public PLAINPROPERTIES {
+public:
+    RelativeMode relativeMode;
+};
+
+int l_SendRequest(REVMETERPROPERTIES* object, int command, int datatype, long value, int* result) {
+    return SendByMode(object->relativeMode, *object, static_cast<float>(object->integer), command, datatype,
+                      value, result);
+}
+
+const ControlImplementation plainControl{CreateProperties<PLAINPROPERTIES>, CommonProc};
+const ControlImplementation plainReverseMeter{CreateProperties<REVMETERPROPERTIES>, CommonProc};

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+// What the command line asks for. File names are absolute; an empty one was not given.
+struct CommandLine {
+    std::string panelFile;
+    std::string deviceFile;
+    std::string screenshotFile;
+    std::string traceFile;
+    std::optional<std::uint32_t> exitAfter; // milliseconds
+    bool help = false;
+    bool unattended = false; // the program ends by itself: nobody is there to answer a question
+};
+
+// Reads the arguments after the program's name. On failure the error says what is wrong with them, and of the
+// result only "unattended" is set.
+bool ParseCommandLine(int count, char** arguments, CommandLine& result, std::string& error);
+
+// What --help prints, without the last line end.
+extern const char* const USAGE;

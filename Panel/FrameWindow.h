@@ -1,0 +1,72 @@
+#pragma once
+
+#include "Panel/CommandLine.h"
+#include "Panel/Handles.h"
+#include "Panel/PanelView.h"
+#include "Panel/PanelWindow.h"
+#include "Panel/Report.h"
+#include "Panel/StatusBar.h"
+#include "Panel/TraceLog.h"
+#include "Panel/TraceWindow.h"
+#include "Panel/Window.h"
+
+#include <memory>
+#include <string>
+
+class ControlLibrary;
+
+// The main window: menu, the running panel, status bar. Owns the panel and its file name.
+class FrameWindow : public Window {
+public:
+    FrameWindow(const CommandLine& commandLine, const Reporter& reporter, const ControlLibrary& library,
+                TraceLog& log);
+    ~FrameWindow() override;
+
+    bool Create(std::string& error);
+    // Replaces the panel by that of the file, or by an empty one without a file. On failure the running panel
+    // stays.
+    bool OpenPanel(const std::string& file, std::string& error);
+    // Shows the window and starts the time of the panel.
+    void Start(int showCommand);
+    // Serves accelerators and the tab key: true when the message was one of them.
+    bool TranslateKey(MSG& message);
+
+private:
+    LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+    void OnCommand(int command);
+    void OnTick();
+    void OnSize();
+
+    void New();
+    void Open();
+    bool Save();
+    bool SaveAs();
+    bool SaveTo(const std::string& file);
+    bool MayDiscard();
+    void About();
+
+    // Title, status and panel size follow what changed.
+    void Refresh();
+    void FitToPanel();
+    std::string DocumentName() const;
+    std::string DeviceFileFor(const std::string& file) const;
+    void Finish();
+
+    const CommandLine& commandLine_;
+    const Reporter& reporter_;
+    const ControlLibrary& library_;
+    TraceLog& log_;
+    Font font_;
+    HACCEL keys_ = nullptr;
+    PanelView view_;
+    StatusBar status_;
+    TraceWindow trace_;
+    std::unique_ptr<PanelWindow> panel_;
+    std::string file_; // of the panel; empty while it has none
+    std::string title_;
+    std::string statedSize_;
+    int objects_ = -1; // in this process when the controls were counted
+    bool ticking_ = false;
+    ULONGLONG nextRefresh_ = 0;
+    ULONGLONG end_ = 0; // when an unattended run ends
+};

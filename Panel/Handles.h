@@ -1,0 +1,46 @@
+#pragma once
+
+#include <windows.h>
+
+#include <memory>
+#include <type_traits>
+
+// Owners of system handles.
+
+struct ObjectDeleter {
+    void operator()(HGDIOBJ object) const { DeleteObject(object); }
+};
+using Font = std::unique_ptr<std::remove_pointer_t<HFONT>, ObjectDeleter>;
+
+struct FileCloser {
+    void operator()(HANDLE file) const { CloseHandle(file); }
+};
+// Null for a handle that is none.
+using File = std::unique_ptr<std::remove_pointer_t<HANDLE>, FileCloser>;
+inline File MakeFile(HANDLE file) {
+    return File(file == INVALID_HANDLE_VALUE ? nullptr : file);
+}
+
+struct LibraryCloser {
+    void operator()(HMODULE library) const { FreeLibrary(library); }
+};
+using Library = std::unique_ptr<std::remove_pointer_t<HMODULE>, LibraryCloser>;
+
+// A device context of a window, its frame included when asked for.
+class WindowDc {
+public:
+    WindowDc(HWND window, DWORD flags) : window_(window), dc_(GetDCEx(window, nullptr, flags | DCX_CACHE)) {}
+    ~WindowDc() {
+        if (dc_) {
+            ReleaseDC(window_, dc_);
+        }
+    }
+    WindowDc(const WindowDc&) = delete;
+    WindowDc& operator=(const WindowDc&) = delete;
+
+    HDC Get() const { return dc_; }
+
+private:
+    HWND window_;
+    HDC dc_;
+};

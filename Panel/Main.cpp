@@ -1,0 +1,72 @@
+// Panel.exe: opens, operates and saves panels of controls.
+
+#include "Panel/CommandLine.h"
+#include "Panel/ControlLibrary.h"
+#include "Panel/FrameWindow.h"
+#include "Panel/MessageLoop.h"
+#include "Panel/Report.h"
+#include "Panel/TraceLog.h"
+#include "Panelhost/Trace.h"
+
+#include <windows.h>
+#include <commctrl.h>
+
+#include <cstdlib>
+#include <exception>
+
+namespace {
+
+constexpr int EXIT_NOT_DONE = 2;
+
+int Run(const CommandLine& commandLine, const Reporter& reporter, int showCommand) {
+    const INITCOMMONCONTROLSEX classes{sizeof classes, ICC_BAR_CLASSES | ICC_LISTVIEW_CLASSES};
+    InitCommonControlsEx(&classes);
+
+    // Goes last: it keeps lines that are traced while everything else goes.
+    TraceLog log;
+    if (!commandLine.traceFile.empty() && a_SetTraceFile(commandLine.traceFile.c_str()) == 0) {
+        reporter.Fail("cannot write the trace file " + commandLine.traceFile);
+        return EXIT_NOT_DONE;
+    }
+
+    std::string error;
+    ControlLibrary library; // must outlive every control
+    if (!library.Load(error)) {
+        reporter.Fail(error);
+        return EXIT_NOT_DONE;
+    }
+
+    FrameWindow frame(commandLine, reporter, library, log);
+    if (!frame.Create(error) || !frame.OpenPanel(commandLine.panelFile, error)) {
+        reporter.Fail(error);
+        return EXIT_NOT_DONE;
+    }
+    frame.Start(showCommand);
+    return RunMessageLoop(frame);
+}
+
+} // namespace
+
+int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int showCommand) {
+    Reporter reporter(true);
+    try {
+        CommandLine commandLine;
+        std::string error;
+        const bool understood = ParseCommandLine(__argc - 1, __argv + 1, commandLine, error);
+        reporter = Reporter(commandLine.unattended);
+        if (!understood) {
+            reporter.Fail(error);
+            return EXIT_NOT_DONE;
+        }
+        if (commandLine.help) {
+            return WriteStandard(STD_OUTPUT_HANDLE, std::string(USAGE) + "\r\n") ? EXIT_SUCCESS
+                                                                                 : EXIT_NOT_DONE;
+        }
+        const int exitCode = Run(commandLine, reporter, showCommand);
+        a_SetTraceFile(nullptr);
+        return exitCode;
+    } catch (const std::exception& failure) {
+        reporter.Fail(failure.what());
+        return EXIT_NOT_DONE;
+    }
+}

@@ -1,0 +1,58 @@
+#pragma once
+
+#include "Panel/Window.h"
+
+#include <memory>
+#include <string>
+
+class HOSTINFO;
+
+// The window of one panel with its root object, controls and devices.
+class PanelWindow : public Window {
+public:
+    // A hidden panel window in the view with what the files hold; an empty name stands for none. Null when
+    // one of the files cannot be used: then the error says which and why.
+    static std::unique_ptr<PanelWindow> Open(HWND view, const std::string& panelFile,
+                                             const std::string& deviceFile, std::string& error);
+    ~PanelWindow() override;
+
+    bool Save(const std::string& file, std::string& error);
+    bool IsChanged() const;
+    void Tick();
+
+    std::string Title() const;
+    // As its file says ("width,height"), or empty.
+    std::string StatedSize() const;
+    // As stated, else what holds all controls.
+    SIZE Size() const;
+    int ControlCount() const;
+    // Whether it has controls for outside channels (network, MIDI, telephone, wave), which two panels cannot
+    // share.
+    bool HasInterfaceControls() const;
+
+    // Name and value of the control under the mouse, else of the one with the focus; empty when there is
+    // none.
+    std::string StatusText();
+
+    // The control that had the focus when the program was last left.
+    void RememberFocus();
+    void RestoreFocus();
+    // To the next or previous control; returns it, or null.
+    HWND MoveFocus(bool backwards);
+
+private:
+    PanelWindow() = default;
+    bool Load(const std::string& panelFile, const std::string& deviceFile, std::string& error);
+    LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+
+    std::string RootText(const char* keyword) const;
+    // The control that a window of this panel belongs to, or null.
+    HOSTINFO* ControlOf(HWND window) const;
+    HWND WindowAt(POINT point) const;
+    HWND HoveredWindow();
+
+    HOSTINFO* root_ = nullptr;
+    HWND hovered_ = nullptr;
+    POINT cursor_{-1, -1}; // where it was when the hovered window was found
+    HWND lastFocus_ = nullptr;
+};

@@ -1,0 +1,26 @@
+#pragma once
+
+#define PANEL_VERSION 1, 0, 0, 0
+#define PANEL_VERSION_TEXT "1.0"
+
+#define IDI_PANEL 1
+#define IDM_FRAME 2
+#define IDM_TRACE 3
+#define IDA_FRAME 4
+#define IDA_TRACE 5
+
+#define IDC_STATUS 100
+#define IDC_TRACE_LIST 101
+
+#define CMD_NEW 1001
+#define CMD_OPEN 1002
+#define CMD_SAVE 1003
+#define CMD_SAVE_AS 1004
+#define CMD_EXIT 1005
+#define CMD_VIEW_TRACE 1020
+#define CMD_ABOUT 1030
+
+#define CMD_TRACE_COPY 1101
+#define CMD_TRACE_SELECT_ALL 1102
+#define CMD_TRACE_CLEAR 1103
+#define CMD_TRACE_CLOSE 1104

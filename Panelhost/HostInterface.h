@@ -1,0 +1,59 @@
+#pragma once
+
+/* The interface for programs that own panels, in plain C: cdecl, undecorated, no C++ types.
+ * A control is created with CreateWindowEx: class name of the control, own name as window text, the panel
+ * window as parent, and the parent object as create parameter. All functions accept null objects and texts
+ * and fail quietly. Call them on the thread of the panel window. */
+
+#include <windows.h>
+
+#ifdef __cplusplus
+class HOSTINFO;
+extern "C" {
+#define PH_NOEXCEPT noexcept
+#else
+typedef struct HOSTINFO HOSTINFO;
+#define PH_NOEXCEPT
+#endif
+
+#ifdef PANELHOST_BUILD
+#define PH_API __declspec(dllexport)
+#else
+#define PH_API __declspec(dllimport)
+#endif
+
+/* Makes the root object of a panel window. From then on the window answers the private messages for the root
+ * and paints the panel's background. Null when the window is none or already has a root. */
+PH_API HOSTINFO* __cdecl ph_CreateRoot(HWND panel, const char* name) PH_NOEXCEPT;
+/* Destroys the root's controls, its devices and the object. The panel window stays. */
+PH_API void __cdecl ph_DestroyRoot(HOSTINFO* root) PH_NOEXCEPT;
+
+/* Reads a device file. Number of devices declared, -1 when the file cannot be read. */
+PH_API int __cdecl ph_LoadDevices(HOSTINFO* root, const char* file) PH_NOEXCEPT;
+/* Reads a panel file and creates its controls. Number of controls created, -1 when the file cannot be read.
+ * Lines that cannot be applied are traced with their number and skipped. */
+PH_API int __cdecl ph_LoadPanel(HOSTINFO* root, const char* file) PH_NOEXCEPT;
+/* Writes the panel file. 1; 0 with the old file untouched. The changed flags are cleared on success. */
+PH_API int __cdecl ph_SavePanel(HOSTINFO* root, const char* file) PH_NOEXCEPT;
+
+/* The window of an object by its full name, without regard to case; null when there is none. */
+PH_API HWND __cdecl ph_Find(HOSTINFO* root, const char* fullName) PH_NOEXCEPT;
+/* One timer tick: moves the simulated devices and sends WM_TIMER to every control. */
+PH_API void __cdecl ph_Tick(HOSTINFO* root) PH_NOEXCEPT;
+/* 0 the panel is operated, 1 it is edited. */
+PH_API void __cdecl ph_SetMode(HOSTINFO* root, int mode) PH_NOEXCEPT;
+
+/* A device parameter ("AMP1*gain1") as text. 1; 0 when there is none or it does not fit. */
+PH_API int __cdecl ph_GetParameter(HOSTINFO* root, const char* address, char* text, int size) PH_NOEXCEPT;
+/* Sets a device parameter as if the device itself had changed. 1 when taken, 0 otherwise. */
+PH_API int __cdecl ph_SetParameter(HOSTINFO* root, const char* address, const char* text) PH_NOEXCEPT;
+
+/* Receives every trace line: kind 0 debug, 1 edit. The text is as its sender wrote it, a line end included
+ * where there is one. Null removes the sink; after that call returns it is not called any more. The sink is
+ * called on the thread that traces and must not wait for another one. */
+PH_API void __cdecl ph_SetTraceSink(void(__cdecl* sink)(int kind, const char* text, void* context),
+                                    void* context) PH_NOEXCEPT;
+
+#ifdef __cplusplus
+}
+#endif

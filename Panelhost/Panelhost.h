@@ -1,0 +1,19 @@
+#pragma once
+
+// Everything Panelhost.dll offers. Hosts in other languages need HostInterface.h alone.
+
+#include "Panelhost/Api.h"
+#include "Panelhost/Background.h"
+#include "Panelhost/Bitmap.h"
+#include "Panelhost/Devices.h"
+#include "Panelhost/Dialogs.h"
+#include "Panelhost/Fonts.h"
+#include "Panelhost/HostInterface.h"
+#include "Panelhost/Hostinfo.h"
+#include "Panelhost/Messages.h"
+#include "Panelhost/PropertyTable.h"
+#include "Panelhost/PropertyText.h"
+#include "Panelhost/Requests.h"
+#include "Panelhost/Root.h"
+#include "Panelhost/Trace.h"
+#include "Panelhost/ValueRecord.h"

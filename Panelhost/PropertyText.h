@@ -1,0 +1,28 @@
+#pragma once
+
+#include "Panelhost/Api.h"
+
+#include <windows.h>
+
+#include <string>
+
+class HOSTINFO;
+
+// A property line is [object*]keyword=value. The object is what stands before the last "*" in front of the
+// first
+// "=", the keyword what stands between that "*" and the first "=", the value all the rest. Without "=" the
+// keyword is empty and the value is what follows the last "*", or the whole line. Each function writes one
+// part into a buffer of TEXT_SIZE bytes and returns 1, or returns 0 and writes an empty text when the line
+// does not hold that part. Longer parts are cut at TEXT_SIZE - 1.
+PANELHOST_API int a_GetObjectName(const char* line, char* objectOut);
+PANELHOST_API int a_GetKeyword(const char* line, char* keywordOut);
+PANELHOST_API int a_GetParameter(const char* line, char* valueOut);
+
+// "left,top,right,bottom"
+PANELHOST_API std::string a_GetRectString(const RECT& rectangle);
+// 1 when four integers were read, 0 with the rectangle untouched otherwise.
+PANELHOST_API int a_ReadRectString(const char* text, RECT* rectangle);
+
+// Makes a file name absolute: relative names are relative to the application folder, the folder of this
+// library. The buffer holds MAX_PATH bytes. 1, or 0 with an empty buffer when the result is too long.
+PANELHOST_API int a_MakeFullPathName(const char* name, char* fullPath);

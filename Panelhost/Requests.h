@@ -1,0 +1,63 @@
+#pragma once
+
+#include "Panelhost/Api.h"
+#include "Panelhost/ValueRecord.h"
+
+#include <list>
+#include <string>
+
+class HOSTINFO;
+
+// Answers a value record for a device parameter: 1 handled or new, 0 refused or the same, -1 the device
+// cannot be reached at the moment.
+using REQUESTHANDLER = int (*)(VALUERECORD* record, void* context);
+
+// One bound value. Exactly one of target and handler is set; with neither the item cannot be reached at
+// present.
+struct REQUESTITEM {
+    VALUERECORD record;
+    HOSTINFO* target = nullptr; // a control, reached through its window; null for a device parameter
+    REQUESTHANDLER handler = nullptr;
+    void* context = nullptr;
+};
+
+using REQUESTLIST = std::list<REQUESTITEM>;
+
+// Addresses as they were loaded: OBJECT*keyword, or OBJECT for the default value. "%n" stands for the full
+// name of the object that contains the control.
+using BINDINGLIST = std::list<std::string>;
+
+constexpr int REQUEST_UNCHANGED = 0;   // all items answered that the value is still the same
+constexpr int REQUEST_DELIVERED = 1;   // all items agree on a new value, which is in data
+constexpr int REQUEST_DISAGREE = 2;    // the items hold different values
+constexpr int REQUEST_UNREACHABLE = 3; // at least one item could not be reached
+
+// Replace the functions (connections) by the addresses in the text, joined by ";", and rebuild the requests.
+// Return 1; 0 when the object is null.
+PANELHOST_API int a_FunctionChanged(const char* text, HOSTINFO* object, BINDINGLIST& functions,
+                                    BINDINGLIST& connections, REQUESTLIST& requests);
+PANELHOST_API int a_ConnectionChanged(const char* text, HOSTINFO* object, BINDINGLIST& functions,
+                                      BINDINGLIST& connections, REQUESTLIST& requests);
+
+// Whether the object's functions name this device parameter (address OBJECT*keyword, object without regard to
+// case).
+PANELHOST_API int a_IsConnected(HOSTINFO* object, const char* function, void* reserved);
+
+// The list as text, joined by ";".
+PANELHOST_API std::string a_BuildString(const BINDINGLIST& list);
+
+// Build the items for functions, then connections, in order. An address that names nothing becomes an item
+// that cannot be reached; it is resolved when the object comes, as long as it is the object's own request
+// list. With a keyword, every item asks for that keyword in place of the address's own.
+PANELHOST_API void a_BuildRequestList(const BINDINGLIST& functions, const BINDINGLIST& connections,
+                                      HOSTINFO* object, REQUESTLIST& requests, const char* keyword = nullptr);
+PANELHOST_API void a_EmptyRequestList(REQUESTLIST& requests);
+
+// Sends a get (1) or set (2) to every item. data points to the value: for a get it holds the caller's current
+// value and receives the new one when the result is REQUEST_DELIVERED. Returns non-zero on success: for a
+// set, when every item took the value. The list may change, and objects may go, while it is being sent.
+PANELHOST_API int a_SendRequest(REQUESTLIST& requests, int command, int datatype, void* data, int* result);
+
+// Sends one record to one item: through its handler, or as CWM_MESSAGE to its target's window. -1 when the
+// item cannot be reached or more than 64 requests are nested in each other (a ring that never settles).
+PANELHOST_API int a_SendToItem(const REQUESTITEM& item, int command, int datatype, void* data);

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "Panelhost/Api.h"
+#include "Panelhost/Hostinfo.h"
+
+class cPanelBackground;
+
+// What a host written in C++ can ask of a root beyond HostInterface.h.
+// Keywords of the root itself, read and set through its panel window with CWM_MESSAGE or by lines without an
+// object in a panel file; saved at the head of the file unless empty:
+//   background    colour "0x00bbggrr" or image file, repeated over the panel
+//   layer         active layers ("u1,u5"), empty for all
+//   size          "width,height" of the panel in pixels, for the host to follow
+//   title         title of the panel
+//   parameterdlg  name of the control whose parameter dialog is open (not saved)
+
+// Whether a property of the root or of one of its objects was changed since it was loaded or saved.
+PANELHOST_API bool a_IsChanged(HOSTINFO* root);
+PANELHOST_API void a_SetChanged(HOSTINFO* root, bool changed);
+// Number of lines that the last ph_LoadPanel or ph_LoadDevices of this root could not apply.
+PANELHOST_API int a_LoadErrorCount(HOSTINFO* root);
+// The root's background; null for a null root.
+PANELHOST_API const cPanelBackground* a_GetBackground(HOSTINFO* root);

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <windows.h>
+
+// A lock that many readers or one writer hold.
+class SharedLock {
+public:
+    SharedLock() = default;
+    SharedLock(const SharedLock&) = delete;
+    SharedLock& operator=(const SharedLock&) = delete;
+
+    class Reading {
+    public:
+        explicit Reading(SharedLock& lock) : lock_(lock) { AcquireSRWLockShared(&lock_.lock_); }
+        ~Reading() { ReleaseSRWLockShared(&lock_.lock_); }
+        Reading(const Reading&) = delete;
+        Reading& operator=(const Reading&) = delete;
+
+    private:
+        SharedLock& lock_;
+    };
+
+    class Writing {
+    public:
+        explicit Writing(SharedLock& lock) : lock_(lock) { AcquireSRWLockExclusive(&lock_.lock_); }
+        ~Writing() { ReleaseSRWLockExclusive(&lock_.lock_); }
+        Writing(const Writing&) = delete;
+        Writing& operator=(const Writing&) = delete;
+
+    private:
+        SharedLock& lock_;
+    };
+
+private:
+    SRWLOCK lock_ = SRWLOCK_INIT;
+};

@@ -1,0 +1,61 @@
+#pragma once
+
+#include "Panelhost/Api.h"
+#include "Panelhost/Messages.h"
+
+#include <string>
+
+class HOSTINFO;
+
+constexpr int COMMAND_GET = 1;
+constexpr int COMMAND_SET = 2;
+// Look the name up in the keyword table and store its row in index; nothing is read or written.
+constexpr int COMMAND_RESOLVE = 4;
+
+constexpr int DATATYPE_NONE = 0;
+constexpr int DATATYPE_INTEGER = 5; // 32-bit signed
+constexpr int DATATYPE_FLOAT = 9;   // 32-bit IEEE, always finite
+constexpr int DATATYPE_TEXT = 11;   // zero-terminated, buffer of TEXT_SIZE bytes
+constexpr int DATATYPE_DATA = 37;   // data buffer
+
+// What CWM_MESSAGE carries and every keyword handler receives.
+struct VALUERECORD {
+    int command = 0;
+    int index = 0; // row of the keyword table; 0 is the default value
+    int datatype = DATATYPE_NONE;
+    int reserved = 0;
+    void* data = nullptr;
+    const char* name = nullptr; // keyword, or null
+    int reserved2 = 0;
+};
+
+// Returns 1 when it handled the record (get: something new was stored; set: something was taken), 0
+// otherwise.
+using KEYWORDHANDLER = int (*)(VALUERECORD* record, HOSTINFO* object);
+
+// Written by CWM_SAVE and shown by CWM_SAVETOLISTCTRL.
+constexpr int KEYWORD_SAVED = 0x2000;
+
+// A row of a keyword table. The table ends with a row whose keyword is null; row 0 is " ", the default value.
+struct KEYWORDROW {
+    const char* keyword = nullptr;
+    KEYWORDHANDLER handler = nullptr;
+    int flags = 0;
+};
+
+// Row number of a keyword (exact, case-sensitive), or -1. A null table or keyword gives -1.
+PANELHOST_API int a_FindKeyword(const KEYWORDROW* table, const char* keyword);
+
+// Answers a get record: stores the value in the record's datatype and returns 1, or returns 0 when the
+// caller's buffer already holds it, when the datatype is none of integer, float and text, or when there is no
+// buffer.
+PANELHOST_API int a_AnswerInteger(VALUERECORD* record, int value);
+PANELHOST_API int a_AnswerFloat(VALUERECORD* record, float value);
+// Integer and float callers receive the number that the text begins with; 0 when there is none.
+PANELHOST_API int a_AnswerText(VALUERECORD* record, const char* value);
+
+// Reads the value of a set record (integer, float or text) into the given variable. 1 when read; 0 with the
+// variable untouched when the data is missing, unreadable, out of the type's range, or not finite.
+PANELHOST_API int a_ReadInteger(const VALUERECORD* record, int* value);
+PANELHOST_API int a_ReadFloat(const VALUERECORD* record, float* value);
+PANELHOST_API int a_ReadText(const VALUERECORD* record, std::string* value);

@@ -1,0 +1,64 @@
+#pragma once
+
+#include "Panelhost/Devices.h"
+#include "logic/Simulation.h"
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+// A device that exists only here: its parameters hold what is set, move by themselves or follow each other as
+// its device file says. The parameter "online" (1 or 0) takes it off the network and brings it back.
+class SimulatedDevice : public DEVICE {
+public:
+    SimulatedDevice();
+
+    // A parameter as text, and its change from the device's side; result receives what is returned as well.
+    using DEVICE::OnGet;
+    using DEVICE::OnSet;
+    int OnGet(const char* keyword, std::string& value, int* result) override;
+    int OnSet(const char* keyword, std::string& value, int* result) override;
+    LRESULT OnTimer(WPARAM timer, LPARAM lParam) override;
+    LRESULT OnIsAlive(WPARAM wParam, LPARAM lParam) override;
+    LRESULT OnGetKeywords(WPARAM wParam, LPARAM names) override;
+    LRESULT OnGetDatatype(WPARAM wParam, LPARAM keyword) override;
+    LRESULT OnRequestList(WPARAM keyword, LPARAM item) override;
+
+    // Applies what a device file says of a parameter. False when it cannot be read.
+    bool Declare(const std::string& keyword, const std::string& text);
+
+private:
+    struct Parameter {
+        SimulatedDevice* device;
+        int index; // from 1 on
+        logic::ParameterDeclaration declaration;
+        float number = 0; // value of a numeric parameter, in its unit
+        std::string text; // value of a text
+        std::optional<logic::Wave> wave;
+        std::optional<logic::Follow> follow;
+        std::vector<std::string> added;  // parameters whose values are added
+        std::vector<std::string> muting; // parameters that hold this one at its minimum while one is not 0
+
+        bool MovesByItself() const { return wave || follow || !added.empty() || !muting.empty(); }
+        int Datatype() const;
+        int Answer(VALUERECORD* record) const;
+        int Take(const VALUERECORD* record);
+        void SetNumber(float value);
+    };
+
+    static int HandleRequest(VALUERECORD* record, void* context);
+    Parameter* Find(const std::string& keyword) const;
+    Parameter& Enter(const std::string& keyword);
+    // The value of a source, "parameter" of this device or "DEVICE*parameter"; 0 when there is none.
+    float SourceValue(const std::string& source) const;
+    void Move(Parameter& parameter, std::uint32_t elapsed);
+
+    std::vector<std::unique_ptr<Parameter>> parameters_; // in order of declaration; addresses stay valid
+    std::vector<std::string> keywords_;
+    std::unordered_map<std::string, Parameter*> byKeyword_;
+    DWORD lastTick_;
+    std::uint64_t time_ = 0; // milliseconds of simulation
+};

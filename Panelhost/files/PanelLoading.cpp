@@ -1,0 +1,124 @@
+#include "Panelhost/files/PanelLoading.h"
+
+#include "Panelhost/Trace.h"
+#include "Panelhost/files/LineFile.h"
+
+namespace {
+
+// The panel shows itself once when all its controls are there.
+class DrawingHeld {
+public:
+    explicit DrawingHeld(HWND window) : window_(window), visible_(IsWindowVisible(window) != 0) {
+        if (visible_) {
+            SendMessageA(window_, WM_SETREDRAW, FALSE, 0);
+        }
+    }
+    ~DrawingHeld() {
+        if (visible_) {
+            SendMessageA(window_, WM_SETREDRAW, TRUE, 0);
+            RedrawWindow(window_, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+        }
+    }
+    DrawingHeld(const DrawingHeld&) = delete;
+    DrawingHeld& operator=(const DrawingHeld&) = delete;
+
+private:
+    HWND window_;
+    bool visible_;
+};
+
+} // namespace
+
+void PanelLoading::Fail(const char* format, const std::string& text) {
+    ++root_.loadErrors;
+    EDITTRACE(&root_, format, text.c_str());
+}
+
+int PanelLoading::Load(const std::string& path) {
+    root_.loadErrors = 0;
+    LineFile file(path);
+    if (!file.IsOpen()) {
+        return -1;
+    }
+    const DrawingHeld held(root_.window);
+    std::vector<Connection> connections;
+    std::string line;
+    bool usable = false;
+    while (file.Next(line, usable)) {
+        if (!usable) {
+            Fail("Line is too long or damaged: %s", line);
+        } else if (logic::SplitPropertyLine(line).keyword == "connection") {
+            connections.push_back({line, file.LineNumber()});
+        } else if (!line.empty()) {
+            Apply(line);
+        }
+    }
+    for (const Connection& connection : connections) {
+        file.Location().SetLine(connection.lineNumber);
+        Apply(connection.line);
+    }
+    return file.HasFailed() ? -1 : created_;
+}
+
+void PanelLoading::Apply(const std::string& line) {
+    const logic::PropertyLine parts = logic::SplitPropertyLine(line);
+    if (parts.keyword == "control") {
+        CreateFromHeader(line, parts);
+    } else {
+        Send(line, parts);
+    }
+}
+
+void PanelLoading::CreateFromHeader(const std::string& line, const logic::PropertyLine& parts) {
+    const auto header = logic::ParseControlHeader(parts.value);
+    HOSTINFO* parent = parts.object.empty() ? &root_ : root_.Find(std::string(parts.object));
+    if (!header || parent == nullptr || parent->kind == KIND_DEVICE) {
+        Fail(header ? "Panel not found: %s" : "Error reading line %s", line);
+        return;
+    }
+    const logic::Rectangle& place = header->rectangle;
+    const std::string path = parts.object.empty() ? "" : std::string(parts.object) + "*";
+    if (const HOSTINFO* existing = root_.Find(path + header->name); existing != nullptr) {
+        if (existing->kind == KIND_CONTROL &&
+            parent->kind == KIND_CONTROL) { // a strip's own child, moved by its user
+            SetWindowPos(existing->window, nullptr, place.left, place.top, place.right - place.left,
+                         place.bottom - place.top, SWP_NOZORDER | SWP_NOACTIVATE);
+        }
+        return;
+    }
+    const DWORD style = (header->style & ~static_cast<DWORD>(WS_POPUP)) | WS_CHILD;
+    HWND window = CreateWindowExA(header->extendedStyle, header->className.c_str(), header->name.c_str(),
+                                  style, place.left, place.top, place.right - place.left,
+                                  place.bottom - place.top, parent->window, nullptr, nullptr, parent);
+    if (a_FromWindow(window) == nullptr) { // no such class, or a class that is none of a control
+        if (window != nullptr) {
+            DestroyWindow(window);
+        }
+        Fail("Unknown class: %s", line);
+        return;
+    }
+    ++created_;
+    lastName_.clear();
+    lastObject_ = nullptr;
+}
+
+void PanelLoading::Send(const std::string& line, const logic::PropertyLine& parts) {
+    if (parts.object.empty() && parts.hasEquals) {
+        if (root_.OnLoad(LOAD_FROM_FILE, reinterpret_cast<LPARAM>(line.c_str())) == 0) {
+            ++root_.loadErrors;
+        }
+        return;
+    }
+    if (lastObject_ == nullptr || lastName_ != parts.object || !a_IsAlive(lastObject_)) {
+        lastName_ = parts.object;
+        lastObject_ = root_.Find(lastName_);
+    }
+    if (lastObject_ == nullptr || lastObject_->kind == KIND_DEVICE) {
+        Fail("Object not found: %s", line);
+        return;
+    }
+    const char* text = parts.hasEquals ? parts.keyword.data() : parts.value.data();
+    if (SendMessageA(lastObject_->window, CWM_LOAD, LOAD_FROM_FILE, reinterpret_cast<LPARAM>(text)) == 0) {
+        ++root_.loadErrors;
+    }
+}

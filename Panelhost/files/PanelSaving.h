@@ -1,0 +1,18 @@
+#pragma once
+
+#include "Panelhost/objects/PanelRoot.h"
+
+#include <string>
+
+// Writes a panel file beside the old one and puts it in its place when it is whole.
+class PanelSaving {
+public:
+    static bool Save(PanelRoot& root, const std::string& path);
+    // A line of the panel being saved was lost.
+    static void Failed() { failed_ = true; }
+
+private:
+    static bool WriteAll(PanelRoot& root, HANDLE file);
+
+    static thread_local bool failed_;
+};

@@ -1,0 +1,84 @@
+// The parts of a property line, rectangles as text, and file names made absolute.
+
+#include "Panelhost/PropertyText.h"
+
+#include "Panelhost/Guard.h"
+#include "Panelhost/Messages.h"
+#include "logic/PropertyLine.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace {
+
+int CopyPart(std::string_view part, char* out) {
+    const std::size_t length = std::min<std::size_t>(part.size(), TEXT_SIZE - 1);
+    std::memcpy(out, part.data(), length);
+    out[length] = '\0';
+    return length > 0 ? 1 : 0;
+}
+
+logic::PropertyLine Split(const char* line) {
+    return logic::SplitPropertyLine(line == nullptr ? "" : line);
+}
+
+// Folder of this library with a backslash at its end.
+std::string ApplicationFolder() {
+    HMODULE module = nullptr;
+    GetModuleHandleExA(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+                       reinterpret_cast<const char*>(&ApplicationFolder), &module);
+    char path[MAX_PATH];
+    const DWORD length = GetModuleFileNameA(module, path, MAX_PATH);
+    const std::string full(path, length);
+    return full.substr(0, full.find_last_of("\\/") + 1);
+}
+
+bool IsAbsolute(std::string_view name) {
+    return name.front() == '\\' || name.front() == '/' || (name.size() > 1 && name[1] == ':');
+}
+
+} // namespace
+
+int a_GetObjectName(const char* line, char* objectOut) {
+    return CopyPart(Split(line).object, objectOut);
+}
+int a_GetKeyword(const char* line, char* keywordOut) {
+    return CopyPart(Split(line).keyword, keywordOut);
+}
+int a_GetParameter(const char* line, char* valueOut) {
+    return CopyPart(Split(line).value, valueOut);
+}
+
+std::string a_GetRectString(const RECT& rectangle) {
+    return Guarded<std::string>({}, [&] {
+        return logic::RectangleText(
+            {static_cast<std::int32_t>(rectangle.left), static_cast<std::int32_t>(rectangle.top),
+             static_cast<std::int32_t>(rectangle.right), static_cast<std::int32_t>(rectangle.bottom)});
+    });
+}
+
+int a_ReadRectString(const char* text, RECT* rectangle) {
+    const auto read = logic::ParseRectangle(text == nullptr ? "" : text);
+    if (!read || rectangle == nullptr) {
+        return 0;
+    }
+    *rectangle = {read->left, read->top, read->right, read->bottom};
+    return 1;
+}
+
+int a_MakeFullPathName(const char* name, char* fullPath) {
+    *fullPath = '\0';
+    if (name == nullptr || *name == '\0') {
+        return 0;
+    }
+    return Guarded(0, [&] {
+        static const std::string folder = ApplicationFolder();
+        const std::string path = IsAbsolute(name) ? name : folder + name;
+        const DWORD length = GetFullPathNameA(path.c_str(), MAX_PATH, fullPath, nullptr);
+        if (length == 0 || length >= MAX_PATH) {
+            *fullPath = '\0';
+            return 0;
+        }
+        return 1;
+    });
+}

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "Panelhost/Hostinfo.h"
+#include "Panelhost/SharedLock.h"
+
+#include <unordered_map>
+
+// All objects that live in this process: by address and by window. Objects come and go on the user-interface
+// thread; any thread may look one up.
+class ObjectTree {
+public:
+    static ObjectTree& Get();
+
+    void Enter(HOSTINFO* object);
+    void Leave(HOSTINFO* object);
+    HOSTINFO* FromWindow(HWND window);
+    bool IsAlive(const HOSTINFO* object);
+    int Count();
+
+private:
+    SharedLock lock_;
+    std::unordered_map<HWND, HOSTINFO*> byWindow_;
+    std::unordered_map<const HOSTINFO*, HWND> windows_;
+};

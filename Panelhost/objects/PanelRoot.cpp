@@ -1,0 +1,439 @@
+// The root object: names, bindings between objects, layers and modes, and the panel window's own keywords.
+
+#include "Panelhost/objects/PanelRoot.h"
+
+#include "Panelhost/Guard.h"
+#include "Panelhost/PropertyTable.h"
+#include "Panelhost/PropertyText.h"
+#include "Panelhost/Root.h"
+#include "Panelhost/Trace.h"
+#include "Panelhost/objects/ObjectTree.h"
+#include "logic/Layers.h"
+#include "logic/PropertyLine.h"
+
+#include <algorithm>
+#include <commctrl.h>
+
+namespace {
+
+constexpr UINT_PTR SUBCLASS_ID = 1;
+
+std::vector<PanelRoot*>& Roots() {
+    static std::vector<PanelRoot*> roots;
+    return roots;
+}
+
+LRESULT CALLBACK PanelWindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
+                                 DWORD_PTR reference) noexcept {
+    auto* root = reinterpret_cast<PanelRoot*>(reference);
+    switch (message) {
+    case CWM_MESSAGE:
+        return root->OnMessage(wParam, lParam);
+    case CWM_LOAD:
+        return root->OnLoad(wParam, lParam);
+    case CWM_SAVE:
+        return root->OnSave(wParam, lParam);
+    case CWM_SAVETOLISTCTRL:
+        return root->OnSaveToListCtrl(wParam, lParam);
+    case CWM_GETPROPERTIES:
+        return reinterpret_cast<LRESULT>(static_cast<HOSTINFO*>(root));
+    case WM_ERASEBKGND:
+        if (!root->background.Text().empty()) {
+            RECT client;
+            GetClientRect(window, &client);
+            root->background.Draw(reinterpret_cast<HDC>(wParam), client.right, client.bottom, 0, 0);
+            return 1;
+        }
+        break;
+    case WM_NCDESTROY:
+        RemoveWindowSubclass(window, PanelWindowProc, SUBCLASS_ID);
+        ObjectTree::Get().Leave(root);
+        root->window = nullptr;
+        break;
+    default:
+        break;
+    }
+    return DefSubclassProc(window, message, wParam, lParam);
+}
+
+PanelRoot& AsRoot(HOSTINFO* object) {
+    return *static_cast<PanelRoot*>(object);
+}
+
+// The keywords of the root. Each handler takes text and answers in any datatype.
+int AnswerOrTake(VALUERECORD* record, const std::string& current,
+                 bool (*take)(PanelRoot&, const std::string&), HOSTINFO* object) {
+    if (record->command == COMMAND_GET) {
+        return a_AnswerText(record, current.c_str());
+    }
+    std::string text;
+    return record->command == COMMAND_SET && a_ReadText(record, &text) != 0 && take(AsRoot(object), text) ? 1
+                                                                                                          : 0;
+}
+
+int BackgroundKeyword(VALUERECORD* record, HOSTINFO* object) {
+    return AnswerOrTake(
+        record, AsRoot(object).background.Text(),
+        [](PanelRoot& root, const std::string& text) {
+            if (!root.background.Set(text.c_str())) {
+                return false;
+            }
+            RedrawWindow(root.window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+            return true;
+        },
+        object);
+}
+
+int LayerKeyword(VALUERECORD* record, HOSTINFO* object) {
+    return AnswerOrTake(
+        record, logic::LayersText(AsRoot(object).activeLayers),
+        [](PanelRoot& root, const std::string& text) {
+            const auto layers = logic::ParseLayers(text);
+            if (!layers) {
+                return false;
+            }
+            root.activeLayers = *layers;
+            for (HOSTINFO* control : root.Controls()) {
+                root.ApplyLayers(control);
+            }
+            return true;
+        },
+        object);
+}
+
+int ParameterDialogKeyword(VALUERECORD* record, HOSTINFO* object) {
+    return AnswerOrTake(
+        record, AsRoot(object).parameterDialog,
+        [](PanelRoot& root, const std::string& text) {
+            root.parameterDialog = text;
+            return true;
+        },
+        object);
+}
+
+int SizeKeyword(VALUERECORD* record, HOSTINFO* object) {
+    return AnswerOrTake(
+        record, AsRoot(object).size,
+        [](PanelRoot& root, const std::string& text) {
+            if (!text.empty()) {
+                const auto size = logic::ParseRectangle("0,0," + text);
+                if (!size || size->right < 1 || size->bottom < 1) {
+                    return false;
+                }
+            }
+            root.size = text;
+            return true;
+        },
+        object);
+}
+
+int TitleKeyword(VALUERECORD* record, HOSTINFO* object) {
+    return AnswerOrTake(
+        record, AsRoot(object).title,
+        [](PanelRoot& root, const std::string& text) {
+            root.title = text;
+            return true;
+        },
+        object);
+}
+
+void RebuildRequests(const std::vector<HOSTINFO*>& objects) {
+    for (HOSTINFO* object : objects) {
+        a_BuildRequestList(object->functions, object->connections, object, object->requests);
+    }
+}
+
+constexpr KEYWORDROW KEYWORDS[] = {
+    {" ", TitleKeyword, 0},
+    {"background", BackgroundKeyword, KEYWORD_SAVED},
+    {"layer", LayerKeyword, KEYWORD_SAVED},
+    {"parameterdlg", ParameterDialogKeyword, 0},
+    {"size", SizeKeyword, KEYWORD_SAVED},
+    {"title", TitleKeyword, KEYWORD_SAVED},
+    {},
+};
+
+} // namespace
+
+PanelRoot* PanelRoot::Create(HWND panel, const char* rootName) {
+    if (!IsWindow(panel) || ObjectTree::Get().FromWindow(panel) != nullptr) {
+        return nullptr;
+    }
+    auto* root = new PanelRoot;
+    root->window = panel;
+    root->kind = KIND_ROOT;
+    root->name = logic::CleanName(rootName == nullptr ? "" : rootName);
+    root->root_ = root;
+    GetClientRect(panel, &root->rectangle);
+    Roots().push_back(root);
+    ObjectTree::Get().Enter(root);
+    if (!SetWindowSubclass(panel, PanelWindowProc, SUBCLASS_ID, reinterpret_cast<DWORD_PTR>(root))) {
+        delete root;
+        return nullptr;
+    }
+    return root;
+}
+
+PanelRoot* PanelRoot::From(HOSTINFO* object) {
+    const auto& roots = Roots();
+    const auto found = std::find(roots.begin(), roots.end(), object);
+    return found == roots.end() ? nullptr : *found;
+}
+
+PanelRoot* PanelRoot::Above(const HOSTINFO* object) {
+    return object == nullptr ? nullptr : object->root_;
+}
+
+PanelRoot::~PanelRoot() {
+    if (window != nullptr) {
+        ShowWindow(window, SW_HIDE); // destroying many children of a visible window one by one is slow
+    }
+    while (!controls_.empty()) {
+        HOSTINFO* control = controls_.front();
+        DestroyWindow(control->window);
+        if (!controls_.empty() && controls_.front() == control) { // a window that this thread cannot destroy
+            Remove(control);
+        }
+    }
+    while (!devices_.empty()) {
+        HOSTINFO* device = devices_.front();
+        delete device;
+        if (!devices_.empty() && devices_.front() == device) {
+            devices_.pop_front();
+        }
+    }
+    if (window != nullptr) {
+        RemoveWindowSubclass(window, PanelWindowProc, SUBCLASS_ID);
+    }
+    ObjectTree::Get().Leave(this);
+    auto& roots = Roots();
+    roots.erase(std::remove(roots.begin(), roots.end(), this), roots.end());
+}
+
+const KEYWORDROW* PanelRoot::GetHostinfoTable() {
+    return KEYWORDS;
+}
+
+LRESULT PanelRoot::OnLoad(WPARAM loadMode, LPARAM line) {
+    const auto* text = reinterpret_cast<const char*>(line);
+    if (text == nullptr) {
+        return 0;
+    }
+    char keyword[TEXT_SIZE];
+    char value[TEXT_SIZE];
+    a_GetKeyword(text, keyword);
+    a_GetParameter(text, value);
+    const int row = a_FindKeyword(KEYWORDS, keyword);
+    if (row < 0) {
+        TRACE("Panel Keyword not found: %s\n", keyword);
+        return 0;
+    }
+    VALUERECORD record{COMMAND_SET, row, DATATYPE_TEXT, 0, value, nullptr, 0};
+    if (a_DispatchRecord(this, KEYWORDS, &record) == 0) {
+        return EDITTRACE(this, "Error reading line %s", text);
+    }
+    if (loadMode != LOAD_FROM_FILE && (KEYWORDS[row].flags & KEYWORD_SAVED) != 0) {
+        flags |= FLAG_CHANGED;
+    }
+    return 1;
+}
+
+LRESULT PanelRoot::OnSave(WPARAM saveCode, LPARAM file) {
+    if (saveCode != SAVE_PROPERTIES) {
+        if (saveCode != SAVE_CONNECTIONS) {
+            TRACE("Unknown wSaveCode %x\n", static_cast<unsigned>(saveCode));
+        }
+        return 0;
+    }
+    return Guarded(LRESULT{0}, [&] {
+        std::string lines;
+        char value[TEXT_SIZE];
+        for (const KEYWORDROW* row = KEYWORDS; row->keyword != nullptr; ++row) {
+            value[0] = '\0';
+            VALUERECORD record{COMMAND_GET, 0, DATATYPE_TEXT, 0, value, nullptr, 0};
+            if ((row->flags & KEYWORD_SAVED) != 0 && row->handler(&record, this) != 0) {
+                lines += std::string(row->keyword) + "=" + value + "\r\n";
+            }
+        }
+        a_WriteText(reinterpret_cast<HANDLE>(file), lines.data(), lines.size());
+        return LRESULT{0};
+    });
+}
+
+LRESULT PanelRoot::OnSaveToListCtrl(WPARAM, LPARAM listView) {
+    return a_ListProperties(this, KEYWORDS, reinterpret_cast<HWND>(listView));
+}
+
+LRESULT PanelRoot::OnMessage(WPARAM, LPARAM record) {
+    auto* request = reinterpret_cast<VALUERECORD*>(record);
+    if (request == nullptr) {
+        return 0;
+    }
+    if (request->index == 0 && request->name != nullptr && a_FindKeyword(KEYWORDS, request->name) < 0) {
+        return 0; // unlike a control, which falls back to its default value
+    }
+    return a_DispatchRecord(this, KEYWORDS, request);
+}
+
+LRESULT PanelRoot::OnGetActiveLayer(WPARAM, LPARAM layersOut) {
+    *reinterpret_cast<std::uint64_t*>(layersOut) = activeLayers;
+    return 1;
+}
+
+std::string PanelRoot::FreeName(const std::string& path, const std::string& ownName) {
+    const std::string folded = logic::FoldName(path + ownName);
+    if (byName_.find(folded) == byName_.end()) {
+        return path + ownName;
+    }
+    int& number =
+        lastNumber_[folded]; // where the last search ended: a thousand equal names stay a linear effort
+    while (byName_.find(folded + std::to_string(++number)) != byName_.end()) {
+    }
+    return path + ownName + std::to_string(number);
+}
+
+void PanelRoot::Add(HOSTINFO* object, HOSTINFO* owner, const std::string& ownName) {
+    object->name = FreeName(owner == this ? "" : owner->name + "*", ownName);
+    {
+        const SharedLock::Writing writing(lock_);
+        byName_[logic::FoldName(object->name)] = object;
+    }
+    auto& list = object->kind == KIND_DEVICE ? devices_ : controls_;
+    object->place_ = list.insert(list.end(), object);
+    object->root_ = this;
+    object->reachable_ = true;
+    object->mode = mode;
+    ++owner->children_;
+}
+
+void PanelRoot::Remove(HOSTINFO* object) {
+    if (object->root_ != this || object == this) {
+        return;
+    }
+    Withdraw(object);
+    Forget(object);
+    (object->kind == KIND_DEVICE ? devices_ : controls_).erase(object->place_);
+    if (object->children_ > 0) { // its windows go right after it
+        for (HOSTINFO* child : controls_) {
+            if (child->parent == object) {
+                child->parent = nullptr;
+            }
+        }
+    }
+    if (object->parent != nullptr) {
+        --object->parent->children_;
+    }
+    object->root_ = nullptr;
+}
+
+HOSTINFO* PanelRoot::Find(const std::string& fullName) {
+    const std::string folded = logic::FoldName(fullName);
+    const SharedLock::Reading reading(lock_);
+    const auto found = byName_.find(folded);
+    return found == byName_.end() ? nullptr : found->second;
+}
+
+void PanelRoot::Announce(HOSTINFO* object) {
+    RebuildRequests(waiting_.On(logic::FoldName(object->name)));
+}
+
+void PanelRoot::Withdraw(HOSTINFO* object) {
+    if (!object->reachable_) {
+        return;
+    }
+    object->reachable_ = false;
+    {
+        const SharedLock::Writing writing(lock_);
+        byName_.erase(logic::FoldName(object->name));
+        lastNumber_.clear(); // the name is free again
+    }
+    RebuildRequests(bound_.On(object));
+}
+
+void PanelRoot::Forget(HOSTINFO* object) {
+    waiting_.Forget(object);
+    bound_.Forget(object);
+}
+
+void PanelRoot::WaitFor(HOSTINFO* object, const std::string& fullName) {
+    waiting_.Add(object, logic::FoldName(fullName));
+}
+
+void PanelRoot::Bind(HOSTINFO* object, const HOSTINFO* target) {
+    bound_.Add(object, target);
+}
+
+std::vector<HWND> PanelRoot::DependentsOn(const std::string& address) const {
+    std::vector<HWND> windows;
+    for (const HOSTINFO* object : waiting_.On(logic::FoldName(address))) {
+        windows.push_back(object->window);
+    }
+    return windows;
+}
+
+void PanelRoot::ApplyLayers(HOSTINFO* object) const {
+    if (object->layers == 0) {
+        return; // its visibility is the host's
+    }
+    const bool shown = mode != 0 || logic::LayerShown(object->layers, activeLayers);
+    const bool visible = (GetWindowLongA(object->window, GWL_STYLE) & WS_VISIBLE) != 0;
+    if (shown != visible) {
+        ShowWindow(object->window, shown ? SW_SHOWNA : SW_HIDE);
+    }
+}
+
+void PanelRoot::SetMode(WORD newMode) {
+    mode = newMode;
+    for (HOSTINFO* control : controls_) {
+        control->mode = newMode;
+        ApplyLayers(control);
+    }
+    RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+}
+
+void PanelRoot::Tick() {
+    // Objects may come and go while they handle the tick, so the windows are listed first.
+    std::vector<HWND> windows;
+    windows.reserve(devices_.size() + controls_.size());
+    for (const HOSTINFO* device : devices_) {
+        windows.push_back(device->window);
+    }
+    for (const HOSTINFO* control : controls_) {
+        windows.push_back(control->window);
+    }
+    for (HWND target : windows) {
+        SendMessageA(target, WM_TIMER, 0, 0);
+    }
+}
+
+bool a_IsChanged(HOSTINFO* root) {
+    const PanelRoot* panel = PanelRoot::From(root);
+    if (panel == nullptr) {
+        return false;
+    }
+    const auto changed = [](const HOSTINFO* object) { return (object->flags & FLAG_CHANGED) != 0; };
+    return changed(panel) || std::any_of(panel->Controls().begin(), panel->Controls().end(), changed);
+}
+
+void a_SetChanged(HOSTINFO* root, bool changed) {
+    PanelRoot* panel = PanelRoot::From(root);
+    if (panel == nullptr) {
+        return;
+    }
+    panel->flags = static_cast<WORD>(changed ? panel->flags | FLAG_CHANGED : panel->flags & ~FLAG_CHANGED);
+    if (!changed) {
+        for (HOSTINFO* control : panel->Controls()) {
+            control->flags = static_cast<WORD>(control->flags & ~FLAG_CHANGED);
+        }
+    }
+}
+
+int a_LoadErrorCount(HOSTINFO* root) {
+    const PanelRoot* panel = PanelRoot::From(root);
+    return panel == nullptr ? 0 : panel->loadErrors;
+}
+
+const cPanelBackground* a_GetBackground(HOSTINFO* root) {
+    const PanelRoot* panel = PanelRoot::From(root);
+    return panel == nullptr ? nullptr : &panel->background;
+}

@@ -1,0 +1,110 @@
+#pragma once
+
+#include "Panelhost/Background.h"
+#include "Panelhost/Hostinfo.h"
+#include "Panelhost/SharedLock.h"
+
+#include <list>
+#include <string>
+#include <unordered_map>
+#include <unordered_set>
+#include <vector>
+
+// Which objects depend on which key (a name they wait for, a target they are bound to), looked up from both
+// sides.
+template <class Key>
+class Dependence {
+public:
+    void Add(HOSTINFO* object, const Key& key) {
+        if (objects_[key].insert(object).second) {
+            keys_[object].push_back(key);
+        }
+    }
+
+    void Forget(HOSTINFO* object) {
+        const auto entry = keys_.find(object);
+        if (entry == keys_.end()) {
+            return;
+        }
+        for (const Key& key : entry->second) {
+            const auto dependents = objects_.find(key);
+            dependents->second.erase(object);
+            if (dependents->second.empty()) {
+                objects_.erase(dependents);
+            }
+        }
+        keys_.erase(entry);
+    }
+
+    std::vector<HOSTINFO*> On(const Key& key) const {
+        const auto entry = objects_.find(key);
+        return entry == objects_.end() ? std::vector<HOSTINFO*>{}
+                                       : std::vector<HOSTINFO*>(entry->second.begin(), entry->second.end());
+    }
+
+private:
+    std::unordered_map<Key, std::unordered_set<HOSTINFO*>> objects_;
+    std::unordered_map<const HOSTINFO*, std::vector<Key>> keys_;
+};
+
+// The root object of one panel: owns the tree of names below it, knows who waits for a name and who is bound
+// to whom, and answers the private messages for the panel window.
+class PanelRoot : public HOSTINFO {
+public:
+    // Null when the window is none or has a root already.
+    static PanelRoot* Create(HWND panel, const char* rootName);
+    // The object as a root, or null when it is none that lives.
+    static PanelRoot* From(HOSTINFO* object);
+    // The root above an object, or null.
+    static PanelRoot* Above(const HOSTINFO* object);
+    ~PanelRoot() override;
+
+    int HasHostinfoTable() override { return 1; }
+    const KEYWORDROW* GetHostinfoTable() override;
+    LRESULT OnLoad(WPARAM loadMode, LPARAM line) override;
+    LRESULT OnSave(WPARAM saveCode, LPARAM file) override;
+    LRESULT OnSaveToListCtrl(WPARAM wParam, LPARAM listView) override;
+    LRESULT OnMessage(WPARAM wParam, LPARAM record) override;
+    LRESULT OnGetActiveLayer(WPARAM wParam, LPARAM layers) override;
+
+    // Tree of names.
+    void Add(HOSTINFO* object, HOSTINFO* owner, const std::string& ownName);
+    void Remove(HOSTINFO* object);
+    HOSTINFO* Find(const std::string& fullName);
+    const std::list<HOSTINFO*>& Controls() const { return controls_; }
+    const std::list<HOSTINFO*>& Devices() const { return devices_; }
+
+    // Bindings. Announce and Withdraw rebuild the request lists of those that are bound to the object.
+    void Announce(HOSTINFO* object);
+    void Withdraw(HOSTINFO* object);
+    // An object's own request list is about to be built anew, or the object goes.
+    void Forget(HOSTINFO* object);
+    void WaitFor(HOSTINFO* object, const std::string& name);
+    void Bind(HOSTINFO* object, const HOSTINFO* target);
+
+    // Windows of the controls that wait for a device parameter's address.
+    std::vector<HWND> DependentsOn(const std::string& address) const;
+
+    void ApplyLayers(HOSTINFO* object) const;
+    void SetMode(WORD newMode);
+    void Tick();
+
+    cPanelBackground background;
+    std::uint64_t activeLayers = 0;
+    std::string title;
+    std::string size;            // "width,height" or empty
+    std::string parameterDialog; // name of the control whose parameter dialog is open
+    int loadErrors = 0;
+
+private:
+    PanelRoot() = default;
+    std::string FreeName(const std::string& path, const std::string& ownName);
+
+    SharedLock lock_;                                   // guards byName_: other threads look names up
+    std::unordered_map<std::string, HOSTINFO*> byName_; // full names in folded form
+    std::unordered_map<std::string, int> lastNumber_;   // folded name: last number appended to make it free
+    std::list<HOSTINFO*> controls_;                     // in order of creation
+    std::list<HOSTINFO*> devices_;
+    Dependence<std::string> waiting_;   // on a folded name that nothing has at present
+    Dependence<const HOSTINFO*> bound_; // on a target
+};

@@ -1,0 +1,287 @@
+// Bindings of an object, the request list built from them, and the sending of requests.
+
+#include "Panelhost/Requests.h"
+
+#include "Panelhost/Guard.h"
+#include "Panelhost/Hostinfo.h"
+#include "Panelhost/Trace.h"
+#include "Panelhost/objects/ObjectTree.h"
+#include "Panelhost/objects/PanelRoot.h"
+#include "logic/PropertyLine.h"
+
+#include <cmath>
+#include <cstring>
+#include <vector>
+
+namespace {
+
+// How deep requests may be nested: a control that is set sends to its own connections, and so on. Rings
+// settle because an equal value is not sent on; this guards those that never become equal.
+constexpr int MAXIMUM_DEPTH = 64;
+int depth = 0;
+
+class Nesting {
+public:
+    Nesting() { ++depth; }
+    ~Nesting() { --depth; }
+    Nesting(const Nesting&) = delete;
+    Nesting& operator=(const Nesting&) = delete;
+};
+
+// "%n" becomes the full name of the object that contains the control.
+std::string Expand(const std::string& address, const HOSTINFO* object) {
+    std::string text = address;
+    const HOSTINFO* container = object->parent;
+    const std::string path = container == nullptr || container->kind == KIND_ROOT ? "" : container->name;
+    for (auto place = text.find("%n"); place != std::string::npos;
+         place = text.find("%n", place + path.size())) {
+        text.replace(place, 2, path);
+    }
+    if (!text.empty() && text.front() == '*') { // directly on the root there is no path
+        text.erase(0, 1);
+    }
+    return text;
+}
+
+// Fills in how a device's parameter or a control's value is reached. Names are resolved here, once: the item
+// holds no text that could go before it does.
+bool Reach(HOSTINFO* found, const char* keyword, REQUESTITEM& item) {
+    if (found->kind == KIND_DEVICE) {
+        return found->OnRequestList(reinterpret_cast<WPARAM>(keyword), reinterpret_cast<LPARAM>(&item)) != 0;
+    }
+    if (keyword != nullptr && *keyword != '\0') {
+        VALUERECORD query{COMMAND_RESOLVE, 0, DATATYPE_TEXT, 0, const_cast<char*>(keyword), keyword, 0};
+        found->OnMessage(0, reinterpret_cast<LPARAM>(&query));
+        if (query.index == 0 && std::strcmp(keyword, " ") != 0) {
+            TRACE("Keyword %s of %s not found\n", keyword, found->name.c_str());
+        }
+        item.record.index = query.index;
+    }
+    item.target = found;
+    return true;
+}
+
+REQUESTITEM Resolve(const std::string& address, HOSTINFO* object, const char* keyword, bool follow) {
+    REQUESTITEM item;
+    PanelRoot* root = PanelRoot::Above(object);
+    if (root == nullptr) {
+        return item;
+    }
+    const std::string full = Expand(address, object);
+    const auto star = full.rfind('*');
+    HOSTINFO* found = root->Find(full);
+    const char* ownKeyword = nullptr;
+    if (found == nullptr && star != std::string::npos) {
+        found = root->Find(full.substr(0, star));
+        ownKeyword = address.c_str() + address.rfind('*') + 1;
+    }
+    const bool reached = found != nullptr && Reach(found, keyword != nullptr ? keyword : ownKeyword, item);
+    if (follow) {
+        if (reached) {
+            root->Bind(object, found);
+        } else {
+            root->WaitFor(object, full);
+            if (star != std::string::npos) {
+                root->WaitFor(object, full.substr(0, star));
+            }
+        }
+    }
+    return item;
+}
+
+int ReplaceBindings(const char* text, BINDINGLIST& list, HOSTINFO* object, const BINDINGLIST& functions,
+                    const BINDINGLIST& connections, REQUESTLIST& requests) {
+    if (object == nullptr) {
+        return 0;
+    }
+    return Guarded(0, [&] {
+        BINDINGLIST fresh;
+        for (std::string& address : logic::SplitList(text == nullptr ? "" : text)) {
+            fresh.push_back(std::move(address));
+        }
+        list.swap(fresh);
+        a_BuildRequestList(functions, connections, object, requests);
+        return 1;
+    });
+}
+
+std::size_t ValueSize(int datatype, const void* data) {
+    switch (datatype) {
+    case DATATYPE_INTEGER:
+    case DATATYPE_FLOAT:
+        return 4;
+    case DATATYPE_TEXT:
+        return std::strlen(static_cast<const char*>(data)) + 1;
+    default:
+        return 0; // its size is between sender and receiver
+    }
+}
+
+bool IsSound(int datatype, const void* data) {
+    return datatype != DATATYPE_FLOAT || std::isfinite(*static_cast<const float*>(data));
+}
+
+// A control that limits a value writes the limited one back; the next item must not see it.
+int SendCopy(const REQUESTITEM& item, int datatype, void* data) {
+    const std::size_t size = ValueSize(datatype, data);
+    if (size == 0) {
+        return a_SendToItem(item, COMMAND_SET, datatype, data);
+    }
+    char copy[TEXT_SIZE];
+    std::memcpy(copy, data, size);
+    return a_SendToItem(item, COMMAND_SET, datatype, copy);
+}
+
+// Asks every item with the caller's current value in hand and compares what comes back.
+int Get(const std::vector<REQUESTITEM>& items, int datatype, void* data) {
+    char scratch[TEXT_SIZE];
+    const std::size_t size = ValueSize(datatype, data);
+    std::vector<char> delivered; // the first new value
+    bool unreachable = false;
+    bool disagree = false;
+    bool anySame = false;
+    for (const REQUESTITEM& item : items) {
+        if (size > 0) {
+            std::memcpy(scratch, data, size);
+        }
+        void* buffer = size > 0 ? scratch : data;
+        const int answer = a_SendToItem(item, COMMAND_GET, datatype, buffer);
+        if (answer < 0 || (answer > 0 && !IsSound(datatype, buffer))) {
+            unreachable = true;
+        } else if (answer == 0) {
+            anySame = true;
+        } else if (size == 0) {
+            delivered.assign(1, '\0');
+        } else {
+            const std::size_t newSize = ValueSize(datatype, scratch);
+            if (delivered.empty()) {
+                delivered.assign(scratch, scratch + newSize);
+            } else {
+                disagree = disagree || delivered.size() != newSize ||
+                           std::memcmp(delivered.data(), scratch, newSize) != 0;
+            }
+        }
+    }
+    if (unreachable) {
+        return REQUEST_UNREACHABLE;
+    }
+    if (disagree || (anySame && !delivered.empty())) {
+        return REQUEST_DISAGREE;
+    }
+    if (delivered.empty()) {
+        return REQUEST_UNCHANGED;
+    }
+    if (size > 0) {
+        std::memcpy(data, delivered.data(), delivered.size());
+    }
+    return REQUEST_DELIVERED;
+}
+
+} // namespace
+
+int a_FunctionChanged(const char* text, HOSTINFO* object, BINDINGLIST& functions, BINDINGLIST& connections,
+                      REQUESTLIST& requests) {
+    return ReplaceBindings(text, functions, object, functions, connections, requests);
+}
+
+int a_ConnectionChanged(const char* text, HOSTINFO* object, BINDINGLIST& functions, BINDINGLIST& connections,
+                        REQUESTLIST& requests) {
+    return ReplaceBindings(text, connections, object, functions, connections, requests);
+}
+
+int a_IsConnected(HOSTINFO* object, const char* function, void*) {
+    if (object == nullptr || function == nullptr) {
+        return 0;
+    }
+    return Guarded(0, [&] {
+        const auto comparable = [](const std::string& address) {
+            const auto star = address.rfind('*');
+            return star == std::string::npos
+                       ? logic::FoldName(address)
+                       : logic::FoldName(address.substr(0, star)) + address.substr(star);
+        };
+        const std::string wanted = comparable(function);
+        for (const std::string& address : object->functions) {
+            if (comparable(Expand(address, object)) == wanted) {
+                return 1;
+            }
+        }
+        return 0;
+    });
+}
+
+std::string a_BuildString(const BINDINGLIST& list) {
+    return Guarded<std::string>({}, [&] { return logic::JoinList(list); });
+}
+
+void a_BuildRequestList(const BINDINGLIST& functions, const BINDINGLIST& connections, HOSTINFO* object,
+                        REQUESTLIST& requests, const char* keyword) {
+    if (object == nullptr) {
+        return;
+    }
+    Guarded([&] {
+        const bool follow = &requests == &object->requests;
+        if (PanelRoot* root = PanelRoot::Above(object); follow && root != nullptr) {
+            root->Forget(object);
+        }
+        REQUESTLIST fresh;
+        for (const BINDINGLIST* list : {&functions, &connections}) {
+            for (const std::string& address : *list) {
+                fresh.push_back(Resolve(address, object, keyword, follow));
+            }
+        }
+        requests.swap(fresh);
+    });
+}
+
+void a_EmptyRequestList(REQUESTLIST& requests) {
+    requests.clear();
+}
+
+int a_SendToItem(const REQUESTITEM& item, int command, int datatype, void* data) {
+    if (depth >= MAXIMUM_DEPTH) {
+        TRACE("Requests nested deeper than %d: a ring of connections does not settle\n", MAXIMUM_DEPTH);
+        return -1;
+    }
+    const Nesting nesting;
+    VALUERECORD record = item.record;
+    record.command = command;
+    record.datatype = datatype;
+    record.data = data;
+    if (item.handler != nullptr) {
+        return item.handler(&record, item.context);
+    }
+    if (!a_IsAlive(item.target)) {
+        return -1;
+    }
+    return static_cast<int>(
+        SendMessageA(item.target->window, CWM_MESSAGE, 0, reinterpret_cast<LPARAM>(&record)));
+}
+
+int a_SendRequest(REQUESTLIST& requests, int command, int datatype, void* data, int* result) {
+    if (data == nullptr) {
+        return 0;
+    }
+    return Guarded(0, [&] {
+        const std::vector<REQUESTITEM> items(requests.begin(),
+                                             requests.end()); // the list may change meanwhile
+        int outcome = REQUEST_UNCHANGED;
+        int success = 1;
+        if (command == COMMAND_GET) {
+            outcome = items.empty() ? REQUEST_UNCHANGED : Get(items, datatype, data);
+            success = outcome == REQUEST_UNREACHABLE ? 0 : 1;
+        } else if (!IsSound(datatype, data)) {
+            success = 0;
+        } else {
+            for (const REQUESTITEM& item : items) {
+                const int answer = SendCopy(item, datatype, data);
+                success = answer > 0 ? success : 0;
+                outcome = answer < 0 ? REQUEST_UNREACHABLE : outcome;
+            }
+        }
+        if (result != nullptr) {
+            *result = outcome;
+        }
+        return success;
+    });
+}

@@ -1,0 +1,188 @@
+// Value records: what they carry, converted between the datatypes by one set of rules.
+
+#include "Panelhost/ValueRecord.h"
+
+#include "Panelhost/Guard.h"
+#include "logic/Numbers.h"
+
+#include <cmath>
+#include <cstdio>
+#include <cstring>
+
+namespace {
+
+template <class Number>
+int Store(VALUERECORD* record, Number value) {
+    auto* held = static_cast<Number*>(record->data);
+    if (*held == value) {
+        return 0;
+    }
+    *held = value;
+    return 1;
+}
+
+int StoreText(VALUERECORD* record, const char* value) {
+    auto* held = static_cast<char*>(record->data);
+    if (std::strcmp(held, value) == 0) {
+        return 0;
+    }
+    std::snprintf(held, TEXT_SIZE, "%s", value);
+    return 1;
+}
+
+} // namespace
+
+int a_FindKeyword(const KEYWORDROW* table, const char* keyword) {
+    if (table == nullptr || keyword == nullptr) {
+        return -1;
+    }
+    for (int row = 0; table[row].keyword != nullptr; ++row) {
+        if (std::strcmp(table[row].keyword, keyword) == 0) {
+            return row;
+        }
+    }
+    return -1;
+}
+
+int a_AnswerInteger(VALUERECORD* record, int value) {
+    if (record->data == nullptr) {
+        return 0;
+    }
+    switch (record->datatype) {
+    case DATATYPE_INTEGER:
+        return Store(record, value);
+    case DATATYPE_FLOAT:
+        return Store(record, static_cast<float>(value));
+    case DATATYPE_TEXT: {
+        char text[16];
+        std::snprintf(text, sizeof text, "%d", value);
+        return StoreText(record, text);
+    }
+    default:
+        return 0;
+    }
+}
+
+int a_AnswerFloat(VALUERECORD* record, float value) {
+    if (record->data == nullptr) {
+        return 0;
+    }
+    switch (record->datatype) {
+    case DATATYPE_INTEGER:
+        return Store(record, static_cast<int>(logic::TruncateToInteger(value)));
+    case DATATYPE_FLOAT:
+        return Store(record, value);
+    case DATATYPE_TEXT: {
+        char text[32];
+        std::snprintf(text, sizeof text, "%g", static_cast<double>(value));
+        return StoreText(record, text);
+    }
+    default:
+        return 0;
+    }
+}
+
+int a_AnswerText(VALUERECORD* record, const char* value) {
+    if (record->data == nullptr || value == nullptr) {
+        return 0;
+    }
+    switch (record->datatype) {
+    case DATATYPE_INTEGER: {
+        const auto number = logic::ParseInteger(value);
+        return number ? Store(record, static_cast<int>(*number)) : 0;
+    }
+    case DATATYPE_FLOAT: {
+        const auto number = logic::ParseFloat(value);
+        return number ? Store(record, *number) : 0;
+    }
+    case DATATYPE_TEXT:
+        return StoreText(record, value);
+    default:
+        return 0;
+    }
+}
+
+int a_ReadInteger(const VALUERECORD* record, int* value) {
+    if (record->data == nullptr) {
+        return 0;
+    }
+    switch (record->datatype) {
+    case DATATYPE_INTEGER:
+        *value = *static_cast<const int*>(record->data);
+        return 1;
+    case DATATYPE_FLOAT: {
+        const float number = *static_cast<const float*>(record->data);
+        if (number !=
+            logic::Clamp(number, -2147483648.0F, 2147483520.0F)) { // the ends of int in float, and NaN
+            return 0;
+        }
+        *value = static_cast<int>(number);
+        return 1;
+    }
+    case DATATYPE_TEXT: {
+        const auto number = logic::ParseInteger(static_cast<const char*>(record->data));
+        if (!number) {
+            return 0;
+        }
+        *value = *number;
+        return 1;
+    }
+    default:
+        return 0;
+    }
+}
+
+int a_ReadFloat(const VALUERECORD* record, float* value) {
+    if (record->data == nullptr) {
+        return 0;
+    }
+    switch (record->datatype) {
+    case DATATYPE_INTEGER:
+        *value = static_cast<float>(*static_cast<const int*>(record->data));
+        return 1;
+    case DATATYPE_FLOAT: {
+        const float number = *static_cast<const float*>(record->data);
+        if (!std::isfinite(number)) {
+            return 0;
+        }
+        *value = number;
+        return 1;
+    }
+    case DATATYPE_TEXT: {
+        const auto number = logic::ParseFloat(static_cast<const char*>(record->data));
+        if (!number) {
+            return 0;
+        }
+        *value = *number;
+        return 1;
+    }
+    default:
+        return 0;
+    }
+}
+
+int a_ReadText(const VALUERECORD* record, std::string* value) {
+    if (record->data == nullptr) {
+        return 0;
+    }
+    return Guarded(0, [&] {
+        switch (record->datatype) {
+        case DATATYPE_INTEGER:
+            *value = std::to_string(*static_cast<const int*>(record->data));
+            return 1;
+        case DATATYPE_FLOAT: {
+            const float number = *static_cast<const float*>(record->data);
+            if (!std::isfinite(number)) {
+                return 0;
+            }
+            *value = logic::FormatFloat(number);
+            return 1;
+        }
+        case DATATYPE_TEXT:
+            *value = static_cast<const char*>(record->data);
+            return 1;
+        default:
+            return 0;
+        }
+    });
+}

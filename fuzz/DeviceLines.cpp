@@ -1,0 +1,86 @@
+// Device files and typed values: declarations, waves, follow rules, layers and numbers out of any text.
+#include <cmath>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "logic/Layers.h"
+#include "logic/Numbers.h"
+#include "logic/Simulation.h"
+
+using namespace logic;
+
+namespace {
+
+void Require(bool condition) {
+    if (!condition)
+        __builtin_trap();
+}
+
+void CheckNumbers(std::string_view text) {
+    std::string_view rest = text;
+    if (const auto number = TakeFloat(rest)) {
+        Require(std::isfinite(*number) && rest.size() < text.size() && text.ends_with(rest));
+        Require(ParseFloat(text) == number);
+        // Six digits may round the largest floats up beyond what a float can hold.
+        const auto back = ParseWholeFloat(FormatFloat(*number));
+        Require(back ? std::fabs(*back - *number) <= std::fabs(*number) * 1e-5F + 1e-44F
+                     : std::fabs(*number) > 3.4e38F);
+    } else {
+        Require(rest == text && !ParseWholeFloat(text));
+    }
+    if (const auto number = ParseInteger(text))
+        Require(ParseWholeInteger(std::to_string(*number)) == number);
+    if (ParseWholeHex(text))
+        Require(ParseWholeHex(text) == ParseHex(text));
+
+    const std::vector<float> numbers = ParseFloats(text);
+    for (const float number : numbers)
+        Require(std::isfinite(number));
+    if (numbers.size() >= 3) {
+        const float rounded = RoundToStep(numbers[0], numbers[1]);
+        Require(std::isfinite(rounded));
+        const float limited = Clamp(rounded, numbers[1], numbers[2]);
+        Require(limited == rounded || limited == numbers[1] || limited == numbers[2]);
+        Require(numbers[1] > numbers[2] || (limited >= numbers[1] && limited <= numbers[2]));
+        const auto elapsed = static_cast<std::uint32_t>(TruncateToInteger(numbers[2]));
+        const float next = FollowStep(numbers[0], numbers[1], elapsed, 1 + elapsed / 3);
+        Require(next >= std::fmin(numbers[0], numbers[1]) && next <= std::fmax(numbers[0], numbers[1]));
+    }
+}
+
+void CheckDeclarations(std::string_view text) {
+    if (const auto parameter = ParseParameter(text)) {
+        Require(std::isfinite(parameter->minimum) && std::isfinite(parameter->maximum));
+        Require(parameter->minimum <= parameter->maximum);
+        if (parameter->type != ParameterType::Text)
+            Require(ParseWholeFloat(parameter->value).has_value());
+    }
+    if (const auto wave = ParseWave(text)) {
+        Require(wave->periodMilliseconds >= minimumWavePeriod &&
+                wave->periodMilliseconds <= maximumWavePeriod);
+        std::uint64_t time = 0;
+        for (std::uint32_t seed = 0; seed < 8; ++seed, time = time * 31 + text.size()) {
+            const float value = WaveValue(*wave, time, seed);
+            Require(value >= wave->low && value <= wave->high);
+        }
+    }
+    if (const auto follow = ParseFollow(text)) {
+        Require(!follow->source.empty() && std::isfinite(follow->offset));
+        Require(follow->timeConstantMilliseconds <= maximumTimeConstant);
+    }
+    if (const auto layers = ParseLayers(text))
+        Require(ParseLayers(LayersText(*layers)) == layers);
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    // A copy of exactly this size, so that reading past the end is seen.
+    const std::string text(data, data + size);
+    CheckNumbers(text);
+    CheckDeclarations(text);
+    return 0;
+}

@@ -1,0 +1,104 @@
+// Panel files: lines, headers and lists out of any bytes.
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "logic/PropertyLine.h"
+
+using namespace logic;
+
+namespace {
+
+void Require(bool condition) {
+    if (!condition)
+        __builtin_trap();
+}
+
+using Lines = std::vector<std::pair<std::string, bool>>;
+
+// Feeds blocks of the lengths that the function gives in turn.
+Lines Read(std::string_view bytes, const std::function<std::size_t()>& blockLength) {
+    LineReader reader;
+    Lines lines;
+    std::string line;
+    bool usable = false;
+    const auto take = [&] {
+        while (reader.Next(line, usable)) {
+            Require(line.size() <= (usable ? LineReader::maximumLength : LineReader::excerptLength));
+            Require(line.find('\n') == std::string::npos);
+            Require(!usable || line.find('\0') == std::string::npos);
+            lines.emplace_back(line, usable);
+            Require(reader.LineNumber() == lines.size());
+        }
+    };
+    while (!bytes.empty()) {
+        const std::string_view block = bytes.substr(0, blockLength());
+        reader.Feed(block);
+        take();
+        bytes.remove_prefix(block.size());
+    }
+    reader.Finish();
+    take();
+    return lines;
+}
+
+void CheckInside(std::string_view part, std::string_view whole) {
+    if (part.empty())
+        return;
+    const std::less_equal<const char*> notBehind;
+    Require(notBehind(whole.data(), part.data()));
+    Require(notBehind(part.data() + part.size(), whole.data() + whole.size()));
+}
+
+void CheckLine(const std::string& text) {
+    const PropertyLine line = SplitPropertyLine(text);
+    for (const std::string_view part : {line.object, line.keyword, line.value})
+        CheckInside(part, text);
+    Require(line.keyword.find_first_of("*=") == std::string_view::npos);
+    Require(line.object.find('=') == std::string_view::npos);
+    if (line.hasEquals) {
+        const std::string back = std::string(line.keyword) + '=' + std::string(line.value);
+        Require(back == text || std::string(line.object) + '*' + back == text);
+    }
+
+    if (const auto header = ParseControlHeader(line.value)) {
+        Require(!header->className.empty() && header->className.size() <= 64);
+        Require(header->name.find_first_of("\"*") == std::string::npos);
+        const auto rectangle = ParseRectangle(RectangleText(header->rectangle));
+        Require(rectangle && RectangleText(*rectangle) == RectangleText(header->rectangle));
+    }
+
+    const std::vector<std::string> entries = SplitList(line.value);
+    Require(SplitList(JoinList(entries)) == entries);
+    const std::string name = CleanName(line.object);
+    Require(name.size() <= 63 && CleanName(name) == name);
+    Require(name.find_first_of("*=;\"%") == std::string::npos);
+    const std::string folded = FoldName(line.object);
+    Require(folded.size() == line.object.size() && FoldName(folded) == folded);
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    if (size == 0)
+        return 0;
+    // The first byte chooses the blocks and, when it is odd, lengthens the input beyond what a line may hold.
+    const std::uint8_t choice = data[0];
+    std::string bytes(data + 1, data + size);
+    if (choice % 2 == 1)
+        bytes.insert(bytes.size() / 2, 4000 + choice, 'x');
+    const Lines lines = Read(bytes, [&] { return bytes.size(); });
+    std::uint32_t state = choice;
+    Require(lines == Read(bytes, [&] {
+                state = state * 1664525 + 1013904223;
+                return 1 + (state >> 24) % (1 + choice);
+            }));
+    for (const auto& [text, usable] : lines)
+        if (usable)
+            CheckLine(text);
+    return 0;
+}

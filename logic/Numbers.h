@@ -1,0 +1,54 @@
+// Numbers to text and back, rounding and clamping. Nothing here depends on the locale.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace logic {
+
+// The Take functions read a number at the front of the text, after any blanks, and leave the text behind it;
+// the text stays as it was when there is none. A sign + or - is taken, by TakeHex none.
+//
+// Decimal only: hexadecimal floats and the words inf and nan are no numbers. The result is finite: what is
+// too large for a float is no number, what is too small for one is zero.
+std::optional<float> TakeFloat(std::string_view& text);
+// What does not fit 32 bits is no number.
+std::optional<std::int32_t> TakeInteger(std::string_view& text);
+// Hexadecimal digits with or without 0x in front.
+std::optional<std::uint32_t> TakeHex(std::string_view& text);
+
+// The same, whatever follows the number being ignored: "12 ms" is 12.
+std::optional<float> ParseFloat(std::string_view text);
+std::optional<std::int32_t> ParseInteger(std::string_view text);
+std::optional<std::uint32_t> ParseHex(std::string_view text);
+
+// The same, but nothing except blanks may follow: "12 ms" is no number.
+std::optional<float> ParseWholeFloat(std::string_view text);
+std::optional<std::int32_t> ParseWholeInteger(std::string_view text);
+std::optional<std::uint32_t> ParseWholeHex(std::string_view text);
+
+// Comma-separated numbers, each read as ParseFloat does. Empty pieces are skipped, so "1,,2,,3," has three
+// numbers; the first piece that is no number ends the list.
+std::vector<float> ParseFloats(std::string_view text);
+
+// As "%g" does: six significant digits, no trailing zeros.
+std::string FormatFloat(float value);
+
+// Towards zero; beyond 32 bits the nearest end, 0 for a value that is not a number.
+std::int32_t TruncateToInteger(double value);
+
+// The multiple of the step nearest to the value, halves away from zero: 10.25 in steps of 0.5 is 10.5, -10.25
+// is -10.5. The sign of the step does not matter, and the result is never a negative zero. The value is
+// returned unchanged when the step is 0, when either is not finite and when the multiple does not fit a
+// float.
+float RoundToStep(float value, float step);
+
+// low when the value is below it, otherwise high when the value is above that, otherwise the value. A
+// reversed range thus gives one of its two ends. What is not a number becomes low; an end that is not a
+// number does not limit.
+float Clamp(float value, float low, float high);
+
+} // namespace logic

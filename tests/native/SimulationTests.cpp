@@ -1,0 +1,184 @@
+#include "logic/Simulation.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <vector>
+
+#include <doctest/doctest.h>
+
+using namespace logic;
+
+namespace {
+
+constexpr float infinity = std::numeric_limits<float>::infinity();
+constexpr float largest = std::numeric_limits<float>::max();
+
+} // namespace
+
+TEST_CASE("parameter declarations are read whole or not at all") {
+    struct Row {
+        const char* text;
+        ParameterType type;
+        float minimum, maximum;
+        const char *value, *unit;
+    };
+    const Row rows[] = {
+        {"float,-80,18,-20,dB", ParameterType::Float, -80.0F, 18.0F, "-20", "dB"},
+        {" integer , 0 , 1 , 5 ", ParameterType::Integer, 0.0F, 1.0F, "5", ""},
+        {"float,3,3,3,", ParameterType::Float, 3.0F, 3.0F, "3", ""},
+        {"text,,,hello world,", ParameterType::Text, 0.0F, 0.0F, "hello world", ""},
+        {"text,,, a, b ,", ParameterType::Text, 0.0F, 0.0F, " a, b ", ""},
+        {"text,,,", ParameterType::Text, 0.0F, 0.0F, "", ""},
+    };
+    for (const Row& row : rows) {
+        CAPTURE(row.text);
+        const std::optional<ParameterDeclaration> declaration = ParseParameter(row.text);
+        REQUIRE(declaration);
+        CHECK(declaration->type == row.type);
+        CHECK(declaration->minimum == row.minimum);
+        CHECK(declaration->maximum == row.maximum);
+        CHECK(declaration->value == row.value);
+        CHECK(declaration->unit == row.unit);
+    }
+    for (const char* text :
+         {"", "float", "float,0,1", "float,0,1,", "float,1,0,0", "float,nan,1,0", "float,0,inf,0",
+          "float,0,1e39,0", "float,0,1,x", "float,0,1,0 dB", "float,0,1,0,dB,more", "integer,0,1,0.5",
+          "integer,0,1.5,1", "Float,0,1,0", "double,0,1,0", "text,0,1,x", "text,,"}) {
+        CAPTURE(text);
+        CHECK(!ParseParameter(text));
+    }
+}
+
+TEST_CASE("waves and follow rules are read whole or not at all") {
+    const std::optional<Wave> wave = ParseWave("programme, -40, 0, 6000");
+    REQUIRE(wave);
+    CHECK(wave->shape == WaveShape::Programme);
+    CHECK(wave->low == -40.0F);
+    CHECK(wave->high == 0.0F);
+    CHECK(wave->periodMilliseconds == 6000);
+    CHECK(ParseWave("square,1,1,20"));
+    CHECK(ParseWave("random,0,1,3600000"));
+    for (const char* text :
+         {"", "sine,-40,0", "sine,-40,0,6000,1", "saw,-40,0,6000", "sine,0,-40,6000", "sine,a,0,6000",
+          "sine,0,inf,6000", "sine,-40,0,19", "sine,-40,0,3600001", "sine,-40,0,-6000"}) {
+        CAPTURE(text);
+        CHECK(!ParseWave(text));
+    }
+
+    struct Row {
+        const char *text, *source;
+        float offset;
+        std::uint32_t timeConstant;
+    };
+    const Row rows[] = {
+        {"gain1,-3,200", "gain1", -3.0F, 200},
+        {" AMP2*gain 1 ", "AMP2*gain 1", 0.0F, 0},
+        {"gain1,,60000", "gain1", 0.0F, 60000},
+        {"gain1,1.5", "gain1", 1.5F, 0},
+    };
+    for (const Row& row : rows) {
+        CAPTURE(row.text);
+        const std::optional<Follow> follow = ParseFollow(row.text);
+        REQUIRE(follow);
+        CHECK(follow->source == row.source);
+        CHECK(follow->offset == row.offset);
+        CHECK(follow->timeConstantMilliseconds == row.timeConstant);
+    }
+    for (const char* text : {"", ",1,2", "gain1,x", "gain1,0,-1", "gain1,0,60001", "gain1,0,0,0"}) {
+        CAPTURE(text);
+        CHECK(!ParseFollow(text));
+    }
+}
+
+TEST_CASE("waves have their shapes") {
+    struct Row {
+        WaveShape shape;
+        std::uint64_t time;
+        float expected;
+    };
+    const Row rows[] = {
+        {WaveShape::Sine, 0, -20.0F},     {WaveShape::Sine, 250, 0.0F},
+        {WaveShape::Sine, 750, -40.0F},   {WaveShape::Triangle, 0, -40.0F},
+        {WaveShape::Triangle, 500, 0.0F}, {WaveShape::Triangle, 1250, -20.0F},
+        {WaveShape::Square, 499, 0.0F},   {WaveShape::Square, 500, -40.0F},
+        {WaveShape::Square, 1000, 0.0F},
+    };
+    for (const Row& row : rows) {
+        CAPTURE(row.time);
+        CHECK(WaveValue({row.shape, -40.0F, 0.0F, 1000}, row.time, 0) == doctest::Approx(row.expected));
+    }
+    const Wave random{WaveShape::Random, 0.0F, 1.0F, 1000};
+    CHECK(WaveValue(random, 3000, 0) == WaveValue(random, 3999, 0));
+    CHECK(WaveValue(random, 3999, 0) != WaveValue(random, 4000, 0));
+}
+
+TEST_CASE("waves stay within their range, repeat exactly and differ by seed") {
+    for (const WaveShape shape :
+         {WaveShape::Sine, WaveShape::Triangle, WaveShape::Square, WaveShape::Random, WaveShape::Programme}) {
+        CAPTURE(static_cast<int>(shape));
+        int same = 0;
+        for (std::uint64_t step = 0; step < 3000; ++step) {
+            const std::uint64_t time = step < 2900 ? step * 37 : ~std::uint64_t{0} - step;
+            const Wave wave{shape, -40.0F, 0.1F, 6000};
+            const float value = WaveValue(wave, time, 1);
+            CHECK(value >= -40.0F);
+            CHECK(value <= 0.1F);
+            CHECK(value == WaveValue(wave, time, 1));
+            same += value == WaveValue(wave, time, 2) ? 1 : 0;
+            const float wide = WaveValue({shape, -largest, largest, 20}, time, 3);
+            CHECK(std::isfinite(wide));
+        }
+        CHECK(same < (shape == WaveShape::Square ? 2500 : 300));
+        CHECK(WaveValue({shape, 5.0F, 5.0F, 1000}, 10, 0) == 5.0F);
+        CHECK(WaveValue({shape, 5.0F, 1.0F, 1000}, 10, 0) == 5.0F);
+        CHECK(WaveValue({shape, 5.0F, infinity, 1000}, 10, 0) == 5.0F);
+        CHECK(WaveValue({shape, -infinity, 5.0F, 1000}, 10, 0) == 0.0F);
+        CHECK(WaveValue({shape, 0.0F, 1.0F, 0}, 10, 0) ==
+              WaveValue({shape, 0.0F, 1.0F, minimumWavePeriod}, 10, 0));
+    }
+}
+
+TEST_CASE("programme is lively and peaks near the high end in every phrase") {
+    const Wave wave{WaveShape::Programme, 0.0F, 1.0F, 4000};
+    for (std::uint32_t seed = 0; seed < 20; ++seed) {
+        CAPTURE(seed);
+        double sum = 0.0;
+        int rises = 0;
+        std::vector<float> peaks;
+        float previous = WaveValue(wave, 0, seed);
+        for (std::uint64_t time = 0; time < 80'000; time += 20) {
+            if (time % 4000 == 0)
+                peaks.push_back(0.0F);
+            const float value = WaveValue(wave, time, seed);
+            peaks.back() = std::max(peaks.back(), value);
+            sum += value;
+            rises += value > previous + 0.1F ? 1 : 0;
+            previous = value;
+        }
+        CHECK(*std::min_element(peaks.begin(), peaks.end()) > 0.75F);
+        CHECK(sum / 4000 > 0.3);
+        CHECK(sum / 4000 < 0.8);
+        CHECK(rises > 80); // in 160 syllables
+    }
+}
+
+TEST_CASE("a follower approaches its source without passing it and arrives") {
+    CHECK(FollowStep(0.0F, 10.0F, 200, 200) == doctest::Approx(6.3212F));
+    CHECK(FollowStep(0.0F, 10.0F, 0, 0) == 10.0F);
+    CHECK(FollowStep(0.0F, 10.0F, 0, 200) == 0.0F);
+    CHECK(FollowStep(3.0F, infinity, 20, 200) == 3.0F);
+    CHECK(FollowStep(infinity, 3.0F, 20, 200) == 3.0F);
+    CHECK(FollowStep(-largest, largest, 0xFFFFFFFF, 1) == largest);
+    for (const float target : {-20.0F, 18.0F, 0.0F}) {
+        float current = -80.0F;
+        int steps = 0;
+        while (current != target && steps < 200'000) {
+            const float next = FollowStep(current, target, 20, maximumTimeConstant);
+            REQUIRE(std::fabs(target - next) < std::fabs(target - current));
+            current = next;
+            ++steps;
+        }
+        CHECK(current == target);
+    }
+}
