@@ -107,14 +107,21 @@ void PLAINPROPERTIES::Poll() {
     ShowPollResult(result);
 }
 
-// A frame with the name, so that it is seen where the control stands.
+// A plate with the name, so that it is seen where the control stands; readable on any background.
 void PLAINPROPERTIES::Draw(HDC dc, const RECT& client) const {
+    constexpr COLORREF PLATE = RGB(58, 62, 68);
+    constexpr COLORREF EDGE = RGB(92, 98, 106);
+    constexpr COLORREF LETTERS = RGB(222, 226, 230);
     if (controlClass->name[0] == 'I' && mode == 0) {
         return; // the interface controls are invisible while the panel is operated
     }
-    SetDCBrushColor(dc, GetSysColor(COLOR_BTNSHADOW));
-    FrameRect(dc, &client, static_cast<HBRUSH>(GetStockObject(DC_BRUSH)));
+    const auto brush = static_cast<HBRUSH>(GetStockObject(DC_BRUSH));
+    SetDCBrushColor(dc, PLATE);
+    FillRect(dc, &client, brush);
+    SetDCBrushColor(dc, EDGE);
+    FrameRect(dc, &client, brush);
     SetBkMode(dc, TRANSPARENT);
+    SetTextColor(dc, LETTERS);
     SelectObject(dc, GetStockObject(DEFAULT_GUI_FONT));
     RECT place = client;
     DrawTextA(dc, a_OwnName(this).c_str(), -1, &place,

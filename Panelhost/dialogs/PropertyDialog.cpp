@@ -152,7 +152,7 @@ HWND a_PropertyDlg(int, HOSTINFO* parent, HOSTINFO* object) {
     }
     HINSTANCE module = nullptr;
     GetModuleHandleExA(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
-                       reinterpret_cast<const char*>(&a_PropertyDlg), &module);
+                       reinterpret_cast<const char*>(&DialogProc), &module);
     const HOSTINFO* root = a_FindRootHostinfo(parent);
     HWND owner = root == nullptr ? nullptr : GetAncestor(root->window, GA_ROOT);
     HWND dialog = CreateDialogParamA(module, MAKEINTRESOURCEA(IDD_PROPERTIES), owner, DialogProc,
