@@ -100,6 +100,26 @@ class Canvas:
         self._pixels[at] = _over(source, self._pixels[at])
 
 
+def side_by_side(*images):
+    """The images in one, from left to right."""
+    strip = Canvas(sum(image.width for image in images), max(image.height for image in images))
+    left = 0
+    for image in images:
+        strip.draw(image, left, 0)
+        left += image.width
+    return strip
+
+
+def stacked(*images):
+    """The images in one, from top to bottom."""
+    strip = Canvas(max(image.width for image in images), sum(image.height for image in images))
+    top = 0
+    for image in images:
+        strip.draw(image, 0, top)
+        top += image.height
+    return strip
+
+
 def _over(source, below):
     rest = 1.0 - source[3]
     return tuple(s + b * rest for s, b in zip(source, below))

@@ -3,7 +3,7 @@
 from math import tanh
 
 import responses
-from canvas import Canvas, rgb
+from canvas import Canvas, rgb, side_by_side
 from imagefile import bmp24
 from palette import WHITE
 from picture import Picture
@@ -67,10 +67,7 @@ FILTER_TYPES = (bell, low_shelf, high_shelf, high_pass, low_pass, all_pass)
 
 
 def filter_list():
-    strip = Canvas(SIZE * len(FILTER_TYPES), SIZE)
-    for index, draw in enumerate(FILTER_TYPES):
-        strip.draw(draw(), index * SIZE, 0)
-    return strip.keyed(MASK, LIST_GROUND)
+    return side_by_side(*(draw() for draw in FILTER_TYPES)).keyed(MASK, LIST_GROUND)
 
 
 def pictures():

@@ -13,21 +13,41 @@ from pathlib import Path
 sys.dont_write_bytecode = True  # no cache folders in the source tree
 
 import appicon
+import buttons
 import delaylamps
 import dragcursor
+import faders
 import filterlist
 import icons
 import knobs
+import leds
+import meters
 import miniviews
 import panels
 import status
+import switches
 from canvas import Canvas
 from imagefile import png
 from palette import PANEL_DARK, PANEL_LIGHT
 from shapes import everywhere
 
 ROOT = Path(__file__).resolve().parents[2]
-MODULES = (knobs, panels, icons, status, miniviews, appicon, filterlist, delaylamps, dragcursor)
+MODULES = (
+    knobs,
+    faders,
+    meters,
+    buttons,
+    switches,
+    leds,
+    panels,
+    icons,
+    status,
+    miniviews,
+    appicon,
+    filterlist,
+    delaylamps,
+    dragcursor,
+)
 
 
 def all_pictures():

@@ -1,7 +1,8 @@
 """Small views of the signal processing blocks, drawn as lit displays."""
 
 import responses
-from canvas import Canvas, rgb, with_alpha
+from canvas import rgb, with_alpha
+from hardware import display
 from imagefile import bmp24, png
 from paints import fade
 from palette import AMBER, BLUE, CHALK, GREEN, PANEL_DARK, RED
@@ -15,13 +16,6 @@ LEFT, TOP, RIGHT, BOTTOM = 2, 2, WIDTH - 2, HEIGHT - 2
 AREA = box(LEFT, TOP, RIGHT, BOTTOM, 2)
 
 GRID = rgb(255, 255, 255, 0.07)
-
-
-def display():
-    canvas = Canvas(WIDTH, HEIGHT)
-    canvas.fill(box(0, 0, WIDTH, HEIGHT, 4), fade(0, HEIGHT, rgb(9, 10, 12), rgb(92, 97, 105)))
-    canvas.fill(box(1, 1, WIDTH - 1, HEIGHT - 1, 3), fade(0, HEIGHT, rgb(16, 19, 23), rgb(27, 31, 37)))
-    return canvas
 
 
 def draw_grid(canvas, columns, rows):
@@ -50,7 +44,7 @@ def draw_link(canvas, start, end, colour):
 
 
 def equaliser():
-    canvas = display()
+    canvas = display(WIDTH, HEIGHT, 4)
     draw_grid(canvas, (13, 24, 35), (9, 16, 23))
 
     def level(x):
@@ -71,7 +65,7 @@ def equaliser():
 
 
 def dynamics():
-    canvas = display()
+    canvas = display(WIDTH, HEIGHT, 4)
     draw_grid(canvas, (13, 24, 35), (9, 16, 23))
     canvas.fill(intersect(segment(4, 30, 40, 2, 1.0), AREA), rgb(255, 255, 255, 0.25))
     knee_x, knee_y, slope, knee = 23.0, 30.0 - 19.0 * 28 / 36, 28 / 36, 5.0
@@ -93,7 +87,7 @@ def dynamics():
 
 
 def crossover():
-    canvas = display()
+    canvas = display(WIDTH, HEIGHT, 4)
     draw_grid(canvas, (13, 24, 35), (9, 16, 23))
 
     # Fourth-order filters of Linkwitz and Riley: two second-order ones in series, 6 dB down where they cross.
@@ -112,7 +106,7 @@ def crossover():
 
 
 def delay():
-    canvas = display()
+    canvas = display(WIDTH, HEIGHT, 4)
     draw_grid(canvas, (), (25,))
     for tap in range(6):
         x = 5 + 7 * tap
@@ -126,7 +120,7 @@ def delay():
 
 
 def routing():
-    canvas = display()
+    canvas = display(WIDTH, HEIGHT, 4)
     rows = (7.5, 16.5, 25.5)
     inputs = [(9.5, y) for y in rows]
     outputs = [(37, y) for y in rows]
@@ -141,7 +135,7 @@ def routing():
 
 
 def editing():
-    canvas = display()
+    canvas = display(WIDTH, HEIGHT, 4)
     for row, (knob, length) in enumerate(((30, 40), (12, 40), (22, 28))):
         y = 8 + 8 * row
         canvas.fill(box(6, y - 1, length, y, 0.5), rgb(255, 255, 255, 0.22))

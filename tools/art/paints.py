@@ -10,6 +10,16 @@ def fade(top, bottom, first, last):
     return lambda x, y: mix(first, last, clamp((y - top) / (bottom - top)))
 
 
+def pool(cx, cy, reach_x, reach_y, first, last):
+    """Light behind a lens: colour `first` in the middle, falling off to `last` at the reach of either direction."""
+
+    def paint(x, y):
+        away = ((x - cx) / reach_x) ** 2 + ((y - cy) / reach_y) ** 2
+        return mix(first, last, clamp(away))
+
+    return paint
+
+
 def lit_from(cx, cy, angle, spread, colour):
     """Light on an edge: strongest towards `angle` (degrees), gone `spread` degrees to either side."""
 

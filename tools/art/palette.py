@@ -7,6 +7,7 @@ WHITE = rgb(255, 255, 255)
 
 PANEL_DARK = rgb(46, 49, 54)
 PANEL_LIGHT = rgb(205, 208, 212)
+STEEL = rgb(52, 61, 73)
 
 INK = rgb(46, 54, 66)  # pictograms on light ground
 CHALK = rgb(238, 241, 245)  # pictograms on dark ground
