@@ -48,7 +48,7 @@ int ph_LoadPanel(HOSTINFO* root, const char* file) noexcept {
     if (panel == nullptr || file == nullptr) {
         return -1;
     }
-    return Guarded(-1, [&] { return PanelLoading(*panel).Load(file); });
+    return Guarded(-1, [&] { return PanelLoading(*panel).LoadFile(file); });
 }
 
 int ph_SavePanel(HOSTINFO* root, const char* file) noexcept {

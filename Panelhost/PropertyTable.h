@@ -9,8 +9,9 @@
 class HOSTINFO;
 
 // Appends the keywords of a table whose rows have a handler and flags, with their values, to a report list
-// view of two columns. Returns 0.
-PANELHOST_API LRESULT a_ListProperties(HOSTINFO* object, const KEYWORDROW* table, HWND listView);
+// view of two columns; with allRows those without flags as well. Returns 0.
+PANELHOST_API LRESULT a_ListProperties(HOSTINFO* object, const KEYWORDROW* table, HWND listView,
+                                       bool allRows = false);
 
 // Writes text at the current position of an open file. 1, or 0 when it could not be written whole; a panel
 // that is being saved on this thread is then kept as it was on the disk.

@@ -4,6 +4,7 @@
 
 #include <windows.h>
 
+#include <initializer_list>
 #include <string>
 
 class HOSTINFO;
@@ -26,3 +27,12 @@ PANELHOST_API int a_ReadRectString(const char* text, RECT* rectangle);
 // Makes a file name absolute: relative names are relative to the application folder, the folder of this
 // library. The buffer holds MAX_PATH bytes. 1, or 0 with an empty buffer when the result is too long.
 PANELHOST_API int a_MakeFullPathName(const char* name, char* fullPath);
+
+// What "%" and the letter stand for in a template.
+struct INSERTION {
+    char letter;
+    const char* text;
+};
+// Replaces the placeholders in a buffer of TEXT_SIZE bytes. A "%" in front of any other letter stays, and so does one
+// that comes with an inserted text. 1, or 0 with the buffer untouched when the result does not fit.
+PANELHOST_API int a_InsertString(char* text, std::initializer_list<INSERTION> insertions);

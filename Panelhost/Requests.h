@@ -59,5 +59,5 @@ PANELHOST_API void a_EmptyRequestList(REQUESTLIST& requests);
 PANELHOST_API int a_SendRequest(REQUESTLIST& requests, int command, int datatype, void* data, int* result);
 
 // Sends one record to one item: through its handler, or as CWM_MESSAGE to its target's window. -1 when the
-// item cannot be reached or more than 64 requests are nested in each other (a ring that never settles).
+// item cannot be reached, and when requests lead to each other without end (a ring that never settles).
 PANELHOST_API int a_SendToItem(const REQUESTITEM& item, int command, int datatype, void* data);

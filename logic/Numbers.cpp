@@ -101,6 +101,23 @@ std::optional<std::uint32_t> TakeHex(std::string_view& text) {
     return value;
 }
 
+std::size_t TakeIntegers(std::string_view& text, std::span<std::int32_t> numbers) {
+    std::size_t count = 0;
+    for (std::string_view rest = text; count < numbers.size(); ++count) {
+        if (count > 0) {
+            if (!rest.starts_with(','))
+                break;
+            rest.remove_prefix(1);
+        }
+        const std::optional<std::int32_t> number = TakeInteger(rest);
+        if (!number)
+            break;
+        numbers[count] = *number;
+        text = rest;
+    }
+    return count;
+}
+
 std::optional<float> ParseFloat(std::string_view text) {
     return TakeFloat(text);
 }

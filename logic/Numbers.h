@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -20,7 +21,11 @@ std::optional<std::int32_t> TakeInteger(std::string_view& text);
 // Hexadecimal digits with or without 0x in front.
 std::optional<std::uint32_t> TakeHex(std::string_view& text);
 
-// The same, whatever follows the number being ignored: "12 ms" is 12.
+// Comma-separated integers, as many as there are and fit; the rest of the span stays as it was. Returns how
+// many, and leaves the text behind the last one. No blank may stand in front of a comma.
+std::size_t TakeIntegers(std::string_view& text, std::span<std::int32_t> numbers);
+
+// As the Take functions, whatever follows the number being ignored: "12 ms" is 12.
 std::optional<float> ParseFloat(std::string_view text);
 std::optional<std::int32_t> ParseInteger(std::string_view text);
 std::optional<std::uint32_t> ParseHex(std::string_view text);

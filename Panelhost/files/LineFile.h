@@ -4,42 +4,27 @@
 #include "logic/PropertyLine.h"
 
 #include <string>
+#include <string_view>
+#include <utility>
 #include <windows.h>
 
-// Reads a text file line by line, block by block. While one is read, trace lines name the file and the line.
-class LineFile {
+// Lines of a text that is read front to back. While it is read, trace lines name it and the line.
+class LineSource {
 public:
-    explicit LineFile(const std::string& path)
-        : file_(CreateFileA(path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
-                            FILE_FLAG_SEQUENTIAL_SCAN, nullptr)),
-          name_(path.substr(path.find_last_of("\\/") + 1)),
-          location_(name_.c_str()) {}
-    ~LineFile() {
-        if (IsOpen()) {
-            CloseHandle(file_);
-        }
-    }
-    LineFile(const LineFile&) = delete;
-    LineFile& operator=(const LineFile&) = delete;
+    explicit LineSource(std::string name) : name_(std::move(name)), location_(name_.c_str()) {}
+    virtual ~LineSource() = default;
+    LineSource(const LineSource&) = delete;
+    LineSource& operator=(const LineSource&) = delete;
 
-    bool IsOpen() const { return file_ != INVALID_HANDLE_VALUE; }
-    // The file could not be read to its end.
-    bool HasFailed() const { return failed_; }
-
-    // The next line; false at the end of the file. A line that is too long or holds a NUL is not usable.
+    // The next line; false at the end. A line that is too long or holds a NUL is not usable.
     bool Next(std::string& line, bool& usable) {
         while (!reader_.Next(line, usable)) {
             if (atEnd_) {
                 return false;
             }
-            char block[65536];
-            DWORD length = 0;
-            failed_ = ReadFile(file_, block, sizeof block, &length, nullptr) == 0;
-            if (failed_ || length == 0) {
+            atEnd_ = !Feed(reader_);
+            if (atEnd_) {
                 reader_.Finish();
-                atEnd_ = true;
-            } else {
-                reader_.Feed({block, length});
             }
         }
         location_.SetLine(reader_.LineNumber());
@@ -47,14 +32,62 @@ public:
     }
 
     std::size_t LineNumber() const { return reader_.LineNumber(); }
-    // For lines that are applied after the file was read.
+    // For lines that are applied after all were read.
     TraceLocation& Location() { return location_; }
 
+protected:
+    // Hands further bytes to the reader; false when there are none.
+    virtual bool Feed(logic::LineReader& reader) = 0;
+
 private:
-    HANDLE file_;
     std::string name_;
     TraceLocation location_;
     logic::LineReader reader_;
     bool atEnd_ = false;
+};
+
+// A text in memory.
+class LineText : public LineSource {
+public:
+    LineText(std::string_view text, const char* name) : LineSource(name), text_(text) {}
+
+protected:
+    bool Feed(logic::LineReader& reader) override {
+        reader.Feed(text_);
+        return !std::exchange(text_, {}).empty();
+    }
+
+private:
+    std::string_view text_;
+};
+
+// A file, read block by block.
+class LineFile : public LineSource {
+public:
+    explicit LineFile(const std::string& path)
+        : LineSource(path.substr(path.find_last_of("\\/") + 1)),
+          file_(CreateFileA(path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
+                            FILE_FLAG_SEQUENTIAL_SCAN, nullptr)) {}
+    ~LineFile() override {
+        if (IsOpen()) {
+            CloseHandle(file_);
+        }
+    }
+
+    bool IsOpen() const { return file_ != INVALID_HANDLE_VALUE; }
+    // The file could not be read to its end.
+    bool HasFailed() const { return failed_; }
+
+protected:
+    bool Feed(logic::LineReader& reader) override {
+        char block[65536];
+        DWORD length = 0;
+        failed_ = ReadFile(file_, block, sizeof block, &length, nullptr) == 0;
+        reader.Feed({block, failed_ ? 0 : length});
+        return length > 0 && !failed_;
+    }
+
+private:
+    HANDLE file_;
     bool failed_ = false;
 };

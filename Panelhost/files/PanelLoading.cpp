@@ -1,63 +1,43 @@
 #include "Panelhost/files/PanelLoading.h"
 
+#include "Panelhost/DrawingHeld.h"
 #include "Panelhost/Trace.h"
-#include "Panelhost/files/LineFile.h"
-
-namespace {
-
-// The panel shows itself once when all its controls are there.
-class DrawingHeld {
-public:
-    explicit DrawingHeld(HWND window) : window_(window), visible_(IsWindowVisible(window) != 0) {
-        if (visible_) {
-            SendMessageA(window_, WM_SETREDRAW, FALSE, 0);
-        }
-    }
-    ~DrawingHeld() {
-        if (visible_) {
-            SendMessageA(window_, WM_SETREDRAW, TRUE, 0);
-            RedrawWindow(window_, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
-        }
-    }
-    DrawingHeld(const DrawingHeld&) = delete;
-    DrawingHeld& operator=(const DrawingHeld&) = delete;
-
-private:
-    HWND window_;
-    bool visible_;
-};
-
-} // namespace
 
 void PanelLoading::Fail(const char* format, const std::string& text) {
     ++root_.loadErrors;
     EDITTRACE(&root_, format, text.c_str());
 }
 
-int PanelLoading::Load(const std::string& path) {
-    root_.loadErrors = 0;
+int PanelLoading::LoadFile(const std::string& path) {
     LineFile file(path);
     if (!file.IsOpen()) {
+        root_.loadErrors = 0;
         return -1;
     }
+    const int created = LoadLines(file);
+    return file.HasFailed() ? -1 : created;
+}
+
+int PanelLoading::LoadLines(LineSource& source) {
+    root_.loadErrors = 0;
     const DrawingHeld held(root_.window);
     std::vector<Connection> connections;
     std::string line;
     bool usable = false;
-    while (file.Next(line, usable)) {
+    while (source.Next(line, usable)) {
         if (!usable) {
             Fail("Line is too long or damaged: %s", line);
         } else if (logic::SplitPropertyLine(line).keyword == "connection") {
-            connections.push_back({line, file.LineNumber()});
+            connections.push_back({line, source.LineNumber()});
         } else if (!line.empty()) {
             Apply(line);
         }
     }
     for (const Connection& connection : connections) {
-        file.Location().SetLine(connection.lineNumber);
+        source.Location().SetLine(connection.lineNumber);
         Apply(connection.line);
     }
-    return file.HasFailed() ? -1 : created_;
+    return created_;
 }
 
 void PanelLoading::Apply(const std::string& line) {
@@ -79,6 +59,12 @@ void PanelLoading::CreateFromHeader(const std::string& line, const logic::Proper
     const logic::Rectangle& place = header->rectangle;
     const std::string path = parts.object.empty() ? "" : std::string(parts.object) + "*";
     if (const HOSTINFO* existing = root_.Find(path + header->name); existing != nullptr) {
+        char className[65];
+        GetClassNameA(existing->window, className, sizeof className);
+        if (header->className != className) {
+            Fail("Name is taken by a control of another class: %s", line);
+            return;
+        }
         if (existing->kind == KIND_CONTROL &&
             parent->kind == KIND_CONTROL) { // a strip's own child, moved by its user
             SetWindowPos(existing->window, nullptr, place.left, place.top, place.right - place.left,

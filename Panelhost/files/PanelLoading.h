@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Panelhost/files/LineFile.h"
 #include "Panelhost/objects/PanelRoot.h"
 #include "logic/PropertyLine.h"
 
@@ -12,7 +13,8 @@ class PanelLoading {
 public:
     explicit PanelLoading(PanelRoot& root) : root_(root) {}
     // Number of controls created, -1 when the file cannot be read.
-    int Load(const std::string& path);
+    int LoadFile(const std::string& path);
+    int LoadLines(LineSource& source);
 
 private:
     struct Connection {

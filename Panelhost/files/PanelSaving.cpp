@@ -7,35 +7,46 @@
 
 thread_local bool PanelSaving::failed_ = false;
 
+void PanelSaving::WriteObject(HOSTINFO& object, HANDLE file) {
+    const auto lines = reinterpret_cast<LPARAM>(file);
+    SendMessageA(object.window, CWM_SAVE, SAVE_PROPERTIES, lines);
+    if (object.kind != KIND_ROOT && object.layers != 0) { // the panel's affair, so the controls do not write it
+        const std::string line = object.name + "*layer=" + logic::LayersText(object.layers) + "\r\n";
+        a_WriteText(file, line.data(), line.size());
+    }
+    SendMessageA(object.window, CWM_SAVE, SAVE_CONNECTIONS, lines);
+}
+
 bool PanelSaving::WriteAll(PanelRoot& root, HANDLE file) {
     failed_ = false;
-    const auto lines = reinterpret_cast<LPARAM>(file);
-    root.OnSave(SAVE_PROPERTIES, lines);
+    WriteObject(root, file);
     for (HOSTINFO* control : root.Controls()) {
-        SendMessageA(control->window, CWM_SAVE, SAVE_PROPERTIES, lines);
-        if (control->layers != 0) { // belongs to the panel, so the controls do not write it themselves
-            const std::string line = control->name + "*layer=" + logic::LayersText(control->layers) + "\r\n";
-            a_WriteText(file, line.data(), line.size());
-        }
-        SendMessageA(control->window, CWM_SAVE, SAVE_CONNECTIONS, lines);
+        WriteObject(*control, file);
     }
     return !failed_ && FlushFileBuffers(file) != 0;
 }
 
 bool PanelSaving::Save(PanelRoot& root, const std::string& path) {
     const std::string beside = path + ".new";
-    HANDLE file =
-        CreateFileA(beside.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
-    if (file == INVALID_HANDLE_VALUE) {
-        TRACE("Panel file %s cannot be written: error %lu\n", path.c_str(), GetLastError());
-        return false;
+    const HANDLE file = CreateFileA(beside.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL,
+                                    nullptr);
+    DWORD error = file == INVALID_HANDLE_VALUE ? GetLastError() : ERROR_SUCCESS;
+    if (error == ERROR_SUCCESS) {
+        if (!WriteAll(root, file)) {
+            error = ERROR_WRITE_FAULT;
+        }
+        CloseHandle(file);
+        if (error == ERROR_SUCCESS &&
+            !MoveFileExA(beside.c_str(), path.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH)) {
+            error = GetLastError();
+        }
+        if (error != ERROR_SUCCESS) {
+            DeleteFileA(beside.c_str());
+        }
     }
-    const bool written = WriteAll(root, file);
-    CloseHandle(file);
-    if (!written ||
-        !MoveFileExA(beside.c_str(), path.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH)) {
-        TRACE("Panel file %s was not saved: error %lu\n", path.c_str(), GetLastError());
-        DeleteFileA(beside.c_str());
+    if (error != ERROR_SUCCESS) {
+        TRACE("Panel file %s was not saved: error %lu\n", path.c_str(), error);
+        SetLastError(error); // for the host's message
         return false;
     }
     a_SetChanged(&root, false);

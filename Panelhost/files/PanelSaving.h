@@ -8,6 +8,8 @@
 class PanelSaving {
 public:
     static bool Save(PanelRoot& root, const std::string& path);
+    // Writes the lines of one object to an open file.
+    static void WriteObject(HOSTINFO& object, HANDLE file);
     // A line of the panel being saved was lost.
     static void Failed() { failed_ = true; }
 

@@ -7,13 +7,13 @@
 
 #include <commctrl.h>
 
-LRESULT a_ListProperties(HOSTINFO* object, const KEYWORDROW* table, HWND listView) {
+LRESULT a_ListProperties(HOSTINFO* object, const KEYWORDROW* table, HWND listView, bool allRows) {
     if (object == nullptr || table == nullptr) {
         return 0;
     }
     char value[TEXT_SIZE];
     for (int row = 0; table[row].keyword != nullptr; ++row) {
-        if (table[row].handler == nullptr || table[row].flags == 0) {
+        if (table[row].handler == nullptr || (table[row].flags == 0 && !allRows)) {
             continue;
         }
         value[0] = '\0';

@@ -4,10 +4,12 @@
 
 #include "Panelhost/Guard.h"
 #include "Panelhost/Messages.h"
+#include "logic/ButtonLogic.h"
 #include "logic/PropertyLine.h"
 
 #include <algorithm>
 #include <cstring>
+#include <vector>
 
 namespace {
 
@@ -79,6 +81,21 @@ int a_MakeFullPathName(const char* name, char* fullPath) {
             *fullPath = '\0';
             return 0;
         }
+        return 1;
+    });
+}
+
+int a_InsertString(char* text, std::initializer_list<INSERTION> insertions) {
+    return Guarded(0, [&] {
+        std::vector<logic::Placeholder> placeholders;
+        for (const INSERTION& insertion : insertions) {
+            placeholders.push_back({insertion.letter, insertion.text == nullptr ? "" : insertion.text});
+        }
+        const std::string expanded = logic::ExpandTemplate(text, placeholders);
+        if (expanded.size() >= TEXT_SIZE) {
+            return 0;
+        }
+        std::memcpy(text, expanded.c_str(), expanded.size() + 1);
         return 1;
     });
 }

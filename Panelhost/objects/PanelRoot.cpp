@@ -2,6 +2,7 @@
 
 #include "Panelhost/objects/PanelRoot.h"
 
+#include "Panelhost/DrawingHeld.h"
 #include "Panelhost/Guard.h"
 #include "Panelhost/PropertyTable.h"
 #include "Panelhost/PropertyText.h"
@@ -185,16 +186,7 @@ PanelRoot* PanelRoot::Above(const HOSTINFO* object) {
 }
 
 PanelRoot::~PanelRoot() {
-    if (window != nullptr) {
-        ShowWindow(window, SW_HIDE); // destroying many children of a visible window one by one is slow
-    }
-    while (!controls_.empty()) {
-        HOSTINFO* control = controls_.front();
-        DestroyWindow(control->window);
-        if (!controls_.empty() && controls_.front() == control) { // a window that this thread cannot destroy
-            Remove(control);
-        }
-    }
+    DestroyControls();
     while (!devices_.empty()) {
         HOSTINFO* device = devices_.front();
         delete device;
@@ -208,6 +200,18 @@ PanelRoot::~PanelRoot() {
     ObjectTree::Get().Leave(this);
     auto& roots = Roots();
     roots.erase(std::remove(roots.begin(), roots.end(), this), roots.end());
+    root_ = nullptr; // the base class has nothing to take out of this tree any more
+}
+
+void PanelRoot::DestroyControls() {
+    const DrawingHeld held(window);
+    while (!controls_.empty()) {
+        HOSTINFO* control = controls_.front();
+        DestroyWindow(control->window);
+        if (!controls_.empty() && controls_.front() == control) { // a window that this thread cannot destroy
+            Remove(control);
+        }
+    }
 }
 
 const KEYWORDROW* PanelRoot::GetHostinfoTable() {
@@ -229,10 +233,18 @@ LRESULT PanelRoot::OnLoad(WPARAM loadMode, LPARAM line) {
         return 0;
     }
     VALUERECORD record{COMMAND_SET, row, DATATYPE_TEXT, 0, value, nullptr, 0};
-    if (a_DispatchRecord(this, KEYWORDS, &record) == 0) {
+    const bool edited = loadMode != LOAD_FROM_FILE && (KEYWORDS[row].flags & KEYWORD_SAVED) != 0;
+    if (edited) {
+        a_NotifyEdit(EDIT_CHANGING, this);
+    }
+    const LRESULT taken = a_DispatchRecord(this, KEYWORDS, &record);
+    if (edited) {
+        a_NotifyEdit(EDIT_CHANGED, this);
+    }
+    if (taken == 0) {
         return EDITTRACE(this, "Error reading line %s", text);
     }
-    if (loadMode != LOAD_FROM_FILE && (KEYWORDS[row].flags & KEYWORD_SAVED) != 0) {
+    if (edited) {
         flags |= FLAG_CHANGED;
     }
     return 1;
@@ -299,7 +311,7 @@ void PanelRoot::Add(HOSTINFO* object, HOSTINFO* owner, const std::string& ownNam
         byName_[logic::FoldName(object->name)] = object;
     }
     auto& list = object->kind == KIND_DEVICE ? devices_ : controls_;
-    object->place_ = list.insert(list.end(), object);
+    object->place_ = list.insert(object->kind == KIND_DEVICE ? list.end() : EndOf(owner), object);
     object->root_ = this;
     object->reachable_ = true;
     object->mode = mode;
@@ -369,6 +381,44 @@ std::vector<HWND> PanelRoot::DependentsOn(const std::string& address) const {
         windows.push_back(object->window);
     }
     return windows;
+}
+
+// Behind the last control inside that one, so that what belongs together stands together.
+std::list<HOSTINFO*>::iterator PanelRoot::EndOf(const HOSTINFO* owner) {
+    if (owner->kind == KIND_ROOT || owner->kind == KIND_DEVICE) {
+        return controls_.end();
+    }
+    const std::string path = owner->name + "*";
+    auto end = owner->place_;
+    do {
+        ++end;
+    } while (end != controls_.end() && (*end)->name.compare(0, path.size(), path) == 0);
+    return end;
+}
+
+void PanelRoot::MoveBefore(HOSTINFO* object, HOSTINFO* other) {
+    // The object and all below it stay together and in order.
+    const std::string path = object->name + "*";
+    std::list<HOSTINFO*> moved;
+    for (auto place = controls_.begin(); place != controls_.end();) {
+        const auto next = std::next(place);
+        if (*place == object || (*place)->name.compare(0, path.size(), path) == 0) {
+            moved.splice(moved.end(), controls_, place);
+        }
+        place = next;
+    }
+    const bool hasOwner = object->parent != nullptr && object->parent != this;
+    controls_.splice(other != nullptr ? other->place_ : (hasOwner ? EndOf(object->parent) : controls_.end()),
+                     moved);
+    HWND above = HWND_BOTTOM;
+    if (other != nullptr) {
+        above = GetWindow(other->window, GW_HWNDPREV);
+        if (above == object->window) {
+            return;
+        }
+        above = above == nullptr ? HWND_TOP : above;
+    }
+    SetWindowPos(object->window, above, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
 }
 
 void PanelRoot::ApplyLayers(HOSTINFO* object) const {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Panelhost/Background.h"
+#include "Panelhost/Editing.h"
 #include "Panelhost/Hostinfo.h"
 #include "Panelhost/SharedLock.h"
 
@@ -85,6 +86,9 @@ public:
     // Windows of the controls that wait for a device parameter's address.
     std::vector<HWND> DependentsOn(const std::string& address) const;
 
+    // In the order of saving and on the screen; null for the other one: to the end.
+    void MoveBefore(HOSTINFO* object, HOSTINFO* other);
+
     void ApplyLayers(HOSTINFO* object) const;
     void SetMode(WORD newMode);
     void Tick();
@@ -95,9 +99,13 @@ public:
     std::string size;            // "width,height" or empty
     std::string parameterDialog; // name of the control whose parameter dialog is open
     int loadErrors = 0;
+    EDITLISTENER editListener = nullptr;
+    void* editContext = nullptr;
 
 private:
     PanelRoot() = default;
+    void DestroyControls();
+    std::list<HOSTINFO*>::iterator EndOf(const HOSTINFO* owner);
     std::string FreeName(const std::string& path, const std::string& ownName);
 
     SharedLock lock_;                                   // guards byName_: other threads look names up

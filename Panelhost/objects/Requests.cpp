@@ -15,17 +15,41 @@
 
 namespace {
 
-// How deep requests may be nested: a control that is set sends to its own connections, and so on. Rings
-// settle because an equal value is not sent on; this guards those that never become equal.
+// A control that is set sends to its own connections, and so on. Rings settle because an equal value is not
+// sent on. What follows guards those that never become equal: how deep requests may be nested, and how many of
+// them, beyond the first levels, one request may lead to (where each control has several connections, every
+// level multiplies them).
 constexpr int MAXIMUM_DEPTH = 64;
-int depth = 0;
+constexpr int FIRST_LEVELS = 3;
+constexpr int MAXIMUM_DEEP_REQUESTS = 10000;
 
 class Nesting {
 public:
-    Nesting() { ++depth; }
-    ~Nesting() { --depth; }
+    Nesting() { deepRequests_ += ++depth_ > FIRST_LEVELS ? 1 : 0; }
+    ~Nesting() {
+        if (--depth_ == 0) {
+            deepRequests_ = 0;
+            cutShort_ = false;
+        }
+    }
     Nesting(const Nesting&) = delete;
     Nesting& operator=(const Nesting&) = delete;
+
+    // Whether a further request may be sent from here.
+    static bool MayGrow() {
+        if (depth_ >= MAXIMUM_DEPTH || deepRequests_ >= MAXIMUM_DEEP_REQUESTS) {
+            if (!cutShort_) {
+                TRACE("Requests cut short: a ring of connections does not settle\n");
+            }
+            cutShort_ = true;
+        }
+        return !cutShort_ || depth_ < FIRST_LEVELS;
+    }
+
+private:
+    static inline int depth_ = 0;
+    static inline int deepRequests_ = 0; // since the outermost request began
+    static inline bool cutShort_ = false;
 };
 
 // "%n" becomes the full name of the object that contains the control.
@@ -73,7 +97,7 @@ REQUESTITEM Resolve(const std::string& address, HOSTINFO* object, const char* ke
     const char* ownKeyword = nullptr;
     if (found == nullptr && star != std::string::npos) {
         found = root->Find(full.substr(0, star));
-        ownKeyword = address.c_str() + address.rfind('*') + 1;
+        ownKeyword = full.c_str() + star + 1;
     }
     const bool reached = found != nullptr && Reach(found, keyword != nullptr ? keyword : ownKeyword, item);
     if (follow) {
@@ -111,7 +135,7 @@ std::size_t ValueSize(int datatype, const void* data) {
     case DATATYPE_FLOAT:
         return 4;
     case DATATYPE_TEXT:
-        return std::strlen(static_cast<const char*>(data)) + 1;
+        return strnlen(static_cast<const char*>(data), TEXT_SIZE - 1) + 1;
     default:
         return 0; // its size is between sender and receiver
     }
@@ -121,6 +145,14 @@ bool IsSound(int datatype, const void* data) {
     return datatype != DATATYPE_FLOAT || std::isfinite(*static_cast<const float*>(data));
 }
 
+// Texts that are too long are cut.
+void CopyValue(char* buffer, int datatype, const void* data, std::size_t size) {
+    std::memcpy(buffer, data, size);
+    if (datatype == DATATYPE_TEXT) {
+        buffer[size - 1] = '\0';
+    }
+}
+
 // A control that limits a value writes the limited one back; the next item must not see it.
 int SendCopy(const REQUESTITEM& item, int datatype, void* data) {
     const std::size_t size = ValueSize(datatype, data);
@@ -128,7 +160,7 @@ int SendCopy(const REQUESTITEM& item, int datatype, void* data) {
         return a_SendToItem(item, COMMAND_SET, datatype, data);
     }
     char copy[TEXT_SIZE];
-    std::memcpy(copy, data, size);
+    CopyValue(copy, datatype, data, size);
     return a_SendToItem(item, COMMAND_SET, datatype, copy);
 }
 
@@ -142,7 +174,7 @@ int Get(const std::vector<REQUESTITEM>& items, int datatype, void* data) {
     bool anySame = false;
     for (const REQUESTITEM& item : items) {
         if (size > 0) {
-            std::memcpy(scratch, data, size);
+            CopyValue(scratch, datatype, data, size);
         }
         void* buffer = size > 0 ? scratch : data;
         const int answer = a_SendToItem(item, COMMAND_GET, datatype, buffer);
@@ -239,8 +271,7 @@ void a_EmptyRequestList(REQUESTLIST& requests) {
 }
 
 int a_SendToItem(const REQUESTITEM& item, int command, int datatype, void* data) {
-    if (depth >= MAXIMUM_DEPTH) {
-        TRACE("Requests nested deeper than %d: a ring of connections does not settle\n", MAXIMUM_DEPTH);
+    if (!Nesting::MayGrow()) {
         return -1;
     }
     const Nesting nesting;

@@ -178,11 +178,25 @@ int a_ReadText(const VALUERECORD* record, std::string* value) {
             *value = logic::FormatFloat(number);
             return 1;
         }
-        case DATATYPE_TEXT:
-            *value = static_cast<const char*>(record->data);
+        case DATATYPE_TEXT: {
+            const auto* text = static_cast<const char*>(record->data);
+            value->assign(text, strnlen(text, TEXT_SIZE - 1));
             return 1;
+        }
         default:
             return 0;
         }
     });
+}
+
+int a_CheckIntRange(int* value, int minimum, int maximum) {
+    const int given = *value;
+    *value = given < minimum ? minimum : given > maximum ? maximum : given;
+    return *value == given ? 1 : 0;
+}
+
+int a_CheckFloatRange(float* value, float minimum, float maximum) {
+    const float given = *value;
+    *value = logic::Clamp(given, minimum, maximum);
+    return *value == given ? 1 : 0;
 }

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "Panelhost/Api.h"
+#include "Panelhost/Hostinfo.h"
+
+#include <string>
+#include <string_view>
+
+// What a program that edits panels needs beyond operating them.
+
+// What happens to an object while a panel is edited through its dialogs.
+constexpr int EDIT_CHANGING = 1; // a property line is about to be applied to the object
+constexpr int EDIT_CHANGED = 2;  // it was applied, or refused
+constexpr int EDIT_DELETE = 3;   // the user asked to delete the object; the listener does it
+using EDITLISTENER = void (*)(int event, HOSTINFO* object, void* context);
+
+// One listener a root; null removes it. Called on the user-interface thread.
+PANELHOST_API void a_SetEditListener(HOSTINFO* root, EDITLISTENER listener, void* context);
+// Called by whoever applies a property line that does not come from a file.
+PANELHOST_API void a_NotifyEdit(int event, HOSTINFO* object);
+// Deletes an object on behalf of the user: by the listener, or by destroying the window when there is none.
+PANELHOST_API void a_DeleteObject(HOSTINFO* object);
+
+// The lines that a panel file would hold for the object, without those of its children.
+PANELHOST_API std::string a_ObjectText(HOSTINFO* object);
+// Applies the lines of a panel file, as ph_LoadPanel does. Number of controls created, -1 on failure; lines that
+// cannot be applied are traced with the name given to the text and their number, and skipped.
+PANELHOST_API int a_LoadText(HOSTINFO* root, std::string_view text, const char* nameInTraces);
+// Moves an object in front of another one in the order of saving and of Tab, and above it on the screen; to the end,
+// behind and below all others, when that one is null. Both must have the same parent.
+PANELHOST_API void a_MoveBefore(HOSTINFO* object, HOSTINFO* other);

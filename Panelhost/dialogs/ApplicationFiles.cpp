@@ -1,0 +1,57 @@
+// File names as properties hold them, and pictures dropped on a control.
+
+#include "Panelhost/dialogs/ApplicationFiles.h"
+
+#include "Panelhost/Dialogs.h"
+#include "Panelhost/Guard.h"
+#include "Panelhost/Hostinfo.h"
+#include "Panelhost/PropertyText.h"
+#include "logic/PropertyLine.h"
+
+#include <shellapi.h>
+
+std::string PropertyFileName(const std::string& path) {
+    char folder[MAX_PATH];
+    char full[MAX_PATH];
+    if (a_MakeFullPathName(".", folder) == 0 || a_MakeFullPathName(path.c_str(), full) == 0) {
+        return {};
+    }
+    std::string start = folder;
+    if (start.back() != '\\') { // it ends with one at the root of a drive
+        start += '\\';
+    }
+    const std::string name = full;
+    const bool inside =
+        name.size() > start.size() && logic::FoldName(name.substr(0, start.size())) == logic::FoldName(start);
+    return inside ? ".\\" + name.substr(start.size()) : name;
+}
+
+namespace {
+
+// Frees the drop handle.
+std::string FirstFile(HDROP drop) {
+    char path[MAX_PATH] = "";
+    const UINT length = DragQueryFileA(drop, 0, path, MAX_PATH);
+    DragFinish(drop);
+    return {path, length < MAX_PATH ? length : 0};
+}
+
+} // namespace
+
+int a_DropBitmap(HOSTINFO* object, HDROP drop) {
+    if (drop == nullptr) {
+        return 0;
+    }
+    return Guarded(0, [&] {
+        const std::string path = FirstFile(drop);
+        // A control without the keyword would take the name for its default value.
+        if (path.empty() || !a_IsAlive(object) || a_FindKeyword(object->GetHostinfoTable(), "bitmap") < 0) {
+            return 0;
+        }
+        const std::string line = "bitmap=" + PropertyFileName(path);
+        return SendMessageA(object->window, CWM_LOAD, LOAD_FROM_DIALOG,
+                            reinterpret_cast<LPARAM>(line.c_str())) != 0
+                   ? 1
+                   : 0;
+    });
+}

@@ -1,0 +1,256 @@
+#include "logic/EditHistory.h"
+
+#include "logic/ComponentText.h"
+
+#include <algorithm>
+#include <map>
+#include <unordered_map>
+#include <unordered_set>
+#include <utility>
+
+namespace logic {
+
+namespace {
+
+constexpr std::uint64_t RUN_PAUSE = 700; // milliseconds
+
+std::string ParentOf(const std::string& name) {
+    const auto star = name.rfind('*');
+    return star == std::string::npos ? "" : name.substr(0, star);
+}
+
+bool IsInside(const std::string& name, const std::string& outer) {
+    return name.size() > outer.size() && name[outer.size()] == '*' &&
+           name.compare(0, outer.size(), outer) == 0;
+}
+
+void PlaceByHeader(const EditStep::Text& text, EditTarget& target) {
+    if (const auto header = HeaderOf(text.after)) {
+        target.Place(text.name, header->rectangle);
+    }
+}
+
+bool Holds(std::string_view text, const std::string& lines) {
+    const std::vector<std::string> all = SplitLines(text);
+    const std::unordered_set<std::string> held(all.begin(), all.end());
+    const std::vector<std::string> wanted = SplitLines(lines);
+    return std::all_of(wanted.begin(), wanted.end(), [&](const std::string& line) {
+        return held.contains(line) || line.ends_with('='); // a keyword at nothing may not be written at all
+    });
+}
+
+// Only siblings have an order of their own: what is inside a control goes with it.
+void Reorder(const std::vector<std::string>& wanted, EditTarget& target) {
+    std::map<std::string, std::pair<std::vector<std::string>, std::vector<std::string>>> families;
+    for (const std::string& name : target.Order()) {
+        families[ParentOf(name)].first.push_back(name);
+    }
+    for (const std::string& name : wanted) {
+        families[ParentOf(name)].second.push_back(name);
+    }
+    for (const auto& [parent, orders] : families) {
+        for (const OrderMove& move : OrderMoves(orders.first, orders.second)) {
+            target.MoveBefore(move.name, move.before);
+        }
+    }
+}
+
+void MakeAnew(const EditStep::Text& text, EditTarget& target) {
+    const std::vector<std::string> order = target.Order();
+    const bool hasParts = std::any_of(order.begin(), order.end(),
+                                      [&](const std::string& name) { return IsInside(name, text.name); });
+    if (!hasParts) { // parts hold more than the text of what they are in
+        target.Destroy(text.name);
+        target.Load(text.after);
+        Reorder(order, target);
+    }
+}
+
+void Change(const EditStep::Text& text, EditTarget& target) {
+    const std::string lines = ChangedLines(text.before, text.after);
+    bool placed = false;
+    if (!lines.empty()) {
+        target.Load(lines);
+        // An empty name is the root's, which is never made anew.
+        if (!text.name.empty() && !Holds(target.Text(text.name), lines)) {
+            MakeAnew(text, target);
+            placed = true;
+        }
+    }
+    const auto before = HeaderOf(text.before);
+    const auto after = HeaderOf(text.after);
+    if (after && (placed || !before || !(before->rectangle == after->rectangle))) {
+        target.Place(text.name, after->rectangle);
+    }
+    if (before && after && before->style != after->style && !placed) {
+        target.SetStyle(text.name, before->style ^ after->style, after->style);
+    }
+}
+
+void RestoreOrder(const EditStep& step, EditTarget& target) {
+    // A control that makes its own parts has made those anew that were deleted before.
+    const std::unordered_set<std::string> wanted(step.orderAfter.begin(), step.orderAfter.end());
+    for (const std::string& name : target.Order()) {
+        const bool isNew = std::any_of(step.texts.begin(), step.texts.end(), [&](const EditStep::Text& text) {
+            return text.before.empty() && IsInside(name, text.name);
+        });
+        if (isNew && !wanted.contains(name) && target.Exists(name)) {
+            target.Destroy(name);
+        }
+    }
+    Reorder(step.orderAfter, target);
+}
+
+void Join(EditStep& step, EditStep&& next) {
+    for (EditStep::Place& place : next.places) {
+        const auto known =
+            std::find_if(step.places.begin(), step.places.end(),
+                         [&](const EditStep::Place& other) { return other.name == place.name; });
+        if (known == step.places.end()) {
+            step.places.push_back(std::move(place));
+        } else {
+            known->after = place.after;
+        }
+    }
+    for (EditStep::Text& text : next.texts) {
+        const auto known = std::find_if(step.texts.begin(), step.texts.end(),
+                                        [&](const EditStep::Text& other) { return other.name == text.name; });
+        if (known == step.texts.end()) {
+            step.texts.push_back(std::move(text));
+        } else {
+            known->after = std::move(text.after);
+        }
+    }
+}
+
+} // namespace
+
+EditStep EditStep::Reversed() const {
+    EditStep reversed = *this;
+    for (Text& text : reversed.texts) {
+        text.before.swap(text.after);
+    }
+    for (Place& place : reversed.places) {
+        std::swap(place.before, place.after);
+    }
+    reversed.orderBefore.swap(reversed.orderAfter);
+    return reversed;
+}
+
+void ApplyStep(const EditStep& step, EditTarget& target) {
+    for (auto text = step.texts.rbegin(); text != step.texts.rend(); ++text) { // parts before what holds them
+        if (text->after.empty() && target.Exists(text->name)) {
+            target.Destroy(text->name);
+        }
+    }
+    std::string created;
+    for (const EditStep::Text& text : step.texts) {
+        if (text.before.empty()) {
+            created += text.after;
+        }
+    }
+    if (!created.empty()) {
+        target.Load(created);
+    }
+    for (const EditStep::Text& text : step.texts) {
+        if (text.after.empty()) {
+            continue;
+        }
+        if (text.before.empty()) {
+            PlaceByHeader(text, target); // the image of a control may have given it another size
+        } else {
+            Change(text, target);
+        }
+    }
+    for (const EditStep::Place& place : step.places) {
+        target.Place(place.name, place.after);
+    }
+    if (!step.orderAfter.empty()) {
+        RestoreOrder(step, target);
+    }
+}
+
+std::vector<OrderMove> OrderMoves(const std::vector<std::string>& from, const std::vector<std::string>& to) {
+    std::unordered_map<std::string, std::size_t> now;
+    for (std::size_t i = 0; i < from.size(); ++i) {
+        now[from[i]] = i;
+    }
+    std::vector<std::string> wanted;
+    for (const std::string& name : to) {
+        if (now.contains(name)) {
+            wanted.push_back(name);
+        }
+    }
+    // Those of the longest series that is in order already stay where they are.
+    std::vector<std::size_t> tails; // of the best series of each length: index in wanted
+    std::vector<std::size_t> previous(wanted.size(), SIZE_MAX);
+    for (std::size_t i = 0; i < wanted.size(); ++i) {
+        const auto place =
+            std::lower_bound(tails.begin(), tails.end(), now[wanted[i]],
+                             [&](std::size_t tail, std::size_t at) { return now[wanted[tail]] < at; });
+        if (place != tails.begin()) {
+            previous[i] = *(place - 1);
+        }
+        if (place == tails.end()) {
+            tails.push_back(i);
+        } else {
+            *place = i;
+        }
+    }
+    std::vector<bool> stays(wanted.size(), false);
+    for (std::size_t i = tails.empty() ? SIZE_MAX : tails.back(); i != SIZE_MAX; i = previous[i]) {
+        stays[i] = true;
+    }
+    std::vector<OrderMove> moves;
+    for (std::size_t i = wanted.size(); i-- > 0;) {
+        if (!stays[i]) {
+            moves.push_back({wanted[i], i + 1 < wanted.size() ? wanted[i + 1] : ""});
+        }
+    }
+    return moves;
+}
+
+void EditHistory::Commit(EditStep step, std::string label) {
+    CommitRun(std::move(step), std::move(label), 0, 0);
+}
+
+void EditHistory::CommitRun(EditStep step, std::string label, int key, std::uint64_t milliseconds) {
+    if (step.IsEmpty()) {
+        return;
+    }
+    if (key != 0 && position_ > 0 && !CanRedo() && !IsSaved()) {
+        Entry& last = entries_.back();
+        if (last.key == key && milliseconds - last.time <= RUN_PAUSE) {
+            Join(last.step, std::move(step));
+            last.time = milliseconds;
+            return;
+        }
+    }
+    if (saved_ && *saved_ > position_) {
+        saved_.reset(); // there is no way back to it
+    }
+    entries_.resize(position_);
+    entries_.push_back({std::move(step), std::move(label), key, milliseconds});
+    ++position_;
+}
+
+std::optional<EditStep> EditHistory::Undo() {
+    if (!CanUndo()) {
+        return std::nullopt;
+    }
+    entries_[--position_].key = 0; // a run does not go on over an undo
+    return entries_[position_].step.Reversed();
+}
+
+std::optional<EditStep> EditHistory::Redo() {
+    if (!CanRedo()) {
+        return std::nullopt;
+    }
+    return entries_[position_++].step;
+}
+
+void EditHistory::MarkSaved() {
+    saved_ = position_;
+}
+
+} // namespace logic

@@ -1,0 +1,139 @@
+#include "logic/FaderLogic.h"
+
+#include <algorithm>
+#include <cmath>
+#include <stdexcept>
+
+#include "logic/Numbers.h"
+#include "logic/Text.h"
+
+namespace logic {
+
+namespace {
+
+constexpr float pageSteps = 10.0F;
+constexpr std::size_t maximumOffsets = 65536;
+
+double Span(const FaderRange& range) {
+    return static_cast<double>(range.maximum) - range.minimum;
+}
+
+std::int32_t Length(const FaderShape& shape) {
+    return shape.IsVertical() ? shape.height : shape.width;
+}
+
+// Up to here a knob can be dragged.
+std::int32_t DragTravel(const FaderShape& shape) {
+    return Length(shape) - shape.knobHeight + 1;
+}
+
+} // namespace
+
+LimitedValue LimitFader(float value, const FaderRange& range) {
+    const float stepped = RoundToStep(value, range.resolution);
+    const float limited =
+        Clamp(stepped, static_cast<float>(range.minimum), static_cast<float>(range.maximum));
+    return {limited, limited != stepped};
+}
+
+std::int32_t LimitFaderInteger(std::int32_t value, const FaderRange& range) {
+    if (range.resolution != 0.0F)
+        value = TruncateToInteger(RoundToStep(static_cast<float>(value), range.resolution));
+    if (value < range.minimum)
+        return range.minimum;
+    return std::min(value, range.maximum);
+}
+
+std::optional<float> StepFader(float value, FaderKey key, const FaderRange& range) {
+    if (key == FaderKey::End)
+        return static_cast<float>(range.minimum);
+    if (key == FaderKey::Home)
+        return static_cast<float>(range.maximum);
+    const float step = range.resolution;
+    if (step == 0.0F || !std::isfinite(step))
+        return std::nullopt;
+    switch (key) {
+    case FaderKey::PageUp:
+        return value + pageSteps * step;
+    case FaderKey::PageDown:
+        return value - pageSteps * step;
+    case FaderKey::Up:
+        return value + step;
+    default:
+        return value - step;
+    }
+}
+
+std::optional<FaderProperties> ParseFaderProperties(std::string_view text) {
+    std::int32_t ends[2];
+    const std::size_t count = TakeIntegers(text, ends);
+    if (count == 0)
+        return std::nullopt;
+    FaderProperties properties{ends[0], std::nullopt, std::nullopt};
+    if (count == 2) {
+        properties.maximum = ends[1];
+        if (text.starts_with(','))
+            properties.value = ParseFloat(text.substr(1));
+    }
+    return properties;
+}
+
+std::int32_t KnobPosition(float value, const FaderRange& range, const FaderShape& shape) {
+    const std::int32_t travel = DragTravel(shape) - (shape.IsVertical() ? 1 : 0);
+    const double span = Span(range);
+    if (travel <= 0)
+        return 0;
+    const double share = span == 0.0 ? 0.0 : (static_cast<double>(value) - range.minimum) / span;
+    const std::int32_t fromMinimum = std::clamp(TruncateToInteger(share * travel + 0.5), 0, travel);
+    return shape.IsVertical() ? travel - fromMinimum : fromMinimum;
+}
+
+bool IsOnKnob(std::int32_t x, std::int32_t y, std::int32_t position, const FaderShape& shape) {
+    const std::int32_t along = shape.IsVertical() ? y : x;
+    const std::int32_t across = shape.IsVertical() ? x : y;
+    const std::int32_t breadth = shape.IsVertical() ? shape.width : shape.height;
+    return along >= position && along - position < shape.knobHeight && across >= 0 && across < breadth;
+}
+
+std::optional<HeldKnob> MoveKnob(HeldKnob knob, std::int32_t pointer, const FaderShape& shape) {
+    const std::int32_t travel = DragTravel(shape);
+    const std::int32_t moved = knob.position + (pointer - knob.anchor);
+    if (pointer == knob.anchor || travel <= 0)
+        return std::nullopt;
+    const std::int32_t position = std::clamp(moved, 0, travel);
+    return HeldKnob{position, pointer - (moved - position)};
+}
+
+float DraggedValue(std::int32_t position, const FaderRange& range, const FaderShape& shape) {
+    const auto travel = static_cast<double>(DragTravel(shape));
+    const double fromMinimum = shape.IsVertical() ? travel - position : position;
+    const double share = travel > 0 ? fromMinimum / travel : 0.0;
+    return RoundToStep(static_cast<float>(share * Span(range) + range.minimum), range.resolution);
+}
+
+std::string OffsetsText(const std::vector<OffsetRecord>& records, float OffsetRecord::*member) {
+    std::string text;
+    for (const OffsetRecord& record : records) {
+        if (!text.empty())
+            text += ',';
+        text += FormatFloat(record.*member) + ',';
+    }
+    return text;
+}
+
+std::vector<float> ParseOffsets(std::string_view text) {
+    std::vector<float> numbers;
+    for (const std::string_view piece : SplitFields(text, ',')) {
+        if (!piece.empty())
+            numbers.push_back(ParseFloat(piece).value_or(0.0F));
+    }
+    return numbers;
+}
+
+void AppendOffset(std::vector<OffsetRecord>& records, const OffsetRecord& record) {
+    if (records.size() >= maximumOffsets)
+        throw std::length_error("list<T> too long");
+    records.push_back(record);
+}
+
+} // namespace logic

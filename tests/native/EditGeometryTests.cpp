@@ -1,0 +1,155 @@
+#include "logic/EditGeometry.h"
+
+#include <array>
+#include <random>
+#include <vector>
+
+#include <doctest/doctest.h>
+
+using namespace logic;
+
+namespace {
+
+constexpr SnapSettings SNAPPING{8, 4};
+
+} // namespace
+
+TEST_CASE("the handles of a frame are grasped at its corners and the middles of its edges") {
+    const Rectangle frame{10, 20, 70, 60};
+    struct Row {
+        Offset point;
+        Handle handle;
+    };
+    const Row rows[] = {
+        {{10, 20}, Handle::TopLeft},    {{40, 20}, Handle::Top},         {{69, 20}, Handle::TopRight},
+        {{69, 40}, Handle::Right},      {{69, 59}, Handle::BottomRight}, {{40, 59}, Handle::Bottom},
+        {{10, 59}, Handle::BottomLeft}, {{10, 40}, Handle::Left},        {{40, 40}, Handle::None},
+        {{25, 20}, Handle::None},       {{9, 20}, Handle::None},         {{70, 59}, Handle::None},
+    };
+    for (const Row& row : rows) {
+        CAPTURE(row.point.x);
+        CAPTURE(row.point.y);
+        CHECK(HandleAt(frame, row.point) == row.handle);
+    }
+}
+
+TEST_CASE("even a small control can be grasped in its middle to be moved") {
+    for (int size = 3; size <= 40; ++size) {
+        CAPTURE(size);
+        CHECK(HandleAt({0, 0, size, size}, {size / 2, size / 2}) == Handle::None);
+    }
+}
+
+TEST_CASE("sizing moves the edges of the handle and keeps the minimum") {
+    const Rectangle start{10, 10, 50, 40};
+    CHECK(Sized(start, Handle::BottomRight, {5, -3}, 4) == Rectangle{10, 10, 55, 37});
+    CHECK(Sized(start, Handle::TopLeft, {5, -3}, 4) == Rectangle{15, 7, 50, 40});
+    CHECK(Sized(start, Handle::Left, {100, 100}, 4) == Rectangle{46, 10, 50, 40});
+    CHECK(Sized(start, Handle::Top, {0, 100}, 4) == Rectangle{10, 36, 50, 40});
+    CHECK(Sized(start, Handle::Right, {-100, 9}, 4) == Rectangle{10, 10, 14, 40});
+    CHECK(Sized({0, 0, 2, 2}, Handle::Bottom, {0, -9}, 4) == Rectangle{0, 0, 2, 2});
+    CHECK(Sized(start, Handle::None, {7, 7}, 4) == start);
+}
+
+TEST_CASE("a rubber band selects what it touches, whichever way it was drawn") {
+    const Rectangle control{10, 10, 20, 20};
+    CHECK(Touches(Spanned({19, 19}, {40, 40}), control));
+    CHECK(Touches(Spanned({40, 40}, {0, 0}), control));
+    CHECK_FALSE(Touches(Spanned({20, 10}, {40, 40}), control));
+    CHECK_FALSE(Touches(Spanned({0, 0}, {10, 40}), control));
+    CHECK_FALSE(Touches(Spanned({15, 15}, {15, 15}), {30, 30, 40, 40}));
+}
+
+TEST_CASE("what is moved snaps to near edges and centres, else to the grid") {
+    const std::array others{Rectangle{100, 100, 200, 130}};
+    // Left edge to left edge; down there is nothing near, so the top goes to the grid.
+    Snap snap = SnapMove({103, 49, 123, 69}, others, SNAPPING);
+    CHECK(snap.by == Offset{-3, -1});
+    REQUIRE(snap.guides.size() == 1);
+    CHECK(snap.guides[0].vertical);
+    CHECK(snap.guides[0].position == 100);
+    CHECK(snap.guides[0].from == 48);
+    CHECK(snap.guides[0].to == 130);
+    // Centre to centre.
+    snap = SnapMove({142, 20, 162, 40}, others, SNAPPING);
+    CHECK(snap.by.x == -2);
+    // The nearest of several wins.
+    CHECK(SnapMove({101, 20, 190, 40}, others, SNAPPING).by.x == -1);
+    // Neither others nor a grid.
+    CHECK(SnapMove({103, 49, 123, 69}, others, {0, 0}).by == Offset{});
+    CHECK(SnapMove({-3, -5, 9, 9}, {}, SNAPPING).by == Offset{3, -3});
+}
+
+TEST_CASE("sizing snaps only the edges that move") {
+    const std::array others{Rectangle{100, 100, 200, 130}};
+    const Snap snap = SnapSize({20, 20, 98, 61}, Handle::Right, others, SNAPPING);
+    CHECK(snap.by == Offset{2, 0});
+    CHECK(snap.guides.size() == 1);
+    CHECK(SnapSize({20, 20, 70, 61}, Handle::Bottom, others, SNAPPING).by == Offset{0, 3});
+    CHECK(SnapSize({21, 22, 70, 61}, Handle::TopLeft, others, SNAPPING).by == Offset{3, 2});
+}
+
+TEST_CASE("a control cannot be moved wholly out of the panel") {
+    const std::array one{Rectangle{10, 10, 60, 40}};
+    CHECK(ReachableMove({-1000, 5}, one, 300, 200) == Offset{-52, 5});
+    CHECK(ReachableMove({1000, 1000}, one, 300, 200) == Offset{282, 182});
+    // What is outside may come back, but goes no further.
+    const std::array outside{Rectangle{400, 10, 450, 40}};
+    CHECK(ReachableMove({10, 0}, outside, 300, 200) == Offset{0, 0});
+    CHECK(ReachableMove({-20, 0}, outside, 300, 200) == Offset{-20, 0});
+    std::mt19937 random(7);
+    for (int i = 0; i < 2000; ++i) {
+        const auto any = [&](int from, int to) { return std::uniform_int_distribution(from, to)(random); };
+        std::vector<Rectangle> group;
+        for (int n = any(1, 4); n > 0; --n) {
+            const Offset corner{any(0, 250), any(0, 150)};
+            group.push_back({corner.x, corner.y, corner.x + any(1, 50), corner.y + any(1, 50)});
+        }
+        const Offset by = ReachableMove({any(-900, 900), any(-900, 900)}, group, 300, 200);
+        for (const Rectangle& one2 : group) {
+            CHECK(Touches({0, 0, 300, 200}, Moved(one2, by)));
+        }
+    }
+}
+
+TEST_CASE("alignment follows the first selected") {
+    const std::array start{Rectangle{40, 40, 80, 60}, Rectangle{0, 10, 20, 90},
+                           Rectangle{100, 100, 150, 105}};
+    struct Row {
+        Alignment alignment;
+        Rectangle second, third;
+    };
+    const Row rows[] = {
+        {Alignment::Left, {40, 10, 60, 90}, {40, 100, 90, 105}},
+        {Alignment::Right, {60, 10, 80, 90}, {30, 100, 80, 105}},
+        {Alignment::Top, {0, 40, 20, 120}, {100, 40, 150, 45}},
+        {Alignment::Bottom, {0, -20, 20, 60}, {100, 55, 150, 60}},
+        {Alignment::CentreAcross, {50, 10, 70, 90}, {35, 100, 85, 105}},
+        {Alignment::CentreDown, {0, 10, 20, 90}, {100, 48, 150, 53}},
+    };
+    for (const Row& row : rows) {
+        CAPTURE(static_cast<int>(row.alignment));
+        auto places = start;
+        Align(row.alignment, places);
+        CHECK(places[0] == start[0]);
+        CHECK(places[1] == row.second);
+        CHECK(places[2] == row.third);
+    }
+}
+
+TEST_CASE("distribution makes the gaps equal and leaves the outermost where they are") {
+    std::array places{Rectangle{0, 5, 10, 15}, Rectangle{90, 5, 100, 15}, Rectangle{12, 5, 22, 15},
+                      Rectangle{24, 5, 34, 15}};
+    DistributeAcross(places);
+    CHECK(places[0] == Rectangle{0, 5, 10, 15});
+    CHECK(places[1] == Rectangle{90, 5, 100, 15});
+    CHECK(places[2] == Rectangle{30, 5, 40, 15});
+    CHECK(places[3] == Rectangle{60, 5, 70, 15});
+    std::array two{Rectangle{0, 0, 1, 1}, Rectangle{0, 50, 1, 51}};
+    DistributeDown(two);
+    CHECK(two[1] == Rectangle{0, 50, 1, 51});
+    // Overlapping ones share the lack of room.
+    std::array crowded{Rectangle{0, 0, 9, 40}, Rectangle{0, 5, 9, 45}, Rectangle{0, 20, 9, 60}};
+    DistributeDown(crowded);
+    CHECK(crowded[1] == Rectangle{0, 10, 9, 50});
+}
