@@ -5,7 +5,9 @@
 #include "Controls/OSMIRControlLib.h"
 #include "Controls/framework/Controls.h"
 #include "Controls/framework/Keywords.h"
+#include "Controls/framework/ParameterDialog.h"
 #include "Controls/framework/RelativeMode.h"
+#include "Controls/resources/resource.h"
 #include "logic/KnobLogic.h"
 #include "logic/Numbers.h"
 
@@ -287,7 +289,9 @@ void KeyDown(KNOBPROPERTIES& knob, WPARAM wParam) {
         VALUERECORD record{COMMAND_SET, 0, DATATYPE_FLOAT, 0, &value, nullptr, 0};
         SendMessageA(knob.window, CWM_MESSAGE, 0, reinterpret_cast<LPARAM>(&record));
     }
-    PaintControl(knob); // deliberately at once, and no key goes on to default processing
+    if (a_IsAlive(&knob)) { // a value that was passed on can have closed the panel
+        PaintControl(knob); // deliberately at once, and no key goes on to default processing
+    }
 }
 
 LRESULT CALLBACK KnobProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
@@ -300,4 +304,21 @@ LRESULT CALLBACK KnobProc(HWND window, UINT message, WPARAM wParam, LPARAM lPara
 
 } // namespace
 
-const ControlImplementation knobControl{CreateProperties<KNOBPROPERTIES>, KnobProc};
+// Parameter dialog and registration
+
+namespace {
+
+constexpr DialogEdit EDITS[] = {
+    {IDC_MAXIMUM, "Maximum Value", FieldKind::Integer, "properties", 1, 2},
+    {IDC_MINIMUM, "Minimum Value", FieldKind::Integer, "properties", 0, 2},
+    {IDC_RESOLUTION, "Resolution", FieldKind::Float, "resolution"},
+};
+constexpr DialogOption OPTIONS[] = {
+    {IDC_ABSOLUTE, "relative", "0"},
+    {IDC_RELATIVE, "relative", "1"},
+};
+constexpr ParameterDialog DIALOG{.resource = IDD_KNOB, .edits = EDITS, .options = OPTIONS};
+
+} // namespace
+
+const ControlImplementation knobControl{CreateProperties<KNOBPROPERTIES>, KnobProc, &DIALOG};

@@ -27,6 +27,15 @@ public:
         return true;
     }
 
+    // The same, but the old image goes in any case: a file that holds none leaves the name without an image.
+    bool Replace(const std::string& name) {
+        OSMIRBitmap* loaded = name.empty() ? nullptr : a_GetBitmap(name.c_str());
+        Release();
+        name_ = name;
+        bitmap_ = loaded;
+        return name.empty() || loaded != nullptr;
+    }
+
     const std::string& Name() const { return name_; }
     // Null when there is none.
     const OSMIRBitmap* Get() const { return bitmap_; }

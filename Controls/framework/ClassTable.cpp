@@ -25,17 +25,17 @@ constexpr int NONE = DATATYPE_NONE;
 
 // In the order of registration.
 constexpr ControlClass CLASSES[] = {
-    {"FADER", "Fader", &plainControl, FLOAT, S1, 0, nullptr, NO_BACKGROUND, nullptr,
+    {"FADER", "Fader", &faderControl, FLOAT, S1, 0, nullptr, NO_BACKGROUND, nullptr,
      SharedResource::PopupTooltip},
     {"LED", "Led", &plainControl, INTEGER, S2},
-    {"BBUTTON", "PushButton", &plainControl, INTEGER, S1, 0, "Controls\\PushButton.ico"},
+    {"BBUTTON", "PushButton", &pushButtonControl, INTEGER, S1, 0, "Controls\\PushButton.ico"},
     {"BSTATIC", "Static", &plainControl, NONE, S1, 0, nullptr, NO_BACKGROUND, nullptr,
      SharedResource::Tooltip},
-    {"BTRISTATEBUTTON", "SwitchButton", &plainControl, INTEGER, S1},
+    {"BTRISTATEBUTTON", "SwitchButton", &switchButtonControl, INTEGER, S1},
     {"CONTACTBUTTON", "ContactButton", &plainControl, INTEGER, S1, 0, "Controls\\ContactButton.ico"},
-    {"METER", "Meter", &plainControl, INTEGER, S1},
+    {"METER", "Meter", &meterControl, INTEGER, S1},
     {"BRADIOBUTTON", "RadioButton", &plainControl, INTEGER, S1},
-    {"CLOCK", "Clock", &plainControl, NONE, S1, 0, nullptr, NO_BACKGROUND, nullptr, SharedResource::Tooltip},
+    {"CLOCK", "Clock", &clockControl, NONE, S1, 0, nullptr, NO_BACKGROUND, nullptr, SharedResource::Tooltip},
     {"LISTSELECTION", "ListSelection", &plainControl, INTEGER, S1},
     {"LSBBUTTON", "LSPushButton", &plainControl, INTEGER, S1, 0, "Controls\\PushButton.ico"},
     {"LSBSTATIC", "LSStatic", &plainControl, NONE, S1, 0, nullptr, NO_BACKGROUND, nullptr,
@@ -211,4 +211,8 @@ void ReleaseControls(HINSTANCE module) {
 
 WNDPROC SystemProcedure(const ControlClass& controlClass) {
     return registered[RowOf(controlClass)].systemProcedure;
+}
+
+const ClassResources& ResourcesOf(const ControlClass& controlClass) {
+    return registered[RowOf(controlClass)].resources;
 }

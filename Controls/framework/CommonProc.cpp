@@ -2,7 +2,10 @@
 
 #include "Controls/framework/ClassTable.h"
 #include "Controls/framework/Control.h"
+#include "Controls/framework/ParameterDialog.h"
+#include "logic/PropertyLine.h"
 
+#include <memory>
 #include <windowsx.h>
 
 namespace {
@@ -10,6 +13,7 @@ namespace {
 constexpr WPARAM PANEL_CLICK = MK_LBUTTON | MK_CONTROL; // belongs to the panel even when it is operated
 constexpr WPARAM PROPERTY_CLICK = MK_RBUTTON | MK_SHIFT | MK_CONTROL; // opens the property dialog
 constexpr int CAPTION_SIZE = 64;
+constexpr UINT_PTR APPLY_COMMAND = 1;
 constexpr int DRAG_CURSOR = 102;
 
 LRESULT DefaultProc(const ControlClass& controlClass, HWND window, UINT message, WPARAM wParam,
@@ -54,16 +58,20 @@ void FunctionChanged(CONTROLPROPERTIES& control, WPARAM wParam, LPARAM lParam) {
     }
 }
 
-void ButtonDown(CONTROLPROPERTIES& control, WPARAM wParam, LPARAM lParam) {
+// Whether the press went to the panel.
+bool ButtonDown(CONTROLPROPERTIES& control, WPARAM wParam, LPARAM lParam) {
     const HWND window = control.window;
     SetFocus(window);
-    if (control.mode != 0 || wParam == PANEL_CLICK) {
+    if (IsPanelClick(control, wParam)) {
         ForwardToPanel(control, WM_LBUTTONDOWN, wParam);
-    } else if (control.BeginDrag(PointOf(lParam))) {
+        return true;
+    }
+    if (control.BeginDrag(PointOf(lParam))) {
         SetCapture(window);
         control.dragging = true;
         SetCursor(LoadCursorA(ModuleInstance(), MAKEINTRESOURCEA(DRAG_CURSOR)));
     }
+    return false;
 }
 
 void MouseMove(CONTROLPROPERTIES& control, WPARAM wParam, LPARAM lParam) {
@@ -74,11 +82,34 @@ void MouseMove(CONTROLPROPERTIES& control, WPARAM wParam, LPARAM lParam) {
     }
 }
 
+void StopDragging(CONTROLPROPERTIES& control) {
+    control.dragging = false;
+    SetCursor(LoadCursorA(nullptr, IDC_ARROW));
+}
+
 void ButtonUp(CONTROLPROPERTIES& control) {
     if (control.dragging) {
-        control.dragging = false; // first, so that the loss of the capture is no cancellation
+        StopDragging(control); // first, so that the loss of the capture is no cancellation
         ReleaseCapture();
         control.EndDrag();
+    }
+}
+
+// A touch or a pen does what the left button does.
+LRESULT PointerAsMouse(HWND window, UINT message, LPARAM lParam) {
+    const UINT mouseMessage = message == WM_POINTERDOWN ? WM_LBUTTONDOWN
+                              : message == WM_POINTERUP ? WM_LBUTTONUP
+                                                        : WM_MOUSEMOVE;
+    POINT point = PointOf(lParam);
+    ScreenToClient(window, &point);
+    SendMessageA(window, mouseMessage, MK_LBUTTON, MAKELPARAM(point.x, point.y));
+    return 0;
+}
+
+void ExtendMenu(const CONTROLPROPERTIES& control, HMENU menu) {
+    if (control.OffersApply()) {
+        AppendMenuA(menu, MF_SEPARATOR, 0, nullptr);
+        AppendMenuA(menu, MF_STRING, APPLY_COMMAND, "Apply");
     }
 }
 
@@ -111,9 +142,9 @@ void FocusGained(CONTROLPROPERTIES& control) {
     ReleaseDC(control.window, dc);
 }
 
-// What a control that draws itself does with the messages of drawing and of keyboard navigation. False when
-// it is none of them.
-bool OwnDrawn(CONTROLPROPERTIES& control, UINT message, WPARAM wParam, LRESULT& result) {
+// What a control that draws itself does with the messages of drawing, of keyboard navigation and of pointers.
+// False when it is none of them.
+bool OwnDrawn(CONTROLPROPERTIES& control, UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) {
     result = 0;
     switch (message) {
     case WM_PAINT:
@@ -128,12 +159,21 @@ bool OwnDrawn(CONTROLPROPERTIES& control, UINT message, WPARAM wParam, LRESULT& 
     case WM_GETDLGCODE:
         result = DLGC_WANTARROWS;
         return true;
+    case WM_POINTERDOWN:
+    case WM_POINTERUPDATE:
+    case WM_POINTERUP:
+        result = PointerAsMouse(control.window, message, lParam);
+        return true;
     default:
         return false;
     }
 }
 
 } // namespace
+
+bool IsPanelClick(const CONTROLPROPERTIES& control, WPARAM keys) {
+    return control.mode != 0 || keys == PANEL_CLICK;
+}
 
 void ForwardToPanel(const CONTROLPROPERTIES& control, UINT message, WPARAM wParam) {
     const HOSTINFO* root = a_FindRootHostinfo(control.parent);
@@ -163,13 +203,20 @@ void PaintControl(CONTROLPROPERTIES& control) {
 }
 
 LRESULT CreateControl(const ControlClass& controlClass, HWND window, const CREATESTRUCTA& creation) {
-    CONTROLPROPERTIES* control = controlClass.implementation->create();
+    std::unique_ptr<CONTROLPROPERTIES> created(controlClass.implementation->create());
+    CONTROLPROPERTIES* control = created.get();
     control->controlClass = &controlClass;
     a_InitializeHostinfo(window, control, creation.lpCreateParams);
+    if (controlClass.systemClass != nullptr && creation.lpszName != nullptr) {
+        // A combo box does not keep the text it is created with.
+        if (const std::string ownName = logic::CleanName(creation.lpszName); !ownName.empty()) {
+            control->name = ownName;
+        }
+    }
     a_AddHostinfo(control->parent, control);
     control->rectangle = {creation.x, creation.y, creation.x + creation.cx, creation.y + creation.cy};
     control->kind = KIND_CONTROL;
-    SetWindowLongA(window, GWL_USERDATA, reinterpret_cast<LONG>(static_cast<HOSTINFO*>(control)));
+    SetWindowLongA(window, GWL_USERDATA, reinterpret_cast<LONG>(static_cast<HOSTINFO*>(created.release())));
     if (const char* line = control->DefaultProperties(); line != nullptr) {
         SendMessageA(window, CWM_LOAD, LOAD_FROM_DIALOG, reinterpret_cast<LPARAM>(line));
         control->flags = static_cast<WORD>(control->flags & ~FLAG_CHANGED); // new, not changed
@@ -209,8 +256,8 @@ LRESULT CALLBACK CommonProc(HWND window, UINT message, WPARAM wParam, LPARAM lPa
         }
         break;
     case CWM_PARAMETERDLG:
-        if (lParam != 0) {
-            *reinterpret_cast<HWND*>(lParam) = control->dialog;
+        if (const HWND dialog = OpenParameterDialog(*control); lParam != 0) {
+            *reinterpret_cast<HWND*>(lParam) = dialog;
         }
         break;
     case WM_TIMER:
@@ -227,15 +274,33 @@ LRESULT CALLBACK CommonProc(HWND window, UINT message, WPARAM wParam, LPARAM lPa
         MouseMove(*control, wParam, lParam);
         break;
     case WM_LBUTTONDOWN:
-        ButtonDown(*control, wParam, lParam);
+        if (ButtonDown(*control, wParam, lParam) && controlClass.systemClass != nullptr) {
+            return 0; // the system control would start to select or to drop down
+        }
         break;
     case WM_LBUTTONUP:
         ButtonUp(*control);
         break;
     case WM_CAPTURECHANGED:
         if (control->dragging) {
-            control->dragging = false;
+            StopDragging(*control);
             control->CancelDrag();
+        }
+        break;
+    case WM_DROPFILES:
+        if (a_FindKeyword(control->GetHostinfoTable(), "bitmap") >= 0) {
+            a_DropBitmap(control, reinterpret_cast<HDROP>(wParam));
+            return 0;
+        }
+        break;
+    case CWM_EXTENDMENU:
+        if (lParam != 0) {
+            ExtendMenu(*control, reinterpret_cast<HMENU>(lParam));
+        }
+        break;
+    case CWM_MENUCOMMAND:
+        if (lParam != 0) {
+            control->Apply();
         }
         break;
     case WM_RBUTTONDOWN:
@@ -250,7 +315,7 @@ LRESULT CALLBACK CommonProc(HWND window, UINT message, WPARAM wParam, LPARAM lPa
         break;
     default:
         if (LRESULT result = 0;
-            controlClass.systemClass == nullptr && OwnDrawn(*control, message, wParam, result)) {
+            controlClass.systemClass == nullptr && OwnDrawn(*control, message, wParam, lParam, result)) {
             return result;
         }
         break;

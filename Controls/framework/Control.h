@@ -5,6 +5,7 @@
 #include <string>
 
 class CONTROLPROPERTIES;
+struct ParameterDialog;
 
 enum class ClassBackground { None, Null, SystemColour2 };
 
@@ -25,6 +26,7 @@ enum class SharedResource {
 struct ControlImplementation {
     CONTROLPROPERTIES* (*create)();
     WNDPROC procedure;
+    const ParameterDialog* dialog = nullptr;
 };
 
 // A row of the class table.
@@ -69,8 +71,16 @@ public:
     virtual void MoveDrag(POINT) {}
     virtual void EndDrag() {}
     virtual void CancelDrag() {}
+    // Whether the context menu has "Apply", and what it does: the value goes to all bindings once more.
+    virtual bool OffersApply() const { return false; }
+    virtual void Apply() {}
 
-    void Redraw() const { InvalidateRect(window, nullptr, FALSE); }
+    // A hidden control is painted as a whole when it is shown. Not to invalidate it makes loading a panel faster.
+    void Redraw() const {
+        if (IsWindowVisible(window)) {
+            InvalidateRect(window, nullptr, FALSE);
+        }
+    }
     bool HasFocus() const { return (flags & FLAG_FOCUS) != 0; }
     // Shows by the not-equal sign what a poll found; redraws only when it changes.
     void ShowPollResult(int result);
@@ -93,6 +103,11 @@ Properties* PropertiesOf(HWND window) {
     return static_cast<Properties*>(reinterpret_cast<HOSTINFO*>(GetWindowLongA(window, GWL_USERDATA)));
 }
 
+// Whether the window still has that object. Whatever sends, asks the user or moves the focus may have destroyed it.
+inline bool StillHas(HWND window, const CONTROLPROPERTIES* control) {
+    return PropertiesOf<CONTROLPROPERTIES>(window) == control;
+}
+
 template <class Properties>
 CONTROLPROPERTIES* CreateProperties() {
     return new Properties;
@@ -104,6 +119,8 @@ LRESULT CALLBACK CommonProc(HWND window, UINT message, WPARAM wParam, LPARAM lPa
 void DrawInto(CONTROLPROPERTIES& control, HDC target);
 // The sequence of WM_PAINT.
 void PaintControl(CONTROLPROPERTIES& control);
+// Whether a press with these keys belongs to the panel, which is being edited or else gets it with Ctrl held.
+bool IsPanelClick(const CONTROLPROPERTIES& control, WPARAM keys);
 // Posts the message to the panel window with the cursor in that window's client coordinates.
 void ForwardToPanel(const CONTROLPROPERTIES& control, UINT message, WPARAM wParam);
 

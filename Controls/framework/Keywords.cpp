@@ -16,6 +16,12 @@ int BindingsKeyword(VALUERECORD* record, HOSTINFO* object,
 
 } // namespace
 
+std::optional<std::string> TextToSet(const VALUERECORD* record) {
+    std::string text;
+    return record->command == COMMAND_SET && a_ReadText(record, &text) != 0 ? std::optional(text)
+                                                                            : std::nullopt;
+}
+
 int FunctionKeyword(VALUERECORD* record, HOSTINFO* object) {
     return record->command == COMMAND_GET ? a_AnswerText(record, a_BuildString(object->functions).c_str())
                                           : BindingsKeyword(record, object, a_FunctionChanged);

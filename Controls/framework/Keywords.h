@@ -2,9 +2,18 @@
 
 #include "Controls/framework/BitmapProperty.h"
 #include "Controls/framework/Control.h"
+#include "Controls/framework/FontProperty.h"
+#include "logic/FloatFormat.h"
+#include "logic/Numbers.h"
 
+#include <cstdio>
 #include <limits>
+#include <optional>
+#include <string>
 #include <string_view>
+
+// The text of a set record; nothing when it is none or cannot be read.
+std::optional<std::string> TextToSet(const VALUERECORD* record);
 
 // Typed handlers for keyword tables: a plain member needs no handler of its own.
 
@@ -48,6 +57,23 @@ int FloatKeyword(VALUERECORD* record, HOSTINFO* object) {
     return record->command == COMMAND_SET ? a_ReadFloat(record, &member) : 0;
 }
 
+// A printf format with one float conversion in a std::string; empty for none. Longer ones than files may hold
+// are refused.
+template <auto Member>
+int FloatFormatKeyword(VALUERECORD* record, HOSTINFO* object) {
+    constexpr std::size_t maximumLength = 31;
+    std::string& member = HolderOf<Member>(object).*Member;
+    if (record->command == COMMAND_GET) {
+        return a_AnswerText(record, member.c_str());
+    }
+    const auto text = TextToSet(record);
+    if (!text || text->size() > maximumLength || (!text->empty() && !logic::IsFloatFormat(*text))) {
+        return 0;
+    }
+    member = *text;
+    return 1;
+}
+
 // An image file; empty for none. BitmapChanged of the holder gives the control its size.
 template <auto Member>
 int BitmapKeyword(VALUERECORD* record, HOSTINFO* object) {
@@ -62,6 +88,65 @@ int BitmapKeyword(VALUERECORD* record, HOSTINFO* object) {
     }
     holder.BitmapChanged();
     return 1;
+}
+
+// A font "face,points" or "face,points,bold". FontChanged of the holder follows.
+template <auto Member>
+int FontKeyword(VALUERECORD* record, HOSTINFO* object) {
+    auto& holder = HolderOf<Member>(object);
+    FontProperty& member = holder.*Member;
+    if (record->command == COMMAND_GET) {
+        return member.Get() != nullptr ? a_AnswerText(record, member.Text().c_str()) : 0;
+    }
+    const auto text = TextToSet(record);
+    if (!text || !member.Load(*text)) {
+        return 0;
+    }
+    holder.FontChanged();
+    return 1;
+}
+
+constexpr COLORREF HIGHEST_COLOUR = 0xFFFFFF;
+
+// A COLORREF as "0x00bbggrr"; read with or without 0x. What is no colour of three bytes is refused.
+template <auto Member>
+int ColourKeyword(VALUERECORD* record, HOSTINFO* object) {
+    auto& holder = HolderOf<Member>(object);
+    COLORREF& member = holder.*Member;
+    if (record->command == COMMAND_GET) {
+        char text[16];
+        std::snprintf(text, sizeof text, "0x%08x", static_cast<unsigned>(member));
+        return a_AnswerText(record, text);
+    }
+    const auto text = TextToSet(record);
+    const auto colour = text ? logic::ParseHex(*text) : std::nullopt;
+    if (!colour || *colour > HIGHEST_COLOUR) {
+        return 0;
+    }
+    member = *colour;
+    holder.Redraw();
+    return 1;
+}
+
+// Any text of one line in a std::string. One that is longer than the bound is refused.
+template <auto Member, std::size_t MaximumLength = TEXT_SIZE - 1>
+int TextKeyword(VALUERECORD* record, HOSTINFO* object) {
+    std::string& member = HolderOf<Member>(object).*Member;
+    if (record->command == COMMAND_GET) {
+        return a_AnswerText(record, member.c_str());
+    }
+    auto text = TextToSet(record);
+    if (!text || text->size() > MaximumLength || text->find_first_of("\r\n") != std::string::npos) {
+        return 0;
+    }
+    member = std::move(*text);
+    return 1;
+}
+
+// A handler for records of text alone; any other datatype is refused.
+template <KEYWORDHANDLER Handler>
+int TextOnly(VALUERECORD* record, HOSTINFO* object) {
+    return record->datatype == DATATYPE_TEXT ? Handler(record, object) : 0;
 }
 
 // Keywords of every control.

@@ -28,6 +28,7 @@ void ClassResources::Make(const ControlClass& controlClass, HINSTANCE module) {
         break;
     case SharedResource::Tooltip:
         tooltip = CreateTooltip(TOOLTIP_STYLE, module);
+        SendMessageA(tooltip, TTM_SETMAXTIPWIDTH, 0, MAXIMUM_TIP_WIDTH);
         break;
     case SharedResource::PopupTooltip:
         tooltip = CreateTooltip(WS_POPUP, module);

@@ -1,0 +1,498 @@
+// FADER: one float value as a knob on a straight track, dragged, turned by the wheel or stepped by keys, sent
+// to everything it is bound to and polled back. In relative mode every connection keeps its own offset from
+// the value. A fader that is wider than high is horizontal, any other vertical. Values are in the unit of the
+// bound parameter, interval in milliseconds, geometry in pixels.
+
+#include "Controls/framework/BitmapParts.h"
+#include "Controls/framework/Controls.h"
+#include "Controls/framework/Keywords.h"
+#include "Controls/framework/ParameterDialog.h"
+#include "Controls/framework/RemoteOffsets.h"
+#include "Controls/framework/Shading.h"
+#include "Controls/framework/Tooltip.h"
+#include "Controls/resources/resource.h"
+#include "logic/FaderLogic.h"
+#include "logic/Numbers.h"
+
+#include <cmath>
+#include <cstdio>
+#include <optional>
+
+namespace {
+
+constexpr std::size_t RESOLUTION_LENGTH = 5;
+constexpr int MAXIMUM_KNOB_HEIGHT = 16384; // as large as an image can be
+constexpr int TIP_BELOW = 21;              // of a tooltip from the mouse that drags the knob
+constexpr int HOVER_BELOW = 16;            // of the tooltip's area from a fader with a horizontal image
+constexpr int TRACK = 0;                   // parts of the image
+constexpr int KNOB = 1;
+
+} // namespace
+
+class FADERPROPERTIES : public CONTROLPROPERTIES {
+public:
+    const KEYWORDROW* GetHostinfoTable() override;
+    LRESULT OnSaveToListCtrl(WPARAM wParam, LPARAM listView) override;
+    LRESULT OnTimer(WPARAM timer, LPARAM lParam) override;
+    void SetDefaults() override;
+    void BindingsChanged() override { offsets.Rebuild(requests, value); }
+    void BitmapChanged();
+    void Poll() override;
+    void Draw(HDC dc, const RECT& client) const override;
+    bool BeginDrag(POINT point) override;
+    void MoveDrag(POINT point) override;
+    void EndDrag() override;
+    void CancelDrag() override;
+    bool OffersApply() const override { return true; }
+    void Apply() override { Send(); }
+
+    logic::FaderRange Range() const { return {minimum, maximum, resolution}; }
+    logic::FaderShape ShapeIn(const RECT& client) const { return {client.right, client.bottom, knobHeight}; }
+    logic::FaderShape Shape() const;
+    int& KnobPosition(const logic::FaderShape& shape) { return shape.IsVertical() ? knobPosV : knobPosH; }
+    bool HasHorizontalImage() const {
+        return face.Get() != nullptr && face.Get()->Width() > face.Get()->Height();
+    }
+    BitmapParts Parts() const;
+    // Moves the knob to where its value is.
+    void PlaceKnob();
+    // Takes a value that is within the range already and, if it is a new one, shows and sends it. Returns 0
+    // when nothing changed.
+    int TakeValue(float newValue);
+    void MarkNotEqual(bool differs);
+    void Send();
+    std::string TipText() const { return logic::FormatFloatAs(fmt, value); }
+
+    float value = 0.0F;
+    float resolution = 0.0F; // step size; 0: continuous, and the keys and the wheel that step do nothing
+    int setValue = 0;        // what the space bar sets
+    int knobHeight = 22;     // length of the knob along the travel
+    int knobPosV = 0;        // vertical: top of the knob
+    int anchorY = 0;         // vertical drag: where the mouse holds the knob
+    int knobPosH = 0;        // horizontal: left edge of the knob
+    int anchorX = 0;
+    int minimum = -80;
+    int maximum = 0;
+    RemoteOffsets offsets;
+    std::string fmt;     // printf format of the value in the tooltip; empty: no tooltip
+    BitmapProperty face; // track and knob; gives the window its size
+    Tooltip tooltip;
+};
+
+// Keyword handlers
+
+namespace {
+
+FADERPROPERTIES& Fader(HOSTINFO* object) {
+    return *static_cast<FADERPROPERTIES*>(object);
+}
+
+int AnswerValue(VALUERECORD* record, float value) {
+    if (record->data == nullptr) {
+        return 0;
+    }
+    if (record->datatype == DATATYPE_INTEGER) {
+        auto& held = *static_cast<int*>(record->data);
+        if (static_cast<float>(held) == value) { // deliberately with the fraction: 3 is not 3.5
+            return 0;
+        }
+        held = logic::TruncateToInteger(value);
+        return 1;
+    }
+    if (record->datatype == DATATYPE_FLOAT &&
+        std::fabs(value - *static_cast<const float*>(record->data)) < 0.00001F) {
+        return 0;
+    }
+    return a_AnswerFloat(record, value);
+}
+
+// The three datatypes deliberately differ in what becomes of a value beyond the range: only a float shows the
+// not-equal mark, and only a text learns the limit.
+int SetFaderValue(VALUERECORD* record, FADERPROPERTIES& fader) {
+    if (record->datatype == DATATYPE_INTEGER && record->data != nullptr) {
+        const int value = *static_cast<const int*>(record->data);
+        return fader.TakeValue(static_cast<float>(logic::LimitFaderInteger(value, fader.Range())));
+    }
+    float value = 0;
+    if (a_ReadFloat(record, &value) == 0) {
+        return 0;
+    }
+    const logic::LimitedValue limited = logic::LimitFader(value, fader.Range());
+    if (limited.outside && record->datatype == DATATYPE_TEXT) {
+        std::snprintf(static_cast<char*>(record->data), TEXT_SIZE, "%f", static_cast<double>(limited.value));
+    } else if (limited.outside) {
+        fader.MarkNotEqual(true);
+    }
+    return fader.TakeValue(limited.value);
+}
+
+int ValueKeyword(VALUERECORD* record, HOSTINFO* object) {
+    switch (record->command) {
+    case COMMAND_GET:
+        return AnswerValue(record, Fader(object).value);
+    case COMMAND_SET:
+        return SetFaderValue(record, Fader(object));
+    default:
+        return 0;
+    }
+}
+
+int KnobHeightKeyword(VALUERECORD* record, HOSTINFO* object) {
+    const int result = IntegerKeyword<&FADERPROPERTIES::knobHeight, 1, MAXIMUM_KNOB_HEIGHT>(record, object);
+    if (record->command == COMMAND_SET && result != 0) {
+        Fader(object).PlaceKnob();
+        Fader(object).Redraw();
+    }
+    return result;
+}
+
+int PropertiesKeyword(VALUERECORD* record, HOSTINFO* object) {
+    FADERPROPERTIES& fader = Fader(object);
+    if (record->command == COMMAND_GET) {
+        char text[64];
+        std::snprintf(text, sizeof text, "%d,%d,%g", fader.minimum, fader.maximum,
+                      static_cast<double>(fader.value));
+        return a_AnswerText(record, text);
+    }
+    const auto text = TextToSet(record);
+    const auto read = text ? logic::ParseFaderProperties(*text) : std::nullopt;
+    if (!read) {
+        return 0;
+    }
+    fader.minimum = read->minimum;
+    fader.maximum = read->maximum.value_or(fader.maximum);
+    fader.value = read->value.value_or(fader.value); // as it is, even beyond the range
+    fader.PlaceKnob();
+    fader.Send();
+    return 1;
+}
+
+int RelativeKeyword(VALUERECORD* record, HOSTINFO* object) {
+    FADERPROPERTIES& fader = Fader(object);
+    if (record->command == COMMAND_GET) {
+        return a_AnswerInteger(record, fader.offsets.relative);
+    }
+    if (record->command != COMMAND_SET || a_ReadInteger(record, &fader.offsets.relative) == 0) {
+        return 0;
+    }
+    fader.BindingsChanged();
+    return 1;
+}
+
+int ResolutionKeyword(VALUERECORD* record, HOSTINFO* object) {
+    if (record->command == COMMAND_SET && record->datatype == DATATYPE_TEXT) {
+        const auto text = TextToSet(record).value_or("");
+        const auto start = std::min(text.find_first_not_of(" \t"), text.size());
+        const auto number = logic::ParseFloat(text.substr(start, RESOLUTION_LENGTH));
+        Fader(object).resolution = number.value_or(Fader(object).resolution);
+        return number ? 1 : 0;
+    }
+    return FloatKeyword<&FADERPROPERTIES::resolution>(record, object);
+}
+
+int ValuesKeyword(VALUERECORD* record, HOSTINFO* object) {
+    return Fader(object).offsets.Keyword(record, &logic::OffsetRecord::offset, 1);
+}
+
+// Deliberately takes only every other number of a text that is written like that of `values`.
+int ValuesCopyKeyword(VALUERECORD* record, HOSTINFO* object) {
+    return Fader(object).offsets.Keyword(record, &logic::OffsetRecord::remote, 2);
+}
+
+constexpr KEYWORDROW KEYWORDS[] = {
+    {" ", ValueKeyword, 0},
+    {"bitmap", BitmapKeyword<&FADERPROPERTIES::face>, KEYWORD_SAVED},
+    {"connection", ConnectionKeyword, 0},
+    {"fmt", FloatFormatKeyword<&FADERPROPERTIES::fmt>, KEYWORD_SAVED},
+    {"function", FunctionKeyword, KEYWORD_SAVED},
+    {"interval", IntervalKeyword, KEYWORD_SAVED},
+    {"knobheight", KnobHeightKeyword, KEYWORD_SAVED},
+    {"layer", LayerKeyword, 0},
+    {"level", LayerKeyword, 0},
+    {"properties", PropertiesKeyword, KEYWORD_SAVED},
+    {"relative", RelativeKeyword, KEYWORD_SAVED},
+    {"resolution", ResolutionKeyword, KEYWORD_SAVED},
+    {"setvalue", IntegerKeyword<&FADERPROPERTIES::setValue>, KEYWORD_SAVED},
+    {"value", ValueKeyword, 0},
+    {"values", ValuesKeyword, KEYWORD_SAVED},
+    {"valuescopy", ValuesCopyKeyword, KEYWORD_SAVED},
+    {},
+};
+static_assert(KeywordsAreUnique(KEYWORDS));
+
+} // namespace
+
+const KEYWORDROW* FADERPROPERTIES::GetHostinfoTable() {
+    return KEYWORDS;
+}
+
+// Deliberately with the rows that are not saved.
+LRESULT FADERPROPERTIES::OnSaveToListCtrl(WPARAM, LPARAM listView) {
+    return a_ListProperties(this, KEYWORDS, reinterpret_cast<HWND>(listView), true);
+}
+
+void FADERPROPERTIES::SetDefaults() {
+    interval = 100;
+    tooltip.Attach(*this);
+    DragAcceptFiles(window, TRUE);
+}
+
+// Value
+
+int FADERPROPERTIES::TakeValue(float newValue) {
+    if (newValue == value) {
+        return 0;
+    }
+    value = newValue;
+    PlaceKnob();
+    Send();
+    return 1;
+}
+
+void FADERPROPERTIES::MarkNotEqual(bool differs) {
+    if (differs != notEqual) {
+        notEqual = differs;
+        Redraw();
+    }
+}
+
+void FADERPROPERTIES::Send() {
+    if (offsets.relative != 0) {
+        offsets.Send(requests, value, COMMAND_SET);
+    } else {
+        float sent = value;
+        a_SendRequest(requests, COMMAND_SET, DATATYPE_FLOAT, &sent, nullptr);
+    }
+}
+
+LRESULT FADERPROPERTIES::OnTimer(WPARAM timer, LPARAM lParam) {
+    if (dragging) {
+        return 0;
+    }
+    CONTROLPROPERTIES::OnTimer(timer, lParam);
+    return 1;
+}
+
+void FADERPROPERTIES::Poll() {
+    if (requests.empty() && !notEqual && lastPollResult == REQUEST_UNCHANGED) {
+        return;
+    }
+    if (offsets.relative != 0) {
+        offsets.Send(requests, value, COMMAND_GET);
+        ShowPollResult(REQUEST_UNCHANGED); // each connection has its own value, so none of them differs
+        return;
+    }
+    float polled = value;
+    int result = REQUEST_UNCHANGED;
+    a_SendRequest(requests, COMMAND_GET, DATATYPE_FLOAT, &polled, &result);
+    if (result != REQUEST_DELIVERED) {
+        ShowPollResult(result);
+        return;
+    }
+    lastPollResult = result;
+    const logic::LimitedValue limited = logic::LimitFader(polled, Range());
+    value = limited.value;
+    MarkNotEqual(limited.outside);
+    PlaceKnob();
+}
+
+// Layout
+
+logic::FaderShape FADERPROPERTIES::Shape() const {
+    RECT client;
+    GetClientRect(window, &client);
+    return ShapeIn(client);
+}
+
+BitmapParts FADERPROPERTIES::Parts() const {
+    return {*face.Get(), 2, HasHorizontalImage() ? BitmapParts::Stacked : BitmapParts::SideBySide};
+}
+
+void FADERPROPERTIES::PlaceKnob() {
+    const logic::FaderShape shape = Shape();
+    const int position = logic::KnobPosition(value, Range(), shape);
+    if (int& shown = KnobPosition(shape); shown != position) {
+        shown = position;
+        Redraw();
+    }
+}
+
+void FADERPROPERTIES::BitmapChanged() {
+    if (face.Get() != nullptr) {
+        Resize(Parts().Width(), Parts().Height());
+    }
+    PlaceKnob();
+    Redraw();
+}
+
+// Drawing
+
+namespace {
+
+// Without an image a horizontal fader deliberately looks like a vertical one, but brighter.
+void DrawPlainFader(HDC dc, const logic::FaderShape& shape, int knobTop) {
+    const int middle = shape.width / 2;
+    const RECT slot{middle - 1, shape.knobHeight / 2, middle + 1, shape.height - shape.knobHeight / 2};
+    FillRect(dc, &slot, static_cast<HBRUSH>(GetStockObject(BLACK_BRUSH)));
+    const RECT knob{0, knobTop, shape.width, knobTop + shape.knobHeight};
+    DrawShadedRows(dc, knob, shape.IsVertical() ? BAR_COLOUR : BRIGHT_BAR_COLOUR);
+}
+
+} // namespace
+
+void FADERPROPERTIES::Draw(HDC dc, const RECT& client) const {
+    const logic::FaderShape shape = ShapeIn(client);
+    if (face.Get() == nullptr) {
+        DrawPlainFader(dc, shape, knobPosV);
+        return;
+    }
+    const BitmapParts parts = Parts();
+    parts.Draw(dc, TRACK, client);
+    if (shape.IsVertical()) {
+        parts.Draw(dc, KNOB, 0, knobPosV, {0, 0, shape.width, knobHeight});
+    } else {
+        parts.Draw(dc, KNOB, knobPosH, 0, {0, 0, knobHeight, shape.height});
+    }
+}
+
+// Input
+
+bool FADERPROPERTIES::BeginDrag(POINT point) {
+    const logic::FaderShape shape = Shape();
+    if (!logic::IsOnKnob(point.x, point.y, KnobPosition(shape), shape)) {
+        return false; // the knob does not jump to the mouse
+    }
+    (shape.IsVertical() ? anchorY : anchorX) = shape.IsVertical() ? point.y : point.x;
+    if (!fmt.empty()) {
+        ClientToScreen(window, &point);
+        tooltip.Track({point.x, point.y + TIP_BELOW}, TipText());
+    }
+    return true;
+}
+
+void FADERPROPERTIES::MoveDrag(POINT point) {
+    const logic::FaderShape shape = Shape();
+    const bool vertical = shape.IsVertical();
+    int& position = KnobPosition(shape);
+    int& anchor = vertical ? anchorY : anchorX;
+    const auto moved = logic::MoveKnob({position, anchor}, vertical ? point.y : point.x, shape);
+    if (!moved) {
+        return;
+    }
+    position = moved->position;
+    anchor = moved->anchor;
+    // The mouse stays on the knob at the ends of the travel and beside the fader. Where it is on it already
+    // it is not touched: it may have moved on since.
+    POINT held = vertical ? POINT{std::clamp<LONG>(point.x, 0, shape.width), anchor}
+                          : POINT{anchor, std::clamp<LONG>(point.y, 0, shape.height)};
+    const bool strayed = held.x != point.x || held.y != point.y;
+    ClientToScreen(window, &held);
+    if (strayed && GetCapture() == window) {
+        SetCursorPos(held.x, held.y);
+    }
+    Redraw();
+    UpdateWindow(window);
+    value = logic::DraggedValue(position, Range(), shape);
+    Send();
+    if (!fmt.empty() && dragging) {
+        tooltip.Track({held.x, held.y + (vertical || HasHorizontalImage() ? TIP_BELOW : 0)}, TipText());
+    }
+}
+
+void FADERPROPERTIES::EndDrag() {
+    tooltip.StopTracking();
+    if (offsets.relative != 0) {
+        offsets.See(requests);
+    }
+    PlaceKnob(); // from where it was dragged to where its value is
+}
+
+void FADERPROPERTIES::CancelDrag() {
+    tooltip.StopTracking();
+    PlaceKnob();
+}
+
+namespace {
+
+// As anybody else would set the value: limited, shown and sent.
+template <class Value>
+void SetThroughMessage(const FADERPROPERTIES& fader, int datatype, Value value) {
+    VALUERECORD record{COMMAND_SET, 0, datatype, 0, &value, nullptr, 0};
+    SendMessageA(fader.window, CWM_MESSAGE, 0, reinterpret_cast<LPARAM>(&record));
+}
+
+void Step(const FADERPROPERTIES& fader, logic::FaderKey key) {
+    if (const auto stepped = logic::StepFader(fader.value, key, fader.Range())) {
+        SetThroughMessage(fader, DATATYPE_FLOAT, *stepped);
+    }
+}
+
+void KeyDown(const FADERPROPERTIES& fader, WPARAM key) {
+    using logic::FaderKey;
+    static constexpr std::pair<WPARAM, FaderKey> STEPS[] = {
+        {VK_PRIOR, FaderKey::PageUp}, {VK_NEXT, FaderKey::PageDown}, {VK_END, FaderKey::End},
+        {VK_HOME, FaderKey::Home},    {VK_LEFT, FaderKey::Down},     {VK_DOWN, FaderKey::Down},
+        {VK_UP, FaderKey::Up},        {VK_RIGHT, FaderKey::Up},
+    };
+    if (key == VK_SPACE) {
+        SetThroughMessage(fader, DATATYPE_INTEGER, fader.setValue);
+        return;
+    }
+    for (const auto& [stepKey, step] : STEPS) {
+        if (stepKey == key) {
+            Step(fader, step);
+        }
+    }
+}
+
+void HoverTip(FADERPROPERTIES& fader) {
+    if (!fader.dragging && !fader.fmt.empty() && !fader.tooltip.IsVisible()) {
+        RECT area;
+        GetClientRect(fader.window, &area);
+        OffsetRect(&area, 0, fader.HasHorizontalImage() ? HOVER_BELOW : 0);
+        fader.tooltip.Hover(area, fader.TipText());
+    }
+}
+
+LRESULT CALLBACK FaderProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    FADERPROPERTIES& fader = *PropertiesOf<FADERPROPERTIES>(window);
+    switch (message) {
+    case WM_KEYDOWN:
+        KeyDown(fader, wParam);
+        return 0;
+    case WM_MOUSEWHEEL:
+        Step(fader, GET_WHEEL_DELTA_WPARAM(wParam) < 1 ? logic::FaderKey::Down : logic::FaderKey::Up);
+        return 0;
+    case WM_MOUSEMOVE:
+        HoverTip(fader);
+        break;
+    case WM_SIZE:
+        fader.PlaceKnob();
+        break;
+    default:
+        break;
+    }
+    return CommonProc(window, message, wParam, lParam);
+}
+
+} // namespace
+
+// Parameter dialog and registration
+
+namespace {
+
+constexpr DialogEdit EDITS[] = {
+    {IDC_MAXIMUM, "Maximum Value", FieldKind::Integer, "properties", 1, 1},
+    {IDC_MINIMUM, "Minimum Value", FieldKind::Integer, "properties", 0, 0},
+    {IDC_RESOLUTION, "Resolution", FieldKind::Float, "resolution"},
+};
+constexpr DialogOption OPTIONS[] = {
+    {IDC_ABSOLUTE, "relative", "0"},
+    {IDC_RELATIVE, "relative", "1"},
+};
+constexpr ParameterDialog DIALOG{
+    .resource = IDD_FADER, .edits = EDITS, .options = OPTIONS, .bitmapPrefix = "FADER_"};
+
+} // namespace
+
+const ControlImplementation faderControl{CreateProperties<FADERPROPERTIES>, FaderProc, &DIALOG};

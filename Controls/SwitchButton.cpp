@@ -1,0 +1,224 @@
+// BTRISTATEBUTTON: a button that stays on or off, sends its on or off value at each change and follows what it is bound
+// to. Each direction can have a question in front of it, and the caption can come from a second binding. Values are
+// whole numbers, times in milliseconds.
+
+#include "Controls/framework/Button.h"
+#include "Controls/framework/Controls.h"
+#include "Controls/framework/Keywords.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <cstring>
+
+namespace {
+
+enum class SwitchFace { Off, HeldDown, On }; // also the number of the image's frame
+
+} // namespace
+
+class SWITCHBUTTONPROPERTIES : public BUTTONPROPERTIES {
+public:
+    SWITCHBUTTONPROPERTIES() {
+        onValue = 1;
+        lastPoll = GetTickCount();
+    }
+
+    const KEYWORDROW* GetHostinfoTable() override;
+    void Poll() override;
+    void Draw(HDC dc, const RECT& client) const override;
+    bool IsHeldDown() const override { return face == SwitchFace::HeldDown; }
+    void SetHeldDown(bool down) override;
+    void Released() override;
+    bool OffersApply() const override { return true; }
+    void Apply() override { Send(Value()); }
+
+    int Value() const { return isOn ? onValue : offValue; }
+    void SetOn(bool on);
+
+    std::string confirmWhenReleased; // question before it goes off; empty for none
+    std::string confirmWhenPressed;  // question before it goes on; empty for none
+    bool isOn = false;
+    SwitchFace face = SwitchFace::Off;
+    BINDINGLIST captionFunctions; // where the caption comes from; empty: it stays
+    REQUESTLIST captionRequests;
+
+private:
+    // REQUEST_UNCHANGED, REQUEST_DELIVERED when a new state or caption was taken, anything else for a mismatch.
+    int PollValue();
+    int PollCaption();
+};
+
+// Keyword handlers
+
+namespace {
+
+SWITCHBUTTONPROPERTIES& Switch(HOSTINFO* object) {
+    return *static_cast<SWITCHBUTTONPROPERTIES*>(object);
+}
+
+// Of the two values; any other is refused. A change is sent.
+int ValueKeyword(VALUERECORD* record, HOSTINFO* object) {
+    SWITCHBUTTONPROPERTIES& button = Switch(object);
+    if (record->command == COMMAND_GET) {
+        return a_AnswerInteger(record, button.Value());
+    }
+    int value = 0;
+    if (record->command != COMMAND_SET || a_ReadInteger(record, &value) == 0 ||
+        (value != button.onValue && value != button.offValue)) {
+        return 0;
+    }
+    if (const bool on = value == button.onValue; on != button.isOn) {
+        button.SetOn(on);
+        button.Send(value);
+    }
+    return 1;
+}
+
+// Both questions at once; written only when they are the same.
+int ConfirmKeyword(VALUERECORD* record, HOSTINFO* object) {
+    SWITCHBUTTONPROPERTIES& button = Switch(object);
+    if (record->command == COMMAND_GET) {
+        const bool same = button.confirmWhenPressed == button.confirmWhenReleased;
+        return a_AnswerText(record, same ? button.confirmWhenPressed.c_str() : "");
+    }
+    const int taken = TextKeyword<&SWITCHBUTTONPROPERTIES::confirmWhenPressed>(record, object);
+    if (taken != 0) {
+        button.confirmWhenReleased = button.confirmWhenPressed;
+    }
+    return taken;
+}
+
+int CaptionFunctionKeyword(VALUERECORD* record, HOSTINFO* object) {
+    SWITCHBUTTONPROPERTIES& button = Switch(object);
+    if (record->command == COMMAND_GET) {
+        return a_AnswerText(record, a_BuildString(button.captionFunctions).c_str());
+    }
+    const auto text = TextToSet(record);
+    BINDINGLIST none;
+    return text ? a_FunctionChanged(text->c_str(), &button, button.captionFunctions, none, button.captionRequests)
+                : 0;
+}
+
+constexpr KEYWORDROW KEYWORDS[] = {
+    {" ", ValueKeyword, 0},
+    {"bitmap", BitmapKeyword<&SWITCHBUTTONPROPERTIES::image>, KEYWORD_SAVED},
+    {"caption", CaptionKeyword, KEYWORD_SAVED},
+    {"connection", ConnectionKeyword, 0},
+    {"confirm", ConfirmKeyword, KEYWORD_SAVED},
+    {"confirmwhenpressed", TextKeyword<&SWITCHBUTTONPROPERTIES::confirmWhenPressed>, KEYWORD_SAVED},
+    {"confirmwhenreleased", TextKeyword<&SWITCHBUTTONPROPERTIES::confirmWhenReleased>, KEYWORD_SAVED},
+    {"font", FontKeyword<&SWITCHBUTTONPROPERTIES::font>, KEYWORD_SAVED},
+    {"function", FunctionKeyword, KEYWORD_SAVED},
+    {"function1", CaptionFunctionKeyword, KEYWORD_SAVED},
+    {"interval", IntervalKeyword, KEYWORD_SAVED},
+    {"layer", LayerKeyword, 0},
+    {"level", LayerKeyword, 0},
+    {"offvalue", IntegerKeyword<&SWITCHBUTTONPROPERTIES::offValue>, KEYWORD_SAVED},
+    {"onvalue", IntegerKeyword<&SWITCHBUTTONPROPERTIES::onValue>, KEYWORD_SAVED},
+    {"properties", ButtonPropertiesKeyword, KEYWORD_SAVED},
+    {"textcolor", TextColorKeyword, KEYWORD_SAVED},
+    {"textcolorwhenpressed", ColourKeyword<&SWITCHBUTTONPROPERTIES::textColorPressed>, KEYWORD_SAVED},
+    {"textcolorwhenreleased", ColourKeyword<&SWITCHBUTTONPROPERTIES::textColorReleased>, KEYWORD_SAVED},
+    {"value", ValueKeyword, 0},
+    {},
+};
+static_assert(KeywordsAreUnique(KEYWORDS));
+
+} // namespace
+
+const KEYWORDROW* SWITCHBUTTONPROPERTIES::GetHostinfoTable() {
+    return KEYWORDS;
+}
+
+// State
+
+void SWITCHBUTTONPROPERTIES::SetHeldDown(bool down) {
+    face = down ? SwitchFace::HeldDown : isOn ? SwitchFace::On : SwitchFace::Off;
+}
+
+void SWITCHBUTTONPROPERTIES::SetOn(bool on) {
+    isOn = on;
+    SetHeldDown(dragging && IsHeldDown());
+    Redraw();
+}
+
+void SWITCHBUTTONPROPERTIES::Released() {
+    if (!IsHeldDown()) { // the cursor left the button
+        return;
+    }
+    const bool on = !isOn; // as it was asked for, even if a poll changes the state meanwhile
+    const std::string question = on ? confirmWhenPressed : confirmWhenReleased;
+    if (!question.empty()) {
+        const HWND self = window;
+        const bool confirmed = IsConfirmed(question);
+        if (!StillHas(self, this)) {
+            return;
+        }
+        if (!confirmed) {
+            ShowHeldDown(false);
+            return;
+        }
+    }
+    SetOn(on);
+    Send(Value());
+}
+
+// Polling
+
+int SWITCHBUTTONPROPERTIES::PollValue() {
+    const HWND self = window;
+    int value = Value();
+    int result = REQUEST_UNCHANGED;
+    a_SendRequest(requests, COMMAND_GET, DATATYPE_INTEGER, &value, &result);
+    if (result != REQUEST_DELIVERED || !StillHas(self, this)) {
+        return result;
+    }
+    if (value != onValue && value != offValue) {
+        return REQUEST_DISAGREE;
+    }
+    SetOn(value == onValue);
+    return REQUEST_DELIVERED;
+}
+
+int SWITCHBUTTONPROPERTIES::PollCaption() {
+    if (captionFunctions.empty()) {
+        return REQUEST_UNCHANGED;
+    }
+    // Devices and controls came and went since the last time, and the framework follows the value's list only.
+    a_BuildRequestList(captionFunctions, {}, this, captionRequests);
+    const HWND self = window;
+    char text[TEXT_SIZE];
+    std::snprintf(text, sizeof text, "%s", caption.c_str());
+    int result = REQUEST_UNCHANGED;
+    a_SendRequest(captionRequests, COMMAND_GET, DATATYPE_TEXT, text, &result);
+    if (result == REQUEST_DELIVERED && StillHas(self, this)) {
+        caption.assign(text, std::strcspn(text, "\r\n")); // it is saved as one line
+    }
+    return result;
+}
+
+void SWITCHBUTTONPROPERTIES::Poll() {
+    const HWND self = window;
+    const int ofValue = PollValue();
+    if (!StillHas(self, this)) {
+        return;
+    }
+    const int ofCaption = PollCaption();
+    if (!StillHas(self, this)) {
+        return;
+    }
+    if (ofValue == REQUEST_DELIVERED || ofCaption == REQUEST_DELIVERED) {
+        Redraw();
+    }
+    ShowPollResult(std::max(ofValue, ofCaption));
+}
+
+// Drawing
+
+void SWITCHBUTTONPROPERTIES::Draw(HDC dc, const RECT& client) const {
+    DrawFace(dc, client, static_cast<int>(face), isOn);
+    DrawCaption(dc, client, face != SwitchFace::Off,
+                face == SwitchFace::On ? textColorPressed : textColorReleased);
+}
+
+const ControlImplementation switchButtonControl{CreateProperties<SWITCHBUTTONPROPERTIES>, ButtonProc};

@@ -1,0 +1,77 @@
+#include "Controls/framework/RemoteOffsets.h"
+
+#include "Controls/framework/Keywords.h"
+
+#include <cmath>
+
+namespace {
+
+// The list may change while requests are sent.
+std::vector<REQUESTITEM> ItemsOf(const REQUESTLIST& requests) {
+    return {requests.begin(), requests.end()};
+}
+
+bool Ask(const REQUESTITEM& item, float& remote) {
+    float answer = remote;
+    if (a_SendToItem(item, COMMAND_GET, DATATYPE_FLOAT, &answer) <= 0 || !std::isfinite(answer)) {
+        return false;
+    }
+    remote = answer;
+    return true;
+}
+
+} // namespace
+
+void RemoteOffsets::Rebuild(const REQUESTLIST& requests, float value) {
+    records.clear();
+    if (relative == 0) {
+        return;
+    }
+    for (const REQUESTITEM& item : ItemsOf(requests)) {
+        // What is not there yet keeps its place, and goes along unshifted when it comes.
+        const bool exists = item.target != nullptr || item.handler != nullptr;
+        float remote = 0;
+        Ask(item, remote);
+        logic::AppendOffset(records, {exists ? remote - value : 0.0F, remote, 0.0F});
+    }
+}
+
+void RemoteOffsets::Send(const REQUESTLIST& requests, float value, int command) {
+    const std::vector<REQUESTITEM> items = ItemsOf(requests);
+    for (std::size_t i = 0; i < items.size(); ++i) {
+        float remote = value + (i < records.size() ? records[i].offset : 0.0F);
+        if (command == COMMAND_SET) {
+            a_SendToItem(items[i], COMMAND_SET, DATATYPE_FLOAT, &remote);
+        } else if (Ask(items[i], remote) && i < records.size() && remote != records[i].lastRemote) {
+            records[i].lastRemote = remote;
+            records[i].offset = remote - value;
+        }
+    }
+}
+
+void RemoteOffsets::See(const REQUESTLIST& requests) {
+    const std::vector<REQUESTITEM> items = ItemsOf(requests);
+    for (std::size_t i = 0; i < items.size() && i < records.size(); ++i) {
+        float remote = records[i].lastRemote;
+        if (Ask(items[i], remote) && i < records.size()) {
+            records[i].lastRemote = remote;
+        }
+    }
+}
+
+int RemoteOffsets::Keyword(VALUERECORD* record, float logic::OffsetRecord::*number, std::size_t step) {
+    if (record->command == COMMAND_GET) {
+        return a_AnswerText(record, relative != 0 ? logic::OffsetsText(records, number).c_str() : "");
+    }
+    const auto text = TextToSet(record);
+    if (!text) {
+        return 0;
+    }
+    const auto numbers = logic::ParseOffsets(relative != 0 ? *text : "");
+    for (std::size_t i = 0; i < numbers.size(); i += step) {
+        logic::OffsetRecord loaded;
+        loaded.*number = numbers[i];
+        logic::AppendOffset(records, loaded);
+    }
+    return 1;
+}
