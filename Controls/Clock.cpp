@@ -57,7 +57,7 @@ public:
 
 namespace {
 
-int BitmapKeyword(VALUERECORD* record, HOSTINFO* object) {
+int FaceKeyword(VALUERECORD* record, HOSTINFO* object) {
     auto& clock = *static_cast<CLOCKPROPERTIES*>(object);
     if (record->command == COMMAND_GET) {
         return a_AnswerText(record, clock.face.Name().c_str());
@@ -78,7 +78,7 @@ int NothingKeyword(VALUERECORD*, HOSTINFO*) {
 constexpr KEYWORDROW KEYWORDS[] = {
     {" ", NothingKeyword, 0},
     {"backgroundcolor", TextOnly<ColourKeyword<&CLOCKPROPERTIES::backgroundColor>>, KEYWORD_SAVED},
-    {"bitmap", TextOnly<BitmapKeyword>, KEYWORD_SAVED},
+    {"bitmap", TextOnly<FaceKeyword>, KEYWORD_SAVED},
     {"caption", TextOnly<IgnoredKeyword>, KEYWORD_SAVED},
     {"click", TextOnly<TextKeyword<&CLOCKPROPERTIES::clickTemplate, CLICK_TEMPLATE_SIZE>>, KEYWORD_SAVED},
     {"font", TextOnly<FontKeyword<&CLOCKPROPERTIES::font>>, KEYWORD_SAVED},

@@ -1,11 +1,13 @@
-// BBUTTON: a button with a caption that sends one value while it is pressed and another when it is released, or steps
-// what it is bound to up or down, faster the longer it is held. It can ask before it acts, and a click can set any
-// keyword of any object. Values are whole numbers, times in milliseconds.
+// BBUTTON: a button with a caption that sends one value while it is pressed and another when it is released,
+// or steps what it is bound to up or down, faster the longer it is held. It can ask before it acts, and a
+// click can set any keyword of any object. Values are whole numbers, times in milliseconds.
 
 #include "Controls/framework/Button.h"
 #include "Controls/framework/ClickTemplate.h"
 #include "Controls/framework/Controls.h"
 #include "Controls/framework/Keywords.h"
+#include "Controls/framework/ParameterDialog.h"
+#include "Controls/resources/resource.h"
 #include "logic/ButtonLogic.h"
 #include "logic/Numbers.h"
 
@@ -32,8 +34,8 @@ public:
     void Released() override;
 
     void StopRepeat();
-    // The number of steps up or down from the value that is read first, or offValue as it is in absolute mode, is kept
-    // in offValue and sent. The object may be gone afterwards.
+    // The number of steps up or down from the value that is read first, or offValue as it is in absolute
+    // mode, is kept in offValue and sent. The object may be gone afterwards.
     void SendStepped(int steps);
     bool ValuesAreInactive() const { return capturePeriod != 0 || onValue == offValue; }
 
@@ -312,4 +314,34 @@ LRESULT CALLBACK PushButtonProc(HWND window, UINT message, WPARAM wParam, LPARAM
 
 } // namespace
 
-const ControlImplementation pushButtonControl{CreateProperties<PUSHBUTTONPROPERTIES>, PushButtonProc};
+// Parameter dialog and registration
+
+namespace {
+
+constexpr DialogEdit EDITS[] = {
+    {IDC_CAPTION, "Caption", FieldKind::Text, "caption"},
+    {IDC_FONT, "Font", FieldKind::Font, "font", 0, 0, IDC_CHOOSE_FONT},
+    {IDC_PRESSED_COLOUR, "Pressed text", FieldKind::Colour, "textcolorwhenpressed", 0, 0, IDC_CHOOSE_PRESSED_COLOUR},
+    {IDC_RELEASED_COLOUR, "Released text", FieldKind::Colour, "textcolorwhenunpressed", 0, 0,
+     IDC_CHOOSE_RELEASED_COLOUR},
+    {IDC_ON_VALUE, "On value", FieldKind::Integer, "onvalue"},
+    {IDC_OFF_VALUE, "Off value", FieldKind::Integer, "offvalue"},
+    {IDC_PERIOD, "Repeat period", FieldKind::Integer, "captureperiod"},
+    {IDC_ACCELERATION, "Repeat acceleration", FieldKind::Float, "captureaccel"},
+    {IDC_INTERVAL, "Polling interval", FieldKind::Integer, "interval"},
+    {IDC_ENTRIES, "Dialog entries", FieldKind::Text, "dialogentries"},
+    {IDC_CONFIRM, "Ask before", FieldKind::Text, "confirm"},
+    {IDC_CLICK, "Click template", FieldKind::Text, "click"},
+};
+constexpr DialogChoice CHOICES[] = {{IDC_MODE, "mode", "absolute,increment,decrement"}};
+constexpr DialogPreview PREVIEWS[] = {{IDC_CONFIRM_PREVIEW, "confirm", logic::QuestionText}};
+constexpr ParameterDialog DIALOG{.resource = IDD_PUSHBUTTON,
+                                 .edits = EDITS,
+                                 .choices = CHOICES,
+                                 .bitmapPrefix = "BUTTON_",
+                                 .previews = PREVIEWS,
+                                 .templateEdit = IDC_CLICK};
+
+} // namespace
+
+const ControlImplementation pushButtonControl{CreateProperties<PUSHBUTTONPROPERTIES>, PushButtonProc, &DIALOG};

@@ -1,10 +1,13 @@
-// BTRISTATEBUTTON: a button that stays on or off, sends its on or off value at each change and follows what it is bound
-// to. Each direction can have a question in front of it, and the caption can come from a second binding. Values are
-// whole numbers, times in milliseconds.
+// BTRISTATEBUTTON: a button that stays on or off, sends its on or off value at each change and follows what
+// it is bound to. Each direction can have a question in front of it, and the caption can come from a second
+// binding. Values are whole numbers, times in milliseconds.
 
 #include "Controls/framework/Button.h"
 #include "Controls/framework/Controls.h"
 #include "Controls/framework/Keywords.h"
+#include "Controls/framework/ParameterDialog.h"
+#include "Controls/resources/resource.h"
+#include "logic/ButtonLogic.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -43,7 +46,8 @@ public:
     REQUESTLIST captionRequests;
 
 private:
-    // REQUEST_UNCHANGED, REQUEST_DELIVERED when a new state or caption was taken, anything else for a mismatch.
+    // REQUEST_UNCHANGED, REQUEST_DELIVERED when a new state or caption was taken, anything else for a
+    // mismatch.
     int PollValue();
     int PollCaption();
 };
@@ -95,7 +99,8 @@ int CaptionFunctionKeyword(VALUERECORD* record, HOSTINFO* object) {
     }
     const auto text = TextToSet(record);
     BINDINGLIST none;
-    return text ? a_FunctionChanged(text->c_str(), &button, button.captionFunctions, none, button.captionRequests)
+    return text ? a_FunctionChanged(text->c_str(), &button, button.captionFunctions, none,
+                                    button.captionRequests)
                 : 0;
 }
 
@@ -184,7 +189,8 @@ int SWITCHBUTTONPROPERTIES::PollCaption() {
     if (captionFunctions.empty()) {
         return REQUEST_UNCHANGED;
     }
-    // Devices and controls came and went since the last time, and the framework follows the value's list only.
+    // Devices and controls came and went since the last time, and the framework follows the value's list
+    // only.
     a_BuildRequestList(captionFunctions, {}, this, captionRequests);
     const HWND self = window;
     char text[TEXT_SIZE];
@@ -221,4 +227,30 @@ void SWITCHBUTTONPROPERTIES::Draw(HDC dc, const RECT& client) const {
                 face == SwitchFace::On ? textColorPressed : textColorReleased);
 }
 
-const ControlImplementation switchButtonControl{CreateProperties<SWITCHBUTTONPROPERTIES>, ButtonProc};
+// Parameter dialog and registration
+
+namespace {
+
+constexpr DialogEdit EDITS[] = {
+    {IDC_CAPTION, "Caption", FieldKind::Text, "caption"},
+    {IDC_FONT, "Font", FieldKind::Font, "font", 0, 0, IDC_CHOOSE_FONT},
+    {IDC_PRESSED_COLOUR, "Text when on", FieldKind::Colour, "textcolorwhenpressed", 0, 0, IDC_CHOOSE_PRESSED_COLOUR},
+    {IDC_RELEASED_COLOUR, "Text when off", FieldKind::Colour, "textcolorwhenreleased", 0, 0,
+     IDC_CHOOSE_RELEASED_COLOUR},
+    {IDC_ON_VALUE, "On value", FieldKind::Integer, "onvalue"},
+    {IDC_OFF_VALUE, "Off value", FieldKind::Integer, "offvalue"},
+    {IDC_INTERVAL, "Polling interval", FieldKind::Integer, "interval"},
+    {IDC_CAPTION_FUNCTION, "Caption follows", FieldKind::Text, "function1"},
+    {IDC_CONFIRM, "Ask before on", FieldKind::Text, "confirmwhenpressed"},
+    {IDC_CONFIRM_RELEASED, "Ask before off", FieldKind::Text, "confirmwhenreleased"},
+};
+constexpr DialogPreview PREVIEWS[] = {
+    {IDC_CONFIRM_PREVIEW, "confirmwhenpressed", logic::QuestionText},
+    {IDC_CONFIRM_RELEASED_PREVIEW, "confirmwhenreleased", logic::QuestionText},
+};
+constexpr ParameterDialog DIALOG{
+    .resource = IDD_SWITCHBUTTON, .edits = EDITS, .bitmapPrefix = "SWITCHBUTTON_", .previews = PREVIEWS};
+
+} // namespace
+
+const ControlImplementation switchButtonControl{CreateProperties<SWITCHBUTTONPROPERTIES>, ButtonProc, &DIALOG};

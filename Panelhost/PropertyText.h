@@ -33,6 +33,6 @@ struct INSERTION {
     char letter;
     const char* text;
 };
-// Replaces the placeholders in a buffer of TEXT_SIZE bytes. A "%" in front of any other letter stays, and so does one
-// that comes with an inserted text. 1, or 0 with the buffer untouched when the result does not fit.
+// Replaces the placeholders in a buffer of TEXT_SIZE bytes. A "%" in front of any other letter stays, and so
+// does one that comes with an inserted text. 1, or 0 with the buffer untouched when the result does not fit.
 PANELHOST_API int a_InsertString(char* text, std::initializer_list<INSERTION> insertions);

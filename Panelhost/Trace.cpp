@@ -10,7 +10,8 @@
 #include <cstring>
 
 struct TraceState {
-    SharedLock lock; // held for reading while sink and file are in use
+    SharedLock lock;     // held for reading while sink and file are in use
+    SharedLock fileLock; // held for writing while a line is appended to the file
     void(__cdecl* sink)(int, const char*, void*) = nullptr;
     void* context = nullptr;
     HANDLE file = INVALID_HANDLE_VALUE;
@@ -45,6 +46,7 @@ struct TraceState {
                 sink(kind, text, context);
             }
             if (file != INVALID_HANDLE_VALUE) {
+                const SharedLock::Writing writing(fileLock);
                 WriteToFile(text);
             }
         }
@@ -61,8 +63,7 @@ private:
         std::memcpy(line, text, length);
         std::memcpy(line + length, "\r\n", 2);
         DWORD written = 0;
-        WriteFile(file, line, static_cast<DWORD>(length + 2), &written,
-                  nullptr); // one write, so lines stay whole
+        WriteFile(file, line, static_cast<DWORD>(length + 2), &written, nullptr);
     }
 
 public:

@@ -60,7 +60,7 @@ PANELHOST_API int a_ReadInteger(const VALUERECORD* record, int* value);
 PANELHOST_API int a_ReadFloat(const VALUERECORD* record, float* value);
 PANELHOST_API int a_ReadText(const VALUERECORD* record, std::string* value);
 
-// Limit a value to a range: the minimum when it is below it, or is not a number, otherwise the maximum when it is
-// above that. 1 when it was in the range, 0 when it had to be limited.
+// Limit a value to a range: the minimum when it is below it, or is not a number, otherwise the maximum when
+// it is above that. 1 when it was in the range, 0 when it had to be limited.
 PANELHOST_API int a_CheckIntRange(int* value, int minimum, int maximum);
 PANELHOST_API int a_CheckFloatRange(float* value, float minimum, float maximum);

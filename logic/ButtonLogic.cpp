@@ -38,8 +38,7 @@ std::int32_t StepValue(std::int32_t value, PressMode mode, std::int32_t steps) {
     const std::int64_t change = mode == PressMode::Increment   ? steps
                                 : mode == PressMode::Decrement ? -static_cast<std::int64_t>(steps)
                                                                : 0;
-    return static_cast<std::int32_t>(
-        std::clamp<std::int64_t>(value + change, Limits::min(), Limits::max()));
+    return static_cast<std::int32_t>(std::clamp<std::int64_t>(value + change, Limits::min(), Limits::max()));
 }
 
 std::string QuestionText(std::string_view text) {
@@ -56,10 +55,11 @@ std::string QuestionText(std::string_view text) {
 std::string ExpandTemplate(std::string_view text, std::span<const Placeholder> placeholders) {
     std::string expanded;
     for (std::size_t i = 0; i < text.size(); ++i) {
-        const auto found = text[i] != '%' || i + 1 == text.size()
-                               ? placeholders.end()
-                               : std::find_if(placeholders.begin(), placeholders.end(),
-                                              [&](const Placeholder& one) { return one.letter == text[i + 1]; });
+        const auto found =
+            text[i] != '%' || i + 1 == text.size()
+                ? placeholders.end()
+                : std::find_if(placeholders.begin(), placeholders.end(),
+                               [&](const Placeholder& one) { return one.letter == text[i + 1]; });
         if (found == placeholders.end()) {
             expanded += text[i];
         } else {

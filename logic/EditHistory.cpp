@@ -24,9 +24,19 @@ bool IsInside(const std::string& name, const std::string& outer) {
            name.compare(0, outer.size(), outer) == 0;
 }
 
-void PlaceByHeader(const EditStep::Text& text, EditTarget& target) {
-    if (const auto header = HeaderOf(text.after)) {
-        target.Place(text.name, header->rectangle);
+// A control may have taken its size from an image, and a part that its owner makes comes as the owner makes
+// it.
+void FollowHeader(const EditStep::Text& text, EditTarget& target) {
+    const auto wanted = HeaderOf(text.after);
+    const auto held = HeaderOf(target.Text(text.name));
+    if (!wanted || !held) {
+        return;
+    }
+    if (!(held->rectangle == wanted->rectangle)) {
+        target.Place(text.name, wanted->rectangle);
+    }
+    if (held->style != wanted->style) {
+        target.SetStyle(text.name, held->style ^ wanted->style, wanted->style);
     }
 }
 
@@ -68,21 +78,23 @@ void MakeAnew(const EditStep::Text& text, EditTarget& target) {
 
 void Change(const EditStep::Text& text, EditTarget& target) {
     const std::string lines = ChangedLines(text.before, text.after);
-    bool placed = false;
     if (!lines.empty()) {
         target.Load(lines);
         // An empty name is the root's, which is never made anew.
         if (!text.name.empty() && !Holds(target.Text(text.name), lines)) {
             MakeAnew(text, target);
-            placed = true;
+            return FollowHeader(text, target);
         }
     }
     const auto before = HeaderOf(text.before);
     const auto after = HeaderOf(text.after);
-    if (after && (placed || !before || !(before->rectangle == after->rectangle))) {
+    if (!before || !after) {
+        return;
+    }
+    if (!(before->rectangle == after->rectangle)) {
         target.Place(text.name, after->rectangle);
     }
-    if (before && after && before->style != after->style && !placed) {
+    if (before->style != after->style) {
         target.SetStyle(text.name, before->style ^ after->style, after->style);
     }
 }
@@ -157,7 +169,7 @@ void ApplyStep(const EditStep& step, EditTarget& target) {
             continue;
         }
         if (text.before.empty()) {
-            PlaceByHeader(text, target); // the image of a control may have given it another size
+            FollowHeader(text, target);
         } else {
             Change(text, target);
         }

@@ -6,8 +6,9 @@
 
 #include <string>
 
-// What the push button and the switch button share: values, caption, face and the course of a click. A press holds the
-// button with the mouse captured; it is shown held down as long as the cursor is over it; the release acts.
+// What the push button and the switch button share: values, caption, face and the course of a click. A press
+// holds the button with the mouse captured; it is shown held down as long as the cursor is over it; the
+// release acts.
 class BUTTONPROPERTIES : public CONTROLPROPERTIES {
 public:
     BUTTONPROPERTIES() { font.Load("ms sans serif,8"); }
@@ -27,8 +28,8 @@ public:
     virtual void Released() = 0;
 
     void ShowHeldDown(bool down);
-    // Asks the question in a message box, with the "\n" and "\t" in it as line feeds and tabs. Whether it was answered
-    // with Yes. The object may be gone by then.
+    // Asks the question in a message box, with the "\n" and "\t" in it as line feeds and tabs. Whether it was
+    // answered with Yes. The object may be gone by then.
     bool IsConfirmed(const std::string& question) const;
     // Sends to everything the button is bound to. The object may be gone afterwards.
     void Send(int value);

@@ -5,7 +5,8 @@
 namespace {
 
 // Writes the expanded line into a buffer of TEXT_SIZE bytes. 0 when it does not fit.
-int Expand(const CONTROLPROPERTIES& control, const std::string& clickTemplate, const char* caption, char* line) {
+int Expand(const CONTROLPROPERTIES& control, const std::string& clickTemplate, const char* caption,
+           char* line) {
     std::snprintf(line, TEXT_SIZE, "%s", clickTemplate.c_str());
     const std::string connections = a_BuildString(control.connections);
     const INSERTION connected{'c', connections.c_str()};

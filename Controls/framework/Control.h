@@ -75,7 +75,8 @@ public:
     virtual bool OffersApply() const { return false; }
     virtual void Apply() {}
 
-    // A hidden control is painted as a whole when it is shown. Not to invalidate it makes loading a panel faster.
+    // A hidden control is painted as a whole when it is shown. Not to invalidate it makes loading a panel
+    // faster.
     void Redraw() const {
         if (IsWindowVisible(window)) {
             InvalidateRect(window, nullptr, FALSE);
@@ -103,7 +104,8 @@ Properties* PropertiesOf(HWND window) {
     return static_cast<Properties*>(reinterpret_cast<HOSTINFO*>(GetWindowLongA(window, GWL_USERDATA)));
 }
 
-// Whether the window still has that object. Whatever sends, asks the user or moves the focus may have destroyed it.
+// Whether the window still has that object. Whatever sends, asks the user or moves the focus may have
+// destroyed it.
 inline bool StillHas(HWND window, const CONTROLPROPERTIES* control) {
     return PropertiesOf<CONTROLPROPERTIES>(window) == control;
 }

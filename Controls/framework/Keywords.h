@@ -149,6 +149,16 @@ int TextOnly(VALUERECORD* record, HOSTINFO* object) {
     return record->datatype == DATATYPE_TEXT ? Handler(record, object) : 0;
 }
 
+// A handler that calls a member function of the holder after each value that was set.
+template <KEYWORDHANDLER Handler, auto Changed>
+int Notifying(VALUERECORD* record, HOSTINFO* object) {
+    const int result = Handler(record, object);
+    if (record->command == COMMAND_SET && result != 0) {
+        (HolderOf<Changed>(object).*Changed)();
+    }
+    return result;
+}
+
 // Keywords of every control.
 int FunctionKeyword(VALUERECORD* record, HOSTINFO* object);
 int ConnectionKeyword(VALUERECORD* record, HOSTINFO* object);

@@ -26,25 +26,31 @@ bool PanelSaving::WriteAll(PanelRoot& root, HANDLE file) {
     return !failed_ && FlushFileBuffers(file) != 0;
 }
 
-bool PanelSaving::Save(PanelRoot& root, const std::string& path) {
+DWORD PanelSaving::Replace(PanelRoot& root, const std::string& path) {
+    const DWORD attributes = GetFileAttributesA(path.c_str());
+    if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY) != 0) {
+        return ERROR_ACCESS_DENIED; // renaming alone would not see to that everywhere
+    }
     const std::string beside = path + ".new";
     const HANDLE file = CreateFileA(beside.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL,
                                     nullptr);
-    DWORD error = file == INVALID_HANDLE_VALUE ? GetLastError() : ERROR_SUCCESS;
-    if (error == ERROR_SUCCESS) {
-        if (!WriteAll(root, file)) {
-            error = ERROR_WRITE_FAULT;
-        }
-        CloseHandle(file);
-        if (error == ERROR_SUCCESS &&
-            !MoveFileExA(beside.c_str(), path.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH)) {
-            error = GetLastError();
-        }
-        if (error != ERROR_SUCCESS) {
-            DeleteFileA(beside.c_str());
-        }
+    if (file == INVALID_HANDLE_VALUE) {
+        return GetLastError();
+    }
+    DWORD error = WriteAll(root, file) ? ERROR_SUCCESS : ERROR_WRITE_FAULT;
+    CloseHandle(file);
+    if (error == ERROR_SUCCESS &&
+        !MoveFileExA(beside.c_str(), path.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH)) {
+        error = GetLastError();
     }
     if (error != ERROR_SUCCESS) {
+        DeleteFileA(beside.c_str());
+    }
+    return error;
+}
+
+bool PanelSaving::Save(PanelRoot& root, const std::string& path) {
+    if (const DWORD error = Replace(root, path); error != ERROR_SUCCESS) {
         TRACE("Panel file %s was not saved: error %lu\n", path.c_str(), error);
         SetLastError(error); // for the host's message
         return false;

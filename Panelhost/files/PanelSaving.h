@@ -14,6 +14,8 @@ public:
     static void Failed() { failed_ = true; }
 
 private:
+    // The system's error code.
+    static DWORD Replace(PanelRoot& root, const std::string& path);
     static bool WriteAll(PanelRoot& root, HANDLE file);
 
     static thread_local bool failed_;
