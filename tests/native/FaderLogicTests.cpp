@@ -3,6 +3,7 @@
 #include "logic/Shading.h"
 
 #include <cmath>
+#include <cstdlib>
 #include <limits>
 #include <random>
 #include <stdexcept>
@@ -15,6 +16,14 @@ namespace {
 
 constexpr float notANumber = std::numeric_limits<float>::quiet_NaN();
 constexpr float infinity = std::numeric_limits<float>::infinity();
+
+std::int32_t Position(const FaderKnob& knob) {
+    return knob.Shape().IsVertical() ? knob.Top() : knob.Left();
+}
+
+FaderPoint OnTravel(const FaderShape& shape, std::int32_t along) {
+    return shape.IsVertical() ? FaderPoint{0, along} : FaderPoint{along, 0};
+}
 
 } // namespace
 
@@ -55,7 +64,9 @@ TEST_CASE("keys step the fader") {
     CHECK(StepFader(10.0F, FaderKey::End, range) == -20.0F);
     CHECK(StepFader(10.0F, FaderKey::Home, range) == 80.0F);
     CHECK(StepFader(10.0F, FaderKey::Down, range) == 9.5F);
+    CHECK(StepFader(10.0F, FaderKey::Left, range) == 9.5F);
     CHECK(StepFader(10.0F, FaderKey::Up, range) == 10.5F);
+    CHECK(StepFader(10.0F, FaderKey::Right, range) == 10.5F);
     const FaderRange continuous{-20, 80, 0.0F};
     for (const FaderKey key : {FaderKey::PageUp, FaderKey::PageDown, FaderKey::Down, FaderKey::Up})
         CHECK(!StepFader(10.0F, key, continuous));
@@ -109,55 +120,88 @@ TEST_CASE("the knob lies at its value, the maximum at the top or the right") {
     for (const Row& row : rows) {
         CAPTURE(row.value);
         CAPTURE(row.shape.width);
-        CHECK(KnobPosition(row.value, row.range, row.shape) == row.position);
+        FaderKnob knob;
+        knob.Place(row.value, row.range, row.shape);
+        CHECK(Position(knob) == row.position);
     }
-    CHECK(IsOnKnob(0, 89, 89, vertical));
-    CHECK(IsOnKnob(19, 110, 89, vertical));
-    CHECK(!IsOnKnob(20, 100, 89, vertical));
-    CHECK(!IsOnKnob(10, 88, 89, vertical));
-    CHECK(!IsOnKnob(10, 111, 89, vertical));
-    CHECK(IsOnKnob(96, 0, 96, horizontal));
-    CHECK(IsOnKnob(104, 13, 96, horizontal));
-    CHECK(!IsOnKnob(105, 5, 96, horizontal));
-    CHECK(!IsOnKnob(100, 14, 96, horizontal));
+    FaderKnob knob;
+    CHECK(knob.Place(-40.0F, {-80, 0, 0.0F}, vertical));
+    CHECK(!knob.Place(-40.1F, {-80, 0, 0.0F}, vertical)); // less than a pixel
+    CHECK(knob.Place(0.0F, {-50, 50, 0.0F}, horizontal));
+    CHECK(knob.Left() == 96);
+    CHECK(knob.Top() == 89); // each layout has its own
 }
 
-TEST_CASE("a held knob follows the pointer and stops at the ends") {
-    const FaderShape shape{20, 200, 22}; // can be dragged by 179
-    CHECK(!MoveKnob({100, 110}, 110, shape));
+TEST_CASE("only the knob itself can be held") {
+    FaderKnob knob;
+    knob.Place(-40.0F, {-80, 0, 0.0F}, {20, 200, 22});
+    for (const FaderPoint on : {FaderPoint{0, 89}, FaderPoint{19, 110}})
+        CHECK(knob.Hold(on));
+    for (const FaderPoint beside :
+         {FaderPoint{20, 100}, FaderPoint{-1, 100}, FaderPoint{10, 88}, FaderPoint{10, 111}})
+        CHECK(!knob.Hold(beside));
+    knob.Place(0.0F, {-50, 50, 0.0F}, {200, 14, 9});
+    for (const FaderPoint on : {FaderPoint{96, 0}, FaderPoint{104, 13}})
+        CHECK(knob.Hold(on));
+    for (const FaderPoint beside :
+         {FaderPoint{105, 5}, FaderPoint{95, 5}, FaderPoint{100, 14}, FaderPoint{100, -1}})
+        CHECK(!knob.Hold(beside));
+}
+
+TEST_CASE("a held knob follows the pointer, stops at the ends and holds the pointer there") {
     struct Row {
-        HeldKnob from;
-        std::int32_t pointer;
-        HeldKnob to;
+        std::int32_t top; // where the knob lies and is held 10 below
+        FaderPoint pointer;
+        std::int32_t movedTo;
+        FaderPoint kept;
     };
     const Row rows[] = {
-        {{100, 110}, 120, {110, 120}}, {{100, 110}, 95, {85, 95}}, {{170, 180}, 189, {179, 189}},
-        {{170, 180}, 200, {179, 189}}, {{10, 15}, 5, {0, 5}},      {{10, 15}, -30, {0, 5}},
-        {{179, 189}, 200, {179, 189}}, {{0, 5}, 6, {1, 6}},
+        {100, {10, 120}, 110, {10, 120}}, {100, {10, 95}, 85, {10, 95}},    {170, {10, 189}, 179, {10, 189}},
+        {170, {10, 200}, 179, {10, 189}}, {5, {10, 5}, 0, {10, 10}},        {5, {10, -30}, 0, {10, 10}},
+        {100, {-7, 111}, 101, {0, 111}},  {100, {50, 111}, 101, {20, 111}},
     };
+    const FaderRange range{0, 178, 0.0F}; // one pixel a unit
     for (const Row& row : rows) {
-        CAPTURE(row.pointer);
-        const auto moved = MoveKnob(row.from, row.pointer, shape);
-        REQUIRE(moved.has_value());
-        CHECK(moved->position == row.to.position);
-        CHECK(moved->anchor == row.to.anchor);
+        CAPTURE(row.pointer.y);
+        FaderKnob knob;
+        knob.Place(static_cast<float>(178 - row.top), range, {20, 200, 22});
+        REQUIRE(knob.Hold({10, row.top + 10}));
+        CHECK(!knob.Drag({11, row.top + 10})); // across the travel it does not move
+        const auto kept = knob.Drag(row.pointer);
+        REQUIRE(kept.has_value());
+        CHECK(knob.Top() == row.movedTo);
+        CHECK(kept->x == row.kept.x);
+        CHECK(kept->y == row.kept.y);
+        CHECK(!knob.Drag(*kept));
     }
-    CHECK(!MoveKnob({0, 5}, 9, {20, 10, 22}));
-    CHECK(!MoveKnob({0, 5}, 9, {20, 21, 22}));
+    for (const FaderShape& tooShort : {FaderShape{5, 10, 22}, FaderShape{5, 21, 22}}) {
+        FaderKnob knob;
+        knob.Place(0.0F, range, tooShort);
+        REQUIRE(knob.Hold({2, 5}));
+        CHECK(!knob.Drag({2, 9}));
+        CHECK(knob.Value(range) == 0.0F);
+    }
 }
 
 TEST_CASE("a drag from end to end gives the whole range in both layouts") {
     const FaderShape vertical{20, 200, 22};
     const FaderShape horizontal{200, 14, 9};
-    CHECK(DraggedValue(179, {-80, 0, 0.0F}, vertical) == -80.0F);
-    CHECK(DraggedValue(0, {-80, 0, 0.0F}, vertical) == 0.0F);
-    CHECK(DraggedValue(0, {-50, 50, 0.0F}, horizontal) == -50.0F);
-    CHECK(DraggedValue(192, {-50, 50, 0.0F}, horizontal) == 50.0F);
-    CHECK(DraggedValue(96, {-50, 50, 0.0F}, horizontal) == 0.0F);
-    CHECK(DraggedValue(45, {-80, 0, 1.0F}, vertical) == -20.0F); // from -20.11
-    CHECK(DraggedValue(179, {-80, 0, 30.0F}, vertical) == -90.0F);
-    CHECK(DraggedValue(50, {7, 7, 0.0F}, vertical) == 7.0F);
-    CHECK(DraggedValue(0, {-80, 0, 0.0F}, {20, 10, 22}) == -80.0F);
+    const auto dragged = [](const FaderShape& shape, const FaderRange& range, std::int32_t distance) {
+        FaderKnob knob;
+        knob.Place(static_cast<float>(shape.IsVertical() ? range.maximum : range.minimum), range, shape);
+        const std::int32_t start = Position(knob);
+        REQUIRE(knob.Hold(OnTravel(shape, start)));
+        knob.Drag(OnTravel(shape, start + distance));
+        return knob.Value(range);
+    };
+    CHECK(dragged(vertical, {-80, 0, 0.0F}, 179) == -80.0F);
+    CHECK(dragged(vertical, {-80, 0, 0.0F}, 0) == 0.0F);
+    CHECK(dragged(vertical, {-80, 0, 1.0F}, 45) == -20.0F); // from -20.11
+    CHECK(dragged(vertical, {-80, 0, 30.0F}, 300) == -90.0F);
+    CHECK(dragged(vertical, {7, 7, 0.0F}, -50) == 7.0F);
+    CHECK(dragged(horizontal, {-50, 50, 0.0F}, 0) == -50.0F);
+    CHECK(dragged(horizontal, {-50, 50, 0.0F}, 96) == 0.0F);
+    CHECK(dragged(horizontal, {-50, 50, 0.0F}, 192) == 50.0F);
 
     std::mt19937 random(7);
     for (int round = 0; round < 500; ++round) {
@@ -167,15 +211,18 @@ TEST_CASE("a drag from end to end gives the whole range in both layouts") {
         const FaderShape shape{1 + pick(300), 1 + pick(300), 1 + pick(60)};
         const std::int32_t minimum = pick(200) - 100;
         const FaderRange range{minimum, minimum + pick(150), 0.0F};
-        HeldKnob knob{KnobPosition(static_cast<float>(range.maximum), range, shape), 0};
+        FaderKnob knob;
+        knob.Place(static_cast<float>(range.maximum), range, shape);
+        REQUIRE(knob.Hold(OnTravel(shape, Position(knob))));
         for (int move = 0; move < 20; ++move) {
-            knob = MoveKnob(knob, pick(1000) - 500, shape).value_or(knob);
-            const float value = DraggedValue(knob.position, range, shape);
+            knob.Drag({pick(1000) - 500, pick(1000) - 500});
+            const float value = knob.Value(range);
             CHECK(value >= static_cast<float>(range.minimum));
             CHECK(value <= static_cast<float>(range.maximum));
             // Where the knob lies when it is let go, but for the pixel that the vertical drag goes further.
-            const std::int32_t distance = std::abs(KnobPosition(value, range, shape) - knob.position);
-            CHECK((range.minimum == range.maximum || distance <= 1));
+            FaderKnob letGo;
+            letGo.Place(value, range, shape);
+            CHECK((range.minimum == range.maximum || std::abs(Position(letGo) - Position(knob)) <= 1));
         }
     }
 }

@@ -1,0 +1,50 @@
+// Painting one control on a visible panel.
+
+#include "benchmarks/Suites.h"
+#include "benchmarks/Windows.h"
+
+#include <commctrl.h>
+
+namespace {
+
+constexpr int REPETITIONS = 200;
+
+// Seconds for one painting.
+Workload Paint(HWND window) {
+    return [window] {
+        Settle();
+        const double start = Now();
+        for (int i = 0; i < REPETITIONS; ++i) {
+            InvalidateRect(window, nullptr, FALSE);
+            UpdateWindow(window);
+        }
+        return (Now() - start) / REPETITIONS;
+    };
+}
+
+} // namespace
+
+void MeasurePainting(Report& report) {
+    const BenchPanel panel(true);
+    const HWND blit = panel.Add(BLIT_CLASS, 0);
+    const HWND trackbar = panel.Add(TRACKBAR_CLASSA, 4);
+    for (const auto& [className, name, bindings] : SUBJECTS) {
+        const HWND control = panel.Add(className, 8);
+        if (control == nullptr) {
+            report.Fail(name, "it cannot be created");
+            continue;
+        }
+        RECT client;
+        GetClientRect(control, &client); // some give themselves their size
+        for (const HWND yardstick : {blit, trackbar}) {
+            SetWindowPos(yardstick, nullptr, 0, 0, client.right, client.bottom, SWP_NOMOVE | SWP_NOZORDER);
+        }
+        Paint(control)(); // what is made at the first painting
+        const std::vector<Samples> samples =
+            TakeTurns(report.Rounds(15), {Paint(control), Paint(blit), Paint(trackbar)});
+        const std::string figure = "paint one " + std::string(name);
+        report.Add(figure, samples[0], "bare window, one BitBlt", samples[1], Unit::Seconds, RatioUpTo(1.5));
+        report.Add(figure, samples[0], "trackbar", samples[2], Unit::Seconds, NO_AIM);
+        DestroyWindow(control);
+    }
+}

@@ -1,0 +1,119 @@
+#include "benchmarks/Report.h"
+
+#include <windows.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <utility>
+
+namespace {
+
+constexpr const char* ROW = "%-43s %10s   %-33s %10s %7s  %-15s %-9s %s\n";
+
+double Median(Samples samples) {
+    std::sort(samples.begin(), samples.end());
+    const std::size_t middle = samples.size() / 2;
+    return samples.size() % 2 != 0 ? samples[middle] : (samples[middle - 1] + samples[middle]) / 2;
+}
+
+std::string Formatted(const char* format, double value) {
+    char text[32];
+    std::snprintf(text, sizeof text, format, value);
+    return text;
+}
+
+std::string ValueText(double value, Unit unit) {
+    if (unit == Unit::Bytes) {
+        return Formatted("%.0f B", value);
+    }
+    for (const auto& [name, size] : {std::pair{" s", 1.0}, {" ms", 1e-3}, {" us", 1e-6}}) {
+        if (value >= size) {
+            return Formatted(value >= 100 * size ? "%.0f" : "%.3g", value / size) + name;
+        }
+    }
+    return Formatted("%.0f ns", value * 1e9);
+}
+
+std::string AimText(Aim aim, Unit unit) {
+    switch (aim.of) {
+    case Aim::Of::Ratio:
+        return Formatted("<= %.3g x", aim.limit);
+    case Aim::Of::Value:
+        return "< " + ValueText(aim.limit, unit);
+    default:
+        return "-";
+    }
+}
+
+} // namespace
+
+double Now() {
+    static const double ticksPerSecond = [] {
+        LARGE_INTEGER frequency;
+        QueryPerformanceFrequency(&frequency);
+        return static_cast<double>(frequency.QuadPart);
+    }();
+    LARGE_INTEGER ticks;
+    QueryPerformanceCounter(&ticks);
+    return static_cast<double>(ticks.QuadPart) / ticksPerSecond;
+}
+
+std::vector<Samples> TakeTurns(int rounds, const std::vector<Workload>& workloads) {
+    std::vector<Samples> samples(workloads.size());
+    for (int round = 0; round < rounds; ++round) {
+        for (std::size_t turn = 0; turn < workloads.size(); ++turn) {
+            const std::size_t which = round % 2 == 0 ? turn : workloads.size() - 1 - turn;
+            samples[which].push_back(workloads[which]());
+        }
+    }
+    return samples;
+}
+
+Report::Report(int rounds, std::string filter) : rounds_(rounds), filter_(std::move(filter)) {
+    std::printf(ROW, "Figure", "ours", "yardstick", "", "ratio", "lowest-highest", "aim", "");
+}
+
+void Report::Measure(const std::string& name, const Workload& ours, const std::string& yardstickName,
+                     const Workload& yardstick, Unit unit, Aim aim, int rounds) {
+    ours(); // what is done only once is done now
+    yardstick();
+    const std::vector<Samples> samples = TakeTurns(Rounds(rounds), {ours, yardstick});
+    Add(name, samples[0], yardstickName, samples[1], unit, aim);
+}
+
+void Report::Add(const std::string& name, const Samples& ours, const std::string& yardstickName,
+                 const Samples& yardstick, Unit unit, Aim aim) {
+    const double value = Median(ours);
+    double ratio = 0;
+    std::string ratioText;
+    std::string spread;
+    if (!yardstick.empty()) {
+        Samples ratios;
+        for (std::size_t round = 0; round < ours.size(); ++round) {
+            ratios.push_back(ours[round] / yardstick[round]); // of one round, so that slow moments cancel out
+        }
+        ratio = Median(ratios);
+        const auto [lowest, highest] = std::minmax_element(ratios.begin(), ratios.end());
+        ratioText = Formatted("%.2f", ratio);
+        spread = Formatted("%.2f", *lowest) + "-" + Formatted("%.2f", *highest);
+    } else {
+        const auto [lowest, highest] = std::minmax_element(ours.begin(), ours.end());
+        spread = ValueText(*lowest, unit) + "-" + ValueText(*highest, unit);
+    }
+    const bool missed =
+        (aim.of == Aim::Of::Ratio && ratio > aim.limit) || (aim.of == Aim::Of::Value && value >= aim.limit);
+    missed_ += missed ? 1 : 0;
+    std::printf(ROW, name.c_str(), ValueText(value, unit).c_str(), yardstickName.c_str(),
+                yardstick.empty() ? "" : ValueText(Median(yardstick), unit).c_str(), ratioText.c_str(),
+                spread.c_str(), AimText(aim, unit).c_str(),
+                aim.of == Aim::Of::Nothing ? ""
+                : missed                   ? "MISSED"
+                                           : "met");
+    std::fflush(stdout);
+}
+
+void Report::Fail(const std::string& name, const std::string& reason) {
+    failed_ = true;
+    std::printf("%-43s not measured: %s\n", name.c_str(), reason.c_str());
+    std::fflush(stdout);
+}

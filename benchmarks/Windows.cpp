@@ -1,0 +1,123 @@
+#include "benchmarks/Windows.h"
+
+#include "Panelhost/Messages.h"
+#include "Panelhost/ValueRecord.h"
+
+#include <cstdint>
+
+namespace {
+
+constexpr int COLUMNS = 20;
+constexpr int PITCH = 50;
+constexpr int ROWS_SHOWN = 14;
+
+constexpr int PICTURE_SIDE = 1024; // larger than any control
+
+// In the format of the controls' pictures.
+HDC Picture() {
+    static const HDC dc = [] {
+        BITMAPINFO info{};
+        info.bmiHeader.biSize = sizeof info.bmiHeader;
+        info.bmiHeader.biWidth = PICTURE_SIDE;
+        info.bmiHeader.biHeight = -PICTURE_SIDE;
+        info.bmiHeader.biPlanes = 1;
+        info.bmiHeader.biBitCount = 32;
+        void* pixels = nullptr;
+        HBITMAP bitmap = CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &pixels, nullptr, 0);
+        for (int i = 0; i < PICTURE_SIDE * PICTURE_SIDE; ++i) {
+            static_cast<std::uint32_t*>(pixels)[i] = static_cast<std::uint32_t>(i) * 97;
+        }
+        HDC made = CreateCompatibleDC(nullptr);
+        SelectObject(made, bitmap); // both live as long as the program
+        return made;
+    }();
+    return dc;
+}
+
+LRESULT CALLBACK BlitProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
+    case WM_PAINT: {
+        PAINTSTRUCT paint;
+        const HDC dc = BeginPaint(window, &paint);
+        RECT client;
+        GetClientRect(window, &client);
+        BitBlt(dc, 0, 0, client.right, client.bottom, Picture(), 0, 0, SRCCOPY);
+        EndPaint(window, &paint);
+        return 0;
+    }
+    case WM_ERASEBKGND:
+        return 1;
+    default:
+        return DefWindowProcA(window, message, wParam, lParam);
+    }
+}
+
+LRESULT CALLBACK AnswerProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == CWM_MESSAGE) {
+        auto* record = reinterpret_cast<VALUERECORD*>(lParam);
+        *static_cast<float*>(record->data) = 1.0F;
+        return 1;
+    }
+    return DefWindowProcA(window, message, wParam, lParam);
+}
+
+void Register(const char* className, WNDPROC procedure) {
+    WNDCLASSA windowClass{};
+    windowClass.lpfnWndProc = procedure;
+    windowClass.hInstance = GetModuleHandleA(nullptr);
+    windowClass.hCursor = LoadCursorA(nullptr, IDC_ARROW);
+    windowClass.lpszClassName = className;
+    RegisterClassA(&windowClass);
+}
+
+} // namespace
+
+void RegisterYardsticks() {
+    Register(BARE_CLASS, DefWindowProcA);
+    Register(BLIT_CLASS, BlitProc);
+    Register(ANSWER_CLASS, AnswerProc);
+}
+
+RECT PlaceOf(int number) {
+    const int left = number % COLUMNS * PITCH;
+    const int top = number / COLUMNS % ROWS_SHOWN * PITCH;
+    return {left, top, left + SIDE, top + SIDE};
+}
+
+BenchPanel::BenchPanel(bool visible)
+    : window_(CreateWindowExA(0, BARE_CLASS, "", WS_POPUP | WS_CLIPCHILDREN | (visible ? WS_VISIBLE : 0), 0,
+                              0, COLUMNS * PITCH, ROWS_SHOWN * PITCH, nullptr, nullptr,
+                              GetModuleHandleA(nullptr), nullptr)),
+      root_(ph_CreateRoot(window_, "Bench")) {
+    UpdateWindow(window_);
+    Settle();
+}
+
+BenchPanel::~BenchPanel() {
+    ph_DestroyRoot(root_);
+    DestroyWindow(window_);
+    Settle();
+}
+
+HWND BenchPanel::Add(const char* className, int number) const {
+    const RECT place = PlaceOf(number);
+    const std::string name = "Control" + std::to_string(number);
+    return CreateWindowExA(0, className, name.c_str(), WS_CHILD | WS_VISIBLE | WS_TABSTOP, place.left,
+                           place.top, SIDE, SIDE, window_, nullptr, GetModuleHandleA(nullptr), root_);
+}
+
+std::vector<HWND> BenchPanel::AddMany(const char* className, int count) const {
+    std::vector<HWND> windows;
+    windows.reserve(static_cast<std::size_t>(count));
+    for (int number = 0; number < count; ++number) {
+        windows.push_back(Add(className, number));
+    }
+    return windows;
+}
+
+void Settle() {
+    MSG message;
+    while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) {
+        DispatchMessageA(&message);
+    }
+}

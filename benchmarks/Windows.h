@@ -1,0 +1,43 @@
+// The panel and the plain windows that controls are measured on and against.
+#pragma once
+
+#include "Panelhost/HostInterface.h"
+
+#include <windows.h>
+
+#include <string>
+#include <vector>
+
+// Window classes of the yardsticks.
+constexpr const char* BARE_CLASS = "BenchBare";     // DefWindowProc alone
+constexpr const char* BLIT_CLASS = "BenchBlit";     // paints with one BitBlt of its size
+constexpr const char* ANSWER_CLASS = "BenchAnswer"; // stores a float for CWM_MESSAGE
+
+void RegisterYardsticks();
+
+// Side of every window in pixels, that of the knob's picture: a knob of this size is not resized.
+constexpr int SIDE = 47;
+
+RECT PlaceOf(int number);
+
+// A panel window with its root. Goes with all its windows.
+class BenchPanel {
+public:
+    explicit BenchPanel(bool visible);
+    ~BenchPanel();
+    BenchPanel(const BenchPanel&) = delete;
+    BenchPanel& operator=(const BenchPanel&) = delete;
+
+    HWND Window() const { return window_; }
+    HOSTINFO* Root() const { return root_; }
+    // A child of the panel; null on failure.
+    HWND Add(const char* className, int number) const;
+    std::vector<HWND> AddMany(const char* className, int count) const;
+
+private:
+    HWND window_;
+    HOSTINFO* root_;
+};
+
+// Dispatches what is waiting, so that it does not fall into the next measurement.
+void Settle();

@@ -1,0 +1,140 @@
+#include "tests/windows/Buttons.h"
+
+namespace {
+
+constexpr const char* RECORDER_CLASS = "TestRecorder";
+constexpr DWORD PATIENCE = 5000; // milliseconds that a message box may take to come
+constexpr int NOTE_ROW = 7;
+constexpr int MESSAGE_TEXT = 0xFFFF; // control of a message box
+
+LRESULT CALLBACK RecorderProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    HOSTINFO* object = message == CWM_MESSAGE ? a_FromWindow(window) : nullptr;
+    return object != nullptr ? object->OnMessage(wParam, lParam)
+                             : DefWindowProcA(window, message, wParam, lParam);
+}
+
+} // namespace
+
+Recorder::Recorder(const TestPanel& panel, const char* ownName) {
+    WNDCLASSA recorderClass{};
+    recorderClass.lpfnWndProc = RecorderProc;
+    recorderClass.hInstance = GetModuleHandleA(nullptr);
+    recorderClass.lpszClassName = RECORDER_CLASS;
+    RegisterClassA(&recorderClass); // refused from the second one on
+    HWND own = CreateWindowExA(0, RECORDER_CLASS, ownName, WS_CHILD, 0, 0, 1, 1, panel.Window(), nullptr,
+                               GetModuleHandleA(nullptr), nullptr);
+    a_InitializeHostinfo(own, this, panel.Root());
+    a_AddHostinfo(panel.Root(), this);
+    a_HostinfoCreated(panel.Root(), this);
+}
+
+Recorder::~Recorder() {
+    a_HostinfoDestroyed(a_FindRootHostinfo(this), this);
+    a_RemoveHostinfo(parent, this);
+    DestroyWindow(window);
+}
+
+LRESULT Recorder::OnMessage(WPARAM, LPARAM lParam) {
+    auto& record = *reinterpret_cast<VALUERECORD*>(lParam);
+    switch (record.command) {
+    case COMMAND_RESOLVE:
+        record.index = std::string(record.name) == "note" ? NOTE_ROW : 0;
+        return 1;
+    case COMMAND_GET:
+        return reachable ? a_AnswerInteger(&record, value) : -1;
+    default: {
+        Set set{GetTickCount(), 0, ""};
+        if (record.index == NOTE_ROW) {
+            a_ReadText(&record, &set.text);
+        } else {
+            a_ReadInteger(&record, &set.value);
+            value = set.value;
+        }
+        sets.push_back(set);
+        if (onSet) {
+            onSet();
+        }
+        return 1;
+    }
+    }
+}
+
+std::string Recorder::Take() {
+    std::string numbers;
+    for (const Set& set : sets) {
+        numbers += (numbers.empty() ? "" : " ") + std::to_string(set.value);
+    }
+    sets.clear();
+    return numbers;
+}
+
+Answer::Answer(const char* title, int command, std::function<void()> action)
+    : thread_([this, title = std::string(title), command, action = std::move(action),
+               asking = GetCurrentThreadId()] {
+          HWND box = nullptr;
+          const DWORD start = GetTickCount();
+          while (!stop_ && GetTickCount() - start < PATIENCE) {
+              box = FindWindowA("#32770", title.c_str());
+              if (box != nullptr && IsWindowVisible(box)) {
+                  char text[TEXT_SIZE] = "";
+                  GetDlgItemTextA(box, MESSAGE_TEXT, text, sizeof text);
+                  question_ = text;
+                  action();
+                  PostMessageA(box, WM_COMMAND, static_cast<WPARAM>(command), 0);
+                  PostThreadMessageA(asking, WM_NULL, 0, 0); // it waits on, even when its box is gone
+                  return;
+              }
+              Sleep(5);
+          }
+      }) {}
+
+std::string Answer::Question() {
+    stop_ = true; // the box, if there was one, has been closed
+    if (thread_.joinable()) {
+        thread_.join();
+    }
+    return question_;
+}
+
+Answer::~Answer() {
+    Question();
+}
+
+void PressButton(HWND button, WPARAM keys) {
+    SendMessageA(button, WM_LBUTTONDOWN, keys, At(5, 5));
+}
+
+void ReleaseButton(HWND button, WPARAM keys) {
+    SendMessageA(button, WM_LBUTTONUP, keys, At(5, 5));
+}
+
+void Click(HWND button) {
+    PressButton(button);
+    ReleaseButton(button);
+}
+
+bool IsMarked(HWND control) {
+    Poll(control);
+    char line[TEXT_SIZE] = "";
+    ObjectOf(control).OnGetTooltip(0, reinterpret_cast<LPARAM>(line));
+    return std::string(line).find("(values differ)") != std::string::npos ||
+           std::string(line).find("(not reachable)") != std::string::npos;
+}
+
+void Pump(DWORD milliseconds) {
+    const DWORD start = GetTickCount();
+    while (GetTickCount() - start < milliseconds) {
+        MSG message;
+        while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) {
+            DispatchMessageA(&message);
+        }
+        Sleep(1);
+    }
+}
+
+void MoveCursor(const TestPanel& panel, int x, int y) {
+    POINT place{x, y};
+    ClientToScreen(panel.Window(), &place);
+    SetCursorPos(place.x, place.y);
+    Pump(30);
+}

@@ -1,0 +1,455 @@
+// The edit mode of Panel.exe, from outside: input goes to the running program, and what it saves is read.
+
+#include "Controls/resources/resource.h"
+#include "Panel/resource.h"
+#include "tests/windows/ControlClasses.h"
+#include "tests/windows/TestPanel.h"
+
+#include <commctrl.h>
+
+#include <algorithm>
+#include <cstring>
+#include <iterator>
+#include <random>
+
+namespace {
+
+const char* const PANEL = "size=600,400\r\n"
+                          "control=0x00000000 KNOB \"A\" 0x50010000 40,40,87,87\r\n"
+                          "A*connection=B*resolution;C\r\n"
+                          "control=0x00000000 KNOB \"B\" 0x50010000 140,60,187,107\r\n"
+                          "control=0x00000000 BSTATIC \"C\" 0x50000000 250,50,350,90\r\n"
+                          "C*connection=A\r\n"
+                          "control=0x00000000 MINIEDIT \"S\" 0x50000000 340,140,500,300\r\n"
+                          "S*control=0x00000000 LED \"Part\" 0x50010000 20,20,36,36\r\n"
+                          "S*Part*connection=A\r\n"
+                          "control=0x00000000 LED \"Layered\" 0x50010000 20,300,36,316\r\n"
+                          "Layered*layer=u2\r\n";
+
+struct Search {
+    DWORD process;
+    const char* className;
+    HWND found;
+};
+
+BOOL CALLBACK MatchWindow(HWND window, LPARAM parameter) {
+    auto& search = *reinterpret_cast<Search*>(parameter);
+    DWORD process = 0;
+    char className[64] = "";
+    GetWindowThreadProcessId(window, &process);
+    GetClassNameA(window, className, sizeof className);
+    if (process == search.process && std::strcmp(className, search.className) == 0 &&
+        ((GetWindowLongA(window, GWL_STYLE) & WS_CHILD) != 0 || IsWindowVisible(window))) {
+        search.found = window;
+        return FALSE;
+    }
+    return TRUE;
+}
+
+template <class Condition>
+bool WaitFor(Condition condition) {
+    const DWORD start = GetTickCount();
+    while (!condition()) {
+        if (GetTickCount() - start > 10000) {
+            return false;
+        }
+        Sleep(20);
+    }
+    return true;
+}
+
+// A running Panel.exe with a panel file of its own.
+class PanelProgram {
+public:
+    explicit PanelProgram(const std::string& contents) {
+        file_ = folder_.Write("test.panel", contents);
+        trace_ = folder_.Path("trace.txt");
+        STARTUPINFOA startup{};
+        startup.cb = sizeof startup;
+        std::string command =
+            "\"" + ProgramFolder() + "Panel.exe\" \"" + file_ + "\" --trace \"" + trace_ + "\"";
+        REQUIRE(CreateProcessA(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
+                               &startup, &process_));
+        REQUIRE(WaitFor([&] { return (frame_ = Top("PanelFrame")) != nullptr; }));
+        panel_ = Below(frame_, "PanelWindow");
+        REQUIRE(panel_ != nullptr);
+        SetForegroundWindow(frame_);
+    }
+    ~PanelProgram() {
+        TerminateProcess(process_.hProcess, 1);
+        WaitForSingleObject(process_.hProcess, 5000);
+        CloseHandle(process_.hThread);
+        CloseHandle(process_.hProcess);
+    }
+    PanelProgram(const PanelProgram&) = delete;
+    PanelProgram& operator=(const PanelProgram&) = delete;
+
+    HWND Frame() const { return frame_; }
+    HWND Panel() const { return panel_; }
+    HWND Top(const char* className) const {
+        Search search{process_.dwProcessId, className, nullptr};
+        EnumWindows(MatchWindow, reinterpret_cast<LPARAM>(&search));
+        return search.found;
+    }
+    HWND Below(HWND parent, const char* className) const {
+        Search search{process_.dwProcessId, className, nullptr};
+        EnumChildWindows(parent, MatchWindow, reinterpret_cast<LPARAM>(&search));
+        return search.found;
+    }
+    void Command(int command) const { SendMessageA(frame_, WM_COMMAND, static_cast<WPARAM>(command), 0); }
+    std::string Saved() const {
+        Command(CMD_SAVE);
+        return ReadBytes(file_);
+    }
+    std::string Trace() const { return ReadBytes(trace_); }
+    std::string Title() const {
+        char title[128] = "";
+        GetWindowTextA(frame_, title, sizeof title);
+        return title;
+    }
+
+    void Press(POINT point, WPARAM keys = 0) const {
+        SendMessageA(panel_, WM_LBUTTONDOWN, MK_LBUTTON | keys, MAKELPARAM(point.x, point.y));
+    }
+    void MoveTo(POINT point) const {
+        SendMessageA(panel_, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(point.x, point.y));
+    }
+    void Release(POINT point) const { SendMessageA(panel_, WM_LBUTTONUP, 0, MAKELPARAM(point.x, point.y)); }
+    void Drag(POINT from, POINT to) const {
+        Press(from);
+        MoveTo({(from.x + to.x) / 2, (from.y + to.y) / 2});
+        MoveTo(to);
+        Release(to);
+    }
+    void Click(POINT point, WPARAM keys = 0) const {
+        Press(point, keys);
+        Release(point);
+    }
+    void Key(WPARAM key) const { SendMessageA(panel_, WM_KEYDOWN, key, 0); }
+
+    // How many steps there were.
+    int UndoAll() const { return Repeat(CMD_UNDO); }
+    int RedoAll() const { return Repeat(CMD_REDO); }
+    int Close() const {
+        PostMessageA(frame_, WM_CLOSE, 0, 0);
+        DWORD code = 1;
+        REQUIRE(WaitForSingleObject(process_.hProcess, 10000) == WAIT_OBJECT_0);
+        GetExitCodeProcess(process_.hProcess, &code);
+        return static_cast<int>(code);
+    }
+
+private:
+    // Until its button can be pressed no more; a menu cannot be looked into from another program.
+    int Repeat(int command) const {
+        const HWND toolbar = Below(frame_, TOOLBARCLASSNAMEA);
+        Sleep(300); // the buttons follow now and then
+        int steps = 0;
+        while (SendMessageA(toolbar, TB_ISBUTTONENABLED, static_cast<WPARAM>(command), 0) != 0) {
+            Command(command);
+            ++steps;
+        }
+        return steps;
+    }
+
+    TestFolder folder_;
+    std::string file_;
+    std::string trace_;
+    PROCESS_INFORMATION process_{};
+    HWND frame_ = nullptr;
+    HWND panel_ = nullptr;
+};
+
+bool Contains(const std::string& text, const std::string& part) {
+    return text.find(part) != std::string::npos;
+}
+
+void PutOnClipboard(const std::string& text) {
+    REQUIRE(OpenClipboard(nullptr));
+    EmptyClipboard();
+    const HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, text.size() + 1);
+    std::memcpy(GlobalLock(memory), text.c_str(), text.size() + 1);
+    GlobalUnlock(memory);
+    SetClipboardData(CF_TEXT, memory);
+    CloseClipboard();
+}
+
+// The program at both ends of its history; it is edited before.
+void CheckHistory(const PanelProgram& program, const std::string& start, int steps) {
+    const std::string end = program.Saved();
+    CHECK(program.UndoAll() == steps);
+    CHECK(program.Saved() == start);
+    CHECK(program.RedoAll() == steps);
+    CHECK(program.Saved() == end);
+    program.UndoAll();
+    CHECK(program.Saved() == start);
+}
+
+} // namespace
+
+TEST_CASE("a control is dragged with the mouse, and the way back is byte for byte the same") {
+    const PanelProgram program(PANEL);
+    program.Command(CMD_EDIT_MODE);
+    const std::string start = program.Saved();
+    CHECK_FALSE(Contains(program.Title(), "*"));
+
+    // Input as it comes from the device, over the control's own window.
+    const auto mouse = [&](POINT point, DWORD event) {
+        ClientToScreen(program.Panel(), &point);
+        SetCursorPos(point.x, point.y);
+        Sleep(60);
+        if (event != 0) {
+            mouse_event(event, 0, 0, 0, 0);
+            Sleep(60);
+        }
+    };
+    mouse({60, 60}, MOUSEEVENTF_LEFTDOWN);
+    mouse({70, 70}, 0);
+    mouse({92, 260}, 0);
+    mouse({92, 260}, MOUSEEVENTF_LEFTUP);
+    CHECK(WaitFor([&] { return Contains(program.Title(), "*"); }));
+    CHECK(Contains(program.Saved(), "KNOB \"A\" 0x50010000 72,240,119,287"));
+    CheckHistory(program, start, 1);
+    program.Command(CMD_REDO);
+    CHECK(WaitFor([&] { return Contains(program.Title(), "*"); }));
+    program.Command(CMD_UNDO);
+    CHECK(WaitFor([&] { return !Contains(program.Title(), "*"); }));
+    CHECK(program.Close() == 0); // nothing is asked: it is as it was saved
+}
+
+TEST_CASE("escape and a lost capture take a gesture back") {
+    const PanelProgram program(PANEL);
+    program.Command(CMD_EDIT_MODE);
+    const std::string start = program.Saved();
+    program.Press({60, 60});
+    program.MoveTo({200, 200});
+    program.Key(VK_ESCAPE);
+    program.Release({200, 200});
+    CHECK(program.Saved() == start);
+    program.Press({60, 60});
+    program.MoveTo({200, 200});
+    SendMessageA(program.Panel(), WM_CANCELMODE, 0, 0);
+    CHECK(program.Saved() == start);
+    program.Press({60, 60});
+    program.MoveTo({200, 200});
+    SendMessageA(program.Panel(), WM_CAPTURECHANGED, 0, 0);
+    CHECK(program.Saved() == start);
+    CHECK(program.UndoAll() == 0);
+}
+
+TEST_CASE("while the panel is operated nothing of the edit mode is at work") {
+    const PanelProgram program(PANEL);
+    const std::string start = program.Saved();
+    program.Drag({290, 70}, {100, 300});
+    program.Click({60, 60}, MK_CONTROL);
+    program.Key(VK_DELETE);
+    for (const int command : {CMD_SELECT_ALL, CMD_DELETE, CMD_DUPLICATE, CMD_UNDO}) {
+        program.Command(command);
+    }
+    SendMessageA(program.Panel(), WM_RBUTTONDOWN, MK_RBUTTON, MAKELPARAM(290, 70)); // it offers nothing
+    CHECK(program.Saved() == start);
+}
+
+TEST_CASE("handles size what takes any size, and leave alone what its image sizes") {
+    const PanelProgram program(PANEL);
+    program.Command(CMD_EDIT_MODE);
+    const std::string start = program.Saved();
+    program.Click({290, 70});
+    program.Drag({349, 89}, {389, 129}); // onto the grid
+    CHECK(Contains(program.Saved(), "BSTATIC \"C\" 0x50000000 250,50,392,128"));
+    program.Click({60, 60});
+    program.Drag({86, 86}, {130, 230});
+    CHECK(Contains(program.Saved(), "KNOB \"A\" 0x50010000 40,40,87,87"));
+    CheckHistory(program, start, 1);
+}
+
+TEST_CASE("a run of one arrow key is one step") {
+    const PanelProgram program(PANEL);
+    program.Command(CMD_EDIT_MODE);
+    const std::string start = program.Saved();
+    program.Click({60, 60});
+    for (int i = 0; i < 5; ++i) {
+        program.Key(VK_RIGHT);
+    }
+    program.Key(VK_DOWN);
+    CHECK(Contains(program.Saved(), "KNOB \"A\" 0x50010000 45,41,92,88"));
+    CheckHistory(program, start, 2);
+}
+
+TEST_CASE("a part is reached by a double press, a single one takes what it is in") {
+    const PanelProgram program(PANEL);
+    program.Command(CMD_EDIT_MODE);
+    const std::string start = program.Saved();
+    program.Drag({368, 168}, {348, 198});
+    CHECK(Contains(program.Saved(), "MINIEDIT \"S\" 0x50000000 320,168,480,328"));
+    program.Command(CMD_UNDO);
+    Sleep(GetDoubleClickTime() + 50);
+    program.Click({368, 168});
+    SendMessageA(program.Panel(), WM_LBUTTONDBLCLK, MK_LBUTTON, MAKELPARAM(368, 168));
+    program.Release({368, 168});
+    program.Key(VK_RIGHT);
+    CHECK(Contains(program.Saved(), "S*control=0x00000000 LED \"Part\" 0x50010000 21,20,37,36"));
+    program.Command(CMD_DELETE);
+    CHECK_FALSE(Contains(program.Saved(), "Part"));
+    CheckHistory(program, start, 2);
+}
+
+TEST_CASE("alignment, order, copies and deletion are undone with names, order and connections") {
+    const PanelProgram program(PANEL);
+    program.Command(CMD_EDIT_MODE);
+    const std::string start = program.Saved();
+    program.Click({60, 60});
+    program.Click({160, 80}, MK_CONTROL);
+    program.Click({290, 70}, MK_CONTROL);
+    program.Command(CMD_ALIGN_TOP);
+    CHECK(Contains(program.Saved(), "KNOB \"B\" 0x50010000 140,40,187,87"));
+    CHECK(Contains(program.Saved(), "BSTATIC \"C\" 0x50000000 250,40,350,80"));
+    program.Command(CMD_DISTRIBUTE_ACROSS);
+    program.Command(CMD_TO_BACKGROUND);
+    CHECK(program.Saved().find("\"S\"") < program.Saved().find("\"A\""));
+    program.Command(CMD_DUPLICATE);
+    const std::string doubled = program.Saved();
+    CHECK(Contains(doubled, "A 2*connection=B 2*resolution;C 2\r\n"));
+    CHECK(Contains(doubled, "C 2*connection=A 2\r\n"));
+    program.Command(CMD_DELETE);
+    program.Click({60, 60});
+    program.Command(CMD_DELETE);
+    CHECK(Contains(program.Saved(), "C*connection=A\r\n")); // the address of what is gone stays
+    program.Command(CMD_SELECT_ALL);
+    program.Command(CMD_DELETE);
+    CHECK_FALSE(Contains(program.Saved(), "control="));
+    CheckHistory(program, start, 7);
+}
+
+TEST_CASE("a property set in a dialog and a deletion there are steps too") {
+    const PanelProgram program(PANEL);
+    program.Command(CMD_EDIT_MODE);
+    const std::string start = program.Saved();
+    program.Click({60, 60});
+    program.Command(CMD_PROPERTIES);
+    HWND dialog = nullptr;
+    REQUIRE(WaitFor([&] { return (dialog = program.Top("#32770")) != nullptr; }));
+    SendDlgItemMessageA(dialog, IDC_RELATIVE, BM_CLICK, 0, 0);
+    CHECK(WaitFor([&] { return Contains(program.Saved(), "A*relative=1"); }));
+    PostMessageA(GetDlgItem(dialog, IDC_DELETE_CONTROL), BM_CLICK, 0, 0);
+    HWND question = nullptr;
+    REQUIRE(WaitFor([&] { return (question = FindWindowA("#32770", "Delete")) != nullptr; }));
+    PostMessageA(question, WM_COMMAND, IDYES, 0);
+    CHECK(WaitFor([&] { return program.Top("#32770") == nullptr; }));
+    CHECK_FALSE(Contains(program.Saved(), "\"A\""));
+    CheckHistory(program, start, 2);
+}
+
+TEST_CASE("all classes are made from the palette") {
+    const PanelProgram program("size=600,400\r\n");
+    program.Command(CMD_EDIT_MODE);
+    const std::string start = program.Saved();
+    const HWND tree = program.Below(program.Frame(), WC_TREEVIEWA);
+    REQUIRE(tree != nullptr);
+    const auto next = [&](WPARAM which, LPARAM item) {
+        return SendMessageA(tree, TVM_GETNEXTITEM, which, item);
+    };
+    for (LPARAM item = next(TVGN_ROOT, 0); item != 0; item = next(TVGN_NEXTVISIBLE, item)) {
+        SendMessageA(tree, TVM_SELECTITEM, TVGN_CARET, item);
+        SendMessageA(tree, WM_KEYDOWN, VK_RETURN, 0); // nothing happens at the name of a group
+    }
+    const std::string saved = program.Saved();
+    for (const auto& row : EXPECTED_CLASSES) {
+        CAPTURE(row.name);
+        CHECK(Contains(saved, std::string(" ") + row.name + " \""));
+    }
+    CHECK(Contains(saved, "KNOB \"Knob 1\""));
+    const int steps = program.UndoAll();
+    CHECK(steps >= 45);
+    CHECK(program.Saved() == start);
+    CHECK(program.RedoAll() == steps);
+    CHECK(program.Saved() == saved);
+}
+
+TEST_CASE("components go from one program to another") {
+    const PanelProgram source(PANEL);
+    const PanelProgram target("size=600,400\r\ncontrol=0x00000000 KNOB \"B\" 0x50010000 0,0,47,47\r\n");
+    source.Command(CMD_EDIT_MODE);
+    target.Command(CMD_EDIT_MODE);
+    const std::string start = target.Saved();
+    const std::string before = source.Saved();
+    source.Command(CMD_SELECT_ALL);
+    source.Command(CMD_COPY);
+    CHECK(IsClipboardFormatAvailable(RegisterClipboardFormatA("OSMIR Panel Components")));
+    CHECK(IsClipboardFormatAvailable(CF_TEXT));
+    target.Command(CMD_PASTE);
+    const std::string pasted = target.Saved();
+    CHECK(Contains(pasted, "A*connection=B 2*resolution;C\r\n"));
+    CHECK(Contains(pasted, "KNOB \"B 2\" 0x50010000 148,68,195,115"));
+    CHECK(Contains(pasted, "S*Part*connection=A\r\n"));
+    CHECK(Contains(pasted, "Layered*layer=u2\r\n"));
+    CheckHistory(target, start, 1);
+    source.Command(CMD_CUT);
+    CHECK(source.Saved() == "size=600,400\r\n");
+    source.Command(CMD_UNDO);
+    CHECK(source.Saved() == before);
+}
+
+TEST_CASE("of damaged text on the clipboard the sound part is pasted and the rest is told") {
+    const PanelProgram program(PANEL);
+    program.Command(CMD_EDIT_MODE);
+    const std::string start = program.Saved();
+    PutOnClipboard("noise\ncontrol=0x00000000 KNOB \"Broken\" 0x5001\nBroken*interval=7\nA*interval=9\n"
+                   "control=0x00000000 NOSUCHCLASS \"No\" 0x50010000 1,2,3,4\nNo*interval=3\n"
+                   "control=0x00000000 KNOB \"Good\" 0x50010000 10,300,57,347\nGood*interval=123\n");
+    program.Command(CMD_PASTE);
+    const std::string saved = program.Saved();
+    CHECK(Contains(saved, "KNOB \"Good\""));
+    CHECK(Contains(saved, "Good*interval=123\r\n"));
+    CHECK_FALSE(Contains(saved, "Broken"));
+    CHECK_FALSE(Contains(saved, "A*interval=9"));
+    for (const char* line : {"noise", "Broken*interval=7", "A*interval=9", "NOSUCHCLASS"}) {
+        CHECK(Contains(program.Trace(), line));
+    }
+    CheckHistory(program, start, 1);
+    PutOnClipboard("nothing of use");
+    program.Command(CMD_PASTE);
+    CHECK(program.Saved() == start);
+}
+
+TEST_CASE("random edits are undone and redone without a trace") {
+    const PanelProgram program(PANEL);
+    program.Command(CMD_EDIT_MODE);
+    const std::string start = program.Saved();
+    constexpr int COMMANDS[] = {CMD_DUPLICATE,     CMD_DUPLICATE,     CMD_DELETE,
+                                CMD_ALIGN_LEFT,    CMD_ALIGN_BOTTOM,  CMD_DISTRIBUTE_ACROSS,
+                                CMD_TO_FOREGROUND, CMD_TO_BACKGROUND, CMD_COPY,
+                                CMD_PASTE,         CMD_CUT,           CMD_UNDO,
+                                CMD_UNDO,          CMD_REDO,          CMD_ALIGN_CENTRE_DOWN};
+    constexpr WPARAM KEYS[] = {VK_LEFT, VK_RIGHT, VK_UP, VK_DOWN, VK_TAB};
+    std::mt19937 random(20);
+    const auto any = [&](int count) { return static_cast<int>(random() % static_cast<unsigned>(count)); };
+    for (int i = 0; i < 150; ++i) {
+        const POINT point{any(600), any(400)};
+        switch (any(4)) {
+        case 0:
+            program.Drag(point, {any(600), any(400)});
+            break;
+        case 1:
+            program.Click(point, MK_CONTROL);
+            break;
+        case 2:
+            program.Key(KEYS[any(std::size(KEYS))]);
+            break;
+        default:
+            program.Command(COMMANDS[any(std::size(COMMANDS))]);
+        }
+        if (const HWND dialog = program.Top("#32770")) { // of a double press
+            SendMessageA(dialog, WM_CLOSE, 0, 0);
+        }
+    }
+    program.RedoAll();
+    const std::string end = program.Saved();
+    const int steps = program.UndoAll();
+    CHECK(steps > 20);
+    CHECK(program.Saved() == start);
+    CHECK(program.RedoAll() == steps);
+    CHECK(program.Saved() == end);
+    program.UndoAll();
+    CHECK(program.Saved() == start);
+    CHECK(program.Close() == 0);
+}

@@ -1,0 +1,75 @@
+// Which controls a panel shows.
+
+#include "tests/windows/TestPanel.h"
+
+TEST_SUITE_BEGIN("Layers");
+
+namespace {
+
+bool IsShown(HWND control) {
+    return (GetWindowLongA(control, GWL_STYLE) & WS_VISIBLE) != 0;
+}
+
+} // namespace
+
+TEST_CASE("controls are shown when one of their layers is active, and all while the panel is edited") {
+    const TestPanel panel(TestPanel::Visible);
+    const char* const layers[] = {"", "u1", "u2", "u1,u2", "u64"};
+    HWND controls[5];
+    for (int i = 0; i < 5; ++i) {
+        controls[i] = panel.Create("LED", layers[i]);
+        CHECK(Load(controls[i], std::string("layer=") + layers[i]) == 1);
+        CHECK(Text(controls[i], "layer") == layers[i]);
+    }
+    const struct {
+        const char* active;
+        bool shown[5];
+    } rows[] = {
+        {"", {true, true, true, true, true}},       {"u1", {true, true, false, true, false}},
+        {"u2", {true, false, true, true, false}},   {"u64", {true, false, false, false, true}},
+        {"U3", {true, false, false, false, false}}, {" u2 , u64 ", {true, false, true, true, true}},
+        {"", {true, true, true, true, true}},
+    };
+    for (const auto& row : rows) {
+        INFO("active: ", std::string(row.active));
+        CHECK(Load(panel.Window(), std::string("layer=") + row.active) == 1);
+        for (int i = 0; i < 5; ++i) {
+            CHECK(IsShown(controls[i]) == row.shown[i]);
+        }
+        ph_SetMode(panel.Root(), 1);
+        for (HWND control : controls) {
+            CHECK(IsShown(control));
+        }
+        ph_SetMode(panel.Root(), 0);
+        for (int i = 0; i < 5; ++i) {
+            CHECK(IsShown(controls[i]) == row.shown[i]);
+        }
+    }
+    std::uint64_t active = 1;
+    CHECK(panel.Root()->OnGetActiveLayer(0, reinterpret_cast<LPARAM>(&active)) == 1);
+    CHECK(active == 0);
+}
+
+TEST_CASE("a control moves to another layer, and unreadable layers are refused") {
+    const TestPanel panel(TestPanel::Visible);
+    Load(panel.Window(), "layer=u2");
+    HWND lamp = panel.Create("LED", "Lamp");
+    CHECK(IsShown(lamp));
+    Load(lamp, "layer=u1");
+    CHECK_FALSE(IsShown(lamp));
+    for (const char* bad : {"u0", "u65", "1", "u", "u1;u2", "u1,x", "-u1"}) {
+        INFO(std::string(bad));
+        CHECK(Load(lamp, std::string("layer=") + bad) == 0);
+        CHECK(Text(lamp, "layer") == "u1");
+        CHECK(Load(panel.Window(), std::string("layer=") + bad) == 0);
+        CHECK_FALSE(IsShown(lamp));
+    }
+    Load(lamp, "layer=u1,u2");
+    CHECK(IsShown(lamp));
+    Load(lamp, "layer=u3");
+    CHECK_FALSE(IsShown(lamp));
+    Load(lamp, "layer="); // on every layer again
+    CHECK(IsShown(lamp));
+}
+
+TEST_SUITE_END();

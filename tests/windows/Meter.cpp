@@ -1,0 +1,188 @@
+// What is particular to the meter.
+
+#include "tests/windows/PartedImage.h"
+
+TEST_SUITE_BEGIN("Meter");
+
+namespace {
+
+constexpr COLORREF UNLIT = RGB(0x20, 0x30, 0x40);
+constexpr COLORREF LIT = RGB(0xC0, 0x80, 0x40);
+constexpr const char* DEVICES = "AMP1*device=simulated\n"
+                                "AMP1*a=integer,-1000,1000,10,\n"
+                                "AMP1*b=integer,-1000,1000,20,\n"
+                                "AMP2*device=simulated\n"
+                                "AMP2*c=integer,-1000,1000,90,\n";
+
+int Level(HWND meter) {
+    return std::stoi(Text(meter));
+}
+
+} // namespace
+
+TEST_CASE("a meter's value is a whole number in every datatype") {
+    const TestPanel panel;
+    panel.Declare(DEVICES);
+    HWND meter = panel.Create("METER", "Meter");
+    Load(meter, "function=AMP1*a");
+    float number = 30.9F;
+    CHECK(Send(meter, COMMAND_SET, DATATYPE_FLOAT, &number) == 1);
+    CHECK(panel.Parameter("AMP1*a") == "30");
+    CHECK(Send(meter, COMMAND_SET, DATATYPE_FLOAT, &number) == 0); // the same number
+    CHECK(Send(meter, COMMAND_GET, DATATYPE_FLOAT, &number) == 0); // 30.9 is 30
+    number = 29.9F;
+    CHECK(Send(meter, COMMAND_GET, DATATYPE_FLOAT, &number, "value") == 1);
+    CHECK(number == 30.0F);
+    int integer = 30;
+    CHECK(Send(meter, COMMAND_GET, DATATYPE_INTEGER, &integer) == 0);
+    CHECK(Load(meter, "value=loud") == 0);
+    CHECK(Load(meter, " =-4") == 1);
+    CHECK(Level(meter) == -4);
+    number = std::numeric_limits<float>::quiet_NaN();
+    CHECK(Send(meter, COMMAND_SET, DATATYPE_FLOAT, &number) == 0);
+}
+
+TEST_CASE("a meter combines what it is bound to") {
+    const TestPanel panel;
+    panel.Declare(DEVICES);
+    HWND meter = panel.Create("METER", "Meter");
+    Load(meter, "properties=-80,100");
+    Load(meter, "value=5");
+    Poll(meter);
+    CHECK(Level(meter) == -80); // bound to nothing
+    Load(meter, "function=AMP1*a;AMP9*missing;AMP1*b;AMP2*c");
+    ph_SetParameter(panel.Root(), "AMP2*online", "0");
+    Poll(meter);
+    CHECK(Level(meter) == 20);
+    CHECK(Load(meter, "combine=min") == 0);
+    CHECK(Text(meter, "combine") == "max");
+    CHECK(Load(meter, "combine=avg") == 1);
+    Poll(meter);
+    CHECK(Level(meter) ==
+          16); // the one that does not answer repeats 20, the one that is not there does not count
+    HWND knob = panel.Create("KNOB", "Knob");
+    Load(knob, "value=70");
+    Load(meter, "connection=Knob");
+    Poll(meter);
+    CHECK(Level(meter) == 30);
+    CHECK(panel.Parameter("AMP1*a") == "10"); // a poll sends nothing
+    CHECK(Value(knob) == 70.0F);
+}
+
+TEST_CASE("a meter's lines are saved in their order") {
+    const TestPanel panel;
+    HWND meter = panel.Create("METER", "Meter");
+    CHECK(Load(meter, "properties=5") == 1);
+    CHECK(Load(meter, "properties=,7") == 0);
+    CHECK(Text(meter, "properties") == "5,0");
+    Load(meter, "connection=Other");
+    const TestFolder folder;
+    REQUIRE(ph_SavePanel(panel.Root(), folder.Path("saved.panel").c_str()) == 1);
+    const std::string saved = ReadBytes(folder.Path("saved.panel"));
+    CHECK(saved.substr(saved.find("\r\n", saved.find("METER")) + 2) == "Meter*bitmap=\r\n"
+                                                                       "Meter*combine=max\r\n"
+                                                                       "Meter*connection=\r\n"
+                                                                       "Meter*function=\r\n"
+                                                                       "Meter*properties=5,0\r\n"
+                                                                       "Meter*connection=Other\r\n");
+    TestPanel loaded;
+    REQUIRE(ph_LoadPanel(loaded.Root(), folder.Path("saved.panel").c_str()) == 1);
+    CHECK(a_BuildString(ObjectOf(loaded.Find("Meter")).connections) == "Other"); // the last line prevails
+}
+
+TEST_CASE("the image is lit up to the value, upwards or downwards") {
+    const TestPanel panel;
+    const TestFolder folder;
+    HWND meter = panel.Create("METER", "Meter");
+    CHECK(Load(meter, "bitmap=" + folder.Write("meter.bmp", PartedImage(21, 100, 0x203040, 0xC08040))) == 1);
+    RECT client;
+    GetClientRect(meter, &client);
+    CHECK(client.right == 10);
+    CHECK(client.bottom == 100);
+    struct Row {
+        const char* properties;
+        const char* value;
+        int changesAt; // first row of the lower part
+        COLORREF upper, lower;
+    };
+    const Row rows[] = {
+        {"properties=0,100", "value=50", 50, UNLIT, LIT},  {"properties=0,100", "value=10", 90, UNLIT, LIT},
+        {"properties=0,100", "value=500", 0, LIT, LIT},    {"properties=100,0", "value=10", 10, LIT, UNLIT},
+        {"properties=100,0", "value=-1", 0, UNLIT, UNLIT}, {"properties=7,7", "value=7", 0, UNLIT, UNLIT},
+        {"properties=7,7", "value=8", 100, LIT, LIT},
+    };
+    for (const Row& row : rows) {
+        CAPTURE(row.properties);
+        CAPTURE(row.value);
+        Load(meter, row.properties);
+        Load(meter, row.value);
+        const Picture picture(meter);
+        for (const int y : {0, row.changesAt - 1, row.changesAt, 99}) {
+            if (y >= 0 && y < 100) {
+                CAPTURE(y);
+                CHECK(picture.At(9, y) == (y < row.changesAt ? row.upper : row.lower));
+            }
+        }
+    }
+}
+
+TEST_CASE("without an image the bar is shaded across, upwards for what is not filled") {
+    const TestPanel panel;
+    HWND meter = panel.Create("METER", "Meter");
+    SetWindowPos(meter, nullptr, 0, 0, 22, 100, SWP_NOMOVE | SWP_NOZORDER);
+    Load(meter, "properties=0,100");
+    Load(meter, "value=30");
+    {
+        const Picture picture(meter);
+        CHECK(picture.At(11, 29) == picture.At(11, 1));
+        CHECK(picture.At(0, 29) == RGB(0, 0, 0));
+        CHECK(picture.At(21, 0) == RGB(0, 0, 0));
+        CHECK(picture.At(0, 30) == RGB(234, 144, 3)); // over the outline
+        CHECK(picture.At(1, 99) == RGB(234, 150, 3));
+        CHECK(picture.At(11, 99) == RGB(234, 184, 3));
+    }
+    Load(meter, "properties=100,0");
+    const Picture picture(meter);
+    CHECK(picture.At(11, 0) == RGB(234, 184, 3));
+    CHECK(picture.At(11, 29) == RGB(234, 184, 3));
+    CHECK(picture.At(11, 30) == picture.At(11, 98));
+    CHECK(picture.At(11, 99) == RGB(0, 0, 0));
+}
+
+TEST_CASE("a meter is redrawn only when its bar changes") {
+    const TestPanel panel(TestPanel::Visible);
+    panel.Declare(DEVICES);
+    HWND meter = panel.Create("METER", "Meter"); // 40 high
+    Load(meter, "properties=0,1000");
+    Load(meter, "function=AMP1*a");
+    const auto isRedrawnFor = [&](const char* level) {
+        UpdateWindow(meter);
+        ph_SetParameter(panel.Root(), "AMP1*a", level);
+        Poll(meter);
+        CHECK(Text(meter) == level);
+        return GetUpdateRect(meter, nullptr, FALSE) != 0;
+    };
+    CHECK(isRedrawnFor("500"));
+    CHECK(!isRedrawnFor("500"));
+    CHECK(!isRedrawnFor("501"));
+    CHECK(isRedrawnFor("525"));
+}
+
+TEST_CASE("a click on a meter is the panel's or nobody's") {
+    const TestPanel panel(TestPanel::Visible);
+    HWND meter = panel.Create("METER", "Meter");
+    SetFocus(panel.Window());
+    MSG posted;
+    SendMessageA(meter, WM_LBUTTONDOWN, MK_LBUTTON, At(1, 1));
+    CHECK(!TakePosted(panel.Window(), WM_LBUTTONDOWN, posted));
+    SendMessageA(meter, WM_LBUTTONDOWN, MK_LBUTTON | MK_CONTROL, At(1, 1));
+    CHECK(TakePosted(panel.Window(), WM_LBUTTONDOWN, posted));
+    ph_SetMode(panel.Root(), 1);
+    SendMessageA(meter, WM_LBUTTONDOWN, MK_LBUTTON, At(1, 1));
+    CHECK(TakePosted(panel.Window(), WM_LBUTTONDOWN, posted));
+    CHECK(posted.wParam == MK_LBUTTON);
+    CHECK(GetCapture() == nullptr);
+    CHECK(GetFocus() == panel.Window());
+}
+
+TEST_SUITE_END();

@@ -1,0 +1,174 @@
+// The panel application as a program: what it prints, writes and answers.
+
+#include "tests/windows/TestPanel.h"
+
+TEST_SUITE_BEGIN("PanelApplication");
+
+namespace {
+
+constexpr const char* GOOD_PANEL = "background=0x004080C0\r\n"
+                                   "size=400,300\r\n"
+                                   "control=0x00000000 KNOB \"Knob\" 0x50010000 10,10,57,57\r\n"
+                                   "Knob*function=AMP1*gain\r\n";
+constexpr DWORD LONGEST_RUN = 60000; // milliseconds
+constexpr DWORD TOO_LONG = 0xDEAD;
+
+struct Run {
+    DWORD exitCode = TOO_LONG;
+    DWORD duration = 0; // milliseconds
+    std::string output;
+    std::string errors;
+};
+
+HANDLE InheritableFile(const std::string& path) {
+    SECURITY_ATTRIBUTES inheritable{sizeof inheritable, nullptr, TRUE};
+    return CreateFileA(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ, &inheritable, CREATE_ALWAYS, 0, nullptr);
+}
+
+Run RunPanel(const std::string& arguments) {
+    const TestFolder folder;
+    STARTUPINFOA start{};
+    start.cb = sizeof start;
+    start.dwFlags = STARTF_USESTDHANDLES;
+    start.hStdOutput = InheritableFile(folder.Path("output"));
+    start.hStdError = InheritableFile(folder.Path("errors"));
+    std::string command = "\"" + ProgramFolder() + "Panel.exe\" " + arguments;
+    PROCESS_INFORMATION process{};
+    Run run;
+    const DWORD begin = GetTickCount();
+    if (CreateProcessA(nullptr, command.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &start,
+                       &process)) {
+        if (WaitForSingleObject(process.hProcess, LONGEST_RUN) != WAIT_OBJECT_0) {
+            TerminateProcess(process.hProcess, TOO_LONG);
+            WaitForSingleObject(process.hProcess, LONGEST_RUN);
+        }
+        GetExitCodeProcess(process.hProcess, &run.exitCode);
+        CloseHandle(process.hThread);
+        CloseHandle(process.hProcess);
+    }
+    run.duration = GetTickCount() - begin;
+    CloseHandle(start.hStdOutput);
+    CloseHandle(start.hStdError);
+    run.output = ReadBytes(folder.Path("output"));
+    run.errors = ReadBytes(folder.Path("errors"));
+    return run;
+}
+
+std::string Quoted(const std::string& path) {
+    return "\"" + path + "\"";
+}
+
+bool BeginsWith(const std::string& text, const std::string& start) {
+    return text.rfind(start, 0) == 0;
+}
+
+} // namespace
+
+TEST_CASE("help is printed") {
+    for (const char* option : {"--help", "-h", "--exit-after 5 --help"}) {
+        const Run run = RunPanel(option);
+        CHECK(run.exitCode == 0);
+        CHECK(BeginsWith(run.output, "Usage: Panel.exe [panel file] [options]\r\n"));
+        for (const char* listed : {"--devices", "--screenshot", "--trace", "--exit-after", "--help"}) {
+            CHECK(run.output.find(listed) != std::string::npos);
+        }
+        CHECK(run.errors == "");
+    }
+}
+
+TEST_CASE("a command line that is not understood ends with code 2 and one line") {
+    const struct {
+        const char* arguments;
+        const char* errors;
+    } rows[] = {
+        {"--nosuch", "Panel: unknown option --nosuch (--help lists them)\r\n"},
+        {"--exit-after", "Panel: --exit-after needs a value\r\n"},
+        {"--screenshot --exit-after 5", "Panel: --screenshot needs a value\r\n"},
+        {"--exit-after soon", "Panel: --exit-after needs a number of milliseconds, not \"soon\"\r\n"},
+        {"--exit-after 1e3", "Panel: --exit-after needs a number of milliseconds, not \"1e3\"\r\n"},
+        {"--exit-after 99999999999",
+         "Panel: --exit-after needs a number of milliseconds, not \"99999999999\"\r\n"},
+        {"a.panel b.panel", "Panel: only one panel file can be opened: b.panel\r\n"},
+        {"\"\"", "Panel: the name of the panel file is empty\r\n"},
+    };
+    for (const auto& row : rows) {
+        INFO(std::string(row.arguments));
+        const Run run = RunPanel(row.arguments);
+        CHECK(run.exitCode == 2);
+        CHECK(run.errors == row.errors);
+        CHECK(run.output == "");
+    }
+}
+
+TEST_CASE("files that cannot be used are named and end the program with code 2") {
+    const TestFolder folder;
+    const std::string panel = Quoted(folder.Write("good.panel", GOOD_PANEL));
+    const std::string garbage = folder.Write("garbage", "no panel\r\nat all\r\n");
+    folder.Write("beside.panel", GOOD_PANEL);
+    folder.Write("beside.devices", "nonsense\r\n"); // used without being asked for
+    const struct {
+        std::string arguments;
+        std::string errors; // beginning
+    } rows[] = {
+        {Quoted(folder.Path("missing.panel")),
+         "Panel: cannot open panel file " + folder.Path("missing.panel") + ": "},
+        {Quoted(folder.Path(".")), "Panel: cannot open panel file "},
+        {Quoted(garbage), "Panel: " + garbage + " is not a panel file\r\n"},
+        {panel + " --devices " + Quoted(folder.Path("missing.devices")),
+         "Panel: cannot open device file " + folder.Path("missing.devices") + ": "},
+        {panel + " --devices " + Quoted(garbage), "Panel: " + garbage + " is not a device file\r\n"},
+        {Quoted(folder.Path("beside.panel")),
+         "Panel: " + folder.Path("beside.devices") + " is not a device file\r\n"},
+        {panel + " --trace " + Quoted(folder.Path("nowhere\\trace.txt")),
+         "Panel: cannot write the trace file " + folder.Path("nowhere\\trace.txt") + "\r\n"},
+        {panel + " --screenshot " + Quoted(folder.Path("nowhere\\shot.png")) + " --exit-after 100",
+         "Panel: cannot write the picture " + folder.Path("nowhere\\shot.png") + "\r\n"},
+    };
+    for (const auto& row : rows) {
+        INFO(row.arguments);
+        const Run run = RunPanel(row.arguments);
+        CHECK(run.exitCode == 2);
+        CHECK(BeginsWith(run.errors, row.errors));
+        CHECK(run.errors.find("\r\n") == run.errors.size() - 2); // one line
+    }
+}
+
+TEST_CASE("a panel runs for as long as it was told, takes a picture and traces what is damaged") {
+    const TestFolder folder;
+    const std::string panel = folder.Write("run.panel", GOOD_PANEL + std::string("Nobody*value=1\r\n"));
+    folder.Write("run.devices", "AMP1*device=simulated\r\nAMP1*gain=float,0,100,50,\r\n");
+    const std::string picture = folder.Path("picture.png");
+    const std::string trace = folder.Write("trace.txt", "before\r\n");
+    const Run run = RunPanel(Quoted(panel) + " --exit-after 400 --screenshot " + Quoted(picture) +
+                             " --trace " + Quoted(trace));
+    CHECK(run.exitCode == 0);
+    CHECK(run.errors == "");
+    CHECK(run.duration >= 400);
+    CHECK(ReadBytes(trace) == "before\r\nrun.panel(5): Object not found: Nobody*value=1\r\n");
+
+    const std::string png = ReadBytes(picture);
+    CHECK(png.substr(0, 8) == "\x89PNG\r\n\x1A\n");
+    const OSMIRBitmap* image = a_GetBitmap3(picture.c_str());
+    REQUIRE(image != nullptr);
+    CHECK(image->Width() >= 400); // the panel and the frame around it
+    CHECK(image->Width() < 1000);
+    CHECK(image->Height() >= 300);
+    int background = 0;
+    for (int y = 0; y < image->Height(); y += 10) {
+        for (int x = 0; x < image->Width(); x += 10) {
+            background += GetPixel(image->Dc(), x, y) == 0x004080C0 ? 1 : 0;
+        }
+    }
+    CHECK(background > 1000); // of 1200, less what the knob covers
+    a_UnregisterBitmap3(picture.c_str());
+    CHECK(ReadBytes(panel) == GOOD_PANEL + std::string("Nobody*value=1\r\n")); // nothing was saved
+}
+
+TEST_CASE("without a file an empty panel is shown") {
+    const Run run = RunPanel("--exit-after 50");
+    CHECK(run.exitCode == 0);
+    CHECK(run.output == "");
+    CHECK(run.errors == "");
+}
+
+TEST_SUITE_END();

@@ -1,0 +1,508 @@
+// What the controls of all classes do alike, class by class.
+
+#include "tests/windows/ControlClasses.h"
+#include "tests/windows/TestPanel.h"
+
+#include <cstring>
+#include <limits>
+
+TEST_SUITE_BEGIN("Protocol");
+
+namespace {
+
+constexpr float NOT_A_NUMBER = std::numeric_limits<float>::quiet_NaN();
+constexpr float BEYOND_ALL = std::numeric_limits<float>::infinity();
+
+constexpr RECT PLACE{10, 20, 110, 60}; // of a control without a bitmap
+
+// A panel with one control of every class, named after it.
+class AllControls {
+public:
+    explicit AllControls(TestPanel::Visibility visibility = TestPanel::Hidden) : panel(visibility) {
+        for (const ExpectedClass& expected : EXPECTED_CLASSES) {
+            panel.Create(expected.name, expected.name);
+        }
+        // So that each takes the values that the tests set.
+        Load(panel.Find("FADER"), "properties=0,100,0", LOAD_FROM_FILE);
+        Load(panel.Find("BTRISTATEBUTTON"), "offvalue=2", LOAD_FROM_FILE);
+        for (MSG message; PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE | PM_QS_POSTMESSAGE);) {
+        }
+    }
+
+    template <class Check>
+    void ForEach(Check check) const {
+        for (const ExpectedClass& expected : EXPECTED_CLASSES) {
+            INFO(std::string(expected.name));
+            HWND control = panel.Find(expected.name);
+            REQUIRE(control != nullptr);
+            check(control);
+        }
+    }
+
+    TestPanel panel;
+};
+
+// What a CWM_SAVE writes.
+std::string Saved(HWND control, WPARAM saveCode) {
+    const TestFolder folder;
+    const std::string path = folder.Path("saved");
+    HANDLE file = CreateFileA(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
+    CHECK(SendMessageA(control, CWM_SAVE, saveCode, reinterpret_cast<LPARAM>(file)) == 0);
+    CloseHandle(file);
+    return ReadBytes(path);
+}
+
+std::string ClassOf(HWND control) {
+    char name[64] = "";
+    GetClassNameA(control, name, sizeof name);
+    return name;
+}
+
+// Few controls do without.
+bool HasFunction(HWND control) {
+    return ClassOf(control) != "CLOCK";
+}
+bool HasInterval(HWND control) {
+    return ClassOf(control) != "METER";
+}
+bool HasValue(HWND control) {
+    return ClassOf(control) != "CLOCK";
+}
+
+bool HoldsNumbers(HWND control) {
+    const LRESULT type = SendMessageA(control, CWM_GETCONTROLTYPE, 0, 0);
+    return type == DATATYPE_INTEGER || type == DATATYPE_FLOAT;
+}
+
+// The cursor at a point of the panel window, which is where forwarded messages are to point to.
+void PutCursor(HWND panel, int x, int y) {
+    POINT point{x, y};
+    ClientToScreen(panel, &point);
+    SetCursorPos(point.x, point.y);
+}
+
+} // namespace
+
+TEST_CASE("a control is made with, without and with a useless parent object") {
+    const TestPanel panel;
+    TestPanel gone;
+    HOSTINFO* const goneRoot = gone.Root();
+    gone.Close();
+    void* const contexts[] = {panel.Root(), nullptr, goneRoot, const_cast<TestPanel*>(&panel)};
+    for (const ExpectedClass& expected : EXPECTED_CLASSES) {
+        for (void* context : contexts) {
+            INFO(std::string(expected.name));
+            CAPTURE(context);
+            HWND control = CreateControl(expected.name, "Own name", panel.Window(), context);
+            REQUIRE(control != nullptr);
+            const HOSTINFO& object = ObjectOf(control);
+            CHECK(reinterpret_cast<LONG>(&object) == GetWindowLongA(control, GWL_USERDATA));
+            CHECK(a_FromWindow(control) == &object);
+            CHECK(object.window == control);
+            CHECK(object.kind == KIND_CONTROL);
+            CHECK(object.mode == 0);
+            CHECK(object.parent == (context == panel.Root() ? panel.Root() : nullptr));
+            CHECK(object.name == "Own name");
+            CHECK(object.rectangle.left == PLACE.left);
+            CHECK(object.rectangle.top == PLACE.top);
+            CHECK_FALSE(IsChanged(control));
+            CHECK(panel.Find("own NAME") == (context == panel.Root() ? control : nullptr));
+
+            // Everything a host may send reaches it, bound to nothing and with nobody above it.
+            for (const char* line :
+                 {"function=AMP1*gain;%n*x", "connection=%n*Own name", "nosuch=1", "=", ""}) {
+                Load(control, line);
+            }
+            CHECK_FALSE(Saved(control, SAVE_PROPERTIES).empty());
+            for (const UINT message :
+                 {WM_TIMER, WM_LBUTTONDOWN, WM_MOUSEMOVE, WM_LBUTTONUP, WM_RBUTTONDOWN, WM_KEYDOWN,
+                  WM_SETFOCUS, WM_KILLFOCUS, WM_GETDLGCODE, WM_CAPTURECHANGED}) {
+                SendMessageA(control, message, 0, 0);
+            }
+            { const Picture picture(control); }
+            DestroyWindow(control);
+            CHECK(a_FromWindow(control) == nullptr);
+            CHECK(panel.Find("Own name") == nullptr);
+        }
+    }
+    CHECK(a_HostinfoCount() == 1);
+}
+
+TEST_CASE("names are unique among siblings, looked up without regard to case, and free again afterwards") {
+    const TestPanel panel;
+    const struct {
+        const char* text;
+        const char* name;
+    } rows[] = {{"Gain", "Gain"},
+                {"gain", "gain1"},
+                {"GAIN", "GAIN2"},
+                {"", "KNOB"},
+                {"a*b=c;d\"e%n", "a_b_c_d_e_n"},
+                {"  Level  ", "Level"},
+                {"\xC4rger", "\xC4rger"}};
+    for (const auto& row : rows) {
+        INFO(std::string(row.text));
+        CHECK(ObjectOf(panel.Create("KNOB", row.text)).name == row.name);
+        CHECK(panel.Find(row.name) != nullptr);
+    }
+    CHECK(panel.Find("\xE4RGER") == panel.Find("\xC4rger"));
+    CHECK(panel.Find("gAIN2") == panel.Find("GAIN2"));
+    CHECK(panel.Find("Gain3") == nullptr);
+    CHECK(panel.Find("") == nullptr);
+
+    HWND strip = panel.Create("MIXER", "Strip1");
+    HWND child = CreateControl("KNOB", "Gain", strip, &ObjectOf(strip));
+    CHECK(ObjectOf(child).name == "Strip1*Gain");
+    CHECK(panel.Find("strip1*GAIN") == child);
+    CHECK(a_FindHwnd(&ObjectOf(strip), "gain") == child); // a child comes before an object of the panel
+    CHECK(a_FindHwnd(panel.Root(), "gain") == panel.Find("Gain"));
+
+    DestroyWindow(panel.Find("gain1"));
+    CHECK(ObjectOf(panel.Create("KNOB", "Gain")).name == "Gain1");
+    DestroyWindow(strip);
+    CHECK(panel.Find("Strip1*Gain") == nullptr);
+}
+
+TEST_CASE("the caption is cut at its buffer") {
+    const AllControls all;
+    const std::string longText(100, 'x');
+    all.ForEach([&](HWND control) {
+        char caption[80];
+        std::memset(caption, '#', sizeof caption);
+        SetWindowTextA(control, "Volume");
+        SendMessageA(control, CWM_GETCAPTION, 0, reinterpret_cast<LPARAM>(caption));
+        CHECK(caption == std::string("Volume"));
+        SetWindowTextA(control, longText.c_str());
+        SendMessageA(control, CWM_GETCAPTION, 0, reinterpret_cast<LPARAM>(caption));
+        CHECK(caption == longText.substr(0, 63));
+        CHECK(caption[64] == '#');
+    });
+}
+
+TEST_CASE("save codes: header and keywords, connections, anything else") {
+    const AllControls all;
+    TraceCapture trace;
+    all.ForEach([&](HWND control) {
+        const HOSTINFO& object = ObjectOf(control);
+        Load(control, "function=AMP1*gain");
+        Load(control, "connection=Other*value;Third");
+        char header[200];
+        std::snprintf(header, sizeof header, "control=0x%08x %s \"%s\" 0x%08x %ld,%ld,%ld,%ld\r\n",
+                      static_cast<unsigned>(GetWindowLongA(control, GWL_EXSTYLE)), object.name.c_str(),
+                      object.name.c_str(), static_cast<unsigned>(GetWindowLongA(control, GWL_STYLE)),
+                      object.rectangle.left, object.rectangle.top, object.rectangle.right,
+                      object.rectangle.bottom);
+        std::string rest = Saved(control, SAVE_PROPERTIES);
+        CHECK(rest.substr(0, std::strlen(header)) == header);
+        CHECK((rest.find("\r\n" + object.name + "*function=AMP1*gain\r\n") != std::string::npos) ==
+              HasFunction(control));
+        CHECK(rest.find("*connection=Other") == std::string::npos);
+        rest.erase(0, std::strlen(header));
+        while (!rest.empty()) { // every line is one of this control
+            const auto end = rest.find("\r\n");
+            CHECK(rest.compare(0, object.name.size() + 1, object.name + "*") == 0);
+            REQUIRE(end != std::string::npos);
+            rest.erase(0, end + 2);
+        }
+        CHECK(Saved(control, SAVE_CONNECTIONS) == object.name + "*connection=Other*value;Third\r\n");
+        trace.Clear();
+        CHECK(Saved(control, 0x1F).empty());
+        CHECK(trace.Count(TRACE_DEBUG, "Unknown wSaveCode 1f\n") == 1);
+    });
+    HWND strip = all.panel.Find("MIXER");
+    HWND child = CreateControl("LED", "Lamp", strip, &ObjectOf(strip));
+    CHECK(Saved(child, SAVE_PROPERTIES).substr(0, 52) ==
+          "MIXER*control=0x00000000 LED \"Lamp\" 0x40000000 10,20");
+}
+
+TEST_CASE("property lines: applied, refused with a trace, or for the default value") {
+    const AllControls all;
+    TraceCapture trace;
+    all.ForEach([&](HWND control) {
+        if (!HasInterval(control) || !HasValue(control)) {
+            return;
+        }
+        CHECK(Load(control, "interval=250") == 1);
+        CHECK(ObjectOf(control).interval == 250);
+        trace.Clear();
+        for (const char* line :
+             {"interval=abc", "interval=-1", "interval=", "interval=99999999999", "interval=nan"}) {
+            INFO(std::string(line));
+            CHECK(Load(control, line) == 0);
+            CHECK(trace.Count(TRACE_EDIT, std::string("Error reading line ") + line) == 1);
+            CHECK(ObjectOf(control).interval == 250);
+        }
+        CHECK(trace.CountContaining("not found") == 0);
+
+        Load(control, "nosuch=1"); // the keyword is unknown: its text is for the default value
+        CHECK(trace.CountContaining("Keyword not found: nosuch\n") == 1);
+        CHECK(Text(control) == "1");
+        Load(control, "INTERVAL=2"); // keywords are case-sensitive
+        CHECK(trace.CountContaining("Keyword not found: INTERVAL\n") == 1);
+        CHECK(Text(control) == "2");
+        Load(control, "1"); // no keyword at all
+        CHECK(trace.CountContaining("Keyword not found: \n") == 1);
+        CHECK(Text(control) == "1");
+        CHECK(ObjectOf(control).interval == 250);
+
+        CHECK(SendMessageA(control, CWM_LOAD, 0, 0) == 0);
+        CHECK(Load(control, "connection=X;Y") == 1);
+        CHECK(ObjectOf(control).requests.size() == 2);
+        CHECK(Load(control, "connection=") == 1);
+        CHECK(ObjectOf(control).requests.empty());
+    });
+    trace.Clear();
+    Load(all.panel.Find("KNOB"), "nosuch=1");
+    CHECK(trace.Count(TRACE_DEBUG, "Knob Keyword not found: nosuch\n") == 1);
+
+    // Without a parent nobody edits: the line is refused all the same.
+    HWND orphan = CreateControl("KNOB", "Orphan", all.panel.Window(), nullptr);
+    trace.Clear();
+    CHECK(Load(orphan, "interval=abc") == 0);
+    CHECK(trace.All() == "");
+}
+
+TEST_CASE("the changed flag follows what is loaded, except by the file loader") {
+    const AllControls all;
+    const TestFolder folder;
+    HOSTINFO* root = all.panel.Root();
+    const auto save = [&] { return ph_SavePanel(root, folder.Path("saved.panel").c_str()); };
+    all.ForEach([&](HWND control) {
+        CHECK_FALSE(a_IsChanged(root));
+        Load(control, "connection=A", LOAD_FROM_FILE);
+        Load(control, "interval=x");
+        CHECK_FALSE(IsChanged(control));
+        for (const WPARAM mode : {WPARAM{0}, WPARAM{2}}) {
+            Load(control, "connection=B", mode);
+            CHECK(IsChanged(control));
+            CHECK(a_IsChanged(root));
+            CHECK(save() == 1);
+            CHECK_FALSE(IsChanged(control));
+        }
+    });
+    CHECK(Load(all.panel.Window(), "title=New", LOAD_FROM_FILE) == 1);
+    CHECK(Load(all.panel.Window(), "parameterdlg=KNOB") == 1); // not saved
+    CHECK_FALSE(a_IsChanged(root));
+    CHECK(Load(all.panel.Window(), "title=Newer") == 1);
+    CHECK(a_IsChanged(root));
+}
+
+TEST_CASE("value records: look-up, get, and everything that is refused") {
+    const AllControls all;
+    const TraceCapture trace;
+    all.ForEach([&](HWND control) {
+        if (!HasValue(control)) {
+            return;
+        }
+        Load(control, "connection=" + ObjectOf(control).name); // a ring that has to settle
+        VALUERECORD query{COMMAND_RESOLVE, 0, DATATYPE_TEXT, 0, nullptr, "layer", 0};
+        const auto lParam = reinterpret_cast<LPARAM>(&query);
+        CHECK(SendMessageA(control, CWM_MESSAGE, 0, lParam) == 1);
+        CHECK(query.index == a_FindKeyword(ObjectOf(control).GetHostinfoTable(), "layer"));
+        CHECK(query.index > 0);
+        query = {COMMAND_RESOLVE, 0, DATATYPE_TEXT, 0, nullptr, "nosuch", 0};
+        CHECK(SendMessageA(control, CWM_MESSAGE, 0, lParam) == 1);
+        CHECK(query.index == 0);
+
+        REQUIRE(Load(control, " =1") == 1); // the keyword of the default value
+        int number = 7;
+        CHECK(Send(control, COMMAND_GET, DATATYPE_INTEGER, &number) == 1);
+        CHECK(number == 1);
+        CHECK(Send(control, COMMAND_GET, DATATYPE_INTEGER, &number) == 0); // held already
+        float real = 7.0F;
+        CHECK(Send(control, COMMAND_GET, DATATYPE_FLOAT, &real) == 1);
+        CHECK(real == 1.0F);
+        CHECK(Send(control, COMMAND_GET, DATATYPE_FLOAT, &real) == 0);
+        char text[TEXT_SIZE] = "7";
+        CHECK(Send(control, COMMAND_GET, DATATYPE_TEXT, text) == 1);
+        CHECK(text == std::string("1"));
+        CHECK(Send(control, COMMAND_GET, DATATYPE_TEXT, text) == 0);
+        number = 2;
+        CHECK(Send(control, COMMAND_SET, DATATYPE_INTEGER, &number) == 1);
+        CHECK(Text(control) == "2");
+
+        for (const int index : {100, 0x7FFFFFFF, -1, std::numeric_limits<int>::min()}) {
+            CHECK(Send(control, COMMAND_GET, DATATYPE_TEXT, text, nullptr, index) == 0);
+            CHECK(Send(control, COMMAND_SET, DATATYPE_TEXT, text, nullptr, index) == 0);
+        }
+        for (const int command : {0, 3, 5, -1}) {
+            CHECK(Send(control, command, DATATYPE_TEXT, text) == 0);
+        }
+        for (const int datatype : {0, 1, 37, 77, -11}) {
+            CHECK(Send(control, COMMAND_GET, datatype, text) == 0);
+            CHECK(Send(control, COMMAND_SET, datatype, text) == 0);
+        }
+        for (const int datatype : {DATATYPE_INTEGER, DATATYPE_FLOAT, DATATYPE_TEXT}) {
+            CHECK(Send(control, COMMAND_GET, datatype, nullptr) == 0);
+            CHECK(Send(control, COMMAND_SET, datatype, nullptr) == 0);
+        }
+        CHECK(SendMessageA(control, CWM_MESSAGE, 0, 0) == 0);
+        for (float bad : {NOT_A_NUMBER, BEYOND_ALL, -BEYOND_ALL}) {
+            CHECK(Send(control, COMMAND_SET, DATATYPE_FLOAT, &bad) == 0);
+        }
+        CHECK(Text(control) == "2");
+        if (HoldsNumbers(control)) {
+            for (const char* bad :
+                 {" =nan", " =inf", " =-inf", " =99999999999999999999999999999999999999999", " =", " =x"}) {
+                INFO(std::string(bad));
+                Load(control, bad);
+                CHECK(Value(control) == 2.0F);
+            }
+        }
+    });
+    CHECK(trace.CountContaining("does not settle") == 0);
+}
+
+TEST_CASE("texts longer than any buffer are cut") {
+    const AllControls all;
+    std::string longText(3 * TEXT_SIZE, 'x');
+    TraceCapture trace;
+    all.ForEach([&](HWND control) {
+        Load(control, "connection=CLOCK;BSTATIC;KNOB");
+        Load(control, "interval=" + longText);
+        Load(control, longText + "=" + longText);
+        Load(control, longText);
+        Send(control, COMMAND_SET, DATATYPE_TEXT, longText.data());
+        CHECK(Text(control).size() < TEXT_SIZE);
+        SendMessageA(control, WM_TIMER, 0, 0);
+    });
+    CHECK(trace.CountContaining("xxx") > 0);
+}
+
+TEST_CASE("a changed function is loaded anew when the control is bound to it") {
+    const AllControls all;
+    all.ForEach([&](HWND control) {
+        if (!HasFunction(control)) {
+            return;
+        }
+        Load(control, "function=AMP1*gain;%n*level", LOAD_FROM_FILE);
+        const auto changed = [&](WPARAM what, const char* function) {
+            SendMessageA(control, CWM_FUNCTIONCHANGED, what, reinterpret_cast<LPARAM>(function));
+            HOSTINFO& object = ObjectOf(control);
+            return (std::exchange(object.flags, WORD{0}) & FLAG_CHANGED) != 0; // by CWM_LOAD
+        };
+        CHECK(changed(5, "AMP1*gain"));
+        CHECK(changed(5, "amp1*gain"));
+        CHECK_FALSE(changed(4, "AMP1*gain"));
+        CHECK_FALSE(changed(0, "AMP1*gain"));
+        CHECK_FALSE(changed(5, "AMP1*GAIN"));
+        CHECK_FALSE(changed(5, "AMP2*gain"));
+        CHECK_FALSE(changed(5, "AMP1"));
+        CHECK_FALSE(changed(5, ""));
+        CHECK_FALSE(changed(5, nullptr));
+    });
+}
+
+TEST_CASE(
+    "a plain right click goes to the parent window, one with Ctrl and Shift opens the property dialog") {
+    const AllControls all(TestPanel::Visible);
+    MSG posted;
+    HWND panel = all.panel.Window();
+    PutCursor(panel, 123, 45);
+    constexpr WPARAM OPEN = MK_RBUTTON | MK_SHIFT | MK_CONTROL;
+    all.ForEach([&](HWND control) {
+        for (const WPARAM keys : {WPARAM{MK_RBUTTON}, WPARAM{MK_RBUTTON | MK_CONTROL}}) {
+            SendMessageA(control, WM_RBUTTONDOWN, keys, At(1, 1));
+            REQUIRE(TakePosted(panel, WM_RBUTTONDOWN, posted));
+            CHECK(posted.wParam == keys);
+            CHECK(posted.lParam == At(123, 45));
+        }
+        CHECK(ObjectOf(control).dialog == nullptr);
+
+        SendMessageA(control, WM_RBUTTONDOWN, OPEN, At(1, 1));
+        HWND dialog = ObjectOf(control).dialog;
+        REQUIRE(IsWindow(dialog));
+        CHECK_FALSE(TakePosted(panel, WM_RBUTTONDOWN, posted));
+        SendMessageA(control, WM_RBUTTONDOWN, OPEN, At(1, 1)); // no second one
+        CHECK(TakePosted(panel, WM_RBUTTONDOWN, posted));
+        HWND stored = panel;
+        SendMessageA(control, CWM_PARAMETERDLG, 0, reinterpret_cast<LPARAM>(&stored));
+        CHECK((ClassOf(control) != "KNOB" || stored == dialog));
+        CHECK(ObjectOf(control).dialog == dialog);
+        SendMessageA(control, CWM_PARAMETERDLG, 0, 0);
+
+        Load(control, "connection=A");
+        MSG attach;
+        CHECK(TakePosted(dialog, CWM_ATTACHDIALOG, attach)); // it shows the new value
+        DestroyWindow(control);
+        CHECK_FALSE(IsWindow(dialog));
+    });
+
+    HWND strip = all.panel.Create("MIXER", "Strip");
+    HWND child = CreateControl("LED", "Lamp", strip, &ObjectOf(strip));
+    SendMessageA(child, WM_RBUTTONDOWN, MK_RBUTTON, At(1, 1));
+    REQUIRE(TakePosted(strip, WM_RBUTTONDOWN, posted));
+    CHECK(posted.lParam == At(123 - 10, 45 - 20));
+}
+
+TEST_CASE("the mouse is the panel's while it is edited and with Ctrl") {
+    const AllControls all(TestPanel::Visible);
+    MSG posted;
+    HWND panel = all.panel.Window();
+    PutCursor(panel, 77, 88);
+    all.ForEach([&](HWND control) {
+        const auto forwards = [&](int mode, UINT message, WPARAM keys) {
+            ph_SetMode(all.panel.Root(), mode);
+            SendMessageA(control, message, keys, At(2, 2));
+            ReleaseCapture();
+            const bool found = TakePosted(panel, message, posted);
+            CHECK((!found || (posted.wParam == keys && posted.lParam == At(77, 88))));
+            CHECK_FALSE(TakePosted(panel, message, posted));
+            return found;
+        };
+        CHECK(forwards(1, WM_LBUTTONDOWN, MK_LBUTTON));
+        CHECK(forwards(1, WM_MOUSEMOVE, 0));
+        CHECK(forwards(0, WM_LBUTTONDOWN, MK_LBUTTON | MK_CONTROL));
+        CHECK(forwards(0, WM_MOUSEMOVE, 0));
+        CHECK_FALSE(forwards(0, WM_LBUTTONDOWN, MK_LBUTTON));
+    });
+    HWND strip = all.panel.Find("MIXER");
+    HWND child = CreateControl("LED", "Lamp", strip, &ObjectOf(strip));
+    SendMessageA(child, WM_MOUSEMOVE, 0, At(1, 1)); // inside a strip nobody asks for it
+    CHECK_FALSE(TakePosted(panel, WM_MOUSEMOVE, posted));
+    ph_SetMode(all.panel.Root(), 1);
+    CHECK(ObjectOf(child).mode == 1);
+    CHECK(ObjectOf(all.panel.Create("LED", "New")).mode == 1);
+}
+
+TEST_CASE("the focus is remembered and shown") {
+    const AllControls all(TestPanel::Visible);
+    all.ForEach([&](HWND control) {
+        SendMessageA(control, WM_SETFOCUS, 0, 0);
+        CHECK((ObjectOf(control).flags & FLAG_FOCUS) != 0);
+        SendMessageA(control, WM_KILLFOCUS, 0, 0);
+        CHECK((ObjectOf(control).flags & FLAG_FOCUS) == 0);
+    });
+    HWND lamp = all.panel.Find("LED");
+    CHECK(Picture(lamp).At(99, 20) != RGB(255, 176, 0));
+    SetFocus(lamp);
+    CHECK(Picture(lamp).At(99, 20) == RGB(255, 176, 0));
+    ph_SetMode(all.panel.Root(), 1); // an edited panel shows what is selected instead
+    CHECK(Picture(lamp).At(99, 20) != RGB(255, 176, 0));
+    ObjectOf(lamp).flags |= FLAG_SELECTED;
+    CHECK(Picture(lamp).At(99, 20) == RGB(64, 160, 255));
+}
+
+TEST_CASE("drawing, keys and unlisted private messages have their fixed answers") {
+    const AllControls all;
+    all.ForEach([](HWND control) {
+        const std::string name = ClassOf(control);
+        if (name != "BEDIT" && name != "BEDIT2" && name != "BCOMBOBOX") {
+            CHECK(SendMessageA(control, WM_ERASEBKGND, 0, 0) == 1);
+            CHECK(SendMessageA(control, WM_GETDLGCODE, 0, 0) == DLGC_WANTARROWS);
+        }
+        for (UINT message = 0x8005; message <= 0x8032; ++message) {
+            if (message != CWM_GETPROPERTIES) {
+                CHECK(SendMessageA(control, message, 0, 0) == 0);
+            }
+        }
+        const RECT& place = ObjectOf(control).rectangle;
+        CHECK(SendMessageA(control, CWM_GETPREFERREDWIDTH, 0, 0) == place.right - place.left);
+        SetWindowPos(control, nullptr, 30, 31, 70, 32, SWP_NOZORDER); // as an editor does
+        CHECK(place.left == 30);
+        CHECK(place.top == 31);
+        CHECK(place.right == 100);
+    });
+}
+
+TEST_SUITE_END();

@@ -1,0 +1,389 @@
+#include "tests/windows/Buttons.h"
+
+#include <cmath>
+#include <limits>
+#include <utility>
+
+TEST_SUITE_BEGIN("PushButton");
+
+namespace {
+
+struct Fixture {
+    explicit Fixture(TestPanel::Visibility visibility = TestPanel::Hidden) : panel(visibility) {
+        button = panel.Create("BBUTTON", "Button");
+        Load(button, "connection=Target");
+        Load(button, "interval=100000"); // nothing but what the test does itself
+    }
+    TestPanel panel;
+    Recorder target{panel, "Target"};
+    HWND button = nullptr;
+};
+
+} // namespace
+
+TEST_CASE_FIXTURE(Fixture, "a press sends the on value, the release the off value") {
+    Load(button, "captureperiod=0");
+    Load(button, "onvalue=1");
+    PressButton(button);
+    CHECK(target.Take() == "1");
+    CHECK(Text(button, "ispressed") == "1");
+    CHECK(Text(button, "isnotpressed") == "0");
+    CHECK(GetCapture() == button);
+    ReleaseButton(button);
+    CHECK(target.Take() == "0");
+    CHECK(Text(button, "ispressed") == "0");
+    CHECK(GetCapture() == nullptr);
+    CHECK(Text(button, "onvalue") == "1");
+    CHECK(Text(button, "offvalue") == "0");
+
+    ReleaseButton(button); // without a press
+    PressButton(button, 0);
+    CHECK(target.Take().empty());
+    CHECK(Text(button, "ispressed") == "0");
+
+    Load(button, "properties=4,4");
+    Click(button);
+    CHECK(target.Take() == "4"); // equal values: the press sends nothing
+    int seven = 7;
+    CHECK(Send(button, COMMAND_SET, DATATYPE_INTEGER, &seven) == 1);
+    CHECK(Send(button, COMMAND_SET, DATATYPE_INTEGER, &seven) == 0);
+    Click(button);
+    CHECK(target.Take() == "7");
+}
+
+TEST_CASE_FIXTURE(Fixture, "with a period the press sends nothing") {
+    const TraceCapture trace;
+    Load(button, "properties=1,3");
+    PressButton(button);
+    CHECK(target.Take().empty());
+    CHECK(trace.Count(TRACE_DEBUG, "SetTimer 100\n") == 1);
+    CHECK(trace.CountContaining("KillTimer") == 0);
+    ReleaseButton(button);
+    CHECK(target.Take() == "3");
+    CHECK(trace.Count(TRACE_DEBUG, "KillTimer\n") == 1);
+    CHECK(Text(button, "onvalue") == "inactive");
+    CHECK(Text(button, "offvalue") == "inactive");
+}
+
+TEST_CASE_FIXTURE(Fixture, "a held button steps at a growing rate") {
+    Load(button, "mode=increment");
+    target.value = 10;
+    const DWORD start = GetTickCount();
+    PressButton(button);
+    Pump(350);
+    const std::vector<Recorder::Set> held = std::exchange(target.sets, {});
+    ReleaseButton(button);
+    REQUIRE(held.size() >= 2);
+    int last = 10;
+    int lastStep = 0;
+    for (const Recorder::Set& set : held) {
+        const int step = set.value - last;
+        CHECK(step > lastStep);
+        CHECK(static_cast<DWORD>(step) <= (set.tick - start) / 100);
+        last = set.value;
+        lastStep = step;
+    }
+    CHECK(lastStep <= 3);
+    CHECK(target.Take() == std::to_string(last + 1));
+    Pump(250);
+    CHECK(target.Take().empty()); // the timer is gone
+
+    Load(button, "mode=decrement");
+    Load(button, "captureperiod=50");
+    Load(button, "captureaccel=4");
+    Load(button, "interval=20");
+    target.value = 1000;
+    PressButton(button);
+    Sleep(60);
+    SendMessageA(button, WM_TIMER, 0, 0); // the host's timer steps as well
+    CHECK(target.Take() == "996");
+    SendMessageA(button, WM_TIMER, 0, 0); // too early
+    CHECK(target.Take().empty());
+    ReleaseButton(button);
+    CHECK(target.Take() == "995");
+    target.reachable = false;
+    Click(button);
+    CHECK(target.Take().empty()); // from where nobody knows no step is taken
+    target.reachable = true;
+
+    Load(button, "mode=absolute");
+    PressButton(button);
+    Sleep(60);
+    SendMessageA(button, WM_TIMER, 11, 0);
+    CHECK(target.Take().empty());
+    ReleaseButton(button);
+}
+
+TEST_CASE_FIXTURE(Fixture, "a lost capture ends the hold and sends nothing") {
+    const TraceCapture trace;
+    Load(button, "mode=increment");
+    PressButton(button);
+    SetCapture(panel.Window());
+    CHECK(Text(button, "ispressed") == "0");
+    CHECK(trace.Count(TRACE_DEBUG, "KillTimer\n") == 1);
+    Pump(150);
+    ReleaseButton(button);
+    CHECK(target.Take().empty());
+    ReleaseCapture();
+
+    PressButton(button);
+    ph_SetMode(panel.Root(), 1); // edited while it is held
+    ReleaseButton(button);
+    MSG posted;
+    CHECK(TakePosted(panel.Window(), WM_LBUTTONUP, posted));
+    CHECK(GetCapture() == nullptr);
+    CHECK(target.Take().empty());
+    PressButton(button);
+    CHECK(TakePosted(panel.Window(), WM_LBUTTONDOWN, posted));
+    CHECK(posted.wParam == MK_LBUTTON);
+    ph_SetMode(panel.Root(), 0);
+    PressButton(button, MK_LBUTTON | MK_CONTROL);
+    CHECK(TakePosted(panel.Window(), WM_LBUTTONDOWN, posted));
+    CHECK(GetCapture() == nullptr);
+
+    PressButton(button);
+    panel.Close();
+    CHECK(GetCapture() == nullptr);
+    Pump(150);
+}
+
+TEST_CASE("a button that is left while it is held is drawn released and still acts") {
+    Fixture fixture(TestPanel::Visible);
+    MoveCursor(fixture.panel, 30, 30);
+    Load(fixture.button, "captureperiod=0");
+    Load(fixture.button, "properties=1,0");
+    mouse_event(MOUSEEVENTF_LEFTDOWN, 0, 0, 0, 0);
+    Pump(50);
+    CHECK(fixture.target.Take() == "1");
+    CHECK(Text(fixture.button, "ispressed") == "1");
+    MoveCursor(fixture.panel, 300, 300);
+    CHECK(Text(fixture.button, "ispressed") == "0");
+    MoveCursor(fixture.panel, 30, 30);
+    CHECK(Text(fixture.button, "ispressed") == "1");
+    MoveCursor(fixture.panel, 300, 300);
+    CHECK(fixture.target.Take().empty());
+    mouse_event(MOUSEEVENTF_LEFTUP, 0, 0, 0, 0);
+    Pump(50);
+    CHECK(fixture.target.Take() == "0");
+}
+
+TEST_CASE_FIXTURE(Fixture, "a question stands before the release") {
+    Load(button, "caption=Amplifier");
+    Load(button, "confirm=Off?\\nReally\\toff?");
+    Load(button, "properties=1,5");
+    Load(button, "click=Target*note=x");
+    {
+        Answer no("Amplifier", IDNO);
+        Click(button);
+        CHECK(no.Question() == "Off?\nReally\toff?");
+    }
+    CHECK(target.sets.empty());
+    CHECK(Text(button, "ispressed") == "0");
+    {
+        Answer yes("Amplifier", IDYES);
+        Click(button);
+        CHECK(yes.Question() != "(none)");
+    }
+    REQUIRE(target.sets.size() == 2);
+    CHECK(target.sets[0].text == "x");
+    CHECK(target.sets[1].value == 5);
+    target.sets.clear();
+
+    SUBCASE("the button goes while it is asked") {
+        Answer yes("Amplifier", IDYES, [this] { SendMessageA(button, WM_CLOSE, 0, 0); });
+        Click(button);
+        CHECK(yes.Question() != "(none)");
+        CHECK(!IsWindow(button));
+    }
+    SUBCASE("the panel goes while it is asked") {
+        Answer yes("Amplifier", IDYES, [this] { SendMessageA(panel.Window(), WM_CLOSE, 0, 0); });
+        Click(button);
+        CHECK(yes.Question() != "(none)");
+        CHECK(!IsWindow(panel.Window()));
+    }
+    CHECK(target.sets.empty());
+}
+
+TEST_CASE_FIXTURE(Fixture, "what a set destroys is not touched again") {
+    Load(button, "properties=1,0");
+    target.onSet = [this] { DestroyWindow(button); };
+    SUBCASE("by the press") {
+        Load(button, "captureperiod=0");
+        PressButton(button);
+    }
+    SUBCASE("by the click template") {
+        Load(button, "click=Target*note=x");
+        Click(button);
+    }
+    SUBCASE("by the step") {
+        Load(button, "mode=increment");
+        PressButton(button);
+        Sleep(120);
+        SendMessageA(button, WM_TIMER, 11, 0);
+    }
+    CHECK(target.sets.size() == 1);
+    CHECK(!IsWindow(button));
+    CHECK(GetCapture() == nullptr);
+}
+
+TEST_CASE_FIXTURE(Fixture, "a click sets any keyword of any object") {
+    const HWND other = panel.Create("BBUTTON", "Other");
+    panel.Declare("AMP1*device=simulated\nAMP1*gain=float,0,100,50,\n");
+    Load(button, "caption=100%n");
+    const auto click = [this](const std::string& line) {
+        CHECK(Load(button, "click=" + line) == 1);
+        target.sets.clear();
+        Click(button);
+    };
+    click("other*caption=<%l|%c|%n|%x>");
+    CHECK(Text(other, "caption") == "<100%n|Target|Button|%x>");
+    click("AMP1*gain=33");
+    CHECK(panel.Parameter("AMP1*gain") == "33");
+    click("title=Scene %n");
+    char title[TEXT_SIZE] = "";
+    Send(panel.Window(), COMMAND_GET, DATATYPE_TEXT, title, "title");
+    CHECK(std::string(title) == "Scene Button");
+    click("note=for all"); // the root does not know it
+    REQUIRE(target.sets.size() == 2);
+    CHECK(target.sets[0].text == "for all");
+
+    click("%n*captureaccel=3"); // itself
+    CHECK(Text(button, "captureaccel") == "3");
+    for (const char* nothing : {"Nobody*caption=x", "Other*nokeyword=x", "Other*", "*", "%", "="}) {
+        CAPTURE(nothing);
+        click(nothing);
+        CHECK(Text(other, "caption") == "<100%n|Target|Button|%x>");
+        CHECK(target.sets.size() >= 1); // the release's own value
+    }
+    Load(button, "connection="); // a text without keyword would reach the default value
+    click("Other*caption=" + std::string(TEXT_SIZE, 'x'));
+    CHECK(Text(other, "caption") != "<100%n|Target|Button|%x>");
+    Load(button, "caption=" + std::string(500, 'c'));
+    Load(other, "caption=old");
+    click("Other*caption=%l%l%l%l%l%l%l%l%l%l"); // more than a line holds
+    CHECK(Text(other, "caption") == "old");
+}
+
+TEST_CASE_FIXTURE(Fixture, "properties as text") {
+    struct Row {
+        const char* line;
+        const char* keyword;
+        const char* text;
+        bool taken = true;
+    };
+    const Row rows[] = {
+        {"captureperiod=5000", "captureperiod", "1000"},
+        {"captureperiod=99999999999", "captureperiod", "1000"},
+        {"captureperiod=250", "captureperiod", "250"},
+        {"captureaccel=20", "captureaccel", "10"},
+        {"captureaccel=0.1", "captureaccel", "0.5"},
+        {"captureaccel=nan", "captureaccel", "0.5", false},
+        {"captureaccel=inf", "captureaccel", "0.5", false},
+        {"captureaccel=2.5", "captureaccel", "2.5"},
+        {"captureaccel=inactive", "captureaccel", "2.5"},
+        {"captureperiod=-3", "captureperiod", "inactive"},
+        {"captureaccel=3", "captureaccel", "inactive"},
+        {"captureperiod=abc", "captureperiod", "inactive"},
+        {"properties=6", "properties", "6,0"},
+        {"properties=7,8", "properties", "7,8"},
+        {"properties=x", "properties", "7,8", false},
+        {"onvalue=9", "onvalue", "9"},
+        {"onvalue=inactive", "onvalue", "9"},
+        {"onvalue=1e", "onvalue", "1"},
+        {"offvalue=99999999999", "offvalue", "8", false},
+        {"value=12x", "value", "12"},
+        {"onvalue=12", "onvalue", "inactive"}, // the same as the off value
+        {"mode=inc", "mode", "increment"},
+        {"mode=d", "mode", "decrement"},
+        {"mode=", "mode", "absolute"},
+        {"confirm=a\\nb", "confirm", "a\\nb"},
+        {"dialogentries=1=2*3", "dialogentries", "1=2*3"},
+        {"font=tahoma,11,bold", "font", "tahoma,11,bold"},
+        {"font=tahoma", "font", "tahoma,11,bold", false},
+        {"textcolor=ff,0x00FF00", "textcolorwhenunpressed", "0x000000ff"},
+        {"textcolor=1", "textcolorwhenpressed", "0x0000ff00", false},
+        {"textcolor=1,1000000", "textcolorwhenpressed", "0x0000ff00", false},
+        {"textcolorwhenpressed=0xff000000", "textcolorwhenpressed", "0x0000ff00", false},
+        {"textcolorwhenpressed=red", "textcolorwhenpressed", "0x0000ff00", false},
+        {"interval=-1", "interval", "100000", false},
+        {"ispressed=1", "ispressed", "0", false},
+    };
+    CHECK(Text(button, "font") == "ms sans serif,8");
+    CHECK(Text(button, "caption") == "Click!");
+    for (const Row& row : rows) {
+        CAPTURE(row.line);
+        CHECK(Load(button, row.line) == (row.taken ? 1 : 0));
+        CHECK(Text(button, row.keyword) == row.text);
+    }
+    float number = 99.6F;
+    CHECK(Send(button, COMMAND_SET, DATATYPE_FLOAT, &number, "captureperiod") == 1);
+    CHECK(Text(button, "captureperiod") == "100");
+    number = 4.5F;
+    CHECK(Send(button, COMMAND_SET, DATATYPE_FLOAT, &number) == 1);
+    CHECK(Text(button) == "5");
+    for (const float bad : {std::nanf(""), std::numeric_limits<float>::infinity(), 1e20F}) {
+        number = bad;
+        CHECK(Send(button, COMMAND_SET, DATATYPE_FLOAT, &number) == 0);
+        number = bad;
+        CHECK(Send(button, COMMAND_SET, DATATYPE_FLOAT, &number, "captureaccel") == (bad == 1e20F ? 1 : 0));
+    }
+    CHECK(Text(button) == "5");
+    Load(button, "confirm=");
+    Click(button);
+    CHECK(target.Take() == "5"); // all that sent anything
+}
+
+TEST_CASE_FIXTURE(Fixture, "an idle button marks a value that is neither of its two") {
+    Load(button, "captureperiod=0");
+    Load(button, "properties=1,0");
+    const auto different = [](const Picture& one, const Picture& other) {
+        int count = 0;
+        for (int at = 0; at < 20 * 20; ++at) {
+            count += one.At(at % 20, at / 20) != other.At(at % 20, at / 20) ? 1 : 0;
+        }
+        return count;
+    };
+    const Picture plain(button);
+    for (const int value : {1, 7, 0}) {
+        target.value = value;
+        CHECK(IsMarked(button) == (value == 7));
+        CHECK((different(plain, Picture(button)) > 5) == (value == 7));
+    }
+    target.reachable = false;
+    CHECK(IsMarked(button));
+    CHECK(target.sets.empty());
+}
+
+TEST_CASE_FIXTURE(Fixture, "drawing") {
+    Load(button, "caption=");
+    {
+        const Picture released(button);
+        CHECK(released.At(0, 0) == RGB(0, 0, 0));
+        CHECK(released.At(99, 39) == RGB(0, 0, 0));
+        CHECK(released.At(50, 20) == RGB(234, 184, 3)); // 144 and 40
+        CHECK(released.At(50, 1) == RGB(234, 144, 3));
+        CHECK(released.At(2, 20) == released.At(97, 20));
+    }
+    PressButton(button);
+    ObjectOf(button).flags = 0; // no focus frame
+    {
+        const Picture pressed(button);
+        CHECK(pressed.At(50, 20) == RGB(234, 224, 3));
+        CHECK(pressed.At(1, 20) == RGB(234, 184, 3));
+        CHECK(pressed.At(50, 2) == pressed.At(50, 37));
+    }
+    const TestFolder folder;
+    const std::string image = folder.Write("button.bmp", BitmapFile(60, 20, 0x112233));
+    CHECK(Load(button, "bitmap=" + image) == 1);
+    RECT size;
+    GetClientRect(button, &size);
+    CHECK(size.right == 30);
+    CHECK(size.bottom == 20);
+    CHECK(SendMessageA(button, CWM_GETPREFERREDWIDTH, 0, 0) == 30);
+    CHECK(Picture(button).At(29, 19) == RGB(0x11, 0x22, 0x33));
+    CHECK(Load(button, "bitmap=" + folder.Path("none.bmp")) == 0);
+    CHECK(Text(button, "bitmap") == image);
+    ReleaseButton(button);
+}
+
+TEST_SUITE_END();

@@ -1,0 +1,417 @@
+// Bindings between controls and to devices, and the requests that go over them.
+
+#include "tests/windows/TestPanel.h"
+
+#include <array>
+#include <random>
+
+TEST_SUITE_BEGIN("Requests");
+
+namespace {
+
+constexpr const char* AMPLIFIER = "AMP1*device=simulated\n"
+                                  "AMP1*gain1=float,-80,18,-20,dB\n"
+                                  "AMP1*gain2=float,-80,18,-20,dB\n"
+                                  "AMP1*input=integer,1,4,3,\n"
+                                  "AMP1*label=text,,,Left,\n";
+
+HWND CreateKnob(const TestPanel& panel, const char* name, const char* properties = "0,100,0") {
+    HWND knob = panel.Create("KNOB", name);
+    Load(knob, std::string("properties=") + properties);
+    return knob;
+}
+
+struct Outcome {
+    int success;
+    int result;
+};
+
+template <class Data>
+Outcome Request(HWND control, int command, int datatype, Data* data) {
+    Outcome outcome{-7, -7};
+    outcome.success = a_SendRequest(ObjectOf(control).requests, command, datatype, data, &outcome.result);
+    return outcome;
+}
+
+bool IsReachable(HWND control) {
+    const REQUESTITEM& item = ObjectOf(control).requests.front();
+    return item.target != nullptr || item.handler != nullptr;
+}
+
+// Puts an action in front of what a window does when a value of it is set.
+class WhenSet {
+public:
+    WhenSet(HWND window, void (*action)()) : window_(window) {
+        act = action;
+        previous = reinterpret_cast<WNDPROC>(
+            SetWindowLongA(window, GWL_WNDPROC, reinterpret_cast<LONG>(&WhenSet::Procedure)));
+    }
+    ~WhenSet() {
+        if (IsWindow(window_)) {
+            SetWindowLongA(window_, GWL_WNDPROC, reinterpret_cast<LONG>(previous));
+        }
+    }
+    WhenSet(const WhenSet&) = delete;
+    WhenSet& operator=(const WhenSet&) = delete;
+
+private:
+    static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+        if (message == CWM_MESSAGE && reinterpret_cast<const VALUERECORD*>(lParam)->command == COMMAND_SET) {
+            act();
+            if (!IsWindow(window)) {
+                return 0;
+            }
+        }
+        return CallWindowProcA(previous, window, message, wParam, lParam);
+    }
+
+    static inline WNDPROC previous;
+    static inline void (*act)();
+    HWND window_;
+};
+
+} // namespace
+
+TEST_CASE(
+    "a get tells whether the targets hold the same, one new value, different ones or cannot be reached") {
+    const TestPanel panel;
+    panel.Declare(AMPLIFIER);
+    HWND control = panel.Create("LED", "Control");
+    const struct {
+        const char* functions;
+        float held;
+        int success, result;
+        float delivered;
+    } rows[] = {
+        {"", 5.0F, 1, 0, 5.0F},
+        {"AMP1*gain1", -20.0F, 1, 0, -20.0F},
+        {"AMP1*gain1", 5.0F, 1, 1, -20.0F},
+        {"AMP1*gain1;AMP1*gain2", 5.0F, 1, 1, -20.0F},
+        {"AMP1*gain1;amp1*gain2", -20.0F, 1, 0, -20.0F},
+        {"AMP1*gain1;AMP1*input", 5.0F, 1, 2, 5.0F},
+        {"AMP1*gain1;AMP1*input", -20.0F, 1, 2, -20.0F}, // one the same, one new
+        {"AMP1*gain1;AMP1*input", 3.0F, 1, 2, 3.0F},
+        {"AMP1*nosuch", 5.0F, 0, 3, 5.0F},
+        {"AMP1*GAIN1", 5.0F, 0, 3, 5.0F}, // keywords are case-sensitive
+        {"AMP9*gain1", 5.0F, 0, 3, 5.0F},
+        {"AMP1*gain1;AMP9*gain1", 5.0F, 0, 3, 5.0F},
+        {"AMP1", 5.0F, 0, 3, 5.0F}, // a device has no default value
+    };
+    for (const auto& row : rows) {
+        INFO(std::string(row.functions), " with ", row.held);
+        Load(control, std::string("function=") + row.functions);
+        float data = row.held;
+        const Outcome outcome = Request(control, COMMAND_GET, DATATYPE_FLOAT, &data);
+        CHECK(outcome.success == row.success);
+        CHECK(outcome.result == row.result);
+        CHECK(data == row.delivered);
+    }
+
+    Load(control, "function=AMP1*input");
+    int number = 1;
+    CHECK(Request(control, COMMAND_GET, DATATYPE_INTEGER, &number).result == REQUEST_DELIVERED);
+    CHECK(number == 3);
+    Load(control, "function=AMP1*label");
+    char text[TEXT_SIZE] = "Right";
+    CHECK(Request(control, COMMAND_GET, DATATYPE_TEXT, text).result == REQUEST_DELIVERED);
+    CHECK(text == std::string("Left"));
+    CHECK(Request(control, COMMAND_GET, DATATYPE_TEXT, text).result == REQUEST_UNCHANGED);
+    CHECK(a_SendRequest(ObjectOf(control).requests, COMMAND_GET, DATATYPE_TEXT, nullptr, nullptr) == 0);
+}
+
+TEST_CASE("a set reaches every target and succeeds when all took it") {
+    const TestPanel panel;
+    panel.Declare(AMPLIFIER);
+    HWND limited = CreateKnob(panel, "Limited", "0,10,0");
+    HWND wide = CreateKnob(panel, "Wide", "-100,100,0");
+    HWND control = panel.Create("LED", "Control");
+    Load(control, "function=AMP1*gain1;AMP1*label");
+    Load(control, "connection=Limited;Wide*value");
+    float value = 12.5F;
+    CHECK(Request(control, COMMAND_SET, DATATYPE_FLOAT, &value).success != 0);
+    CHECK(value == 12.5F); // what one target limits, the next does not see
+    CHECK(Value(limited) == 10.0F);
+    CHECK(Value(wide) == 12.5F);
+    CHECK(panel.Parameter("AMP1*gain1") == "12.5");
+    CHECK(panel.Parameter("AMP1*label") == "12.5");
+
+    char text[TEXT_SIZE] = "-7.25 dB";
+    CHECK(Request(control, COMMAND_SET, DATATYPE_TEXT, text).success != 0);
+    CHECK(Value(wide) == -7.25F);
+    CHECK(panel.Parameter("AMP1*label") == "-7.25 dB");
+    Load(control, "connection=Gone;Wide");
+    int number = 4;
+    const Outcome outcome = Request(control, COMMAND_SET, DATATYPE_INTEGER, &number);
+    CHECK(outcome.success == 0);
+    CHECK(outcome.result == REQUEST_UNREACHABLE);
+    CHECK(Value(wide) == 4.0F); // the others take it all the same
+}
+
+TEST_CASE("%n stands for the object that contains the control") {
+    const TestPanel panel;
+    panel.Declare("AMP1*device=simulated\nAMP1*Strip1=float,0,100,50,\nAMP_Strip1*device=simulated\n"
+                  "AMP_Strip1*gain=float,0,100,60,\n");
+    HWND strip = panel.Create("MIXER", "Strip1");
+    HWND inside = CreateControl("KNOB", "Inside", strip, &ObjectOf(strip));
+    HWND neighbour = CreateControl("KNOB", "Neighbour", strip, &ObjectOf(strip));
+    HWND outside = CreateKnob(panel, "Neighbour");
+    HWND onPanel = CreateKnob(panel, "On panel");
+    Load(inside, "connection=%n*neighbour");
+    Load(onPanel, "connection=%n*Neighbour");
+    SetValue(inside, 30.0F);
+    CHECK(Value(neighbour) == 30.0F);
+    CHECK(Value(outside) == 0.0F);
+    SetValue(onPanel, 40.0F);
+    CHECK(Value(neighbour) == 30.0F);
+    CHECK(Value(outside) == 40.0F);
+
+    Load(inside, "connection=");
+    Load(inside, "function=AMP_%n*gain");
+    Poll(inside);
+    CHECK(Value(inside) == 60.0F);
+    Load(inside, "function=AMP1*%n");
+    Poll(inside);
+    CHECK(Value(inside) == 50.0F);
+    CHECK(Text(inside, "function") == "AMP1*%n"); // it stays as it was written
+}
+
+TEST_CASE("rings of knobs settle") {
+    const TestPanel panel;
+    const TraceCapture trace;
+    const char* const names[] = {"A", "B", "C"};
+    for (int size = 1; size <= 3; ++size) {
+        for (int i = 0; i < size; ++i) {
+            Load(CreateKnob(panel, names[i]), std::string("connection=") + names[(i + 1) % size]);
+        }
+        for (const float value : {30.0F, 0.0F, 99.5F}) {
+            CHECK(SetValue(panel.Find("A"), value) == 1);
+            for (int i = 0; i < size; ++i) {
+                CHECK(Value(panel.Find(names[i])) == value);
+            }
+        }
+        for (int i = 0; i < size; ++i) {
+            DestroyWindow(panel.Find(names[i]));
+        }
+    }
+    CHECK(trace.All() == "");
+}
+
+TEST_CASE("rings that never settle are cut short with a trace") {
+    const struct {
+        const char* connections[3];
+        const char* offsets;
+        const char* properties;
+    } rows[] = {
+        {{"B", "A", ""}, "1", "-100000,100000,0"},          // endless
+        {{"B;C", "A;C", "A;B"}, "1,1", "-100000,100000,0"}, // and doubled at every level
+        {{"B;C", "A;C", "A;B"}, "1,2", "0,50,0"},           // ends at the limit, after countless ways to it
+        {{"A", "", ""}, "1", "-100000,100000,0"},           // with itself
+    };
+    for (const auto& row : rows) {
+        INFO(std::string(row.connections[0]), " ", std::string(row.properties));
+        const TestPanel panel;
+        HWND aside = CreateKnob(panel, "Aside");
+        HWND knobs[] = {CreateKnob(panel, "A", row.properties), CreateKnob(panel, "B", row.properties),
+                        CreateKnob(panel, "C", row.properties)};
+        for (int i = 0; i < 3; ++i) {
+            Load(knobs[i], "relative=1");
+            Load(knobs[i], std::string("connection=") + row.connections[i]);
+            Load(knobs[i], std::string("values=") + row.offsets);
+        }
+        const TraceCapture trace;
+        SetValue(knobs[0], 5.0F);
+        const int cuts = trace.CountContaining("does not settle");
+        CHECK(cuts > 0);
+        CHECK(cuts <= 2); // one for each target
+        for (HWND knob : knobs) {
+            CHECK(Value(knob) >= 0.0F);
+            CHECK(Value(knob) < 300.0F);
+        }
+        Load(knobs[2], "relative=0");
+        Load(knobs[2], "connection=Aside"); // and afterwards requests go as before
+        SetValue(knobs[2], 42.0F);
+        CHECK(Value(aside) == 42.0F);
+        CHECK(trace.CountContaining("does not settle") == cuts);
+    }
+}
+
+TEST_CASE("a long chain of knobs is followed to its end") {
+    const TestPanel panel;
+    constexpr int LENGTH = 60;
+    for (int i = 0; i < LENGTH; ++i) {
+        Load(CreateKnob(panel, ("K" + std::to_string(i)).c_str()), "connection=K" + std::to_string(i + 1));
+    }
+    SetValue(panel.Find("K0"), 12.0F);
+    CHECK(Value(panel.Find(("K" + std::to_string(LENGTH - 1)).c_str())) == 12.0F);
+}
+
+TEST_CASE("a target that goes and comes back is found again by its name") {
+    const TestPanel panel;
+    HWND source = CreateKnob(panel, "Source");
+    Load(source, "connection=Target*value");
+    CHECK_FALSE(IsReachable(source));
+    for (const char* name : {"Target", "TARGET", "target"}) {
+        HWND target = CreateKnob(panel, name);
+        CHECK(IsReachable(source));
+        SetValue(source, Value(source) + 1.0F);
+        CHECK(Value(target) == Value(source));
+        Poll(source);
+        CHECK_FALSE(ObjectOf(source).requests.empty());
+        DestroyWindow(target);
+        CHECK_FALSE(IsReachable(source));
+        float value = 1.0F;
+        CHECK(Request(source, COMMAND_GET, DATATYPE_FLOAT, &value).result == REQUEST_UNREACHABLE);
+        CHECK(SetValue(source, Value(source) + 1.0F) == 1);
+        CreateKnob(panel, "Targe");
+        CHECK_FALSE(IsReachable(source));
+    }
+}
+
+TEST_CASE("targets may be destroyed while a value is sent, and the sender too") {
+    static HWND victim;
+    const auto destroy = [] { DestroyWindow(victim); };
+    const auto bySetting = [](HWND sender) { SetValue(sender, 50.0F); };
+    const auto byLoading = [](HWND sender) { Load(sender, "properties=0,100,50"); };
+    const auto byKey = [](HWND sender) { SendMessageA(sender, WM_KEYDOWN, VK_LEFT, 0); };
+    const auto byDragging = [](HWND sender) {
+        SendMessageA(sender, WM_LBUTTONDOWN, MK_LBUTTON, At(5, 5));
+        SendMessageA(sender, WM_MOUSEMOVE, MK_LBUTTON, At(25, 5));
+        ReleaseCapture();
+    };
+    void (*const ways[])(HWND) = {bySetting, byLoading, byKey, byDragging};
+    for (const char* relative : {"relative=0", "relative=1"}) {
+        for (const auto way : ways) {
+            for (const char* name : {"Trigger", "Next", "Last", "Sender"}) {
+                INFO(std::string(name), " ", std::string(relative));
+                const TestPanel panel;
+                HWND sender = CreateKnob(panel, "Sender");
+                HWND trigger = CreateKnob(panel, "Trigger");
+                HWND next = CreateKnob(panel, "Next");
+                HWND last = CreateKnob(panel, "Last");
+                Load(sender, relative);
+                Load(sender, "connection=Trigger;Next;Last");
+                victim = panel.Find(name);
+                const int objects = a_HostinfoCount();
+                {
+                    const WhenSet hook(trigger, destroy);
+                    way(sender);
+                }
+                CHECK_FALSE(IsWindow(victim));
+                CHECK(a_HostinfoCount() == objects - 1);
+                for (HWND target : {trigger, next, last}) { // the rest of the list is served
+                    CHECK((!IsWindow(target) || Value(target) > 0.0F));
+                }
+            }
+        }
+    }
+}
+
+TEST_CASE("a device that is declared later is found, and nobody counts as changed") {
+    const TestPanel panel;
+    HWND knob = CreateKnob(panel, "Knob", "-80,18,0");
+    Load(knob, "function=AMP1*gain1", LOAD_FROM_FILE);
+    HWND strip = panel.Create("MIXER", "AMP1x");
+    Load(strip, "function=amp1*label", LOAD_FROM_FILE);
+    a_SetChanged(panel.Root(), false);
+    CHECK_FALSE(IsReachable(knob));
+    Poll(knob);
+    CHECK(panel.Declare("AMP1*device=simulated\n") == 1);
+    CHECK_FALSE(IsReachable(knob)); // there is no such parameter yet
+    CHECK(panel.Declare("AMP1*gain1=float,-80,18,-20,dB\nAMP1*label=text,,,x,\n") == 0);
+    CHECK(IsReachable(knob));
+    CHECK(IsReachable(strip));
+    CHECK_FALSE(a_IsChanged(panel.Root()));
+    Poll(knob);
+    CHECK(Value(knob) == -20.0F);
+}
+
+TEST_CASE("a device off the network answers nobody, and holds its values until it is back") {
+    const TestPanel panel;
+    panel.Declare(AMPLIFIER);
+    HWND knob = CreateKnob(panel, "Knob", "-80,18,-20");
+    Load(knob, "function=AMP1*gain1");
+    REQUIRE(ph_SetParameter(panel.Root(), "AMP1*online", "0") == 1);
+    float value = -20.0F;
+    CHECK(Request(knob, COMMAND_GET, DATATYPE_FLOAT, &value).result == REQUEST_UNREACHABLE);
+    CHECK(Request(knob, COMMAND_SET, DATATYPE_FLOAT, &value).success == 0);
+    SetValue(knob, 3.0F);
+    CHECK(panel.Parameter("AMP1*gain1") == "-20");
+    CHECK(panel.Parameter("AMP1*online") == "0");
+    REQUIRE(ph_SetParameter(panel.Root(), "AMP1*online", "1") == 1);
+    Poll(knob);
+    CHECK(Value(knob) == -20.0F);
+    SetValue(knob, 3.0F);
+    CHECK(panel.Parameter("AMP1*gain1") == "3");
+}
+
+// Knobs that are connected, set, destroyed and made again at random, against a model of them.
+TEST_CASE("random operations leave every knob as the model says") {
+    struct Model {
+        bool exists = false;
+        float value = 0;
+        std::vector<int> connections;
+    };
+    constexpr int COUNT = 7;
+    const TestPanel panel;
+    std::array<Model, COUNT> models;
+    std::mt19937 random(20220518);
+    const auto pick = [&random](int limit) {
+        return static_cast<int>(random() % static_cast<unsigned>(limit));
+    };
+    const auto name = [](int i) { return "Knob " + std::to_string(i); };
+    const auto set = [&models](auto& self, int i, float value) -> void {
+        Model& model = models[static_cast<std::size_t>(i)];
+        if (!model.exists || model.value == value) {
+            return;
+        }
+        model.value = value;
+        for (const int next : model.connections) {
+            self(self, next, value);
+        }
+    };
+    int reached = 0;
+    for (int step = 0; step < 3000; ++step) {
+        const int i = pick(COUNT);
+        Model& model = models[static_cast<std::size_t>(i)];
+        HWND knob = panel.Find(name(i).c_str());
+        REQUIRE((knob != nullptr) == model.exists);
+        if (!model.exists) {
+            CreateKnob(panel, name(i).c_str());
+            model = {true, 0.0F, {}};
+        } else if (const int operation = pick(10); operation == 0) {
+            DestroyWindow(knob);
+            model = {};
+        } else if (operation < 4) {
+            std::string list = "connection=";
+            model.connections.clear();
+            for (int entries = pick(4); entries > 0; --entries) {
+                model.connections.push_back(pick(COUNT));
+                list += name(model.connections.back()) + ";";
+            }
+            Load(knob, list);
+        } else {
+            const auto value = static_cast<float>(pick(101));
+            SetValue(knob, value);
+            set(set, i, value);
+        }
+        for (int other = 0; other < COUNT; ++other) {
+            const Model& expected = models[static_cast<std::size_t>(other)];
+            HWND window = panel.Find(name(other).c_str());
+            REQUIRE((window != nullptr) == expected.exists);
+            if (!expected.exists) {
+                continue;
+            }
+            REQUIRE(Value(window) == expected.value);
+            auto connection = expected.connections.begin();
+            REQUIRE(ObjectOf(window).requests.size() == expected.connections.size());
+            for (const REQUESTITEM& item : ObjectOf(window).requests) {
+                HOSTINFO* target = a_FromWindow(panel.Find(name(*connection++).c_str()));
+                REQUIRE(item.target == target);
+                reached += target != nullptr ? 1 : 0;
+            }
+        }
+    }
+    CHECK(reached > 10000); // the operations do lead somewhere
+}
+
+TEST_SUITE_END();

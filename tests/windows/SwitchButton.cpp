@@ -1,0 +1,235 @@
+#include "tests/windows/Buttons.h"
+
+TEST_SUITE_BEGIN("SwitchButton");
+
+namespace {
+
+struct Fixture {
+    explicit Fixture(TestPanel::Visibility visibility = TestPanel::Hidden) : panel(visibility) {
+        button = panel.Create("BTRISTATEBUTTON", "Switch");
+        Load(button, "connection=Target");
+        Load(button, "interval=100000");
+    }
+    TestPanel panel;
+    Recorder target{panel, "Target"};
+    HWND button = nullptr;
+};
+
+// The face is shaded in columns when it is on and in rows when it is off.
+bool LooksOn(HWND button) {
+    ObjectOf(button).flags = 0; // no focus frame
+    const Picture picture(button);
+    return picture.At(2, 20) != picture.At(50, 20) && picture.At(50, 2) == picture.At(50, 20);
+}
+
+} // namespace
+
+TEST_CASE_FIXTURE(Fixture, "clicks switch on and off in turn") {
+    Load(button, "caption=");
+    CHECK(Text(button) == "0");
+    for (const int sent : {1, 0, 1}) {
+        PressButton(button);
+        CHECK(target.sets.empty());
+        CHECK(GetCapture() == button);
+        CHECK(LooksOn(button) == (sent == 0)); // the face is the old one while it is held down
+        ReleaseButton(button);
+        CHECK(target.Take() == std::to_string(sent));
+        CHECK(Text(button) == std::to_string(sent));
+        CHECK(LooksOn(button) == (sent == 1));
+        ReleaseButton(button); // without a press
+        CHECK(target.Take().empty());
+    }
+    Load(button, "properties=5,-3");
+    Click(button);
+    Click(button);
+    CHECK(target.Take() == "-3 5");
+
+    PressButton(button);
+    SetCapture(panel.Window()); // taken away: nothing is switched
+    ReleaseButton(button);
+    ReleaseCapture();
+    CHECK(target.Take().empty());
+    CHECK(LooksOn(button));
+
+    HMENU menu = CreatePopupMenu();
+    SendMessageA(button, CWM_EXTENDMENU, 0, reinterpret_cast<LPARAM>(menu));
+    CHECK(GetMenuItemCount(menu) == 2);
+    CHECK(GetMenuItemID(menu, 1) == 1);
+    DestroyMenu(menu);
+    SendMessageA(button, CWM_MENUCOMMAND, 0, 0);
+    CHECK(target.Take().empty());
+    SendMessageA(button, CWM_MENUCOMMAND, 0, 1);
+    CHECK(target.Take() == "5");
+}
+
+TEST_CASE("a switch that is left while it is held stays as it is") {
+    Fixture fixture(TestPanel::Visible);
+    MoveCursor(fixture.panel, 30, 30);
+    for (const bool back : {false, true}) {
+        PressButton(fixture.button);
+        MoveCursor(fixture.panel, 300, 300);
+        if (back) {
+            MoveCursor(fixture.panel, 40, 30);
+        }
+        ReleaseButton(fixture.button);
+        CHECK(fixture.target.Take() == (back ? "1" : ""));
+    }
+}
+
+TEST_CASE_FIXTURE(Fixture, "a poll follows what it is bound to and marks what is neither") {
+    target.value = 1;
+    CHECK(!IsMarked(button));
+    CHECK(Text(button) == "1");
+    target.value = 7;
+    CHECK(IsMarked(button));
+    CHECK(Text(button) == "1");
+    target.value = 0;
+    CHECK(!IsMarked(button));
+    CHECK(Text(button) == "0");
+    target.reachable = false;
+    CHECK(IsMarked(button));
+    target.reachable = true;
+    CHECK(!IsMarked(button));
+    PressButton(button);
+    target.value = 1;
+    Poll(button); // not while it is held
+    CHECK(Text(button) == "0");
+    ReleaseButton(button);
+    CHECK(target.Take() == "1"); // the only one: polls send nothing
+}
+
+TEST_CASE_FIXTURE(Fixture, "each direction has its question") {
+    Load(button, "caption=Amplifier");
+    Load(button, "confirmwhenreleased=Off?\\nSure?");
+    CHECK(Text(button, "confirm").empty());
+    Click(button); // goes on unasked
+    CHECK(target.Take() == "1");
+    for (const int command : {IDNO, IDYES}) {
+        Answer answer("Amplifier", command);
+        Click(button);
+        CHECK(answer.Question() == "Off?\nSure?");
+        CHECK(target.Take() == (command == IDYES ? "0" : ""));
+        CHECK(Text(button) == (command == IDYES ? "0" : "1"));
+    }
+    Load(button, "confirm=Both");
+    CHECK(Text(button, "confirmwhenpressed") == "Both");
+    CHECK(Text(button, "confirmwhenreleased") == "Both");
+    CHECK(Text(button, "confirm") == "Both");
+    {
+        // It went on by itself while it was asked whether it should.
+        Answer yes("Amplifier", IDYES, [this] {
+            int on = 1;
+            Send(button, COMMAND_SET, DATATYPE_INTEGER, &on);
+        });
+        Click(button);
+        CHECK(yes.Question() == "Both");
+        CHECK(target.Take() == "1 1");
+    }
+    {
+        Answer yes("Amplifier", IDYES, [this] { SendMessageA(button, WM_CLOSE, 0, 0); });
+        Click(button);
+        CHECK(yes.Question() == "Both");
+    }
+    CHECK(!IsWindow(button));
+    CHECK(target.Take().empty());
+}
+
+TEST_CASE_FIXTURE(Fixture, "the caption comes from a second binding") {
+    panel.Declare("DSP1*device=simulated\nDSP1*label=text,,,Front left,\n");
+    CHECK(Load(button, "function1=DSP1*label") == 1);
+    CHECK(Text(button, "function1") == "DSP1*label");
+    CHECK(Text(button, "caption") == "Click!");
+    CHECK(!IsMarked(button));
+    CHECK(Text(button, "caption") == "Front left");
+    ph_SetParameter(panel.Root(), "DSP1*label", "Sub");
+    CHECK(!IsMarked(button));
+    CHECK(Text(button, "caption") == "Sub");
+    ph_SetParameter(panel.Root(), "DSP1*online", "0");
+    CHECK(IsMarked(button));
+    CHECK(Text(button, "caption") == "Sub");
+    DestroyWindow(panel.Create("BBUTTON", "Label"));
+    Load(button, "function1=Label*caption");
+    CHECK(IsMarked(button));
+    const HWND label = panel.Create("BBUTTON", "Label");
+    CHECK(!IsMarked(button)); // it came after it was bound
+    CHECK(Text(button, "caption") == "Click!");
+    DestroyWindow(label);
+    CHECK(IsMarked(button));
+    CHECK(Load(button, "function1=") == 1);
+    CHECK(!IsMarked(button));
+}
+
+TEST_CASE_FIXTURE(Fixture, "a set takes one of the two values and sends a change") {
+    const auto set = [this](int value) { return Send(button, COMMAND_SET, DATATYPE_INTEGER, &value); };
+    CHECK(set(7) == 0);
+    CHECK(set(1) == 1);
+    CHECK(Text(button) == "1");
+    CHECK(set(1) == 1);
+    CHECK(Load(button, "value=0") == 1);
+    CHECK(Load(button, "value=on") == 0);
+    CHECK(Text(button) == "0");
+    CHECK(target.Take() == "1 0");
+
+    const HWND other = panel.Create("BTRISTATEBUTTON", "Other"); // a ring settles
+    Load(other, "connection=Switch");
+    Load(button, "connection=Other;Target");
+    Click(button);
+    CHECK(Text(other) == "1");
+    CHECK(target.Take() == "1");
+    Click(other);
+    CHECK(Text(button) == "0");
+    CHECK(target.Take() == "0");
+
+    target.onSet = [this] { DestroyWindow(button); };
+    Click(button);
+    CHECK(!IsWindow(button));
+}
+
+TEST_CASE_FIXTURE(Fixture, "what is saved comes back") {
+    CHECK(Text(button, "onvalue") == "1");
+    CHECK(Text(button, "textcolor") == "0x00000000,0x00000000");
+    CHECK(Load(button, "textcolor=0xffffff,0") == 1);
+    CHECK(Text(button, "textcolor") == "0x00ffffff,0x00000000");
+    CHECK(Text(button, "textcolorwhenreleased") == "0x00ffffff");
+    CHECK(Load(button, "textcolorwhenpressed=12345678901") == 0);
+    CHECK(Text(button, "textcolorwhenpressed") == "0x00000000");
+    for (const char* line : {"confirmwhenpressed=a\\tb", "confirmwhenreleased=c", "font=Small Fonts,5",
+                             "function1=Nobody*text", "onvalue=-7", "caption=MUTE"}) {
+        CHECK(Load(button, line) == 1);
+    }
+    const TestFolder folder;
+    const std::string file = folder.Path("saved.panel");
+    CHECK(ph_SavePanel(panel.Root(), file.c_str()) == 1);
+    const std::string saved = ReadBytes(file);
+    TestPanel second;
+    const TraceCapture trace;
+    REQUIRE(ph_LoadPanel(second.Root(), file.c_str()) >= 1);
+    CHECK(trace.CountContaining("Error reading") == 0);
+    for (const char* keyword : {"confirmwhenpressed", "confirmwhenreleased", "font", "function1", "onvalue",
+                                "properties", "textcolor", "caption"}) {
+        CAPTURE(keyword);
+        CHECK(saved.find(std::string("Switch*") + keyword + "=" + Text(button, keyword)) !=
+              std::string::npos);
+        CHECK(Text(second.Find("Switch"), keyword) == Text(button, keyword));
+    }
+}
+
+TEST_CASE_FIXTURE(Fixture, "the image has the dark and the lit face") {
+    Load(button, "caption=");
+    CHECK(Load(button, "bitmap=.\\Controls\\SWITCHBUTTON_green_48x24.bmp") == 1);
+    const auto centre = [this] {
+        ObjectOf(button).flags = 0;
+        return Picture(button).At(24, 12);
+    };
+    const COLORREF dark = centre();
+    PressButton(button);
+    const COLORREF held = centre();
+    ReleaseButton(button);
+    CHECK(held != dark);
+    CHECK(centre() == held);
+    CHECK(SendMessageA(button, CWM_GETPREFERREDWIDTH, 0, 0) == 48);
+    Click(button);
+    CHECK(centre() == dark);
+}
+
+TEST_SUITE_END();

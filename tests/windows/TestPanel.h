@@ -1,0 +1,120 @@
+#pragma once
+
+#include "Panelhost/HostInterface.h"
+#include "Panelhost/Panelhost.h"
+
+#include <doctest/doctest.h>
+
+#include <mutex>
+#include <string>
+#include <utility>
+#include <vector>
+
+constexpr const char* CONTROL_LIBRARY = "OSMIRControlLib.dll";
+
+// A folder for the files of one test, deleted with everything in it.
+class TestFolder {
+public:
+    TestFolder();
+    ~TestFolder();
+    TestFolder(const TestFolder&) = delete;
+    TestFolder& operator=(const TestFolder&) = delete;
+
+    std::string Path(const std::string& name) const { return path_ + "\\" + name; }
+    // Writes a file and returns its path.
+    std::string Write(const std::string& name, const std::string& bytes) const;
+    std::vector<std::string> Names() const;
+
+private:
+    std::string path_;
+};
+
+std::string ReadBytes(const std::string& path);
+// A 24-bit bitmap file of one colour (0xrrggbb).
+std::string BitmapFile(int width, int height, unsigned colour);
+// The folder that the programs lie in, with a backslash at its end.
+std::string ProgramFolder();
+
+// The trace lines that arrive while it lives, from any thread.
+class TraceCapture {
+public:
+    TraceCapture() { ph_SetTraceSink(Receive, this); }
+    ~TraceCapture() { ph_SetTraceSink(nullptr, nullptr); }
+    TraceCapture(const TraceCapture&) = delete;
+    TraceCapture& operator=(const TraceCapture&) = delete;
+
+    // How many lines are exactly this one; how many contain the text.
+    int Count(int kind, const std::string& line) const;
+    int CountContaining(const std::string& text) const;
+    std::string All() const;
+    void Clear();
+
+private:
+    static void __cdecl Receive(int kind, const char* text, void* context);
+
+    mutable std::mutex lock_;
+    std::vector<std::pair<int, std::string>> lines_;
+};
+
+// A panel window with its root object.
+class TestPanel {
+public:
+    enum Visibility { Hidden, Visible };
+
+    explicit TestPanel(Visibility visibility = Hidden);
+    ~TestPanel();
+    TestPanel(const TestPanel&) = delete;
+    TestPanel& operator=(const TestPanel&) = delete;
+
+    HWND Window() const { return window_; }
+    HOSTINFO* Root() const { return root_; }
+    // A control of the panel at (10, 20), 100 wide and 40 high.
+    HWND Create(const char* className, const char* name) const;
+    HWND Find(const char* fullName) const { return ph_Find(root_, fullName); }
+    // Declares devices by the lines of a device file.
+    int Declare(const std::string& lines) const;
+    std::string Parameter(const char* address) const;
+    // Closes the panel early; the window goes as well.
+    void Close();
+
+private:
+    HWND window_;
+    HOSTINFO* root_;
+};
+
+// A child window of that class at (10, 20), 100 wide and 40 high, with any create parameter.
+HWND CreateControl(const char* className, const char* name, HWND parent, void* context);
+HOSTINFO& ObjectOf(HWND control);
+bool IsChanged(HWND control);
+
+// CWM_LOAD.
+LRESULT Load(HWND control, const std::string& line, WPARAM mode = LOAD_FROM_DIALOG);
+// CWM_MESSAGE; without a keyword the default value.
+LRESULT Send(HWND control, int command, int datatype, void* data, const char* keyword = nullptr,
+             int index = 0);
+std::string Text(HWND control, const char* keyword = nullptr);
+float Value(HWND control);
+LRESULT SetValue(HWND control, float value);
+// Makes the control poll, however long its interval is.
+void Poll(HWND control);
+
+// Takes the next posted message of that kind that waits for the window.
+bool TakePosted(HWND window, UINT message, MSG& posted);
+// What is left of a mouse message's coordinates.
+LPARAM At(int x, int y);
+
+// What a control paints, pixel by pixel.
+class Picture {
+public:
+    explicit Picture(HWND control);
+    ~Picture();
+    Picture(const Picture&) = delete;
+    Picture& operator=(const Picture&) = delete;
+
+    COLORREF At(int x, int y) const { return GetPixel(dc_, x, y); }
+
+private:
+    HDC dc_;
+    HBITMAP bitmap_;
+    HGDIOBJ previous_;
+};

@@ -1,0 +1,111 @@
+// The trace: to the sink and to a file, from any thread.
+
+#include "tests/windows/TestPanel.h"
+
+#include <atomic>
+#include <thread>
+
+TEST_SUITE_BEGIN("Trace");
+
+TEST_CASE("lines reach the sink as they were written, from any thread") {
+    const TestPanel panel;
+    TraceCapture trace;
+    TRACE("%d of %s\n", 7, "nine");
+    EDITTRACE(panel.Root(), "Bad %s!", "100 %s %n");
+    EDITTRACE(panel.Root(), "%d %x no place", "x");
+    EDITTRACE(nullptr, "Unseen %s", "x");
+    std::thread([] { TRACE("elsewhere\n"); }).join();
+    {
+        TraceLocation file("a.panel");
+        file.SetLine(12);
+        TRACE("here\n");
+        std::thread([] { TRACE("not here\n"); }).join(); // the place is that of one thread
+    }
+    CHECK(trace.All() == "0 7 of nine\n\n1 Bad 100 %s %n!\n1 %d %x no place\n0 elsewhere\n\n"
+                         "0 a.panel(12): here\n\n0 not here\n\n");
+    TRACE("%s", std::string(20000, 'x').c_str());
+    CHECK(trace.CountContaining(std::string(4096, 'x')) == 1);
+}
+
+TEST_CASE("a removed sink is called no more, however many threads trace") {
+    static std::atomic<int> calls;
+    static std::atomic<bool> isRemoved;
+    static std::atomic<int> lateCalls;
+    calls = 0;
+    lateCalls = 0;
+    const auto sink = [](int, const char*, void* context) __attribute__((cdecl)) {
+        CHECK((context == &calls));
+        ++calls;
+        lateCalls += isRemoved ? 1 : 0;
+        TRACE("a sink may trace without calling itself\n");
+        lateCalls += isRemoved ? 1 : 0;
+    };
+    std::atomic<bool> stop = false;
+    std::thread threads[3];
+    for (std::thread& thread : threads) {
+        thread = std::thread([&stop] {
+            while (!stop) {
+                TRACE("busy\n");
+            }
+        });
+    }
+    for (int round = 0; round < 200; ++round) {
+        isRemoved = false;
+        ph_SetTraceSink(sink, &calls);
+        const int before = calls;
+        while (calls == before) {
+            Sleep(0);
+        }
+        ph_SetTraceSink(nullptr, nullptr);
+        isRemoved = true;
+    }
+    stop = true;
+    for (std::thread& thread : threads) {
+        thread.join();
+    }
+    CHECK(lateCalls == 0);
+    CHECK(calls >= 200);
+}
+
+TEST_CASE("a trace file is appended to, one line a message, until it ends") {
+    const TestFolder folder;
+    const std::string path = folder.Write("trace.txt", "before\r\n");
+    CHECK(a_SetTraceFile(folder.Path("").c_str()) == 0);
+    CHECK(a_SetTraceFile(folder.Path("nowhere\\trace.txt").c_str()) == 0);
+    REQUIRE(a_SetTraceFile(path.c_str()) == 1);
+    TRACE("one\n");
+    TRACE("two\r\n\n");
+    TRACE("three");
+    std::atomic<bool> hasStarted = false;
+    std::thread other([&hasStarted] {
+        hasStarted = true;
+        for (int i = 0; i < 1000; ++i) {
+            TRACE("other\n");
+        }
+    });
+    while (!hasStarted) {
+    }
+    for (int i = 0; i < 1000; ++i) {
+        TRACE("main\n");
+    }
+    other.join();
+    CHECK(a_SetTraceFile(folder.Path("nowhere\\trace.txt").c_str()) == 0); // the file in use stays
+    TRACE("last\n");
+    CHECK(a_SetTraceFile(nullptr) == 1);
+    TRACE("unwritten\n");
+    std::string bytes = ReadBytes(path);
+    const std::string start = "before\r\none\r\ntwo\r\nthree\r\n";
+    CHECK(bytes.substr(0, start.size()) == start);
+    bytes.erase(0, start.size());
+    for (int i = 0; i < 2000; ++i) {
+        const auto end = bytes.find("\r\n");
+        REQUIRE(end != std::string::npos);
+        const std::string line = bytes.substr(0, end);
+        REQUIRE((line == "main" || line == "other")); // whole lines only
+        bytes.erase(0, end + 2);
+    }
+    CHECK(bytes == "last\r\n");
+    CHECK(DeleteFileA(path.c_str()));
+}
+
+TEST_SUITE_END();
