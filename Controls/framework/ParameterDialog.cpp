@@ -50,7 +50,9 @@ std::vector<std::string> Parts(const std::string& text) {
     return parts;
 }
 
-bool IsNumber(const DialogEdit& edit) { return edit.kind == FieldKind::Integer || edit.kind == FieldKind::Float; }
+bool IsNumber(const DialogEdit& edit) {
+    return edit.kind == FieldKind::Integer || edit.kind == FieldKind::Float;
+}
 
 // What an edit field shows: its part of the keyword's value, or all of it where the value is one text.
 std::string FieldText(CONTROLPROPERTIES& object, const DialogEdit& edit) {
@@ -59,10 +61,13 @@ std::string FieldText(CONTROLPROPERTIES& object, const DialogEdit& edit) {
         return text;
     }
     const auto parts = Parts(text);
-    return static_cast<std::size_t>(edit.part) < parts.size() ? parts[static_cast<std::size_t>(edit.part)] : "";
+    return static_cast<std::size_t>(edit.part) < parts.size() ? parts[static_cast<std::size_t>(edit.part)]
+                                                              : "";
 }
 
-void ShowStatus(HWND dialog, const std::string& text) { SetDlgItemTextA(dialog, IDC_DIALOG_STATUS, text.c_str()); }
+void ShowStatus(HWND dialog, const std::string& text) {
+    SetDlgItemTextA(dialog, IDC_DIALOG_STATUS, text.c_str());
+}
 
 bool SendLine(HWND dialog, const std::string& line) {
     const HWND control = ContextOf(dialog).object->window;
@@ -149,7 +154,8 @@ std::string ChooseFontText(HWND dialog, const std::string& current) {
     chooser.lStructSize = sizeof chooser;
     chooser.hwndOwner = dialog;
     chooser.lpLogFont = &font;
-    chooser.Flags = CF_SCREENFONTS | CF_FORCEFONTEXIST | CF_NOSCRIPTSEL | (held != nullptr ? CF_INITTOLOGFONTSTRUCT : 0);
+    chooser.Flags =
+        CF_SCREENFONTS | CF_FORCEFONTEXIST | CF_NOSCRIPTSEL | (held != nullptr ? CF_INITTOLOGFONTSTRUCT : 0);
     if (!ChooseFontA(&chooser)) {
         return {};
     }
@@ -163,7 +169,8 @@ void Choose(HWND dialog, const DialogEdit& edit) {
     const std::string current = FieldText(*ContextOf(dialog).object, edit);
     const std::string chosen =
         edit.kind == FieldKind::Colour ? ChooseColour(dialog, current) : ChooseFontText(dialog, current);
-    if (!chosen.empty() && IsWindow(dialog) && !SendLine(dialog, std::string("*") + edit.keyword + "=" + chosen)) {
+    if (!chosen.empty() && IsWindow(dialog) &&
+        !SendLine(dialog, std::string("*") + edit.keyword + "=" + chosen)) {
         ShowRefusal(dialog, edit, chosen);
     }
 }
@@ -224,8 +231,8 @@ void ShowListMenu(HWND dialog, int id) {
     const HMENU menus = LoadMenuA(ModuleInstance(), MAKEINTRESOURCEA(IDR_LIST_MENU));
     POINT cursor;
     GetCursorPos(&cursor);
-    const int command =
-        TrackPopupMenu(GetSubMenu(menus, 0), TPM_RETURNCMD | TPM_RIGHTBUTTON, cursor.x, cursor.y, 0, dialog, nullptr);
+    const int command = TrackPopupMenu(GetSubMenu(menus, 0), TPM_RETURNCMD | TPM_RIGHTBUTTON, cursor.x,
+                                       cursor.y, 0, dialog, nullptr);
     DestroyMenu(menus);
     if (command == IDM_DELETE_ENTRY || command == IDM_DELETE_ALL) {
         DeleteEntries(dialog, id, command == IDM_DELETE_ALL);
@@ -236,7 +243,9 @@ void ShowListMenu(HWND dialog, int id) {
 
 constexpr const char* CONNECTIONS_ENTRY = "(connections)";
 
-void AddText(HWND combo, const char* text) { SendMessageA(combo, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text)); }
+void AddText(HWND combo, const char* text) {
+    SendMessageA(combo, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text));
+}
 
 std::string ChosenText(HWND dialog, int id) {
     char text[TEXT_SIZE] = "";
@@ -274,7 +283,8 @@ void InsertTemplate(HWND dialog) {
     SetWindowTextA(edit, text.c_str());
     SendMessageA(edit, EM_SETMODIFY, TRUE, 0);
     SetFocus(edit);
-    SendMessageA(edit, EM_SETSEL, text.size(), static_cast<LPARAM>(text.size())); // the value is typed behind it
+    SendMessageA(edit, EM_SETSEL, text.size(),
+                 static_cast<LPARAM>(text.size())); // the value is typed behind it
 }
 
 void HandleTemplateCommand(HWND dialog, int id, WORD code) {
@@ -299,8 +309,10 @@ void FillSelector(HWND dialog) {
     const HWND selector = GetDlgItem(dialog, IDC_OBJECT_SELECTOR);
     SendMessageA(selector, CB_RESETCONTENT, 0, 0);
     const auto add = [&](HOSTINFO* object) {
-        const auto place = SendMessageA(selector, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(object->name.c_str()));
-        SendMessageA(selector, CB_SETITEMDATA, static_cast<WPARAM>(place), reinterpret_cast<LPARAM>(object->window));
+        const auto place =
+            SendMessageA(selector, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(object->name.c_str()));
+        SendMessageA(selector, CB_SETITEMDATA, static_cast<WPARAM>(place),
+                     reinterpret_cast<LPARAM>(object->window));
     };
     bool listed = false;
     for (HOSTINFO* object : a_ListHostinfos(a_FindRootHostinfo(context.object->parent))) {
@@ -331,7 +343,8 @@ void Refill(HWND dialog) {
     context.filling = true;
     for (const DialogEdit& edit : context.description->edits) {
         // What is being typed is the user's until it is applied.
-        if (GetFocus() != GetDlgItem(dialog, edit.id) || SendDlgItemMessageA(dialog, edit.id, EM_GETMODIFY, 0, 0) == 0) {
+        if (GetFocus() != GetDlgItem(dialog, edit.id) ||
+            SendDlgItemMessageA(dialog, edit.id, EM_GETMODIFY, 0, 0) == 0) {
             RestoreField(dialog, edit);
         }
     }
@@ -364,7 +377,8 @@ void Attach(HWND dialog, CONTROLPROPERTIES* object) {
     object->dialog = dialog;
     Refill(dialog);
     if (context.advanced != nullptr && IsWindow(context.advanced)) {
-        PostMessageA(context.advanced, CWM_ATTACHDIALOG, 0, reinterpret_cast<LPARAM>(static_cast<HOSTINFO*>(object)));
+        PostMessageA(context.advanced, CWM_ATTACHDIALOG, 0,
+                     reinterpret_cast<LPARAM>(static_cast<HOSTINFO*>(object)));
     }
 }
 
@@ -404,7 +418,8 @@ void DeleteControl(HWND dialog) {
     CONTROLPROPERTIES* object = ContextOf(dialog).object;
     const std::string question = "Delete \"" + object->name + "\"?";
     const HWND control = object->window;
-    if (MessageBoxA(dialog, question.c_str(), "Delete", MB_YESNO | MB_ICONQUESTION | MB_DEFBUTTON2) == IDYES &&
+    if (MessageBoxA(dialog, question.c_str(), "Delete", MB_YESNO | MB_ICONQUESTION | MB_DEFBUTTON2) ==
+            IDYES &&
         a_FromWindow(control) == object) { // both may have gone while the question stood
         a_DeleteObject(object);
     }
@@ -445,7 +460,8 @@ void HandleCommand(HWND dialog, int id, WORD code) {
         }
     }
     for (const DialogOption& option : context.description->options) {
-        if (option.id == id && code == BN_CLICKED && KeywordText(*context.object, option.keyword) != option.value) {
+        if (option.id == id && code == BN_CLICKED &&
+            KeywordText(*context.object, option.keyword) != option.value) {
             SendLine(dialog, std::string("*") + option.keyword + "=" + option.value);
             return;
         }
@@ -454,7 +470,8 @@ void HandleCommand(HWND dialog, int id, WORD code) {
         if (choice.id == id && code == CBN_SELCHANGE) {
             char text[64] = "";
             const auto place = SendDlgItemMessageA(dialog, id, CB_GETCURSEL, 0, 0);
-            SendDlgItemMessageA(dialog, id, CB_GETLBTEXT, static_cast<WPARAM>(place), reinterpret_cast<LPARAM>(text));
+            SendDlgItemMessageA(dialog, id, CB_GETLBTEXT, static_cast<WPARAM>(place),
+                                reinterpret_cast<LPARAM>(text));
             SendLine(dialog, std::string("*") + choice.keyword + "=" + text);
             return;
         }
@@ -465,8 +482,8 @@ void HandleCommand(HWND dialog, int id, WORD code) {
             FillSelector(dialog); // controls may have come and gone
         } else if (code == CBN_SELCHANGE) {
             const auto place = SendDlgItemMessageA(dialog, id, CB_GETCURSEL, 0, 0);
-            SwitchTo(dialog, reinterpret_cast<HWND>(
-                                 SendDlgItemMessageA(dialog, id, CB_GETITEMDATA, static_cast<WPARAM>(place), 0)));
+            SwitchTo(dialog, reinterpret_cast<HWND>(SendDlgItemMessageA(dialog, id, CB_GETITEMDATA,
+                                                                        static_cast<WPARAM>(place), 0)));
         }
         break;
     case IDC_DELETE_CONTROL:
@@ -562,7 +579,8 @@ INT_PTR HandleMessage(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) {
     }
     switch (message) {
     case CWM_ATTACHDIALOG:
-        if (auto* sender = reinterpret_cast<HOSTINFO*>(lParam); a_IsAlive(sender)) { // it was posted: it may have gone
+        if (auto* sender = reinterpret_cast<HOSTINFO*>(lParam);
+            a_IsAlive(sender)) { // it was posted: it may have gone
             if (auto* object = dynamic_cast<CONTROLPROPERTIES*>(sender); object != nullptr) {
                 Attach(dialog, object);
             }

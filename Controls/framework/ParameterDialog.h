@@ -5,14 +5,14 @@
 #include <span>
 #include <string_view>
 
-// The parameter dialogs of all controls share one implementation; a control describes its own fields by tables. A
-// dialog changes its control by property lines only.
+// The parameter dialogs of all controls share one implementation; a control describes its own fields by
+// tables. A dialog changes its control by property lines only.
 
 enum class FieldKind { Integer, Float, Text, Colour, Font };
 
-// An edit field for a keyword, or for one of the comma-separated parts of a keyword whose value is several numbers.
-// Enter, and leaving the field, sends the keyword with its parts up to `lastPart`; Escape puts back what the control
-// holds.
+// An edit field for a keyword, or for one of the comma-separated parts of a keyword whose value is several
+// numbers. Enter, and leaving the field, sends the keyword with its parts up to `lastPart`; Escape puts back
+// what the control holds.
 struct DialogEdit {
     int id;
     const char* label; // in messages
@@ -51,8 +51,10 @@ struct ParameterDialog {
     std::span<const DialogChoice> choices = {};
     const char* bitmapPrefix = nullptr; // of the images to choose from; null when there is no image
     std::span<const DialogPreview> previews = {};
-    int templateEdit = 0; // edit field of a click template, for the lists that fill in object and keyword; 0: none
+    int templateEdit =
+        0; // edit field of a click template, for the lists that fill in object and keyword; 0: none
 };
 
-// CWM_PARAMETERDLG: opens the control's dialog at the cursor unless it has one open. The open dialog, or null.
+// CWM_PARAMETERDLG: opens the control's dialog at the cursor unless it has one open. The open dialog, or
+// null.
 HWND OpenParameterDialog(CONTROLPROPERTIES& control);

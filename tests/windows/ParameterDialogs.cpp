@@ -1,0 +1,244 @@
+// The parameter dialogs of the controls, driven as a user would: by their fields, buttons and keys.
+
+#include "Controls/resources/resource.h"
+#include "Panelhost/Editing.h"
+#include "tests/windows/Buttons.h"
+#include "tests/windows/TestPanel.h"
+
+#include <commctrl.h>
+
+TEST_SUITE_BEGIN("ParameterDialogs");
+
+namespace {
+
+HWND OpenDialog(HWND control) {
+    HWND dialog = nullptr;
+    SendMessageA(control, CWM_PARAMETERDLG, 0, reinterpret_cast<LPARAM>(&dialog));
+    return dialog;
+}
+
+void Command(HWND dialog, int id, WORD code = 0) {
+    SendMessageA(dialog, WM_COMMAND, MAKEWPARAM(id, code), reinterpret_cast<LPARAM>(GetDlgItem(dialog, id)));
+}
+
+std::string Field(HWND dialog, int id) {
+    char text[TEXT_SIZE] = "";
+    GetDlgItemTextA(dialog, id, text, sizeof text);
+    return text;
+}
+
+// Types a text and ends it with Enter, Escape, or by leaving the field.
+void Type(HWND dialog, int id, const char* text, WORD end) {
+    SetDlgItemTextA(dialog, id, text);
+    Command(dialog, id, end);
+}
+
+void DispatchPosted() {
+    MSG message;
+    while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) {
+        DispatchMessageA(&message);
+    }
+}
+
+int Rows(HWND dialog, int id) {
+    return static_cast<int>(SendDlgItemMessageA(dialog, id, LVM_GETITEMCOUNT, 0, 0));
+}
+
+// Chooses an entry of a combo box by its text. False when it has none.
+bool Choose(HWND dialog, int id, const char* text) {
+    Command(dialog, id, CBN_DROPDOWN);
+    if (SendDlgItemMessageA(dialog, id, CB_SELECTSTRING, static_cast<WPARAM>(-1),
+                            reinterpret_cast<LPARAM>(text)) == CB_ERR) {
+        return false;
+    }
+    Command(dialog, id, CBN_SELCHANGE);
+    return true;
+}
+
+} // namespace
+
+TEST_CASE("every field sends its line, shows what became of it, and refuses what cannot be") {
+    struct Row {
+        const char* className;
+        int id;
+        const char* typed;
+        const char* keyword;
+        const char* value; // of the keyword afterwards
+        const char* refused;
+    };
+    const Row rows[] = {
+        {"KNOB", IDC_MAXIMUM, "40", "properties", "0,40,0", "4x"},
+        {"KNOB", IDC_MINIMUM, "-40", "properties", "-40,100,0", "1.5"},
+        {"KNOB", IDC_RESOLUTION, "2.5", "resolution", "2.5", "nan"},
+        {"FADER", IDC_MAXIMUM, "12", "properties", "-80,12,0", ""},
+        {"FADER", IDC_MINIMUM, "-60", "properties", "-60,0,0", "99999999999"},
+        {"FADER", IDC_RESOLUTION, "0.5", "resolution", "0.5", "a half"},
+        {"METER", IDC_MAXIMUM, "6", "properties", "0,6", "six"},
+        {"METER", IDC_MINIMUM, "-60", "properties", "-60,0", "-"},
+        {"BBUTTON", IDC_CAPTION, "Talk, back", "caption", "Talk, back", nullptr},
+        {"BBUTTON", IDC_PERIOD, "250", "captureperiod", "250", "soon"},
+        {"BBUTTON", IDC_PRESSED_COLOUR, "0x000000ff", "textcolorwhenpressed", "0x000000ff", "red"},
+        {"BBUTTON", IDC_FONT, "tahoma,10,bold", "font", "tahoma,10,bold", "tahoma"},
+        {"BBUTTON", IDC_CONFIRM, "Sure?\\nReally", "confirm", "Sure?\\nReally", nullptr},
+        {"BTRISTATEBUTTON", IDC_ON_VALUE, "7", "onvalue", "7", "on"},
+        {"BTRISTATEBUTTON", IDC_CONFIRM_RELEASED, "Off?", "confirmwhenreleased", "Off?", nullptr},
+    };
+    for (const Row& row : rows) {
+        CAPTURE(std::string(row.className));
+        CAPTURE(std::string(row.typed));
+        const TestPanel panel;
+        const HWND control = panel.Create(row.className, "Control");
+        const HWND dialog = OpenDialog(control);
+        REQUIRE(dialog != nullptr);
+        const std::string before = Text(control, row.keyword);
+
+        Type(dialog, row.id, row.typed, EDIT_ESCAPE);
+        CHECK(Text(control, row.keyword) == before);
+        if (row.refused != nullptr) {
+            const std::string shown = Field(dialog, row.id);
+            Type(dialog, row.id, row.refused, EDIT_ENTER);
+            CHECK(Text(control, row.keyword) == before);
+            CHECK(Field(dialog, row.id) == shown);
+            CHECK(Field(dialog, IDC_DIALOG_STATUS).find(row.refused) != std::string::npos);
+            CHECK_FALSE(IsChanged(control));
+        }
+        Type(dialog, row.id, row.typed, EDIT_ENTER);
+        CHECK(Text(control, row.keyword) == row.value);
+        CHECK(Field(dialog, IDC_DIALOG_STATUS).empty());
+        CHECK(IsChanged(control));
+        DispatchPosted(); // the control asks the dialog to read it again
+        CHECK(Field(dialog, row.id) == row.typed);
+        Command(dialog, IDC_CLOSE_DIALOG);
+        CHECK(ObjectOf(control).dialog == nullptr);
+    }
+}
+
+TEST_CASE("leaving a field applies it once, and not at all when nothing was typed") {
+    const TestPanel panel;
+    const HWND knob = panel.Create("KNOB", "Knob");
+    const HWND dialog = OpenDialog(knob);
+    Command(dialog, IDC_RESOLUTION, EN_KILLFOCUS);
+    CHECK_FALSE(IsChanged(knob));
+    Type(dialog, IDC_RESOLUTION, "4", EN_KILLFOCUS);
+    CHECK(Text(knob, "resolution") == "4");
+}
+
+TEST_CASE("style and combination are chosen") {
+    const TestPanel panel;
+    const HWND knob = panel.Create("KNOB", "Knob");
+    const HWND knobDialog = OpenDialog(knob);
+    CHECK(IsDlgButtonChecked(knobDialog, IDC_ABSOLUTE) == BST_CHECKED);
+    Command(knobDialog, IDC_RELATIVE, BN_CLICKED);
+    CHECK(Text(knob, "relative") == "1");
+    DispatchPosted();
+    CHECK(IsDlgButtonChecked(knobDialog, IDC_RELATIVE) == BST_CHECKED);
+    CHECK(IsDlgButtonChecked(knobDialog, IDC_ABSOLUTE) == BST_UNCHECKED);
+
+    const HWND meter = panel.Create("METER", "Meter");
+    const HWND meterDialog = OpenDialog(meter);
+    CHECK(Choose(meterDialog, IDC_COMBINE, "avg"));
+    CHECK(Text(meter, "combine") == "avg");
+}
+
+TEST_CASE("one dialog a control, known to the panel, closed with the control") {
+    const TestPanel panel;
+    const HWND knob = panel.Create("KNOB", "Knob");
+    const HWND dialog = OpenDialog(knob);
+    CHECK(OpenDialog(knob) == dialog);
+    CHECK(Text(panel.Window(), "parameterdlg") == "Knob");
+    Command(dialog, IDC_ADVANCED);
+    DestroyWindow(knob);
+    CHECK_FALSE(IsWindow(dialog));
+    CHECK(Text(panel.Window(), "parameterdlg").empty());
+
+    const HWND plain = panel.Create("LISTSELECTION", "List"); // has no dialog of its own
+    CHECK(OpenDialog(plain) == nullptr);
+}
+
+TEST_CASE("the selector lists what has a dialog and changes to it") {
+    const TestPanel panel;
+    const HWND first = panel.Create("KNOB", "First");
+    const HWND second = panel.Create("KNOB", "Second");
+    const HWND meter = panel.Create("METER", "Meter");
+    panel.Create("LISTSELECTION", "List");
+    HWND dialog = OpenDialog(first);
+    Command(dialog, IDC_OBJECT_SELECTOR, CBN_DROPDOWN);
+    CHECK(SendDlgItemMessageA(dialog, IDC_OBJECT_SELECTOR, CB_GETCOUNT, 0, 0) == 3);
+
+    CHECK(Choose(dialog, IDC_OBJECT_SELECTOR, "Second"));
+    CHECK(ObjectOf(first).dialog == nullptr);
+    CHECK(ObjectOf(second).dialog == dialog);
+    Type(dialog, IDC_RESOLUTION, "8", EDIT_ENTER);
+    CHECK(Text(first, "resolution") == "0.5");
+    CHECK(Text(second, "resolution") == "8");
+
+    CHECK(Choose(dialog, IDC_OBJECT_SELECTOR, "Meter")); // of another shape
+    CHECK_FALSE(IsWindow(dialog));
+    dialog = ObjectOf(meter).dialog;
+    CHECK(IsWindow(dialog));
+    CHECK(Field(dialog, IDC_OBJECT_SELECTOR) == "Meter");
+}
+
+TEST_CASE("bindings are listed as they are") {
+    const TestPanel panel;
+    panel.Declare("AMP1*device=simulated\nAMP1*gain=float,0,100,5,\n");
+    const HWND knob = panel.Create("KNOB", "Knob");
+    const HWND dialog = OpenDialog(knob);
+    Load(knob, "function=AMP1*gain;AMP9*gone");
+    Load(knob, "connection=Other");
+    DispatchPosted();
+    CHECK(Rows(dialog, IDC_FUNCTION_LIST) == 2);
+    CHECK(Rows(dialog, IDC_CONNECTION_LIST) == 1);
+}
+
+TEST_CASE("the click template is filled in from lists, and the question is shown as it will be") {
+    const TestPanel panel;
+    const HWND button = panel.Create("BBUTTON", "Button");
+    panel.Create("KNOB", "Knob 1");
+    const HWND dialog = OpenDialog(button);
+    CHECK(Choose(dialog, IDC_TEMPLATE_OBJECT, "Knob 1"));
+    CHECK(Choose(dialog, IDC_TEMPLATE_KEYWORD, "resolution"));
+    Command(dialog, IDC_TEMPLATE_INSERT);
+    CHECK(Field(dialog, IDC_CLICK) == "Knob 1*resolution=");
+    Type(dialog, IDC_CLICK, "Knob 1*resolution=2", EDIT_ENTER);
+    CHECK(Text(button, "click") == "Knob 1*resolution=2");
+
+    Type(dialog, IDC_CONFIRM, "One\\nTwo", EDIT_ENTER);
+    DispatchPosted();
+    CHECK(Field(dialog, IDC_CONFIRM_PREVIEW) == "One\nTwo");
+}
+
+TEST_CASE("a control is deleted after a question, by whoever edits the panel") {
+    const TestPanel panel;
+    const HWND knob = panel.Create("KNOB", "Knob");
+    HWND dialog = OpenDialog(knob);
+    {
+        Answer no("Delete", IDNO);
+        Command(dialog, IDC_DELETE_CONTROL);
+    }
+    CHECK(IsWindow(knob));
+    {
+        Answer yes("Delete", IDYES);
+        Command(dialog, IDC_DELETE_CONTROL);
+    }
+    CHECK_FALSE(IsWindow(knob));
+    CHECK_FALSE(IsWindow(dialog));
+
+    const HWND other = panel.Create("KNOB", "Other");
+    dialog = OpenDialog(other);
+    HOSTINFO* asked = nullptr;
+    a_SetEditListener(
+        panel.Root(),
+        [](int event, HOSTINFO* object, void* context) {
+            if (event == EDIT_DELETE) {
+                *static_cast<HOSTINFO**>(context) = object;
+            }
+        },
+        &asked);
+    Answer yes("Delete", IDYES);
+    Command(dialog, IDC_DELETE_CONTROL);
+    CHECK(asked == &ObjectOf(other));
+    CHECK(IsWindow(other));
+}
+
+TEST_SUITE_END();
