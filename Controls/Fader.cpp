@@ -14,9 +14,9 @@
 #include "logic/FaderLogic.h"
 #include "logic/Numbers.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
-#include <optional>
 
 namespace {
 
@@ -35,7 +35,7 @@ public:
     LRESULT OnSaveToListCtrl(WPARAM wParam, LPARAM listView) override;
     LRESULT OnTimer(WPARAM timer, LPARAM lParam) override;
     void SetDefaults() override;
-    void BindingsChanged() override { offsets.Rebuild(requests, value); }
+    void BindingsChanged() override { offsets.Rebuild(relative != 0, requests, value); }
     void BitmapChanged();
     void Poll() override;
     void Draw(HDC dc, const RECT& client) const override;
@@ -47,19 +47,16 @@ public:
     void Apply() override { Send(); }
 
     logic::FaderRange Range() const { return {minimum, maximum, resolution}; }
-    logic::FaderShape ShapeIn(const RECT& client) const { return {client.right, client.bottom, knobHeight}; }
-    logic::FaderShape Shape() const;
-    int& KnobPosition(const logic::FaderShape& shape) { return shape.IsVertical() ? knobPosV : knobPosH; }
     bool HasHorizontalImage() const {
         return face.Get() != nullptr && face.Get()->Width() > face.Get()->Height();
     }
     BitmapParts Parts() const;
     // Moves the knob to where its value is.
     void PlaceKnob();
+    void ShapeChanged();
     // Takes a value that is within the range already and, if it is a new one, shows and sends it. Returns 0
     // when nothing changed.
     int TakeValue(float newValue);
-    void MarkNotEqual(bool differs);
     void Send();
     std::string TipText() const { return logic::FormatFloatAs(fmt, value); }
 
@@ -67,15 +64,13 @@ public:
     float resolution = 0.0F; // step size; 0: continuous, and the keys and the wheel that step do nothing
     int setValue = 0;        // what the space bar sets
     int knobHeight = 22;     // length of the knob along the travel
-    int knobPosV = 0;        // vertical: top of the knob
-    int anchorY = 0;         // vertical drag: where the mouse holds the knob
-    int knobPosH = 0;        // horizontal: left edge of the knob
-    int anchorX = 0;
+    logic::FaderKnob knob;
     int minimum = -80;
     int maximum = 0;
-    RemoteOffsets offsets;
-    std::string fmt;     // printf format of the value in the tooltip; empty: no tooltip
-    BitmapProperty face; // track and knob; gives the window its size
+    int relative = 0;      // 1: relative mode
+    std::string fmt;       // printf format of the value in the tooltip; empty: no tooltip
+    RemoteOffsets offsets; // relative mode
+    BitmapProperty face;   // track and knob; gives the window its size
     Tooltip tooltip;
 };
 
@@ -121,7 +116,7 @@ int SetFaderValue(VALUERECORD* record, FADERPROPERTIES& fader) {
     if (limited.outside && record->datatype == DATATYPE_TEXT) {
         std::snprintf(static_cast<char*>(record->data), TEXT_SIZE, "%f", static_cast<double>(limited.value));
     } else if (limited.outside) {
-        fader.MarkNotEqual(true);
+        fader.ShowNotEqual(true);
     }
     return fader.TakeValue(limited.value);
 }
@@ -135,15 +130,6 @@ int ValueKeyword(VALUERECORD* record, HOSTINFO* object) {
     default:
         return 0;
     }
-}
-
-int KnobHeightKeyword(VALUERECORD* record, HOSTINFO* object) {
-    const int result = IntegerKeyword<&FADERPROPERTIES::knobHeight, 1, MAXIMUM_KNOB_HEIGHT>(record, object);
-    if (record->command == COMMAND_SET && result != 0) {
-        Fader(object).PlaceKnob();
-        Fader(object).Redraw();
-    }
-    return result;
 }
 
 int PropertiesKeyword(VALUERECORD* record, HOSTINFO* object) {
@@ -167,18 +153,6 @@ int PropertiesKeyword(VALUERECORD* record, HOSTINFO* object) {
     return 1;
 }
 
-int RelativeKeyword(VALUERECORD* record, HOSTINFO* object) {
-    FADERPROPERTIES& fader = Fader(object);
-    if (record->command == COMMAND_GET) {
-        return a_AnswerInteger(record, fader.offsets.relative);
-    }
-    if (record->command != COMMAND_SET || a_ReadInteger(record, &fader.offsets.relative) == 0) {
-        return 0;
-    }
-    fader.BindingsChanged();
-    return 1;
-}
-
 int ResolutionKeyword(VALUERECORD* record, HOSTINFO* object) {
     if (record->command == COMMAND_SET && record->datatype == DATATYPE_TEXT) {
         const auto text = TextToSet(record).value_or("");
@@ -190,14 +164,24 @@ int ResolutionKeyword(VALUERECORD* record, HOSTINFO* object) {
     return FloatKeyword<&FADERPROPERTIES::resolution>(record, object);
 }
 
+// In absolute mode there are no offsets, and those that are loaded are ignored.
+int OffsetsKeyword(VALUERECORD* record, HOSTINFO* object, float logic::OffsetRecord::*number,
+                   std::size_t step) {
+    FADERPROPERTIES& fader = Fader(object);
+    return fader.relative != 0 ? fader.offsets.Keyword(record, number, step) : IgnoredKeyword(record, object);
+}
+
 int ValuesKeyword(VALUERECORD* record, HOSTINFO* object) {
-    return Fader(object).offsets.Keyword(record, &logic::OffsetRecord::offset, 1);
+    return OffsetsKeyword(record, object, &logic::OffsetRecord::offset, 1);
 }
 
 // Deliberately takes only every other number of a text that is written like that of `values`.
 int ValuesCopyKeyword(VALUERECORD* record, HOSTINFO* object) {
-    return Fader(object).offsets.Keyword(record, &logic::OffsetRecord::remote, 2);
+    return OffsetsKeyword(record, object, &logic::OffsetRecord::remote, 2);
 }
+
+constexpr KEYWORDHANDLER KNOB_HEIGHT = IntegerKeyword<&FADERPROPERTIES::knobHeight, 1, MAXIMUM_KNOB_HEIGHT>;
+constexpr KEYWORDHANDLER RELATIVE_MODE = IntegerKeyword<&FADERPROPERTIES::relative>;
 
 constexpr KEYWORDROW KEYWORDS[] = {
     {" ", ValueKeyword, 0},
@@ -206,11 +190,11 @@ constexpr KEYWORDROW KEYWORDS[] = {
     {"fmt", FloatFormatKeyword<&FADERPROPERTIES::fmt>, KEYWORD_SAVED},
     {"function", FunctionKeyword, KEYWORD_SAVED},
     {"interval", IntervalKeyword, KEYWORD_SAVED},
-    {"knobheight", KnobHeightKeyword, KEYWORD_SAVED},
+    {"knobheight", Notifying<KNOB_HEIGHT, &FADERPROPERTIES::ShapeChanged>, KEYWORD_SAVED},
     {"layer", LayerKeyword, 0},
     {"level", LayerKeyword, 0},
     {"properties", PropertiesKeyword, KEYWORD_SAVED},
-    {"relative", RelativeKeyword, KEYWORD_SAVED},
+    {"relative", Notifying<RELATIVE_MODE, &FADERPROPERTIES::BindingsChanged>, KEYWORD_SAVED},
     {"resolution", ResolutionKeyword, KEYWORD_SAVED},
     {"setvalue", IntegerKeyword<&FADERPROPERTIES::setValue>, KEYWORD_SAVED},
     {"value", ValueKeyword, 0},
@@ -233,7 +217,8 @@ LRESULT FADERPROPERTIES::OnSaveToListCtrl(WPARAM, LPARAM listView) {
 
 void FADERPROPERTIES::SetDefaults() {
     interval = 100;
-    tooltip.Attach(*this);
+    PlaceKnob();
+    tooltip.AttachRelayed(*this);
     DragAcceptFiles(window, TRUE);
 }
 
@@ -249,15 +234,8 @@ int FADERPROPERTIES::TakeValue(float newValue) {
     return 1;
 }
 
-void FADERPROPERTIES::MarkNotEqual(bool differs) {
-    if (differs != notEqual) {
-        notEqual = differs;
-        Redraw();
-    }
-}
-
 void FADERPROPERTIES::Send() {
-    if (offsets.relative != 0) {
+    if (relative != 0) {
         offsets.Send(requests, value, COMMAND_SET);
     } else {
         float sent = value;
@@ -277,14 +255,18 @@ void FADERPROPERTIES::Poll() {
     if (requests.empty() && !notEqual && lastPollResult == REQUEST_UNCHANGED) {
         return;
     }
-    if (offsets.relative != 0) {
+    if (relative != 0) {
         offsets.Send(requests, value, COMMAND_GET);
         ShowPollResult(REQUEST_UNCHANGED); // each connection has its own value, so none of them differs
         return;
     }
+    const HWND self = window;
     float polled = value;
     int result = REQUEST_UNCHANGED;
     a_SendRequest(requests, COMMAND_GET, DATATYPE_FLOAT, &polled, &result);
+    if (!StillHas(self, this)) {
+        return;
+    }
     if (result != REQUEST_DELIVERED) {
         ShowPollResult(result);
         return;
@@ -292,37 +274,34 @@ void FADERPROPERTIES::Poll() {
     lastPollResult = result;
     const logic::LimitedValue limited = logic::LimitFader(polled, Range());
     value = limited.value;
-    MarkNotEqual(limited.outside);
+    ShowNotEqual(limited.outside);
     PlaceKnob();
 }
 
 // Layout
-
-logic::FaderShape FADERPROPERTIES::Shape() const {
-    RECT client;
-    GetClientRect(window, &client);
-    return ShapeIn(client);
-}
 
 BitmapParts FADERPROPERTIES::Parts() const {
     return {*face.Get(), 2, HasHorizontalImage() ? BitmapParts::Stacked : BitmapParts::SideBySide};
 }
 
 void FADERPROPERTIES::PlaceKnob() {
-    const logic::FaderShape shape = Shape();
-    const int position = logic::KnobPosition(value, Range(), shape);
-    if (int& shown = KnobPosition(shape); shown != position) {
-        shown = position;
+    RECT client;
+    GetClientRect(window, &client);
+    if (knob.Place(value, Range(), {client.right, client.bottom, knobHeight})) {
         Redraw();
     }
+}
+
+void FADERPROPERTIES::ShapeChanged() {
+    PlaceKnob();
+    Redraw();
 }
 
 void FADERPROPERTIES::BitmapChanged() {
     if (face.Get() != nullptr) {
         Resize(Parts().Width(), Parts().Height());
     }
-    PlaceKnob();
-    Redraw();
+    ShapeChanged();
 }
 
 // Drawing
@@ -330,39 +309,37 @@ void FADERPROPERTIES::BitmapChanged() {
 namespace {
 
 // Without an image a horizontal fader deliberately looks like a vertical one, but brighter.
-void DrawPlainFader(HDC dc, const logic::FaderShape& shape, int knobTop) {
+void DrawPlainFader(HDC dc, const logic::FaderKnob& knob) {
+    const logic::FaderShape& shape = knob.Shape();
     const int middle = shape.width / 2;
     const RECT slot{middle - 1, shape.knobHeight / 2, middle + 1, shape.height - shape.knobHeight / 2};
     FillRect(dc, &slot, static_cast<HBRUSH>(GetStockObject(BLACK_BRUSH)));
-    const RECT knob{0, knobTop, shape.width, knobTop + shape.knobHeight};
-    DrawShadedRows(dc, knob, shape.IsVertical() ? BAR_COLOUR : BRIGHT_BAR_COLOUR);
+    const RECT bar{0, knob.Top(), shape.width, knob.Top() + shape.knobHeight};
+    DrawShadedRows(dc, bar, shape.IsVertical() ? BAR_COLOUR : BRIGHT_BAR_COLOUR);
 }
 
 } // namespace
 
 void FADERPROPERTIES::Draw(HDC dc, const RECT& client) const {
-    const logic::FaderShape shape = ShapeIn(client);
     if (face.Get() == nullptr) {
-        DrawPlainFader(dc, shape, knobPosV);
+        DrawPlainFader(dc, knob);
         return;
     }
     const BitmapParts parts = Parts();
     parts.Draw(dc, TRACK, client);
-    if (shape.IsVertical()) {
-        parts.Draw(dc, KNOB, 0, knobPosV, {0, 0, shape.width, knobHeight});
+    if (knob.Shape().IsVertical()) {
+        parts.Draw(dc, KNOB, 0, knob.Top(), {0, 0, client.right, knobHeight});
     } else {
-        parts.Draw(dc, KNOB, knobPosH, 0, {0, 0, knobHeight, shape.height});
+        parts.Draw(dc, KNOB, knob.Left(), 0, {0, 0, knobHeight, client.bottom});
     }
 }
 
 // Input
 
 bool FADERPROPERTIES::BeginDrag(POINT point) {
-    const logic::FaderShape shape = Shape();
-    if (!logic::IsOnKnob(point.x, point.y, KnobPosition(shape), shape)) {
+    if (!knob.Hold({point.x, point.y})) {
         return false; // the knob does not jump to the mouse
     }
-    (shape.IsVertical() ? anchorY : anchorX) = shape.IsVertical() ? point.y : point.x;
     if (!fmt.empty()) {
         ClientToScreen(window, &point);
         tooltip.Track({point.x, point.y + TIP_BELOW}, TipText());
@@ -371,20 +348,12 @@ bool FADERPROPERTIES::BeginDrag(POINT point) {
 }
 
 void FADERPROPERTIES::MoveDrag(POINT point) {
-    const logic::FaderShape shape = Shape();
-    const bool vertical = shape.IsVertical();
-    int& position = KnobPosition(shape);
-    int& anchor = vertical ? anchorY : anchorX;
-    const auto moved = logic::MoveKnob({position, anchor}, vertical ? point.y : point.x, shape);
-    if (!moved) {
+    const auto kept = knob.Drag({point.x, point.y});
+    if (!kept) {
         return;
     }
-    position = moved->position;
-    anchor = moved->anchor;
-    // The mouse stays on the knob at the ends of the travel and beside the fader. Where it is on it already
-    // it is not touched: it may have moved on since.
-    POINT held = vertical ? POINT{std::clamp<LONG>(point.x, 0, shape.width), anchor}
-                          : POINT{anchor, std::clamp<LONG>(point.y, 0, shape.height)};
+    // Where the mouse is on the knob already it is not touched: it may have moved on since.
+    POINT held{kept->x, kept->y};
     const bool strayed = held.x != point.x || held.y != point.y;
     ClientToScreen(window, &held);
     if (strayed && GetCapture() == window) {
@@ -392,24 +361,25 @@ void FADERPROPERTIES::MoveDrag(POINT point) {
     }
     Redraw();
     UpdateWindow(window);
-    value = logic::DraggedValue(position, Range(), shape);
+    value = knob.Value(Range());
+    const HWND self = window;
     Send();
-    if (!fmt.empty() && dragging) {
-        tooltip.Track({held.x, held.y + (vertical || HasHorizontalImage() ? TIP_BELOW : 0)}, TipText());
+    if (StillHas(self, this) && dragging && !fmt.empty()) {
+        const bool below = knob.Shape().IsVertical() || HasHorizontalImage();
+        tooltip.Track({held.x, held.y + (below ? TIP_BELOW : 0)}, TipText());
     }
 }
 
 void FADERPROPERTIES::EndDrag() {
-    tooltip.StopTracking();
-    if (offsets.relative != 0) {
+    CancelDrag();
+    if (relative != 0) {
         offsets.See(requests);
     }
-    PlaceKnob(); // from where it was dragged to where its value is
 }
 
 void FADERPROPERTIES::CancelDrag() {
     tooltip.StopTracking();
-    PlaceKnob();
+    PlaceKnob(); // from where it was dragged to where its value is
 }
 
 namespace {
@@ -427,26 +397,23 @@ void Step(const FADERPROPERTIES& fader, logic::FaderKey key) {
     }
 }
 
+static_assert(static_cast<int>(logic::FaderKey::PageUp) == VK_PRIOR &&
+              static_cast<int>(logic::FaderKey::Down) == VK_DOWN);
+
 void KeyDown(const FADERPROPERTIES& fader, WPARAM key) {
-    using logic::FaderKey;
-    static constexpr std::pair<WPARAM, FaderKey> STEPS[] = {
-        {VK_PRIOR, FaderKey::PageUp}, {VK_NEXT, FaderKey::PageDown}, {VK_END, FaderKey::End},
-        {VK_HOME, FaderKey::Home},    {VK_LEFT, FaderKey::Down},     {VK_DOWN, FaderKey::Down},
-        {VK_UP, FaderKey::Up},        {VK_RIGHT, FaderKey::Up},
-    };
     if (key == VK_SPACE) {
         SetThroughMessage(fader, DATATYPE_INTEGER, fader.setValue);
-        return;
-    }
-    for (const auto& [stepKey, step] : STEPS) {
-        if (stepKey == key) {
-            Step(fader, step);
-        }
+    } else if (key > VK_SPACE && key <= VK_DOWN) {
+        Step(fader, static_cast<logic::FaderKey>(key));
     }
 }
 
-void HoverTip(FADERPROPERTIES& fader) {
-    if (!fader.dragging && !fader.fmt.empty() && !fader.tooltip.IsVisible()) {
+void ShowTip(FADERPROPERTIES& fader, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (fader.dragging || fader.fmt.empty()) {
+        return;
+    }
+    fader.tooltip.Relay(message, wParam, lParam);
+    if (message == WM_MOUSEMOVE && !fader.tooltip.IsVisible()) {
         RECT area;
         GetClientRect(fader.window, &area);
         OffsetRect(&area, 0, fader.HasHorizontalImage() ? HOVER_BELOW : 0);
@@ -456,6 +423,7 @@ void HoverTip(FADERPROPERTIES& fader) {
 
 LRESULT CALLBACK FaderProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     FADERPROPERTIES& fader = *PropertiesOf<FADERPROPERTIES>(window);
+    ShowTip(fader, message, wParam, lParam);
     switch (message) {
     case WM_KEYDOWN:
         KeyDown(fader, wParam);
@@ -463,9 +431,6 @@ LRESULT CALLBACK FaderProc(HWND window, UINT message, WPARAM wParam, LPARAM lPar
     case WM_MOUSEWHEEL:
         Step(fader, GET_WHEEL_DELTA_WPARAM(wParam) < 1 ? logic::FaderKey::Down : logic::FaderKey::Up);
         return 0;
-    case WM_MOUSEMOVE:
-        HoverTip(fader);
-        break;
     case WM_SIZE:
         fader.PlaceKnob();
         break;

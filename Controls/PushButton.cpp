@@ -44,7 +44,7 @@ public:
     std::string dialogEntries; // kept for its readers
     bool pressed = false;      // drawn down
     logic::PressMode pressMode = logic::PressMode::Absolute;
-    bool capturedAtTick = false; // the window had the capture at the last WM_TIMER
+    bool capturedAtTick = false; // the repeat timer runs and the window had the capture at the last WM_TIMER
     DWORD pressTick = 0;         // tick count when the repeat timer was started; 0: it does not run
     int capturePeriod = 100;     // between two steps of a held button; 0: no repeat
     float captureAccel = 1.0F;   // how much each further step grows, 0.5 to 10
@@ -301,7 +301,8 @@ LRESULT CALLBACK PushButtonProc(HWND window, UINT message, WPARAM wParam, LPARAM
         }
         break;
     case WM_TIMER:
-        button.capturedAtTick = GetCapture() == window;
+        // Asked for only while the button repeats: the answer comes from the system, and the ticks never end.
+        button.capturedAtTick = button.pressTick != 0 && GetCapture() == window;
         break;
     case WM_CAPTURECHANGED:
         button.StopRepeat();
@@ -321,7 +322,8 @@ namespace {
 constexpr DialogEdit EDITS[] = {
     {IDC_CAPTION, "Caption", FieldKind::Text, "caption"},
     {IDC_FONT, "Font", FieldKind::Font, "font", 0, 0, IDC_CHOOSE_FONT},
-    {IDC_PRESSED_COLOUR, "Pressed text", FieldKind::Colour, "textcolorwhenpressed", 0, 0, IDC_CHOOSE_PRESSED_COLOUR},
+    {IDC_PRESSED_COLOUR, "Pressed text", FieldKind::Colour, "textcolorwhenpressed", 0, 0,
+     IDC_CHOOSE_PRESSED_COLOUR},
     {IDC_RELEASED_COLOUR, "Released text", FieldKind::Colour, "textcolorwhenunpressed", 0, 0,
      IDC_CHOOSE_RELEASED_COLOUR},
     {IDC_ON_VALUE, "On value", FieldKind::Integer, "onvalue"},
@@ -344,4 +346,5 @@ constexpr ParameterDialog DIALOG{.resource = IDD_PUSHBUTTON,
 
 } // namespace
 
-const ControlImplementation pushButtonControl{CreateProperties<PUSHBUTTONPROPERTIES>, PushButtonProc, &DIALOG};
+const ControlImplementation pushButtonControl{CreateProperties<PUSHBUTTONPROPERTIES>, PushButtonProc,
+                                              &DIALOG};

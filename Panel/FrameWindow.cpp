@@ -41,9 +41,10 @@ bool FrameWindow::Create(std::string& error) {
                      640, 480};
     if (Window::Create("PanelFrame", "Panel", STYLE, WS_EX_CONTROLPARENT, place, nullptr,
                        LoadMenuA(instance, MAKEINTRESOURCEA(IDM_FRAME)), nullptr) &&
-        view_.Create(Handle()) && status_.Create(Handle(), font_.get()) &&
-        trace_.Create(Handle(), font_.get())) {
+        toolbar_.Create(Handle()) && palette_.Create(Handle(), font_.get()) && view_.Create(Handle()) &&
+        status_.Create(Handle(), font_.get()) && trace_.Create(Handle(), font_.get())) {
         keys_ = LoadAcceleratorsA(instance, MAKEINTRESOURCEA(IDA_FRAME));
+        editKeys_ = LoadAcceleratorsA(instance, MAKEINTRESOURCEA(IDA_EDIT));
         return true;
     }
     error = "cannot make the main window: " + ErrorText(GetLastError());
@@ -69,10 +70,14 @@ bool FrameWindow::TranslateKey(MSG& message) {
     if (message.hwnd != Handle() && !IsChild(Handle(), message.hwnd)) {
         return false;
     }
-    if (TranslateAcceleratorA(Handle(), keys_, &message)) {
+    if (TranslateAcceleratorA(Handle(), keys_, &message) ||
+        (editing_ && TranslateAcceleratorA(Handle(), editKeys_, &message))) {
         return true;
     }
-    if (message.message != WM_KEYDOWN || message.wParam != VK_TAB || GetKeyState(VK_CONTROL) < 0) {
+    if (editing_) {
+        return panel_ && panel_->Edit().Translate(message);
+    }
+    if (message.message != WM_KEYDOWN || message.wParam != VK_TAB || GetKeyState(VK_CONTROL) < 0 || !panel_) {
         return false;
     }
     const LRESULT wanted =
@@ -99,9 +104,15 @@ LRESULT FrameWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         OnCommand(LOWORD(wParam));
         return 0;
     case WM_INITMENUPOPUP:
-        CheckMenuItem(GetMenu(Handle()), CMD_VIEW_TRACE, trace_.IsShown() ? MF_CHECKED : MF_UNCHECKED);
+        UpdateMenu();
         return 0;
+    case WM_SYSCOMMAND:
+        if ((wParam & 0xFFF0) == SC_KEYMENU && lParam == 0 && GetCapture()) {
+            return 0; // Alt belongs to what is being dragged
+        }
+        break;
     case WM_NOTIFY:
+        Toolbar::Answer(*reinterpret_cast<NMHDR*>(lParam));
         if (status_.IsMessageClick(*reinterpret_cast<const NMHDR*>(lParam))) {
             trace_.Show(true);
         }
@@ -136,10 +147,13 @@ LRESULT FrameWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
 }
 
 void FrameWindow::OnCommand(int command) {
-    if (ticking_) {
+    if (ticking_ || !panel_) {
         // A control has opened a message box out of its timer: its panel must not go meanwhile.
         MessageBeep(MB_OK);
         return;
+    }
+    if (command >= CMD_EDIT_FIRST && command <= CMD_EDIT_LAST) {
+        return OnEditCommand(command);
     }
     switch (command) {
     case CMD_NEW:
@@ -164,14 +178,65 @@ void FrameWindow::OnCommand(int command) {
     }
 }
 
+void FrameWindow::OnEditCommand(int command) {
+    if (command == CMD_EDIT_MODE) {
+        SetEditing(!editing_);
+    } else {
+        panel_->Edit().Execute(command);
+    }
+    Refresh();
+}
+
+void FrameWindow::SetEditing(bool editing) {
+    if (editing == editing_) {
+        return;
+    }
+    editing_ = editing;
+    panel_->Edit().SetActive(editing);
+    palette_.SetEditor(editing ? &panel_->Edit() : nullptr);
+    palette_.Show(editing);
+    if (!IsZoomed(Handle()) &&
+        !IsIconic(Handle())) { // room for the palette beside the panel, as far as there is some
+        const RECT work = WorkArea(Handle());
+        RECT place;
+        GetWindowRect(Handle(), &place);
+        const LONG width = place.right - place.left + (editing ? Palette::WIDTH : -Palette::WIDTH);
+        const LONG shown = std::min(width, work.right - work.left);
+        const LONG left = std::max(work.left, std::min(place.left, work.right - shown));
+        SetWindowPos(Handle(), nullptr, left, place.top, shown, place.bottom - place.top,
+                     SWP_NOZORDER | SWP_NOACTIVATE);
+    }
+    OnSize();
+}
+
+void FrameWindow::UpdateMenu() const {
+    const HMENU menu = GetMenu(Handle());
+    CheckMenuItem(menu, CMD_VIEW_TRACE, trace_.IsShown() ? MF_CHECKED : MF_UNCHECKED);
+    if (!panel_) {
+        return;
+    }
+    const Editor& editor = panel_->Edit();
+    for (int command = CMD_EDIT_FIRST; command <= CMD_EDIT_LAST; ++command) {
+        const auto item = static_cast<UINT>(command);
+        if (const std::string label = editor.LabelOf(command); !label.empty()) {
+            ModifyMenuA(menu, item, MF_BYCOMMAND | MF_STRING, item, label.c_str());
+        }
+        EnableMenuItem(menu, item, editor.IsEnabled(command) ? MF_ENABLED : MF_GRAYED);
+        CheckMenuItem(menu, item, editor.IsChecked(command) ? MF_CHECKED : MF_UNCHECKED);
+    }
+}
+
 void FrameWindow::OnTick() {
-    if (!ticking_) {
+    if (!ticking_ && panel_) {
         ticking_ = true;
         panel_->Tick();
         ticking_ = false;
     }
+    if (editing_ && panel_) {
+        status_.SetText(panel_->StatusText()); // it follows the mouse
+    }
     const ULONGLONG now = GetTickCount64();
-    if (now >= nextRefresh_) {
+    if (now >= nextRefresh_ && panel_) {
         nextRefresh_ = now + REFRESH_AFTER;
         Refresh();
     }
@@ -183,10 +248,17 @@ void FrameWindow::OnTick() {
 
 void FrameWindow::OnSize() {
     status_.Resize();
+    toolbar_.Resize();
     RECT client;
     GetClientRect(Handle(), &client);
-    const int height = std::max(0L, client.bottom - status_.Height());
-    SetWindowPos(view_.Handle(), nullptr, 0, 0, client.right, height, SWP_NOZORDER | SWP_NOACTIVATE);
+    const int top = toolbar_.Height();
+    const int height = std::max(0L, client.bottom - status_.Height() - top);
+    const int left = PaletteWidth();
+    if (editing_) {
+        SetWindowPos(palette_.Handle(), nullptr, 0, top, left, height, SWP_NOZORDER | SWP_NOACTIVATE);
+    }
+    SetWindowPos(view_.Handle(), nullptr, left, top, std::max(0L, client.right - left), height,
+                 SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 // The panel and its file.
@@ -201,29 +273,41 @@ bool FrameWindow::OpenPanel(const std::string& file, std::string& error) {
         return false;
     }
     if (panel_ && panel_->HasInterfaceControls() && opened->HasInterfaceControls()) {
-        // The new panel could be read, but found its ports taken by the running one: it starts again without
+        // The new panel could be read, but found its ports taken by the running one: it starts anew without
         // that.
         opened.reset();
-        view_.SetPanel(nullptr, {});
-        panel_.reset();
+        Replace(nullptr, "");
         log_.SetMessageCount(0);
         opened = PanelWindow::Open(view_.Handle(), file, devices, error);
         if (!opened) { // the file changed this very moment
             std::string ignored;
-            opened = PanelWindow::Open(view_.Handle(), "", "", ignored);
+            Replace(PanelWindow::Open(view_.Handle(), "", "", ignored), "");
+            return false;
         }
     }
-    view_.SetPanel(opened->Handle(), opened->Size());
-    panel_ = std::move(opened);
+    Replace(std::move(opened), file);
+    return true;
+}
+
+void FrameWindow::Replace(std::unique_ptr<PanelWindow> panel, const std::string& file) {
+    palette_.SetEditor(nullptr);
+    view_.SetPanel(panel ? panel->Handle() : nullptr, panel ? panel->Size() : SIZE{});
+    panel_ = std::move(panel);
     file_ = file;
     objects_ = -1;
+    if (!panel_) {
+        return;
+    }
+    if (editing_) {
+        panel_->Edit().SetActive(true);
+        palette_.SetEditor(&panel_->Edit());
+    }
     statedSize_ = panel_->StatedSize();
     FitToPanel();
     Refresh();
     if (GetActiveWindow() == Handle()) {
         panel_->RestoreFocus();
     }
-    return true;
 }
 
 std::string FrameWindow::DeviceFileFor(const std::string& file) const {
@@ -320,6 +404,7 @@ void FrameWindow::Refresh() {
     }
     status_.SetText(panel_->StatusText());
     status_.SetMessageCount(log_.MessageCount());
+    toolbar_.Update(panel_->Edit());
     trace_.Update();
 }
 
@@ -331,7 +416,8 @@ void FrameWindow::FitToPanel() {
     const RECT work = WorkArea(Handle());
     RECT border{};
     AdjustWindowRectEx(&border, STYLE, TRUE, WS_EX_CONTROLPARENT);
-    border.bottom += status_.Height();
+    border.bottom += status_.Height() + toolbar_.Height();
+    border.right += PaletteWidth();
     const SIZE limits{work.right - work.left - (border.right - border.left),
                       work.bottom - work.top - (border.bottom - border.top)};
     const SIZE view = PanelView::BestSize(view_.PanelSize(), limits);
@@ -346,7 +432,7 @@ void FrameWindow::FitToPanel() {
     // A narrow window needs more than one line for its menu.
     RECT client;
     GetClientRect(Handle(), &client);
-    const LONG missing = view.cy + status_.Height() - client.bottom;
+    const LONG missing = view.cy + status_.Height() + toolbar_.Height() - client.bottom;
     if (missing > 0) {
         frame.cy = std::min(frame.cy + missing, work.bottom - work.top);
         SetWindowPos(Handle(), nullptr, 0, 0, frame.cx, frame.cy, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);

@@ -9,13 +9,15 @@
 #include "Panel/TraceLog.h"
 #include "Panel/TraceWindow.h"
 #include "Panel/Window.h"
+#include "Panel/editing/Palette.h"
+#include "Panel/editing/Toolbar.h"
 
 #include <memory>
 #include <string>
 
 class ControlLibrary;
 
-// The main window: menu, the running panel, status bar. Owns the panel and its file name.
+// The main window: menu, toolbar, palette, the running panel, status bar. Owns the panel and its file name.
 class FrameWindow : public Window {
 public:
     FrameWindow(const CommandLine& commandLine, const Reporter& reporter, const ControlLibrary& library,
@@ -34,9 +36,15 @@ public:
 private:
     LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
     void OnCommand(int command);
+    void OnEditCommand(int command);
     void OnTick();
     void OnSize();
+    void UpdateMenu() const;
+    void SetEditing(bool editing);
+    int PaletteWidth() const { return editing_ ? Palette::WIDTH : 0; }
 
+    // Lets go of the running panel; null for no panel while another is opened.
+    void Replace(std::unique_ptr<PanelWindow> panel, const std::string& file);
     void New();
     void Open();
     bool Save();
@@ -58,15 +66,19 @@ private:
     TraceLog& log_;
     Font font_;
     HACCEL keys_ = nullptr;
+    HACCEL editKeys_ = nullptr;
+    Toolbar toolbar_;
+    Palette palette_;
     PanelView view_;
     StatusBar status_;
     TraceWindow trace_;
-    std::unique_ptr<PanelWindow> panel_;
-    std::string file_; // of the panel; empty while it has none
+    std::unique_ptr<PanelWindow> panel_; // null only while one is replaced
+    std::string file_;                   // of the panel; empty while it has none
     std::string title_;
     std::string statedSize_;
     int objects_ = -1; // in this process when the controls were counted
     bool ticking_ = false;
+    bool editing_ = false;
     ULONGLONG nextRefresh_ = 0;
     ULONGLONG end_ = 0; // when an unattended run ends
 };

@@ -11,6 +11,13 @@ struct ObjectDeleter {
     void operator()(HGDIOBJ object) const { DeleteObject(object); }
 };
 using Font = std::unique_ptr<std::remove_pointer_t<HFONT>, ObjectDeleter>;
+using Brush = std::unique_ptr<std::remove_pointer_t<HBRUSH>, ObjectDeleter>;
+using Bitmap = std::unique_ptr<std::remove_pointer_t<HBITMAP>, ObjectDeleter>;
+
+struct MenuDestroyer {
+    void operator()(HMENU menu) const { DestroyMenu(menu); }
+};
+using Menu = std::unique_ptr<std::remove_pointer_t<HMENU>, MenuDestroyer>;
 
 struct FileCloser {
     void operator()(HANDLE file) const { CloseHandle(file); }

@@ -19,7 +19,8 @@ namespace {
 constexpr int EXIT_NOT_DONE = 2;
 
 int Run(const CommandLine& commandLine, const Reporter& reporter, int showCommand) {
-    const INITCOMMONCONTROLSEX classes{sizeof classes, ICC_BAR_CLASSES | ICC_LISTVIEW_CLASSES};
+    const INITCOMMONCONTROLSEX classes{sizeof classes,
+                                       ICC_BAR_CLASSES | ICC_LISTVIEW_CLASSES | ICC_TREEVIEW_CLASSES};
     InitCommonControlsEx(&classes);
 
     // Goes last: it keeps lines that are traced while everything else goes.

@@ -70,16 +70,19 @@ bool PanelWindow::Load(const std::string& panelFile, const std::string& deviceFi
     if (error.empty() && !panelFile.empty()) {
         error = LoadFailure(ph_LoadPanel(root_, panelFile.c_str()), root_, panelFile, "panel");
     }
+    editor_ = std::make_unique<Editor>(Handle(), root_);
     return error.empty();
 }
 
 PanelWindow::~PanelWindow() {
+    editor_.reset();
     ph_DestroyRoot(root_);
 }
 
 bool PanelWindow::Save(const std::string& file, std::string& error) {
     SetLastError(ERROR_SUCCESS);
     if (ph_SavePanel(root_, file.c_str()) != 0) {
+        editor_->MarkSaved();
         return true;
     }
     const DWORD code = GetLastError();
@@ -92,7 +95,9 @@ bool PanelWindow::IsChanged() const {
 }
 
 void PanelWindow::Tick() {
+    editor_->SetLocked(true);
     ph_Tick(root_);
+    editor_->SetLocked(false);
 }
 
 std::string PanelWindow::RootText(const char* keyword) const {
@@ -150,6 +155,9 @@ bool PanelWindow::HasInterfaceControls() const {
 }
 
 std::string PanelWindow::StatusText() {
+    if (editor_->IsActive()) {
+        return editor_->StatusText();
+    }
     HOSTINFO* control = ControlOf(HoveredWindow());
     if (!control) {
         control = ControlOf(GetFocus());
@@ -209,8 +217,8 @@ void PanelWindow::RememberFocus() {
 }
 
 void PanelWindow::RestoreFocus() {
-    const bool usable =
-        IsChild(Handle(), lastFocus_) && IsWindowVisible(lastFocus_) && IsWindowEnabled(lastFocus_);
+    const bool usable = !editor_->IsActive() && IsChild(Handle(), lastFocus_) &&
+                        IsWindowVisible(lastFocus_) && IsWindowEnabled(lastFocus_);
     SetFocus(usable ? lastFocus_ : Handle());
 }
 
@@ -232,6 +240,9 @@ LRESULT PanelWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     if (message == WM_MOUSEMOVE) {
         hovered_ = WindowAt({GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)});
         GetCursorPos(&cursor_);
+    }
+    if (LRESULT result = 0; editor_ && editor_->OnMessage(message, wParam, lParam, result)) {
+        return result;
     }
     return Window::OnMessage(message, wParam, lParam);
 }

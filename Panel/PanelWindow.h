@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Panel/Window.h"
+#include "Panel/editing/Editor.h"
 
 #include <memory>
 #include <string>
@@ -19,6 +20,8 @@ public:
     bool Save(const std::string& file, std::string& error);
     bool IsChanged() const;
     void Tick();
+    // The edit mode of this panel.
+    Editor& Edit() { return *editor_; }
 
     std::string Title() const;
     // As its file says ("width,height"), or empty.
@@ -31,7 +34,7 @@ public:
     bool HasInterfaceControls() const;
 
     // Name and value of the control under the mouse, else of the one with the focus; empty when there is
-    // none.
+    // none. While the panel is edited, what is selected.
     std::string StatusText();
 
     // The control that had the focus when the program was last left.
@@ -52,6 +55,7 @@ private:
     HWND HoveredWindow();
 
     HOSTINFO* root_ = nullptr;
+    std::unique_ptr<Editor> editor_; // there from Open on
     HWND hovered_ = nullptr;
     POINT cursor_{-1, -1}; // where it was when the hovered window was found
     HWND lastFocus_ = nullptr;

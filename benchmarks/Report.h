@@ -1,5 +1,5 @@
 // Measures a figure of ours and a yardstick by turns, so that both see the same machine, and prints one line
-// a figure: medians, their ratio and how far that ratio moved from round to round.
+// a figure: medians, the median of their ratios in each round, and the range of the middle half of these.
 #pragma once
 
 #include <functional>

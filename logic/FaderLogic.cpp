@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <stdexcept>
+#include <utility>
 
 #include "logic/Numbers.h"
 #include "logic/Text.h"
@@ -58,6 +59,7 @@ std::optional<float> StepFader(float value, FaderKey key, const FaderRange& rang
     case FaderKey::PageDown:
         return value - pageSteps * step;
     case FaderKey::Up:
+    case FaderKey::Right:
         return value + step;
     default:
         return value - step;
@@ -78,35 +80,42 @@ std::optional<FaderProperties> ParseFaderProperties(std::string_view text) {
     return properties;
 }
 
-std::int32_t KnobPosition(float value, const FaderRange& range, const FaderShape& shape) {
-    const std::int32_t travel = DragTravel(shape) - (shape.IsVertical() ? 1 : 0);
+bool FaderKnob::Place(float value, const FaderRange& range, const FaderShape& shape) {
+    shape_ = shape;
+    const std::int32_t travel = std::max(DragTravel(shape) - (shape.IsVertical() ? 1 : 0), 0);
     const double span = Span(range);
-    if (travel <= 0)
-        return 0;
     const double share = span == 0.0 ? 0.0 : (static_cast<double>(value) - range.minimum) / span;
     const std::int32_t fromMinimum = std::clamp(TruncateToInteger(share * travel + 0.5), 0, travel);
-    return shape.IsVertical() ? travel - fromMinimum : fromMinimum;
+    const std::int32_t position = shape.IsVertical() ? travel - fromMinimum : fromMinimum;
+    return std::exchange(Position(), position) != position;
 }
 
-bool IsOnKnob(std::int32_t x, std::int32_t y, std::int32_t position, const FaderShape& shape) {
-    const std::int32_t along = shape.IsVertical() ? y : x;
-    const std::int32_t across = shape.IsVertical() ? x : y;
-    const std::int32_t breadth = shape.IsVertical() ? shape.width : shape.height;
-    return along >= position && along - position < shape.knobHeight && across >= 0 && across < breadth;
+bool FaderKnob::Hold(FaderPoint point) {
+    const bool vertical = shape_.IsVertical();
+    const std::int32_t along = vertical ? point.y : point.x;
+    const std::int32_t across = vertical ? point.x : point.y;
+    const std::int32_t breadth = vertical ? shape_.width : shape_.height;
+    if (along < Position() || along - Position() >= shape_.knobHeight || across < 0 || across >= breadth)
+        return false;
+    anchor_ = along;
+    return true;
 }
 
-std::optional<HeldKnob> MoveKnob(HeldKnob knob, std::int32_t pointer, const FaderShape& shape) {
-    const std::int32_t travel = DragTravel(shape);
-    const std::int32_t moved = knob.position + (pointer - knob.anchor);
-    if (pointer == knob.anchor || travel <= 0)
+std::optional<FaderPoint> FaderKnob::Drag(FaderPoint pointer) {
+    const std::int32_t along = shape_.IsVertical() ? pointer.y : pointer.x;
+    const std::int32_t travel = DragTravel(shape_);
+    if (along == anchor_ || travel <= 0)
         return std::nullopt;
-    const std::int32_t position = std::clamp(moved, 0, travel);
-    return HeldKnob{position, pointer - (moved - position)};
+    const std::int32_t moved = Position() + (along - anchor_);
+    Position() = std::clamp(moved, 0, travel);
+    anchor_ = along - (moved - Position());
+    return shape_.IsVertical() ? FaderPoint{std::clamp(pointer.x, 0, shape_.width), anchor_}
+                               : FaderPoint{anchor_, std::clamp(pointer.y, 0, shape_.height)};
 }
 
-float DraggedValue(std::int32_t position, const FaderRange& range, const FaderShape& shape) {
-    const auto travel = static_cast<double>(DragTravel(shape));
-    const double fromMinimum = shape.IsVertical() ? travel - position : position;
+float FaderKnob::Value(const FaderRange& range) const {
+    const auto travel = static_cast<double>(DragTravel(shape_));
+    const double fromMinimum = shape_.IsVertical() ? travel - top_ : left_;
     const double share = travel > 0 ? fromMinimum / travel : 0.0;
     return RoundToStep(static_cast<float>(share * Span(range) + range.minimum), range.resolution);
 }

@@ -25,7 +25,8 @@ LimitedValue LimitFader(float value, const FaderRange& range);
 // The same for whole numbers; a step that is none is cut off towards zero.
 std::int32_t LimitFaderInteger(std::int32_t value, const FaderRange& range);
 
-enum class FaderKey { PageUp, PageDown, End, Home, Down, Up };
+// Numbered as the keyboard's virtual-key codes.
+enum class FaderKey { PageUp = 0x21, PageDown, End, Home, Left, Up, Right, Down };
 
 // The value a key asks for, not yet limited and possibly infinite. Nothing when the key does nothing.
 std::optional<float> StepFader(float value, FaderKey key, const FaderRange& range);
@@ -41,32 +42,47 @@ std::optional<FaderProperties> ParseFaderProperties(std::string_view text);
 // Pixels. A fader that is wider than high is horizontal, with its minimum on the left; any other is vertical,
 // with its maximum at the top. The knob is `knobHeight` long along the travel and as wide as the fader.
 struct FaderShape {
-    std::int32_t width, height, knobHeight;
+    std::int32_t width = 0, height = 0;
+    std::int32_t knobHeight = 22;
 
     bool IsVertical() const { return width <= height; }
 };
 
-// Where the knob begins, from the top or the left. The horizontal travel is deliberately one pixel longer
-// than the vertical one. An equal range puts the knob where the minimum is, and so does a knob that leaves no
-// travel.
-std::int32_t KnobPosition(float value, const FaderRange& range, const FaderShape& shape);
-
-// Whether the point lies on the knob that begins at the position.
-bool IsOnKnob(std::int32_t x, std::int32_t y, std::int32_t position, const FaderShape& shape);
-
-// A knob that is held: where it begins, and where along the travel the pointer holds it.
-struct HeldKnob {
-    std::int32_t position;
-    std::int32_t anchor;
+struct FaderPoint {
+    std::int32_t x, y; // in the fader
 };
 
-// The held knob after the pointer moved there. At the ends the knob stops, and the anchor is where the
-// pointer would still hold it. Deliberately, a drag goes one pixel further than KnobPosition in the vertical
-// as well. Nothing when the pointer did not move or the knob leaves no travel.
-std::optional<HeldKnob> MoveKnob(HeldKnob knob, std::int32_t pointer, const FaderShape& shape);
+// Where the knob lies and how it is held. Each layout has a position of its own; the other one is kept.
+class FaderKnob {
+public:
+    // Puts the knob where the value is, in a fader of that shape. Whether it moved. The horizontal travel is
+    // deliberately one pixel longer than the vertical one. An equal range puts the knob where the minimum is,
+    // and a knob that leaves no travel lies at the beginning.
+    bool Place(float value, const FaderRange& range, const FaderShape& shape);
 
-// The value of a dragged knob, to the nearest step; it may pass an end by up to half a step.
-float DraggedValue(std::int32_t position, const FaderRange& range, const FaderShape& shape);
+    const FaderShape& Shape() const { return shape_; }
+    std::int32_t Top() const { return top_; }   // in the vertical layout
+    std::int32_t Left() const { return left_; } // in the horizontal layout
+
+    // Takes hold of the knob. False, and nothing done, when the point lies beside it.
+    bool Hold(FaderPoint point);
+    // Moves the held knob along with the pointer and returns where the pointer is to be kept: at the ends the
+    // knob stops and holds the pointer back, and so do the edges of the fader across the travel.
+    // Deliberately, a drag goes one pixel further than Place in the vertical as well. Nothing when the
+    // pointer did not move along the travel or there is no travel.
+    std::optional<FaderPoint> Drag(FaderPoint pointer);
+    // The value at the place that it was dragged to, to the nearest step; it may pass an end by up to half a
+    // step.
+    float Value(const FaderRange& range) const;
+
+private:
+    std::int32_t& Position() { return shape_.IsVertical() ? top_ : left_; }
+
+    FaderShape shape_;
+    std::int32_t top_ = 0;
+    std::int32_t left_ = 0;
+    std::int32_t anchor_ = 0; // along the travel: where the pointer holds the knob
+};
 
 // What relative mode knows of one connection.
 struct OffsetRecord {

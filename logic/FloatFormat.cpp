@@ -49,8 +49,9 @@ bool IsFloatFormat(std::string_view format) {
             format.remove_prefix(1);
             continue;
         }
-        if (!SkipFloatConversion(format) || ++conversions > 1)
+        if (!SkipFloatConversion(format))
             return false;
+        ++conversions;
     }
     return conversions == 1;
 }

@@ -34,12 +34,6 @@ void PostAtCursor(HWND target, UINT message, WPARAM wParam) {
     PostMessageA(target, message, wParam, MAKELPARAM(cursor.x, cursor.y));
 }
 
-void MoveToCursor(HWND dialog) {
-    POINT cursor;
-    GetCursorPos(&cursor);
-    SetWindowPos(dialog, nullptr, cursor.x, cursor.y, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
-}
-
 void Destroy(CONTROLPROPERTIES* control) {
     const HWND window = control->window;
     control->CancelDrag();
@@ -115,10 +109,7 @@ void ExtendMenu(const CONTROLPROPERTIES& control, HMENU menu) {
 
 void RightButtonDown(CONTROLPROPERTIES& control, WPARAM wParam) {
     if (wParam == PROPERTY_CLICK && control.dialog == nullptr) {
-        control.dialog = a_PropertyDlg(1, control.parent, &control);
-        if (control.dialog != nullptr) {
-            MoveToCursor(control.dialog);
-        }
+        control.dialog = a_PropertyDlg(1, control.parent, &control); // places itself at the cursor
         return;
     }
     PostAtCursor(GetParent(control.window), WM_RBUTTONDOWN, wParam);
@@ -313,6 +304,15 @@ LRESULT CALLBACK CommonProc(HWND window, UINT message, WPARAM wParam, LPARAM lPa
         control->flags = static_cast<WORD>(control->flags & ~FLAG_FOCUS);
         InvalidateRect(window, nullptr, TRUE);
         break;
+    case WM_PAINT:
+        if (controlClass.systemClass != nullptr) {
+            const LRESULT result = DefaultProc(controlClass, window, message, wParam, lParam);
+            const HDC dc = GetDC(window);
+            a_DrawSelection(control, dc); // the system control knows nothing of it
+            ReleaseDC(window, dc);
+            return result;
+        }
+        [[fallthrough]];
     default:
         if (LRESULT result = 0;
             controlClass.systemClass == nullptr && OwnDrawn(*control, message, wParam, lParam, result)) {

@@ -138,7 +138,10 @@ LRESULT CONTROLPROPERTIES::OnGetDatatype(WPARAM, LPARAM) {
 
 void CONTROLPROPERTIES::ShowPollResult(int result) {
     lastPollResult = result;
-    const bool shown = result > REQUEST_DELIVERED;
+    ShowNotEqual(result > REQUEST_DELIVERED);
+}
+
+void CONTROLPROPERTIES::ShowNotEqual(bool shown) {
     if (shown != notEqual) {
         notEqual = shown;
         Redraw();

@@ -85,6 +85,7 @@ public:
     bool HasFocus() const { return (flags & FLAG_FOCUS) != 0; }
     // Shows by the not-equal sign what a poll found; redraws only when it changes.
     void ShowPollResult(int result);
+    void ShowNotEqual(bool shown);
     // Resizes the window and the rectangle.
     void Resize(int width, int height);
 

@@ -22,9 +22,9 @@ bool Ask(const REQUESTITEM& item, float& remote) {
 
 } // namespace
 
-void RemoteOffsets::Rebuild(const REQUESTLIST& requests, float value) {
+void RemoteOffsets::Rebuild(bool on, const REQUESTLIST& requests, float value) {
     records.clear();
-    if (relative == 0) {
+    if (!on) {
         return;
     }
     for (const REQUESTITEM& item : ItemsOf(requests)) {
@@ -38,8 +38,9 @@ void RemoteOffsets::Rebuild(const REQUESTLIST& requests, float value) {
 
 void RemoteOffsets::Send(const REQUESTLIST& requests, float value, int command) {
     const std::vector<REQUESTITEM> items = ItemsOf(requests);
+    const std::vector<logic::OffsetRecord> known = records; // what a connection does may end this object
     for (std::size_t i = 0; i < items.size(); ++i) {
-        float remote = value + (i < records.size() ? records[i].offset : 0.0F);
+        float remote = value + (i < known.size() ? known[i].offset : 0.0F);
         if (command == COMMAND_SET) {
             a_SendToItem(items[i], COMMAND_SET, DATATYPE_FLOAT, &remote);
         } else if (Ask(items[i], remote) && i < records.size() && remote != records[i].lastRemote) {
@@ -61,13 +62,13 @@ void RemoteOffsets::See(const REQUESTLIST& requests) {
 
 int RemoteOffsets::Keyword(VALUERECORD* record, float logic::OffsetRecord::*number, std::size_t step) {
     if (record->command == COMMAND_GET) {
-        return a_AnswerText(record, relative != 0 ? logic::OffsetsText(records, number).c_str() : "");
+        return a_AnswerText(record, logic::OffsetsText(records, number).c_str());
     }
     const auto text = TextToSet(record);
     if (!text) {
         return 0;
     }
-    const auto numbers = logic::ParseOffsets(relative != 0 ? *text : "");
+    const std::vector<float> numbers = logic::ParseOffsets(*text);
     for (std::size_t i = 0; i < numbers.size(); i += step) {
         logic::OffsetRecord loaded;
         loaded.*number = numbers[i];

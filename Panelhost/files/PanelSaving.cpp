@@ -10,7 +10,8 @@ thread_local bool PanelSaving::failed_ = false;
 void PanelSaving::WriteObject(HOSTINFO& object, HANDLE file) {
     const auto lines = reinterpret_cast<LPARAM>(file);
     SendMessageA(object.window, CWM_SAVE, SAVE_PROPERTIES, lines);
-    if (object.kind != KIND_ROOT && object.layers != 0) { // the panel's affair, so the controls do not write it
+    if (object.kind != KIND_ROOT &&
+        object.layers != 0) { // the panel's affair, so the controls do not write it
         const std::string line = object.name + "*layer=" + logic::LayersText(object.layers) + "\r\n";
         a_WriteText(file, line.data(), line.size());
     }
@@ -32,8 +33,8 @@ DWORD PanelSaving::Replace(PanelRoot& root, const std::string& path) {
         return ERROR_ACCESS_DENIED; // renaming alone would not see to that everywhere
     }
     const std::string beside = path + ".new";
-    const HANDLE file = CreateFileA(beside.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL,
-                                    nullptr);
+    const HANDLE file =
+        CreateFileA(beside.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
     if (file == INVALID_HANDLE_VALUE) {
         return GetLastError();
     }

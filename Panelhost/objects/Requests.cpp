@@ -16,9 +16,9 @@
 namespace {
 
 // A control that is set sends to its own connections, and so on. Rings settle because an equal value is not
-// sent on. What follows guards those that never become equal: how deep requests may be nested, and how many of
-// them, beyond the first levels, one request may lead to (where each control has several connections, every
-// level multiplies them).
+// sent on. What follows guards those that never become equal: how deep requests may be nested, and how many
+// of them, beyond the first levels, one request may lead to (where each control has several connections,
+// every level multiplies them).
 constexpr int MAXIMUM_DEPTH = 64;
 constexpr int FIRST_LEVELS = 3;
 constexpr int MAXIMUM_DEEP_REQUESTS = 10000;

@@ -114,8 +114,9 @@ TEST_CASE("the knob lies at its value, the maximum at the top or the right") {
         {-50.0F, {-50, 50, 0.0F}, horizontal, 0}, {50.0F, {-50, 50, 0.0F}, horizontal, 192},
         {0.0F, {-50, 50, 0.0F}, horizontal, 96},  {60.0F, {-50, 50, 0.0F}, horizontal, 192},
         {-90.0F, {-80, 0, 0.0F}, vertical, 178},  {-40.0F, {0, -80, 0.0F}, vertical, 89},
-        {5.0F, {7, 7, 0.0F}, vertical, 178},      {5.0F, {7, 7, 0.0F}, horizontal, 0},
-        {0.0F, {-80, 0, 0.0F}, {10, 12, 22}, 0},  {50.0F, {-50, 50, 0.0F}, {8, 4, 22}, 0},
+        {5.0F, {7, 7, 0.0F}, vertical, 178},      {9.0F, {7, 7, 0.0F}, vertical, 178},
+        {5.0F, {7, 7, 0.0F}, horizontal, 0},      {0.0F, {-80, 0, 0.0F}, {10, 12, 22}, 0},
+        {50.0F, {-50, 50, 0.0F}, {8, 4, 22}, 0},
     };
     for (const Row& row : rows) {
         CAPTURE(row.value);

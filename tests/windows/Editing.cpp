@@ -24,7 +24,8 @@ const char* const PANEL = "size=600,400\r\n"
                           "S*control=0x00000000 LED \"Part\" 0x50010000 20,20,36,36\r\n"
                           "S*Part*connection=A\r\n"
                           "control=0x00000000 LED \"Layered\" 0x50010000 20,300,36,316\r\n"
-                          "Layered*layer=u2\r\n";
+                          "Layered*layer=u2\r\n"
+                          "control=0x00000000 BCOMBOBOX \"Combo\" 0x50010003 440,320,560,390\r\n";
 
 struct Search {
     DWORD process;
@@ -256,10 +257,15 @@ TEST_CASE("handles size what takes any size, and leave alone what its image size
     program.Click({290, 70});
     program.Drag({349, 89}, {389, 129}); // onto the grid
     CHECK(Contains(program.Saved(), "BSTATIC \"C\" 0x50000000 250,50,392,128"));
+    program.Click({500, 330});            // whose list is closed
+    program.Drag({500, 330}, {476, 250}); // its right edge to that of what is above
+
+    INFO(program.Saved());
+    CHECK(Contains(program.Saved(), "\"Combo\" 0x50010003 416,240,536,310"));
     program.Click({60, 60});
     program.Drag({86, 86}, {130, 230});
     CHECK(Contains(program.Saved(), "KNOB \"A\" 0x50010000 40,40,87,87"));
-    CheckHistory(program, start, 1);
+    CheckHistory(program, start, 2);
 }
 
 TEST_CASE("a run of one arrow key is one step") {
@@ -280,6 +286,7 @@ TEST_CASE("a part is reached by a double press, a single one takes what it is in
     program.Command(CMD_EDIT_MODE);
     const std::string start = program.Saved();
     program.Drag({368, 168}, {348, 198});
+    INFO(program.Saved());
     CHECK(Contains(program.Saved(), "MINIEDIT \"S\" 0x50000000 320,168,480,328"));
     program.Command(CMD_UNDO);
     Sleep(GetDoubleClickTime() + 50);

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <windows.h>
+
+#include <span>
+
+enum class CatalogueGroup { Continuous, Discrete, Processing, Strips, Interfaces };
+constexpr int CATALOGUE_GROUPS = 5;
+
+// A control that can be put on a panel.
+struct CatalogueEntry {
+    CatalogueGroup group;
+    const char* className;
+    const char* name;    // for people; a new control is called so, with a number
+    const char* letters; // on its tile
+    SIZE size;           // of a new one, pixels
+    bool operable;       // takes the keyboard focus
+};
+
+std::span<const CatalogueEntry> Catalogue();
+const char* GroupName(CatalogueGroup group);
+COLORREF GroupColour(CatalogueGroup group);

@@ -1,0 +1,353 @@
+// Mouse and keys of the edit mode.
+
+#include "Panel/editing/Editor.h"
+
+#include "Panel/editing/ContextMenu.h"
+#include "Panel/editing/Clipboard.h"
+#include "Panel/editing/MoveGesture.h"
+#include "Panel/editing/RubberBand.h"
+#include "Panel/editing/SizeGesture.h"
+#include "Panel/resource.h"
+#include "Panelhost/HostInterface.h"
+#include "Panelhost/Hostinfo.h"
+
+#include <windowsx.h>
+
+#include <cstdlib>
+
+namespace {
+
+constexpr COLORREF GHOST_COLOUR = RGB(64, 160, 255);
+constexpr WPARAM PROPERTY_CLICK = MK_RBUTTON | MK_SHIFT | MK_CONTROL; // the control's own
+
+const char* CursorOf(logic::Handle handle) {
+    switch (handle) {
+    case logic::Handle::TopLeft:
+    case logic::Handle::BottomRight:
+        return IDC_SIZENWSE;
+    case logic::Handle::TopRight:
+    case logic::Handle::BottomLeft:
+        return IDC_SIZENESW;
+    case logic::Handle::Top:
+    case logic::Handle::Bottom:
+        return IDC_SIZENS;
+    case logic::Handle::Left:
+    case logic::Handle::Right:
+        return IDC_SIZEWE;
+    default:
+        return IDC_ARROW;
+    }
+}
+
+POINT PointOf(LPARAM lParam) {
+    return {GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
+}
+
+// Where its window is, which may be smaller than the control is when it is opened.
+RECT PlaceOn(HWND panel, HWND window) {
+    RECT place;
+    GetWindowRect(window, &place);
+    MapWindowPoints(nullptr, panel, reinterpret_cast<POINT*>(&place), 2);
+    return place;
+}
+
+} // namespace
+
+Editor::Editor(HWND panel, HOSTINFO* root)
+    : panel_(panel), edits_(root), lines_(panel), surface_{panel_, edits_, selection_, grid_, lines_} {}
+
+Editor::~Editor() = default;
+
+void Editor::SetActive(bool active) {
+    if (active == active_) {
+        return;
+    }
+    FinishGesture(true);
+    selection_.Clear();
+    active_ = active;
+    ph_SetMode(edits_.Root(), active ? 1 : 0);
+    if (active && GetFocus() && IsChild(GetAncestor(panel_, GA_ROOT), GetFocus())) {
+        SetFocus(panel_); // no control may have it meanwhile
+    }
+}
+
+bool Editor::Translate(const MSG& message) {
+    if (!active_ || !IsChild(panel_, message.hwnd)) {
+        return false;
+    }
+    if (message.message == WM_KEYDOWN || message.message == WM_KEYUP || message.message == WM_CHAR) {
+        SetFocus(panel_);
+        SendMessageA(panel_, message.message, message.wParam, message.lParam);
+        return true;
+    }
+    const bool isMouse = message.message >= WM_MOUSEFIRST && message.message < WM_MOUSEWHEEL;
+    if (!isMouse || (message.message == WM_RBUTTONDOWN && message.wParam == PROPERTY_CLICK)) {
+        return false;
+    }
+    POINT point = PointOf(message.lParam);
+    MapWindowPoints(message.hwnd, panel_, &point, 1);
+    SendMessageA(panel_, message.message, message.wParam, MAKELPARAM(point.x, point.y));
+    return true;
+}
+
+bool Editor::OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) {
+    result = 0;
+    if (locked_ && message >= WM_KEYFIRST && message <= WM_MOUSELAST) {
+        return active_;
+    }
+    if (!active_) {
+        if (message == WM_RBUTTONDOWN) {
+            RightPress(PointOf(lParam));
+            return true;
+        }
+        return false;
+    }
+    switch (message) {
+    case WM_LBUTTONDOWN:
+    case WM_LBUTTONDBLCLK:
+        Press(PointOf(lParam), (wParam & MK_CONTROL) != 0, message == WM_LBUTTONDBLCLK);
+        return true;
+    case WM_MOUSEMOVE:
+        if (gesture_ && (wParam & MK_LBUTTON) == 0) {
+            FinishGesture(false); // the release went elsewhere
+        } else if (gesture_) {
+            gesture_->Move(PointOf(lParam));
+        } else {
+            Hover(PointOf(lParam));
+        }
+        return false; // the panel wants to know, too
+    case WM_LBUTTONUP:
+        FinishGesture(false);
+        return true;
+    case WM_CAPTURECHANGED:
+        if (reinterpret_cast<HWND>(lParam) != panel_) {
+            FinishGesture(true);
+        }
+        return true;
+    case WM_CANCELMODE:
+        FinishGesture(true);
+        return false;
+    case WM_SETCURSOR:
+        if (LOWORD(lParam) == HTCLIENT) {
+            POINT point;
+            GetCursorPos(&point);
+            ScreenToClient(panel_, &point);
+            Hover(point);
+            result = TRUE;
+            return true;
+        }
+        return false;
+    case WM_RBUTTONDOWN:
+        RightPress(PointOf(lParam));
+        return true;
+    case WM_KEYDOWN:
+        return OnKey(wParam);
+    case WM_PAINT:
+        Paint();
+        return true;
+    default:
+        return false;
+    }
+}
+
+void Editor::Paint() {
+    PAINTSTRUCT paint;
+    const HDC dc = BeginPaint(panel_, &paint);
+    grid_.Draw(dc, paint.rcPaint);
+    EndPaint(panel_, &paint);
+}
+
+// What is where.
+
+HOSTINFO* Editor::ChildAt(HWND parent, POINT point) const {
+    for (HWND child = GetWindow(parent, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
+        HOSTINFO* object = a_FromWindow(child);
+        if (!object || !IsWindowVisible(child)) {
+            continue;
+        }
+        if (const RECT place = PlaceOn(panel_, child); PtInRect(&place, point)) {
+            return object;
+        }
+    }
+    return nullptr;
+}
+
+// A control directly on the panel, or a part of one that is selected already.
+HOSTINFO* Editor::ObjectAt(POINT point) const {
+    HOSTINFO* object = ChildAt(panel_, point);
+    for (HOSTINFO* part = object; part; part = ChildAt(part->window, point)) {
+        if (selection_.Contains(part)) {
+            return part;
+        }
+    }
+    return object;
+}
+
+logic::Handle Editor::HandleAt(POINT point, HOSTINFO*& object) const {
+    for (HOSTINFO* selected : selection_.Objects()) {
+        const RECT place = PlaceOn(panel_, selected->window);
+        const logic::Handle handle =
+            logic::HandleAt({place.left, place.top, place.right, place.bottom}, {point.x, point.y});
+        if (handle != logic::Handle::None) {
+            object = selected;
+            return handle;
+        }
+    }
+    return logic::Handle::None;
+}
+
+// Mouse.
+
+void Editor::Hover(POINT point) {
+    if (!gesture_) { // which keeps the cursor it began with
+        HOSTINFO* object = nullptr;
+        const logic::Handle handle = HandleAt(point, object);
+        const char* cursor = handle == logic::Handle::None && selection_.Contains(ObjectAt(point))
+                                 ? IDC_SIZEALL
+                                 : CursorOf(handle);
+        SetCursor(LoadCursorA(nullptr, cursor));
+    }
+}
+
+void Editor::StartGesture(std::unique_ptr<Gesture> gesture) {
+    gesture_ = std::move(gesture);
+    SetCapture(panel_);
+}
+
+void Editor::FinishGesture(bool cancelled) {
+    if (!gesture_) {
+        return;
+    }
+    const std::unique_ptr<Gesture> gesture = std::move(gesture_); // losing the capture is no cancellation now
+    if (GetCapture() == panel_) {
+        ReleaseCapture();
+    }
+    if (cancelled) {
+        gesture->Cancel();
+    } else {
+        gesture->End();
+    }
+}
+
+void Editor::Press(POINT point, bool control, bool isDouble) {
+    FinishGesture(false);
+    SetFocus(panel_);
+    HOSTINFO* object = ObjectAt(point);
+    const LONG now = GetMessageTime();
+    isDouble = isDouble || (pressTime_ != 0 && static_cast<UINT>(now - pressTime_) <= GetDoubleClickTime() &&
+                            std::abs(point.x - pressPoint_.x) < GetSystemMetrics(SM_CXDOUBLECLK) &&
+                            std::abs(point.y - pressPoint_.y) < GetSystemMetrics(SM_CYDOUBLECLK));
+    const bool again = isDouble && object && object == pressed_ && !control;
+    pressed_ = object;
+    pressPoint_ = point;
+    pressTime_ = again ? 0 : now; // a third press begins anew
+    if (again && DoublePress(object, point)) {
+        return;
+    }
+
+    HOSTINFO* grasped = nullptr;
+    const logic::Handle handle = control ? logic::Handle::None : HandleAt(point, grasped);
+    if (handle != logic::Handle::None) {
+        return StartGesture(std::make_unique<SizeGesture>(surface_, grasped, handle, point));
+    }
+    if (!object) {
+        return StartGesture(std::make_unique<RubberBand>(surface_, point, control));
+    }
+    if (control) {
+        return selection_.Toggle(object);
+    }
+    if (!selection_.Contains(object)) {
+        selection_.Set({object});
+    }
+    StartGesture(std::make_unique<MoveGesture>(surface_, object, point));
+}
+
+// Into a control that has parts, else its properties.
+bool Editor::DoublePress(HOSTINFO* object, POINT point) {
+    if (HOSTINFO* part = ChildAt(object->window, point)) {
+        selection_.Set({part});
+        pressed_ = part;
+        return true;
+    }
+    selection_.Set({object});
+    OpenProperties();
+    return true;
+}
+
+void Editor::RightPress(POINT point) {
+    FinishGesture(true);
+    POINT screen = point;
+    ClientToScreen(panel_, &screen);
+    HOSTINFO* object = ObjectAt(point);
+    if (!active_) {
+        for (HOSTINFO* part = object; part; part = ChildAt(part->window, point)) {
+            object = part;
+        }
+        if (object) {
+            OfferControlMenu(panel_, screen, object->window);
+        }
+        return;
+    }
+    SetFocus(panel_);
+    if (!object) {
+        selection_.Clear();
+    } else if (!selection_.Contains(object)) {
+        selection_.Set({object});
+    }
+    const int command =
+        AskEditMenu(panel_, screen, object ? object->window : nullptr, AreComponentsOnClipboard());
+    if (command == CMD_PASTE) {
+        PasteFromClipboard(point);
+    } else if (command != 0) {
+        Execute(command);
+    }
+}
+
+std::optional<POINT> Editor::ShowGhost(const CatalogueEntry& entry, POINT screen) {
+    RECT view;
+    GetWindowRect(GetParent(panel_), &view);
+    RECT panel;
+    GetWindowRect(panel_, &panel);
+    if (!active_ || !PtInRect(&view, screen) || !PtInRect(&panel, screen)) {
+        lines_.Hide();
+        return std::nullopt;
+    }
+    POINT point = screen;
+    ScreenToClient(panel_, &point);
+    const logic::Rectangle place{point.x, point.y, point.x + entry.size.cx, point.y + entry.size.cy};
+    const logic::Offset by = logic::SnapMove(place, {}, surface_.Snapping()).by;
+    const POINT corner{point.x + by.x, point.y + by.y};
+    std::vector<OverlayLines::Line> outline;
+    OverlayLines::AddFrame(outline, {corner.x, corner.y, corner.x + entry.size.cx, corner.y + entry.size.cy},
+                           GHOST_COLOUR);
+    lines_.Show(outline);
+    return corner;
+}
+
+// Keys.
+
+bool Editor::OnKey(WPARAM key) {
+    const bool shift = GetKeyState(VK_SHIFT) < 0;
+    switch (key) {
+    case VK_ESCAPE:
+        if (gesture_) {
+            FinishGesture(true);
+        } else {
+            selection_.Clear();
+        }
+        return true;
+    case VK_TAB:
+        CycleSelection(shift);
+        return true;
+    case VK_LEFT:
+    case VK_RIGHT:
+    case VK_UP:
+    case VK_DOWN:
+        if (!gesture_) {
+            Nudge(key, shift);
+        }
+        return true;
+    default:
+        return false;
+    }
+}

@@ -1,0 +1,438 @@
+// Commands of the edit mode.
+
+#include "Panel/editing/Clipboard.h"
+#include "Panel/editing/Editor.h"
+#include "Panel/resource.h"
+#include "Panelhost/Dialogs.h"
+#include "Panelhost/Editing.h"
+#include "Panelhost/Hostinfo.h"
+#include "Panelhost/Trace.h"
+#include "logic/ComponentText.h"
+
+#include <algorithm>
+#include <array>
+#include <set>
+
+namespace {
+
+constexpr DWORD NEW_STYLE = WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS;
+constexpr std::size_t ALIGN_LEAST = 2;
+constexpr std::size_t DISTRIBUTE_LEAST = 3;
+
+bool IsAlign(int command) {
+    return command >= CMD_ALIGN_LEFT && command <= CMD_ALIGN_CENTRE_DOWN;
+}
+
+// All of the rectangle inside the room, or its left and top edges where it is too large.
+logic::Offset Into(const logic::Rectangle& place, SIZE room) {
+    const auto along = [](LONG from, LONG to, LONG length) {
+        return std::clamp<LONG>(from, 0, std::max(0L, length - (to - from))) - from;
+    };
+    return {along(place.left, place.right, room.cx), along(place.top, place.bottom, room.cy)};
+}
+
+} // namespace
+
+// What is possible.
+
+bool Editor::IsEnabled(int command) const {
+    if (command == CMD_EDIT_MODE) {
+        return true;
+    }
+    if (!active_) {
+        return false;
+    }
+    const std::size_t count = selection_.Objects().size();
+    switch (command) {
+    case CMD_UNDO:
+        return edits_.History().CanUndo();
+    case CMD_REDO:
+        return edits_.History().CanRedo();
+    case CMD_PASTE:
+        return AreComponentsOnClipboard();
+    case CMD_SELECT_ALL:
+    case CMD_GRID:
+    case CMD_PROPERTIES:
+        return true;
+    case CMD_DISTRIBUTE_ACROSS:
+    case CMD_DISTRIBUTE_DOWN:
+        return count >= DISTRIBUTE_LEAST;
+    case CMD_CONNECTIONS:
+        return count == 1;
+    default:
+        return count >= (IsAlign(command) ? ALIGN_LEAST : 1);
+    }
+}
+
+bool Editor::IsChecked(int command) const {
+    return (command == CMD_EDIT_MODE && active_) || (command == CMD_GRID && grid_.IsOn());
+}
+
+std::string Editor::LabelOf(int command) const {
+    const std::string undo = edits_.History().UndoLabel();
+    const std::string redo = edits_.History().RedoLabel();
+    switch (command) {
+    case CMD_UNDO:
+        return "&Undo" + (undo.empty() ? "" : " " + undo) + "\tCtrl+Z";
+    case CMD_REDO:
+        return "&Redo" + (redo.empty() ? "" : " " + redo) + "\tCtrl+Y";
+    default:
+        return {};
+    }
+}
+
+void Editor::Execute(int command) {
+    if (locked_ || !IsEnabled(command)) {
+        return;
+    }
+    if (gesture_) {
+        FinishGesture(true);
+    }
+    switch (command) {
+    case CMD_EDIT_MODE:
+        return SetActive(!active_);
+    case CMD_UNDO:
+        return SelectNames(*edits_.Undo());
+    case CMD_REDO:
+        return SelectNames(*edits_.Redo());
+    case CMD_CUT:
+        if (Copy()) {
+            edits_.Delete(selection_.Objects());
+        }
+        return;
+    case CMD_COPY:
+        Copy();
+        return;
+    case CMD_PASTE:
+        return PasteFromClipboard(std::nullopt);
+    case CMD_DUPLICATE:
+        return Paste(SelectedText(), std::nullopt, 1, "Duplicate");
+    case CMD_DELETE:
+        return edits_.Delete(std::vector<HOSTINFO*>(selection_.Objects()));
+    case CMD_SELECT_ALL:
+        return SelectAll();
+    case CMD_DISTRIBUTE_ACROSS:
+    case CMD_DISTRIBUTE_DOWN:
+        return Distribute(command);
+    case CMD_TO_FOREGROUND:
+        return Reorder(true);
+    case CMD_TO_BACKGROUND:
+        return Reorder(false);
+    case CMD_GRID:
+        grid_.TurnOn(!grid_.IsOn());
+        InvalidateRect(panel_, nullptr, TRUE);
+        return;
+    case CMD_PROPERTIES:
+        return OpenProperties();
+    case CMD_CONNECTIONS:
+        return OpenConnections();
+    default:
+        if (IsAlign(command)) {
+            Align(command);
+        }
+        return;
+    }
+}
+
+std::string Editor::StatusText() const {
+    const auto& objects = selection_.Objects();
+    if (objects.empty()) {
+        return "Edit: click or drag to select, drag from the list at the left to add";
+    }
+    const logic::Rectangle place = logic::Bounds(PlacesOf(PlacementsOf(objects)));
+    std::string text;
+    if (objects.size() == 1) {
+        char className[64] = "";
+        GetClassNameA(objects.front()->window, className, sizeof className);
+        text = objects.front()->name + "   " + className;
+    } else {
+        text = std::to_string(objects.size()) + " selected";
+    }
+    return text + "   " + std::to_string(place.left) + "," + std::to_string(place.top) + "   " +
+           std::to_string(place.right - place.left) + " x " + std::to_string(place.bottom - place.top);
+}
+
+// Selecting.
+
+std::vector<HOSTINFO*> Editor::SelectedInOrder() const {
+    std::vector<HOSTINFO*> objects;
+    for (HOSTINFO* object : a_ListHostinfos(edits_.Root())) {
+        if (selection_.Contains(object)) {
+            objects.push_back(object);
+        }
+    }
+    return objects;
+}
+
+HOSTINFO* Editor::FirstControl() const {
+    for (HOSTINFO* object : a_ListHostinfos(edits_.Root())) {
+        if (object->kind == KIND_CONTROL) {
+            return object;
+        }
+    }
+    return nullptr;
+}
+
+void Editor::SelectAll() {
+    std::vector<HOSTINFO*> objects;
+    for (HOSTINFO* object : a_ListHostinfos(edits_.Root())) {
+        if (object->kind == KIND_CONTROL && object->parent == edits_.Root() &&
+            IsWindowVisible(object->window)) {
+            objects.push_back(object);
+        }
+    }
+    selection_.Set(std::move(objects));
+}
+
+void Editor::SelectNames(const std::vector<std::string>& names) {
+    std::vector<HOSTINFO*> objects;
+    for (const std::string& name : names) {
+        HOSTINFO* object = edits_.Target().Find(name);
+        if (object && object->kind == KIND_CONTROL &&
+            (objects.empty() || objects.front()->parent == object->parent)) {
+            objects.push_back(object);
+        }
+    }
+    selection_.Set(std::move(objects));
+}
+
+void Editor::CycleSelection(bool backwards) {
+    const HOSTINFO* current = selection_.IsEmpty() ? nullptr : selection_.Objects().back();
+    const HOSTINFO* parent = current ? current->parent : edits_.Root();
+    std::vector<HOSTINFO*> siblings;
+    for (HOSTINFO* object : a_ListHostinfos(edits_.Root())) {
+        if (object->kind == KIND_CONTROL && object->parent == parent && IsWindowVisible(object->window)) {
+            siblings.push_back(object);
+        }
+    }
+    if (siblings.empty()) {
+        return;
+    }
+    const auto at = std::find(siblings.begin(), siblings.end(), current);
+    const std::size_t count = siblings.size();
+    std::size_t next = backwards ? count - 1 : 0;
+    if (at != siblings.end()) {
+        next = (static_cast<std::size_t>(at - siblings.begin()) + (backwards ? count - 1 : 1)) % count;
+    }
+    selection_.Set({siblings[next]});
+}
+
+// Arranging.
+
+void Editor::MoveTo(const std::string& label, const std::vector<logic::Rectangle>& places) {
+    const std::vector<Placement> before = PlacementsOf(selection_.Objects());
+    std::vector<Placement> now = before;
+    for (std::size_t i = 0; i < now.size(); ++i) {
+        now[i].place = places[i];
+    }
+    PlaceObjects(now);
+    edits_.CommitPlaces(label, before);
+}
+
+void Editor::Align(int command) {
+    std::vector<logic::Rectangle> places = PlacesOf(PlacementsOf(selection_.Objects()));
+    logic::Align(static_cast<logic::Alignment>(command - CMD_ALIGN_LEFT), places);
+    MoveTo("Align", places);
+}
+
+void Editor::Distribute(int command) {
+    std::vector<logic::Rectangle> places = PlacesOf(PlacementsOf(selection_.Objects()));
+    if (command == CMD_DISTRIBUTE_ACROSS) {
+        logic::DistributeAcross(places);
+    } else {
+        logic::DistributeDown(places);
+    }
+    MoveTo("Distribute", places);
+}
+
+void Editor::Nudge(WPARAM key, bool byGrid) {
+    if (locked_ || selection_.IsEmpty()) {
+        return;
+    }
+    const int step = byGrid ? EditGrid::SPACING : 1;
+    logic::Offset by{key == VK_LEFT ? -step : (key == VK_RIGHT ? step : 0),
+                     key == VK_UP ? -step : (key == VK_DOWN ? step : 0)};
+    const std::vector<Placement> before = PlacementsOf(selection_.Objects());
+    const SIZE room = RoomAround(*before.front().object);
+    by = logic::ReachableMove(by, PlacesOf(before), room.cx, room.cy);
+    std::vector<Placement> now = before;
+    for (Placement& placement : now) {
+        placement.place = logic::Moved(placement.place, by);
+    }
+    PlaceObjects(now);
+    edits_.CommitPlaces("Move", before, static_cast<int>(key) | (byGrid ? 0x100 : 0));
+}
+
+void Editor::Reorder(bool toForeground) {
+    const std::vector<HOSTINFO*> moved = SelectedInOrder();
+    HOSTINFO* first = nullptr; // of the siblings that are not moved
+    for (HOSTINFO* object : a_ListHostinfos(edits_.Root())) {
+        if (!first && object->kind == KIND_CONTROL && object->parent == moved.front()->parent &&
+            !selection_.Contains(object)) {
+            first = object;
+        }
+    }
+    if (!first) {
+        return; // there is nothing to be before or behind
+    }
+    edits_.Do(toForeground ? "Move To Foreground" : "Move To Background", moved, [&] {
+        for (HOSTINFO* object : moved) {
+            a_MoveBefore(object, toForeground ? first : nullptr);
+        }
+        return moved;
+    });
+    RedrawWindow(panel_, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+}
+
+// Making and copying.
+
+void Editor::Create(const CatalogueEntry& entry, std::optional<POINT> corner) {
+    if (!active_ || locked_) {
+        return;
+    }
+    FinishGesture(true);
+    POINT place{};
+    if (corner) {
+        place = *corner;
+    } else {
+        RECT view;
+        GetClientRect(GetParent(panel_), &view);
+        place = {view.right / 2, view.bottom / 2};
+        MapWindowPoints(GetParent(panel_), panel_, &place, 1);
+        const auto onGrid = [](LONG middle, LONG size) {
+            return (middle - size / 2) / EditGrid::SPACING * EditGrid::SPACING;
+        };
+        place = {onGrid(place.x, entry.size.cx), onGrid(place.y, entry.size.cy)};
+        // Several in a row do not hide each other.
+        while (HOSTINFO* there = ChildAt(panel_, place)) {
+            if (there->rectangle.left != place.x || there->rectangle.top != place.y) {
+                break;
+            }
+            place = {place.x + EditGrid::SPACING, place.y + EditGrid::SPACING};
+        }
+    }
+    RECT client;
+    GetClientRect(panel_, &client);
+    const logic::Offset into = Into({place.x, place.y, place.x + entry.size.cx, place.y + entry.size.cy},
+                                    {client.right, client.bottom});
+    place = {place.x + into.x, place.y + into.y};
+
+    const std::string name =
+        logic::FreeName(std::string(entry.name) + " 1",
+                        [&](const std::string& candidate) { return edits_.Target().Exists(candidate); });
+    edits_.Do(std::string("New ") + entry.name, {}, [&] {
+        HOSTINFO* first = FirstControl();
+        const HWND window = CreateWindowExA(
+            0, entry.className, name.c_str(), NEW_STYLE | (entry.operable ? WS_TABSTOP : 0), place.x, place.y,
+            entry.size.cx, entry.size.cy, panel_, nullptr, nullptr, edits_.Root());
+        HOSTINFO* created = a_FromWindow(window);
+        if (!created) {
+            EDITTRACE(edits_.Root(), "Cannot create %s", name.c_str());
+            return std::vector<HOSTINFO*>{};
+        }
+        if (first) {
+            a_MoveBefore(created, first); // above all others, where it is seen
+        }
+        selection_.Set({created});
+        return std::vector<HOSTINFO*>{created};
+    });
+    SetFocus(panel_);
+}
+
+std::string Editor::SelectedText() const {
+    std::string text;
+    for (HOSTINFO* object : a_ListHostinfos(edits_.Root())) {
+        // A control comes with all that is inside it.
+        for (const HOSTINFO* above = object; above; above = above->parent) {
+            if (selection_.Contains(above)) {
+                text += a_ObjectText(object);
+                break;
+            }
+        }
+    }
+    return text;
+}
+
+bool Editor::Copy() const {
+    const std::string text = SelectedText();
+    if (text.empty() || !CopyComponents(panel_, text)) {
+        EDITTRACE(edits_.Root(), "Cannot copy to the clipboard%s", "");
+        return false;
+    }
+    return true;
+}
+
+void Editor::PasteFromClipboard(std::optional<POINT> corner) {
+    const std::string text = ComponentsOnClipboard(panel_);
+    pastes_ = text == pastedText_ ? pastes_ + 1 : 1;
+    pastedText_ = text;
+    Paste(text, corner, pastes_, "Paste");
+}
+
+void Editor::Paste(const std::string& text, std::optional<POINT> corner, int steps, const char* label) {
+    std::vector<std::string> damaged;
+    std::vector<logic::Component> components = logic::ReadComponents(text, damaged);
+    for (const std::string& line : damaged) {
+        EDITTRACE(edits_.Root(), "Not pasted: %s", line.c_str());
+    }
+    if (components.empty()) {
+        return;
+    }
+    std::set<std::string> given;
+    std::vector<std::string> names;
+    for (const logic::Component& component : components) {
+        names.push_back(logic::FreeName(component.header.name, [&](const std::string& candidate) {
+            return edits_.Target().Exists(candidate) || given.contains(logic::FoldName(candidate));
+        }));
+        given.insert(logic::FoldName(names.back()));
+    }
+    logic::RenameComponents(components, names);
+
+    const logic::Rectangle bounds = logic::ComponentBounds(components);
+    const int step = EditGrid::SPACING * steps;
+    const logic::Offset by =
+        corner ? logic::Offset{corner->x - bounds.left, corner->y - bounds.top} : logic::Offset{step, step};
+    RECT client;
+    GetClientRect(panel_, &client);
+    const logic::Offset into = Into(logic::Moved(bounds, by), {client.right, client.bottom});
+    logic::MoveComponents(components, {by.x + into.x, by.y + into.y});
+
+    edits_.Do(label, {}, [&] {
+        HOSTINFO* first = FirstControl();
+        a_LoadText(edits_.Root(), logic::ComponentsText(components), "Clipboard");
+        std::vector<HOSTINFO*> created;
+        for (const logic::Component& component : components) {
+            if (HOSTINFO* object = edits_.Target().Find(component.name)) { // a class may be unknown here
+                edits_.Target().Place(component.name, component.header.rectangle);
+                if (first) {
+                    a_MoveBefore(object, first);
+                }
+                created.push_back(object);
+            }
+        }
+        selection_.Set(created);
+        return created;
+    });
+}
+
+// Dialogs.
+
+void Editor::OpenProperties() {
+    HOSTINFO* object = selection_.IsEmpty() ? edits_.Root() : selection_.Objects().front();
+    if (IsWindow(object->dialog)) {
+        SetForegroundWindow(object->dialog);
+        return;
+    }
+    HWND dialog = nullptr;
+    if (object != edits_.Root()) {
+        SendMessageA(object->window, CWM_PARAMETERDLG, 0, reinterpret_cast<LPARAM>(&dialog));
+    }
+    if (!dialog && a_IsAlive(object)) {
+        object->dialog = a_PropertyDlg(1, object->window, object);
+    }
+}
+
+void Editor::OpenConnections() {
+    HOSTINFO* object = selection_.Objects().front();
+    a_ConnectionDlg(1, object->window, object);
+}

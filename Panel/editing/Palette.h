@@ -1,0 +1,38 @@
+#pragma once
+
+#include "Panel/Window.h"
+#include "Panel/editing/Catalogue.h"
+
+#include <windows.h>
+#include <commctrl.h>
+
+class Editor;
+
+// The list of all controls at the left of an edited panel. A control is dragged from it to its place, or put
+// into the middle by a double click.
+class Palette : public Window {
+public:
+    static constexpr int WIDTH = 176;
+
+    Palette() = default;
+    ~Palette() override;
+    bool Create(HWND frame, HFONT font);
+    // Whose panel the controls go to; null for none.
+    void SetEditor(Editor* editor);
+    void Show(bool shown) { ShowWindow(Handle(), shown ? SW_SHOWNA : SW_HIDE); }
+    bool IsDragging() const { return dragged_ != nullptr; }
+
+private:
+    LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+    LRESULT OnNotify(const NMHDR& header);
+    void Fill();
+    const CatalogueEntry* EntryOf(HTREEITEM item) const;
+    void Choose();
+    void StartDrag(const CatalogueEntry* entry);
+    void EndDrag(bool drop);
+
+    HWND tree_ = nullptr;
+    HIMAGELIST tiles_ = nullptr;
+    Editor* editor_ = nullptr;
+    const CatalogueEntry* dragged_ = nullptr;
+};

@@ -1,0 +1,79 @@
+#include "Panel/editing/Placement.h"
+
+#include "Panelhost/Hostinfo.h"
+
+#include <algorithm>
+
+logic::Rectangle PlaceOf(const HOSTINFO& object) {
+    const RECT& place = object.rectangle;
+    return {place.left, place.top, place.right, place.bottom};
+}
+
+std::vector<Placement> PlacementsOf(const std::vector<HOSTINFO*>& objects) {
+    std::vector<Placement> placements;
+    for (HOSTINFO* object : objects) {
+        placements.push_back({object, PlaceOf(*object)});
+    }
+    return placements;
+}
+
+std::vector<logic::Rectangle> PlacesOf(const std::vector<Placement>& placements) {
+    std::vector<logic::Rectangle> places;
+    for (const Placement& placement : placements) {
+        places.push_back(placement.place);
+    }
+    return places;
+}
+
+void PlaceObjects(const std::vector<Placement>& placements) {
+    HDWP positions = BeginDeferWindowPos(static_cast<int>(placements.size()));
+    HWND parent = nullptr;
+    for (const auto& [object, place] : placements) {
+        if (!a_IsAlive(object) || PlaceOf(*object) == place || !positions) {
+            continue;
+        }
+        parent = GetParent(object->window);
+        const logic::Rectangle before = PlaceOf(*object);
+        const bool keepsSize = place.right - place.left == before.right - before.left &&
+                               place.bottom - place.top == before.bottom - before.top;
+        // What is behind a control differs from place to place, so its pixels are not moved along.
+        positions = DeferWindowPos(positions, object->window, nullptr, place.left, place.top,
+                                   place.right - place.left, place.bottom - place.top,
+                                   SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS |
+                                       (keepsSize ? static_cast<UINT>(SWP_NOSIZE) : 0U));
+    }
+    if (positions) {
+        EndDeferWindowPos(positions);
+    }
+    for (const auto& [object, place] : placements) {
+        if (a_IsAlive(object)) {
+            // The height of a combo box is that of its list, which its window has only while it is open.
+            object->rectangle.bottom = object->rectangle.top + place.bottom - place.top;
+        }
+    }
+    if (parent) {
+        RedrawWindow(parent, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
+    }
+}
+
+SIZE RoomAround(const HOSTINFO& object) {
+    RECT client{};
+    GetClientRect(GetParent(object.window), &client);
+    return {client.right, client.bottom};
+}
+
+std::vector<logic::Rectangle> Neighbours(const std::vector<HOSTINFO*>& objects) {
+    std::vector<logic::Rectangle> places;
+    if (objects.empty()) {
+        return places;
+    }
+    const HWND parent = GetParent(objects.front()->window);
+    for (HWND child = GetWindow(parent, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
+        HOSTINFO* object = a_FromWindow(child);
+        if (object && IsWindowVisible(child) &&
+            std::find(objects.begin(), objects.end(), object) == objects.end()) {
+            places.push_back(PlaceOf(*object));
+        }
+    }
+    return places;
+}

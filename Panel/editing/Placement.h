@@ -1,0 +1,25 @@
+#pragma once
+
+#include "logic/EditGeometry.h"
+
+#include <windows.h>
+
+#include <vector>
+
+class HOSTINFO;
+
+// Where a control stands or is to stand, in its parent's client area.
+struct Placement {
+    HOSTINFO* object;
+    logic::Rectangle place;
+};
+
+logic::Rectangle PlaceOf(const HOSTINFO& object);
+std::vector<Placement> PlacementsOf(const std::vector<HOSTINFO*>& objects);
+std::vector<logic::Rectangle> PlacesOf(const std::vector<Placement>& placements);
+// Moves and sizes siblings all at once and shows them before it returns, so that they follow the mouse.
+void PlaceObjects(const std::vector<Placement>& placements);
+// The client area of what holds the object.
+SIZE RoomAround(const HOSTINFO& object);
+// All visible controls beside the given siblings, in the same client area.
+std::vector<logic::Rectangle> Neighbours(const std::vector<HOSTINFO*>& objects);

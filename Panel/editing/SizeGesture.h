@@ -1,0 +1,20 @@
+#pragma once
+
+#include "Panel/editing/Gesture.h"
+
+// Sizes the selected controls by one handle of one of them; the others' edges move along.
+class SizeGesture : public Gesture {
+public:
+    SizeGesture(const EditSurface& surface, HOSTINFO* grasped, logic::Handle handle, POINT start);
+
+    void Move(POINT point) override;
+    void End() override;
+    void Cancel() override;
+
+private:
+    HOSTINFO* grasped_;
+    logic::Handle handle_;
+    DragThreshold threshold_;
+    std::vector<Placement> before_;
+    std::vector<logic::Rectangle> neighbours_;
+};

@@ -1,0 +1,126 @@
+#include "Panel/editing/Toolbar.h"
+
+#include "Panel/editing/Editor.h"
+#include "Panel/editing/Icons.h"
+#include "Panel/resource.h"
+
+#include <vector>
+
+namespace {
+
+constexpr int FIRST_SEPARATOR = 100; // no command has so low a number
+
+struct Button {
+    int command = 0; // 0: a separator
+    Icon icon = Icon::Count;
+    const char* text = "";
+    BYTE style = BTNS_BUTTON;
+};
+constexpr Button BUTTONS[] = {
+    {CMD_EDIT_MODE, Icon::Edit, "Edit the panel (F5)", BTNS_CHECK},
+    {},
+    {CMD_UNDO, Icon::Undo, "Undo (Ctrl+Z)"},
+    {CMD_REDO, Icon::Redo, "Redo (Ctrl+Y)"},
+    {},
+    {CMD_CUT, Icon::Cut, "Cut (Ctrl+X)"},
+    {CMD_COPY, Icon::Copy, "Copy (Ctrl+C)"},
+    {CMD_PASTE, Icon::Paste, "Paste (Ctrl+V)"},
+    {CMD_DUPLICATE, Icon::Duplicate, "Duplicate (Ctrl+D)"},
+    {},
+    {CMD_ALIGN_LEFT, Icon::AlignLeft, "Align left edges with the first selected"},
+    {CMD_ALIGN_CENTRE_ACROSS, Icon::CentreAcross, "Align centres in a column"},
+    {CMD_ALIGN_RIGHT, Icon::AlignRight, "Align right edges"},
+    {CMD_ALIGN_TOP, Icon::AlignTop, "Align top edges"},
+    {CMD_ALIGN_CENTRE_DOWN, Icon::CentreDown, "Align centres in a row"},
+    {CMD_ALIGN_BOTTOM, Icon::AlignBottom, "Align bottom edges"},
+    {CMD_DISTRIBUTE_ACROSS, Icon::DistributeAcross, "Distribute horizontally"},
+    {CMD_DISTRIBUTE_DOWN, Icon::DistributeDown, "Distribute vertically"},
+    {},
+    {CMD_TO_FOREGROUND, Icon::Foreground, "Move to foreground"},
+    {CMD_TO_BACKGROUND, Icon::Background, "Move to background"},
+    {},
+    {CMD_GRID, Icon::Grid, "Grid on or off (Ctrl+G)", BTNS_CHECK},
+};
+
+int IdOf(const Button& button) {
+    return button.command != 0 ? button.command : FIRST_SEPARATOR + static_cast<int>(&button - BUTTONS);
+}
+
+} // namespace
+
+Toolbar::~Toolbar() {
+    if (IsWindow(bar_)) { // it may have gone with the frame
+        DestroyWindow(bar_);
+    }
+    for (HIMAGELIST list : {icons_, greyed_}) {
+        if (list) {
+            ImageList_Destroy(list);
+        }
+    }
+}
+
+bool Toolbar::Create(HWND frame) {
+    bar_ =
+        CreateWindowExA(0, TOOLBARCLASSNAMEA, "",
+                        WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | TBSTYLE_FLAT | TBSTYLE_TOOLTIPS | CCS_TOP,
+                        0, 0, 0, 0, frame, reinterpret_cast<HMENU>(static_cast<INT_PTR>(IDC_TOOLBAR)),
+                        GetModuleHandleA(nullptr), nullptr);
+    if (!bar_) {
+        return false;
+    }
+    icons_ = MakeIcons(false);
+    greyed_ = MakeIcons(true);
+    SendMessageA(bar_, TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
+    SendMessageA(bar_, TB_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(icons_));
+    SendMessageA(bar_, TB_SETDISABLEDIMAGELIST, 0, reinterpret_cast<LPARAM>(greyed_));
+    SendMessageA(bar_, TB_SETMAXTEXTROWS, 0, 0); // the texts are shown as tooltips
+    std::vector<TBBUTTON> buttons;
+    for (const Button& button : BUTTONS) {
+        TBBUTTON added{};
+        added.idCommand = IdOf(button);
+        added.fsState = TBSTATE_ENABLED;
+        added.fsStyle = button.command == 0 ? static_cast<BYTE>(BTNS_SEP) : button.style;
+        added.iBitmap = button.command == 0 ? 0 : static_cast<int>(button.icon);
+        added.iString = reinterpret_cast<INT_PTR>(button.text);
+        buttons.push_back(added);
+    }
+    SendMessageA(bar_, TB_ADDBUTTONSA, buttons.size(), reinterpret_cast<LPARAM>(buttons.data()));
+    Resize();
+    return true;
+}
+
+int Toolbar::Height() const {
+    RECT bar{};
+    GetWindowRect(bar_, &bar);
+    return bar.bottom - bar.top;
+}
+
+void Toolbar::Resize() const {
+    SendMessageA(bar_, TB_AUTOSIZE, 0, 0);
+}
+
+void Toolbar::Answer(NMHDR& header) {
+    if (header.code != static_cast<UINT>(TTN_GETDISPINFOA)) {
+        return;
+    }
+    for (const Button& button : BUTTONS) {
+        if (static_cast<UINT_PTR>(IdOf(button)) == header.idFrom) {
+            reinterpret_cast<NMTTDISPINFOA&>(header).lpszText = const_cast<char*>(button.text);
+        }
+    }
+}
+
+void Toolbar::Update(const Editor& editor) const {
+    for (const Button& button : BUTTONS) {
+        const bool hidden = !editor.IsActive() && button.command != CMD_EDIT_MODE;
+        const bool enabled = button.command == 0 || editor.IsEnabled(button.command);
+        const int state = (enabled ? TBSTATE_ENABLED : 0) |
+                          (editor.IsChecked(button.command) ? TBSTATE_CHECKED : 0) |
+                          (hidden ? TBSTATE_HIDDEN : 0);
+        const auto id = static_cast<WPARAM>(IdOf(button));
+        const LRESULT now = SendMessageA(bar_, TB_GETSTATE, id, 0);
+        if ((now & ~TBSTATE_PRESSED) != state) {
+            SendMessageA(bar_, TB_SETSTATE, id, MAKELPARAM(state | (now & TBSTATE_PRESSED), 0));
+        }
+    }
+}
