@@ -13,11 +13,12 @@
 
 namespace {
 
-constexpr const char* USAGE = "Usage: bench [--rounds N] [GROUP]\n"
-                              "\n"
-                              "Measures by turns a figure of ours and its yardstick and prints the medians.\n"
-                              "  --rounds N   samples of each (default: between 3 and 15)\n"
-                              "  GROUP        one of create, paint, record, memory, file (default: all)\n";
+constexpr const char* USAGE =
+    "Usage: bench [--rounds N] [GROUP]\n"
+    "\n"
+    "Measures by turns a figure of ours and its yardstick and prints the medians.\n"
+    "  --rounds N   samples of each (default: between 3 and 15)\n"
+    "  GROUP        one of create, paint, record, memory, file, work (default: all)\n";
 
 struct Group {
     const char* name;
@@ -25,7 +26,7 @@ struct Group {
 };
 constexpr Group GROUPS[] = {
     {"create", MeasureCreation}, {"paint", MeasurePainting},  {"record", MeasureRecords},
-    {"memory", MeasureMemory},   {"file", MeasurePanelFiles},
+    {"memory", MeasureMemory},   {"file", MeasurePanelFiles}, {"work", MeasureWork},
 };
 
 int Run(int count, char** arguments) {

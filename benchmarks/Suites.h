@@ -24,6 +24,7 @@ void MeasurePainting(Report& report);
 void MeasureRecords(Report& report);
 void MeasureMemory(Report& report);
 void MeasurePanelFiles(Report& report);
+void MeasureWork(Report& report);
 
 // Creates that many windows in this process, which is to do nothing else, lets each load the line unless it
 // is empty, and prints what they hold.

@@ -173,7 +173,7 @@ std::string FreeName(std::string_view name, const std::function<bool(const std::
     long number = 1;
     if (digits > 0) {
         number = std::strtol(base.c_str() + base.size() - digits, nullptr, 10);
-        base.resize(base.size() - digits);
+        base.erase(base.size() - digits);
     } else {
         base += ' ';
     }

@@ -25,7 +25,7 @@ const char* const PANEL = "size=600,400\r\n"
                           "S*Part*connection=A\r\n"
                           "control=0x00000000 LED \"Layered\" 0x50010000 20,300,36,316\r\n"
                           "Layered*layer=u2\r\n"
-                          "control=0x00000000 BCOMBOBOX \"Combo\" 0x50010003 440,320,560,390\r\n";
+                          "control=0x00000000 BCOMBOBOX \"Combo\" 0x50010003 440,340,560,388\r\n";
 
 struct Search {
     DWORD process;
@@ -67,8 +67,8 @@ public:
         trace_ = folder_.Path("trace.txt");
         STARTUPINFOA startup{};
         startup.cb = sizeof startup;
-        std::string command =
-            "\"" + ProgramFolder() + "Panel.exe\" \"" + file_ + "\" --trace \"" + trace_ + "\"";
+        std::string command = "\"";
+        command += ProgramFolder() + "Panel.exe\" \"" + file_ + "\" --trace \"" + trace_ + "\"";
         REQUIRE(CreateProcessA(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
                                &startup, &process_));
         REQUIRE(WaitFor([&] { return (frame_ = Top("PanelFrame")) != nullptr; }));
@@ -257,11 +257,8 @@ TEST_CASE("handles size what takes any size, and leave alone what its image size
     program.Click({290, 70});
     program.Drag({349, 89}, {389, 129}); // onto the grid
     CHECK(Contains(program.Saved(), "BSTATIC \"C\" 0x50000000 250,50,392,128"));
-    program.Click({500, 330});            // whose list is closed
-    program.Drag({500, 330}, {476, 250}); // its right edge to that of what is above
-
-    INFO(program.Saved());
-    CHECK(Contains(program.Saved(), "\"Combo\" 0x50010003 416,240,536,310"));
+    program.Drag({500, 350}, {468, 254}); // its list comes along
+    CHECK(Contains(program.Saved(), "\"Combo\" 0x54010003 408,248,528,296"));
     program.Click({60, 60});
     program.Drag({86, 86}, {130, 230});
     CHECK(Contains(program.Saved(), "KNOB \"A\" 0x50010000 40,40,87,87"));
@@ -286,7 +283,6 @@ TEST_CASE("a part is reached by a double press, a single one takes what it is in
     program.Command(CMD_EDIT_MODE);
     const std::string start = program.Saved();
     program.Drag({368, 168}, {348, 198});
-    INFO(program.Saved());
     CHECK(Contains(program.Saved(), "MINIEDIT \"S\" 0x50000000 320,168,480,328"));
     program.Command(CMD_UNDO);
     Sleep(GetDoubleClickTime() + 50);
@@ -344,6 +340,22 @@ TEST_CASE("a property set in a dialog and a deletion there are steps too") {
     CHECK(WaitFor([&] { return program.Top("#32770") == nullptr; }));
     CHECK_FALSE(Contains(program.Saved(), "\"A\""));
     CheckHistory(program, start, 2);
+}
+
+TEST_CASE("a control's own menu sends its value while the panel is operated") {
+    const PanelProgram program("size=300,300\r\n"
+                               "control=0x00000000 FADER \"F\" 0x50010000 40,40,70,240\r\n"
+                               "F*interval=1000000\r\nF*properties=0,100,30\r\nF*connection=K\r\n"
+                               "control=0x00000000 KNOB \"K\" 0x50010000 100,100,147,147\r\n");
+    CHECK(Contains(program.Saved(), "K*properties=0,100,0\r\n"));
+    PostMessageA(program.Panel(), WM_RBUTTONDOWN, MK_RBUTTON, MAKELPARAM(50, 100));
+    HWND menu = nullptr;
+    REQUIRE(WaitFor([&] { return (menu = program.Top("#32768")) != nullptr; }));
+    for (const WPARAM key : {VK_DOWN, VK_RETURN}) {
+        PostMessageA(program.Frame(), WM_KEYDOWN, key, 0);
+    }
+    CHECK(WaitFor([&] { return program.Top("#32768") == nullptr; }));
+    CHECK(WaitFor([&] { return Contains(program.Saved(), "K*properties=0,100,30\r\n"); }));
 }
 
 TEST_CASE("all classes are made from the palette") {

@@ -1,0 +1,168 @@
+// What larger panels and the dialogs ask of the machine: many controls that follow moving devices, clocks,
+// the decay fitter, a press of a button, and a parameter dialog.
+
+#include "Panelhost/Panelhost.h"
+#include "benchmarks/Suites.h"
+#include "benchmarks/Windows.h"
+#include "logic/DecayFitter.h"
+
+#include <cmath>
+#include <fstream>
+#include <vector>
+
+namespace {
+
+constexpr int CONTROLS = 1000;
+constexpr int TICKS = 20; // of one second
+constexpr int CLICKS = 100;
+constexpr int EXPONENTIALS = 100000;
+constexpr double MOST_OF_A_CORE = 0.5;
+
+constexpr const char* DEVICES = "AMP1*device=simulated\n"
+                                "AMP1*level=float,-80,12,-80,dB\n"
+                                "AMP1*level=wave,triangle,-80,12,700\n"
+                                "AMP1*scene=integer,0,1,0,\n";
+
+void DeclareDevices(const BenchPanel& panel) {
+    char folder[MAX_PATH];
+    char path[MAX_PATH];
+    GetTempPathA(MAX_PATH, folder);
+    GetTempFileNameA(folder, "dev", 0, path);
+    std::ofstream(path) << DEVICES;
+    ph_LoadDevices(panel.Root(), path);
+    DeleteFileA(path);
+}
+
+void LoadLine(HWND control, const char* line) {
+    SendMessageA(control, CWM_LOAD, LOAD_FROM_FILE, reinterpret_cast<LPARAM>(line));
+}
+
+// Seconds for the ticks of one second and the painting that comes of them.
+Workload Second(const BenchPanel& panel) {
+    return [&panel] {
+        const double start = Now();
+        for (int i = 0; i < TICKS; ++i) {
+            ph_Tick(panel.Root());
+            Settle();
+        }
+        return Now() - start;
+    };
+}
+
+Workload BareSecond(const std::vector<HWND>& windows) {
+    return [&windows] {
+        const double start = Now();
+        for (int i = 0; i < TICKS; ++i) {
+            for (const HWND window : windows) {
+                SendMessageA(window, WM_TIMER, 0, 0);
+            }
+            Settle();
+        }
+        return Now() - start;
+    };
+}
+
+void MeasureManyMeters(Report& report, bool visible, const char* name) {
+    const BenchPanel panel(visible);
+    DeclareDevices(panel);
+    const std::vector<HWND> bare = panel.AddMany(BARE_CLASS, CONTROLS);
+    for (const HWND meter : panel.AddMany("METER", CONTROLS)) {
+        LoadLine(meter, "properties=-80,12");
+        LoadLine(meter, "function=AMP1*level");
+    }
+    Settle();
+    report.Measure(name, Second(panel), "20 WM_TIMER to 1,000 bare windows", BareSecond(bare), Unit::Seconds,
+                   visible ? NO_AIM : Below(MOST_OF_A_CORE), 5);
+}
+
+void MeasureManyClocks(Report& report) {
+    const BenchPanel panel(false);
+    const std::vector<HWND> bare = panel.AddMany(BARE_CLASS, CONTROLS);
+    panel.AddMany("CLOCK", CONTROLS);
+    report.Measure("20 ticks of 1,000 clocks", Second(panel), "20 WM_TIMER to 1,000 bare windows",
+                   BareSecond(bare), Unit::Seconds, Below(MOST_OF_A_CORE), 5);
+}
+
+void MeasureFitter(Report& report) {
+    const Workload fit = [] {
+        logic::DecayFitter fitter;
+        for (int t = 0; t < fitter.SampleCount(); ++t) {
+            fitter.Samples()[t] = -60 + 40 * std::exp(-0.05 * t) + 15 * std::exp(-0.01 * t);
+        }
+        const double start[] = {-50, 30, 0.1, 10, 0.02};
+        for (int i = 0; i < 5; ++i) {
+            fitter.SetStart(i, start[i]);
+        }
+        int finished = 0;
+        const double began = Now();
+        fitter.Run(&finished);
+        return Now() - began;
+    };
+    const Workload exponentials = [] {
+        volatile double sum = 0;
+        const double began = Now();
+        for (int i = 0; i < EXPONENTIALS; ++i) {
+            sum = sum + std::exp(-0.0001 * static_cast<double>(i % 1000));
+        }
+        return Now() - began;
+    };
+    report.Measure("fit two decays to 201 samples", fit, "100,000 exponentials", exponentials, Unit::Seconds,
+                   NO_AIM);
+}
+
+void MeasureClick(Report& report) {
+    const BenchPanel panel(false);
+    DeclareDevices(panel);
+    const HWND button = panel.Add("BBUTTON", 1);
+    LoadLine(button, "captureperiod=0");
+    LoadLine(button, "onvalue=1");
+    LoadLine(button, "offvalue=0");
+    LoadLine(button, "function=AMP1*scene");
+    const HWND bare = panel.Add(BARE_CLASS, 2);
+    const auto click = [](HWND window) {
+        return [window] {
+            const double start = Now();
+            for (int i = 0; i < CLICKS; ++i) {
+                SendMessageA(window, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(5, 5));
+                SendMessageA(window, WM_LBUTTONUP, 0, MAKELPARAM(5, 5));
+            }
+            return (Now() - start) / CLICKS;
+        };
+    };
+    report.Measure("press and release of a push button, both sent", click(button),
+                   "the messages to a bare window", click(bare), Unit::Seconds, NO_AIM);
+}
+
+void MeasureDialog(Report& report) {
+    const BenchPanel panel(true);
+    const HWND knob = panel.Add("KNOB", 1);
+    const Workload dialog = [knob] {
+        const double start = Now();
+        HWND opened = nullptr;
+        SendMessageA(knob, CWM_PARAMETERDLG, 0, reinterpret_cast<LPARAM>(&opened));
+        Settle();
+        DestroyWindow(opened);
+        return Now() - start;
+    };
+    const Workload window = [] {
+        const double start = Now();
+        const HWND opened = CreateWindowExA(0, BARE_CLASS, "", WS_POPUP | WS_CAPTION | WS_VISIBLE, 100, 100,
+                                            500, 500, nullptr, nullptr, nullptr, nullptr);
+        Settle();
+        DestroyWindow(opened);
+        return Now() - start;
+    };
+    report.Measure("open and close a parameter dialog", dialog, "a bare popup window", window, Unit::Seconds,
+                   NO_AIM);
+}
+
+} // namespace
+
+void MeasureWork(Report& report) {
+    MeasureManyMeters(report, false, "one second of 1,000 polling meters, hidden");
+    MeasureManyMeters(report, true, "one second of 1,000 polling meters, painted");
+    MeasureManyClocks(report);
+    MeasureFitter(report);
+    MeasureClick(report);
+    MeasureDialog(report);
+}
