@@ -147,16 +147,33 @@ void CLOCKPROPERTIES::SetDefaults() {
     Measure();
 }
 
+namespace {
+
+// All clocks show the same text, most of them in the same font, so what was measured last is kept.
+SIZE TextExtent(const std::string& text, const FontProperty& font) {
+    static std::string lastText;
+    static std::string lastFont;
+    static SIZE last{};
+    if (text != lastText || font.Text() != lastFont) {
+        const HDC dc = CreateCompatibleDC(nullptr);
+        const HGDIOBJ previous = SelectObject(dc, font.Get());
+        RECT extent{0, 0, 500, 500};
+        DrawTextA(dc, text.c_str(), -1, &extent, TEXT_FORMAT | DT_CALCRECT);
+        SelectObject(dc, previous);
+        DeleteDC(dc);
+        last = {extent.right - extent.left, extent.bottom - extent.top};
+        lastText = text;
+        lastFont = font.Text();
+    }
+    return last;
+}
+
+} // namespace
+
 void CLOCKPROPERTIES::Measure() {
     const LocalTime& now = Now();
     measuredDay = now.time.day;
-    const HDC dc = GetWindowDC(window);
-    const HGDIOBJ previous = SelectObject(dc, font.Get());
-    RECT extent{0, 0, 500, 500};
-    DrawTextA(dc, now.text.c_str(), -1, &extent, TEXT_FORMAT | DT_CALCRECT);
-    SelectObject(dc, previous);
-    ReleaseDC(window, dc);
-    textSize = {extent.right - extent.left, extent.bottom - extent.top};
+    textSize = TextExtent(now.text, font);
     if (face.Get() != nullptr) {
         Resize(face.Get()->Width(), face.Get()->Height());
     } else {

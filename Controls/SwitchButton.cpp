@@ -234,7 +234,8 @@ namespace {
 constexpr DialogEdit EDITS[] = {
     {IDC_CAPTION, "Caption", FieldKind::Text, "caption"},
     {IDC_FONT, "Font", FieldKind::Font, "font", 0, 0, IDC_CHOOSE_FONT},
-    {IDC_PRESSED_COLOUR, "Text when on", FieldKind::Colour, "textcolorwhenpressed", 0, 0, IDC_CHOOSE_PRESSED_COLOUR},
+    {IDC_PRESSED_COLOUR, "Text when on", FieldKind::Colour, "textcolorwhenpressed", 0, 0,
+     IDC_CHOOSE_PRESSED_COLOUR},
     {IDC_RELEASED_COLOUR, "Text when off", FieldKind::Colour, "textcolorwhenreleased", 0, 0,
      IDC_CHOOSE_RELEASED_COLOUR},
     {IDC_ON_VALUE, "On value", FieldKind::Integer, "onvalue"},
@@ -253,4 +254,5 @@ constexpr ParameterDialog DIALOG{
 
 } // namespace
 
-const ControlImplementation switchButtonControl{CreateProperties<SWITCHBUTTONPROPERTIES>, ButtonProc, &DIALOG};
+const ControlImplementation switchButtonControl{CreateProperties<SWITCHBUTTONPROPERTIES>, ButtonProc,
+                                                &DIALOG};

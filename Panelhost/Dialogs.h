@@ -6,23 +6,24 @@
 
 class HOSTINFO;
 
-// Opens the generic keyword/value dialog of an object at the cursor: every keyword that the object lists, each
-// value edited in place. It closes with its object. Returns the dialog, or null.
+// Opens the generic keyword/value dialog of an object at the cursor: every keyword that the object lists,
+// each value edited in place. It closes with its object. Returns the dialog, or null.
 PANELHOST_API HWND a_PropertyDlg(int mode, HOSTINFO* parent, HOSTINFO* object);
 // The same with a window of the panel in place of the parent.
 PANELHOST_API HWND a_PropertyDlg(int mode, HWND owner, HOSTINFO* object);
 
-// Opens the dialog in which functions and connections of an object are chosen. It closes with its object. One is
-// open per object: a second call brings the open one to the front. Returns the dialog, or null.
+// Opens the dialog in which functions and connections of an object are chosen. It closes with its object. One
+// is open per object: a second call brings the open one to the front. Returns the dialog, or null.
 PANELHOST_API HWND a_ConnectionDlg(int mode, HWND owner, HOSTINFO* object);
 
-// Lets the user choose among the images of a folder (relative to the application folder) whose names begin with the
-// prefix, shown as thumbnails. Modal. 1 and the name as a property holds it (".\Controls\FADER_blue.bmp") in the
-// buffer of MAX_PATH bytes, or 0 when nothing was chosen.
+// Lets the user choose among the images of a folder (relative to the application folder) whose names begin
+// with the prefix, shown as thumbnails. Modal. 1 and the name as a property holds it
+// (".\Controls\FADER_blue.bmp") in the buffer of MAX_PATH bytes, or 0 when nothing was chosen.
 PANELHOST_API int a_PopupBitmapView(HWND owner, const char* folder, const char* prefix, char* name);
 
-// Makes Enter and Escape typed in an edit field reach its dialog, as WM_COMMAND of the field with the notification
-// code EDIT_ENTER or EDIT_ESCAPE, in place of the default button. Undone by itself when the field is destroyed.
+// Makes Enter and Escape typed in an edit field reach its dialog, as WM_COMMAND of the field with the
+// notification code EDIT_ENTER or EDIT_ESCAPE, in place of the default button. Undone by itself when the
+// field is destroyed.
 PANELHOST_API int a_SubclassEditControl(HWND edit);
 constexpr WORD EDIT_ENTER = 13;
 constexpr WORD EDIT_ESCAPE = 27;
@@ -34,6 +35,6 @@ constexpr int BRUSH_HEADER = 3; // behind the section headers
 constexpr COLORREF FIELD_COLOUR = 0xCEFFFF;
 PANELHOST_API HBRUSH a_GetObject(int number);
 
-// Loads the first dropped file as the object's "bitmap" property, relative to the application folder where it lies
-// inside it, and frees the drop handle. 1 when the object took it.
+// Loads the first dropped file as the object's "bitmap" property, relative to the application folder where it
+// lies inside it, and frees the drop handle. 1 when the object took it.
 PANELHOST_API int a_DropBitmap(HOSTINFO* object, HDROP drop);

@@ -2,8 +2,8 @@
 
 #include <windows.h>
 
-// Keeps a window from drawing itself and its children while many of them come or go, which is also much faster, and
-// lets it draw once at the end.
+// Keeps a window from drawing itself and its children while many of them come or go, which is also much
+// faster, and lets it draw once at the end.
 class DrawingHeld {
 public:
     explicit DrawingHeld(HWND window) : window_(window), visible_(IsWindowVisible(window) != 0) {

@@ -33,8 +33,8 @@ PH_API int __cdecl ph_LoadDevices(HOSTINFO* root, const char* file) PH_NOEXCEPT;
 /* Reads a panel file and creates its controls. Number of controls created, -1 when the file cannot be read.
  * Lines that cannot be applied are traced with their number and skipped. */
 PH_API int __cdecl ph_LoadPanel(HOSTINFO* root, const char* file) PH_NOEXCEPT;
-/* Writes the panel file. 1; 0 with the old file untouched, GetLastError telling why. The changed flags are cleared on
- * success. */
+/* Writes the panel file. 1; 0 with the old file untouched, GetLastError telling why. The changed flags are
+ * cleared on success. */
 PH_API int __cdecl ph_SavePanel(HOSTINFO* root, const char* file) PH_NOEXCEPT;
 
 /* The window of an object by its full name, without regard to case; null when there is none. */

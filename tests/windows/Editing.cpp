@@ -343,11 +343,15 @@ TEST_CASE("a property set in a dialog and a deletion there are steps too") {
 }
 
 TEST_CASE("a control's own menu sends its value while the panel is operated") {
+    // The two knobs disagree, so the fader keeps its own value.
     const PanelProgram program("size=300,300\r\n"
                                "control=0x00000000 FADER \"F\" 0x50010000 40,40,70,240\r\n"
-                               "F*interval=1000000\r\nF*properties=0,100,30\r\nF*connection=K\r\n"
-                               "control=0x00000000 KNOB \"K\" 0x50010000 100,100,147,147\r\n");
-    CHECK(Contains(program.Saved(), "K*properties=0,100,0\r\n"));
+                               "F*properties=0,100,30\r\nF*connection=K;L\r\n"
+                               "control=0x00000000 KNOB \"K\" 0x50010000 100,100,147,147\r\n"
+                               "K*properties=0,100,10\r\n"
+                               "control=0x00000000 KNOB \"L\" 0x50010000 200,100,247,147\r\n"
+                               "L*properties=0,100,20\r\n");
+    CHECK(Contains(program.Saved(), "K*properties=0,100,10\r\n"));
     PostMessageA(program.Panel(), WM_RBUTTONDOWN, MK_RBUTTON, MAKELPARAM(50, 100));
     HWND menu = nullptr;
     REQUIRE(WaitFor([&] { return (menu = program.Top("#32768")) != nullptr; }));
@@ -356,6 +360,7 @@ TEST_CASE("a control's own menu sends its value while the panel is operated") {
     }
     CHECK(WaitFor([&] { return program.Top("#32768") == nullptr; }));
     CHECK(WaitFor([&] { return Contains(program.Saved(), "K*properties=0,100,30\r\n"); }));
+    CHECK(Contains(program.Saved(), "L*properties=0,100,30\r\n"));
 }
 
 TEST_CASE("all classes are made from the palette") {
