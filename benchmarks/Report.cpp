@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr const char* ROW = "%-47s %10s   %-31s %10s %7s  %-15s %-9s %s\n";
+constexpr const char* ROW = "%-50s %10s   %-31s %10s %7s  %-15s %-9s %s\n";
 
 double Median(Samples samples) {
     std::sort(samples.begin(), samples.end());
@@ -121,6 +121,6 @@ void Report::Add(const std::string& name, const Samples& ours, const std::string
 
 void Report::Fail(const std::string& name, const std::string& reason) {
     failed_ = true;
-    std::printf("%-43s not measured: %s\n", name.c_str(), reason.c_str());
+    std::printf("%-50s not measured: %s\n", name.c_str(), reason.c_str());
     std::fflush(stdout);
 }
