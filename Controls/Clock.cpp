@@ -3,24 +3,18 @@
 
 #include "Controls/framework/ClickTemplate.h"
 #include "Controls/framework/Controls.h"
+#include "Panelhost/Gdi.h"
 #include "Controls/framework/Keywords.h"
 #include "Controls/framework/Tooltip.h"
 #include "logic/ClockText.h"
 
 #include <algorithm>
-#include <memory>
-#include <type_traits>
 
 namespace {
 
 constexpr DWORD REDRAW_INTERVAL = 501;          // at least, from one redraw to the next
 constexpr std::size_t CLICK_TEMPLATE_SIZE = 15; // longest template
 constexpr UINT TEXT_FORMAT = DT_CENTER | DT_EXPANDTABS | DT_NOPREFIX | DT_END_ELLIPSIS;
-
-struct GdiObjectDeleter {
-    void operator()(HGDIOBJ object) const { DeleteObject(object); }
-};
-using Brush = std::unique_ptr<std::remove_pointer_t<HBRUSH>, GdiObjectDeleter>;
 
 } // namespace
 

@@ -1,18 +1,13 @@
 #pragma once
 
+#include "Panelhost/Gdi.h"
+
 #include <windows.h>
 
 #include <memory>
 #include <type_traits>
 
 // Owners of system handles.
-
-struct ObjectDeleter {
-    void operator()(HGDIOBJ object) const { DeleteObject(object); }
-};
-using Font = std::unique_ptr<std::remove_pointer_t<HFONT>, ObjectDeleter>;
-using Brush = std::unique_ptr<std::remove_pointer_t<HBRUSH>, ObjectDeleter>;
-using Bitmap = std::unique_ptr<std::remove_pointer_t<HBITMAP>, ObjectDeleter>;
 
 struct MenuDestroyer {
     void operator()(HMENU menu) const { DestroyMenu(menu); }

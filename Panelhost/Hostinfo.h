@@ -18,9 +18,10 @@ constexpr WORD KIND_PANEL = 2; // a panel inside the root
 constexpr WORD KIND_CONTROL = 3;
 
 // Bits of HOSTINFO::flags.
-constexpr WORD FLAG_CHANGED = 0x0001;  // a property was loaded by anything other than the file loader
-constexpr WORD FLAG_FOCUS = 0x0008;    // the window has the keyboard focus
-constexpr WORD FLAG_SELECTED = 0x0010; // selected while the panel is edited
+constexpr WORD FLAG_CHANGED = 0x0001;   // a property was loaded by anything other than the file loader
+constexpr WORD FLAG_FOCUS = 0x0008;     // the window has the keyboard focus
+constexpr WORD FLAG_SELECTED = 0x0010;  // selected while the panel is edited
+constexpr WORD FLAG_EDIT_ONLY = 0x0020; // its window is shown only while the panel is edited
 
 // Base of every property object: the root, devices, panels and controls. An object lives from the creation of
 // its window to its destruction and belongs to the thread of that window.
@@ -146,6 +147,14 @@ PANELHOST_API LRESULT a_DispatchRecord(HOSTINFO* object, const KEYWORDROW* table
 // otherwise it shows or hides the window according to the layers active on the root.
 PANELHOST_API std::string a_GetLayers(const HOSTINFO* object);
 PANELHOST_API int a_SetLayers(HOSTINFO* object, const char* text);
+
+// Shows or hides the window as its layers, the mode and FLAG_EDIT_ONLY ask for.
+PANELHOST_API void a_ApplyVisibility(HOSTINFO* object);
+
+// For parents of controls: a superclassed edit control asks its parent for its colours (WM_CTLCOLOREDIT,
+// WM_CTLCOLORSTATIC). This asks the control itself, by the same message with OCM__BASE added. Null when the
+// window is no control or leaves the colours to the system.
+PANELHOST_API HBRUSH a_AskForColours(UINT message, WPARAM dc, LPARAM window);
 
 // Draws the focus frame (operated) or the selection frame with its handles (edited), if the object has
 // either.

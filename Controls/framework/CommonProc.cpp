@@ -37,6 +37,7 @@ void PostAtCursor(HWND target, UINT message, WPARAM wParam) {
 void Destroy(CONTROLPROPERTIES* control) {
     const HWND window = control->window;
     control->CancelDrag();
+    control->Destroying();
     a_HostinfoDestroyed(a_FindRootHostinfo(control->parent), control);
     a_CleanHostinfo(control);
     a_RemoveHostinfo(control->parent, control);
@@ -214,6 +215,7 @@ LRESULT CreateControl(const ControlClass& controlClass, HWND window, const CREAT
     }
     control->SetDefaults();
     a_HostinfoCreated(a_FindRootHostinfo(control->parent), control);
+    control->Created();
     return 1;
 }
 
@@ -235,7 +237,7 @@ LRESULT CALLBACK CommonProc(HWND window, UINT message, WPARAM wParam, LPARAM lPa
     case CWM_GETPROPERTIES:
         return reinterpret_cast<LRESULT>(static_cast<HOSTINFO*>(control));
     case CWM_GETCONTROLTYPE:
-        return controlClass.controlType;
+        return control->ControlType();
     case CWM_GETPREFERREDWIDTH:
         return control->PreferredWidth();
     case CWM_FUNCTIONCHANGED:
@@ -292,6 +294,12 @@ LRESULT CALLBACK CommonProc(HWND window, UINT message, WPARAM wParam, LPARAM lPa
     case CWM_MENUCOMMAND:
         if (lParam != 0) {
             control->Apply();
+        }
+        break;
+    case WM_CTLCOLOREDIT:
+    case WM_CTLCOLORSTATIC:
+        if (const HBRUSH brush = a_AskForColours(message, wParam, lParam); brush != nullptr) {
+            return reinterpret_cast<LRESULT>(brush);
         }
         break;
     case WM_RBUTTONDOWN:

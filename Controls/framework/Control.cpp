@@ -133,7 +133,7 @@ LRESULT CONTROLPROPERTIES::OnGetTooltip(WPARAM, LPARAM lParam) {
 }
 
 LRESULT CONTROLPROPERTIES::OnGetDatatype(WPARAM, LPARAM) {
-    return controlClass->controlType;
+    return ControlType();
 }
 
 void CONTROLPROPERTIES::ShowPollResult(int result) {

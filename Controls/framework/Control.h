@@ -61,6 +61,9 @@ public:
     // What a control adds. Drawing changes nothing; the panel's background is there already.
     virtual const char* DefaultProperties() const { return nullptr; } // a property line loaded at creation
     virtual void SetDefaults() {}
+    virtual void Created() {}    // all is set up and the object can be found: the last step of creation
+    virtual void Destroying() {} // the window goes; the object can still be found
+    virtual int ControlType() const { return controlClass->controlType; } // datatype of the main value
     virtual void Draw(HDC, const RECT& /*client*/) const {}
     virtual int PreferredWidth() const { return rectangle.right - rectangle.left; }
     virtual void Poll() {}            // the interval has passed and no drag is going on

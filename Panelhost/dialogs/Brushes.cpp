@@ -2,7 +2,7 @@
 
 #include "Panelhost/Dialogs.h"
 
-#include "Panelhost/dialogs/Gdi.h"
+#include "Panelhost/Gdi.h"
 
 HBRUSH a_GetObject(int number) {
     static const Brush field(CreateSolidBrush(FIELD_COLOUR));

@@ -6,7 +6,7 @@
 
 #include "Panelhost/Guard.h"
 #include "Panelhost/dialogs/Dialog.h"
-#include "Panelhost/dialogs/Gdi.h"
+#include "Panelhost/Gdi.h"
 #include "Panelhost/dialogs/ListView.h"
 #include "Panelhost/dialogs/resource.h"
 

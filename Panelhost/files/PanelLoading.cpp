@@ -103,6 +103,9 @@ void PanelLoading::Send(const std::string& line, const logic::PropertyLine& part
         Fail("Object not found: %s", line);
         return;
     }
+    if (parts.keyword == "connection" && parts.value.empty() && lastObject_->connections.empty()) {
+        return; // every control is saved with this line, some refuse it, and it would change nothing
+    }
     const char* text = parts.hasEquals ? parts.keyword.data() : parts.value.data();
     if (SendMessageA(lastObject_->window, CWM_LOAD, LOAD_FROM_FILE, reinterpret_cast<LPARAM>(text)) == 0) {
         ++root_.loadErrors;

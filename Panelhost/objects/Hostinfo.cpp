@@ -8,6 +8,8 @@
 #include "logic/Layers.h"
 #include "logic/PropertyLine.h"
 
+#include <olectl.h>
+
 int HOSTINFO::HasHostinfoTable() {
     return 0;
 }
@@ -302,6 +304,20 @@ std::string a_GetLayers(const HOSTINFO* object) {
                                 [&] { return object == nullptr ? "" : logic::LayersText(object->layers); });
 }
 
+void a_ApplyVisibility(HOSTINFO* object) {
+    const PanelRoot* root = PanelRoot::Above(object);
+    if (root != nullptr) {
+        root->ApplyLayers(object);
+    }
+}
+
+HBRUSH a_AskForColours(UINT message, WPARAM dc, LPARAM window) {
+    const HWND child = reinterpret_cast<HWND>(window);
+    return a_FromWindow(child) == nullptr
+               ? nullptr
+               : reinterpret_cast<HBRUSH>(SendMessageA(child, OCM__BASE + message, dc, window));
+}
+
 int a_SetLayers(HOSTINFO* object, const char* text) {
     if (object == nullptr || text == nullptr) {
         return 0;
@@ -316,7 +332,8 @@ int a_SetLayers(HOSTINFO* object, const char* text) {
         if (const PanelRoot* root = PanelRoot::Above(object); root != nullptr) {
             root->ApplyLayers(object);
         }
-        if (wasLayered && object->layers == 0) { // back on every layer
+        if (wasLayered && object->layers == 0 &&
+            (object->flags & FLAG_EDIT_ONLY) == 0) { // back on every layer
             ShowWindow(object->window, SW_SHOWNA);
         }
         return 1;

@@ -46,6 +46,12 @@ LRESULT CALLBACK PanelWindowProc(HWND window, UINT message, WPARAM wParam, LPARA
             return 1;
         }
         break;
+    case WM_CTLCOLOREDIT:
+    case WM_CTLCOLORSTATIC:
+        if (const HBRUSH brush = a_AskForColours(message, wParam, lParam); brush != nullptr) {
+            return reinterpret_cast<LRESULT>(brush);
+        }
+        break;
     case WM_NCDESTROY:
         RemoveWindowSubclass(window, PanelWindowProc, SUBCLASS_ID);
         ObjectTree::Get().Leave(root);
@@ -421,11 +427,12 @@ void PanelRoot::MoveBefore(HOSTINFO* object, HOSTINFO* other) {
     SetWindowPos(object->window, above, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
 }
 
-void PanelRoot::ApplyLayers(HOSTINFO* object) const {
-    if (object->layers == 0) {
+void PanelRoot::ApplyLayers(const HOSTINFO* object) const {
+    const bool editOnly = (object->flags & FLAG_EDIT_ONLY) != 0;
+    if (object->layers == 0 && !editOnly) {
         return; // its visibility is the host's
     }
-    const bool shown = mode != 0 || logic::LayerShown(object->layers, activeLayers);
+    const bool shown = mode != 0 || (!editOnly && logic::LayerShown(object->layers, activeLayers));
     const bool visible = (GetWindowLongA(object->window, GWL_STYLE) & WS_VISIBLE) != 0;
     if (shown != visible) {
         ShowWindow(object->window, shown ? SW_SHOWNA : SW_HIDE);

@@ -89,7 +89,7 @@ public:
     // In the order of saving and on the screen; null for the other one: to the end.
     void MoveBefore(HOSTINFO* object, HOSTINFO* other);
 
-    void ApplyLayers(HOSTINFO* object) const;
+    void ApplyLayers(const HOSTINFO* object) const;
     void SetMode(WORD newMode);
     void Tick();
 

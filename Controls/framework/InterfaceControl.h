@@ -1,0 +1,23 @@
+#pragma once
+
+#include "Controls/framework/Control.h"
+
+// Base of the interface controls, which bridge values of the panel to channels outside. They have no face: in
+// an operated panel their window is hidden, in an edited one it shows the picture of the class.
+class INTERFACEPROPERTIES : public CONTROLPROPERTIES {
+public:
+    // Takes the size of the class's picture. A control's own version calls this one.
+    void SetDefaults() override;
+    // Hides the window in an operated panel. A control's own version calls this one.
+    void Created() override;
+    void Draw(HDC dc, const RECT& client) const override;
+    LRESULT OnTimer(WPARAM timer, LPARAM lParam) override;
+
+    virtual SIZE SizeWithoutPicture() const { return {100, 100}; } // pixels
+};
+
+// Window procedure of the interface controls.
+LRESULT CALLBACK InterfaceProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+
+// Handler of a keyword that stands in the table and takes and answers nothing.
+int RefusedKeyword(VALUERECORD* record, HOSTINFO* object);
