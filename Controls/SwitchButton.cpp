@@ -25,6 +25,7 @@ public:
         onValue = 1;
         lastPoll = GetTickCount();
     }
+    void SetDefaults() override;
 
     const KEYWORDROW* GetHostinfoTable() override;
     void Poll() override;
@@ -137,6 +138,11 @@ const KEYWORDROW* SWITCHBUTTONPROPERTIES::GetHostinfoTable() {
 
 // State
 
+void SWITCHBUTTONPROPERTIES::SetDefaults() {
+    BUTTONPROPERTIES::SetDefaults();
+    a_FollowRequests(this, captionFunctions, captionRequests);
+}
+
 void SWITCHBUTTONPROPERTIES::SetHeldDown(bool down) {
     face = down ? SwitchFace::HeldDown : isOn ? SwitchFace::On : SwitchFace::Off;
 }
@@ -189,9 +195,6 @@ int SWITCHBUTTONPROPERTIES::PollCaption() {
     if (captionFunctions.empty()) {
         return REQUEST_UNCHANGED;
     }
-    // Devices and controls came and went since the last time, and the framework follows the value's list
-    // only.
-    a_BuildRequestList(captionFunctions, {}, this, captionRequests);
     const HWND self = window;
     char text[TEXT_SIZE];
     std::snprintf(text, sizeof text, "%s", caption.c_str());

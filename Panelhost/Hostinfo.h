@@ -156,6 +156,10 @@ PANELHOST_API void a_ApplyVisibility(HOSTINFO* object);
 // window is no control or leaves the colours to the system.
 PANELHOST_API HBRUSH a_AskForColours(UINT message, WPARAM dc, LPARAM window);
 
+// Destroys the windows inside the object's window, those of controls and others. For an object that makes its
+// own children, when it goes.
+PANELHOST_API void a_DestroyChildWindows(const HOSTINFO* object);
+
 // Draws the focus frame (operated) or the selection frame with its handles (edited), if the object has
 // either.
 PANELHOST_API void a_DrawSelection(const HOSTINFO* object, HDC dc);

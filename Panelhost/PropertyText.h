@@ -28,6 +28,15 @@ PANELHOST_API int a_ReadRectString(const char* text, RECT* rectangle);
 // library. The buffer holds MAX_PATH bytes. 1, or 0 with an empty buffer when the result is too long.
 PANELHOST_API int a_MakeFullPathName(const char* name, char* fullPath);
 
+// The same, relative to the folder of a library or program.
+PANELHOST_API int a_MakeFullPathName2(HMODULE module, const char* name, char* fullPath);
+
+// Loads every property line of a text file into an object, with CWM_LOAD and the load mode given; what stands
+// before a "*" is ignored, and so are empty lines and lines that begin with "#". Number of lines that the
+// object took, -1 when the file cannot be read. Lines that it refuses are traced by it; the rest is loaded
+// all the same.
+PANELHOST_API int a_LoadFile(HOSTINFO* object, const char* fullPath, WPARAM loadMode);
+
 // What "%" and the letter stand for in a template.
 struct INSERTION {
     char letter;

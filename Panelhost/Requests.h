@@ -48,9 +48,14 @@ PANELHOST_API std::string a_BuildString(const BINDINGLIST& list);
 
 // Build the items for functions, then connections, in order. An address that names nothing becomes an item
 // that cannot be reached; it is resolved when the object comes, as long as it is the object's own request
-// list. With a keyword, every item asks for that keyword in place of the address's own.
+// list or one given to a_FollowRequests. With a keyword, every item asks for that keyword in place of the
+// address's own.
 PANELHOST_API void a_BuildRequestList(const BINDINGLIST& functions, const BINDINGLIST& connections,
                                       HOSTINFO* object, REQUESTLIST& requests, const char* keyword = nullptr);
+// A further list of an object, built from functions of its own. From then on it is followed as the object's
+// own list is: built anew whenever one of the functions' devices or controls comes or goes, and counted by
+// a_IsConnected. Both lists must live until a_CleanHostinfo of the object, which empties the request list.
+PANELHOST_API void a_FollowRequests(HOSTINFO* object, const BINDINGLIST& functions, REQUESTLIST& requests);
 PANELHOST_API void a_EmptyRequestList(REQUESTLIST& requests);
 
 // Sends a get (1) or set (2) to every item. data points to the value: for a get it holds the caller's current

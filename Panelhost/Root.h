@@ -12,7 +12,12 @@ class cPanelBackground;
 //   layer         active layers ("u1,u5"), empty for all
 //   size          "width,height" of the panel in pixels, for the host to follow
 //   title         title of the panel
+//   bandwidth     "bw" when equaliser bands show bandwidth in place of Q, else empty
 //   parameterdlg  name of the control whose parameter dialog is open (not saved)
+
+// What the panel asks of its controls: the value of a keyword of the root above the object, as 1 when it is
+// set and 0 when it is empty. Returns 1; 0 with the value untouched when there is no root or no such keyword.
+PANELHOST_API int a_Request(HOSTINFO* object, const char* keyword, int* value);
 
 // Whether a property of the root or of one of its objects was changed since it was loaded or saved.
 PANELHOST_API bool a_IsChanged(HOSTINFO* root);

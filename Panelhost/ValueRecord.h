@@ -17,6 +17,13 @@ constexpr int DATATYPE_INTEGER = 5; // 32-bit signed
 constexpr int DATATYPE_FLOAT = 9;   // 32-bit IEEE, always finite
 constexpr int DATATYPE_TEXT = 11;   // zero-terminated, buffer of TEXT_SIZE bytes
 constexpr int DATATYPE_DATA = 37;   // data buffer
+// Records, exchanged as bytes. Their numbers are always finite; types and units can be ones that the receiver
+// does not know.
+constexpr int DATATYPE_DELAY = 15;     // logic::DelaySetting, 12 bytes
+constexpr int DATATYPE_CROSSOVER = 19; // logic::Crossover, 36 bytes; a device reads and writes the filters
+                                       // only, the first 16 of them
+constexpr int DATATYPE_MASTER_EQ = 30;  // logic::EqBand, 24 bytes
+constexpr int DATATYPE_CHANNEL_EQ = 32; // the same
 
 // What CWM_MESSAGE carries and every keyword handler receives.
 struct VALUERECORD {
@@ -53,6 +60,19 @@ PANELHOST_API int a_AnswerInteger(VALUERECORD* record, int value);
 PANELHOST_API int a_AnswerFloat(VALUERECORD* record, float value);
 // Integer and float callers receive the number that the text begins with; 0 when there is none.
 PANELHOST_API int a_AnswerText(VALUERECORD* record, const char* value);
+
+// Size of the value in bytes, of a text with its terminator; 0 where it is between sender and receiver. data
+// is looked at for texts only.
+PANELHOST_API int a_ValueSize(int datatype, const void* data);
+// Whether all numbers of the value are finite. True for datatypes without numbers.
+PANELHOST_API bool a_IsSoundValue(int datatype, const void* data);
+
+// Answers a get record for a value of fixed size: stores its bytes and returns 1; 0 when the caller's buffer
+// holds them already, or when the caller asks for another datatype.
+PANELHOST_API int a_AnswerBytes(VALUERECORD* record, int datatype, const void* value, int size);
+// Reads such a value from a set record: 1; 0 with the value untouched when the datatype is another one, the
+// data is missing or not sound.
+PANELHOST_API int a_ReadBytes(const VALUERECORD* record, int datatype, void* value, int size);
 
 // Reads the value of a set record (integer, float or text) into the given variable. 1 when read; 0 with the
 // variable untouched when the data is missing, unreadable, out of the type's range, or not finite.

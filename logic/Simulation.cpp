@@ -23,10 +23,14 @@ std::optional<Value> FindWord(const std::array<std::pair<std::string_view, Value
     return std::nullopt;
 }
 
-constexpr std::array<std::pair<std::string_view, ParameterType>, 3> parameterTypes{{
+constexpr std::array<std::pair<std::string_view, ParameterType>, 7> parameterTypes{{
     {"integer", ParameterType::Integer},
     {"float", ParameterType::Float},
     {"text", ParameterType::Text},
+    {"mastereq", ParameterType::MasterEq},
+    {"channeleq", ParameterType::ChannelEq},
+    {"xoverfilters", ParameterType::CrossoverFilters},
+    {"delay", ParameterType::Delay},
 }};
 
 constexpr std::array<std::pair<std::string_view, WaveShape>, 5> waveShapes{{
@@ -135,9 +139,12 @@ std::optional<ParameterDeclaration> ParseParameter(std::string_view value) {
     const std::optional<ParameterType> type = FindWord(parameterTypes, fields[0]);
     if (!type)
         return std::nullopt;
-    if (*type == ParameterType::Text) {
+    if (!IsNumber(*type)) {
         if (!TrimBlanks(fields[1]).empty() || !TrimBlanks(fields[2]).empty())
             return std::nullopt;
+        if (*type != ParameterType::Text)
+            return ParameterDeclaration{
+                *type, 0.0F, 0.0F, std::string(fields[3].data(), value.data() + value.size()), {}};
         const std::string_view unit = fields.size() > 4 ? fields.back() : std::string_view();
         const char* const end = fields.size() > 4 ? unit.data() - 1 : value.data() + value.size();
         return ParameterDeclaration{*type, 0.0F, 0.0F, std::string(fields[3].data(), end),

@@ -20,20 +20,27 @@
 
 namespace logic {
 
-enum class ParameterType { Integer, Float, Text };
+// The last four are records: an equaliser band (of two kinds), a crossover's pair of filters, a delay.
+enum class ParameterType { Integer, Float, Text, MasterEq, ChannelEq, CrossoverFilters, Delay };
+
+// Whether a value of the type is a number.
+constexpr bool IsNumber(ParameterType type) {
+    return type == ParameterType::Integer || type == ParameterType::Float;
+}
 
 struct ParameterDeclaration {
     ParameterType type;
-    float minimum, maximum; // finite, minimum <= maximum; 0 and 0 for a text
+    float minimum, maximum; // finite, minimum <= maximum; 0 and 0 for what is no number
     std::string value;      // a readable number of the type, or any text; may lie outside the range
     std::string unit;       // may be empty
 };
 
-// Reads "type,minimum,maximum,value,unit"; the unit and its comma may be missing. Types are integer, float
-// and text. A text has empty bounds and keeps its blanks; a text that holds commas needs the comma of the
-// unit: "text,,,a, b,". Nothing when the range is reversed (an equal one is fine) or a number is unreadable,
-// not finite, or no integer where the type asks for one. Bounds of an integer beyond 24 bits are rounded to a
-// float. The value is not clamped here.
+// Reads "type,minimum,maximum,value,unit"; the unit and its comma may be missing. Types are integer, float,
+// text, mastereq, channeleq, xoverfilters and delay. A text has empty bounds and keeps its blanks; a text
+// that holds commas needs the comma of the unit: "text,,,a, b,". A record has empty bounds and no unit, and
+// all behind the bounds is its text. Nothing when the range is reversed (an equal one is fine) or a number is
+// unreadable, not finite, or no integer where the type asks for one. Bounds of an integer beyond 24 bits are
+// rounded to a float. The value is not clamped here.
 std::optional<ParameterDeclaration> ParseParameter(std::string_view value);
 
 enum class WaveShape {

@@ -1,5 +1,7 @@
 #include "logic/Text.h"
 
+#include <algorithm>
+
 namespace logic {
 
 bool IsBlank(char character) {
@@ -23,6 +25,20 @@ std::vector<std::string_view> SplitFields(std::string_view text, char separator)
             return fields;
         text.remove_prefix(end + 1);
     }
+}
+
+std::optional<std::int32_t> IndexOfWord(std::span<const std::string_view> words, std::string_view word) {
+    const auto lower = [](char letter) {
+        return letter >= 'A' && letter <= 'Z' ? letter - 'A' + 'a' : letter;
+    };
+    const auto equal = [&](char left, char right) { return lower(left) == lower(right); };
+    word = TrimBlanks(word);
+    const auto found = std::find_if(words.begin(), words.end(), [&](std::string_view candidate) {
+        return std::equal(candidate.begin(), candidate.end(), word.begin(), word.end(), equal);
+    });
+    return found == words.end() || word.empty()
+               ? std::nullopt
+               : std::optional(static_cast<std::int32_t>(found - words.begin()));
 }
 
 } // namespace logic

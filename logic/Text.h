@@ -1,6 +1,9 @@
 // Pieces of text, as every reader of outside text needs them.
 #pragma once
 
+#include <cstdint>
+#include <optional>
+#include <span>
 #include <string_view>
 #include <vector>
 
@@ -15,5 +18,9 @@ std::string_view TrimBlanks(std::string_view text);
 // The pieces between the separators, untrimmed, empty ones included: n separators give n + 1 pieces. The
 // views lie inside the text.
 std::vector<std::string_view> SplitFields(std::string_view text, char separator);
+
+// The place of a word in a list, compared without regard to case and to blanks at its ends; nothing for an
+// empty word.
+std::optional<std::int32_t> IndexOfWord(std::span<const std::string_view> words, std::string_view word);
 
 } // namespace logic

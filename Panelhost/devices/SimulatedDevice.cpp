@@ -38,9 +38,18 @@ int SimulatedDevice::Parameter::Datatype() const {
         return DATATYPE_INTEGER;
     case logic::ParameterType::Float:
         return DATATYPE_FLOAT;
-    default:
+    case logic::ParameterType::Text:
         return DATATYPE_TEXT;
+    case logic::ParameterType::MasterEq:
+        return DATATYPE_MASTER_EQ;
+    case logic::ParameterType::ChannelEq:
+        return DATATYPE_CHANNEL_EQ;
+    case logic::ParameterType::CrossoverFilters:
+        return DATATYPE_CROSSOVER;
+    case logic::ParameterType::Delay:
+        return DATATYPE_DELAY;
     }
+    return DATATYPE_NONE;
 }
 
 void SimulatedDevice::Parameter::SetNumber(float value) {
@@ -56,14 +65,78 @@ int SimulatedDevice::Parameter::Answer(VALUERECORD* record) const {
         return a_AnswerInteger(record, static_cast<int>(number));
     case logic::ParameterType::Float:
         return a_AnswerFloat(record, number);
-    default:
+    case logic::ParameterType::Text:
         return a_AnswerText(record, text.c_str());
+    default:
+        break;
+    }
+    if (record->datatype == DATATYPE_TEXT) {
+        return a_AnswerText(record, RecordText().c_str());
+    }
+    switch (Datatype()) {
+    case DATATYPE_CROSSOVER:
+        return a_AnswerBytes(record, DATATYPE_CROSSOVER, &filters, sizeof filters);
+    case DATATYPE_DELAY:
+        return a_AnswerBytes(record, DATATYPE_DELAY, &delay, sizeof delay);
+    default:
+        return a_AnswerBytes(record, Datatype(), &band, sizeof band);
+    }
+}
+
+std::string SimulatedDevice::Parameter::RecordText() const {
+    switch (declaration.type) {
+    case logic::ParameterType::CrossoverFilters:
+        return logic::FiltersText(filters);
+    case logic::ParameterType::Delay:
+        return logic::DelayText(delay);
+    default:
+        return logic::EqBandText(band);
+    }
+}
+
+bool SimulatedDevice::Parameter::SetRecord(const std::string& given) {
+    const auto take = [](const auto& read, auto& member) {
+        member = read.value_or(member);
+        return read.has_value();
+    };
+    switch (declaration.type) {
+    case logic::ParameterType::CrossoverFilters:
+        return take(logic::ReadFilters(given, filters), filters);
+    case logic::ParameterType::Delay:
+        return take(logic::ReadDelay(given, delay), delay);
+    default:
+        return take(logic::ReadEqBand(given, band), band);
+    }
+}
+
+// A record as bytes must be one that the device knows; a real one would refuse it, too.
+int SimulatedDevice::Parameter::TakeRecord(const VALUERECORD* record) {
+    const auto take = [&](auto& member) {
+        auto given = member;
+        if (a_ReadBytes(record, Datatype(), &given, sizeof given) == 0 || !logic::IsKnown(given)) {
+            return 0;
+        }
+        member = given;
+        return 1;
+    };
+    switch (declaration.type) {
+    case logic::ParameterType::CrossoverFilters:
+        return take(filters);
+    case logic::ParameterType::Delay:
+        return take(delay);
+    default:
+        return take(band);
     }
 }
 
 int SimulatedDevice::Parameter::Take(const VALUERECORD* record) {
     if (declaration.type == logic::ParameterType::Text) {
         return a_ReadText(record, &text);
+    }
+    if (!logic::IsNumber(declaration.type)) {
+        std::string given;
+        return record->datatype == DATATYPE_TEXT ? a_ReadText(record, &given) != 0 && SetRecord(given) ? 1 : 0
+                                                 : TakeRecord(record);
     }
     float value = 0;
     if (a_ReadFloat(record, &value) == 0) {
@@ -139,11 +212,14 @@ bool SimulatedDevice::Declare(const std::string& keyword, const std::string& tex
             parameter = &Enter(keyword);
         }
         parameter->declaration = *declaration;
+        if (!logic::IsNumber(declaration->type) && declaration->type != logic::ParameterType::Text) {
+            return parameter->SetRecord(declaration->value);
+        }
         parameter->text = declaration->value;
         parameter->SetNumber(logic::ParseFloat(declaration->value).value_or(0));
         return true;
     }
-    if (parameter == nullptr || parameter->declaration.type == logic::ParameterType::Text) {
+    if (parameter == nullptr || !logic::IsNumber(parameter->declaration.type)) {
         return false; // what moves must be a number that was declared before
     }
     if (const auto rest = Behind(text, "wave")) {
@@ -161,6 +237,10 @@ bool SimulatedDevice::Declare(const std::string& keyword, const std::string& tex
     if (const auto rest = Behind(text, "mute")) {
         parameter->muting = Names(*rest);
         return !parameter->muting.empty();
+    }
+    if (const auto rest = Behind(text, "solo")) {
+        parameter->solos = Names(*rest);
+        return !parameter->solos.empty();
     }
     return false;
 }
@@ -207,7 +287,10 @@ void SimulatedDevice::Move(Parameter& parameter, std::uint32_t elapsed) {
         target += SourceValue(parameter.follow->source) + parameter.follow->offset;
     }
     const auto isOn = [this](const std::string& source) { return SourceValue(source) != 0; };
-    if (std::any_of(parameter.muting.begin(), parameter.muting.end(), isOn)) {
+    const auto& solos = parameter.solos;
+    const bool othersSolo =
+        !solos.empty() && !isOn(solos.front()) && std::any_of(solos.begin(), solos.end(), isOn);
+    if (othersSolo || std::any_of(parameter.muting.begin(), parameter.muting.end(), isOn)) {
         target = parameter.declaration.minimum;
     }
     const std::uint32_t lag = parameter.follow ? parameter.follow->timeConstantMilliseconds : 0;

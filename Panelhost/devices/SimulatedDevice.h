@@ -1,6 +1,8 @@
 #pragma once
 
 #include "Panelhost/Devices.h"
+#include "logic/Crossover.h"
+#include "logic/EqBand.h"
 #include "logic/Simulation.h"
 
 #include <cstdint>
@@ -35,17 +37,28 @@ private:
         SimulatedDevice* device;
         int index; // from 1 on
         logic::ParameterDeclaration declaration;
-        float number = 0; // value of a numeric parameter, in its unit
-        std::string text; // value of a text
+        float number = 0;   // value of a numeric parameter, in its unit
+        std::string text;   // value of a text
+        logic::EqBand band; // values of the records
+        logic::CrossoverFilters filters;
+        logic::DelaySetting delay;
         std::optional<logic::Wave> wave;
         std::optional<logic::Follow> follow;
         std::vector<std::string> added;  // parameters whose values are added
         std::vector<std::string> muting; // parameters that hold this one at its minimum while one is not 0
+        // Parameters of which the first belongs to this one: while another one is not 0 and the first is,
+        // this one is held at its minimum.
+        std::vector<std::string> solos;
 
-        bool MovesByItself() const { return wave || follow || !added.empty() || !muting.empty(); }
+        bool MovesByItself() const {
+            return wave || follow || !added.empty() || !muting.empty() || !solos.empty();
+        }
         int Datatype() const;
         int Answer(VALUERECORD* record) const;
         int Take(const VALUERECORD* record);
+        std::string RecordText() const;
+        int TakeRecord(const VALUERECORD* record);
+        bool SetRecord(const std::string& text);
         void SetNumber(float value);
     };
 

@@ -214,6 +214,12 @@ void a_CleanHostinfo(HOSTINFO* object) {
         DestroyWindow(dialog);
     }
     Guarded([object] {
+        if (PanelRoot* root = PanelRoot::Above(object); root != nullptr) {
+            for (const auto& list : root->FurtherLists(object)) {
+                list.requests->clear();
+            }
+            root->ForgetFurtherLists(object);
+        }
         object->functions.clear();
         object->connections.clear();
         a_BuildRequestList(object->functions, object->connections, object, object->requests);
@@ -308,6 +314,17 @@ void a_ApplyVisibility(HOSTINFO* object) {
     const PanelRoot* root = PanelRoot::Above(object);
     if (root != nullptr) {
         root->ApplyLayers(object);
+    }
+}
+
+void a_DestroyChildWindows(const HOSTINFO* object) {
+    if (object == nullptr || object->window == nullptr) {
+        return;
+    }
+    for (HWND child = GetWindow(object->window, GW_CHILD); child != nullptr;) {
+        const HWND next = GetWindow(child, GW_HWNDNEXT);
+        DestroyWindow(child);
+        child = next == nullptr || IsWindow(next) ? next : GetWindow(object->window, GW_CHILD);
     }
 }
 

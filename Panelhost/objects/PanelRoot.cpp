@@ -91,6 +91,16 @@ int BackgroundKeyword(VALUERECORD* record, HOSTINFO* object) {
         object);
 }
 
+int BandwidthKeyword(VALUERECORD* record, HOSTINFO* object) {
+    return AnswerOrTake(
+        record, AsRoot(object).showsBandwidth ? "bw" : "",
+        [](PanelRoot& root, const std::string& text) {
+            root.showsBandwidth = !text.empty() && (text.front() == 'b' || text.front() == 'B');
+            return true;
+        },
+        object);
+}
+
 int LayerKeyword(VALUERECORD* record, HOSTINFO* object) {
     return AnswerOrTake(
         record, logic::LayersText(AsRoot(object).activeLayers),
@@ -153,6 +163,7 @@ void RebuildRequests(const std::vector<HOSTINFO*>& objects) {
 constexpr KEYWORDROW KEYWORDS[] = {
     {" ", TitleKeyword, 0},
     {"background", BackgroundKeyword, KEYWORD_SAVED},
+    {"bandwidth", BandwidthKeyword, KEYWORD_SAVED},
     {"layer", LayerKeyword, KEYWORD_SAVED},
     {"parameterdlg", ParameterDialogKeyword, 0},
     {"size", SizeKeyword, KEYWORD_SAVED},
@@ -330,6 +341,7 @@ void PanelRoot::Remove(HOSTINFO* object) {
     }
     Withdraw(object);
     Forget(object);
+    ForgetFurtherLists(object);
     (object->kind == KIND_DEVICE ? devices_ : controls_).erase(object->place_);
     if (object->children_ > 0) { // its windows go right after it
         for (HOSTINFO* child : controls_) {
@@ -379,6 +391,16 @@ void PanelRoot::WaitFor(HOSTINFO* object, const std::string& fullName) {
 
 void PanelRoot::Bind(HOSTINFO* object, const HOSTINFO* target) {
     bound_.Add(object, target);
+}
+
+void PanelRoot::Follow(HOSTINFO* object, FurtherList list) {
+    further_[object].push_back(list);
+}
+
+const std::vector<PanelRoot::FurtherList>& PanelRoot::FurtherLists(const HOSTINFO* object) const {
+    static const std::vector<FurtherList> none;
+    const auto found = further_.find(object);
+    return found == further_.end() ? none : found->second;
 }
 
 std::vector<HWND> PanelRoot::DependentsOn(const std::string& address) const {
@@ -488,6 +510,19 @@ void a_SetChanged(HOSTINFO* root, bool changed) {
 int a_LoadErrorCount(HOSTINFO* root) {
     const PanelRoot* panel = PanelRoot::From(root);
     return panel == nullptr ? 0 : panel->loadErrors;
+}
+
+int a_Request(HOSTINFO* object, const char* keyword, int* value) {
+    PanelRoot* root = PanelRoot::Above(object);
+    const int row = root == nullptr ? -1 : a_FindKeyword(root->GetHostinfoTable(), keyword);
+    if (row < 0) {
+        return 0;
+    }
+    char text[TEXT_SIZE] = "";
+    VALUERECORD record{COMMAND_GET, row, DATATYPE_TEXT, 0, text, nullptr, 0};
+    a_DispatchRecord(root, root->GetHostinfoTable(), &record);
+    *value = text[0] != '\0' ? 1 : 0;
+    return 1;
 }
 
 const cPanelBackground* a_GetBackground(HOSTINFO* root) {

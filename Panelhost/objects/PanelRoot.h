@@ -83,6 +83,15 @@ public:
     void WaitFor(HOSTINFO* object, const std::string& name);
     void Bind(HOSTINFO* object, const HOSTINFO* target);
 
+    // Further request lists of an object, followed like its own.
+    struct FurtherList {
+        const BINDINGLIST* functions;
+        REQUESTLIST* requests;
+    };
+    void Follow(HOSTINFO* object, FurtherList list);
+    const std::vector<FurtherList>& FurtherLists(const HOSTINFO* object) const;
+    void ForgetFurtherLists(const HOSTINFO* object) { further_.erase(object); }
+
     // Windows of the controls that wait for a device parameter's address.
     std::vector<HWND> DependentsOn(const std::string& address) const;
 
@@ -96,6 +105,7 @@ public:
     cPanelBackground background;
     std::uint64_t activeLayers = 0;
     std::string title;
+    bool showsBandwidth = false; // equaliser bands show bandwidth in place of Q
     std::string size;            // "width,height" or empty
     std::string parameterDialog; // name of the control whose parameter dialog is open
     int loadErrors = 0;
@@ -115,4 +125,5 @@ private:
     std::list<HOSTINFO*> devices_;
     Dependence<std::string> waiting_;   // on a folded name that nothing has at present
     Dependence<const HOSTINFO*> bound_; // on a target
+    std::unordered_map<const HOSTINFO*, std::vector<FurtherList>> further_;
 };

@@ -9,8 +9,9 @@
 #include "Panelhost/objects/PanelRoot.h"
 #include "logic/PropertyLine.h"
 
-#include <cmath>
+#include <algorithm>
 #include <cstring>
+#include <initializer_list>
 #include <vector>
 
 namespace {
@@ -113,6 +114,24 @@ REQUESTITEM Resolve(const std::string& address, HOSTINFO* object, const char* ke
     return item;
 }
 
+void BuildList(std::initializer_list<const BINDINGLIST*> bindings, HOSTINFO* object, REQUESTLIST& requests,
+               const char* keyword, bool follow) {
+    REQUESTLIST fresh;
+    for (const BINDINGLIST* list : bindings) {
+        for (const std::string& address : *list) {
+            fresh.push_back(Resolve(address, object, keyword, follow));
+        }
+    }
+    requests.swap(fresh);
+}
+
+bool IsFollowed(const PanelRoot& root, const HOSTINFO& object, const REQUESTLIST& requests) {
+    const auto& further = root.FurtherLists(&object);
+    return &requests == &object.requests ||
+           std::any_of(further.begin(), further.end(),
+                       [&](const PanelRoot::FurtherList& list) { return list.requests == &requests; });
+}
+
 int ReplaceBindings(const char* text, BINDINGLIST& list, HOSTINFO* object, const BINDINGLIST& functions,
                     const BINDINGLIST& connections, REQUESTLIST& requests) {
     if (object == nullptr) {
@@ -130,19 +149,7 @@ int ReplaceBindings(const char* text, BINDINGLIST& list, HOSTINFO* object, const
 }
 
 std::size_t ValueSize(int datatype, const void* data) {
-    switch (datatype) {
-    case DATATYPE_INTEGER:
-    case DATATYPE_FLOAT:
-        return 4;
-    case DATATYPE_TEXT:
-        return strnlen(static_cast<const char*>(data), TEXT_SIZE - 1) + 1;
-    default:
-        return 0; // its size is between sender and receiver
-    }
-}
-
-bool IsSound(int datatype, const void* data) {
-    return datatype != DATATYPE_FLOAT || std::isfinite(*static_cast<const float*>(data));
+    return static_cast<std::size_t>(a_ValueSize(datatype, data));
 }
 
 // Texts that are too long are cut.
@@ -178,7 +185,7 @@ int Get(const std::vector<REQUESTITEM>& items, int datatype, void* data) {
         }
         void* buffer = size > 0 ? scratch : data;
         const int answer = a_SendToItem(item, COMMAND_GET, datatype, buffer);
-        if (answer < 0 || (answer > 0 && !IsSound(datatype, buffer))) {
+        if (answer < 0 || (answer > 0 && !a_IsSoundValue(datatype, buffer))) {
             unreachable = true;
         } else if (answer == 0) {
             anySame = true;
@@ -233,12 +240,23 @@ int a_IsConnected(HOSTINFO* object, const char* function, void*) {
                        : logic::FoldName(address.substr(0, star)) + address.substr(star);
         };
         const std::string wanted = comparable(function);
-        for (const std::string& address : object->functions) {
-            if (comparable(Expand(address, object)) == wanted) {
-                return 1;
-            }
+        const auto names = [&](const BINDINGLIST& list) {
+            return std::any_of(list.begin(), list.end(), [&](const std::string& address) {
+                return comparable(Expand(address, object)) == wanted;
+            });
+        };
+        if (names(object->functions)) {
+            return 1;
         }
-        return 0;
+        const PanelRoot* root = PanelRoot::Above(object);
+        if (root == nullptr) {
+            return 0;
+        }
+        const auto& further = root->FurtherLists(object);
+        return std::any_of(further.begin(), further.end(),
+                           [&](const PanelRoot::FurtherList& list) { return names(*list.functions); })
+                   ? 1
+                   : 0;
     });
 }
 
@@ -252,18 +270,32 @@ void a_BuildRequestList(const BINDINGLIST& functions, const BINDINGLIST& connect
         return;
     }
     Guarded([&] {
-        const bool follow = &requests == &object->requests;
-        if (PanelRoot* root = PanelRoot::Above(object); follow && root != nullptr) {
-            root->Forget(object);
+        PanelRoot* root = PanelRoot::Above(object);
+        if (root == nullptr || !IsFollowed(*root, *object, requests)) {
+            BuildList({&functions, &connections}, object, requests, keyword, false);
+            return;
         }
-        REQUESTLIST fresh;
-        for (const BINDINGLIST* list : {&functions, &connections}) {
-            for (const std::string& address : *list) {
-                fresh.push_back(Resolve(address, object, keyword, follow));
+        // What an object depends on is known for all its lists together.
+        root->Forget(object);
+        for (const auto& [furtherFunctions, furtherRequests] : root->FurtherLists(object)) {
+            if (furtherRequests != &requests) {
+                BuildList({furtherFunctions}, object, *furtherRequests, nullptr, true);
             }
         }
-        requests.swap(fresh);
+        if (&requests != &object->requests) {
+            BuildList({&object->functions, &object->connections}, object, object->requests, nullptr, true);
+        }
+        BuildList({&functions, &connections}, object, requests, keyword, true);
     });
+}
+
+void a_FollowRequests(HOSTINFO* object, const BINDINGLIST& functions, REQUESTLIST& requests) {
+    if (PanelRoot* root = PanelRoot::Above(object); root != nullptr) {
+        Guarded([&] {
+            root->Follow(object, {&functions, &requests});
+            a_BuildRequestList(functions, {}, object, requests);
+        });
+    }
 }
 
 void a_EmptyRequestList(REQUESTLIST& requests) {
@@ -301,7 +333,7 @@ int a_SendRequest(REQUESTLIST& requests, int command, int datatype, void* data, 
         if (command == COMMAND_GET) {
             outcome = items.empty() ? REQUEST_UNCHANGED : Get(items, datatype, data);
             success = outcome == REQUEST_UNREACHABLE ? 0 : 1;
-        } else if (!IsSound(datatype, data)) {
+        } else if (!a_IsSoundValue(datatype, data)) {
             success = 0;
         } else {
             for (const REQUESTITEM& item : items) {

@@ -3,6 +3,8 @@
 #include "Panelhost/ValueRecord.h"
 
 #include "Panelhost/Guard.h"
+#include "logic/Crossover.h"
+#include "logic/EqBand.h"
 #include "logic/Numbers.h"
 
 #include <cmath>
@@ -30,7 +32,66 @@ int StoreText(VALUERECORD* record, const char* value) {
     return 1;
 }
 
+template <class Value>
+bool IsSoundRecord(const void* data) {
+    Value value;
+    std::memcpy(&value, data, sizeof value);
+    return logic::IsSound(value);
+}
+
 } // namespace
+
+int a_ValueSize(int datatype, const void* data) {
+    switch (datatype) {
+    case DATATYPE_INTEGER:
+    case DATATYPE_FLOAT:
+        return 4;
+    case DATATYPE_TEXT:
+        return static_cast<int>(strnlen(static_cast<const char*>(data), TEXT_SIZE - 1)) + 1;
+    case DATATYPE_DELAY:
+        return sizeof(logic::DelaySetting);
+    case DATATYPE_CROSSOVER:
+        return sizeof(logic::Crossover);
+    case DATATYPE_MASTER_EQ:
+    case DATATYPE_CHANNEL_EQ:
+        return sizeof(logic::EqBand);
+    default:
+        return 0;
+    }
+}
+
+bool a_IsSoundValue(int datatype, const void* data) {
+    switch (datatype) {
+    case DATATYPE_FLOAT:
+        return std::isfinite(*static_cast<const float*>(data));
+    case DATATYPE_DELAY:
+        return IsSoundRecord<logic::DelaySetting>(data);
+    case DATATYPE_CROSSOVER:
+        return IsSoundRecord<logic::Crossover>(data);
+    case DATATYPE_MASTER_EQ:
+    case DATATYPE_CHANNEL_EQ:
+        return IsSoundRecord<logic::EqBand>(data);
+    default:
+        return true;
+    }
+}
+
+int a_AnswerBytes(VALUERECORD* record, int datatype, const void* value, int size) {
+    if (record->data == nullptr || record->datatype != datatype ||
+        std::memcmp(record->data, value, static_cast<std::size_t>(size)) == 0) {
+        return 0;
+    }
+    std::memcpy(record->data, value, static_cast<std::size_t>(size));
+    return 1;
+}
+
+int a_ReadBytes(const VALUERECORD* record, int datatype, void* value, int size) {
+    if (record->data == nullptr || record->datatype != datatype || !a_IsSoundValue(datatype, record->data)) {
+        return 0;
+    }
+    std::memcpy(value, record->data, static_cast<std::size_t>(size));
+    return 1;
+}
 
 int a_FindKeyword(const KEYWORDROW* table, const char* keyword) {
     if (table == nullptr || keyword == nullptr) {

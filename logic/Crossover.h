@@ -1,0 +1,89 @@
+// One output channel of a loudspeaker crossover: the record that is exchanged, its tables and its text form.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace logic {
+
+// A high-pass and a low-pass filter. Alone it is what a device has as its filter pair.
+struct CrossoverFilters {
+    std::int32_t highPassType = 0;  // index into the tables below
+    float highPassFrequency = 0.0F; // Hz
+    std::int32_t lowPassType = 0;
+    float lowPassFrequency = 0.0F; // Hz
+
+    bool operator==(const CrossoverFilters&) const = default;
+};
+static_assert(sizeof(CrossoverFilters) == 16, "exchanged as bytes");
+
+struct DelaySetting {
+    std::int32_t bypass = 0; // 1: bypassed
+    float amount = 0.0F;     // in the unit; not negative when stepped
+    std::int32_t unit = 0;   // index into delayUnits
+
+    bool operator==(const DelaySetting&) const = default;
+};
+static_assert(sizeof(DelaySetting) == 12, "exchanged as bytes");
+
+struct Crossover {
+    CrossoverFilters filters;
+    float gain = 0.0F;         // dB
+    std::int32_t polarity = 0; // 1: inverted
+    DelaySetting delay;
+
+    bool operator==(const Crossover&) const = default;
+};
+static_assert(sizeof(Crossover) == 36, "exchanged as bytes");
+
+constexpr std::int32_t crossoverTypeCount = 18;
+// In texts.
+constexpr std::array<std::string_view, crossoverTypeCount> crossoverKeys{
+    "OFF",    "BUTT6",  "S12Q05", "S12Q06", "S12Q07", "S12Q08", "S12Q10", "S12Q12", "S12Q15",
+    "S12Q20", "BESS12", "BUTT12", "LINK12", "BESS18", "BUTT18", "BESS24", "BUTT24", "LINK24"};
+// In lists.
+constexpr std::array<std::string_view, crossoverTypeCount> crossoverNames{
+    "thru",     "6dB",       "12dB/0.5",  "12dB/0.6",  "12dB/0.7",  "12dB/0.8",
+    "12dB/1.0", "12dB/1.2",  "12dB/1.5",  "12dB/2.0",  "Bessel 12", "Butter 12",
+    "Linkw 12", "Bessel 18", "Butter 18", "Bessel 24", "Butter 24", "Linkw 24"};
+
+constexpr std::int32_t delayUnitCount = 8;
+constexpr std::array<std::string_view, delayUnitCount> delayUnits{"ms", "samples", "ft", "in",
+                                                                  "m",  "cm",      "us", "s"};
+constexpr std::array<std::string_view, 2> polarities{"normal", "inverted"};
+
+constexpr float lowestTrim = -30.0F; // dB
+constexpr float highestTrim = 6.0F;  // dB
+
+// Whether all numbers are finite. Types and units may still be unknown ones.
+bool IsSound(const CrossoverFilters& filters);
+bool IsSound(const DelaySetting& delay);
+bool IsSound(const Crossover& crossover);
+// Whether it can be shown and set as it is: sound, of known types, polarity and unit.
+bool IsKnown(const CrossoverFilters& filters);
+bool IsKnown(const DelaySetting& delay);
+bool IsKnown(const Crossover& crossover);
+
+// "LINK24,80 Hz,OFF,20000 Hz": high-pass, low-pass.
+std::string FiltersText(const CrossoverFilters& filters);
+// "0,2.5 ms": bypass, amount and unit.
+std::string DelayText(const DelaySetting& delay);
+// The filters, gain, polarity and delay: "LINK24,80 Hz,OFF,20000 Hz,-3 dB,normal,0,2.5 ms".
+std::string CrossoverText(const Crossover& crossover);
+
+// Read as much of these as there is, field by field; a field that is empty or cannot be read leaves its
+// member. Filter types by key or shown name, without regard to case; frequencies are limited to the range of
+// the grid, the gain to its range and the delay from 0 on; a missing unit leaves the unit. Nothing when no
+// field was read.
+std::optional<CrossoverFilters> ReadFilters(std::string_view text, const CrossoverFilters& before);
+std::optional<DelaySetting> ReadDelay(std::string_view text, const DelaySetting& before);
+std::optional<Crossover> ReadCrossover(std::string_view text, const Crossover& before);
+
+// Reads "amount unit" into the setting; the unit and what is unreadable stay as they are. Returns how many of
+// the two were there to read: 0, 1 or 2. An unknown unit word counts as one.
+int ReadDelayAmount(std::string_view text, DelaySetting& delay);
+
+} // namespace logic

@@ -1,0 +1,55 @@
+#include "logic/EqBand.h"
+
+#include <algorithm>
+#include <cmath>
+#include <vector>
+
+#include "logic/FilterValues.h"
+#include "logic/Numbers.h"
+#include "logic/Text.h"
+
+namespace logic {
+
+bool IsSound(const EqBand& band) {
+    return std::isfinite(band.frequency) && std::isfinite(band.gain) && std::isfinite(band.q);
+}
+
+bool IsKnown(const EqBand& band) {
+    return IsSound(band) && band.type >= 0 && band.type < filterTypeCount && band.slope >= 0 &&
+           band.slope <= 2;
+}
+
+std::string EqBandText(const EqBand& band) {
+    const bool named = band.type >= 0 && band.type < filterTypeCount;
+    const std::string_view name = named ? filterTypeNames[static_cast<std::size_t>(band.type)] : "";
+    return std::to_string(band.bypass) + "," + std::string(name) + "," + std::to_string(band.slope * 6) +
+           " dB," + FormatFloat(band.frequency) + " Hz," + FormatFloat(band.gain) + " dB," +
+           FormatFloat(band.q);
+}
+
+std::optional<EqBand> ReadEqBand(std::string_view text, const EqBand& before) {
+    std::vector<std::string_view> fields = SplitFields(text, ',');
+    std::erase(fields, std::string_view());
+    fields.resize(std::max<std::size_t>(fields.size(), 6));
+
+    EqBand band = before;
+    bool anything = false;
+    const auto take = [&anything](auto read, auto& member, auto convert) {
+        if (read) {
+            member = convert(*read);
+            anything = true;
+        }
+    };
+    const auto same = [](float value) { return value; };
+    take(ParseInteger(fields[0]), band.bypass, [](std::int32_t value) { return value != 0 ? 1 : 0; });
+    take(IndexOfWord(filterTypeNames, fields[1]), band.type, [](std::int32_t type) { return type; });
+    take(ParseInteger(fields[2]), band.slope,
+         [](std::int32_t decibels) { return std::clamp((std::clamp(decibels, -1000, 1000) + 2) / 6, 0, 2); });
+    take(ParseFloat(fields[3]), band.frequency,
+         [](float hertz) { return Clamp(hertz, 0.0F, highestFrequency); });
+    take(ParseFloat(fields[4]), band.gain, same);
+    take(ParseFloat(fields[5]), band.q, same);
+    return anything ? std::optional(band) : std::nullopt;
+}
+
+} // namespace logic

@@ -1,0 +1,49 @@
+// One band of an equaliser: the record that is exchanged with a device, and its text form.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace logic {
+
+enum FilterType : std::int32_t { Peak, LowShelf, HighShelf, HighPass, LowPass, AllPass, filterTypeCount };
+
+// Shown in lists and used in texts; the index is the filter type.
+constexpr std::array<std::string_view, filterTypeCount> filterTypeNames{"PEQ",    "Loshelv", "Hishelv",
+                                                                        "Hipass", "Lopass",  "Allpass"};
+
+struct EqBand {
+    std::int32_t bypass = 0; // 1: bypassed
+    std::int32_t type = Peak;
+    float frequency = 0.0F; // Hz
+    float gain = 0.0F;      // dB
+    float q = 0.0F;         // quality factor
+    std::int32_t slope = 1; // 1 or 2: 6 or 12 dB an octave; first or second order of an all-pass
+
+    bool operator==(const EqBand&) const = default;
+};
+static_assert(sizeof(EqBand) == 24, "exchanged as bytes");
+
+constexpr float lowestEqGain = -18.0F; // dB
+constexpr float highestEqGain = 12.0F; // dB
+constexpr float lowestQ = 0.1F;
+constexpr float highestQ = 100.0F;
+constexpr float highestPassQ = 2.0F; // of the types that are limited in it
+
+// Whether all numbers are finite. Types and slopes may still be unknown ones.
+bool IsSound(const EqBand& band);
+// Whether it can be shown and set as it is: sound, of a known type and slope.
+bool IsKnown(const EqBand& band);
+
+// "%d,%s,%d dB,%g Hz,%g dB,%g": bypass, type, slope in dB an octave, frequency, gain, Q.
+std::string EqBandText(const EqBand& band);
+// Reads as much of that as there is, each field for itself: units may be missing, type names are compared
+// without regard to case, a field that cannot be read leaves its member, empty fields are skipped. The
+// slope in dB an octave is converted with (dB + 2) / 6 and limited to 0 to 2; the frequency is limited to 0
+// to 20000 (its lower end is deliberately not that of typing). Nothing when no field was read.
+std::optional<EqBand> ReadEqBand(std::string_view text, const EqBand& before);
+
+} // namespace logic

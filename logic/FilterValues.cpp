@@ -1,0 +1,55 @@
+#include "logic/FilterValues.h"
+
+#include <cmath>
+#include <cstdio>
+#include <numbers>
+
+#include "logic/Numbers.h"
+
+namespace logic {
+
+namespace {
+
+const double decades = std::log(1000.0);
+
+std::string Format(const char* format, float value) {
+    char text[80];
+    std::snprintf(text, sizeof text, format, std::isfinite(value) ? static_cast<double>(value) : 0.0);
+    return text;
+}
+
+bool IsPositive(float value) {
+    return std::isfinite(value) && value > 0.0F;
+}
+
+} // namespace
+
+float StepFrequency(float hertz, int steps) {
+    const double from = IsPositive(hertz) ? hertz : lowestFrequency;
+    const double place = frequencySteps * std::log(from / lowestFrequency) / decades;
+    const double wanted = std::trunc(place + 0.5) + steps;
+    return Clamp(static_cast<float>(lowestFrequency * std::exp(decades * wanted / frequencySteps)),
+                 lowestFrequency, highestFrequency);
+}
+
+std::string FrequencyText(float hertz) {
+    return Format(hertz >= 100.0F ? "%.0f Hz" : "%.1f Hz", hertz);
+}
+
+std::string GainText(float decibels) {
+    return Format("%+.1f dB", decibels);
+}
+
+float QToBandwidth(float q) {
+    if (!IsPositive(q))
+        return 0.0F;
+    return Clamp(static_cast<float>(2.0 / std::numbers::ln2 * std::asinh(0.5 / q)), 0.0F, 1000.0F);
+}
+
+float BandwidthToQ(float octaves) {
+    if (!IsPositive(octaves))
+        return 0.0F;
+    return Clamp(static_cast<float>(0.5 / std::sinh(octaves * std::numbers::ln2 / 2.0)), 0.0F, 1e9F);
+}
+
+} // namespace logic
