@@ -83,7 +83,7 @@ constexpr ControlClass CLASSES[] = {
      SharedResource::StatusBitmap, "Controls\\WaveOut.bmp"},
     {"XOVER", "XOver", &plainControl, NONE, S1},
     {"CROSSOVER", "CrossOver", &plainControl, INTEGER, S1},
-    {"MIXER", "Mixer", &plainControl, INTEGER, S1},
+    {"MIXER", "Mixer", &mixerControl, INTEGER, S1},
     {"AUTOMIXER", "AutoMixer", &plainControl, INTEGER, S1},
     {"REVMETER", "RevMeter", &plainReverseMeter, INTEGER, S1},
 };

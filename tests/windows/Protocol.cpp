@@ -24,6 +24,7 @@ public:
         }
         // So that each takes the values that the tests set.
         Load(panel.Find("FADER"), "properties=0,100,0", LOAD_FROM_FILE);
+        Load(panel.Find("MIXER"), "mode=output", LOAD_FROM_FILE);
         Load(panel.Find("BTRISTATEBUTTON"), "offvalue=2", LOAD_FROM_FILE);
         for (MSG message; PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE | PM_QS_POSTMESSAGE);) {
         }
@@ -489,7 +490,8 @@ TEST_CASE("drawing, keys and unlisted private messages have their fixed answers"
         const std::string name = ClassOf(control);
         if (name != "BEDIT" && name != "BEDIT2" && name != "BCOMBOBOX") {
             CHECK(SendMessageA(control, WM_ERASEBKGND, 0, 0) == 1);
-            CHECK(SendMessageA(control, WM_GETDLGCODE, 0, 0) == DLGC_WANTARROWS);
+            const LRESULT wanted = name == "MIXER" ? DLGC_WANTARROWS | DLGC_WANTALLKEYS : DLGC_WANTARROWS;
+            CHECK(SendMessageA(control, WM_GETDLGCODE, 0, 0) == wanted);
         }
         for (UINT message = 0x8005; message <= 0x8032; ++message) {
             if (message != CWM_GETPROPERTIES) {

@@ -1,0 +1,234 @@
+#include "tests/windows/Buttons.h"
+#include "tests/windows/Resources.h"
+
+TEST_SUITE_BEGIN("Mixer");
+
+namespace {
+
+constexpr COLORREF GROUND = RGB(153, 153, 153);
+constexpr const char* DEVICES = "MIX*device=simulated\n"
+                                "MIX*gain=float,-80,18,-20,dB\n"
+                                "MIX*mute=integer,0,1,0\n";
+
+struct Child {
+    const char* name;
+    const char* className;
+    int left, top, right, bottom;
+};
+// Switches and faders take the size of their images.
+constexpr Child CHILDREN[] = {
+    {"MUTE", "BTRISTATEBUTTON", 11, 87, 37, 103}, {"INV", "BTRISTATEBUTTON", 11, 49, 37, 65},
+    {"SOLO", "BTRISTATEBUTTON", 11, 68, 37, 84},  {"Fader", "FADER", 15, 108, 29, 209},
+    {"Led0db", "LED", 35, 119, 43, 127},          {"LedSig", "LED", 35, 137, 43, 145},
+    {"Value", "BEDIT", 9, 215, 39, 230},          {"Edit", "BEDIT", 4, 236, 44, 251},
+    {"Label", "BSTATIC", 9, 3, 39, 18},           {"Stereo", "FADER", 1, 33, 45, 47},
+};
+
+std::string ClassName(HWND window) {
+    char name[64] = "";
+    GetClassNameA(window, name, sizeof name);
+    return name;
+}
+
+HWND ChildOf(const TestPanel& panel, const char* name) {
+    return panel.Find((std::string("Strip1*") + name).c_str());
+}
+
+// The rows between top and bottom in which the column is not the ground.
+int MarkedRows(const Picture& picture, int x, int top, int bottom) {
+    int rows = 0;
+    for (int y = top; y < bottom; ++y) {
+        rows += picture.At(x, y) != GROUND ? 1 : 0;
+    }
+    return rows;
+}
+
+} // namespace
+
+TEST_CASE("a strip makes its children and configures them") {
+    const TestPanel panel;
+    const TraceCapture trace;
+    HWND strip = panel.Create("MIXER", "Strip1");
+    CHECK(trace.All() == "");
+    RECT client;
+    GetClientRect(strip, &client);
+    CHECK(client.right == 48);
+    CHECK(client.bottom == 252);
+    CHECK(ObjectOf(strip).rectangle.left == 10);
+    CHECK(ObjectOf(strip).rectangle.bottom == 20 + 252);
+    CHECK((GetWindowLongA(strip, GWL_STYLE) & WS_CLIPCHILDREN) != 0);
+    CHECK(SendMessageA(strip, WM_GETDLGCODE, 0, 0) == 5);
+    CHECK(SendMessageA(strip, CWM_GETCONTROLTYPE, 0, 0) == 5);
+    for (const Child& expected : CHILDREN) {
+        INFO(std::string(expected.name));
+        HWND child = ChildOf(panel, expected.name);
+        REQUIRE(child != nullptr);
+        CHECK(ClassName(child) == expected.className);
+        CHECK(GetParent(child) == strip);
+        const RECT& place = ObjectOf(child).rectangle;
+        CHECK(place.left == expected.left);
+        CHECK(place.top == expected.top);
+        CHECK(place.right == expected.right);
+        CHECK(place.bottom == expected.bottom);
+        CHECK_FALSE(IsChanged(child));
+        CHECK(((GetWindowLongA(child, GWL_STYLE) & WS_VISIBLE) != 0) == (child != ChildOf(panel, "Stereo")));
+    }
+    CHECK(Text(ChildOf(panel, "MUTE"), "caption") == "MUTE");
+    CHECK(Text(ChildOf(panel, "MUTE"), "textcolor") == "0x00ffffff,0x00000000");
+    CHECK(Text(ChildOf(panel, "Fader"), "resolution") == "0.5");
+    CHECK(Text(ChildOf(panel, "Fader"), "properties") == "-80,0,0");
+    CHECK(Text(ChildOf(panel, "Stereo"), "properties") == "-50,50,0");
+    CHECK(Text(ChildOf(panel, "Value"), "fmt") == "%.1f");
+    CHECK(Text(ChildOf(panel, "Edit"), "alignment") == "center");
+    CHECK(Text(ChildOf(panel, "Label"), "backgroundcolor") == "0x004c4c4c");
+
+    // The value follows the fader, and the other way round.
+    HWND fader = ChildOf(panel, "Fader");
+    HWND value = ChildOf(panel, "Value");
+    SetValue(fader, -12.5F);
+    Poll(value);
+    CHECK(Text(value) == "-12.5");
+    Load(value, " =-30");
+    CHECK(Value(fader) == -30.0F);
+}
+
+TEST_CASE("mode changes range and scale, once") {
+    const TestPanel panel;
+    HWND strip = panel.Create("MIXER", "Strip1");
+    HWND fader = ChildOf(panel, "Fader");
+    CHECK(Text(strip, "mode") == "input");
+    {
+        const Picture input(strip);
+        CHECK(input.At(46, 100) == GROUND);
+        CHECK(MarkedRows(input, 26, 112, 212) == 5);
+        CHECK(input.At(16, 119) == RGB(0, 0, 0));
+        CHECK(input.At(16, 138) == RGB(0, 0, 0));
+    }
+    for (const char* output : {"output", "", "xi"}) {
+        Load(strip, "mode=input");
+        Load(strip, std::string("mode=") + output);
+        CHECK(Text(strip, "mode") == "output");
+        CHECK(Text(fader, "properties") == "-80,18,0");
+    }
+    const Picture output(strip);
+    CHECK(MarkedRows(output, 26, 112, 212) == 6);
+    CHECK(output.At(16, 134) == RGB(0, 0, 0));
+
+    Load(fader, "properties=-60,6");
+    Load(strip, "mode=output"); // no change: the range stays as it was set
+    CHECK(Text(fader, "properties").substr(0, 6) == "-60,6,");
+    Load(strip, "mode=Input");
+    CHECK(Text(strip, "mode") == "input");
+    CHECK(Text(fader, "properties").substr(0, 6) == "-80,0,");
+}
+
+TEST_CASE("stereo shows the pan fader and its scale") {
+    const TestPanel panel;
+    HWND strip = panel.Create("MIXER", "Strip1");
+    HWND other = panel.Create("MIXER", "Strip2");
+    HWND pan = ChildOf(panel, "Stereo");
+    const auto isShown = [&] { return (GetWindowLongA(pan, GWL_STYLE) & WS_VISIBLE) != 0; };
+    CHECK(Text(strip, "stereo") == "no");
+    for (const char* text : {"yes", "Y", "no", "Yes", "maybe"}) {
+        const bool shown = text[0] == 'y' || text[0] == 'Y';
+        Load(strip, std::string("stereo=") + text);
+        CHECK(Text(strip, "stereo") == (shown ? "yes" : "no"));
+        CHECK(isShown() == shown);
+        const Picture picture(strip);
+        for (const int x : {5, 14, 23, 32, 41}) {
+            CHECK((picture.At(x, 32) == RGB(0, 0, 0)) == shown);
+        }
+        CHECK((MarkedRows(picture, 4, 20, 30) > 0) == shown); // the L
+        CHECK(Picture(other).At(5, 32) == GROUND);            // looks are shared, states are not
+    }
+}
+
+TEST_CASE("what is bound to the strip goes through its fader") {
+    const TestPanel panel;
+    panel.Declare(DEVICES);
+    HWND strip = panel.Create("MIXER", "Strip1");
+    HWND fader = ChildOf(panel, "Fader");
+    Load(strip, "function=MIX*gain");
+    Poll(strip);
+    CHECK(Value(fader) == -20.0F);
+    SetValue(fader, -6.0F);
+    CHECK(Text(strip, "value") == "-6");
+    Poll(strip);
+    CHECK(panel.Parameter("MIX*gain") == "-6");
+    ph_SetParameter(panel.Root(), "MIX*gain", "10"); // beyond the input's range
+    Poll(strip);
+    CHECK(Value(fader) == 0.0F);
+    Poll(strip);
+    CHECK(panel.Parameter("MIX*gain") == "10"); // the limit is not forced upon the device
+    ph_SetParameter(panel.Root(), "MIX*online", "0");
+    CHECK(IsMarked(strip));
+    ph_SetParameter(panel.Root(), "MIX*online", "1");
+    CHECK_FALSE(IsMarked(strip));
+}
+
+TEST_CASE("a strip is saved with what was set inside it, and restored") {
+    const TestFolder folder;
+    const std::string path = folder.Path("strip.panel");
+    const std::string again = folder.Path("again.panel");
+    {
+        const TestPanel panel;
+        HWND strip = panel.Create("MIXER", "Strip1");
+        Load(strip, "mode=output");
+        Load(strip, "stereo=yes");
+        Load(ChildOf(panel, "Fader"), "function=MIX*gain");
+        Load(ChildOf(panel, "MUTE"), "function=MIX*mute");
+        Load(ChildOf(panel, "Label"), "caption=Bass");
+        Load(ChildOf(panel, "Fader"), "properties=-80,18,-7.5");
+        SetWindowPos(ChildOf(panel, "LedSig"), nullptr, 36, 140, 8, 8, SWP_NOZORDER);
+        CHECK(ph_SavePanel(panel.Root(), path.c_str()) == 1);
+    }
+    const TestPanel panel;
+    const TraceCapture trace;
+    panel.Declare(DEVICES);
+    CHECK(ph_LoadPanel(panel.Root(), path.c_str()) == 1);
+    CHECK(trace.All() == "");
+    CHECK(Text(panel.Find("Strip1"), "mode") == "output");
+    CHECK(Text(panel.Find("Strip1"), "stereo") == "yes");
+    CHECK(Text(ChildOf(panel, "Label"), "caption") == "Bass");
+    CHECK(Value(ChildOf(panel, "Fader")) == -7.5F);
+    CHECK(ObjectOf(ChildOf(panel, "LedSig")).rectangle.top == 140);
+    CHECK(Text(ChildOf(panel, "Value"), "connection") == "");
+    CHECK(a_BuildString(ObjectOf(ChildOf(panel, "Value")).connections) == "%n*Fader");
+    CHECK(panel.Parameter("MIX*gain") == "-7.5");
+    ph_SetParameter(panel.Root(), "MIX*mute", "1");
+    Poll(ChildOf(panel, "MUTE"));
+    CHECK(Text(ChildOf(panel, "MUTE")) == "1");
+    CHECK(ph_SavePanel(panel.Root(), again.c_str()) == 1);
+    CHECK(ReadBytes(again) == ReadBytes(path));
+}
+
+TEST_CASE("a strip takes its children along and leaves nothing") {
+    const TestPanel panel(TestPanel::Visible);
+    const auto round = [&] {
+        HWND strip = panel.Create("MIXER", "Strip1");
+        Load(strip, "stereo=yes");
+        UpdateWindow(strip);
+        DestroyWindow(strip);
+        CHECK(panel.Find("Strip1") == nullptr);
+        CHECK(ChildOf(panel, "Fader") == nullptr);
+        CHECK(a_ListHostinfos(panel.Root()).empty());
+    };
+    round();
+    const Resources before = CountResources();
+    for (int count = 0; count < 20; ++count) {
+        round();
+    }
+    const Resources after = CountResources();
+    CHECK(after.Settled(before) == before);
+
+    // A child that goes first is missed by nobody.
+    HWND strip = panel.Create("MIXER", "Strip1");
+    DestroyWindow(ChildOf(panel, "Fader"));
+    Load(strip, "mode=output");
+    float level = 3.0F;
+    CHECK(Send(strip, COMMAND_GET, DATATYPE_FLOAT, &level) == 0);
+    Load(strip, "function=MIX*gain");
+    Poll(strip);
+}
+
+TEST_SUITE_END();
