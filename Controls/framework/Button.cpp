@@ -4,12 +4,11 @@
 #include "Controls/framework/Keywords.h"
 #include "Controls/framework/Shading.h"
 #include "logic/ButtonLogic.h"
+#include "logic/ImageFrames.h"
 
 #include <algorithm>
 
 namespace {
-
-constexpr int FRAME_COUNT = 2;
 
 BUTTONPROPERTIES& Button(HOSTINFO* object) {
     return *static_cast<BUTTONPROPERTIES*>(object);
@@ -107,14 +106,18 @@ int TextColorKeyword(VALUERECORD* record, HOSTINFO* object) {
 
 // Appearance
 
+int BUTTONPROPERTIES::FrameCount() const {
+    return logic::ButtonFrameCount(image.Name(), image.Get()->Width(), image.Get()->Height());
+}
+
 int BUTTONPROPERTIES::PreferredWidth() const {
-    return image.Get() != nullptr ? BitmapParts(*image.Get(), FRAME_COUNT).Width()
+    return image.Get() != nullptr ? BitmapParts(*image.Get(), FrameCount()).Width()
                                   : CONTROLPROPERTIES::PreferredWidth();
 }
 
 void BUTTONPROPERTIES::BitmapChanged() {
     if (image.Get() != nullptr) {
-        const BitmapParts frames(*image.Get(), FRAME_COUNT);
+        const BitmapParts frames(*image.Get(), FrameCount());
         Resize(frames.Width(), frames.Height());
     }
     Redraw();
@@ -129,9 +132,10 @@ void BUTTONPROPERTIES::FontChanged() {
 
 void BUTTONPROPERTIES::DrawFace(HDC dc, const RECT& client, int frame, bool lit) const {
     if (image.Get() != nullptr) {
-        const BitmapParts frames(*image.Get(), FRAME_COUNT);
-        // A switch that is on would begin behind the last frame, so it is shown as one that is held down.
-        frames.Draw(dc, std::min(frame, FRAME_COUNT - 1), {0, 0, frames.Width(), frames.Height()});
+        const BitmapParts frames(*image.Get(), FrameCount());
+        // Of two frames, a switch that is on would begin behind the last one, so it is shown as one that is
+        // held down.
+        frames.Draw(dc, std::min(frame, FrameCount() - 1), {0, 0, frames.Width(), frames.Height()});
         return;
     }
     SelectObject(dc, GetStockObject(NULL_BRUSH));

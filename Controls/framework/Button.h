@@ -36,13 +36,14 @@ public:
 
     std::string caption = "Click!"; // also the title of the questions
     FontProperty font;
-    BitmapProperty image;           // two frames side by side, each of the size of the button
+    BitmapProperty image;           // frames side by side, each of the size of the button
     COLORREF textColorPressed = 0;  // of a switch: when it is on
     COLORREF textColorReleased = 0; // of a switch: when it is off or held down
     int onValue = 0;
     int offValue = 0;
 
 protected:
+    int FrameCount() const; // of the image, which must be there
     // The frame of the image, or a shaded face.
     void DrawFace(HDC dc, const RECT& client, int frame, bool lit) const;
     void DrawCaption(HDC dc, RECT client, bool down, COLORREF colour) const;

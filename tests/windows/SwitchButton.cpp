@@ -232,4 +232,27 @@ TEST_CASE_FIXTURE(Fixture, "the image has the dark and the lit face") {
     CHECK(centre() == dark);
 }
 
+TEST_CASE_FIXTURE(Fixture, "an image of three faces has one for a switch that is held down") {
+    Load(button, "caption=");
+    REQUIRE(Load(button, "bitmap=.\\Controls\\SWITCHBUTTON_lamp_red_32x28.bmp") == 1);
+    CHECK(SendMessageA(button, CWM_GETPREFERREDWIDTH, 0, 0) == 32);
+    struct Face {
+        COLORREF lamp, key;
+    };
+    const auto face = [this] {
+        ObjectOf(button).flags = 0;
+        const Picture picture(button);
+        return Face{picture.At(16, 6), picture.At(16, 20)};
+    };
+    const Face off = face();
+    PressButton(button);
+    const Face held = face();
+    ReleaseButton(button);
+    const Face on = face();
+    CHECK(held.key != off.key);
+    CHECK(GetRValue(held.lamp) < 100);
+    CHECK(on.key == off.key);
+    CHECK(GetRValue(on.lamp) > 200);
+}
+
 TEST_SUITE_END();

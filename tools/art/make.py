@@ -20,6 +20,7 @@ import faders
 import filterlist
 import icons
 import knobs
+import ledkeys
 import leds
 import meters
 import miniviews
@@ -38,6 +39,7 @@ MODULES = (
     meters,
     buttons,
     switches,
+    ledkeys,
     leds,
     panels,
     icons,
