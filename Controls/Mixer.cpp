@@ -330,7 +330,8 @@ void DrawStrip(HDC dc, const StripLook& look, HFONT font) {
 // A finished background. There are four at most, however many strips.
 class StripBackground {
 public:
-    StripBackground(const StripLook& look, HFONT font) : bitmap_(CreateStripBitmap()), dc_(bitmap_.get()) {
+    StripBackground(const StripLook& look, HFONT font)
+        : bitmap_(CreatePixels(STRIP_WIDTH, STRIP_HEIGHT)), dc_(bitmap_.get()) {
         DrawStrip(dc_.Get(), look, font);
     }
 
@@ -348,13 +349,6 @@ public:
     }
 
 private:
-    static HBITMAP CreateStripBitmap() {
-        const HDC screen = GetDC(nullptr);
-        const HBITMAP bitmap = CreateCompatibleBitmap(screen, STRIP_WIDTH, STRIP_HEIGHT);
-        ReleaseDC(nullptr, screen);
-        return bitmap;
-    }
-
     Bitmap bitmap_;
     MemoryDc dc_;
 };

@@ -6,20 +6,9 @@ constexpr COLORREF DOT = RGB(88, 88, 88); // by which the ground's colour is cha
 
 // One dot in black: where the pattern is black, PATINVERT changes nothing.
 HBRUSH MakeDots() {
-    const HDC dc = CreateCompatibleDC(nullptr);
-    BITMAPINFO info{};
-    info.bmiHeader.biSize = sizeof info.bmiHeader;
-    info.bmiHeader.biWidth = EditGrid::SPACING;
-    info.bmiHeader.biHeight = EditGrid::SPACING;
-    info.bmiHeader.biPlanes = 1;
-    info.bmiHeader.biBitCount = 32;
-    void* bits = nullptr;
-    const Bitmap pattern(CreateDIBSection(dc, &info, DIB_RGB_COLORS, &bits, nullptr, 0));
-    const HGDIOBJ previous = SelectObject(dc, pattern.get());
-    PatBlt(dc, 0, 0, EditGrid::SPACING, EditGrid::SPACING, BLACKNESS);
-    SetPixelV(dc, 0, 0, DOT);
-    SelectObject(dc, previous);
-    DeleteDC(dc);
+    const Bitmap pattern(CreatePixels(EditGrid::SPACING, EditGrid::SPACING)); // black
+    const MemoryDc dc(pattern.get());
+    SetPixelV(dc.Get(), 0, 0, DOT);
     return CreatePatternBrush(pattern.get());
 }
 

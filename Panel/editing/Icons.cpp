@@ -42,15 +42,9 @@ private:
 class Canvas {
 public:
     explicit Canvas(int size) : size_(size) {
-        BITMAPINFO info{};
-        info.bmiHeader.biSize = sizeof info.bmiHeader;
-        info.bmiHeader.biWidth = size;
-        info.bmiHeader.biHeight = -size;
-        info.bmiHeader.biPlanes = 1;
-        info.bmiHeader.biBitCount = 32;
-        void* bits = nullptr;
-        bitmap_.reset(CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0));
-        bits_ = static_cast<BYTE*>(bits);
+        std::uint32_t* bits = nullptr;
+        bitmap_.reset(CreatePixels(size, size, &bits));
+        bits_ = reinterpret_cast<BYTE*>(bits);
     }
 
     template <class Drawing>

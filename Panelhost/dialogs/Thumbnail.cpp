@@ -79,17 +79,11 @@ void Draw(const Pixels& image, bool hasAlpha, int side, COLORREF ground, std::ui
 
 Bitmap MakeThumbnail(const OSMIRBitmap& image, int side, COLORREF ground) {
     Pixels source{};
-    BITMAPINFO info{};
-    info.bmiHeader.biSize = sizeof info.bmiHeader;
-    info.bmiHeader.biWidth = side;
-    info.bmiHeader.biHeight = -side;
-    info.bmiHeader.biPlanes = 1;
-    info.bmiHeader.biBitCount = 32;
-    void* bits = nullptr;
-    Bitmap thumbnail(CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0));
+    std::uint32_t* bits = nullptr;
+    Bitmap thumbnail(CreatePixels(side, side, &bits));
     if (thumbnail == nullptr || !PixelsOf(image, source)) {
         return nullptr;
     }
-    Draw(source, image.HasAlpha(), side, ground, static_cast<std::uint32_t*>(bits));
+    Draw(source, image.HasAlpha(), side, ground, bits);
     return thumbnail;
 }

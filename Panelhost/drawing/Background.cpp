@@ -1,6 +1,7 @@
 #include "Panelhost/Background.h"
 
 #include "Panelhost/Bitmap.h"
+#include "Panelhost/Gdi.h"
 #include "Panelhost/Guard.h"
 #include "Panelhost/Hostinfo.h"
 #include "Panelhost/Root.h"
@@ -45,16 +46,6 @@ struct SharedPixels {
         width = newWidth;
         height = newHeight;
         return true;
-    }
-
-    static HBITMAP CreatePixels(int newWidth, int newHeight) {
-        BITMAPINFO info{};
-        info.bmiHeader.biSize = sizeof info.bmiHeader;
-        info.bmiHeader.biWidth = std::max(newWidth, 1);
-        info.bmiHeader.biHeight = -std::max(newHeight, 1);
-        info.bmiHeader.biPlanes = 1;
-        info.bmiHeader.biBitCount = 32;
-        return CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, nullptr, nullptr, 0);
     }
 };
 
@@ -141,7 +132,7 @@ cOffScreen::cOffScreen(HDC target, int width, int height) : target_(target), wid
         return;
     }
     dc_ = CreateCompatibleDC(target);
-    own_ = SharedPixels::CreatePixels(width, height);
+    own_ = CreatePixels(width, height);
     previous_ = SelectObject(dc_, own_);
 }
 

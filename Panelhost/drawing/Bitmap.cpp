@@ -2,6 +2,7 @@
 
 #include "Panelhost/Bitmap.h"
 
+#include "Panelhost/Gdi.h"
 #include "Panelhost/Guard.h"
 #include "Panelhost/PropertyText.h"
 #include "logic/PropertyLine.h"
@@ -40,21 +41,6 @@ std::wstring Widen(const char* text) {
     wchar_t wide[MAX_PATH] = L"";
     MultiByteToWideChar(CP_ACP, 0, text, -1, wide, MAX_PATH);
     return wide;
-}
-
-// A top-down 32-bit DIB section; bits receives its pixels, blue first.
-HBITMAP CreatePixels(int width, int height, std::uint32_t** bits) {
-    BITMAPINFO info{};
-    info.bmiHeader.biSize = sizeof info.bmiHeader;
-    info.bmiHeader.biWidth = width;
-    info.bmiHeader.biHeight = -height;
-    info.bmiHeader.biPlanes = 1;
-    info.bmiHeader.biBitCount = 32;
-    info.bmiHeader.biCompression = BI_RGB;
-    void* pixels = nullptr;
-    HBITMAP bitmap = CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &pixels, nullptr, 0);
-    *bits = static_cast<std::uint32_t*>(pixels);
-    return bitmap;
 }
 
 std::uint32_t Premultiplied(std::uint32_t pixel) {
