@@ -16,6 +16,7 @@ constexpr Subject SUBJECTS[] = {
     {"METER", "meter", TWO_PARAMETERS},
     {"BBUTTON", "push button", TWO_PARAMETERS},
     {"BTRISTATEBUTTON", "switch button", TWO_PARAMETERS},
+    {"LED", "LED", TWO_PARAMETERS},
     {"CLOCK", "clock", ""},
 };
 

@@ -65,6 +65,8 @@ public:
     virtual void Destroying() {} // the window goes; the object can still be found
     virtual int ControlType() const { return controlClass->controlType; } // datatype of the main value
     virtual void Draw(HDC, const RECT& /*client*/) const {}
+    // Whether Draw shows by itself that a poll found a disagreement, in place of the not-equal sign.
+    virtual bool DrawsNotEqual(const RECT& /*client*/) const { return false; }
     virtual int PreferredWidth() const { return rectangle.right - rectangle.left; }
     virtual void Poll() {}            // the interval has passed and no drag is going on
     virtual void BindingsChanged() {} // functions or connections were replaced

@@ -6,6 +6,7 @@
 extern const ControlImplementation clockControl;        // Controls/Clock.cpp
 extern const ControlImplementation faderControl;        // Controls/Fader.cpp
 extern const ControlImplementation knobControl;         // Controls/Knob.cpp
+extern const ControlImplementation ledControl;          // Controls/Led.cpp
 extern const ControlImplementation meterControl;        // Controls/Meter.cpp
 extern const ControlImplementation plainControl;        // the common part alone
 extern const ControlImplementation plainReverseMeter;   // the common part and its request helper
