@@ -209,23 +209,6 @@ void LEDPROPERTIES::Draw(HDC dc, const RECT& client) const {
     }
 }
 
-// Input
-
-namespace {
-
-LRESULT CALLBACK LedProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    const LEDPROPERTIES& led = *PropertiesOf<LEDPROPERTIES>(window);
-    if (message == WM_LBUTTONDOWN || message == WM_LBUTTONDBLCLK) { // takes no focus
-        if (IsPanelClick(led, wParam)) {
-            ForwardToPanel(led, message, wParam);
-        }
-        return 0;
-    }
-    return CommonProc(window, message, wParam, lParam);
-}
-
-} // namespace
-
 // Parameter dialog and registration
 
 namespace {
@@ -240,4 +223,4 @@ constexpr ParameterDialog DIALOG{.resource = IDD_LED, .edits = EDITS, .bitmapPre
 
 } // namespace
 
-const ControlImplementation ledControl{CreateProperties<LEDPROPERTIES>, LedProc, &DIALOG};
+const ControlImplementation ledControl{CreateProperties<LEDPROPERTIES>, IndicatorProc, &DIALOG};

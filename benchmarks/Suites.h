@@ -17,6 +17,7 @@ constexpr Subject SUBJECTS[] = {
     {"BBUTTON", "push button", TWO_PARAMETERS},
     {"BTRISTATEBUTTON", "switch button", TWO_PARAMETERS},
     {"LED", "LED", TWO_PARAMETERS},
+    {"BSTATIC", "static text", TWO_PARAMETERS},
     {"CLOCK", "clock", ""},
 };
 

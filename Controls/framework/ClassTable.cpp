@@ -29,7 +29,7 @@ constexpr ControlClass CLASSES[] = {
      SharedResource::PopupTooltip},
     {"LED", "Led", &ledControl, INTEGER, S2},
     {"BBUTTON", "PushButton", &pushButtonControl, INTEGER, S1, 0, "Controls\\PushButton.ico"},
-    {"BSTATIC", "Static", &plainControl, NONE, S1, 0, nullptr, NO_BACKGROUND, nullptr,
+    {"BSTATIC", "Static", &staticControl, NONE, S1, 0, nullptr, NO_BACKGROUND, nullptr,
      SharedResource::Tooltip},
     {"BTRISTATEBUTTON", "SwitchButton", &switchButtonControl, INTEGER, S1},
     {"CONTACTBUTTON", "ContactButton", &plainControl, INTEGER, S1, 0, "Controls\\ContactButton.ico"},

@@ -331,3 +331,14 @@ LRESULT CALLBACK CommonProc(HWND window, UINT message, WPARAM wParam, LPARAM lPa
     }
     return DefaultProc(controlClass, window, message, wParam, lParam);
 }
+
+LRESULT CALLBACK IndicatorProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    const auto* control = PropertiesOf<CONTROLPROPERTIES>(window);
+    if (control != nullptr && (message == WM_LBUTTONDOWN || message == WM_LBUTTONDBLCLK)) {
+        if (IsPanelClick(*control, wParam)) {
+            ForwardToPanel(*control, message, wParam);
+        }
+        return 0;
+    }
+    return CommonProc(window, message, wParam, lParam);
+}

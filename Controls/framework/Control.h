@@ -123,6 +123,8 @@ CONTROLPROPERTIES* CreateProperties() {
 
 // What all controls do with a message. A control's own procedure ends with it.
 LRESULT CALLBACK CommonProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+// The same for a control that takes no input and no focus: a press is the panel's or nobody's.
+LRESULT CALLBACK IndicatorProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 // Background, control, not-equal sign and frame, drawn off screen and shown at once.
 void DrawInto(CONTROLPROPERTIES& control, HDC target);
 // The sequence of WM_PAINT.

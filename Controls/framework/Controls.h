@@ -11,4 +11,5 @@ extern const ControlImplementation meterControl;        // Controls/Meter.cpp
 extern const ControlImplementation plainControl;        // the common part alone
 extern const ControlImplementation plainReverseMeter;   // the common part and its request helper
 extern const ControlImplementation pushButtonControl;   // Controls/PushButton.cpp
+extern const ControlImplementation staticControl;       // Controls/Static.cpp
 extern const ControlImplementation switchButtonControl; // Controls/SwitchButton.cpp
