@@ -186,23 +186,6 @@ void METERPROPERTIES::Draw(HDC dc, const RECT& client) const {
     DrawShadedColumns(dc, bar, BAR_COLOUR);
 }
 
-// Input
-
-namespace {
-
-LRESULT CALLBACK MeterProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    const METERPROPERTIES& meter = *PropertiesOf<METERPROPERTIES>(window);
-    if (message == WM_LBUTTONDOWN) { // takes no focus
-        if (IsPanelClick(meter, wParam)) {
-            ForwardToPanel(meter, message, wParam);
-        }
-        return 0;
-    }
-    return CommonProc(window, message, wParam, lParam);
-}
-
-} // namespace
-
 // Parameter dialog and registration
 
 namespace {
@@ -217,4 +200,4 @@ constexpr ParameterDialog DIALOG{
 
 } // namespace
 
-const ControlImplementation meterControl{CreateProperties<METERPROPERTIES>, MeterProc, &DIALOG};
+const ControlImplementation meterControl{CreateProperties<METERPROPERTIES>, IndicatorProc, &DIALOG};

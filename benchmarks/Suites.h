@@ -16,6 +16,8 @@ constexpr Subject SUBJECTS[] = {
     {"METER", "meter", TWO_PARAMETERS},
     {"BBUTTON", "push button", TWO_PARAMETERS},
     {"BTRISTATEBUTTON", "switch button", TWO_PARAMETERS},
+    {"LED", "LED", TWO_PARAMETERS},
+    {"BSTATIC", "static text", TWO_PARAMETERS},
     {"CLOCK", "clock", ""},
 };
 

@@ -27,9 +27,9 @@ constexpr int NONE = DATATYPE_NONE;
 constexpr ControlClass CLASSES[] = {
     {"FADER", "Fader", &faderControl, FLOAT, S1, 0, nullptr, NO_BACKGROUND, nullptr,
      SharedResource::PopupTooltip},
-    {"LED", "Led", &plainControl, INTEGER, S2},
+    {"LED", "Led", &ledControl, INTEGER, S2},
     {"BBUTTON", "PushButton", &pushButtonControl, INTEGER, S1, 0, "Controls\\PushButton.ico"},
-    {"BSTATIC", "Static", &plainControl, NONE, S1, 0, nullptr, NO_BACKGROUND, nullptr,
+    {"BSTATIC", "Static", &staticControl, NONE, S1, 0, nullptr, NO_BACKGROUND, nullptr,
      SharedResource::Tooltip},
     {"BTRISTATEBUTTON", "SwitchButton", &switchButtonControl, INTEGER, S1},
     {"CONTACTBUTTON", "ContactButton", &plainControl, INTEGER, S1, 0, "Controls\\ContactButton.ico"},

@@ -54,11 +54,11 @@ void FunctionChanged(CONTROLPROPERTIES& control, WPARAM wParam, LPARAM lParam) {
 }
 
 // Whether the press went to the panel.
-bool ButtonDown(CONTROLPROPERTIES& control, WPARAM wParam, LPARAM lParam) {
+bool ButtonDown(CONTROLPROPERTIES& control, UINT message, WPARAM wParam, LPARAM lParam) {
     const HWND window = control.window;
     SetFocus(window);
     if (IsPanelClick(control, wParam)) {
-        ForwardToPanel(control, WM_LBUTTONDOWN, wParam);
+        ForwardToPanel(control, message, wParam);
         return true;
     }
     if (control.BeginDrag(PointOf(lParam))) {
@@ -180,7 +180,7 @@ void DrawInto(CONTROLPROPERTIES& control, HDC target) {
     const cOffScreen buffer(target, client.right, client.bottom);
     cBackground(&control).Draw(buffer.Dc(), client.right, client.bottom);
     control.Draw(buffer.Dc(), client);
-    if (control.notEqual) {
+    if (control.notEqual && !control.DrawsNotEqual(client)) {
         a_GetNotEqualSign()->Draw(buffer.Dc(), 3, 3);
     }
     a_DrawSelection(&control, buffer.Dc());
@@ -267,7 +267,8 @@ LRESULT CALLBACK CommonProc(HWND window, UINT message, WPARAM wParam, LPARAM lPa
         MouseMove(*control, wParam, lParam);
         break;
     case WM_LBUTTONDOWN:
-        if (ButtonDown(*control, wParam, lParam) && controlClass.systemClass != nullptr) {
+    case WM_LBUTTONDBLCLK: // the second press, where the class style asks for it
+        if (ButtonDown(*control, message, wParam, lParam) && controlClass.systemClass != nullptr) {
             return 0; // the system control would start to select or to drop down
         }
         break;
@@ -329,4 +330,15 @@ LRESULT CALLBACK CommonProc(HWND window, UINT message, WPARAM wParam, LPARAM lPa
         break;
     }
     return DefaultProc(controlClass, window, message, wParam, lParam);
+}
+
+LRESULT CALLBACK IndicatorProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    const auto* control = PropertiesOf<CONTROLPROPERTIES>(window);
+    if (control != nullptr && (message == WM_LBUTTONDOWN || message == WM_LBUTTONDBLCLK)) {
+        if (IsPanelClick(*control, wParam)) {
+            ForwardToPanel(*control, message, wParam);
+        }
+        return 0;
+    }
+    return CommonProc(window, message, wParam, lParam);
 }

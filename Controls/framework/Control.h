@@ -65,6 +65,8 @@ public:
     virtual void Destroying() {} // the window goes; the object can still be found
     virtual int ControlType() const { return controlClass->controlType; } // datatype of the main value
     virtual void Draw(HDC, const RECT& /*client*/) const {}
+    // Whether Draw shows by itself that a poll found a disagreement, in place of the not-equal sign.
+    virtual bool DrawsNotEqual(const RECT& /*client*/) const { return false; }
     virtual int PreferredWidth() const { return rectangle.right - rectangle.left; }
     virtual void Poll() {}            // the interval has passed and no drag is going on
     virtual void BindingsChanged() {} // functions or connections were replaced
@@ -121,6 +123,8 @@ CONTROLPROPERTIES* CreateProperties() {
 
 // What all controls do with a message. A control's own procedure ends with it.
 LRESULT CALLBACK CommonProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+// The same for a control that takes no input and no focus: a press is the panel's or nobody's.
+LRESULT CALLBACK IndicatorProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 // Background, control, not-equal sign and frame, drawn off screen and shown at once.
 void DrawInto(CONTROLPROPERTIES& control, HDC target);
 // The sequence of WM_PAINT.

@@ -85,7 +85,8 @@ std::string Objection(const DialogEdit& edit, const std::string& text) {
     case FieldKind::Float:
         return logic::ParseWholeFloat(text) ? "" : "is not a number";
     case FieldKind::Colour:
-        return logic::ParseWholeHex(text) ? "" : "is not a colour (0x00bbggrr)";
+        // Where there may be none, an empty text stands for it.
+        return text.empty() || logic::ParseWholeHex(text) ? "" : "is not a colour (0x00bbggrr)";
     default:
         return "";
     }

@@ -11,6 +11,9 @@
 #define IDD_METER 116
 #define IDD_PUSHBUTTON 130
 #define IDD_SWITCHBUTTON 131
+#define IDD_LED 132
+#define IDD_EDIT 133
+#define IDD_STATIC 134
 
 /* Items that all of them have. */
 #define IDC_ADVANCED 5
@@ -60,6 +63,16 @@
 #define IDC_TEMPLATE_KEYWORD 1080
 #define IDC_TEMPLATE_INSERT 1081
 #define IDC_CAPTION_FUNCTION 1082
+#define IDC_FRAMES 1083
+#define IDC_ALIGNMENT 1084
+#define IDC_DATATYPE 1085
+#define IDC_FORMAT 1086
+#define IDC_TEXT_COLOUR 1087
+#define IDC_CHOOSE_TEXT_COLOUR 1088
+#define IDC_BACKGROUND 1089
+#define IDC_CHOOSE_BACKGROUND 1090
+#define IDC_LIMITS 1091
+#define IDC_READ_ONLY 1092
 
 /* Menus: what a panel offers for its controls, and for an entry of a list of bindings. */
 #define IDR_CONTROL_MENU 120

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "Controls/framework/Control.h"
+#include "Controls/framework/FontProperty.h"
+#include "logic/ShownValue.h"
+
+#include <optional>
+#include <string>
+
+// What the controls share that show a text or a number as text: datatype, format, alignment, font, colours,
+// polling and the value. A new one shows its window text.
+class TEXTPROPERTIES : public CONTROLPROPERTIES {
+public:
+    TEXTPROPERTIES() { font.Load("ms sans serif,8"); }
+
+    void SetDefaults() override;
+    int ControlType() const override;
+    void Poll() override;
+
+    virtual void TextChanged() = 0; // what is shown is another text, unless it looks the same
+    virtual void LookChanged() { Redraw(); }
+    virtual void FontChanged();
+    // Changes a value that is set by a record, before it is taken.
+    virtual float Limited(float number) const { return number; }
+
+    // Sends the value, unless there is none yet, to everything the control is bound to. The object may be
+    // gone afterwards.
+    void Send();
+
+    logic::ShownValue shown;
+    logic::Alignment alignment = logic::Alignment::Left;
+    FontProperty font;
+    std::optional<COLORREF> textColor;       // none: what can be read on the ground
+    std::optional<COLORREF> backgroundColor; // none: what the control makes of it
+
+private:
+    int PollText();
+    int PollNumber();
+    int PollInteger();
+};
+
+// Black or white, what can be read better on a ground of that colour.
+COLORREF ReadableOn(COLORREF ground);
+
+// Keywords of these controls.
+int TextValueKeyword(VALUERECORD* record, HOSTINFO* object);
+int TextCaptionKeyword(VALUERECORD* record, HOSTINFO* object);
+int DatatypeKeyword(VALUERECORD* record, HOSTINFO* object);
+int TextFormatKeyword(VALUERECORD* record, HOSTINFO* object);
+int AlignmentKeyword(VALUERECORD* record, HOSTINFO* object);
+int TextColourKeyword(VALUERECORD* record, HOSTINFO* object);
+int GroundColourKeyword(VALUERECORD* record, HOSTINFO* object);

@@ -1,0 +1,179 @@
+// What is particular to the LED.
+
+#include "tests/windows/Buttons.h"
+#include "tests/windows/PartedImage.h"
+
+TEST_SUITE_BEGIN("Led");
+
+namespace {
+
+constexpr COLORREF DARK = RGB(0x20, 0x30, 0x40);
+constexpr COLORREF LIT = RGB(0xC0, 0x80, 0x40);
+
+bool AwaitsPaint(HWND control) {
+    return GetUpdateRect(control, nullptr, FALSE) != 0;
+}
+
+std::string Lamp(const TestFolder& folder) {
+    return folder.Write("lamp.bmp", PartedImage(16, 8, 0x203040, 0xC08040));
+}
+
+} // namespace
+
+TEST_CASE("a LED is lit from one threshold on and dark below the other") {
+    TestPanel panel(TestPanel::Visible);
+    const TestFolder folder;
+    HWND led = panel.Create("LED", "Led");
+    CHECK(Text(led, "interval") == "250");
+    CHECK(Load(led, "bitmap=" + Lamp(folder)) == 1);
+    const auto colourAt = [led](const char* value) {
+        CHECK(Load(led, std::string("value=") + value) == 1);
+        return Picture(led).At(7, 7);
+    };
+    CHECK(colourAt("1") == LIT);
+    CHECK(colourAt("0") == DARK);
+    CHECK(Load(led, "onthreshold=-6") == 1);
+    CHECK(Picture(led).At(7, 7) == LIT); // 0 is above it
+    CHECK(Load(led, "offthreshold=-12.5") == 1);
+    const struct {
+        const char* value;
+        COLORREF colour;
+    } rows[] = {{"-12", LIT}, {"-12.6", DARK}, {"-7", DARK}, {"-6", LIT}, {"-80", DARK}};
+    for (const auto& row : rows) {
+        CAPTURE(row.value);
+        CHECK(colourAt(row.value) == row.colour);
+    }
+    UpdateWindow(led);
+    Load(led, "value=-50");
+    CHECK_FALSE(AwaitsPaint(led)); // as dark as before
+    Load(led, "value=0");
+    CHECK(AwaitsPaint(led));
+    for (const char* bad : {"value=loud", "onthreshold=nan", "offthreshold=", "frames=1", "frames=65"}) {
+        CAPTURE(bad);
+        CHECK(Load(led, bad) == 0);
+    }
+}
+
+TEST_CASE("with more than two frames the value picks one") {
+    TestPanel panel;
+    const TestFolder folder;
+    HWND led = panel.Create("LED", "Led");
+    Load(led, "bitmap=" + Lamp(folder));
+    RECT client;
+    GetClientRect(led, &client);
+    CHECK(client.right == 8);
+    CHECK(Load(led, "frames=4") == 1);
+    GetClientRect(led, &client);
+    CHECK(client.right == 4);
+    CHECK(client.bottom == 8);
+    CHECK(SendMessageA(led, CWM_GETPREFERREDWIDTH, 0, 0) == 4);
+    const struct {
+        const char* value;
+        COLORREF colour;
+    } rows[] = {{"0", DARK}, {"1.9", DARK}, {"2", LIT}, {"99", LIT}, {"-99", DARK}};
+    for (const auto& row : rows) {
+        CAPTURE(row.value);
+        Load(led, std::string("value=") + row.value);
+        CHECK(Picture(led).At(2, 4) == row.colour);
+    }
+    Load(led, "bitmap=");
+    CHECK(Load(led, "frames=64") == 1); // a plain lamp has brightness in place of frames
+    const COLORREF dark = Picture(led).At(2, 5);
+    Load(led, "value=30");
+    CHECK(Picture(led).At(2, 5) != dark);
+}
+
+TEST_CASE("a LED follows levels, numbers and switches") {
+    TestPanel panel;
+    panel.Declare("AMP1*device=simulated\nAMP1*level=float,-80,18,-20,dB\nAMP1*mute=integer,0,1,1,\n");
+    HWND led = panel.Create("LED", "Led");
+    HWND button = panel.Create("BTRISTATEBUTTON", "Switch");
+    Load(led, "function=AMP1*level");
+    Poll(led);
+    CHECK(Value(led) == -20.0F);
+    Load(led, "function=AMP1*mute");
+    Poll(led);
+    CHECK(Value(led) == 1.0F);
+    Load(led, "function=");
+    Load(led, "connection=Switch");
+    Poll(led);
+    CHECK(Value(led) == 0.0F);
+    Click(button);
+    Poll(led);
+    CHECK(Value(led) == 1.0F);
+    CHECK(SendMessageA(led, CWM_GETCONTROLTYPE, 0, 0) == DATATYPE_INTEGER);
+}
+
+TEST_CASE("a LED that is too small for the sign is crossed out when its device is gone") {
+    TestPanel panel;
+    panel.Declare("AMP1*device=simulated\nAMP1*on=integer,0,1,1,\n");
+    const TestFolder folder;
+    HWND led = panel.Create("LED", "Led");
+    Load(led, "bitmap=" + Lamp(folder));
+    Load(led, "function=AMP1*on");
+    const auto corners = [led] {
+        const Picture picture(led);
+        return std::pair(picture.At(0, 0), picture.At(4, 0));
+    };
+    CHECK_FALSE(IsMarked(led));
+    CHECK(corners() == std::pair(LIT, LIT));
+    ph_SetParameter(panel.Root(), "AMP1*online", "0");
+    CHECK(IsMarked(led));
+    const auto gone = corners();
+    CHECK(gone.first == RGB(16, 16, 16));
+    CHECK(gone.second == RGB(168, 168, 168));
+    SetWindowPos(led, nullptr, 0, 0, 40, 40, SWP_NOMOVE | SWP_NOZORDER); // room for the sign
+    CHECK(Picture(led).At(2, 2) == LIT);
+    CHECK(Picture(led).At(5, 5) == RGB(255, 176, 0));
+    ph_SetParameter(panel.Root(), "AMP1*online", "1");
+    CHECK_FALSE(IsMarked(led));
+    CHECK(Picture(led).At(5, 5) == LIT);
+}
+
+TEST_CASE("single and double presses are the panel's or nobody's") {
+    TestPanel panel(TestPanel::Visible);
+    HWND led = panel.Create("LED", "Led");
+    SetFocus(panel.Window());
+    MSG posted;
+    for (const UINT message : {WM_LBUTTONDOWN, WM_LBUTTONDBLCLK}) {
+        CAPTURE(message);
+        ph_SetMode(panel.Root(), 0);
+        SendMessageA(led, message, MK_LBUTTON, At(1, 1));
+        CHECK_FALSE(TakePosted(panel.Window(), message, posted));
+        SendMessageA(led, message, MK_LBUTTON | MK_CONTROL, At(1, 1));
+        CHECK(TakePosted(panel.Window(), message, posted));
+        ph_SetMode(panel.Root(), 1);
+        SendMessageA(led, message, MK_LBUTTON, At(1, 1));
+        CHECK(TakePosted(panel.Window(), message, posted));
+        SendMessageA(panel.Create("MINIEQ", "Other"), message, MK_LBUTTON, At(1, 1)); // of the same style
+        CHECK(TakePosted(panel.Window(), message, posted));
+    }
+    CHECK(GetCapture() == nullptr);
+}
+
+TEST_CASE("a LED's lines are saved in their order and give the same LED again") {
+    TestPanel panel;
+    const TestFolder folder;
+    const std::string lamp = Lamp(folder);
+    HWND led = panel.Create("LED", "Led");
+    for (const std::string& line :
+         {"bitmap=" + lamp, std::string("frames=4"), std::string("onthreshold=-6"),
+          std::string("offthreshold=-9.5"), std::string("interval=100"), std::string("connection=Other")}) {
+        CHECK(Load(led, line) == 1);
+    }
+    const std::string path = folder.Path("saved.panel");
+    REQUIRE(ph_SavePanel(panel.Root(), path.c_str()) == 1);
+    const std::string saved = ReadBytes(path);
+    CHECK(saved.substr(saved.find("\r\n", saved.find("LED")) + 2) ==
+          "Led*bitmap=" + lamp +
+              "\r\nLed*frames=4\r\nLed*function=\r\nLed*interval=100\r\nLed*offthreshold=-9.5\r\n"
+              "Led*onthreshold=-6\r\nLed*connection=Other\r\n");
+    TestPanel loaded;
+    REQUIRE(ph_LoadPanel(loaded.Root(), path.c_str()) == 1);
+    RECT client;
+    GetClientRect(loaded.Find("Led"), &client);
+    CHECK(client.right == 4);
+    CHECK(Text(loaded.Find("Led"), "offthreshold") == "-9.5");
+}
+
+TEST_SUITE_END();
