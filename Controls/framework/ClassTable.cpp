@@ -77,7 +77,7 @@ constexpr ControlClass CLASSES[] = {
     {"IWAVEIN", "WaveIn", &plainControl, DATA, S1, 0, "Controls\\WaveIn.ico", NO_BACKGROUND, nullptr,
      SharedResource::StatusBitmap, "Controls\\WaveIn.bmp"},
     // Deliberately with the icon of the sound output.
-    {"IMIDI", "Midi", &plainControl, DATA, S1, 0, "Controls\\WaveOut.ico", NO_BACKGROUND, nullptr,
+    {"IMIDI", "Midi", &midiControl, DATA, S1, 0, "Controls\\WaveOut.ico", NO_BACKGROUND, nullptr,
      SharedResource::MidiBitmap, "Controls\\midi.bmp"},
     {"IWAVEOUT", "WaveOut", &plainControl, INTEGER, S1, 0, "Controls\\WaveOut.ico", NO_BACKGROUND, nullptr,
      SharedResource::StatusBitmap, "Controls\\WaveOut.bmp"},

@@ -1,0 +1,40 @@
+// How a test drives the double of winmm.dll: devices and failures to come, calls that have been made, and
+// messages from the input. Everything else of winmm.dll is passed on to the real one.
+#pragma once
+
+#include <windows.h>
+
+#include <mmsystem.h>
+#include <string>
+#include <vector>
+
+class MidiDouble {
+public:
+    // No devices and no ports, and every call succeeds at once.
+    virtual void Reset() = 0;
+    virtual void AddInput(const char* name) = 0;
+    virtual void AddOutput(const char* name) = 0;
+
+    // What that function returns from now on without doing anything; MMSYSERR_NOERROR: it works again.
+    virtual void Fail(const char* function, MMRESULT result) = 0;
+    // Every call of that function takes so long from now on.
+    virtual void Delay(const char* function, DWORD milliseconds) = 0;
+
+    // The calls since the last time, apart from those that ask: name and arguments, the handle as the device
+    // that it stands for.
+    virtual std::vector<std::string> TakeCalls() = 0;
+    virtual int OpenPorts() const = 0;
+    // The instance data of the port that was opened as the last.
+    virtual DWORD_PTR Instance() const = 0;
+
+    // Calls the callback of the input (output) that was opened as the last, on this thread, whether or not it
+    // is still open.
+    virtual void CallInput(UINT message, DWORD_PTR parameter) = 0;
+    virtual void CallOutput(UINT message) = 0;
+
+protected:
+    ~MidiDouble() = default;
+};
+
+// Exported by the double, not by the real library.
+extern "C" MidiDouble* GetMidiDouble();

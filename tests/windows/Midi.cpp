@@ -1,0 +1,464 @@
+// The MIDI control on a double of winmm.dll: devices, ports, what is sent and what is received.
+
+#include "tests/doubles/winmm/MidiDouble.h"
+#include "tests/windows/TestPanel.h"
+
+#include <atomic>
+#include <limits>
+#include <thread>
+
+TEST_SUITE_BEGIN("Midi");
+
+namespace {
+
+using Calls = std::vector<std::string>;
+
+// Not for other threads than that of the tests, which checks belong to.
+MidiDouble& Double() {
+    const auto exported =
+        reinterpret_cast<void*>(GetProcAddress(GetModuleHandleA("winmm.dll"), "GetMidiDouble"));
+    REQUIRE_MESSAGE(exported != nullptr, "the system's own winmm.dll is loaded instead of the double");
+    return *reinterpret_cast<decltype(&GetMidiDouble)>(exported)();
+}
+
+// A panel with one MIDI control, two inputs and two outputs.
+class MidiPanel {
+public:
+    MidiPanel() {
+        Double().Reset();
+        for (const char* name : {"Desk A", "Desk B"}) {
+            Double().AddInput(name);
+            Double().AddOutput(name);
+        }
+        midi = panel.Create("IMIDI", "Midi1");
+    }
+
+    // Chooses the devices, opens the ports and sends what is to be sent at first.
+    void Start(const char* devices = "driver=IN: Desk A, OUT: Desk A") const {
+        CHECK(Load(midi, devices) == 1);
+        CHECK(Load(midi, "run=1") == 1);
+        REQUIRE(Text(midi, "run") == "1");
+        Poll(midi);
+        Double().TakeCalls();
+    }
+    void Set(const char* keyword, int value) const {
+        CHECK(Send(midi, COMMAND_SET, DATATYPE_INTEGER, &value, keyword) == 0);
+    }
+    // What the next sending pass calls.
+    Calls Pass() const {
+        Double().TakeCalls();
+        Poll(midi);
+        return Double().TakeCalls();
+    }
+
+    const TestPanel panel;
+    HWND midi;
+};
+
+const Calls CLOSING{"midiInStop 0", "midiInReset 0", "midiInClose 0", "midiOutReset 0", "midiOutClose 0"};
+
+} // namespace
+
+TEST_CASE("the devices are those whose name occurs in the text, and the last one gives its name") {
+    const struct {
+        const char* text; // a form that is refused changes nothing
+        LRESULT taken;
+        const char* shown;
+        const char* opened[2];
+    } rows[] = {
+        {"IN: Desk B, OUT: Desk A", 1, "IN: Loop, OUT: Desk B", {"midiInOpen 2", "midiOutOpen 1"}},
+        {"IN: Desk A, OUT: none", 1, "IN: Loop, OUT: Desk B", {"midiInOpen 0", "midiOutOpen 0"}},
+        {"IN: Loop, OUT: none", 1, "IN: Loop, OUT: ", {"midiInOpen 3", "midiOutOpen 0"}},
+        {"IN: none, OUT: none", 1, "IN: , OUT: ", {"midiInOpen 0", "midiOutOpen 0"}},
+        {"IN: Desk A", 0, "IN: , OUT: ", {"midiInOpen 0", "midiOutOpen 0"}},
+        {"IN: , OUT: Desk A", 0, "IN: , OUT: ", {"midiInOpen 0", "midiOutOpen 0"}},
+        {"IN: Desk A, OUT: ", 0, "IN: , OUT: ", {"midiInOpen 0", "midiOutOpen 0"}},
+        {"OUT: Desk A, IN: Desk A", 0, "IN: , OUT: ", {"midiInOpen 0", "midiOutOpen 0"}},
+    };
+    for (const auto& row : rows) {
+        CAPTURE(row.text);
+        const MidiPanel test;
+        Double().Reset();
+        for (const char* name : {"Desk A", "Desk C", "Desk B", "Loop"}) {
+            Double().AddInput(name);
+        }
+        for (const char* name : {"Desk A", "Desk B"}) {
+            Double().AddOutput(name);
+        }
+        TraceCapture trace;
+        CHECK(Load(test.midi, std::string("driver=") + row.text) == row.taken);
+        CHECK(Text(test.midi, "driver") == row.shown);
+        CHECK(trace.Count(TRACE_DEBUG, "1 Desk B\n") == row.taken);
+        CHECK(trace.Count(TRACE_DEBUG, "3 Loop\n") == row.taken);
+        Load(test.midi, "run=1");
+        CHECK(Double().TakeCalls() ==
+              Calls{row.opened[0], "midiInStart " + std::string(row.opened[0] + 11), row.opened[1]});
+    }
+}
+
+TEST_CASE("without devices, with faulty ones and with too long a name") {
+    const MidiPanel test;
+    Double().Reset();
+    TraceCapture trace;
+    CHECK(Load(test.midi, "driver=IN: Desk A, OUT: Desk A") == 1);
+    CHECK(Text(test.midi, "driver") == "IN: , OUT: ");
+    CHECK(Load(test.midi, "run=1") == 1);
+    CHECK(Text(test.midi, "run") == "0");
+    CHECK(trace.Count(TRACE_DEBUG, "Midi 7: error 2 of 256 (0)\n") == 2);
+
+    Double().AddInput("a name of thirty-two characters!");
+    Double().AddOutput("Desk A");
+    Double().Fail("midiOutGetDevCapsA", 5);
+    CHECK(Load(test.midi, "driver=IN: a name of thirty-two characters, OUT: Desk A") == 1);
+    CHECK(Text(test.midi, "driver") == "IN: a name of thirty-two characters, OUT: ");
+    CHECK(trace.Count(TRACE_DEBUG, "midiOutGetDevCaps error 5 for device 0\n") == 1);
+    Double().Fail("midiInGetDevCapsA", 6);
+    CHECK(Load(test.midi, "driver=IN: Desk A, OUT: Desk A") == 1);
+    CHECK(Text(test.midi, "driver") == "IN: , OUT: ");
+    CHECK(trace.Count(TRACE_DEBUG, "midiInGetDevCaps error 6 for device 0\n") == 1);
+}
+
+TEST_CASE("running opens and closes the ports in order") {
+    const MidiPanel test;
+    TraceCapture trace;
+    CHECK(Load(test.midi, "driver=IN: Desk B, OUT: Desk B") == 1);
+    for (const char* line : {"run=2", "run=-1", "run=0"}) {
+        CHECK(Load(test.midi, line) == 1);
+    }
+    CHECK(Load(test.midi, "run=") == 0);
+    CHECK(Load(test.midi, "run=on") == 0);
+    CHECK(Double().TakeCalls().empty());
+    CHECK(Load(test.midi, "run=1") == 1);
+    CHECK(Double().TakeCalls() == Calls{"midiInOpen 1", "midiInStart 1", "midiOutOpen 1"});
+    CHECK(Double().Instance() == static_cast<DWORD_PTR>(SendMessageA(test.midi, CWM_GETPROPERTIES, 0, 0)));
+    CHECK(Load(test.midi, "run=2") == 1);
+    CHECK(Load(test.midi, "driver=IN: Desk A, OUT: Desk A") == 1); // from the next opening on
+    int number = 1;
+    CHECK(Send(test.midi, COMMAND_SET, DATATYPE_INTEGER, &number, "run") == 1);
+    CHECK(Double().TakeCalls().empty());
+    CHECK(Text(test.midi, "run") == "1");
+    number = 0;
+    CHECK(Send(test.midi, COMMAND_SET, DATATYPE_INTEGER, &number, "run") == 1);
+    CHECK(Text(test.midi, "run") == "0");
+    CHECK(Double().TakeCalls() ==
+          Calls{"midiInStop 1", "midiInReset 1", "midiInClose 1", "midiOutReset 1", "midiOutClose 1"});
+    CHECK(Load(test.midi, "run=1") == 1);
+    CHECK(Double().TakeCalls() == Calls{"midiInOpen 0", "midiInStart 0", "midiOutOpen 0"});
+    for (const char* line : {"MM_MIM_OPEN\n", "MM_MOM_OPEN\n"}) {
+        CHECK(trace.Count(TRACE_DEBUG, line) == 2);
+    }
+    CHECK(trace.Count(TRACE_DEBUG, "MM_MIM_CLOSE\n") == 1);
+    DestroyWindow(test.midi);
+    CHECK(Double().TakeCalls() == CLOSING);
+    CHECK(Double().OpenPorts() == 0);
+    CHECK(trace.CountContaining("Midi ") == 0);
+}
+
+TEST_CASE("whatever fails while closing is told, and the rest goes on") {
+    const char* const functions[] = {"midiInStop", "midiInReset", "midiInClose", "midiOutReset",
+                                     "midiOutClose"};
+    const int codes[] = {7, 11, 13, 14, 15};
+    const MidiPanel test;
+    test.Start();
+    TraceCapture trace;
+    for (MMRESULT error = 0; error < 5; ++error) {
+        Double().Fail(functions[error], error + 1);
+    }
+    Double().Fail("midiInGetErrorTextA", 11);
+    CHECK(Load(test.midi, "run=0") == 1);
+    CHECK(Double().TakeCalls() == CLOSING);
+    for (int error = 0; error < 5; ++error) {
+        const std::string line = "Midi " + std::to_string(codes[error]) + ": error " +
+                                 std::to_string(error + 1) + " of 256 (11)\n";
+        CAPTURE(line);
+        CHECK(trace.Count(TRACE_DEBUG, line) == 1);
+    }
+    CHECK(Text(test.midi, "run") == "0");
+    Double().CallInput(MM_MIM_DATA, 0x7F7FE0); // the input could not be closed
+    CHECK(Text(test.midi, "chan1value") == "0");
+}
+
+TEST_CASE("an output is opened and used, and closed in the end, without its input") {
+    const MidiPanel test;
+    TraceCapture trace;
+    Double().Fail("midiInOpen", 4);
+    CHECK(Load(test.midi, "run=1") == 1);
+    CHECK(Text(test.midi, "run") == "0");
+    CHECK(Double().TakeCalls() == Calls{"midiInOpen 0", "midiOutOpen 0"});
+    CHECK(trace.Count(TRACE_DEBUG, "Midi 7: error 4 of 256 (0)\n") == 1);
+    CHECK(test.Pass().empty());
+    test.Set("chan3value", 5000);
+    CHECK(Text(test.midi, "chan3value") == "2039");
+    CHECK(test.Pass() == Calls{"midiOutShortMsg 0 007f70e2"});
+
+    SUBCASE("the next attempt opens both") {
+        Double().Fail("midiInOpen", MMSYSERR_NOERROR);
+        CHECK(Load(test.midi, "run=1") == 1);
+        CHECK(Text(test.midi, "run") == "1");
+        CHECK(Double().OpenPorts() == 2);
+        CHECK(test.Pass().size() == 8);
+    }
+    DestroyWindow(test.midi);
+    CHECK(Double().OpenPorts() == 0);
+    CHECK(trace.CountContaining("Midi ") == 1);
+}
+
+TEST_CASE("an input runs without its output") {
+    const MidiPanel test;
+    TraceCapture trace;
+    Double().Fail("midiOutOpen", 4);
+    CHECK(Load(test.midi, "run=1") == 1);
+    CHECK(Text(test.midi, "run") == "1");
+    CHECK(test.Pass().empty());
+    Double().CallInput(MM_MIM_DATA, 0x4000E7);
+    CHECK(Text(test.midi, "chan8value") == "1024");
+    CHECK(Load(test.midi, "run=0") == 1);
+    CHECK(Double().OpenPorts() == 0);
+    for (const int code : {14, 15}) {
+        CHECK(trace.Count(TRACE_DEBUG, "Midi " + std::to_string(code) + ": error 5 of 256 (0)\n") == 1);
+    }
+}
+
+TEST_CASE("values are sent lowest channel first, once an interval") {
+    const MidiPanel test;
+    test.Set("chan2value", 1000);
+    CHECK(test.Pass().empty()); // no port yet
+    CHECK(Load(test.midi, "run=1") == 1);
+    CHECK(test.Pass() == Calls{"midiOutShortMsg 0 000000e0", "midiOutShortMsg 0 003e80e1",
+                               "midiOutShortMsg 0 000000e2", "midiOutShortMsg 0 000000e3",
+                               "midiOutShortMsg 0 000000e4", "midiOutShortMsg 0 000000e5",
+                               "midiOutShortMsg 0 000000e6", "midiOutShortMsg 0 000000e7"});
+    CHECK(test.Pass().empty());
+    test.Set("chan8value", 1);
+    test.Set("chan1value", -5);
+    SendMessageA(test.midi, WM_TIMER, 0, 0); // 1000 ms are not over
+    CHECK(Double().TakeCalls().empty());
+    SetCapture(test.midi);
+    CHECK(test.Pass().empty());
+    ReleaseCapture();
+    CHECK(test.Pass() == Calls{"midiOutShortMsg 0 000000e0", "midiOutShortMsg 0 000010e7"});
+
+    // Closed, the port has still its handle.
+    CHECK(Load(test.midi, "run=0") == 1);
+    test.Set("chan1value", 1);
+    CHECK(test.Pass() == Calls{"midiOutShortMsg invalid 000010e0"});
+}
+
+TEST_CASE("a failing message ends the pass, a blocking one too") {
+    const MidiPanel test;
+    test.Start();
+    TraceCapture trace;
+    for (const char* keyword : {"chan6value", "chan2value", "chan4value"}) {
+        test.Set(keyword, 16);
+    }
+    Double().Fail("midiOutShortMsg", 6);
+    CHECK(test.Pass() == Calls{"midiOutShortMsg 0 000100e1"});
+    CHECK(trace.Count(TRACE_DEBUG, "Midi 7: error 6 of 256 (0)\n") == 1);
+    Double().Fail("midiOutShortMsg", MMSYSERR_NOERROR);
+    CHECK(test.Pass() == Calls{"midiOutShortMsg 0 000100e3", "midiOutShortMsg 0 000100e5"});
+
+    for (const char* keyword : {"chan1value", "chan2value"}) {
+        test.Set(keyword, 16);
+    }
+    Double().Delay("midiOutShortMsg", 350);
+    CHECK(test.Pass() == Calls{"midiOutShortMsg 0 000100e0"});
+    CHECK(Load(test.midi, "interval=300") == 1);
+    SendMessageA(test.midi, WM_TIMER, 0, 0); // the interval begins after the call
+    CHECK(Double().TakeCalls().empty());
+    CHECK(test.Pass() == Calls{"midiOutShortMsg 0 000100e1"});
+}
+
+TEST_CASE("channel values: what is taken and what is answered") {
+    const MidiPanel test;
+    const char* const keyword = "chan5value";
+    const auto set = [&](float value) {
+        CHECK(Send(test.midi, COMMAND_SET, DATATYPE_FLOAT, &value, keyword) == 0);
+        return Text(test.midi, keyword);
+    };
+    CHECK(set(12.5F) == "13");
+    CHECK(set(12.4F) == "12");
+    CHECK(set(1e30F) == "2039");
+    CHECK(set(-1e30F) == "0");
+    CHECK(set(700) == "700");
+    for (const float bad :
+         {std::numeric_limits<float>::quiet_NaN(), std::numeric_limits<float>::infinity()}) {
+        CHECK(set(bad) == "700");
+        float held = bad;
+        CHECK(Send(test.midi, COMMAND_GET, DATATYPE_FLOAT, &held, keyword) == 1);
+        CHECK(held == 700.0F);
+    }
+    CHECK(Load(test.midi, "chan5value=5") == 0); // no texts
+    CHECK(Text(test.midi, keyword) == "700");
+
+    char text[TEXT_SIZE] = "700";
+    CHECK(Send(test.midi, COMMAND_GET, DATATYPE_TEXT, text, keyword) == 1); // even when it is the same
+    int integer = 700;
+    CHECK(Send(test.midi, COMMAND_GET, DATATYPE_INTEGER, &integer, keyword) == 0);
+    integer = 699;
+    CHECK(Send(test.midi, COMMAND_GET, DATATYPE_INTEGER, &integer, keyword) == 1);
+    CHECK(integer == 700);
+    for (const auto& [held, answered] : {std::pair{700.4F, 0}, {699.5F, 0}, {700.5F, 1}, {699.4F, 1}}) {
+        CAPTURE(held);
+        float number = held;
+        CHECK(Send(test.midi, COMMAND_GET, DATATYPE_FLOAT, &number, keyword) == answered);
+        CHECK(number == (answered == 1 ? 700.0F : held));
+    }
+    CHECK(SendMessageA(test.midi, CWM_GETCONTROLTYPE, 0, 0) == 37);
+}
+
+TEST_CASE("received messages are traced, and pitch bends on eight channels are taken and not sent back") {
+    const MidiPanel test;
+    test.Start();
+    TraceCapture trace;
+    const auto receive = [](UINT message, DWORD_PTR parameter) {
+        MidiDouble& driver = Double();
+        std::thread([&] { driver.CallInput(message, parameter); }).join();
+    };
+    receive(MM_MIM_DATA, 0x7F7FE0);
+    receive(MM_MIM_DATA, 0x3E80E7);
+    CHECK(trace.Count(TRACE_DEBUG, "0xe7 0x80 0x3e \n") == 1);
+    for (const DWORD_PTR other : {0x7F7FE8U, 0x7F40DFU, 0x7F4090U, 0xF8U}) {
+        receive(MM_MIM_DATA, other);
+    }
+    CHECK(trace.Count(TRACE_DEBUG, "0x90 0x40 0x7f \n") == 1);
+    CHECK(trace.Count(TRACE_DEBUG, "MM_MIM_DATA\n") == 6);
+    std::string values;
+    for (char channel = '1'; channel <= '8'; ++channel) {
+        values += Text(test.midi, (std::string("chan") + channel + "value").c_str()) + " ";
+    }
+    CHECK(values == "2039 0 0 0 0 0 0 1000 ");
+    CHECK(test.Pass().empty());
+
+    receive(MM_MIM_LONGDATA, 0);
+    receive(MM_MIM_ERROR, 0);
+    receive(MM_MIM_MOREDATA, 0);
+    receive(0x1234, 0);
+    Double().CallOutput(MM_MOM_DONE);
+    Double().CallOutput(0x4321);
+    for (const char* line : {"MM_MIM_LONGDATA\n", "MM_MIM_ERROR\n", "MM_MIM_MOREDATA\n", "midiInProc 1234\n",
+                             "MM_MOM_DONE\n", "midiOutProc 4321\n"}) {
+        CAPTURE(line);
+        CHECK(trace.Count(TRACE_DEBUG, line) == 1);
+    }
+}
+
+TEST_CASE("knobs and faders follow what is received and send what they are set to") {
+    for (const char* name : {"KNOB", "FADER"}) {
+        CAPTURE(name);
+        const MidiPanel test;
+        test.Start();
+        HWND control = test.panel.Create(name, "Level");
+        CHECK(Load(control, "properties=0,2039,0") == 1);
+        CHECK(Load(control, "connection=Midi1*chan2value") == 1);
+        test.Pass();
+        Double().CallInput(MM_MIM_DATA, 0x3E00E1);
+        Poll(control);
+        CHECK(Value(control) == 992.0F);
+        CHECK(test.Pass().empty());
+        CHECK(SetValue(control, 100.5F) == 1);
+        CHECK(test.Pass() == Calls{"midiOutShortMsg 0 000650e1"});
+        Poll(control); // keeps what lies between two whole numbers
+        CHECK(Value(control) == 100.5F);
+        char state[TEXT_SIZE] = "";
+        ObjectOf(control).OnGetTooltip(0, reinterpret_cast<LPARAM>(state));
+        CHECK(state == std::string("Level = 100.5   Midi1*chan2value"));
+    }
+}
+
+TEST_CASE("messages that come while the control is destroyed, and after it") {
+    constexpr int ROUNDS = 30;
+    std::atomic<int> stored = 0;
+    for (int round = 0; round < ROUNDS; ++round) {
+        const MidiPanel test;
+        test.Start();
+        std::atomic<bool> ends = false;
+        std::atomic<int> calls = 0;
+        std::vector<std::thread> storm;
+        for (int number = 0; number < 2; ++number) {
+            storm.emplace_back([&, &driver = Double()] {
+                for (; !ends; ++calls) {
+                    driver.CallInput(MM_MIM_DATA, 0x7F7FE3);
+                }
+            });
+        }
+        while (calls < 20) {
+            Sleep(0);
+        }
+        stored += Text(test.midi, "chan4value") == "2039";
+        DestroyWindow(test.midi);
+        // New ones may get its memory.
+        std::vector<HWND> others;
+        for (int number = 0; number < 10; ++number) {
+            others.push_back(test.panel.Create("IMIDI", "Other"));
+        }
+        const int before = calls;
+        while (calls < before + 20) {
+            Sleep(0);
+        }
+        ends = true;
+        for (std::thread& thread : storm) {
+            thread.join();
+        }
+        for (HWND other : others) {
+            CHECK(Text(other, "chan4value") == "0");
+        }
+        CHECK(Double().OpenPorts() == 0);
+    }
+    CHECK(stored == ROUNDS);
+}
+
+TEST_CASE("a panel is saved and loaded with its devices before its ports") {
+    const TestFolder folder;
+    const std::string path = folder.Path("midi.panel");
+    {
+        const MidiPanel test;
+        test.Start("driver=IN: Desk A, OUT: Desk B");
+        CHECK(Load(test.midi, "interval=40") == 1);
+        test.Set("chan1value", 7);
+        CHECK(ph_SavePanel(test.panel.Root(), path.c_str()) == 1);
+    }
+    CHECK(ReadBytes(path).find("Midi1*chan1value=7\r\nMidi1*chan2value=0\r\nMidi1*chan3value=0\r\n"
+                               "Midi1*chan4value=0\r\nMidi1*chan5value=0\r\nMidi1*chan6value=0\r\n"
+                               "Midi1*chan7value=0\r\nMidi1*chan8value=0\r\n"
+                               "Midi1*driver=IN: Desk B, OUT: Desk B\r\nMidi1*interval=40\r\nMidi1*run=1\r\n"
+                               "Midi1*connection=\r\n") != std::string::npos);
+    const MidiPanel test;
+    DestroyWindow(test.midi);
+    TraceCapture trace;
+    CHECK(ph_LoadPanel(test.panel.Root(), path.c_str()) == 1);
+    CHECK(Double().TakeCalls() == Calls{"midiInOpen 1", "midiInStart 1", "midiOutOpen 1"});
+    CHECK(trace.CountContaining("Error reading line chan") == 8); // values are no texts
+    CHECK(trace.CountContaining("Error reading line") == 8);
+    HWND midi = test.panel.Find("Midi1");
+    CHECK(Text(midi, "run") == "1");
+    CHECK(Text(midi, "interval") == "40");
+    CHECK(Load(midi, "connection=Midi1") == 0);
+    CHECK(Load(midi, "nosuch=1") == 0);
+    CHECK(trace.Count(TRACE_DEBUG, "Midi Keyword not found: nosuch\n") == 1);
+    CHECK(trace.Count(TRACE_EDIT, "Not implemented nosuch=1") == 1);
+}
+
+TEST_CASE("the picture shows the names of the devices") {
+    const MidiPanel test;
+    ph_SetMode(test.panel.Root(), 1);
+    RECT client;
+    GetClientRect(test.midi, &client);
+    CHECK(client.right == 32); // that of the class
+    CHECK(client.bottom == 32);
+    SetWindowPos(test.midi, nullptr, 0, 0, 300, 60, SWP_NOMOVE | SWP_NOZORDER);
+    const auto darkPixels = [&](int top, int bottom) {
+        const Picture picture(test.midi);
+        int dark = 0;
+        for (int y = top; y < bottom; ++y) {
+            for (int x = 40; x < 290; ++x) {
+                dark += picture.At(x, y) == RGB(0, 0, 0);
+            }
+        }
+        return dark;
+    };
+    const int withoutNames = darkPixels(2, 20);
+    CHECK(withoutNames > 10);
+    CHECK(Load(test.midi, "driver=IN: Desk A, OUT: Desk B") == 1);
+    CHECK(darkPixels(2, 20) > withoutNames + 30);
+    CHECK(darkPixels(20, 58) == 0);
+}
