@@ -22,6 +22,11 @@ void Check(MMRESULT result, const char* message) {
     }
 }
 
+// Not every version of the system minds the lack of a file here.
+MMRESULT Ascend(MMCKINFO& from) {
+    return file == nullptr ? MMSYSERR_INVALHANDLE : mmioAscend(file, &from, 0);
+}
+
 void WriteFormat() {
     chunk = {};
     chunk.ckid = mmioFOURCC('f', 'm', 't', ' ');
@@ -31,7 +36,7 @@ void WriteFormat() {
     if (written != static_cast<LONG>(sizeof format)) {
         TRACE("Error: mmioWrite\n");
     }
-    Check(mmioAscend(file, &chunk, 0), "Error: mmioAscend\n");
+    Check(Ascend(chunk), "Error: mmioAscend\n");
 }
 
 } // namespace
@@ -89,8 +94,8 @@ int WaveFileClose() {
     Check(mmioSetInfo(file, &buffer, 0), "Error: mmioSetInfo\n");
     buffer.dwFlags |= MMIO_DIRTY;
     Check(mmioSetInfo(file, &buffer, 0), "Error: mmioSetInfo\n");
-    Check(mmioAscend(file, &chunk, 0), "Error: mmioAscend\n");
-    Check(mmioAscend(file, &riffChunk, 0), "Error: mmioAscend ???\n");
+    Check(Ascend(chunk), "Error: mmioAscend\n");
+    Check(Ascend(riffChunk), "Error: mmioAscend ???\n");
     if (file != nullptr && mmioClose(file, 0) != MMSYSERR_NOERROR) {
         // What is left in the buffer cannot be written: without it the file can be closed.
         mmioGetInfo(file, &buffer, 0);
