@@ -27,6 +27,11 @@ public:
         Writing(const Writing&) = delete;
         Writing& operator=(const Writing&) = delete;
 
+        // Gives the lock up until the variable is woken.
+        void Wait(CONDITION_VARIABLE& variable) {
+            SleepConditionVariableSRW(&variable, &lock_.lock_, INFINITE, 0);
+        }
+
     private:
         SharedLock& lock_;
     };

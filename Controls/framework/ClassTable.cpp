@@ -72,7 +72,7 @@ constexpr ControlClass CLASSES[] = {
     {"SPINEDIT", "SpinEdit", &plainControl, FLOAT, S1},
     {"ITELEPHONE", "Telephone", &plainControl, NONE, S2, 4, "Controls\\Telephone.ico", NO_BACKGROUND, nullptr,
      SharedResource::StatusBitmap, "Controls\\Telephone.bmp"},
-    {"IWAVEGENERATOR", "WaveGenerator", &plainControl, INTEGER, S1, 0, "Controls\\WaveGenerator.ico",
+    {"IWAVEGENERATOR", "WaveGenerator", &waveGeneratorControl, INTEGER, S1, 0, "Controls\\WaveGenerator.ico",
      NO_BACKGROUND, nullptr, SharedResource::StatusBitmap, "Controls\\WaveGenerator.bmp"},
     {"IWAVEIN", "WaveIn", &plainControl, DATA, S1, 0, "Controls\\WaveIn.ico", NO_BACKGROUND, nullptr,
      SharedResource::StatusBitmap, "Controls\\WaveIn.bmp"},

@@ -61,13 +61,13 @@ std::string ClassOf(HWND control) {
 
 // Few controls do without.
 bool HasFunction(HWND control) {
-    return ClassOf(control) != "CLOCK" && ClassOf(control) != "IMIDI";
+    return ClassOf(control) != "CLOCK" && TakesConnections(ClassOf(control));
 }
 bool HasInterval(HWND control) {
     return ClassOf(control) != "METER";
 }
 bool HasValue(HWND control) {
-    return ClassOf(control) != "CLOCK" && ClassOf(control) != "IMIDI";
+    return ClassOf(control) != "CLOCK" && TakesConnections(ClassOf(control));
 }
 
 bool HoldsNumbers(HWND control) {
