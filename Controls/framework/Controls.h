@@ -4,6 +4,7 @@
 
 // The controls' own parts, each at the end of its file.
 extern const ControlImplementation clockControl;        // Controls/Clock.cpp
+extern const ControlImplementation editControl;         // Controls/Edit.cpp
 extern const ControlImplementation faderControl;        // Controls/Fader.cpp
 extern const ControlImplementation knobControl;         // Controls/Knob.cpp
 extern const ControlImplementation ledControl;          // Controls/Led.cpp

@@ -11,7 +11,7 @@ namespace {
 constexpr const char* DEVICES = "AMP1*device=simulated\n"
                                 "AMP1*gain=float,-80,18,-20.25,dB\n"
                                 "AMP1*name=text,,,Left,\n";
-constexpr const char* CLASSES[] = {"BSTATIC"};
+constexpr const char* CLASSES[] = {"BSTATIC", "BEDIT"};
 constexpr COLORREF GROUND = RGB(0x80, 0x90, 0xA0);
 constexpr COLORREF LETTERS = RGB(0xFF, 0xFF, 0x00);
 
