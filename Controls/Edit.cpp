@@ -25,6 +25,7 @@ public:
     const KEYWORDROW* GetHostinfoTable() override;
     void SetDefaults() override;
     void Poll() override;
+    std::string Title() const override { return FieldText(); }
     void TextChanged() override;
     void LookChanged() override;
     float Limited(float number) const override;
@@ -53,6 +54,7 @@ public:
     void ReadOnlyChanged();
 
 private:
+    std::string FieldText() const;
     int LeastMargin() const;
     void SetLeftMargin(int margin);
 
@@ -118,7 +120,6 @@ void EDITPROPERTIES::SetDefaults() {
     readOnly = (GetWindowLongA(window, GWL_STYLE) & ES_READONLY) != 0 ? 1 : 0;
     SendMessageA(window, EM_LIMITTEXT, TEXT_SIZE - 1, 0);
     TEXTPROPERTIES::SetDefaults();
-    TextChanged();
 }
 
 void EDITPROPERTIES::ReadOnlyChanged() {
@@ -143,11 +144,10 @@ void EDITPROPERTIES::Poll() {
 }
 
 void EDITPROPERTIES::TakeTyped() {
-    char typed[TEXT_SIZE] = "";
-    GetWindowTextA(window, typed, sizeof typed);
-    const bool taken = shown.TakeTyped(typed, limits);
+    const bool taken = shown.TakeTyped(FieldText(), limits);
     Restore();
     if (taken) {
+        KeepCaption();
         Send();
     }
 }
@@ -159,6 +159,12 @@ void EDITPROPERTIES::Restore() {
 }
 
 // The field
+
+std::string EDITPROPERTIES::FieldText() const {
+    char text[TEXT_SIZE] = "";
+    GetWindowTextA(window, text, sizeof text);
+    return text;
+}
 
 void EDITPROPERTIES::TextChanged() {
     // A field that the mouse is just selecting in keeps its text as well.
@@ -214,13 +220,12 @@ void EDITPROPERTIES::Align() {
     GetClientRect(window, &client);
     int margin = LeastMargin();
     if (alignment != logic::Alignment::Left) {
-        char text[TEXT_SIZE] = "";
-        const int length = GetWindowTextA(window, text, sizeof text);
+        const std::string text = FieldText();
         SIZE extent{};
         const HDC dc = GetDC(window);
         {
             const Selected selected(dc, reinterpret_cast<HFONT>(SendMessageA(window, WM_GETFONT, 0, 0)));
-            GetTextExtentPoint32A(dc, text, length, &extent);
+            GetTextExtentPoint32A(dc, text.c_str(), static_cast<int>(text.size()), &extent);
         }
         ReleaseDC(window, dc);
         const int caret = GetSystemMetrics(SM_CXBORDER);
