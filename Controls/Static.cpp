@@ -9,6 +9,9 @@
 #include "Controls/resources/resource.h"
 #include "Panelhost/Gdi.h"
 
+#include <algorithm>
+#include <cstring>
+
 namespace {
 
 constexpr int MARGIN = 1;                // at the left and right end of the text, pixels
@@ -20,6 +23,7 @@ class STATICPROPERTIES : public TEXTPROPERTIES {
 public:
     const KEYWORDROW* GetHostinfoTable() override;
     void SetDefaults() override;
+    std::string Title() const override;
     void TextChanged() override;
     void Draw(HDC dc, const RECT& client) const override;
 
@@ -65,7 +69,13 @@ const KEYWORDROW* STATICPROPERTIES::GetHostinfoTable() {
 void STATICPROPERTIES::SetDefaults() {
     TEXTPROPERTIES::SetDefaults();
     tooltip.AttachRelayed(*this);
-    TextChanged();
+}
+
+std::string STATICPROPERTIES::Title() const {
+    char title[TEXT_SIZE] = "";
+    DefWindowProcA(window, WM_GETTEXT, sizeof title,
+                   reinterpret_cast<LPARAM>(title)); // the window's own text
+    return title;
 }
 
 void STATICPROPERTIES::TextChanged() {
@@ -111,9 +121,19 @@ void STATICPROPERTIES::UpdateTip() {
     }
 }
 
-// Input
+// Input, and the text for those who ask the window for it
 
 namespace {
+
+LRESULT GetText(const std::string& text, WPARAM size, char* buffer) {
+    if (size == 0 || buffer == nullptr) {
+        return 0;
+    }
+    const std::size_t length = std::min<std::size_t>(text.size(), size - 1);
+    std::memcpy(buffer, text.data(), length);
+    buffer[length] = '\0';
+    return static_cast<LRESULT>(length);
+}
 
 LRESULT CALLBACK StaticProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     auto& text = *PropertiesOf<STATICPROPERTIES>(window);
@@ -121,6 +141,19 @@ LRESULT CALLBACK StaticProc(HWND window, UINT message, WPARAM wParam, LPARAM lPa
         text.UpdateTip();
     }
     text.tooltip.Relay(message, wParam, lParam);
+    switch (message) {
+    case WM_GETTEXT:
+        return GetText(text.shown.Text(), wParam, reinterpret_cast<char*>(lParam));
+    case WM_GETTEXTLENGTH:
+        return static_cast<LRESULT>(text.shown.Text().size());
+    case WM_SETTEXT:
+        if (lParam != 0) {
+            text.SetCaption(reinterpret_cast<const char*>(lParam));
+        }
+        return TRUE;
+    default:
+        break;
+    }
     return IndicatorProc(window, message, wParam, lParam);
 }
 

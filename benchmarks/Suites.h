@@ -18,6 +18,7 @@ constexpr Subject SUBJECTS[] = {
     {"BTRISTATEBUTTON", "switch button", TWO_PARAMETERS},
     {"LED", "LED", TWO_PARAMETERS},
     {"BSTATIC", "static text", TWO_PARAMETERS},
+    {"BEDIT", "edit field", TWO_PARAMETERS},
     {"CLOCK", "clock", ""},
 };
 

@@ -45,7 +45,7 @@ constexpr ControlClass CLASSES[] = {
     {"BCOMBOBOX", "ComboBox", &plainControl, TEXT_TYPE, 0, 0, "Controls\\ComboBox.ico", NO_BACKGROUND,
      "COMBOBOX"},
     {"CONDITIONALLED", "ConditionalLed", &plainControl, INTEGER, S1},
-    {"BEDIT", "Edit", &plainControl, NONE, 0, 0, "Controls\\Edit.ico", NO_BACKGROUND, "EDIT"},
+    {"BEDIT", "Edit", &editControl, NONE, 0, 0, "Controls\\Edit.ico", NO_BACKGROUND, "EDIT"},
     {"BEDIT2", "Edit2", &plainControl, NONE, 0, 0, "Controls\\Edit.ico", ClassBackground::SystemColour2,
      "EDIT"},
     {"EQ", "EQ", &plainControl, BAND, S1, 0, nullptr, NO_BACKGROUND, nullptr, SharedResource::FilterImages},
@@ -103,12 +103,25 @@ std::size_t RowOf(const ControlClass& controlClass) {
     return static_cast<std::size_t>(&controlClass - CLASSES);
 }
 
+// The system control takes its style from what its window is created with.
+LRESULT CreateStyled(WNDPROC system, DWORD (*styleFor)(DWORD), HWND window, WPARAM wParam, LPARAM lParam) {
+    CREATESTRUCTA creation = *reinterpret_cast<const CREATESTRUCTA*>(lParam);
+    creation.style = static_cast<LONG>(styleFor(static_cast<DWORD>(creation.style)));
+    const auto style = static_cast<DWORD>(GetWindowLongA(window, GWL_STYLE));
+    SetWindowLongA(window, GWL_STYLE, static_cast<LONG>(styleFor(style)));
+    return CallWindowProcA(system, window, WM_NCCREATE, wParam, reinterpret_cast<LPARAM>(&creation));
+}
+
 LRESULT Dispatch(std::size_t row, HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     const ControlClass& controlClass = CLASSES[row];
     if (PropertiesOf<CONTROLPROPERTIES>(window) != nullptr) {
         return controlClass.implementation->procedure(window, message, wParam, lParam);
     }
     const WNDPROC system = registered[row].systemProcedure;
+    const auto windowStyle = controlClass.implementation->windowStyle;
+    if (message == WM_NCCREATE && system != nullptr && windowStyle != nullptr) {
+        return CreateStyled(system, windowStyle, window, wParam, lParam);
+    }
     const LRESULT result =
         system == nullptr && message == WM_CREATE
             ? 0

@@ -27,6 +27,8 @@ struct ControlImplementation {
     CONTROLPROPERTIES* (*create)();
     WNDPROC procedure;
     const ParameterDialog* dialog = nullptr;
+    // Of a superclassed control: the style that its window gets in place of the one it is created with.
+    DWORD (*windowStyle)(DWORD asked) = nullptr;
 };
 
 // A row of the class table.

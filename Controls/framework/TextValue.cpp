@@ -18,9 +18,7 @@ constexpr float EXACT_INTEGERS = 8388608.0F;
 
 void TEXTPROPERTIES::SetDefaults() {
     interval = 1000;
-    char title[TEXT_SIZE] = "";
-    GetWindowTextA(window, title, sizeof title);
-    shown.SetCaption(title);
+    SetCaption(Title());
     FontChanged();
 }
 
@@ -41,6 +39,19 @@ void TEXTPROPERTIES::FontChanged() {
 }
 
 // Value
+
+void TEXTPROPERTIES::SetCaption(const std::string& text) {
+    shown.SetCaption(text);
+    caption = shown.Text();
+    TextChanged();
+}
+
+void TEXTPROPERTIES::KeepCaption() {
+    if (requests.empty()) { // else it would be another one in each file that is saved
+        caption = shown.Text();
+    }
+    TextChanged();
+}
 
 void TEXTPROPERTIES::Send() {
     if (shown.Type() != logic::ValueType::Text && !shown.HasNumber()) {
@@ -194,7 +205,7 @@ int TextValueKeyword(VALUERECORD* record, HOSTINFO* object) {
     if (record->command == COMMAND_SET) {
         const auto isNew = TakeRecord(text, record);
         if (isNew == true) {
-            text.TextChanged();
+            text.KeepCaption();
             text.Send();
         }
         return isNew ? 1 : 0;
@@ -215,14 +226,13 @@ int TextValueKeyword(VALUERECORD* record, HOSTINFO* object) {
 int TextCaptionKeyword(VALUERECORD* record, HOSTINFO* object) {
     TEXTPROPERTIES& text = TextOf(object);
     if (record->command == COMMAND_GET) {
-        return a_AnswerText(record, text.shown.Text().c_str());
+        return a_AnswerText(record, text.caption.c_str());
     }
     const auto caption = TextToSet(record);
     if (!caption) {
         return 0;
     }
-    text.shown.SetCaption(*caption);
-    text.TextChanged();
+    text.SetCaption(*caption);
     return 1;
 }
 
@@ -237,7 +247,7 @@ int DatatypeKeyword(VALUERECORD* record, HOSTINFO* object) {
         return 0;
     }
     text.shown.SetType(*type);
-    text.TextChanged();
+    text.KeepCaption();
     return 1;
 }
 
@@ -252,7 +262,7 @@ int TextFormatKeyword(VALUERECORD* record, HOSTINFO* object) {
         return 0;
     }
     text.shown.SetFormat(*format);
-    text.TextChanged();
+    text.KeepCaption();
     return 1;
 }
 
