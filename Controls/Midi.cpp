@@ -60,7 +60,7 @@ public:
     unsigned changed = 0; // bit n: channel n has to be sent
     int running = 0;      // 1 while the input is open; the output can be open without it
 
-    HMIDIIN input = nullptr; // the handles stay when the ports are closed
+    HMIDIIN input = nullptr; // deliberately, the handles stay when the ports are closed
     HMIDIOUT output = nullptr;
     UINT inputDevice = 0;
     UINT outputDevice = 0;
@@ -191,7 +191,8 @@ int AnswerChannel(VALUERECORD* record, std::uint16_t value) {
     }
 }
 
-// A set always answers 0, even when the value was taken. Texts are not taken, those of a panel file included.
+// Deliberately, a set answers 0 even when the value was taken, and texts are not taken, those of a panel file
+// included: the values are what the present panel and the present input make them.
 template <unsigned Channel>
 int ChannelKeyword(VALUERECORD* record, HOSTINFO* object) {
     MIDIPROPERTIES& midi = Midi(object);
@@ -298,7 +299,9 @@ bool Succeeded(MMRESULT result, int code) {
         return true;
     }
     char text[256] = "";
-    const MMRESULT found = midiInGetErrorTextA(result, text, sizeof text); // knows the errors of outputs too
+    // Knows the errors of outputs too. The number in the trace is its own result: not 0 when there is no
+    // text.
+    const MMRESULT found = midiInGetErrorTextA(result, text, sizeof text);
     TRACE("Midi %d: %s (%d)\n", code, text, static_cast<int>(found));
     return false;
 }
