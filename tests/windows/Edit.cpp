@@ -119,8 +119,8 @@ TEST_CASE("polls show in the field, except while it is being typed into") {
 TEST_CASE("a field inside a strip shows a fader and sets it") {
     TestPanel panel(TestPanel::Visible);
     HWND strip = panel.Create("MIXER", "Strip");
-    HWND fader = CreateControl("FADER", "Fader", strip, &ObjectOf(strip));
-    HWND edit = CreateControl("BEDIT", "Value", strip, &ObjectOf(strip));
+    HWND fader = panel.Find("Strip*Fader");
+    HWND edit = panel.Find("Strip*Value");
     Load(fader, "properties=-80,0,-30");
     for (const char* line :
          {"font=ms sans serif,8", "textcolor=0x00ccff", "backgroundcolor=0x00000000", "datatype=f",
