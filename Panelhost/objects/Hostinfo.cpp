@@ -321,10 +321,15 @@ void a_DestroyChildWindows(const HOSTINFO* object) {
     if (object == nullptr || object->window == nullptr) {
         return;
     }
-    for (HWND child = GetWindow(object->window, GW_CHILD); child != nullptr;) {
-        const HWND next = GetWindow(child, GW_HWNDNEXT);
+    // The last one first: what was made later may be bound to what was made before.
+    HWND last = nullptr;
+    while (const HWND first = GetWindow(object->window, GW_CHILD)) {
+        const HWND child = GetWindow(first, GW_HWNDLAST);
+        if (child == last) {
+            return; // of another thread, which has to destroy it
+        }
+        last = child;
         DestroyWindow(child);
-        child = next == nullptr || IsWindow(next) ? next : GetWindow(object->window, GW_CHILD);
     }
 }
 
