@@ -28,6 +28,7 @@ void MeasureRecords(Report& report);
 void MeasureMemory(Report& report);
 void MeasurePanelFiles(Report& report);
 void MeasureWork(Report& report);
+void MeasureStrips(Report& report);
 void MeasureWaveFiles(Report& report);
 
 // Creates that many windows in this process, which is to do nothing else, lets each load the line unless it
