@@ -15,6 +15,7 @@
 namespace {
 
 constexpr int MARGIN = 1; // at the left and right end of the text
+constexpr int CARET = 1;  // its width, behind the text
 constexpr int UNKNOWN = -1;
 constexpr WPARAM SELECT_ALL = 0x01; // the character of Ctrl+A
 
@@ -216,8 +217,9 @@ void EDITPROPERTIES::MakeRoom() {
 }
 
 void EDITPROPERTIES::Align() {
-    RECT client;
-    GetClientRect(window, &client);
+    if (leftMargin_ == UNKNOWN) {
+        MakeRoom();
+    }
     int margin = LeastMargin();
     if (alignment != logic::Alignment::Left) {
         const std::string text = FieldText();
@@ -228,8 +230,10 @@ void EDITPROPERTIES::Align() {
             GetTextExtentPoint32A(dc, text.c_str(), static_cast<int>(text.size()), &extent);
         }
         ReleaseDC(window, dc);
-        const int caret = GetSystemMetrics(SM_CXBORDER);
-        margin += logic::AlignedStart(alignment, extent.cx + caret, client.right - margin - MARGIN);
+        RECT inner; // what the system's control writes in; it keeps some distance from its border
+        SendMessageA(window, EM_GETRECT, 0, reinterpret_cast<LPARAM>(&inner));
+        const int room = inner.right - (inner.left - leftMargin_) - margin;
+        margin += logic::AlignedStart(alignment, extent.cx + CARET, room);
     }
     if (margin == leftMargin_) {
         return;

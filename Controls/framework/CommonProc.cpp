@@ -129,7 +129,9 @@ void PositionChanged(CONTROLPROPERTIES& control, const WINDOWPOS& position) {
 
 void FocusGained(CONTROLPROPERTIES& control) {
     control.flags |= FLAG_FOCUS;
-    const HDC dc = GetWindowDC(control.window);
+    // The border of a system control would keep the frame when the focus goes.
+    const bool isSystem = control.controlClass->systemClass != nullptr;
+    const HDC dc = isSystem ? GetDC(control.window) : GetWindowDC(control.window);
     a_DrawSelection(&control, dc);
     ReleaseDC(control.window, dc);
 }
