@@ -51,6 +51,7 @@ public:
 
     std::optional<logic::Limits> limits;
     int readOnly = 0;
+    bool isSettingText = false; // the control itself, not somebody outside
 
     void ReadOnlyChanged();
 
@@ -178,7 +179,9 @@ void EDITPROPERTIES::TextChanged() {
     DWORD end = 0;
     SendMessageA(window, EM_GETSEL, reinterpret_cast<WPARAM>(&start), reinterpret_cast<LPARAM>(&end));
     const bool wasAllSelected = end > start && static_cast<int>(end - start) == GetWindowTextLengthA(window);
+    isSettingText = true;
     SetWindowTextA(window, displayed_.c_str());
+    isSettingText = false;
     if (HasFocus()) {
         SendMessageA(window, EM_SETSEL, wasAllSelected ? 0 : start,
                      wasAllSelected ? -1 : static_cast<LPARAM>(end));
@@ -224,16 +227,20 @@ void EDITPROPERTIES::Align() {
     if (alignment != logic::Alignment::Left) {
         const std::string text = FieldText();
         SIZE extent{};
+        TEXTMETRICA metrics{};
         const HDC dc = GetDC(window);
         {
             const Selected selected(dc, reinterpret_cast<HFONT>(SendMessageA(window, WM_GETFONT, 0, 0)));
             GetTextExtentPoint32A(dc, text.c_str(), static_cast<int>(text.size()), &extent);
+            GetTextMetricsA(dc, &metrics);
         }
         ReleaseDC(window, dc);
         RECT inner; // what the system's control writes in; it keeps some distance from its border
         SendMessageA(window, EM_GETRECT, 0, reinterpret_cast<LPARAM>(&inner));
         const int room = inner.right - (inner.left - leftMargin_) - margin;
-        margin += logic::AlignedStart(alignment, extent.cx + CARET, room);
+        // The system's control wants room for a character, or it writes beyond its right end.
+        const int width = std::max(extent.cx, metrics.tmAveCharWidth) + CARET;
+        margin += logic::AlignedStart(alignment, width, room);
     }
     if (margin == leftMargin_) {
         return;
@@ -356,6 +363,12 @@ LRESULT CALLBACK EditProc(HWND window, UINT message, WPARAM wParam, LPARAM lPara
         break;
     case WM_KILLFOCUS:
         return Leave(edit, wParam, lParam);
+    case WM_SETTEXT:
+        if (!edit.isSettingText && lParam != 0) {
+            edit.SetCaption(reinterpret_cast<const char*>(lParam));
+            return TRUE;
+        }
+        break;
     case WM_CONTEXTMENU:
         if (edit.mode != 0 || lParam != -1) { // the right button belongs to the panel, the key to the field
             return 0;

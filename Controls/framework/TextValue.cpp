@@ -129,6 +129,7 @@ int TEXTPROPERTIES::PollNumber() {
 
 void TEXTPROPERTIES::Poll() {
     if (requests.empty()) {
+        ShowPollResult(REQUEST_UNCHANGED); // it may have been bound before
         return;
     }
     const HWND self = window;

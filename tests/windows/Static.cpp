@@ -88,6 +88,12 @@ TEST_CASE("texts and numbers are followed by datatype and format") {
 
         ph_SetParameter(panel.Root(), "AMP1*online", "0");
         CHECK(IsMarked(text));
+        Load(text, "function="); // bound to nothing, it differs from nothing
+        CHECK_FALSE(IsMarked(text));
+        SetWindowTextA(text, "5.6");
+        CHECK(ShownText(text) == "5.6");
+        CHECK(Text(text, "caption") == "5.6");
+        CHECK(Text(text) == "6");
     }
 }
 
