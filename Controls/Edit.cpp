@@ -47,6 +47,7 @@ public:
     // Gives the system's control room to write in before it changes the text, or it would scroll.
     void MakeRoom();
     void MarginLost() { leftMargin_ = UNKNOWN; }
+    bool IsMarked() const { return marked_; } // with the not-equal sign
     void DrawMark(HDC dc) const;
 
     std::optional<logic::Limits> limits;
@@ -121,6 +122,7 @@ const KEYWORDROW* EDITPROPERTIES::GetHostinfoTable() {
 void EDITPROPERTIES::SetDefaults() {
     readOnly = (GetWindowLongA(window, GWL_STYLE) & ES_READONLY) != 0 ? 1 : 0;
     SendMessageA(window, EM_LIMITTEXT, TEXT_SIZE - 1, 0);
+    displayed_ = FieldText();
     TEXTPROPERTIES::SetDefaults();
 }
 
@@ -255,12 +257,10 @@ void EDITPROPERTIES::Align() {
 }
 
 void EDITPROPERTIES::DrawMark(HDC dc) const {
-    if (marked_) {
-        RECT client;
-        GetClientRect(window, &client);
-        const OSMIRBitmap& sign = *a_GetNotEqualSign();
-        sign.Draw(dc, MARGIN, (client.bottom - sign.Height()) / 2);
-    }
+    RECT client;
+    GetClientRect(window, &client);
+    const OSMIRBitmap& sign = *a_GetNotEqualSign();
+    sign.Draw(dc, MARGIN, (client.bottom - sign.Height()) / 2);
 }
 
 // Input
@@ -340,7 +340,9 @@ LRESULT Print(const EDITPROPERTIES& edit, WPARAM wParam, LPARAM lParam) {
     const int before = SaveDC(dc);
     const LRESULT result = CommonProc(edit.window, WM_PRINTCLIENT, wParam, lParam);
     RestoreDC(dc, before); // it may have been clipped to the text
-    edit.DrawMark(dc);
+    if (edit.IsMarked()) {
+        edit.DrawMark(dc);
+    }
     return result;
 }
 
@@ -392,7 +394,9 @@ LRESULT CALLBACK EditProc(HWND window, UINT message, WPARAM wParam, LPARAM lPara
     }
     if (movesText) {
         edit.Align();
-    } else if (message == WM_PAINT) {
+    } else if (message == WM_CAPTURECHANGED) {
+        edit.TextChanged(); // it may have waited for this
+    } else if (message == WM_PAINT && edit.IsMarked()) {
         const HDC dc = GetDC(window);
         edit.DrawMark(dc);
         ReleaseDC(window, dc);

@@ -318,9 +318,11 @@ LRESULT CALLBACK CommonProc(HWND window, UINT message, WPARAM wParam, LPARAM lPa
     case WM_PAINT:
         if (controlClass.systemClass != nullptr) {
             const LRESULT result = DefaultProc(controlClass, window, message, wParam, lParam);
-            const HDC dc = GetDC(window);
-            a_DrawSelection(control, dc); // the system control knows nothing of it
-            ReleaseDC(window, dc);
+            if ((control->flags & (FLAG_FOCUS | FLAG_SELECTED)) != 0) {
+                const HDC dc = GetDC(window);
+                a_DrawSelection(control, dc); // the system control knows nothing of it
+                ReleaseDC(window, dc);
+            }
             return result;
         }
         [[fallthrough]];
