@@ -122,6 +122,7 @@ const KEYWORDROW* EDITPROPERTIES::GetHostinfoTable() {
 void EDITPROPERTIES::SetDefaults() {
     readOnly = (GetWindowLongA(window, GWL_STYLE) & ES_READONLY) != 0 ? 1 : 0;
     SendMessageA(window, EM_LIMITTEXT, TEXT_SIZE - 1, 0);
+    SendMessageA(window, EM_SETMODIFY, FALSE, 0); // nobody has typed the title
     displayed_ = FieldText();
     TEXTPROPERTIES::SetDefaults();
 }
@@ -192,7 +193,9 @@ void EDITPROPERTIES::TextChanged() {
 
 void EDITPROPERTIES::LookChanged() {
     Align();
-    InvalidateRect(window, nullptr, TRUE);
+    if (IsWindowVisible(window)) {
+        InvalidateRect(window, nullptr, TRUE);
+    }
 }
 
 HBRUSH EDITPROPERTIES::Colours(HDC dc) {
