@@ -15,6 +15,7 @@
 namespace {
 
 constexpr int MARGIN = 1; // at the left and right end of the text
+constexpr int CARET = 1;  // its width, behind the text
 constexpr int UNKNOWN = -1;
 constexpr WPARAM SELECT_ALL = 0x01; // the character of Ctrl+A
 
@@ -46,10 +47,12 @@ public:
     // Gives the system's control room to write in before it changes the text, or it would scroll.
     void MakeRoom();
     void MarginLost() { leftMargin_ = UNKNOWN; }
+    bool IsMarked() const { return marked_; } // with the not-equal sign
     void DrawMark(HDC dc) const;
 
     std::optional<logic::Limits> limits;
     int readOnly = 0;
+    bool isSettingText = false; // the control itself, not somebody outside
 
     void ReadOnlyChanged();
 
@@ -119,6 +122,8 @@ const KEYWORDROW* EDITPROPERTIES::GetHostinfoTable() {
 void EDITPROPERTIES::SetDefaults() {
     readOnly = (GetWindowLongA(window, GWL_STYLE) & ES_READONLY) != 0 ? 1 : 0;
     SendMessageA(window, EM_LIMITTEXT, TEXT_SIZE - 1, 0);
+    SendMessageA(window, EM_SETMODIFY, FALSE, 0); // nobody has typed the title
+    displayed_ = FieldText();
     TEXTPROPERTIES::SetDefaults();
 }
 
@@ -177,7 +182,9 @@ void EDITPROPERTIES::TextChanged() {
     DWORD end = 0;
     SendMessageA(window, EM_GETSEL, reinterpret_cast<WPARAM>(&start), reinterpret_cast<LPARAM>(&end));
     const bool wasAllSelected = end > start && static_cast<int>(end - start) == GetWindowTextLengthA(window);
+    isSettingText = true;
     SetWindowTextA(window, displayed_.c_str());
+    isSettingText = false;
     if (HasFocus()) {
         SendMessageA(window, EM_SETSEL, wasAllSelected ? 0 : start,
                      wasAllSelected ? -1 : static_cast<LPARAM>(end));
@@ -186,7 +193,9 @@ void EDITPROPERTIES::TextChanged() {
 
 void EDITPROPERTIES::LookChanged() {
     Align();
-    InvalidateRect(window, nullptr, TRUE);
+    if (IsWindowVisible(window)) {
+        InvalidateRect(window, nullptr, TRUE);
+    }
 }
 
 HBRUSH EDITPROPERTIES::Colours(HDC dc) {
@@ -216,20 +225,27 @@ void EDITPROPERTIES::MakeRoom() {
 }
 
 void EDITPROPERTIES::Align() {
-    RECT client;
-    GetClientRect(window, &client);
+    if (leftMargin_ == UNKNOWN) {
+        MakeRoom();
+    }
     int margin = LeastMargin();
     if (alignment != logic::Alignment::Left) {
         const std::string text = FieldText();
         SIZE extent{};
+        TEXTMETRICA metrics{};
         const HDC dc = GetDC(window);
         {
             const Selected selected(dc, reinterpret_cast<HFONT>(SendMessageA(window, WM_GETFONT, 0, 0)));
             GetTextExtentPoint32A(dc, text.c_str(), static_cast<int>(text.size()), &extent);
+            GetTextMetricsA(dc, &metrics);
         }
         ReleaseDC(window, dc);
-        const int caret = GetSystemMetrics(SM_CXBORDER);
-        margin += logic::AlignedStart(alignment, extent.cx + caret, client.right - margin - MARGIN);
+        RECT inner; // what the system's control writes in; it keeps some distance from its border
+        SendMessageA(window, EM_GETRECT, 0, reinterpret_cast<LPARAM>(&inner));
+        const int room = inner.right - (inner.left - leftMargin_) - margin;
+        // The system's control wants room for a character, or it writes beyond its right end.
+        const int width = std::max(extent.cx, metrics.tmAveCharWidth) + CARET;
+        margin += logic::AlignedStart(alignment, width, room);
     }
     if (margin == leftMargin_) {
         return;
@@ -244,12 +260,10 @@ void EDITPROPERTIES::Align() {
 }
 
 void EDITPROPERTIES::DrawMark(HDC dc) const {
-    if (marked_) {
-        RECT client;
-        GetClientRect(window, &client);
-        const OSMIRBitmap& sign = *a_GetNotEqualSign();
-        sign.Draw(dc, MARGIN, (client.bottom - sign.Height()) / 2);
-    }
+    RECT client;
+    GetClientRect(window, &client);
+    const OSMIRBitmap& sign = *a_GetNotEqualSign();
+    sign.Draw(dc, MARGIN, (client.bottom - sign.Height()) / 2);
 }
 
 // Input
@@ -329,7 +343,9 @@ LRESULT Print(const EDITPROPERTIES& edit, WPARAM wParam, LPARAM lParam) {
     const int before = SaveDC(dc);
     const LRESULT result = CommonProc(edit.window, WM_PRINTCLIENT, wParam, lParam);
     RestoreDC(dc, before); // it may have been clipped to the text
-    edit.DrawMark(dc);
+    if (edit.IsMarked()) {
+        edit.DrawMark(dc);
+    }
     return result;
 }
 
@@ -352,6 +368,12 @@ LRESULT CALLBACK EditProc(HWND window, UINT message, WPARAM wParam, LPARAM lPara
         break;
     case WM_KILLFOCUS:
         return Leave(edit, wParam, lParam);
+    case WM_SETTEXT:
+        if (!edit.isSettingText && lParam != 0) {
+            edit.SetCaption(reinterpret_cast<const char*>(lParam));
+            return TRUE;
+        }
+        break;
     case WM_CONTEXTMENU:
         if (edit.mode != 0 || lParam != -1) { // the right button belongs to the panel, the key to the field
             return 0;
@@ -375,7 +397,9 @@ LRESULT CALLBACK EditProc(HWND window, UINT message, WPARAM wParam, LPARAM lPara
     }
     if (movesText) {
         edit.Align();
-    } else if (message == WM_PAINT) {
+    } else if (message == WM_CAPTURECHANGED) {
+        edit.TextChanged(); // it may have waited for this
+    } else if (message == WM_PAINT && edit.IsMarked()) {
         const HDC dc = GetDC(window);
         edit.DrawMark(dc);
         ReleaseDC(window, dc);

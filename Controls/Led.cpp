@@ -112,6 +112,7 @@ void LEDPROPERTIES::Show(float newValue) {
 
 void LEDPROPERTIES::Poll() {
     if (requests.empty()) {
+        ShowPollResult(REQUEST_UNCHANGED); // it may have been bound before
         return;
     }
     const HWND self = window;

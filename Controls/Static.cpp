@@ -15,6 +15,7 @@
 namespace {
 
 constexpr int MARGIN = 1;                // at the left and right end of the text, pixels
+constexpr int MARK_END = 18;             // behind the not-equal sign
 constexpr std::size_t TIP_COLUMNS = 100; // of the tooltip, characters
 
 } // namespace
@@ -33,6 +34,11 @@ public:
     Tooltip tooltip;
 
 private:
+    // Where the text goes.
+    RECT Place(const RECT& client) const {
+        return {notEqual ? MARK_END : MARGIN, 0, client.right - MARGIN, client.bottom};
+    }
+
     std::string drawn_; // the text at the last change
     std::string tip_;   // the text in the tooltip
 };
@@ -96,7 +102,7 @@ void STATICPROPERTIES::Draw(HDC dc, const RECT& client) const {
     const Selected selected(dc, font.Get());
     SetBkMode(dc, TRANSPARENT);
     SetTextColor(dc, textColor ? *textColor : ReadableOn(GetPixel(dc, client.right / 2, client.bottom / 2)));
-    RECT place{MARGIN, 0, client.right - MARGIN, client.bottom};
+    RECT place = Place(client);
     DrawTextA(dc, shown.Text().c_str(), -1, &place,
               PLACES[static_cast<int>(alignment)] | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX |
                   DT_END_ELLIPSIS);
@@ -114,7 +120,8 @@ void STATICPROPERTIES::UpdateTip() {
         GetTextExtentPoint32A(dc, shown.Text().c_str(), static_cast<int>(shown.Text().size()), &extent);
     }
     ReleaseDC(window, dc);
-    const std::string tip = extent.cx > client.right - 2 * MARGIN ? shown.Text() : "";
+    const RECT place = Place(client);
+    const std::string tip = extent.cx > place.right - place.left ? shown.Text() : "";
     if (tip != tip_) {
         tip_ = tip;
         tooltip.Hover(client, logic::WrapText(tip, TIP_COLUMNS));

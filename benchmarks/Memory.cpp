@@ -170,7 +170,7 @@ int PrintMemory(const char* className, int count, const char* line) {
 }
 
 void MeasureMemory(Report& report) {
-    for (const auto& [className, name, bindings] : SUBJECTS) {
+    for (const auto& [className, name, bindings, systemClass] : SUBJECTS) {
         MeasureControl(report, className, name, "");
         if (*bindings != '\0') {
             MeasureControl(report, className, std::string("bound ") + name, bindings);

@@ -7,7 +7,8 @@
 struct Subject {
     const char* className;
     const char* name;
-    const char* bindings; // a property line; empty for none
+    const char* bindings;              // a property line; empty for none
+    const char* systemClass = nullptr; // that it stands on: its yardstick in place of a bare window
 };
 constexpr const char* TWO_PARAMETERS = "function=AMP1*gain1;AMP1*gain2";
 constexpr Subject SUBJECTS[] = {
@@ -18,7 +19,7 @@ constexpr Subject SUBJECTS[] = {
     {"BTRISTATEBUTTON", "switch button", TWO_PARAMETERS},
     {"LED", "LED", TWO_PARAMETERS},
     {"BSTATIC", "static text", TWO_PARAMETERS},
-    {"BEDIT", "edit field", TWO_PARAMETERS},
+    {"BEDIT", "edit field", TWO_PARAMETERS, "EDIT"},
     {"CLOCK", "clock", ""},
 };
 

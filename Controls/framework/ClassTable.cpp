@@ -108,7 +108,9 @@ LRESULT CreateStyled(WNDPROC system, DWORD (*styleFor)(DWORD), HWND window, WPAR
     CREATESTRUCTA creation = *reinterpret_cast<const CREATESTRUCTA*>(lParam);
     creation.style = static_cast<LONG>(styleFor(static_cast<DWORD>(creation.style)));
     const auto style = static_cast<DWORD>(GetWindowLongA(window, GWL_STYLE));
-    SetWindowLongA(window, GWL_STYLE, static_cast<LONG>(styleFor(style)));
+    if (styleFor(style) != style) {
+        SetWindowLongA(window, GWL_STYLE, static_cast<LONG>(styleFor(style)));
+    }
     return CallWindowProcA(system, window, WM_NCCREATE, wParam, reinterpret_cast<LPARAM>(&creation));
 }
 

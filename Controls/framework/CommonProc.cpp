@@ -129,7 +129,9 @@ void PositionChanged(CONTROLPROPERTIES& control, const WINDOWPOS& position) {
 
 void FocusGained(CONTROLPROPERTIES& control) {
     control.flags |= FLAG_FOCUS;
-    const HDC dc = GetWindowDC(control.window);
+    // The border of a system control would keep the frame when the focus goes.
+    const bool isSystem = control.controlClass->systemClass != nullptr;
+    const HDC dc = isSystem ? GetDC(control.window) : GetWindowDC(control.window);
     a_DrawSelection(&control, dc);
     ReleaseDC(control.window, dc);
 }
@@ -316,9 +318,11 @@ LRESULT CALLBACK CommonProc(HWND window, UINT message, WPARAM wParam, LPARAM lPa
     case WM_PAINT:
         if (controlClass.systemClass != nullptr) {
             const LRESULT result = DefaultProc(controlClass, window, message, wParam, lParam);
-            const HDC dc = GetDC(window);
-            a_DrawSelection(control, dc); // the system control knows nothing of it
-            ReleaseDC(window, dc);
+            if ((control->flags & (FLAG_FOCUS | FLAG_SELECTED)) != 0) {
+                const HDC dc = GetDC(window);
+                a_DrawSelection(control, dc); // the system control knows nothing of it
+                ReleaseDC(window, dc);
+            }
             return result;
         }
         [[fallthrough]];

@@ -41,7 +41,7 @@ void TEXTPROPERTIES::FontChanged() {
 // Value
 
 void TEXTPROPERTIES::SetCaption(const std::string& text) {
-    shown.SetCaption(text);
+    shown.SetCaption(std::string_view(text).substr(0, TEXT_SIZE - 1)); // a window text may be longer
     caption = shown.Text();
     TextChanged();
 }
@@ -129,6 +129,7 @@ int TEXTPROPERTIES::PollNumber() {
 
 void TEXTPROPERTIES::Poll() {
     if (requests.empty()) {
+        ShowPollResult(REQUEST_UNCHANGED); // it may have been bound before
         return;
     }
     const HWND self = window;

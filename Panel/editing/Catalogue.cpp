@@ -26,7 +26,7 @@ constexpr CatalogueEntry ENTRIES[] = {
     {DISCRETE, "LED", "LED", "Le", {16, 16}, false},
     {DISCRETE, "CONDITIONALLED", "Conditional LED", "Cl", {16, 16}, false},
     {DISCRETE, "BSTATIC", "Text", "Tx", {96, 16}, false},
-    {DISCRETE, "BEDIT", "Edit Field", "Ed", {96, 24}, true},
+    {DISCRETE, "BEDIT", "Edit Field", "Ed", {96, 18}, true},
     {DISCRETE, "BEDIT2", "Edit Field 2", "E2", {96, 24}, true},
     {DISCRETE, "BCOMBOBOX", "Combo Box", "Co", {120, 120}, true},
     {DISCRETE, "LISTSELECTION", "List Selection", "Ls", {160, 96}, true},

@@ -105,6 +105,12 @@ TEST_CASE("polls show in the field, except while it is being typed into") {
     CHECK(FieldText(edit) == "-1");
     Press(edit, VK_ESCAPE);
     CHECK(FieldText(edit) == "3.00"); // the value of now, not that of the start
+    SetCapture(edit);                 // the mouse selects in it
+    ph_SetParameter(panel.Root(), "AMP1*gain", "3.5");
+    Poll(edit);
+    CHECK(FieldText(edit) == "3.00");
+    ReleaseCapture();
+    CHECK(FieldText(edit) == "3.50");
     SendMessageA(edit, EM_SETSEL, 1, 2);
     ph_SetParameter(panel.Root(), "AMP1*gain", "4");
     Poll(edit);

@@ -81,6 +81,14 @@ TEST_CASE("every field sends its line, shows what became of it, and refuses what
         {"BBUTTON", IDC_FONT, "tahoma,10,bold", "font", "tahoma,10,bold", "tahoma"},
         {"BBUTTON", IDC_CONFIRM, "Sure?\\nReally", "confirm", "Sure?\\nReally", nullptr},
         {"BTRISTATEBUTTON", IDC_ON_VALUE, "7", "onvalue", "7", "on"},
+        {"LED", IDC_ON_VALUE, "-6.5", "onthreshold", "-6.5", "red"},
+        {"LED", IDC_OFF_VALUE, "-9", "offthreshold", "-9", "1e99"},
+        {"LED", IDC_FRAMES, "4", "frames", "4", "1"},
+        {"BSTATIC", IDC_CAPTION, "Gain, dB", "caption", "Gain, dB", nullptr},
+        {"BSTATIC", IDC_FORMAT, "%.2f dB", "fmt", "%.2f dB", "%d"},
+        {"BSTATIC", IDC_BACKGROUND, "0x00112233", "backgroundcolor", "0x00112233", "blue"},
+        {"BEDIT", IDC_LIMITS, "-80,18", "limits", "-80,18", "18,-80"},
+        {"BEDIT", IDC_TEXT_COLOUR, "0x00112233", "textcolor", "0x00112233", "0x1000000"},
         {"BTRISTATEBUTTON", IDC_CONFIRM_RELEASED, "Off?", "confirmwhenreleased", "Off?", nullptr},
     };
     for (const Row& row : rows) {
@@ -134,10 +142,21 @@ TEST_CASE("style and combination are chosen") {
     CHECK(IsDlgButtonChecked(knobDialog, IDC_RELATIVE) == BST_CHECKED);
     CHECK(IsDlgButtonChecked(knobDialog, IDC_ABSOLUTE) == BST_UNCHECKED);
 
-    const HWND meter = panel.Create("METER", "Meter");
-    const HWND meterDialog = OpenDialog(meter);
-    CHECK(Choose(meterDialog, IDC_COMBINE, "avg"));
-    CHECK(Text(meter, "combine") == "avg");
+    const struct {
+        const char* className;
+        int list;
+        const char* keyword;
+        const char* value;
+    } rows[] = {{"METER", IDC_COMBINE, "combine", "avg"},
+                {"BSTATIC", IDC_ALIGNMENT, "alignment", "right"},
+                {"BSTATIC", IDC_DATATYPE, "datatype", "f"},
+                {"BEDIT", IDC_READ_ONLY, "readonly", "1"}};
+    for (const auto& row : rows) {
+        const HWND control = panel.Create(row.className, "Control");
+        const HWND dialog = OpenDialog(control);
+        CHECK(Choose(dialog, row.list, row.value));
+        CHECK(Text(control, row.keyword) == row.value);
+    }
 }
 
 TEST_CASE("one dialog a control, known to the panel, closed with the control") {
@@ -239,6 +258,110 @@ TEST_CASE("a control is deleted after a question, by whoever edits the panel") {
     Command(dialog, IDC_DELETE_CONTROL);
     CHECK(asked == &ObjectOf(other));
     CHECK(IsWindow(other));
+}
+
+namespace {
+
+constexpr const char* COLOUR_CHOOSER = "Color"; // titles
+constexpr const char* FONT_CHOOSER = "Font";
+constexpr int RED_FIELD = 706; // fields of the system's choosers
+constexpr int GREEN_FIELD = 707;
+constexpr int BLUE_FIELD = 708;
+constexpr int FONT_SIZE_LIST = 0x472;
+
+void FillIn(const char* chooser, int id, const char* text) {
+    SetDlgItemTextA(FindWindowA("#32770", chooser), id, text);
+}
+
+// Picks an entry of a list in the chooser.
+void Pick(const char* chooser, int id, const char* text) {
+    const HWND box = FindWindowA("#32770", chooser);
+    const HWND list = GetDlgItem(box, id);
+    SendMessageA(list, CB_SELECTSTRING, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(text));
+    SendMessageA(box, WM_COMMAND, MAKEWPARAM(id, CBN_SELCHANGE), reinterpret_cast<LPARAM>(list));
+}
+
+// A control with a field for a colour and one for a font.
+struct Choosing {
+    const char* className;
+    int colourButton;
+    const char* colour; // keyword
+};
+constexpr Choosing CHOOSING[] = {
+    {"BBUTTON", IDC_CHOOSE_PRESSED_COLOUR, "textcolorwhenpressed"},
+    {"BTRISTATEBUTTON", IDC_CHOOSE_RELEASED_COLOUR, "textcolorwhenreleased"},
+    {"BSTATIC", IDC_CHOOSE_BACKGROUND, "backgroundcolor"},
+    {"BEDIT", IDC_CHOOSE_TEXT_COLOUR, "textcolor"},
+};
+
+} // namespace
+
+TEST_CASE("a colour is chosen with the system's chooser") {
+    for (const Choosing& row : CHOOSING) {
+        CAPTURE(std::string(row.className));
+        const TestPanel panel;
+        const HWND control = panel.Create(row.className, "Control");
+        const HWND dialog = OpenDialog(control);
+        CHECK(Load(control, std::string(row.colour) + "=0x00010203") == 1);
+        for (const int command : {IDCANCEL, IDOK}) {
+            Answer answer(COLOUR_CHOOSER, command, [] {
+                FillIn(COLOUR_CHOOSER, RED_FIELD, "16");
+                FillIn(COLOUR_CHOOSER, GREEN_FIELD, "32");
+                FillIn(COLOUR_CHOOSER, BLUE_FIELD, "48");
+            });
+            Command(dialog, row.colourButton);
+            CHECK(answer.Question() != "(none)");
+            CHECK(Text(control, row.colour) == (command == IDOK ? "0x00302010" : "0x00010203"));
+        }
+        Answer answer(COLOUR_CHOOSER, IDOK);
+        Command(dialog, row.colourButton); // begins with the colour that is there
+        CHECK(Text(control, row.colour) == "0x00302010");
+    }
+}
+
+TEST_CASE("a font is chosen with the system's chooser") {
+    for (const Choosing& row : CHOOSING) {
+        CAPTURE(std::string(row.className));
+        const TestPanel panel;
+        const HWND control = panel.Create(row.className, "Control");
+        const HWND dialog = OpenDialog(control);
+        CHECK(Load(control, "font=Tahoma,8,bold") == 1);
+        const auto choose = [&](int command, const char* size) {
+            Answer answer(FONT_CHOOSER, command, [size] {
+                if (size != nullptr) {
+                    Pick(FONT_CHOOSER, FONT_SIZE_LIST, size);
+                }
+            });
+            Command(dialog, IDC_CHOOSE_FONT);
+            CHECK(answer.Question() != "(none)");
+            return Text(control, "font");
+        };
+        CHECK(choose(IDCANCEL, "14") == "Tahoma,8,bold");
+        CHECK(choose(IDOK, nullptr) == "Tahoma,8,bold");
+        CHECK(choose(IDOK, "14") == "Tahoma,14,bold");
+    }
+}
+
+TEST_CASE("a panel is closed while a chooser is open") {
+    for (const char* chooser : {COLOUR_CHOOSER, FONT_CHOOSER}) {
+        CAPTURE(std::string(chooser));
+        const bool isColour = chooser == COLOUR_CHOOSER;
+        for (const bool wholePanel : {false, true}) {
+            TestPanel panel;
+            const HWND control = panel.Create("BBUTTON", "Button");
+            const HWND dialog = OpenDialog(control);
+            const int objects = a_HostinfoCount();
+            // Closed by its own thread, as by a timer or a host.
+            Answer answer(chooser, IDOK,
+                          [&] { SendMessageA(wholePanel ? panel.Window() : control, WM_CLOSE, 0, 0); });
+            Command(dialog, isColour ? IDC_CHOOSE_PRESSED_COLOUR : IDC_CHOOSE_FONT);
+            CHECK(answer.Question() != "(none)");
+            CHECK_FALSE(IsWindow(dialog));
+            CHECK_FALSE(IsWindow(control));
+            CHECK(a_HostinfoCount() < objects);
+            CHECK(FindWindowA("#32770", chooser) == nullptr);
+        }
+    }
 }
 
 TEST_SUITE_END();

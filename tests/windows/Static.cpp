@@ -88,6 +88,12 @@ TEST_CASE("texts and numbers are followed by datatype and format") {
 
         ph_SetParameter(panel.Root(), "AMP1*online", "0");
         CHECK(IsMarked(text));
+        Load(text, "function="); // bound to nothing, it differs from nothing
+        CHECK_FALSE(IsMarked(text));
+        SetWindowTextA(text, "5.6");
+        CHECK(ShownText(text) == "5.6");
+        CHECK(Text(text, "caption") == "5.6");
+        CHECK(Text(text) == "6");
     }
 }
 
@@ -224,7 +230,8 @@ TEST_CASE("long texts and line ends harm nothing") {
         }
         SetWindowPos(text, nullptr, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOZORDER);
         { const Picture picture(text); }
-        Load(text, "caption=x");
+        SetWindowTextA(text, std::string(100000, 'x').c_str());
+        CHECK(Text(text) == std::string(TEXT_SIZE - 1, 'x'));
     }
 }
 
