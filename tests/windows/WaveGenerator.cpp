@@ -275,6 +275,25 @@ TEST_CASE("a generator that goes cuts its file short and leaves it in order, wit
     wave.CheckSine(1000.0, 24575, 0, 150 * 60 * 44100);
 }
 
+TEST_CASE("a generator goes while its thread waits for the one of the windows to take a trace line") {
+    TestPanel panel;
+    HWND generator = panel.Create("IWAVEGENERATOR", "W");
+    const NoTempFolder missing; // gives something to trace
+    static HANDLE tracing;
+    tracing = CreateEventA(nullptr, TRUE, FALSE, nullptr);
+    const auto show = [](int, const char*, void* window) {
+        SetEvent(tracing);
+        Sleep(5);
+        SendMessageA(static_cast<HWND>(window), WM_NULL, 0, 0);
+    };
+    ph_SetTraceSink(show, panel.Window());
+    CHECK(Load(generator, "duration=1:00") == 1);
+    CHECK(WaitForSingleObject(tracing, 10000) == WAIT_OBJECT_0);
+    DestroyWindow(generator);
+    ph_SetTraceSink(nullptr, nullptr);
+    CloseHandle(tracing);
+}
+
 TEST_CASE("generators write one after the other") {
     TestPanel panel;
     struct {
