@@ -131,7 +131,7 @@ public:
 
 private:
     std::string folder_ = ProgramFolder() + "Temp";
-    std::string away_ = ProgramFolder() + "Temp-away";
+    std::string away_ = folder_ + "-" + std::to_string(GetCurrentProcessId());
 };
 
 } // namespace
