@@ -29,13 +29,11 @@ MMRESULT WINAPI Advance(HMMIO file, LPMMIOINFO info, UINT flags) {
                       : SystemFunction<decltype(Advance)>("mmioAdvance")(file, info, flags);
 }
 
-// Fails, the file staying open, as long as there is something to be written.
+// Fails at first, the file staying open: there is something in its buffer.
 MMRESULT WINAPI Close(HMMIO file, UINT flags) {
-    MMIOINFO info{};
-    mmioGetInfo(file, &info, 0);
-    return diskIsFull && (info.dwFlags & MMIO_DIRTY) != 0
-               ? MMIOERR_CANNOTWRITE
-               : SystemFunction<decltype(Close)>("mmioClose")(file, flags);
+    static bool hasFailed = false;
+    hasFailed = diskIsFull && !hasFailed;
+    return hasFailed ? MMIOERR_CANNOTWRITE : SystemFunction<decltype(Close)>("mmioClose")(file, flags);
 }
 
 } // namespace
@@ -133,7 +131,7 @@ public:
 
 private:
     std::string folder_ = ProgramFolder() + "Temp";
-    std::string away_ = ProgramFolder() + "Temp-away";
+    std::string away_ = folder_ + "-" + std::to_string(GetCurrentProcessId());
 };
 
 } // namespace
@@ -217,13 +215,17 @@ TEST_CASE("a frequency that does not fit the file makes a sound file all the sam
 
 TEST_CASE("the length is shown until the file is complete") {
     TestPanel panel;
+    HWND other = panel.Create("IWAVEGENERATOR", "V");
     HWND generator = panel.Create("IWAVEGENERATOR", "W");
+    CHECK(Load(other, "duration=150:00") == 1); // the file is busy
     CHECK(Load(generator, "duration=0:75") == 1);
     CHECK(Text(generator, "duration") == "1:00 min");
     int seconds = 0;
     CHECK(Send(generator, COMMAND_GET, DATATYPE_INTEGER, &seconds, "duration") == 1);
     CHECK(seconds == 60);
     CHECK(Load(generator, "duration=x") == 0);
+    CHECK(Text(generator, "duration") == "1:00 min");
+    DestroyWindow(other);
     CHECK(AwaitIdle(generator));
     CHECK(Wave().samples.size() == 2646000 - 2581);
 }
@@ -273,6 +275,25 @@ TEST_CASE("a generator that goes cuts its file short and leaves it in order, wit
     wave.CheckSine(1000.0, 24575, 0, 150 * 60 * 44100);
 }
 
+TEST_CASE("a generator goes while its thread waits for the one of the windows to take a trace line") {
+    TestPanel panel;
+    HWND generator = panel.Create("IWAVEGENERATOR", "W");
+    const NoTempFolder missing; // gives something to trace
+    static HANDLE tracing;
+    tracing = CreateEventA(nullptr, TRUE, FALSE, nullptr);
+    const auto show = [](int, const char*, void* window) {
+        SetEvent(tracing);
+        Sleep(5);
+        SendMessageA(static_cast<HWND>(window), WM_NULL, 0, 0);
+    };
+    ph_SetTraceSink(show, panel.Window());
+    CHECK(Load(generator, "duration=1:00") == 1);
+    CHECK(WaitForSingleObject(tracing, 10000) == WAIT_OBJECT_0);
+    DestroyWindow(generator);
+    ph_SetTraceSink(nullptr, nullptr);
+    CloseHandle(tracing);
+}
+
 TEST_CASE("generators write one after the other") {
     TestPanel panel;
     struct {
@@ -297,10 +318,14 @@ TEST_CASE("of lengths set in quick succession the last one remains") {
     TestPanel panel;
     const int threads = CountResources().threads;
     HWND generator = panel.Create("IWAVEGENERATOR", "W");
+    DeleteFileA(WavePath().c_str());
+    CHECK(Load(generator, "duration=5:00") == 1);
+    CHECK(Await([] { return GetFileAttributesA(WavePath().c_str()) != INVALID_FILE_ATTRIBUTES; }));
     for (int length = 20; length >= 1; --length) {
         CHECK(Load(generator, "duration=0:" + std::to_string(length)) == 1);
-        CHECK(CountResources().threads <= threads + 1);
     }
+    CHECK(Text(generator, "duration") == "0:01 min");
+    CHECK(CountResources().threads == threads + 1);
     CHECK(AwaitIdle(generator));
     CHECK(Wave().samples.size() == 44100 - 43);
     DestroyWindow(generator);
