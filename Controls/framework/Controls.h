@@ -7,6 +7,7 @@ extern const ControlImplementation clockControl;        // Controls/Clock.cpp
 extern const ControlImplementation faderControl;        // Controls/Fader.cpp
 extern const ControlImplementation knobControl;         // Controls/Knob.cpp
 extern const ControlImplementation meterControl;        // Controls/Meter.cpp
+extern const ControlImplementation networkControl;      // Controls/Network.cpp
 extern const ControlImplementation plainControl;        // the common part alone
 extern const ControlImplementation plainReverseMeter;   // the common part and its request helper
 extern const ControlImplementation pushButtonControl;   // Controls/PushButton.cpp
