@@ -25,6 +25,7 @@ void MeasureRecords(Report& report);
 void MeasureMemory(Report& report);
 void MeasurePanelFiles(Report& report);
 void MeasureWork(Report& report);
+void MeasureNetwork(Report& report);
 
 // Creates that many windows in this process, which is to do nothing else, lets each load the line unless it
 // is empty, and prints what they hold.

@@ -13,6 +13,7 @@ namespace {
 constexpr u_short PORT = 23;
 constexpr int BACKLOG = 5;
 constexpr int BLOCK_SIZE = 256;
+constexpr int BLOCKS_AT_ONCE = 16; // then the others have their turn
 constexpr unsigned EXIT_CODE = 12;
 
 constexpr int NO_SOCKET = 16;
@@ -97,17 +98,26 @@ unsigned __stdcall TerminalServer::ThreadMain(void* server) {
 }
 
 void TerminalServer::Serve() {
-    const HANDLE handles[] = {listenEvent_.Get(), clientEvent_.Get(), can_.ReadyEvent(), stop_.Get()};
-    while (WaitForMultipleObjects(4, handles, FALSE, clientEvents_ == 0 ? INFINITE : 0) != WAIT_FAILED &&
-           !IsStopping()) {
+    // The first one that is signalled counts: nothing keeps the end waiting, and of client and CAN channel
+    // each has its turn.
+    HANDLE handles[] = {stop_.Get(), listenEvent_.Get(), clientEvent_.Get(), can_.ReadyEvent()};
+    for (;;) {
+        const DWORD index = WaitForMultipleObjects(4, handles, FALSE, clientEvents_ == 0 ? INFINITE : 0);
+        if (index == WAIT_OBJECT_0 || index == WAIT_FAILED) {
+            break;
+        }
         try {
-            // All of them each time, so that a busy one does not keep the others waiting.
-            ServeListening();
-            ServeClient();
-            can_.Receive();
+            if (index == WAIT_TIMEOUT || handles[index] == clientEvent_.Get()) {
+                ServeClient();
+            } else if (index == WAIT_OBJECT_0 + 1) {
+                ServeListening();
+            } else {
+                can_.Receive();
+            }
         } catch (const std::exception& failure) {
             TRACE("The terminal failed: %s\n", failure.what());
         }
+        std::swap(handles[2], handles[3]);
     }
     can_.Close();
     Drop();
@@ -146,7 +156,11 @@ void TerminalServer::Accept() {
 void TerminalServer::ServeClient() {
     const long events = clientEvent_.Take(client_).lNetworkEvents | std::exchange(clientEvents_, 0);
     if ((events & FD_READ) != 0) {
-        if (const int result = ReceiveBlock(); result < 0 && result != -WSAEWOULDBLOCK) {
+        int result = BLOCK_SIZE;
+        for (int i = 0; i < BLOCKS_AT_ONCE && result == BLOCK_SIZE && client_.IsOpen(); ++i) {
+            result = ReceiveBlock();
+        }
+        if (result < 0 && result != -WSAEWOULDBLOCK) {
             TRACE("Windows Sockets error %d: Couldn't read on socket\n", -result);
         }
     }

