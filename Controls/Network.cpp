@@ -92,7 +92,7 @@ void NETWORKPROPERTIES::Created() {
 
 void NETWORKPROPERTIES::Disconnect() {
     calls.Close();
-    can.Close();
+    can.End();
     server_.reset();
 }
 

@@ -8,10 +8,6 @@ namespace {
 
 constexpr DWORD CONNECT_TIME_OUT = 30000; // milliseconds
 
-void TraceLine(const std::string& line) {
-    TRACE("%s", line.c_str());
-}
-
 } // namespace
 
 void CanChannel::State::Attach(Socket newSocket) {
@@ -41,6 +37,11 @@ void CanChannel::Close() {
     state_->wanted.reset();
     state_->isChanged.Set();
     state_->Close();
+}
+
+void CanChannel::End() {
+    isEnding_ = true;
+    Close();
 }
 
 void CanChannel::Connect(const logic::HostPort& target) {
@@ -151,6 +152,10 @@ int CanChannel::ReceiveBlock() {
             return -WSAGetLastError();
         }
     }
-    reader_.Received(static_cast<std::size_t>(count), TraceLine);
+    reader_.Received(static_cast<std::size_t>(count), [this](const std::string& line) {
+        if (!isEnding_) {
+            TRACE("%s", line.c_str());
+        }
+    });
     return count;
 }

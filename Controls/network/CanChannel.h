@@ -6,6 +6,7 @@
 #include "logic/CanRecords.h"
 #include "logic/HostPort.h"
 
+#include <atomic>
 #include <memory>
 #include <mutex>
 #include <optional>
@@ -15,7 +16,7 @@
 class CanChannel {
 public:
     CanChannel() = default;
-    ~CanChannel() { Close(); }
+    ~CanChannel() { End(); }
     CanChannel(const CanChannel&) = delete;
     CanChannel& operator=(const CanChannel&) = delete;
 
@@ -27,6 +28,8 @@ public:
     // Failures are traced.
     void Connect(const logic::HostPort& target);
     void Close();
+    // Closes it for good: what was received and not described yet stays so.
+    void End();
     // On the server thread, when the event is signalled.
     void Receive();
 
@@ -51,6 +54,7 @@ private:
     int ReceiveBlock();
 
     const std::shared_ptr<State> state_ = std::make_shared<State>();
+    std::atomic<bool> isEnding_ = false;
     // Of the server thread.
     logic::CanRecordReader reader_;
     int reading_ = 0; // the socket that the reader has been reading, as counted in the state
