@@ -154,20 +154,17 @@ void TerminalServer::Accept() {
 }
 
 void TerminalServer::ServeClient() {
-    const long events = clientEvent_.Take(client_).lNetworkEvents | std::exchange(clientEvents_, 0);
-    if ((events & FD_READ) != 0) {
-        int result = BLOCK_SIZE;
-        for (int i = 0; i < BLOCKS_AT_ONCE && result == BLOCK_SIZE && client_.IsOpen(); ++i) {
-            result = ReceiveBlock();
-        }
-        if (result < 0 && result != -WSAEWOULDBLOCK) {
-            TRACE("Windows Sockets error %d: Couldn't read on socket\n", -result);
-        }
+    clientEvents_ |= clientEvent_.Take(client_).lNetworkEvents;
+    const bool hasEnded = (clientEvents_ & FD_CLOSE) != 0;
+    clientEvents_ &= FD_CLOSE; // stays until all that arrived before the end has been taken
+    int result = BLOCK_SIZE;
+    for (int i = 0; i < BLOCKS_AT_ONCE && result == BLOCK_SIZE && client_.IsOpen(); ++i) {
+        result = ReceiveBlock();
     }
-    if ((events & FD_CLOSE) != 0) {
-        while (client_.IsOpen() && !IsStopping() && ReceiveBlock() > 0) { // what arrived before the end
-        }
+    if (hasEnded && result <= 0) {
         Retire();
+    } else if (result < 0 && result != -WSAEWOULDBLOCK) {
+        TRACE("Windows Sockets error %d: Couldn't read on socket\n", -result);
     }
 }
 
@@ -271,6 +268,7 @@ void TerminalServer::Retire() {
         shutdown(client_.Get(), SD_SEND);
         retired_ = std::move(client_);
     }
+    clientEvents_ = 0;
 }
 
 void TerminalServer::Drop() {

@@ -46,7 +46,6 @@ private:
     // was all.
     void Retire();
     void Drop();
-    bool IsStopping() const { return stop_.IsSet(); }
 
     HOSTINFO& control_; // used on the thread of its window only
     const HWND window_;
@@ -59,7 +58,7 @@ private:
     Socket listening_;
     Socket client_;
     Socket retired_;
-    long clientEvents_ = 0; // of the client socket, noticed while something was being sent
+    long clientEvents_ = 0; // of the client socket, still to be dealt with
     logic::Terminal terminal_;
     Handle thread_;
 };

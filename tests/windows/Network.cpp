@@ -249,6 +249,9 @@ TEST_CASE("hidden while the panel is operated, a picture while it is edited") {
     CHECK(place.bottom - place.top == 32);
     ph_SetMode(network.panel.Root(), 1);
     CHECK((GetWindowLongA(network.control, GWL_STYLE) & WS_VISIBLE) != 0);
+    const Picture picture(network.control);
+    CHECK(picture.At(0, 0) != RGB(255, 0, 255)); // the transparent part of the picture
+    CHECK(picture.At(16, 16) != picture.At(0, 0));
     CHECK(SendMessageA(network.control, WM_CLOSE, 0, 0) == 1);
     CHECK((GetWindowLongA(network.control, GWL_STYLE) & WS_VISIBLE) == 0);
 }
