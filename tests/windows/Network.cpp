@@ -407,6 +407,20 @@ TEST_CASE("bad clients: resets, single bytes, no line end, random bytes") {
         CHECK(Value(knob) == 12.0F);
     }
 
+    { // one that has gone and left a lot behind
+        TestSocket terminal = network.Connect();
+        CHECK(terminal.Ask("\x03", 0).empty());
+        std::string lines;
+        for (int i = 0; i < 100000; ++i) {
+            lines += "Knob*value=1\n\n\n\n";
+        }
+        terminal.Send(lines, 100);
+        terminal.EndSending();
+        const DWORD start = GetTickCount();
+        network.CheckAnswers();
+        CHECK(GetTickCount() - start < 5 * PROMPTLY);
+    }
+
     std::mt19937 random(4711);
     std::string bytes(200, '\0');
     for (char& character : bytes) {
