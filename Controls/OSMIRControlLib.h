@@ -10,6 +10,7 @@
 #endif
 
 class KNOBPROPERTIES;
+class NETWORKPROPERTIES;
 class REVMETERPROPERTIES;
 
 // The build stamp for code 13, null for any other; the further arguments are ignored.
@@ -22,3 +23,8 @@ extern "C" CONTROLLIB_API const char* __stdcall fnCallback(int code, unsigned, u
 CONTROLLIB_API int l_SendRequest(KNOBPROPERTIES* object, int command, int datatype, long value, int* result);
 CONTROLLIB_API int l_SendRequest(REVMETERPROPERTIES* object, int command, int datatype, long value,
                                  int* result);
+
+// Hands the network interface a connected stream socket, which it owns from then on: records of a CAN
+// interface that arrive there are described on the trace. Returns 1, or 0 with the socket left alone when the
+// object does not live.
+extern "C" CONTROLLIB_API int __cdecl a_AttachCanChannel(NETWORKPROPERTIES* object, unsigned socket);

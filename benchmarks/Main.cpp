@@ -18,7 +18,7 @@ constexpr const char* USAGE =
     "\n"
     "Measures by turns a figure of ours and its yardstick and prints the medians.\n"
     "  --rounds N   samples of each (default: between 3 and 15)\n"
-    "  GROUP        one of create, paint, record, memory, file, work, wave, strip (default: all)\n";
+    "  GROUP        one of create, paint, record, memory, file, work, wave, strip, network (default: all)\n";
 
 struct Group {
     const char* name;
@@ -27,7 +27,7 @@ struct Group {
 constexpr Group GROUPS[] = {
     {"create", MeasureCreation}, {"paint", MeasurePainting},  {"record", MeasureRecords},
     {"memory", MeasureMemory},   {"file", MeasurePanelFiles}, {"work", MeasureWork},
-    {"wave", MeasureWaveFiles},  {"strip", MeasureStrips},
+    {"wave", MeasureWaveFiles},  {"strip", MeasureStrips},    {"network", MeasureNetwork},
 };
 
 int Run(int count, char** arguments) {

@@ -31,6 +31,7 @@ void MeasurePanelFiles(Report& report);
 void MeasureWork(Report& report);
 void MeasureStrips(Report& report);
 void MeasureWaveFiles(Report& report);
+void MeasureNetwork(Report& report);
 
 // Creates that many windows in this process, which is to do nothing else, lets each load the line unless it
 // is empty, and prints what they hold.

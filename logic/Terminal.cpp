@@ -46,7 +46,7 @@ Terminal::Step Terminal::EndLine() {
 }
 
 std::string Terminal::Answer() {
-    const std::string prompt = address_.Prompt();
+    std::string prompt = address_.Prompt();
     text_.Set(prompt);
     return prompt;
 }

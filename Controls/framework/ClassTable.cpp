@@ -63,7 +63,7 @@ constexpr ControlClass CLASSES[] = {
     {"MINIEQ", "MiniEQ", &plainControl, NONE, S2},
     {"MINIROUTING", "MiniRouting", &plainControl, NONE, S2},
     {"MINIXOVER", "MiniXOver", &plainControl, NONE, S2},
-    {"INETWORK", "Network", &plainControl, NONE, S1, 4, "Controls\\Network.ico", NULL_BACKGROUND, nullptr,
+    {"INETWORK", "Network", &networkControl, NONE, S1, 4, "Controls\\Network.ico", NULL_BACKGROUND, nullptr,
      SharedResource::NetworkBitmap, "Controls\\Network.bmp"},
     {"BRANGE", "Range", &plainControl, FLOAT, S1},
     {"SWITCH", "RockerSwitch", &plainControl, INTEGER, S1, 4, "Controls\\RockerButton.ico", NULL_BACKGROUND},

@@ -15,7 +15,8 @@ int Expand(const CONTROLPROPERTIES& control, const std::string& clickTemplate, c
                               : a_InsertString(line, {connected, named, {'l', caption}});
 }
 
-// Whether the object of the window knows the keyword; if so it is set.
+} // namespace
+
 bool SetIfKnown(HWND window, char* keyword, char* value) {
     VALUERECORD record{COMMAND_RESOLVE, 0, DATATYPE_TEXT, 0, keyword, keyword, 0};
     SendMessageA(window, CWM_MESSAGE, 0, reinterpret_cast<LPARAM>(&record));
@@ -27,8 +28,6 @@ bool SetIfKnown(HWND window, char* keyword, char* value) {
     SendMessageA(window, CWM_MESSAGE, 0, reinterpret_cast<LPARAM>(&record));
     return true;
 }
-
-} // namespace
 
 void SendClickTemplate(CONTROLPROPERTIES& control, const std::string& clickTemplate, const char* caption) {
     if (clickTemplate.empty()) {

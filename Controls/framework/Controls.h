@@ -11,6 +11,7 @@ extern const ControlImplementation ledControl;           // Controls/Led.cpp
 extern const ControlImplementation meterControl;         // Controls/Meter.cpp
 extern const ControlImplementation midiControl;          // Controls/Midi.cpp
 extern const ControlImplementation mixerControl;         // Controls/Mixer.cpp
+extern const ControlImplementation networkControl;       // Controls/Network.cpp
 extern const ControlImplementation plainControl;         // the common part alone
 extern const ControlImplementation plainReverseMeter;    // the common part and its request helper
 extern const ControlImplementation pushButtonControl;    // Controls/PushButton.cpp

@@ -69,5 +69,6 @@ static_assert(sizeof EXPECTED_CLASSES / sizeof *EXPECTED_CLASSES == 45);
 
 // Few controls take no connections.
 constexpr bool TakesConnections(std::string_view className) {
-    return className != "IMIDI" && className != "IWAVEGENERATOR";
+    return className != "IMIDI" && className != "IWAVEGENERATOR" && className != "INETWORK" &&
+           className != "ITELEPHONE";
 }

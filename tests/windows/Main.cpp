@@ -1,9 +1,12 @@
 // Loads the control library, as a host does, and runs the test cases.
 
+#include "tests/windows/TerminalClient.h"
+
 #define DOCTEST_CONFIG_IMPLEMENT
 #include "tests/windows/TestPanel.h"
 
 #include <cstdio>
+#include <cstring>
 
 namespace {
 
@@ -26,6 +29,9 @@ void CopyReplacedLibraries() {
 
 int main(int argc, char** argv) {
     CopyReplacedLibraries();
+    if (argc > 1 && std::strcmp(argv[1], TERMINAL_CLIENT_SWITCH) == 0) {
+        return RunTerminalClient(argc - 2, argv + 2);
+    }
     if (LoadLibraryA(CONTROL_LIBRARY) == nullptr) {
         std::fprintf(stderr, "%s cannot be loaded: error %lu\n", CONTROL_LIBRARY, GetLastError());
         return 1;

