@@ -2,6 +2,8 @@
 
 #include <windows.h>
 
+#include <string_view>
+
 // What a host relies on of each window class.
 struct ExpectedClass {
     const char* name;
@@ -64,3 +66,8 @@ constexpr ExpectedClass EXPECTED_CLASSES[] = {
     {"XOVER", 0x4003, 0, false, 0, NOT_FIXED},
 };
 static_assert(sizeof EXPECTED_CLASSES / sizeof *EXPECTED_CLASSES == 45);
+
+// Few controls take no connections.
+constexpr bool TakesConnections(std::string_view className) {
+    return className != "ITELEPHONE";
+}

@@ -5,7 +5,27 @@
 
 #include <cstdio>
 
+namespace {
+
+// A double of a system library stands beside the program. What it does not replace it passes on to
+// NAME_real.dll.
+void CopyReplacedLibraries() {
+    char system[MAX_PATH];
+    GetSystemDirectoryA(system, sizeof system);
+    WIN32_FIND_DATAA entry;
+    HANDLE search = FindFirstFileA((ProgramFolder() + "*.dll").c_str(), &entry);
+    for (BOOL found = search != INVALID_HANDLE_VALUE; found; found = FindNextFileA(search, &entry)) {
+        const std::string name = entry.cFileName;
+        const std::string copy = ProgramFolder() + name.substr(0, name.rfind('.')) + "_real.dll";
+        CopyFileA((std::string(system) + "\\" + name).c_str(), copy.c_str(), FALSE);
+    }
+    FindClose(search);
+}
+
+} // namespace
+
 int main(int argc, char** argv) {
+    CopyReplacedLibraries();
     if (LoadLibraryA(CONTROL_LIBRARY) == nullptr) {
         std::fprintf(stderr, "%s cannot be loaded: error %lu\n", CONTROL_LIBRARY, GetLastError());
         return 1;

@@ -61,13 +61,13 @@ std::string ClassOf(HWND control) {
 
 // Few controls do without.
 bool HasFunction(HWND control) {
-    return ClassOf(control) != "CLOCK";
+    return ClassOf(control) != "CLOCK" && TakesConnections(ClassOf(control));
 }
 bool HasInterval(HWND control) {
     return ClassOf(control) != "METER";
 }
 bool HasValue(HWND control) {
-    return ClassOf(control) != "CLOCK";
+    return ClassOf(control) != "CLOCK" && TakesConnections(ClassOf(control));
 }
 
 bool HoldsNumbers(HWND control) {
@@ -205,7 +205,8 @@ TEST_CASE("save codes: header and keywords, connections, anything else") {
             REQUIRE(end != std::string::npos);
             rest.erase(0, end + 2);
         }
-        CHECK(Saved(control, SAVE_CONNECTIONS) == object.name + "*connection=Other*value;Third\r\n");
+        const std::string connections = TakesConnections(ClassOf(control)) ? "Other*value;Third" : "";
+        CHECK(Saved(control, SAVE_CONNECTIONS) == object.name + "*connection=" + connections + "\r\n");
         trace.Clear();
         CHECK(Saved(control, 0x1F).empty());
         CHECK(trace.Count(TRACE_DEBUG, "Unknown wSaveCode 1f\n") == 1);
@@ -270,11 +271,11 @@ TEST_CASE("the changed flag follows what is loaded, except by the file loader") 
     const auto save = [&] { return ph_SavePanel(root, folder.Path("saved.panel").c_str()); };
     all.ForEach([&](HWND control) {
         CHECK_FALSE(a_IsChanged(root));
-        Load(control, "connection=A", LOAD_FROM_FILE);
+        Load(control, "layer=", LOAD_FROM_FILE);
         Load(control, "interval=x");
         CHECK_FALSE(IsChanged(control));
         for (const WPARAM mode : {WPARAM{0}, WPARAM{2}}) {
-            Load(control, "connection=B", mode);
+            Load(control, "layer=", mode);
             CHECK(IsChanged(control));
             CHECK(a_IsChanged(root));
             CHECK(save() == 1);
@@ -422,7 +423,7 @@ TEST_CASE(
         CHECK(ObjectOf(control).dialog == dialog);
         SendMessageA(control, CWM_PARAMETERDLG, 0, 0);
 
-        Load(control, "connection=A");
+        Load(control, "layer=");
         MSG attach;
         CHECK(TakePosted(dialog, CWM_ATTACHDIALOG, attach)); // it shows the new value
         DestroyWindow(control);
