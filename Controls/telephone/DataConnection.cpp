@@ -13,7 +13,7 @@ namespace {
 
 constexpr std::string_view BANNER =
     "\r\n*********************\r\nWelcome to OSMIR\r\n*********************\r\n";
-static_assert(BANNER.size() == 66); // the star that stands for no object is not among them
+static_assert(BANNER.size() == 66);
 constexpr unsigned EXIT_CODE = 11;
 constexpr DWORD RETRY_TIME = 250; // milliseconds from a read that failed to the next
 

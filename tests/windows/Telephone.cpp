@@ -18,7 +18,7 @@ using Calls = std::vector<std::string>;
 const std::string BANNER =
     "\r\n*********************\r\nWelcome to OSMIR\r\n*********************\r\n"; // 66 bytes
 
-constexpr DWORD PROMPTLY = 500;   // milliseconds that no end may take, however it is hindered
+constexpr DWORD PROMPTLY = 1500;  // milliseconds that no end may take, however it is hindered
 constexpr DWORD PATIENCE = 10000; // for what has to come
 
 TelephonyDouble& Double() {
@@ -496,14 +496,25 @@ TEST_CASE("a telephone goes at any moment of a call and leaves nothing behind") 
     HWND knob = panel.Create("KNOB", "Knob");
     Double().Reset();
     Double().AddDevice(0x00020000);
+    // As a window that shows the trace: whoever traces waits for this thread.
+    ph_SetTraceSink(
+        [](int, const char*, void* window) { SendMessageA(static_cast<HWND>(window), WM_NULL, 0, 0); },
+        panel.Window());
     const auto live = [&] {
         HWND control = panel.Create("ITELEPHONE", "Tel");
         Caller caller(random() % 2 == 0 ? 1 : 1000);
         Double().SetPort(caller.port);
         Double().Callback()(CALL, LINE_CALLSTATE, Double().Instance(), LINECALLSTATE_CONNECTED, 0, 0);
         caller.Type("Knob*value=1\r2\r3\r");
-        if (random() % 4 == 0) {
+        switch (random() % 4) {
+        case 0:
             caller.HangUp();
+            break;
+        case 1:
+            caller.Type(std::string(60000, 'x')); // takes seconds to be read
+            break;
+        default:
+            break;
         }
         SleepDispatching(random() % 4);
         const DWORD start = GetTickCount();
@@ -518,6 +529,7 @@ TEST_CASE("a telephone goes at any moment of a call and leaves nothing behind") 
     for (int i = 0; i < COUNT; ++i) {
         live();
     }
+    ph_SetTraceSink(nullptr, nullptr);
     Double().TakeCalls();
     CHECK(CountResources().Settled(before) == before);
     CHECK(CountHeapBlocks() < blocks + COUNT / 4);
