@@ -2,6 +2,8 @@
 
 #include "Panelhost/Trace.h"
 
+#include <process.h>
+
 #include <exception>
 #include <utility>
 
@@ -9,6 +11,21 @@ void WaitForThread(HANDLE thread) {
     while (MsgWaitForMultipleObjects(1, &thread, FALSE, INFINITE, QS_SENDMESSAGE) == WAIT_OBJECT_0 + 1) {
         MSG message; // none is taken; looking dispatches what was sent
         PeekMessageA(&message, nullptr, 0, 0, PM_NOREMOVE | PM_QS_SENDMESSAGE);
+    }
+}
+
+bool WorkerThread::Start(Body body, void* argument) {
+    if (thread_ != nullptr) {
+        WaitForSingleObject(thread_.get(), INFINITE);
+    }
+    thread_.reset(reinterpret_cast<HANDLE>(_beginthreadex(nullptr, 0, body, argument, 0, nullptr)));
+    return thread_ != nullptr;
+}
+
+void WorkerThread::Join() {
+    const Handle thread = std::move(thread_); // what is sent meanwhile finds none
+    if (thread != nullptr) {
+        WaitForThread(thread.get());
     }
 }
 

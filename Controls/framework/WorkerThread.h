@@ -33,6 +33,27 @@ private:
 // that the thread may be in the middle of sending one.
 void WaitForThread(HANDLE thread);
 
+// A thread that works for one object and is joined before the object goes. It is told to stop by means of its
+// own.
+class WorkerThread {
+public:
+    using Body = unsigned(__stdcall*)(void*); // returns the exit code; no exception may leave it
+
+    WorkerThread() = default;
+    ~WorkerThread() { Join(); }
+    WorkerThread(const WorkerThread&) = delete;
+    WorkerThread& operator=(const WorkerThread&) = delete;
+
+    // Joins the thread before it, if there is one, which has to be at its end. False when no thread can be
+    // started.
+    bool Start(Body body, void* argument);
+    // Waits for the end as WaitForThread does.
+    void Join();
+
+private:
+    Handle thread_;
+};
+
 // Lets a worker thread have something done by the thread of a control's window, and only as long as the
 // control lives. Nothing of it waits for the user-interface thread beyond the stop event, so a control can be
 // destroyed by the very call that its worker waits for.

@@ -4,8 +4,6 @@
 
 #include "Panelhost/Trace.h"
 
-#include <process.h>
-
 #include <cstdio>
 #include <exception>
 
@@ -50,9 +48,7 @@ DataConnection::~DataConnection() {
     port_.Close();
     calls_.Close();
     stop_.Set();
-    if (thread_ != nullptr) {
-        WaitForThread(thread_.get());
-    }
+    thread_.Join();
     reading_.Await();
     writing_.Await();
 }
@@ -63,7 +59,7 @@ void DataConnection::Start() {
     }
     sent_ = BANNER;
     port_.Write(writing_, sent_);
-    thread_.reset(reinterpret_cast<HANDLE>(_beginthreadex(nullptr, 0, ThreadMain, this, 0, nullptr)));
+    thread_.Start(ThreadMain, this);
 }
 
 unsigned __stdcall DataConnection::ThreadMain(void* connection) {

@@ -44,5 +44,5 @@ private:
     Transfer writing_; // out of sent_
     ModemPort port_;
     logic::TelephoneTerminal terminal_;
-    Handle thread_;
+    WorkerThread thread_;
 };
