@@ -17,4 +17,5 @@ extern const ControlImplementation plainReverseMeter;    // the common part and 
 extern const ControlImplementation pushButtonControl;    // Controls/PushButton.cpp
 extern const ControlImplementation staticControl;        // Controls/Static.cpp
 extern const ControlImplementation switchButtonControl;  // Controls/SwitchButton.cpp
+extern const ControlImplementation telephoneControl;     // Controls/Telephone.cpp
 extern const ControlImplementation waveGeneratorControl; // Controls/WaveGenerator.cpp

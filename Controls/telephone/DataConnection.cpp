@@ -1,0 +1,146 @@
+// The terminal on a data call: lines NAME*KEYWORD=VALUE set properties of the panel's objects.
+
+#include "Controls/telephone/DataConnection.h"
+
+#include "Panelhost/Trace.h"
+
+#include <cstdio>
+#include <exception>
+
+namespace {
+
+constexpr std::string_view BANNER =
+    "\r\n*********************\r\nWelcome to OSMIR\r\n*********************\r\n";
+static_assert(BANNER.size() == 66);
+constexpr unsigned EXIT_CODE = 11;
+constexpr DWORD RETRY_TIME = 250; // milliseconds from a read that failed to the next
+
+// What became of a line.
+enum class Outcome { Set, KeywordMissing, ObjectMissing };
+
+// On the user-interface thread.
+Outcome SetAddressed(HOSTINFO& control, const logic::TerminalAddress& address) {
+    const HWND target = a_FindHwnd(a_FindRootHostinfo(&control), address.Object().c_str());
+    if (target == nullptr) {
+        return Outcome::ObjectMissing;
+    }
+    if (address.Keyword().empty()) {
+        return Outcome::KeywordMissing;
+    }
+    char keyword[TEXT_SIZE];
+    char value[TEXT_SIZE];
+    std::snprintf(keyword, sizeof keyword, "%s", address.Keyword().c_str());
+    std::snprintf(value, sizeof value, "%s", address.Value().c_str());
+    VALUERECORD record{COMMAND_RESOLVE, 0, DATATYPE_TEXT, 0, keyword, keyword, 0};
+    // A control answers for any keyword: one that it does not know is its default value.
+    if (SendMessageA(target, CWM_MESSAGE, 0, reinterpret_cast<LPARAM>(&record)) == 0) {
+        return Outcome::KeywordMissing;
+    }
+    record.command = COMMAND_SET;
+    record.data = value;
+    SendMessageA(target, CWM_MESSAGE, 0, reinterpret_cast<LPARAM>(&record));
+    return Outcome::Set;
+}
+
+} // namespace
+
+DataConnection::~DataConnection() {
+    port_.Close();
+    calls_.Close();
+    stop_.Set();
+    thread_.Join();
+    reading_.Await();
+    writing_.Await();
+}
+
+void DataConnection::Start() {
+    if (!reading_.IsMade() || !writing_.IsMade() || stop_.Get() == nullptr) {
+        return;
+    }
+    sent_ = BANNER;
+    port_.Write(writing_, sent_);
+    thread_.Start(ThreadMain, this);
+}
+
+unsigned __stdcall DataConnection::ThreadMain(void* connection) {
+    try {
+        static_cast<DataConnection*>(connection)->Serve();
+    } catch (const std::exception& failure) {
+        TRACE("The telephone's data thread failed: %s\n", failure.what());
+    }
+    return EXIT_CODE;
+}
+
+void DataConnection::Serve() {
+    port_.Configure();
+    port_.Read(reading_, received_);
+    const HANDLE events[] = {reading_.Event(), writing_.Event(), stop_.Get()};
+    for (;;) {
+        switch (WaitForMultipleObjects(3, events, FALSE, reading_.IsPending() ? INFINITE : RETRY_TIME)) {
+        case WAIT_OBJECT_0:
+            if (port_.Finish(reading_) != 1U) {
+                break; // hung up, or an error that passes
+            }
+            if (!Take(received_)) {
+                return;
+            }
+            [[fallthrough]];
+        case WAIT_TIMEOUT:
+            port_.Read(reading_, received_);
+            break;
+        case WAIT_OBJECT_0 + 1:
+            FinishWriting();
+            break;
+        default:
+            return;
+        }
+    }
+}
+
+bool DataConnection::Take(char character) {
+    return !terminal_.Put(character) || (Execute() && Send(terminal_.Answer()));
+}
+
+bool DataConnection::Execute() {
+    // Shared with the call, which may end after the connection: the line may be what destroys the control.
+    struct Line {
+        HOSTINFO& control;
+        const logic::TerminalAddress address;
+        Outcome outcome = Outcome::ObjectMissing;
+    };
+    const auto line = std::make_shared<Line>(Line{control_, terminal_.Address()});
+    if (!calls_.Run(window_, stop_.Get(),
+                    [line] { line->outcome = SetAddressed(line->control, line->address); })) {
+        return false;
+    }
+    switch (line->outcome) {
+    case Outcome::Set:
+        break;
+    case Outcome::KeywordMissing:
+        terminal_.KeywordMissing();
+        break;
+    case Outcome::ObjectMissing:
+        terminal_.ObjectMissing();
+        break;
+    }
+    return true;
+}
+
+bool DataConnection::Send(std::string text) {
+    while (writing_.IsPending()) { // the caller has not yet taken what was sent before
+        const HANDLE events[] = {writing_.Event(), stop_.Get()};
+        if (WaitForMultipleObjects(2, events, FALSE, INFINITE) != WAIT_OBJECT_0) {
+            return false;
+        }
+        FinishWriting();
+    }
+    sent_ = std::move(text);
+    port_.Write(writing_, sent_);
+    return true;
+}
+
+void DataConnection::FinishWriting() {
+    if (const auto count = port_.Finish(writing_)) {
+        TRACE("Write %ld\n", static_cast<long>(*count));
+    }
+}

@@ -1,0 +1,58 @@
+// The terminal on the telephone: any bytes, whatever the objects are that its lines name.
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "logic/TelephoneTerminal.h"
+
+using namespace logic;
+
+namespace {
+
+void Require(bool condition) {
+    if (!condition)
+        __builtin_trap();
+}
+
+void CheckAddress(const TerminalAddress& address) {
+    for (const std::string& part : {address.Object(), address.Keyword(), address.Value()}) {
+        Require(part.size() <= TerminalAddress::maximumLength);
+        Require(part.find_first_of(std::string_view("\n\r\b\0", 4)) == std::string::npos);
+    }
+    Require(address.Keyword().find_first_of("*=") == std::string::npos);
+    Require(address.Object().find('=') == std::string::npos);
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    if (size == 0)
+        return 0;
+    const std::uint8_t choice = data[0];
+    std::string bytes(data + 1, data + size);
+    if (choice % 4 == 1) // beyond what a line holds
+        bytes.insert(bytes.size() / 2, 4000 + choice, static_cast<char>('0' + choice % 3));
+    TelephoneTerminal terminal;
+    for (const char byte : bytes) {
+        if (!terminal.Put(byte))
+            continue;
+        Require(byte == '\r');
+        CheckAddress(terminal.Address());
+        if (terminal.Address().Object().size() % 2 == choice % 2)
+            terminal.ObjectMissing();
+        else if (terminal.Address().Keyword().size() % 2 == choice / 2 % 2)
+            terminal.KeywordMissing();
+        Require(terminal.Answer() == "\r" + terminal.Address().StarredPrompt());
+    }
+    // Each line begins with the prompt: an empty one addresses the same again, or without the star as it is
+    // typed.
+    terminal.Put('\r');
+    terminal.Answer();
+    const TerminalAddress address = terminal.Address();
+    terminal.Put('\r');
+    if (!address.Object().starts_with('*'))
+        Require(terminal.Address().Object() == address.Object());
+    Require(terminal.Address().Keyword() == address.Keyword() && terminal.Address().Value().empty());
+    return 0;
+}

@@ -1,0 +1,45 @@
+#include "logic/TelephoneTerminal.h"
+
+namespace logic {
+
+namespace {
+
+constexpr char backspace = 8;
+constexpr char lineFeed = 10;
+constexpr char carriageReturn = 13;
+
+} // namespace
+
+bool TelephoneTerminal::Put(char byte) {
+    switch (byte) {
+    case backspace:
+        text_.Erase();
+        return false;
+    case lineFeed:
+        return false;
+    case carriageReturn:
+        break;
+    default:
+        text_.Append(byte);
+        return false;
+    }
+    std::string_view line = text_.View();
+    if (line.starts_with('*')) // the prompt without an object
+        line.remove_prefix(1);
+    address_.Forget();
+    address_.Read(line);
+    return true;
+}
+
+void TelephoneTerminal::KeywordMissing() {
+    address_.ForgetKeyword();
+    address_.ForgetValue();
+}
+
+std::string TelephoneTerminal::Answer() {
+    const std::string prompt = address_.StarredPrompt();
+    text_.Set(prompt);
+    return "\r" + prompt;
+}
+
+} // namespace logic

@@ -1,0 +1,29 @@
+// The terminal that a caller on the telephone types at, apart from its line.
+#pragma once
+
+#include <string>
+
+#include "logic/TerminalLine.h"
+
+namespace logic {
+
+// Carriage return ends a line, backspace takes the last character away, one of the prompt too. Line feeds,
+// which many terminals send behind the carriage return, are dropped. Nothing but the prompt is remembered
+// from line to line.
+class TelephoneTerminal {
+public:
+    // Whether a line is complete: its Address is to be carried out, then answered.
+    bool Put(char byte);
+    const TerminalAddress& Address() const { return address_; }
+    // The object of the line does not have the keyword.
+    void KeywordMissing();
+    void ObjectMissing() { address_.Forget(); }
+    // A carriage return and the prompt, which then stands at the start of the next line.
+    std::string Answer();
+
+private:
+    TerminalText text_;
+    TerminalAddress address_;
+};
+
+} // namespace logic

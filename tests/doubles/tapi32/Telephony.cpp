@@ -1,0 +1,153 @@
+// The telephony functions of the double. A call is whatever number the test gives it, a line is 0x200 and the
+// number of its device.
+
+#include "tests/doubles/tapi32/TelephonyDouble.h"
+
+#include <cstdarg>
+#include <cstdio>
+#include <cstring>
+#include <map>
+#include <utility>
+
+namespace {
+
+constexpr HLINEAPP APPLICATION = 0x100;
+constexpr HLINE FIRST_LINE = 0x200;
+constexpr DWORD PORT_OFFSET = 28; // a provider may put it anywhere behind the fixed part
+constexpr char PORT_NAME[] = "Modem";
+constexpr DWORD PORT_SIZE = sizeof(HANDLE) + sizeof PORT_NAME;
+
+class Provider final : public TelephonyDouble {
+public:
+    void Reset() override { *this = Provider(); }
+    void AddDevice(DWORD version) override { versions.push_back(version); }
+    void Fail(const char* function, LONG result) override { results_[function] = result; }
+    void SetPort(HANDLE newPort) override { port = newPort; }
+    void SetNeededSize(DWORD size) override { neededSize = size; }
+    void SetOffset(DWORD newOffset) override { offset = newOffset; }
+    std::vector<std::string> TakeCalls() override { return std::exchange(calls_, {}); }
+    LINECALLBACK Callback() const override { return callback; }
+    DWORD_PTR Instance() const override { return instance; }
+
+    // Notes the call; what it is to return.
+    LONG Begin(const char* function, const char* format, ...) __attribute__((format(gnu_printf, 3, 4))) {
+        char arguments[200];
+        va_list list;
+        va_start(list, format);
+        std::vsnprintf(arguments, sizeof arguments, format, list);
+        va_end(list);
+        calls_.push_back(std::string(function) + arguments);
+        const auto result = results_.find(function);
+        return result == results_.end() ? 0 : result->second;
+    }
+
+    std::vector<DWORD> versions; // by device
+    HANDLE port = nullptr;
+    DWORD neededSize = PORT_OFFSET + PORT_SIZE;
+    DWORD offset = PORT_OFFSET;
+    LINECALLBACK callback = nullptr;
+    DWORD_PTR instance = 0;
+
+private:
+    std::map<std::string, LONG> results_;
+    std::vector<std::string> calls_;
+};
+Provider provider;
+
+} // namespace
+
+extern "C" {
+
+TelephonyDouble* GetTelephonyDouble() {
+    return &provider;
+}
+
+LONG WINAPI lineInitializeExA(LPHLINEAPP application, HINSTANCE instance, LINECALLBACK callback, LPCSTR name,
+                              LPDWORD devices, LPDWORD version, LPLINEINITIALIZEEXPARAMS parameters) {
+    const LONG result = provider.Begin("lineInitializeExA", " %s %s %08lx, %lu bytes, options %lu",
+                                       instance == GetModuleHandleA(nullptr) ? "program" : "other", name,
+                                       *version, parameters->dwTotalSize, parameters->dwOptions);
+    if (result == 0) {
+        provider.callback = callback;
+        *application = APPLICATION;
+        *devices = provider.versions.size();
+    }
+    return result;
+}
+
+LONG WINAPI lineNegotiateAPIVersion(HLINEAPP application, DWORD device, DWORD low, DWORD high,
+                                    LPDWORD version, LPLINEEXTENSIONID) {
+    const LONG result =
+        provider.Begin("lineNegotiateAPIVersion", " %lx %lu %08lx %08lx", application, device, low, high);
+    if (result != 0) {
+        return result;
+    }
+    *version = provider.versions.at(device);
+    return *version == 0 ? LINEERR_INCOMPATIBLEAPIVERSION : 0;
+}
+
+LONG WINAPI lineGetDevCapsA(HLINEAPP application, DWORD device, DWORD version, DWORD, LPLINEDEVCAPS record) {
+    return provider.Begin("lineGetDevCapsA", " %lx %lu %08lx, %lu bytes", application, device, version,
+                          record->dwTotalSize);
+}
+
+LONG WINAPI lineOpenA(HLINEAPP application, DWORD device, LPHLINE line, DWORD version, DWORD,
+                      DWORD_PTR instance, DWORD privileges, DWORD media, LPLINECALLPARAMS) {
+    const LONG result = provider.Begin("lineOpenA", " %lx %lu %08lx privileges %lu media %lu", application,
+                                       device, version, privileges, media);
+    if (result == 0) {
+        provider.instance = instance;
+        *line = FIRST_LINE + device;
+    }
+    return result;
+}
+
+LONG WINAPI lineSetStatusMessages(HLINE line, DWORD lineStates, DWORD addressStates) {
+    return provider.Begin("lineSetStatusMessages", " %lx %lu %lu", line, lineStates, addressStates);
+}
+
+LONG WINAPI lineGetCallStatus(HCALL call, LPLINECALLSTATUS record) {
+    return provider.Begin("lineGetCallStatus", " %lx, %lu bytes", call, record->dwTotalSize);
+}
+
+LONG WINAPI lineGetCallInfoA(HCALL call, LPLINECALLINFO record) {
+    return provider.Begin("lineGetCallInfoA", " %lx, %lu bytes", call, record->dwTotalSize);
+}
+
+LONG WINAPI lineAnswer(HCALL call, LPCSTR information, DWORD size) {
+    return provider.Begin("lineAnswer", " %lx %s %lu", call, information == nullptr ? "null" : information,
+                          size);
+}
+
+LONG WINAPI lineDeallocateCall(HCALL call) {
+    return provider.Begin("lineDeallocateCall", " %lx", call);
+}
+
+LONG WINAPI lineGetIDA(HLINE line, DWORD, HCALL call, DWORD select, LPVARSTRING record, LPCSTR deviceClass) {
+    const LONG result = provider.Begin("lineGetIDA", " %lx %lx %lu %s, %lu bytes", line, call, select,
+                                       deviceClass, record->dwTotalSize);
+    if (result != 0) {
+        return result;
+    }
+    record->dwNeededSize = provider.neededSize;
+    if (record->dwTotalSize >= PORT_OFFSET + PORT_SIZE) {
+        record->dwUsedSize = PORT_OFFSET + PORT_SIZE;
+        record->dwStringFormat = STRINGFORMAT_BINARY;
+        record->dwStringSize = PORT_SIZE;
+        record->dwStringOffset = provider.offset;
+        char* place = reinterpret_cast<char*>(record) + PORT_OFFSET;
+        std::memcpy(place, &provider.port, sizeof provider.port);
+        std::memcpy(place + sizeof provider.port, PORT_NAME, sizeof PORT_NAME);
+    }
+    return 0;
+}
+
+LONG WINAPI lineClose(HLINE line) {
+    return provider.Begin("lineClose", " %lx", line);
+}
+
+LONG WINAPI lineShutdown(HLINEAPP application) {
+    return provider.Begin("lineShutdown", " %lx", application);
+}
+
+} // extern "C"
