@@ -19,11 +19,6 @@ int SaveFile(const TestPanel& panel, const std::string& path) {
     return ph_SavePanel(panel.Root(), path.c_str());
 }
 
-// Interfaces refuse to be connected.
-std::string Connections(const ExpectedClass& expected) {
-    return expected.name == std::string("INETWORK") ? "" : "One KNOB*value;%n*Inside;Nobody";
-}
-
 // One control of every class, each with a child, and everything that knobs and the panel itself can hold.
 std::string EverythingFile() {
     std::string file = "background=0x00402010\r\nlayer=u2,u5\r\nsize=640,480\r\ntitle=All * of = them\r\n";
