@@ -19,9 +19,9 @@ constexpr int DATATYPE_TEXT = 11;   // zero-terminated, buffer of TEXT_SIZE byte
 constexpr int DATATYPE_DATA = 37;   // data buffer
 // Records, exchanged as bytes. Their numbers are always finite; types and units can be ones that the receiver
 // does not know.
-constexpr int DATATYPE_DELAY = 15;     // logic::DelaySetting, 12 bytes
-constexpr int DATATYPE_CROSSOVER = 19; // logic::Crossover, 36 bytes; a device reads and writes the filters
-                                       // only, the first 16 of them
+constexpr int DATATYPE_DELAY = 15;      // logic::DelaySetting, 12 bytes
+constexpr int DATATYPE_CROSSOVER = 19;  // logic::Crossover, 36 bytes; a device reads and writes the filters
+                                        // only, the first 16 of them
 constexpr int DATATYPE_MASTER_EQ = 30;  // logic::EqBand, 24 bytes
 constexpr int DATATYPE_CHANNEL_EQ = 32; // the same
 

@@ -65,6 +65,7 @@ public:
     virtual void Destroying() {} // the window goes; the object can still be found
     virtual int ControlType() const { return controlClass->controlType; } // datatype of the main value
     virtual void Draw(HDC, const RECT& /*client*/) const {}
+    virtual POINT NotEqualPlace() const { return {3, 3}; } // of the not-equal sign's top left corner
     virtual int PreferredWidth() const { return rectangle.right - rectangle.left; }
     virtual void Poll() {}            // the interval has passed and no drag is going on
     virtual void BindingsChanged() {} // functions or connections were replaced
@@ -80,7 +81,7 @@ public:
 
     // A hidden control is painted as a whole when it is shown. Not to invalidate it makes loading a panel
     // faster.
-    void Redraw() const {
+    virtual void Redraw() const {
         if (IsWindowVisible(window)) {
             InvalidateRect(window, nullptr, FALSE);
         }

@@ -4,6 +4,7 @@
 
 // The controls' own parts, each at the end of its file.
 extern const ControlImplementation clockControl;        // Controls/Clock.cpp
+extern const ControlImplementation eqControl;           // Controls/EQ.cpp
 extern const ControlImplementation faderControl;        // Controls/Fader.cpp
 extern const ControlImplementation knobControl;         // Controls/Knob.cpp
 extern const ControlImplementation meterControl;        // Controls/Meter.cpp

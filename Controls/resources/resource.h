@@ -6,11 +6,13 @@
 #define IDB_DELAY_OFF 106
 
 /* Dialogs of the controls' parameters. */
+#define IDD_EQ 112
 #define IDD_FADER 113
 #define IDD_KNOB 114
 #define IDD_METER 116
 #define IDD_PUSHBUTTON 130
 #define IDD_SWITCHBUTTON 131
+#define IDD_XOVER 135
 
 /* Items that all of them have. */
 #define IDC_ADVANCED 5
@@ -61,9 +63,23 @@
 #define IDC_TEMPLATE_INSERT 1081
 #define IDC_CAPTION_FUNCTION 1082
 
-/* Menus: what a panel offers for its controls, and for an entry of a list of bindings. */
+#define IDC_EQ_DATATYPE 1090
+#define IDC_EQ_BANDWIDTH 1091
+#define IDC_EQ_VALUES 1092
+#define IDC_FOCUS_COLOUR 1093
+#define IDC_CHOOSE_FOCUS_COLOUR 1094
+#define IDC_CONFIGURATION 1095
+#define IDC_GAIN_FUNCTION 1096
+#define IDC_POLARITY_FUNCTION 1097
+#define IDC_DELAY_FUNCTION 1098
+
+/* Menus: what a panel offers for its controls, for an entry of a list of bindings, and what the editor panels
+ * offer for their values. */
 #define IDR_CONTROL_MENU 120
 #define IDR_LIST_MENU 121
+#define IDR_EQ_MENU 122
+#define IDR_XOVER_FILTER_MENU 123
+#define IDR_XOVER_MENU 124
 #define IDM_MODIFY_PROPERTIES 40101
 #define IDM_CONNECTIONS 40102
 #define IDM_COPY 40103
@@ -74,3 +90,5 @@
 #define IDM_TO_BACKGROUND 40108
 #define IDM_DELETE_ENTRY 40111
 #define IDM_DELETE_ALL 40112
+#define IDM_COPY_VALUE 40121
+#define IDM_PASTE_VALUE 40122
