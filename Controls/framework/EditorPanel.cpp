@@ -19,7 +19,7 @@ constexpr int CTRL_ENTER = '\n';
 constexpr COLORREF GROUND = RGB(212, 208, 200);
 constexpr COLORREF ITEM_COLOUR = RGB(255, 255, 200);
 constexpr int ITEM_HEIGHT = 17;
-constexpr int CLOSED_LIST_HEIGHT = 23;
+constexpr int CLOSED_LIST_HEIGHT = 24;
 
 struct PartClass {
     const char* className;
@@ -182,6 +182,14 @@ LRESULT CALLBACK ChildProc(HWND child, UINT message, WPARAM wParam, LPARAM lPara
         0, [&] { return HandleChild(*editor, child, message, wParam, lParam, isField != 0); });
 }
 
+void SetClosedHeight(HWND list) {
+    SendMessageA(list, CB_SETITEMHEIGHT, static_cast<WPARAM>(-1), ITEM_HEIGHT);
+    RECT closed{}; // what the frame adds depends on the system
+    GetWindowRect(list, &closed);
+    SendMessageA(list, CB_SETITEMHEIGHT, static_cast<WPARAM>(-1),
+                 ITEM_HEIGHT + CLOSED_LIST_HEIGHT - (closed.bottom - closed.top));
+}
+
 HWND CreateChild(const EditorChild& row, HWND parent, HFONT font) {
     const PartClass partClass = ClassOf(row.part);
     const DWORD shown = row.isHidden ? 0 : WS_VISIBLE;
@@ -191,11 +199,7 @@ HWND CreateChild(const EditorChild& row, HWND parent, HFONT font) {
                                  ModuleInstance(), nullptr);
     SendMessageA(child, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
     if (IsList(row.part)) {
-        RECT closed{};
-        GetWindowRect(child, &closed);
-        const LRESULT item = SendMessageA(child, CB_GETITEMHEIGHT, static_cast<WPARAM>(-1), 0);
-        SendMessageA(child, CB_SETITEMHEIGHT, static_cast<WPARAM>(-1),
-                     item + CLOSED_LIST_HEIGHT - (closed.bottom - closed.top));
+        SetClosedHeight(child);
     } else if (row.part == EditorPart::Field) {
         SendMessageA(child, EM_SETLIMITTEXT, TEXT_SIZE - 1, 0);
     } else if (row.part == EditorPart::Spin) {
