@@ -81,7 +81,7 @@ constexpr ControlClass CLASSES[] = {
      SharedResource::MidiBitmap, "Controls\\midi.bmp"},
     {"IWAVEOUT", "WaveOut", &plainControl, INTEGER, S1, 0, "Controls\\WaveOut.ico", NO_BACKGROUND, nullptr,
      SharedResource::StatusBitmap, "Controls\\WaveOut.bmp"},
-    {"XOVER", "XOver", &plainControl, NONE, S1},
+    {"XOVER", "XOver", &xoverControl, DATATYPE_CROSSOVER, S1},
     {"CROSSOVER", "CrossOver", &plainControl, INTEGER, S1},
     {"MIXER", "Mixer", &plainControl, INTEGER, S1},
     {"AUTOMIXER", "AutoMixer", &plainControl, INTEGER, S1},

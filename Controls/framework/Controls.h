@@ -12,3 +12,4 @@ extern const ControlImplementation plainControl;        // the common part alone
 extern const ControlImplementation plainReverseMeter;   // the common part and its request helper
 extern const ControlImplementation pushButtonControl;   // Controls/PushButton.cpp
 extern const ControlImplementation switchButtonControl; // Controls/SwitchButton.cpp
+extern const ControlImplementation xoverControl;        // Controls/XOver.cpp

@@ -454,12 +454,14 @@ void EDITORPROPERTIES::FollowField(int id, const std::string& text) {
     }
 }
 
+std::optional<std::string> EDITORPROPERTIES::Typed(int id) const {
+    return IsTyped(id) ? std::optional(FieldText(id)) : std::nullopt;
+}
+
 void EDITORPROPERTIES::FieldNotified(int id, UINT code) {
-    const bool isTyped = IsTyped(id);
-    if (code == FIELD_ENTER || code == FIELD_ESCAPE || code == FIELD_AGAIN ||
-        (code == FIELD_LEFT && isTyped)) {
-        const std::string text = FieldText(id);
-        CommitField(id, isTyped ? &text : nullptr);
+    const std::optional<std::string> typed = Typed(id);
+    if (code == FIELD_ENTER || code == FIELD_ESCAPE || code == FIELD_AGAIN || (code == FIELD_LEFT && typed)) {
+        CommitField(id, typed ? &*typed : nullptr);
     }
 }
 

@@ -3,6 +3,7 @@
 #include "Controls/framework/Control.h"
 #include "Controls/framework/FontProperty.h"
 
+#include <optional>
 #include <span>
 #include <string>
 #include <vector>
@@ -83,6 +84,8 @@ public:
     // Puts a text into a field. The second leaves a field alone that is being typed in.
     void ShowField(int id, const std::string& text);
     void FollowField(int id, const std::string& text);
+    // What was typed into a field and is not committed yet.
+    std::optional<std::string> Typed(int id) const;
     // Has the field committed once more.
     void CommitAgain(int fieldId);
 
