@@ -18,7 +18,7 @@ constexpr const char* USAGE =
     "\n"
     "Measures by turns a figure of ours and its yardstick and prints the medians.\n"
     "  --rounds N   samples of each (default: between 3 and 15)\n"
-    "  GROUP        one of create, paint, record, memory, file, work (default: all)\n";
+    "  GROUP        one of create, paint, record, memory, file, work, panel (default: all)\n";
 
 struct Group {
     const char* name;
@@ -27,6 +27,7 @@ struct Group {
 constexpr Group GROUPS[] = {
     {"create", MeasureCreation}, {"paint", MeasurePainting},  {"record", MeasureRecords},
     {"memory", MeasureMemory},   {"file", MeasurePanelFiles}, {"work", MeasureWork},
+    {"panel", MeasurePanels},
 };
 
 int Run(int count, char** arguments) {

@@ -8,6 +8,7 @@ struct Subject {
     const char* className;
     const char* name;
     const char* bindings; // a property line; empty for none
+    int windows = 1;      // that it is made of, itself included; fewer of it are made where there are more
 };
 constexpr const char* TWO_PARAMETERS = "function=AMP1*gain1;AMP1*gain2";
 constexpr Subject SUBJECTS[] = {
@@ -17,6 +18,8 @@ constexpr Subject SUBJECTS[] = {
     {"BBUTTON", "push button", TWO_PARAMETERS},
     {"BTRISTATEBUTTON", "switch button", TWO_PARAMETERS},
     {"CLOCK", "clock", ""},
+    {"EQ", "equaliser", TWO_PARAMETERS, 16},
+    {"XOVER", "crossover", TWO_PARAMETERS, 22},
 };
 
 void MeasureCreation(Report& report);
@@ -25,6 +28,7 @@ void MeasureRecords(Report& report);
 void MeasureMemory(Report& report);
 void MeasurePanelFiles(Report& report);
 void MeasureWork(Report& report);
+void MeasurePanels(Report& report);
 
 // Creates that many windows in this process, which is to do nothing else, lets each load the line unless it
 // is empty, and prints what they hold.

@@ -345,6 +345,13 @@ LRESULT CALLBACK EditorProc(HWND window, UINT message, WPARAM wParam, LPARAM lPa
 // Life
 
 void EDITORPROPERTIES::SetDefaults() {
+    static const bool areArrowsThere = [] {
+        const INITCOMMONCONTROLSEX classes{sizeof classes, ICC_UPDOWN_CLASS};
+        return InitCommonControlsEx(&classes) != 0;
+    }();
+    if (!areArrowsThere) {
+        TRACE("InitCommonControlsEx failed\n");
+    }
     interval = 1000;
     SetWindowLongA(window, GWL_STYLE, GetWindowLongA(window, GWL_STYLE) | WS_CLIPCHILDREN);
     font_.Load("ms sans serif,8");

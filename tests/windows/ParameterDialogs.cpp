@@ -82,6 +82,14 @@ TEST_CASE("every field sends its line, shows what became of it, and refuses what
         {"BBUTTON", IDC_CONFIRM, "Sure?\\nReally", "confirm", "Sure?\\nReally", nullptr},
         {"BTRISTATEBUTTON", IDC_ON_VALUE, "7", "onvalue", "7", "on"},
         {"BTRISTATEBUTTON", IDC_CONFIRM_RELEASED, "Off?", "confirmwhenreleased", "Off?", nullptr},
+        {"EQ", IDC_INTERVAL, "250", "interval", "250", "-1"},
+        {"EQ", IDC_EQ_VALUES, "1,Loshelv,12 dB,100 Hz,3 dB,1", "properties", "1,Loshelv,12 dB,100 Hz,3 dB,1",
+         "x"},
+        {"EQ", IDC_FOCUS_COLOUR, "0x000000ff", "focuscolor", "0x000000ff", "green"},
+        {"XOVER", IDC_CONFIGURATION, "TwoWayHigh", "config", "TwoWayHigh", "..\\Demo"},
+        {"XOVER", IDC_GAIN_FUNCTION, "XO1*gain", "function1", "XO1*gain", nullptr},
+        {"XOVER", IDC_POLARITY_FUNCTION, "XO1*polarity", "function2", "XO1*polarity", nullptr},
+        {"XOVER", IDC_DELAY_FUNCTION, "XO1*delay;XO2*delay", "function3", "XO1*delay;XO2*delay", nullptr},
     };
     for (const Row& row : rows) {
         CAPTURE(std::string(row.className));
@@ -125,6 +133,12 @@ TEST_CASE("leaving a field applies it once, and not at all when nothing was type
 
 TEST_CASE("style and combination are chosen") {
     const TestPanel panel;
+    const HWND eq = panel.Create("EQ", "Band");
+    const HWND eqDialog = OpenDialog(eq);
+    CHECK(Choose(eqDialog, IDC_EQ_DATATYPE, "channeleq"));
+    CHECK(Choose(eqDialog, IDC_EQ_BANDWIDTH, "bw"));
+    CHECK(Text(eq, "datatype") == "channeleq");
+    CHECK(Text(eq, "bw") == "bw");
     const HWND knob = panel.Create("KNOB", "Knob");
     const HWND knobDialog = OpenDialog(knob);
     CHECK(IsDlgButtonChecked(knobDialog, IDC_ABSOLUTE) == BST_CHECKED);
