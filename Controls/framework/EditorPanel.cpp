@@ -16,6 +16,7 @@ namespace {
 
 constexpr UINT_PTR SUBCLASS_ID = 0xED17;
 constexpr int CTRL_ENTER = '\n';
+constexpr int SELECT_ALL = 1; // the character of Ctrl and A
 constexpr COLORREF GROUND = RGB(212, 208, 200);
 constexpr COLORREF ITEM_COLOUR = RGB(255, 255, 200);
 constexpr int ITEM_HEIGHT = 17;
@@ -142,6 +143,10 @@ LRESULT HandleChild(EDITORPROPERTIES& editor, HWND child, UINT message, WPARAM w
         }
         break;
     case WM_CHAR:
+        if (isField && wParam == SELECT_ALL) {
+            SendMessageA(child, EM_SETSEL, 0, -1);
+            return 0;
+        }
         if (wParam == VK_TAB ||
             (isField && (wParam == VK_RETURN || wParam == VK_ESCAPE || wParam == CTRL_ENTER))) {
             return 0;

@@ -226,7 +226,7 @@ TEST_CASE("a field that is left commits what was typed") {
     CHECK(fixture.Sent() == "0,PEQ,6 dB,1000 Hz,-3.14 dB,0.7");
     const HWND field = Item(fixture.eq, GAIN); // a field has one line
     SetFocus(field);
-    SendMessageA(field, EM_SETSEL, 0, -1);
+    SendMessageA(field, WM_CHAR, 1, 0); // Ctrl and A
     for (const char letter : {'1', '\r', '\n', '\t', '5'}) {
         SendMessageA(field, WM_CHAR, static_cast<WPARAM>(letter), 0);
     }
