@@ -537,9 +537,12 @@ void EQPROPERTIES::Toggled(int, bool isDown) {
 void EQPROPERTIES::ShowMenu(HWND, POINT place) {
     const HWND self = window;
     const int command = TrackMenu(IDR_EQ_MENU, HasValueToPaste(clipboardFormat), place);
+    if (command == 0 || !LearnRecord()) {
+        return;
+    }
     if (command == IDM_COPY_VALUE) {
         CopyValue(self, clipboardFormat, &band, sizeof band, sizeof band);
-    } else if (command == IDM_PASTE_VALUE) {
+    } else {
         EqBand pasted;
         if (PasteValue(self, clipboardFormat, &pasted, sizeof pasted)) {
             VALUERECORD record{COMMAND_SET, 0, datatype, 0, &pasted, nullptr, 0};

@@ -601,10 +601,13 @@ void XOVERPROPERTIES::ShowFilterMenu(bool isHighPass, POINT place) {
 
 void XOVERPROPERTIES::ShowChannelMenu(POINT place) {
     const int command = TrackMenu(IDR_XOVER_MENU, HasValueToPaste(channelFormat), place);
+    if (command == 0 || !Learn()) {
+        return;
+    }
     Crossover next = value;
     if (command == IDM_COPY_VALUE) {
         CopyValue(window, channelFormat, &value, sizeof value, sizeof value);
-    } else if (command == IDM_PASTE_VALUE && PasteValue(window, channelFormat, &next, sizeof next)) {
+    } else if (PasteValue(window, channelFormat, &next, sizeof next)) {
         Paste(next);
     }
 }
