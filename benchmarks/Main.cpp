@@ -13,12 +13,12 @@
 
 namespace {
 
-constexpr const char* USAGE =
-    "Usage: bench [--rounds N] [GROUP]\n"
-    "\n"
-    "Measures by turns a figure of ours and its yardstick and prints the medians.\n"
-    "  --rounds N   samples of each (default: between 3 and 15)\n"
-    "  GROUP        one of create, paint, record, memory, file, work, wave, strip, network (default: all)\n";
+constexpr const char* USAGE = "Usage: bench [--rounds N] [GROUP]\n"
+                              "\n"
+                              "Measures by turns a figure of ours and its yardstick and prints the medians.\n"
+                              "  --rounds N   samples of each (default: between 3 and 15)\n"
+                              "  GROUP        one of create, paint, record, memory, file, work, wave, strip, "
+                              "network, panel (default: all)\n";
 
 struct Group {
     const char* name;
@@ -28,6 +28,7 @@ constexpr Group GROUPS[] = {
     {"create", MeasureCreation}, {"paint", MeasurePainting},  {"record", MeasureRecords},
     {"memory", MeasureMemory},   {"file", MeasurePanelFiles}, {"work", MeasureWork},
     {"wave", MeasureWaveFiles},  {"strip", MeasureStrips},    {"network", MeasureNetwork},
+    {"panel", MeasurePanels},
 };
 
 int Run(int count, char** arguments) {

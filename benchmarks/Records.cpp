@@ -42,7 +42,7 @@ void MeasureRecords(Report& report) {
     const BenchPanel panel(false);
     const HWND bare = panel.Add(ANSWER_CLASS, 0);
     int number = 0;
-    for (const auto& [className, name, bindings, systemClass] : SUBJECTS) {
+    for (const auto& [className, name, bindings, windows, systemClass] : SUBJECTS) {
         const HWND control = panel.Add(className, ++number);
         report.Measure("get the value of a " + std::string(name), Get(control, nullptr),
                        "bare window's answer", Get(bare, nullptr), Unit::Seconds, RatioUpTo(3), ROUNDS);

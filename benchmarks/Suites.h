@@ -7,7 +7,8 @@
 struct Subject {
     const char* className;
     const char* name;
-    const char* bindings;              // a property line; empty for none
+    const char* bindings; // a property line; empty for none
+    int windows = 1;      // that it is made of, itself included; fewer of it are made where there are more
     const char* systemClass = nullptr; // that it stands on: its yardstick in place of a bare window
 };
 constexpr const char* TWO_PARAMETERS = "function=AMP1*gain1;AMP1*gain2";
@@ -19,8 +20,10 @@ constexpr Subject SUBJECTS[] = {
     {"BTRISTATEBUTTON", "switch button", TWO_PARAMETERS},
     {"LED", "LED", TWO_PARAMETERS},
     {"BSTATIC", "static text", TWO_PARAMETERS},
-    {"BEDIT", "edit field", TWO_PARAMETERS, "EDIT"},
+    {"BEDIT", "edit field", TWO_PARAMETERS, 1, "EDIT"},
     {"CLOCK", "clock", ""},
+    {"EQ", "equaliser", TWO_PARAMETERS, 16},
+    {"XOVER", "crossover", TWO_PARAMETERS, 22},
 };
 
 void MeasureCreation(Report& report);
@@ -32,6 +35,7 @@ void MeasureWork(Report& report);
 void MeasureStrips(Report& report);
 void MeasureWaveFiles(Report& report);
 void MeasureNetwork(Report& report);
+void MeasurePanels(Report& report);
 
 // Creates that many windows in this process, which is to do nothing else, lets each load the line unless it
 // is empty, and prints what they hold.

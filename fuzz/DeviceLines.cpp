@@ -55,7 +55,7 @@ void CheckDeclarations(std::string_view text) {
     if (const auto parameter = ParseParameter(text)) {
         Require(std::isfinite(parameter->minimum) && std::isfinite(parameter->maximum));
         Require(parameter->minimum <= parameter->maximum);
-        if (parameter->type != ParameterType::Text)
+        if (IsNumber(parameter->type))
             Require(ParseWholeFloat(parameter->value).has_value());
     }
     if (const auto wave = ParseWave(text)) {

@@ -100,8 +100,11 @@ std::string FiltersText(const CrossoverFilters& filters) {
 }
 
 std::string DelayText(const DelaySetting& delay) {
-    return std::to_string(delay.bypass) + "," + FormatFloat(delay.amount) + " " +
-           Named(delayUnits, delay.unit);
+    return std::to_string(delay.bypass) + "," + DelayAmountText(delay);
+}
+
+std::string DelayAmountText(const DelaySetting& delay) {
+    return FormatFloat(delay.amount) + " " + Named(delayUnits, delay.unit);
 }
 
 std::string CrossoverText(const Crossover& crossover) {

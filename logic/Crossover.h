@@ -82,6 +82,8 @@ std::optional<CrossoverFilters> ReadFilters(std::string_view text, const Crossov
 std::optional<DelaySetting> ReadDelay(std::string_view text, const DelaySetting& before);
 std::optional<Crossover> ReadCrossover(std::string_view text, const Crossover& before);
 
+// "2.5 ms", as it is shown and typed.
+std::string DelayAmountText(const DelaySetting& delay);
 // Reads "amount unit" into the setting; the unit and what is unreadable stay as they are. Returns how many of
 // the two were there to read: 0, 1 or 2. An unknown unit word counts as one.
 int ReadDelayAmount(std::string_view text, DelaySetting& delay);

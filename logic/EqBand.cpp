@@ -52,4 +52,45 @@ std::optional<EqBand> ReadEqBand(std::string_view text, const EqBand& before) {
     return anything ? std::optional(band) : std::nullopt;
 }
 
+int OfferedFilterTypes(std::string_view device, bool isMaster) {
+    constexpr std::array<std::string_view, 2> withoutAllPass{"ZQBCON", "ZQACON"};
+    const bool all = !IndexOfWord(withoutAllPass, device.substr(0, device.find('_')));
+    return (all ? filterTypeCount : filterTypeCount - 1) - (isMaster ? 1 : 0);
+}
+
+float HighestQ(std::int32_t type, bool asBandwidth) {
+    const bool limited = asBandwidth ? type == AllPass : type >= HighPass && type <= AllPass;
+    return limited ? highestPassQ : highestQ;
+}
+
+float TypedQ(float typed, std::int32_t type, bool asBandwidth) {
+    const float highest = HighestQ(type, asBandwidth);
+    return asBandwidth ? BandwidthToQ(Clamp(typed, QToBandwidth(highest), QToBandwidth(lowestQ)))
+                       : Clamp(typed, lowestQ, highest);
+}
+
+float StepQ(float q, int steps, std::int32_t type, bool asBandwidth) {
+    constexpr float step = 0.1F;
+    const float highest = HighestQ(type, asBandwidth);
+    const float low = asBandwidth ? QToBandwidth(highest) : lowestQ;
+    const float high = asBandwidth ? QToBandwidth(lowestQ) : highest;
+    const float shown = asBandwidth ? QToBandwidth(q) : q;
+    const float stepped = Clamp(shown + static_cast<float>(steps) * step, low, high);
+    if (stepped == shown)
+        return q;
+    return asBandwidth ? BandwidthToQ(stepped) : stepped;
+}
+
+float StepGain(float decibels, int steps, float low, float high) {
+    return Clamp(decibels + static_cast<float>(steps) * 0.5F, low, high);
+}
+
+bool LimitPassQ(EqBand& band) {
+    const bool isPass = band.type == HighPass || band.type == LowPass;
+    if (!isPass || band.slope != 2 || band.q <= highestPassQ)
+        return false;
+    band.q = highestPassQ;
+    return true;
+}
+
 } // namespace logic

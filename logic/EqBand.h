@@ -46,4 +46,30 @@ std::string EqBandText(const EqBand& band);
 // to 20000 (its lower end is deliberately not that of typing). Nothing when no field was read.
 std::optional<EqBand> ReadEqBand(std::string_view text, const EqBand& before);
 
+// How many filter types, from the first on, a device of that name has: the name goes up to the first "_".
+int OfferedFilterTypes(std::string_view device, bool isMaster);
+
+// What can be edited of a band.
+constexpr bool HasGain(std::int32_t type) {
+    return type >= Peak && type <= HighShelf;
+}
+constexpr bool HasQ(std::int32_t type, std::int32_t slope) {
+    return type == Peak || (type >= HighPass && slope == 2);
+}
+constexpr bool HasSlope(std::int32_t type) {
+    return type >= LowShelf;
+}
+
+// The highest Q of a type. Bandwidth deliberately limits only the all-pass.
+float HighestQ(std::int32_t type, bool asBandwidth);
+// A Q as it is typed, or a bandwidth in octaves, limited to what the type allows; the result is a Q.
+float TypedQ(float typed, std::int32_t type, bool asBandwidth);
+// Steps up (down where negative) of 0.1, or of 0.1 octaves of bandwidth, likewise limited. The same Q where
+// that changes nothing.
+float StepQ(float q, int steps, std::int32_t type, bool asBandwidth);
+// Steps of 0.5 dB within the range of gains.
+float StepGain(float decibels, int steps, float low, float high);
+// A new type or slope: a pass filter of 12 dB an octave has a Q of 2 at most. Whether that changed it.
+bool LimitPassQ(EqBand& band);
+
 } // namespace logic

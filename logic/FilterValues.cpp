@@ -36,8 +36,24 @@ std::string FrequencyText(float hertz) {
     return Format(hertz >= 100.0F ? "%.0f Hz" : "%.1f Hz", hertz);
 }
 
+std::string TypedBandFrequencyText(float hertz) {
+    return Format("%.1f Hz", hertz);
+}
+
+std::string TypedCrossoverFrequencyText(float hertz) {
+    return Format("%g Hz", hertz);
+}
+
 std::string GainText(float decibels) {
     return Format("%+.1f dB", decibels);
+}
+
+std::string TrimText(float decibels) {
+    return Format("%+3.1f dB", decibels);
+}
+
+std::string QText(float q, bool asBandwidth) {
+    return asBandwidth ? Format("%.2f Oct", QToBandwidth(q)) : Format("%.1f", q);
 }
 
 float QToBandwidth(float q) {

@@ -16,8 +16,15 @@ float StepFrequency(float hertz, int steps);
 
 // "%.0f Hz" from 100 Hz on, "%.1f Hz" below. What is not a number is shown as 0.
 std::string FrequencyText(float hertz);
+// "%.1f Hz" and "%g Hz", as a typed frequency is shown by the equaliser and by the crossover.
+std::string TypedBandFrequencyText(float hertz);
+std::string TypedCrossoverFrequencyText(float hertz);
 // "%+.1f dB"
 std::string GainText(float decibels);
+// "%+3.1f dB"
+std::string TrimText(float decibels);
+// "%.1f", or in octaves "%.2f Oct"
+std::string QText(float q, bool asBandwidth);
 
 // Bandwidth in octaves between the points of half the gain in dB, 2 / ln 2 * asinh(1 / (2 Q)), and back. Both
 // give 0 for what is not a positive number.

@@ -20,7 +20,7 @@ constexpr int INTEGER = DATATYPE_INTEGER;
 constexpr int FLOAT = DATATYPE_FLOAT;
 constexpr int TEXT_TYPE = DATATYPE_TEXT;
 constexpr int DATA = DATATYPE_DATA;
-constexpr int BAND = 30; // equaliser band record
+constexpr int BAND = DATATYPE_MASTER_EQ; // or that of a channel, as its keyword says
 constexpr int NONE = DATATYPE_NONE;
 
 // In the order of registration.
@@ -48,7 +48,7 @@ constexpr ControlClass CLASSES[] = {
     {"BEDIT", "Edit", &editControl, NONE, 0, 0, "Controls\\Edit.ico", NO_BACKGROUND, "EDIT"},
     {"BEDIT2", "Edit2", &plainControl, NONE, 0, 0, "Controls\\Edit.ico", ClassBackground::SystemColour2,
      "EDIT"},
-    {"EQ", "EQ", &plainControl, BAND, S1, 0, nullptr, NO_BACKGROUND, nullptr, SharedResource::FilterImages},
+    {"EQ", "EQ", &eqControl, BAND, S1, 0, nullptr, NO_BACKGROUND, nullptr, SharedResource::FilterImages},
     {"FADING", "BarGraph", &plainControl, INTEGER, S1},
     {"BIMAGELIST", "ImageList", &plainControl, INTEGER, S2},
     {"XIPCHECK", "IPCheck", &plainControl, NONE, S1, 0, nullptr, NO_BACKGROUND, nullptr,
@@ -81,7 +81,7 @@ constexpr ControlClass CLASSES[] = {
      SharedResource::MidiBitmap, "Controls\\midi.bmp"},
     {"IWAVEOUT", "WaveOut", &plainControl, INTEGER, S1, 0, "Controls\\WaveOut.ico", NO_BACKGROUND, nullptr,
      SharedResource::StatusBitmap, "Controls\\WaveOut.bmp"},
-    {"XOVER", "XOver", &plainControl, NONE, S1},
+    {"XOVER", "XOver", &xoverControl, DATATYPE_CROSSOVER, S1},
     {"CROSSOVER", "CrossOver", &plainControl, INTEGER, S1},
     {"MIXER", "Mixer", &mixerControl, INTEGER, S1},
     {"AUTOMIXER", "AutoMixer", &plainControl, INTEGER, S1},

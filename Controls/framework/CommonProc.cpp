@@ -183,7 +183,8 @@ void DrawInto(CONTROLPROPERTIES& control, HDC target) {
     cBackground(&control).Draw(buffer.Dc(), client.right, client.bottom);
     control.Draw(buffer.Dc(), client);
     if (control.notEqual && !control.DrawsNotEqual(client)) {
-        a_GetNotEqualSign()->Draw(buffer.Dc(), 3, 3);
+        const POINT place = control.NotEqualPlace();
+        a_GetNotEqualSign()->Draw(buffer.Dc(), place.x, place.y);
     }
     a_DrawSelection(&control, buffer.Dc());
     buffer.Show();

@@ -69,6 +69,7 @@ public:
     virtual void Draw(HDC, const RECT& /*client*/) const {}
     // Whether Draw shows by itself that a poll found a disagreement, in place of the not-equal sign.
     virtual bool DrawsNotEqual(const RECT& /*client*/) const { return false; }
+    virtual POINT NotEqualPlace() const { return {3, 3}; } // of the not-equal sign's top left corner
     virtual int PreferredWidth() const { return rectangle.right - rectangle.left; }
     virtual void Poll() {}            // the interval has passed and no drag is going on
     virtual void BindingsChanged() {} // functions or connections were replaced
@@ -84,7 +85,7 @@ public:
 
     // A hidden control is painted as a whole when it is shown. Not to invalidate it makes loading a panel
     // faster.
-    void Redraw() const {
+    virtual void Redraw() const {
         if (IsWindowVisible(window)) {
             InvalidateRect(window, nullptr, FALSE);
         }

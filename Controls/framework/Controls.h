@@ -5,6 +5,7 @@
 // The controls' own parts, each at the end of its file.
 extern const ControlImplementation clockControl;         // Controls/Clock.cpp
 extern const ControlImplementation editControl;          // Controls/Edit.cpp
+extern const ControlImplementation eqControl;            // Controls/EQ.cpp
 extern const ControlImplementation faderControl;         // Controls/Fader.cpp
 extern const ControlImplementation knobControl;          // Controls/Knob.cpp
 extern const ControlImplementation ledControl;           // Controls/Led.cpp
@@ -19,3 +20,4 @@ extern const ControlImplementation staticControl;        // Controls/Static.cpp
 extern const ControlImplementation switchButtonControl;  // Controls/SwitchButton.cpp
 extern const ControlImplementation telephoneControl;     // Controls/Telephone.cpp
 extern const ControlImplementation waveGeneratorControl; // Controls/WaveGenerator.cpp
+extern const ControlImplementation xoverControl;         // Controls/XOver.cpp

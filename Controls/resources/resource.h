@@ -6,6 +6,7 @@
 #define IDB_DELAY_OFF 106
 
 /* Dialogs of the controls' parameters. */
+#define IDD_EQ 112
 #define IDD_FADER 113
 #define IDD_KNOB 114
 #define IDD_METER 116
@@ -14,6 +15,7 @@
 #define IDD_LED 132
 #define IDD_EDIT 133
 #define IDD_STATIC 134
+#define IDD_XOVER 135
 
 /* Items that all of them have. */
 #define IDC_ADVANCED 5
@@ -74,9 +76,23 @@
 #define IDC_LIMITS 1091
 #define IDC_READ_ONLY 1092
 
-/* Menus: what a panel offers for its controls, and for an entry of a list of bindings. */
+#define IDC_EQ_DATATYPE 1093
+#define IDC_EQ_BANDWIDTH 1094
+#define IDC_EQ_VALUES 1095
+#define IDC_FOCUS_COLOUR 1096
+#define IDC_CHOOSE_FOCUS_COLOUR 1097
+#define IDC_CONFIGURATION 1098
+#define IDC_GAIN_FUNCTION 1099
+#define IDC_POLARITY_FUNCTION 1100
+#define IDC_DELAY_FUNCTION 1101
+
+/* Menus: what a panel offers for its controls, for an entry of a list of bindings, and what the editor panels
+ * offer for their values. */
 #define IDR_CONTROL_MENU 120
 #define IDR_LIST_MENU 121
+#define IDR_EQ_MENU 122
+#define IDR_XOVER_FILTER_MENU 123
+#define IDR_XOVER_MENU 124
 #define IDM_MODIFY_PROPERTIES 40101
 #define IDM_CONNECTIONS 40102
 #define IDM_COPY 40103
@@ -87,3 +103,5 @@
 #define IDM_TO_BACKGROUND 40108
 #define IDM_DELETE_ENTRY 40111
 #define IDM_DELETE_ALL 40112
+#define IDM_COPY_VALUE 40121
+#define IDM_PASTE_VALUE 40122

@@ -69,12 +69,13 @@ public:
           file_(CreateFileA(path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
                             FILE_FLAG_SEQUENTIAL_SCAN, nullptr)) {}
     ~LineFile() override {
-        if (IsOpen()) {
+        if (file_ != INVALID_HANDLE_VALUE) {
             CloseHandle(file_);
         }
     }
 
-    bool IsOpen() const { return file_ != INVALID_HANDLE_VALUE; }
+    // A name can also stand for a device, whose reading need not end.
+    bool IsOpen() const { return file_ != INVALID_HANDLE_VALUE && GetFileType(file_) == FILE_TYPE_DISK; }
     // The file could not be read to its end.
     bool HasFailed() const { return failed_; }
 

@@ -227,6 +227,45 @@ TEST_CASE("a device file declares devices, its damaged lines are traced and skip
     }
 }
 
+TEST_CASE("simulated records keep what is set, and a solo silences the others") {
+    const TestPanel panel;
+    CHECK(panel.Declare(
+              "DSP1*device=simulated\nDSP1*band=mastereq,,,0,PEQ,6 dB,1000 Hz,0 dB,0.7\n"
+              "DSP1*filters=xoverfilters,,,LINK24,80 Hz,OFF,20000 Hz\nDSP1*delay=delay,,,0,2.5 ms\n"
+              "DSP1*bad=delay,,,soon\nDSP1*bad2=channeleq,0,1,0,PEQ\nDSP1*delay=wave,sine,0,1,100\n"
+              "DSP1*solo1=integer,0,1,0\nDSP1*solo2=integer,0,1,0\nDSP1*gain=float,-80,18,-20,dB\n"
+              "DSP1*out=float,-80,18,0,dB\nDSP1*out=follow,gain,0\nDSP1*out=solo,solo1,solo1,solo2\n") == 1);
+    CHECK(a_LoadErrorCount(panel.Root()) == 3);
+    const struct {
+        const char* address;
+        const char* text;
+        const char* held;
+    } rows[] = {
+        {"DSP1*band", "1,Hipass,12,440", "1,Hipass,12 dB,440 Hz,0 dB,0.7"},
+        {"DSP1*filters", ",,BUTT12,5", "LINK24,80 Hz,BUTT12,20 Hz"},
+        {"DSP1*delay", "1,12 ft", "1,12 ft"},
+        {"DSP1*delay", "x", nullptr},
+        {"DSP1*band", "", nullptr},
+    };
+    for (const auto& row : rows) {
+        INFO(std::string(row.address), "=", std::string(row.text));
+        const std::string before = panel.Parameter(row.address);
+        CHECK(ph_SetParameter(panel.Root(), row.address, row.text) == (row.held != nullptr));
+        CHECK(panel.Parameter(row.address) == (row.held != nullptr ? row.held : before));
+    }
+    const struct {
+        const char* own;
+        const char* other;
+        const char* out;
+    } solos[] = {{"0", "0", "-20"}, {"0", "1", "-80"}, {"1", "1", "-20"}, {"1", "0", "-20"}};
+    for (const auto& row : solos) {
+        ph_SetParameter(panel.Root(), "DSP1*solo1", row.own);
+        ph_SetParameter(panel.Root(), "DSP1*solo2", row.other);
+        ph_Tick(panel.Root());
+        CHECK(panel.Parameter("DSP1*out") == row.out);
+    }
+}
+
 TEST_CASE("simulated parameters stay in their range, follow, add up and mute at each tick") {
     const TestPanel panel;
     panel.Declare("AMP1*device=simulated\nDSP1*device=simulated\n"

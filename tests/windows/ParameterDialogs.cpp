@@ -90,6 +90,14 @@ TEST_CASE("every field sends its line, shows what became of it, and refuses what
         {"BEDIT", IDC_LIMITS, "-80,18", "limits", "-80,18", "18,-80"},
         {"BEDIT", IDC_TEXT_COLOUR, "0x00112233", "textcolor", "0x00112233", "0x1000000"},
         {"BTRISTATEBUTTON", IDC_CONFIRM_RELEASED, "Off?", "confirmwhenreleased", "Off?", nullptr},
+        {"EQ", IDC_INTERVAL, "250", "interval", "250", "-1"},
+        {"EQ", IDC_EQ_VALUES, "1,Loshelv,12 dB,100 Hz,3 dB,1", "properties", "1,Loshelv,12 dB,100 Hz,3 dB,1",
+         "x"},
+        {"EQ", IDC_FOCUS_COLOUR, "0x000000ff", "focuscolor", "0x000000ff", "green"},
+        {"XOVER", IDC_CONFIGURATION, "TwoWayHigh", "config", "TwoWayHigh", "..\\Demo"},
+        {"XOVER", IDC_GAIN_FUNCTION, "XO1*gain", "function1", "XO1*gain", nullptr},
+        {"XOVER", IDC_POLARITY_FUNCTION, "XO1*polarity", "function2", "XO1*polarity", nullptr},
+        {"XOVER", IDC_DELAY_FUNCTION, "XO1*delay;XO2*delay", "function3", "XO1*delay;XO2*delay", nullptr},
     };
     for (const Row& row : rows) {
         CAPTURE(std::string(row.className));
@@ -133,6 +141,12 @@ TEST_CASE("leaving a field applies it once, and not at all when nothing was type
 
 TEST_CASE("style and combination are chosen") {
     const TestPanel panel;
+    const HWND eq = panel.Create("EQ", "Band");
+    const HWND eqDialog = OpenDialog(eq);
+    CHECK(Choose(eqDialog, IDC_EQ_DATATYPE, "channeleq"));
+    CHECK(Choose(eqDialog, IDC_EQ_BANDWIDTH, "bw"));
+    CHECK(Text(eq, "datatype") == "channeleq");
+    CHECK(Text(eq, "bw") == "bw");
     const HWND knob = panel.Create("KNOB", "Knob");
     const HWND knobDialog = OpenDialog(knob);
     CHECK(IsDlgButtonChecked(knobDialog, IDC_ABSOLUTE) == BST_CHECKED);

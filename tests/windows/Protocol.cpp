@@ -70,6 +70,11 @@ bool HasValue(HWND control) {
     return ClassOf(control) != "CLOCK" && TakesConnections(ClassOf(control));
 }
 
+// Its default value is a record, which has a text form of its own and is none of a single number or word.
+bool HoldsRecord(HWND control) {
+    return ClassOf(control) == "EQ" || ClassOf(control) == "XOVER";
+}
+
 bool HoldsNumbers(HWND control) {
     const LRESULT type = SendMessageA(control, CWM_GETCONTROLTYPE, 0, 0);
     return type == DATATYPE_INTEGER || type == DATATYPE_FLOAT;
@@ -236,6 +241,16 @@ TEST_CASE("property lines: applied, refused with a trace, or for the default val
         }
         CHECK(trace.CountContaining("not found") == 0);
 
+        CHECK(Load(control, "connection=X;Y") == 1);
+        CHECK(ObjectOf(control).requests.size() == 2);
+        CHECK(Load(control, "connection=") == 1);
+        CHECK(ObjectOf(control).requests.empty());
+        CHECK(SendMessageA(control, CWM_LOAD, 0, 0) == 0);
+        if (HoldsRecord(control)) {
+            CHECK(Load(control, "nosuch=anything") == 0);
+            CHECK(trace.CountContaining("Keyword not found: nosuch\n") == 1);
+            return;
+        }
         Load(control, "nosuch=1"); // the keyword is unknown: its text is for the default value
         CHECK(trace.CountContaining("Keyword not found: nosuch\n") == 1);
         CHECK(Text(control) == "1");
@@ -246,12 +261,6 @@ TEST_CASE("property lines: applied, refused with a trace, or for the default val
         CHECK(trace.CountContaining("Keyword not found: \n") == 1);
         CHECK(Text(control) == "1");
         CHECK(ObjectOf(control).interval == 250);
-
-        CHECK(SendMessageA(control, CWM_LOAD, 0, 0) == 0);
-        CHECK(Load(control, "connection=X;Y") == 1);
-        CHECK(ObjectOf(control).requests.size() == 2);
-        CHECK(Load(control, "connection=") == 1);
-        CHECK(ObjectOf(control).requests.empty());
     });
     trace.Clear();
     Load(all.panel.Find("KNOB"), "nosuch=1");
@@ -306,6 +315,9 @@ TEST_CASE("value records: look-up, get, and everything that is refused") {
         CHECK(SendMessageA(control, CWM_MESSAGE, 0, lParam) == 1);
         CHECK(query.index == 0);
 
+        if (HoldsRecord(control)) {
+            return;
+        }
         REQUIRE(Load(control, " =1") == 1); // the keyword of the default value
         int number = 7;
         CHECK(Send(control, COMMAND_GET, DATATYPE_INTEGER, &number) == 1);

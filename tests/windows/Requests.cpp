@@ -1,8 +1,10 @@
 // Bindings between controls and to devices, and the requests that go over them.
 
+#include "logic/EqBand.h"
 #include "tests/windows/TestPanel.h"
 
 #include <array>
+#include <limits>
 #include <random>
 
 TEST_SUITE_BEGIN("Requests");
@@ -342,6 +344,99 @@ TEST_CASE("a device off the network answers nobody, and holds its values until i
     CHECK(Value(knob) == -20.0F);
     SetValue(knob, 3.0F);
     CHECK(panel.Parameter("AMP1*gain1") == "3");
+}
+
+// A parameter that answers with whatever bytes it is given.
+class RawDevice : public DEVICE {
+public:
+    RawDevice(const TestPanel& panel, const char* ownName) { Register(panel.Root(), ownName); }
+    LRESULT OnRequestList(WPARAM, LPARAM item) override {
+        auto& request = *reinterpret_cast<REQUESTITEM*>(item);
+        request.context = this;
+        request.handler = [](VALUERECORD* record, void* context) {
+            logic::EqBand& kept = static_cast<RawDevice*>(context)->band;
+            if (record->command == COMMAND_SET) {
+                kept = *static_cast<const logic::EqBand*>(record->data);
+                return 1;
+            }
+            *static_cast<logic::EqBand*>(record->data) = kept;
+            return 1;
+        };
+        return 1;
+    }
+    logic::EqBand band{0, logic::Peak, 100.0F, 0.0F, 1.0F, 1};
+};
+
+TEST_CASE("records are compared, limited to finite numbers, and passed on as a whole") {
+    const TestPanel panel;
+    RawDevice first(panel, "RAW1");
+    RawDevice second(panel, "RAW2");
+    HWND control = panel.Create("LED", "Control");
+    Load(control, "function=RAW1*band;RAW2*band");
+    const logic::EqBand held{1, logic::LowPass, 500.0F, -1.0F, 2.0F, 2};
+    const auto get = [&] {
+        logic::EqBand band = held;
+        const Outcome outcome = Request(control, COMMAND_GET, DATATYPE_CHANNEL_EQ, &band);
+        return std::pair(outcome.result, band);
+    };
+    CHECK(get() == std::pair(REQUEST_DELIVERED, first.band));
+    second.band.slope = 2;
+    CHECK(get() == std::pair(REQUEST_DISAGREE, held));
+    second.band = first.band;
+    second.band.q = std::numeric_limits<float>::quiet_NaN();
+    CHECK(get() == std::pair(REQUEST_UNREACHABLE, held)); // such a record is no answer
+
+    logic::EqBand sent = held;
+    CHECK(Request(control, COMMAND_SET, DATATYPE_CHANNEL_EQ, &sent).success == 1);
+    CHECK(first.band == held);
+    CHECK(second.band == held);
+    sent.gain = std::numeric_limits<float>::infinity();
+    CHECK(Request(control, COMMAND_SET, DATATYPE_CHANNEL_EQ, &sent).success == 0);
+    CHECK(first.band == held);
+
+    HWND eq = panel.Create("EQ", "Band 1"); // from one band to another, and to what that one is bound to
+    HWND other = panel.Create("EQ", "Band 2");
+    Load(other, "function=RAW1*band");
+    Load(eq, "connection=Band 2");
+    sent = {0, logic::HighShelf, 8000.0F, 3.0F, 0.5F, 2};
+    CHECK(Send(eq, COMMAND_SET, DATATYPE_MASTER_EQ, &sent) == 1);
+    CHECK(Text(other, "properties") == "0,Hishelv,12 dB,8000 Hz,3 dB,0.5");
+    CHECK(first.band == sent);
+    Load(other, "datatype=channeleq"); // one takes bands of the one kind only
+    Load(eq, "properties=0,PEQ");
+    CHECK(first.band == sent);
+}
+
+TEST_CASE("further lists of a control follow what comes and goes") {
+    const TestPanel panel;
+    HWND xover = panel.Create("XOVER", "Low");
+    Load(xover, "function1=AMP1*gain1;Knob");
+    Load(xover, "function=AMP1*gain2");
+    HWND elsewhere = panel.Create("XOVER", "High");
+    Load(elsewhere, "function3=AMP1*input");
+    CHECK(a_IsConnected(&ObjectOf(xover), "amp1*gain1", nullptr) == 1);
+    CHECK(a_IsConnected(&ObjectOf(xover), "AMP1*gain2", nullptr) == 1);
+    CHECK(a_IsConnected(&ObjectOf(xover), "AMP1*input", nullptr) == 0);
+    const auto setGain = [xover](const char* text) { Load(xover, std::string("value=,,,,") + text); };
+    setGain("-1");
+    panel.Declare(AMPLIFIER);
+    HWND knob = CreateKnob(panel, "Knob", "-30,30,0");
+    setGain("-2");
+    CHECK(panel.Parameter("AMP1*gain1") == "-2");
+    CHECK(panel.Parameter("AMP1*gain2") == "-20"); // it is no pair of filters
+    CHECK(Value(knob) == -2.0F);
+    DestroyWindow(knob);
+    setGain("-3");
+    CHECK(panel.Parameter("AMP1*gain1") == "-3");
+    knob = CreateKnob(panel, "Knob", "-30,30,0");
+    Load(xover, "function=AMP1*gain1"); // building one list anew leaves the others bound
+    setGain("-4");
+    CHECK(Value(knob) == -4.0F);
+    Load(xover, "function1=");
+    setGain("-5");
+    CHECK(Value(knob) == -4.0F);
+    CHECK(a_IsConnected(&ObjectOf(xover), "AMP1*gain1", nullptr) == 1); // by the first list
+    CHECK(panel.Parameter("AMP1*input") == "3");
 }
 
 // Knobs that are connected, set, destroyed and made again at random, against a model of them.

@@ -1,0 +1,68 @@
+// Texts of equaliser bands, crossovers and delays, as they stand in files and are typed.
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <string>
+
+#include "logic/Crossover.h"
+#include "logic/EqBand.h"
+#include "logic/FilterValues.h"
+
+using namespace logic;
+
+namespace {
+
+void Require(bool condition) {
+    if (!condition)
+        __builtin_trap();
+}
+
+void CheckBand(const EqBand& band) {
+    Require(IsKnown(band));
+    Require(band.frequency >= 0 && band.frequency <= highestFrequency);
+    const auto again = ReadEqBand(EqBandText(band), {});
+    Require(again && again->type == band.type && again->slope == band.slope);
+    for (const bool asBandwidth : {false, true}) {
+        const float typed = TypedQ(band.q, band.type, asBandwidth);
+        Require(typed >= 0.0999F && typed <= 100.1F);
+        Require(std::isfinite(StepQ(band.q, 1, band.type, asBandwidth)));
+        Require(QText(band.q, asBandwidth).find("n") == std::string::npos);
+    }
+    const float stepped = StepFrequency(band.frequency, static_cast<std::int8_t>(band.bypass));
+    Require(stepped >= lowestFrequency && stepped <= highestFrequency);
+    Require(!GainText(band.gain).empty());
+}
+
+void CheckCrossover(const Crossover& crossover) {
+    Require(IsKnown(crossover));
+    Require(crossover.filters.highPassFrequency >= lowestFrequency &&
+            crossover.filters.lowPassFrequency <= highestFrequency);
+    Require(crossover.gain >= lowestTrim && crossover.gain <= highestTrim && crossover.delay.amount >= 0);
+    const auto again = ReadCrossover(CrossoverText(crossover), {});
+    Require(again && again->filters.lowPassType == crossover.filters.lowPassType &&
+            again->polarity == crossover.polarity && again->delay.unit == crossover.delay.unit);
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    // A copy of exactly this size, so that reading past the end is seen.
+    const std::string text(data, data + size);
+    if (const auto band = ReadEqBand(text, {}))
+        CheckBand(*band);
+    const Crossover start{{0, 20.0F, 0, 20.0F}, 0.0F, 0, {}};
+    if (const auto crossover = ReadCrossover(text, start))
+        CheckCrossover(*crossover);
+    if (const auto delay = ReadDelay(text, {}))
+        Require(IsKnown(*delay) && delay->amount >= 0);
+    DelaySetting typed;
+    Require(ReadDelayAmount(text, typed) <= 2 && IsKnown(typed));
+    Require(OfferedFilterTypes(text, size % 2 == 0) >= 4);
+    // Records come from devices as any bytes.
+    Crossover raw;
+    std::memcpy(&raw, text.data(), std::min(size, sizeof raw));
+    Require(!CrossoverText(raw).empty() && !TrimText(raw.gain).empty());
+    return 0;
+}

@@ -1,0 +1,116 @@
+#include "logic/EqBand.h"
+#include "logic/FilterValues.h"
+
+#include <cmath>
+#include <cstring>
+#include <limits>
+#include <string>
+
+#include <doctest/doctest.h>
+
+using namespace logic;
+
+TEST_CASE("the bytes of a band are those that devices exchange") {
+    const EqBand band{1, HighPass, 1000.0F, -3.0F, 0.5F, 2};
+    const unsigned char bytes[] = {1, 0, 0,    0,    3, 0, 0, 0,    0, 0, 0x7A, 0x44,
+                                   0, 0, 0x40, 0xC0, 0, 0, 0, 0x3F, 2, 0, 0,    0};
+    CHECK(std::memcmp(&band, bytes, 24) == 0);
+}
+
+TEST_CASE("a band as text") {
+    const EqBand before{0, LowShelf, 500.0F, -6.0F, 2.0F, 1};
+    struct Row {
+        const char* text;
+        EqBand band;
+    };
+    const Row rows[] = {
+        {"1,Hipass,12 dB,1000,0,0.7", {1, HighPass, 1000.0F, 0.0F, 0.7F, 2}},
+        {"0,PEQ,6 dB,62.5 Hz,+3.5 dB,1.4", {0, Peak, 62.5F, 3.5F, 1.4F, 1}},
+        {"-7", {1, LowShelf, 500.0F, -6.0F, 2.0F, 1}},
+        {"x,ALLPASS", {0, AllPass, 500.0F, -6.0F, 2.0F, 1}},
+        {"x,x,18", {0, LowShelf, 500.0F, -6.0F, 2.0F, 2}}, // slopes end at 12
+        {"x,x,3", {0, LowShelf, 500.0F, -6.0F, 2.0F, 0}},
+        {"x,x,-2147483648", {0, LowShelf, 500.0F, -6.0F, 2.0F, 0}},
+        {"x,x,x,5", {0, LowShelf, 5.0F, -6.0F, 2.0F, 1}}, // not limited to 20 here
+        {"x,x,x,-5", {0, LowShelf, 0.0F, -6.0F, 2.0F, 1}},
+        {"x,x,x,99999", {0, LowShelf, 20000.0F, -6.0F, 2.0F, 1}},
+        {"1,,,PEQ", {1, Peak, 500.0F, -6.0F, 2.0F, 1}}, // empty fields are none
+        {"x,x,x,nan,inf,1e99", before},
+    };
+    for (const Row& row : rows) {
+        CAPTURE(row.text);
+        CHECK(ReadEqBand(row.text, before).value_or(before) == row.band);
+    }
+    for (const char* text : {"", "x", ",,,", "x,x,x,x,x,x", "x,Hi pass"})
+        CHECK_FALSE(ReadEqBand(text, before));
+    CHECK(EqBandText(rows[0].band) == "1,Hipass,12 dB,1000 Hz,0 dB,0.7");
+    CHECK(EqBandText({}) == "0,PEQ,6 dB,0 Hz,0 dB,0");
+    CHECK(EqBandText({0, 77, 20.0F, 0.0F, 1.0F, 3}) == "0,,18 dB,20 Hz,0 dB,1");
+    for (const Row& row : rows)
+        CHECK(ReadEqBand(EqBandText(row.band), {}) == row.band);
+}
+
+TEST_CASE("what can be shown and set") {
+    CHECK(IsKnown({}));
+    CHECK_FALSE(IsKnown({0, 6, 20.0F, 0.0F, 1.0F, 1}));
+    CHECK_FALSE(IsKnown({0, -1, 20.0F, 0.0F, 1.0F, 1}));
+    CHECK_FALSE(IsKnown({0, 0, 20.0F, 0.0F, 1.0F, 3}));
+    CHECK_FALSE(IsKnown({0, 0, 20.0F, 0.0F, 1.0F, -1}));
+    CHECK(IsSound({0, 99, 20.0F, 0.0F, 1.0F, 99}));
+    CHECK_FALSE(IsSound({0, 0, std::nanf(""), 0.0F, 1.0F, 1}));
+    CHECK_FALSE(IsSound({0, 0, 20.0F, std::numeric_limits<float>::infinity(), 1.0F, 1}));
+    CHECK_FALSE(IsSound({0, 0, 20.0F, 0.0F, std::nanf(""), 1}));
+}
+
+TEST_CASE("devices offer different types") {
+    CHECK(OfferedFilterTypes("DSP", true) == 5);
+    CHECK(OfferedFilterTypes("DSP_ZQBCON", false) == 6);
+    for (const char* device : {"ZQBCON", "ZQBCON_1", "zqacon_left_2"}) {
+        CHECK(OfferedFilterTypes(device, true) == 4);
+        CHECK(OfferedFilterTypes(device, false) == 5);
+    }
+    CHECK(OfferedFilterTypes("ZQBCONX", true) == 5);
+    CHECK(OfferedFilterTypes("", false) == 6);
+}
+
+TEST_CASE("what the types have") {
+    const std::string expected[] = {"gain q", "gain slope", "gain slope", "slope", "slope", "slope"};
+    for (std::int32_t type = 0; type < filterTypeCount; ++type) {
+        std::string found = HasGain(type) ? "gain" : "";
+        found += HasQ(type, 1) ? " q" : "";
+        found += HasSlope(type) ? (found.empty() ? "slope" : " slope") : "";
+        CHECK(found == expected[type]);
+        CHECK(HasQ(type, 2) == (type == Peak || type >= HighPass));
+    }
+}
+
+TEST_CASE("Q is limited by the type, bandwidth only for the all-pass") {
+    const float octavesOfFive = QToBandwidth(5.0F);
+    CHECK(TypedQ(5.0F, Peak, false) == 5.0F);
+    CHECK(TypedQ(500.0F, Peak, false) == 100.0F);
+    CHECK(TypedQ(0.0F, LowPass, false) == 0.1F);
+    for (const std::int32_t type : {HighPass, LowPass, AllPass})
+        CHECK(TypedQ(5.0F, type, false) == 2.0F);
+    CHECK(TypedQ(octavesOfFive, HighPass, true) == doctest::Approx(5.0));
+    CHECK(TypedQ(octavesOfFive, AllPass, true) == doctest::Approx(2.0));
+    CHECK(TypedQ(0.0F, HighPass, true) == doctest::Approx(100.0));
+    CHECK(TypedQ(50.0F, Peak, true) == doctest::Approx(0.1));
+
+    CHECK(StepQ(0.7F, 1, Peak, false) == doctest::Approx(0.8));
+    CHECK(StepQ(0.1F, -1, Peak, false) == 0.1F);
+    CHECK(StepQ(2.0F, 3, HighPass, false) == 2.0F);
+    CHECK(StepQ(1.0F, 1, Peak, true) == doctest::Approx(0.92).epsilon(0.01)); // wider by 0.1 octaves
+    const float narrow = TypedQ(0.0F, Peak, true);
+    CHECK(StepQ(narrow, -1, Peak, true) == narrow); // no rounding at the end of the range
+    CHECK(StepGain(11.8F, 1, lowestEqGain, highestEqGain) == 12.0F);
+    CHECK(StepGain(-18.0F, -1, lowestEqGain, highestEqGain) == -18.0F);
+    CHECK(StepGain(0.0F, -2, lowestEqGain, highestEqGain) == -1.0F);
+
+    EqBand band{0, LowPass, 100.0F, 0.0F, 3.0F, 1};
+    CHECK_FALSE(LimitPassQ(band));
+    band.slope = 2;
+    CHECK(LimitPassQ(band));
+    CHECK(band.q == 2.0F);
+    band = {0, AllPass, 100.0F, 0.0F, 3.0F, 2};
+    CHECK_FALSE(LimitPassQ(band));
+}

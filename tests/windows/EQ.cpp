@@ -1,0 +1,684 @@
+// The editor of an equaliser band.
+
+#include "logic/EqBand.h"
+#include "tests/windows/EditorPanels.h"
+
+#include <limits>
+
+TEST_SUITE_BEGIN("EQ");
+
+namespace {
+
+using logic::EqBand;
+
+constexpr int TYPES = 100, GAIN = 101, FREQUENCY = 102, Q = 103, SLOPES = 104, BYPASS = 105;
+constexpr int GAIN_SPIN = 106, FREQUENCY_SPIN = 107, Q_SPIN = 108;
+constexpr const char* BAND = "0,PEQ,6 dB,1000 Hz,-3 dB,0.7";
+
+struct Fixture {
+    explicit Fixture(TestPanel::Visibility visibility = TestPanel::Hidden) : panel(visibility) {
+        eq = panel.Create("EQ", "Band 1");
+        Load(eq, "datatype=channeleq");
+        Load(eq, "interval=1000000");
+        Load(eq, std::string("properties=") + BAND);
+        Load(eq, "connection=Target");
+        target.held = {0, 0, 1000.0F, -3.0F, 0.7F, 1};
+    }
+    std::string Sent() { return TakeAll(sent); }
+    std::string Field(int id) const { return TextOf(Item(eq, id)); }
+    std::string Band() const { return Text(eq, "properties"); }
+
+    TestPanel panel;
+    std::vector<std::string> sent;
+    ValueTarget<EqBand> target{panel, "Target", DATATYPE_CHANNEL_EQ, logic::EqBandText, sent};
+    HWND eq = nullptr;
+};
+
+// A device that answers with any bytes.
+class OddDevice : public DEVICE {
+public:
+    explicit OddDevice(const TestPanel& panel) { Register(panel.Root(), "ODD"); }
+    LRESULT OnRequestList(WPARAM, LPARAM item) override {
+        auto& request = *reinterpret_cast<REQUESTITEM*>(item);
+        request.handler = [](VALUERECORD* record, void* context) {
+            auto& device = *static_cast<OddDevice*>(context);
+            if (record->command == COMMAND_SET) {
+                ++device.sets;
+                return 1;
+            }
+            std::memcpy(record->data, &device.band, sizeof device.band);
+            return 1;
+        };
+        request.context = this;
+        return 1;
+    }
+    EqBand band;
+    int sets = 0;
+};
+
+} // namespace
+
+TEST_CASE_FIXTURE(Fixture, "the children stand where they belong") {
+    RECT client;
+    GetClientRect(eq, &client);
+    CHECK(a_GetRectString(client) == "0,0,125,170");
+    const struct {
+        int id;
+        const char* className;
+        const char* place;
+    } rows[] = {{TYPES, "ComboBox", "45,26,120,50"},
+                {SLOPES, "ComboBox", "45,113,120,137"},
+                {BYPASS, "Button", "5,142,120,165"},
+                {GAIN, "Edit", "45,55,"},
+                {FREQUENCY, "Edit", "45,84,"},
+                {Q, "Edit", "45,113,"},
+                {GAIN_SPIN, "msctls_updown32", nullptr},
+                {Q_SPIN, "msctls_updown32", nullptr},
+                {FREQUENCY_SPIN, "msctls_updown32", nullptr}};
+    for (const auto& row : rows) {
+        CAPTURE(row.id);
+        char name[32] = "";
+        GetClassNameA(Item(eq, row.id), name, sizeof name);
+        CHECK(std::string(name) == row.className);
+        if (row.place != nullptr) {
+            CHECK(PlaceOf(Item(eq, row.id)).rfind(row.place, 0) == 0);
+        }
+    }
+    for (const auto& [field, spin] : {std::pair(GAIN, GAIN_SPIN), {FREQUENCY, FREQUENCY_SPIN}, {Q, Q_SPIN}}) {
+        CHECK(SendMessageA(Item(eq, spin), UDM_GETBUDDY, 0, 0) == reinterpret_cast<LRESULT>(Item(eq, field)));
+        RECT arrows{};
+        a_ReadRectString(PlaceOf(Item(eq, spin)).c_str(), &arrows); // within the field's rectangle
+        CHECK(arrows.left > 95);
+        CHECK(arrows.right > 115);
+        CHECK(arrows.right <= 120);
+    }
+    const HWND caption = FindWindowExA(eq, nullptr, "STATIC", "Band 1");
+    CHECK(PlaceOf(caption) == "5,5,120,20");
+    SetWindowTextA(eq, "Low");
+    CHECK(TextOf(caption) == "Low");
+    for (const auto& [text, place] : {std::pair("TYPE", "5,26,40,50"),
+                                      {"GAIN", "5,55,40,78"},
+                                      {"FREQ", "5,84,45,107"},
+                                      {"Q", "5,113,45,136"},
+                                      {"SLOPE", "5,113,45,137"}}) {
+        CHECK(PlaceOf(FindWindowExA(eq, nullptr, "STATIC", text)) == place);
+    }
+}
+
+TEST_CASE_FIXTURE(Fixture, "each type shows what it has") {
+    const struct {
+        const char* type;
+        const char* slope;
+        bool gain, q;
+        const char* slopes; // empty where there is no list
+        std::string place;
+    } rows[] = {
+        {"PEQ", "6", true, true, "", ""},
+        {"Loshelv", "12", true, false, "6dB/Oct,12dB/Oct", "45,113,120,137"},
+        {"Hishelv", "6", true, false, "6dB/Oct,12dB/Oct", "45,113,120,137"},
+        {"Hipass", "6", false, false, "6dB/Oct,12dB/Oct", "45,55,120,79"},
+        {"Lopass", "12", false, true, "6dB/Oct,12dB/Oct", "45,55,120,79"},
+        {"Allpass", "6", false, false, "first,second", "45,55,120,79"},
+        {"allpass", "12", false, true, "first,second", "45,55,120,79"},
+        {"PEQ", "12", true, true, "", ""},
+    };
+    for (const auto& row : rows) {
+        CAPTURE(std::string(row.type));
+        Load(eq, std::string("properties=0,") + row.type + "," + row.slope);
+        CHECK(lstrcmpiA(SelectedOf(Item(eq, TYPES)).c_str(), row.type) == 0);
+        CHECK(IsShown(Item(eq, GAIN)) == row.gain);
+        CHECK(IsShown(Item(eq, GAIN_SPIN)) == row.gain);
+        CHECK(IsShown(Item(eq, Q)) == row.q);
+        CHECK(IsShown(Item(eq, Q_SPIN)) == row.q);
+        CHECK(IsShown(Item(eq, FREQUENCY)));
+        const bool hasSlope = *row.slopes != '\0';
+        CHECK(IsShown(Item(eq, SLOPES)) == hasSlope);
+        if (hasSlope) {
+            CHECK(ItemsOf(Item(eq, SLOPES)) == row.slopes);
+            CHECK(PlaceOf(Item(eq, SLOPES)) == row.place);
+            CHECK(SendMessageA(Item(eq, SLOPES), CB_GETCURSEL, 0, 0) == (row.slope == std::string("12")));
+            const bool isOrder = std::string(row.slopes)[0] == 'f';
+            CHECK(FindWindowExA(eq, nullptr, "STATIC", isOrder ? "ORDER" : "SLOPE") != nullptr);
+        }
+    }
+}
+
+TEST_CASE("the types that are offered depend on datatype and device") {
+    const TestPanel panel;
+    const HWND eq = panel.Create("EQ", "Band");
+    const struct {
+        const char* datatype;
+        const char* function;
+        const char* kept;
+        LRESULT type;
+        const char* items;
+    } rows[] = {
+        {"mastereq", "DSP*band", "mastereq", 30, "PEQ,Loshelv,Hishelv,Hipass,Lopass"},
+        {"ChannelEQ", "DSP_ZQACON*band", "channeleq", 32, "PEQ,Loshelv,Hishelv,Hipass,Lopass,Allpass"},
+        {"channeleq", "ZQBCON_2*band", "channeleq", 32, "PEQ,Loshelv,Hishelv,Hipass,Lopass"},
+        {"", "ZQACON*band", "mastereq", 30, "PEQ,Loshelv,Hishelv,Hipass"},
+        {"anything", "", "mastereq", 30, "PEQ,Loshelv,Hishelv,Hipass,Lopass"},
+    };
+    CHECK(SendMessageA(eq, CWM_GETCONTROLTYPE, 0, 0) == 30);
+    for (const auto& row : rows) {
+        CHECK(Load(eq, std::string("datatype=") + row.datatype) == 1);
+        Load(eq, std::string("function=") + row.function);
+        CHECK(Text(eq, "datatype") == row.kept);
+        CHECK(Text(eq, "function") == row.function);
+        CHECK(SendMessageA(eq, CWM_GETCONTROLTYPE, 0, 0) == row.type);
+        CHECK(ItemsOf(Item(eq, TYPES)) == row.items);
+        CHECK(SelectedOf(Item(eq, TYPES)) == "PEQ");
+    }
+    Load(eq, "properties=0,Lopass");
+    Load(eq, "function=ZQBCON_1*band");
+    CHECK(SendMessageA(Item(eq, TYPES), CB_GETCURSEL, 0, 0) == CB_ERR); // it is none that the list has
+    CHECK(Text(eq, "properties") == "0,Lopass,6 dB,0 Hz,0 dB,0");
+}
+
+TEST_CASE_FIXTURE(Fixture, "typed values are limited, shown and sent") {
+    const struct {
+        const char* type;
+        int id;
+        const char* typed;
+        const char* shown;
+        const char* sent; // the last three members
+    } rows[] = {
+        {"PEQ,6", GAIN, "-6", "-6.0 dB", "1000 Hz,-6 dB,0.7"},
+        {"PEQ,6", GAIN, " +3.25 dB", "+3.2 dB", "1000 Hz,3.25 dB,0.7"},
+        {"PEQ,6", GAIN, "99", "+12.0 dB", "1000 Hz,12 dB,0.7"},
+        {"PEQ,6", GAIN, "-99", "-18.0 dB", "1000 Hz,-18 dB,0.7"},
+        {"PEQ,6", FREQUENCY, "440", "440.0 Hz", "440 Hz,-3 dB,0.7"},
+        {"PEQ,6", FREQUENCY, "0", "20.0 Hz", "20 Hz,-3 dB,0.7"},
+        {"PEQ,6", FREQUENCY, "1e6", "20000.0 Hz", "20000 Hz,-3 dB,0.7"},
+        {"PEQ,6", Q, "5", "5.0", "1000 Hz,-3 dB,5"},
+        {"PEQ,6", Q, "500", "100.0", "1000 Hz,-3 dB,100"},
+        {"PEQ,6", Q, "-1", "0.1", "1000 Hz,-3 dB,0.1"},
+        {"Hipass,12", Q, "5", "2.0", "1000 Hz,-3 dB,2"},
+        {"Allpass,12", Q, "5", "2.0", "1000 Hz,-3 dB,2"},
+        {"PEQ,6", GAIN, "loud", "-3.0 dB", ""},
+        {"PEQ,6", FREQUENCY, "", "1000.0 Hz", ""},
+        {"PEQ,6", Q, "nan", "0.7", ""},
+        {"PEQ,6", FREQUENCY, "440\r\n880", "440.0 Hz", "440 Hz,-3 dB,0.7"},
+    };
+    for (const WPARAM key : {VK_RETURN, VK_ESCAPE}) {
+        for (const auto& row : rows) {
+            CAPTURE(row.typed);
+            const std::string type = std::string("0,") + row.type;
+            Load(eq, "properties=" + type + ",1000,-3,0.7");
+            Sent();
+            TypeInto(eq, row.id, row.typed, key);
+            CHECK(Field(row.id) == row.shown);
+            CHECK(Sent() == (*row.sent == '\0' ? "" : type + " dB," + row.sent));
+        }
+    }
+}
+
+TEST_CASE("a field that is left commits what was typed") {
+    Fixture fixture(TestPanel::Visible);
+    LeaveField(fixture.eq, GAIN, "-6.5");
+    CHECK(fixture.Sent() == "0,PEQ,6 dB,1000 Hz,-6.5 dB,0.7");
+    Load(fixture.eq, "properties=0,PEQ,6,1000,-3.14,0.7");
+    fixture.Sent();
+    LeaveField(fixture.eq, GAIN, "-3.1 dB"); // as it was shown: nothing was typed
+    CHECK(fixture.Sent().empty());
+    CHECK(fixture.Band() == "0,PEQ,6 dB,1000 Hz,-3.14 dB,0.7");
+    TypeInto(fixture.eq, GAIN, "-3.1 dB"); // Enter sends it once more, with the digits that are not shown
+    CHECK(fixture.Sent() == "0,PEQ,6 dB,1000 Hz,-3.14 dB,0.7");
+    const HWND field = Item(fixture.eq, GAIN); // a field has one line
+    SetFocus(field);
+    SendMessageA(field, WM_CHAR, 1, 0); // Ctrl and A
+    for (const char letter : {'1', '\r', '\n', '\t', '5'}) {
+        SendMessageA(field, WM_CHAR, static_cast<WPARAM>(letter), 0);
+    }
+    CHECK(TextOf(field) == "15");
+}
+
+TEST_CASE_FIXTURE(Fixture, "arrows step, and send nothing at the limits") {
+    const struct {
+        const char* band;
+        int spin, delta, field;
+        const char* shown;
+        const char* sent; // the last three members; empty for nothing
+    } rows[] = {
+        {"PEQ,6 dB,1000,-3,0.7", GAIN_SPIN, -1, GAIN, "-2.5 dB", "1000 Hz,-2.5 dB,0.7"},
+        {"PEQ,6 dB,1000,-3,0.7", GAIN_SPIN, 5, GAIN, "-5.5 dB", "1000 Hz,-5.5 dB,0.7"},
+        {"PEQ,6 dB,1000,12,0.7", GAIN_SPIN, -1, GAIN, "+12.0 dB", ""},
+        {"PEQ,6 dB,1000,-18,0.7", GAIN_SPIN, 1, GAIN, "-18.0 dB", ""},
+        {"PEQ,6 dB,20,0,0.7", FREQUENCY_SPIN, -1, FREQUENCY, "20.2 Hz", "20.2417 Hz,0 dB,0.7"},
+        {"PEQ,6 dB,20,0,0.7", FREQUENCY_SPIN, 1, FREQUENCY, "20.0 Hz", ""},
+        {"PEQ,6 dB,20000,0,0.7", FREQUENCY_SPIN, -1, FREQUENCY, "20000 Hz", ""},
+        {"PEQ,6 dB,1000,0,0.7", FREQUENCY_SPIN, -1, FREQUENCY, "1017 Hz", "1016.52 Hz,0 dB,0.7"},
+        {"PEQ,6 dB,1000,0,0.7", Q_SPIN, -1, Q, "0.8", "1000 Hz,0 dB,0.8"},
+        {"PEQ,6 dB,1000,0,0.1", Q_SPIN, 1, Q, "0.1", ""},
+        {"PEQ,6 dB,1000,0,100", Q_SPIN, -1, Q, "100.0", ""},
+        {"Lopass,12 dB,1000,0,2", Q_SPIN, -1, Q, "2.0", ""},
+        {"PEQ,6 dB,1000,0,0.7", GAIN_SPIN, std::numeric_limits<int>::min(), GAIN, "+12.0 dB",
+         "1000 Hz,12 dB,0.7"},
+    };
+    for (const auto& row : rows) {
+        CAPTURE(row.band);
+        CAPTURE(row.spin);
+        Load(eq, std::string("properties=0,") + row.band);
+        Sent();
+        StepSpin(eq, row.spin, row.delta);
+        CHECK(Field(row.field) == row.shown);
+        const std::string sentBand = Sent();
+        CHECK(sentBand.substr(std::min(sentBand.size(), sentBand.find(" dB,") + 4)) == row.sent);
+    }
+    Load(eq, std::string("properties=") + BAND);
+    Sent();
+    const HWND spin = Item(eq, GAIN_SPIN); // the arrows themselves, far more often than their range is long
+    RECT arrows;
+    GetClientRect(spin, &arrows);
+    for (int i = 0; i < 3; ++i) {
+        SendMessageA(spin, WM_LBUTTONDOWN, MK_LBUTTON, At(arrows.right / 2, 3));
+        SendMessageA(spin, WM_LBUTTONUP, 0, At(arrows.right / 2, 3));
+    }
+    CHECK(Field(GAIN) == "-1.5 dB");
+    for (int i = 0; i < 200; ++i) {
+        SendMessageA(Item(eq, GAIN), WM_KEYDOWN, VK_DOWN, 0);
+        SendMessageA(Item(eq, GAIN), WM_KEYUP, VK_DOWN, 0);
+    }
+    CHECK(Field(GAIN) == "-18.0 dB");
+    CHECK(sent.size() == 3 + 33);
+}
+
+TEST_CASE_FIXTURE(Fixture, "bandwidth in place of Q") {
+    CHECK(Text(eq, "bw") == "q");
+    Load(eq, "properties=0,PEQ,6 dB,1000,0,1");
+    Sent();
+    CHECK(Load(eq, "bw=bw") == 1);
+    CHECK(Text(eq, "bw") == "bw");
+    CHECK(Field(Q) == "1.39 Oct");
+    CHECK(FindWindowExA(eq, nullptr, "STATIC", "BW") != nullptr);
+    CHECK(Sent() == "0,PEQ,6 dB,1000 Hz,0 dB,1"); // committed again, unchanged by the two digits shown
+    StepSpin(eq, Q_SPIN, -1);
+    CHECK(Field(Q) == "1.49 Oct");
+    TypeInto(eq, Q, "99");
+    CHECK(Field(Q) == "6.67 Oct");
+    TypeInto(eq, Q, "0.001 Oct");
+    CHECK(Field(Q) == "0.01 Oct");
+    Load(eq, "properties=0,Hipass,12 dB,1000,0,1");
+    TypeInto(eq, Q, "0.2885"); // no limit but 100 for a pass filter
+    CHECK(Field(Q) == "0.29 Oct");
+    Load(eq, "properties=0,Allpass,12 dB,1000,0,1");
+    TypeInto(eq, Q, "0.2885");
+    CHECK(Field(Q) == "0.71 Oct");
+    CHECK(Load(eq, "bw=quality") == 1);
+    CHECK(Field(Q) == "2.0");
+    Load(panel.Window(), "bandwidth=bw");
+    CHECK(Text(panel.Create("EQ", "Other"), "bw") == "bw");
+}
+
+TEST_CASE_FIXTURE(Fixture, "lists and the toggle send") {
+    ChooseItem(eq, TYPES, 2);
+    CHECK(Sent() == "0,Hishelv,6 dB,1000 Hz,-3 dB,0.7");
+    ChooseItem(eq, SLOPES, 1);
+    CHECK(Sent() == "0,Hishelv,12 dB,1000 Hz,-3 dB,0.7");
+    ChooseItem(eq, TYPES, -1);
+    ChooseItem(eq, SLOPES, -1);
+    SendMessageA(eq, WM_COMMAND, MAKEWPARAM(999, 0), 0);
+    CHECK(Sent().empty());
+    for (const char* down : {"1", "0"}) {
+        SendMessageA(Item(eq, BYPASS), BM_CLICK, 0, 0);
+        CHECK(Sent() == std::string(down) + ",Hishelv,12 dB,1000 Hz,-3 dB,0.7");
+    }
+    Load(eq, "properties=0,PEQ,12 dB,1000,0,5");
+    Sent();
+    ChooseItem(eq, TYPES, 3); // 12 dB an octave: its Q is limited
+    CHECK(Sent() == "0,Hipass,12 dB,1000 Hz,0 dB,2");
+    CHECK(Field(Q) == "2.0");
+    Load(eq, "properties=0,Lopass,6 dB,1000,0,5");
+    Sent();
+    ChooseItem(eq, SLOPES, 1);
+    CHECK(Sent() == "0,Lopass,12 dB,1000 Hz,0 dB,2");
+}
+
+TEST_CASE_FIXTURE(Fixture, "records and texts from outside") {
+    CHECK(Load(eq, "properties=1,Hipass,12 dB,1000,0,0.7") == 1);
+    CHECK(Band() == "1,Hipass,12 dB,1000 Hz,0 dB,0.7");
+    CHECK(Sent() == Band());
+    CHECK(Load(eq, "properties=1") == 1); // sent though nothing is new
+    CHECK(Sent() == Band());
+    CHECK(Load(eq, "properties=x") == 0);
+    CHECK(Load(eq, "properties=,,,5") == 1);
+    CHECK(Sent().empty() == false);
+    CHECK(SendMessageA(Item(eq, BYPASS), BM_GETCHECK, 0, 0) == BST_CHECKED);
+
+    EqBand band{0, logic::Peak, 250.0F, 1.5F, 3.0F, 1};
+    CHECK(Send(eq, COMMAND_SET, DATATYPE_MASTER_EQ, &band) == 0); // of the other kind
+    CHECK(Send(eq, COMMAND_SET, DATATYPE_CHANNEL_EQ, &band) == 1);
+    CHECK(Sent() == "0,PEQ,6 dB,250 Hz,1.5 dB,3");
+    CHECK(Send(eq, COMMAND_SET, DATATYPE_CHANNEL_EQ, &band, "value") == 1);
+    CHECK(Sent().empty()); // the one that is shown
+    CHECK(Field(FREQUENCY) == "250 Hz");
+    CHECK(Field(Q) == "3.0");
+    const EqBand bad[] = {{0, 6, 250.0F, 0.0F, 1.0F, 1},
+                          {0, 0, 250.0F, 0.0F, 1.0F, 3},
+                          {0, 0, std::numeric_limits<float>::quiet_NaN(), 0.0F, 1.0F, 1},
+                          {0, 0, 250.0F, std::numeric_limits<float>::infinity(), 1.0F, 1}};
+    for (EqBand record : bad) {
+        CHECK(Send(eq, COMMAND_SET, DATATYPE_CHANNEL_EQ, &record) == 0);
+    }
+    EqBand held;
+    CHECK(Send(eq, COMMAND_GET, DATATYPE_CHANNEL_EQ, &held) == 1);
+    CHECK(held == band);
+    CHECK(Send(eq, COMMAND_GET, DATATYPE_CHANNEL_EQ, &held) == 0);
+    CHECK(Send(eq, COMMAND_GET, DATATYPE_FLOAT, &held) == 0);
+    CHECK(Sent().empty());
+}
+
+TEST_CASE("a poll follows the device, and marks what it cannot show") {
+    const TestPanel panel;
+    panel.Declare("EQ1*device=simulated\nEQ1*band=channeleq,,,1,Loshelv,12 dB,99.5 Hz,+4 dB,0.7\n");
+    OddDevice odd(panel);
+    const HWND eq = panel.Create("EQ", "Band");
+    const auto field = [eq](int id) { return TextOf(Item(eq, id)); };
+    Load(eq, "datatype=channeleq");
+    Load(eq, "function=EQ1*band");
+    CHECK(!IsMarked(eq));
+    CHECK(Text(eq, "properties") == "1,Loshelv,12 dB,99.5 Hz,4 dB,0.7");
+    CHECK(field(GAIN) == "+4.0 dB");
+    CHECK(field(FREQUENCY) == "99.5 Hz");
+    CHECK(SelectedOf(Item(eq, SLOPES)) == "12dB/Oct");
+    SetWindowTextA(Item(eq, GAIN), "typing");
+    ph_SetParameter(panel.Root(), "EQ1*band", "0,x,x,440,x,x");
+    CHECK(!IsMarked(eq));
+    CHECK(field(FREQUENCY) == "440 Hz");
+    CHECK(field(GAIN) == "typing"); // what has not changed is not touched
+    ph_SetParameter(panel.Root(), "EQ1*online", "0");
+    CHECK(IsMarked(eq));
+    CHECK(Picture(eq).At(9, 25) != RGB(212, 208, 200)); // the sign
+    ph_SetParameter(panel.Root(), "EQ1*online", "1");
+    CHECK(!IsMarked(eq));
+    CHECK(Picture(eq).At(9, 25) == RGB(212, 208, 200));
+
+    Load(eq, "function=ODD*band");
+    const float notANumber = std::numeric_limits<float>::quiet_NaN();
+    const EqBand bad[] = {{0, 6, 250.0F, 0.0F, 1.0F, 1},
+                          {0, -1, 250.0F, 0.0F, 1.0F, 1},
+                          {0, 0, 250.0F, 0.0F, 1.0F, 3},
+                          {0, 0, notANumber, 0.0F, 1.0F, 1},
+                          {0, 0, 250.0F, notANumber, 1.0F, 1}};
+    for (const EqBand& band : bad) {
+        odd.band = band;
+        CHECK(IsMarked(eq));
+        CHECK(Text(eq, "properties") == "0,Loshelv,12 dB,440 Hz,4 dB,0.7");
+        StepSpin(eq, FREQUENCY_SPIN, -1); // shown, not sent: nobody knows what the rest should be
+        CHECK(odd.sets == 0);
+        Load(eq, "properties=0,Loshelv,12,440,4,0.7");
+    }
+    odd.band = {0, 0, 250.0F, 0.0F, 1.0F, 1};
+    CHECK(!IsMarked(eq));
+    StepSpin(eq, FREQUENCY_SPIN, -1);
+    CHECK(odd.sets == 1);
+}
+
+TEST_CASE("a field that is being typed in is left alone by a poll") {
+    Fixture fixture(TestPanel::Visible);
+    SetFocus(Item(fixture.eq, GAIN));
+    SetWindowTextA(Item(fixture.eq, GAIN), "-1");
+    fixture.target.held.gain = 6.0F;
+    fixture.target.held.q = 2.0F;
+    Poll(fixture.eq);
+    CHECK(fixture.Field(GAIN) == "-1");
+    CHECK(fixture.Field(Q) == "2.0");
+    CHECK(fixture.Band() == "0,PEQ,6 dB,1000 Hz,6 dB,2");
+    SetFocus(Item(fixture.eq, TYPES));
+    SendMessageA(Item(fixture.eq, TYPES), CB_SHOWDROPDOWN, TRUE, 0); // an open list holds up all
+    CHECK(fixture.Sent() == "0,PEQ,6 dB,1000 Hz,-1 dB,2");
+    fixture.target.held.gain = 3.0F;
+    Poll(fixture.eq);
+    CHECK(fixture.Field(GAIN) == "-1.0 dB");
+    SendMessageA(Item(fixture.eq, TYPES), CB_SHOWDROPDOWN, FALSE, 0);
+    Poll(fixture.eq);
+    CHECK(fixture.Field(GAIN) == "+3.0 dB");
+}
+
+TEST_CASE("what a new control holds reaches no device") {
+    const TestPanel panel;
+    panel.Declare("EQ1*device=simulated\nEQ1*a=channeleq,,,0,Loshelv,12 dB,100 Hz,4 dB,0.7\n"
+                  "EQ1*b=channeleq,,,0,Hishelv,6 dB,8000 Hz,1 dB,0.5\n");
+    const auto create = [&](const char* function) {
+        const HWND eq = panel.Create("EQ", "Band");
+        Load(eq, "datatype=channeleq");
+        Load(eq, std::string("function=") + function);
+        return eq;
+    };
+    TypeInto(create("EQ1*a"), GAIN, "-2"); // before the first poll
+    CHECK(panel.Parameter("EQ1*a") == "0,Loshelv,12 dB,100 Hz,-2 dB,0.7");
+    StepSpin(create("EQ1*a"), GAIN_SPIN, -1);
+    CHECK(panel.Parameter("EQ1*a") == "0,Loshelv,12 dB,100 Hz,-1.5 dB,0.7");
+    SendMessageA(Item(create("EQ1*a"), BYPASS), BM_CLICK, 0, 0);
+    CHECK(panel.Parameter("EQ1*a") == "1,Loshelv,12 dB,100 Hz,-1.5 dB,0.7");
+    ChooseItem(create("EQ1*a"), TYPES, 1);
+    Load(create("EQ1*a"), "properties=x,x,6");
+    CHECK(panel.Parameter("EQ1*a") == "1,Loshelv,6 dB,100 Hz,-1.5 dB,0.7");
+    Load(create("EQ1*a"), "properties=0,PEQ,6 dB,0 Hz,0 dB,0", LOAD_FROM_FILE); // saved by a new control
+    CHECK(panel.Parameter("EQ1*a") == "1,Loshelv,6 dB,100 Hz,-1.5 dB,0.7");
+
+    const HWND both = create("EQ1*a;EQ1*b"); // they disagree: both become the first one and the change
+    TypeInto(both, FREQUENCY, "500");
+    CHECK(panel.Parameter("EQ1*a") == "1,Loshelv,6 dB,500 Hz,-1.5 dB,0.7");
+    CHECK(panel.Parameter("EQ1*b") == panel.Parameter("EQ1*a"));
+
+    const HWND offline = create("EQ1*b");
+    ph_SetParameter(panel.Root(), "EQ1*online", "0");
+    TypeInto(offline, GAIN, "5");
+    CHECK(TextOf(Item(offline, GAIN)) == "+5.0 dB");
+    ph_SetParameter(panel.Root(), "EQ1*online", "1");
+    Poll(offline);
+    CHECK(panel.Parameter("EQ1*b") == "1,Loshelv,6 dB,500 Hz,-1.5 dB,0.7");
+    CHECK(TextOf(Item(offline, GAIN)) == "-1.5 dB");
+}
+
+TEST_CASE("without an owner a new value goes to the parent window") {
+    static std::string received;
+    const TestPanel panel;
+    const HWND eq = CreateControl("EQ", "Alone", panel.Window(), nullptr);
+    SetWindowLongA(eq, GWL_ID, 77);
+    const auto before = reinterpret_cast<WNDPROC>(SetWindowLongA(
+        panel.Window(), GWL_WNDPROC,
+        reinterpret_cast<LONG>(static_cast<WNDPROC>(
+            [](HWND window, UINT message, WPARAM wParam, LPARAM lParam) __attribute__((stdcall))->LRESULT {
+                if (message == WM_USER) {
+                    received += std::to_string(wParam) + ":" +
+                                logic::EqBandText(*reinterpret_cast<const EqBand*>(lParam));
+                    return 0;
+                }
+                return DefWindowProcA(window, message, wParam, lParam);
+            }))));
+    EqBand band{1, 0, 100.0F, 0.0F, 1.0F, 1};
+    Send(eq, COMMAND_SET, DATATYPE_MASTER_EQ, &band);
+    Send(eq, COMMAND_SET, DATATYPE_MASTER_EQ, &band); // equal
+    TypeInto(eq, GAIN, "5");                          // edits need an owner
+    CHECK(received == "77:1,PEQ,6 dB,100 Hz,0 dB,1");
+    SetWindowLongA(panel.Window(), GWL_WNDPROC, reinterpret_cast<LONG>(before));
+}
+
+TEST_CASE("Tab goes through the children and leaves at the ends") {
+    Fixture fixture(TestPanel::Visible);
+    const HWND eq = fixture.eq;
+    const HWND after = fixture.panel.Create("BBUTTON", "After");
+    SetWindowLongA(after, GWL_STYLE, GetWindowLongA(after, GWL_STYLE) | WS_TABSTOP);
+    const auto walk = [&](bool shift) {
+        std::string ids;
+        for (int i = 0; i < 8 && GetParent(GetFocus()) == eq; ++i) {
+            ids += std::to_string(GetDlgCtrlID(GetFocus())) + " ";
+            PressKey(VK_TAB, shift);
+        }
+        return ids;
+    };
+    SetFocus(eq);
+    SendMessageA(eq, WM_KEYUP, VK_TAB, 0);
+    CHECK(walk(false) == "100 101 102 103 105 ");
+    CHECK(GetFocus() == after);
+    SetFocus(Item(eq, BYPASS));
+    CHECK(walk(true) == "105 103 102 101 100 ");
+    Load(eq, "properties=1,Hipass,12");
+    Load(eq, "disableitems=0x8"); // the frequency
+    SetFocus(eq);
+    SendMessageA(eq, WM_KEYUP, VK_TAB, 0);
+    CHECK(GetFocus() == Item(eq, BYPASS)); // it is bypassed
+    SetFocus(Item(eq, TYPES));
+    CHECK(walk(false) == "100 103 104 105 ");
+    MSG tab{Item(eq, GAIN), WM_KEYDOWN, VK_TAB, 0, 0, {}};
+    const auto wanted = [&](int id) {
+        return (SendMessageA(Item(eq, id), WM_GETDLGCODE, VK_TAB, reinterpret_cast<LPARAM>(&tab)) &
+                (DLGC_WANTTAB | DLGC_WANTALLKEYS)) != 0;
+    };
+    CHECK(wanted(TYPES));
+    CHECK(wanted(Q));
+    CHECK_FALSE(wanted(BYPASS)); // whoever moves the focus through the panel does so here
+    SetFocus(Item(eq, Q));
+    Load(eq, "properties=0,Loshelv"); // the field goes
+    CHECK(GetFocus() == eq);
+}
+
+TEST_CASE("an edited panel gets the presses, and its children do not react") {
+    Fixture fixture(TestPanel::Visible);
+    const HWND eq = fixture.eq;
+    MoveCursor(fixture.panel, 60, 70);
+    ph_SetMode(fixture.panel.Root(), 1);
+    MSG posted;
+    for (const int id : {TYPES, GAIN, GAIN_SPIN, BYPASS}) {
+        for (const UINT message : {WM_LBUTTONDOWN, WM_LBUTTONDBLCLK, WM_MOUSEMOVE}) {
+            SendMessageA(Item(eq, id), message, MK_LBUTTON, At(3, 3));
+            const UINT expected = message == WM_MOUSEMOVE ? WM_MOUSEMOVE : WM_LBUTTONDOWN;
+            REQUIRE(TakePosted(fixture.panel.Window(), expected, posted));
+            CHECK(posted.lParam == At(60, 70));
+        }
+        SendMessageA(Item(eq, id), WM_LBUTTONUP, 0, At(3, 3));
+        SendMessageA(Item(eq, id), WM_KEYDOWN, VK_SPACE, 0);
+        SendMessageA(Item(eq, id), WM_KEYUP, VK_SPACE, 0);
+    }
+    StepSpin(eq, GAIN_SPIN, -1);
+    ChooseItem(eq, TYPES, 1);
+    CHECK(fixture.Band() == BAND);
+    CHECK(fixture.Sent().empty());
+    ph_SetMode(fixture.panel.Root(), 0);
+    SendMessageA(Item(eq, BYPASS), WM_LBUTTONDOWN, MK_LBUTTON | MK_CONTROL, At(3, 3));
+    CHECK(TakePosted(fixture.panel.Window(), WM_LBUTTONDOWN, posted));
+    SendMessageA(Item(eq, TYPES), WM_RBUTTONDOWN, MK_RBUTTON | MK_SHIFT | MK_CONTROL, At(3, 3));
+    CHECK(IsWindow(ObjectOf(eq).dialog));
+}
+
+TEST_CASE_FIXTURE(Fixture, "disabled children and the focus colour") {
+    CHECK(Text(eq, "disableitems") == "0x0");
+    CHECK(Load(eq, "disableitems=3f") == 1);
+    CHECK(Text(eq, "disableitems") == "0x3f");
+    for (int id = TYPES; id <= Q_SPIN; ++id) {
+        CHECK_FALSE(IsWindowEnabled(Item(eq, id)));
+    }
+    CHECK(Load(eq, "disableitems=x") == 0);
+    CHECK(Load(eq, "disableitems=0xfffffff0") == 1);
+    CHECK(Text(eq, "disableitems") == "0x30");
+    CHECK(IsWindowEnabled(Item(eq, FREQUENCY_SPIN)));
+    CHECK_FALSE(IsWindowEnabled(Item(eq, Q_SPIN)));
+
+    const HWND caption = FindWindowExA(eq, nullptr, "STATIC", "Band 1");
+    const auto ground = [caption] { return Picture(caption).At(1, 1); };
+    CHECK(Text(eq, "focus") == "0");
+    CHECK(Text(eq, "focuscolor") == "0x0000c800");
+    CHECK(ground() == RGB(212, 208, 200));
+    CHECK(Load(eq, "focus=yes") == 1);
+    CHECK(Text(eq, "focus") == "1");
+    CHECK(ground() == RGB(0, 200, 0));
+    CHECK(Load(eq, "focuscolor=ff") == 1);
+    CHECK(ground() == RGB(255, 0, 0));
+    CHECK(Load(eq, "focus=0") == 1);
+    CHECK(ground() == RGB(212, 208, 200));
+}
+
+TEST_CASE("a band is copied from one panel to another") {
+    Fixture from(TestPanel::Visible);
+    Fixture to(TestPanel::Visible);
+    Load(to.eq, "properties=1,PEQ,6,20,0,1");
+    Load(from.eq, "properties=0,Hipass,12,440,-2,0.9");
+    to.Sent();
+    OpenClipboard(nullptr);
+    EmptyClipboard();
+    CloseClipboard();
+    const auto menu = [](Fixture& fixture, int down) {
+        ChooseFromMenu(fixture.eq, down, [&fixture] {
+            SendMessageA(fixture.eq, WM_CONTEXTMENU, reinterpret_cast<WPARAM>(Item(fixture.eq, TYPES)),
+                         At(200, 200));
+        });
+    };
+    menu(to, 2); // nothing to paste
+    CHECK(to.Sent().empty());
+    menu(from, 1);
+    CHECK(IsClipboardFormatAvailable(a_GetClipboardFormat("EQ band")));
+    menu(to, 2);
+    CHECK(to.Sent() == "0,Hipass,12 dB,440 Hz,-2 dB,0.9");
+    const UINT format = a_GetClipboardFormat("EQ band");
+    const EqBand bad{0, 0, std::numeric_limits<float>::quiet_NaN(), 0.0F, 1.0F, 1};
+    for (const std::size_t size : {sizeof bad, std::size_t{8}}) {
+        const HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE, size);
+        std::memcpy(GlobalLock(block), &bad, size);
+        GlobalUnlock(block);
+        OpenClipboard(nullptr);
+        EmptyClipboard();
+        SetClipboardData(format, block);
+        CloseClipboard();
+        menu(to, 2);
+        CHECK(to.Sent().empty());
+    }
+    OpenClipboard(nullptr); // and a line for a field
+    EmptyClipboard();
+    const HGLOBAL text = GlobalAlloc(GMEM_MOVEABLE, 8);
+    lstrcpyA(static_cast<char*>(GlobalLock(text)), "33\r\n44");
+    GlobalUnlock(text);
+    SetClipboardData(CF_TEXT, text);
+    CloseClipboard();
+    const HWND field = Item(to.eq, FREQUENCY);
+    SendMessageA(field, EM_SETSEL, 0, -1);
+    SendMessageA(field, WM_PASTE, 0, 0);
+    CHECK(TextOf(field) == "33");
+}
+
+TEST_CASE("it may go at any moment") {
+    for (int way = 0; way < 7; ++way) {
+        CAPTURE(way);
+        Fixture fixture(TestPanel::Visible);
+        const HWND eq = fixture.eq;
+        fixture.target.onSet = [eq] { DestroyWindow(eq); };
+        const HWND gain = Item(eq, GAIN);
+        switch (way) {
+        case 0:
+            TypeInto(eq, GAIN, "3");
+            break;
+        case 1:
+            LeaveField(eq, GAIN, "3");
+            break;
+        case 2:
+            SendMessageA(Item(eq, BYPASS), BM_CLICK, 0, 0);
+            break;
+        case 3:
+            ChooseItem(eq, TYPES, 3);
+            break;
+        case 4:
+            SendMessageA(Item(eq, TYPES), CB_SHOWDROPDOWN, TRUE, 0);
+            SetWindowTextA(gain, "5");
+            DestroyWindow(eq);
+            break;
+        case 5:
+            SetFocus(gain);
+            SetWindowTextA(gain, "5");
+            DestroyWindow(eq); // with what was typed
+            break;
+        default:
+            std::thread user([eq] {
+                WaitForMenu(true);
+                SendMessageA(eq, WM_CLOSE, 0, 0);
+            });
+            SendMessageA(eq, WM_CONTEXTMENU, 0, At(200, 200));
+            user.join();
+        }
+        CHECK_FALSE(IsWindow(eq));
+        CHECK(fixture.sent.size() == (way < 4 ? 1 : 0));
+    }
+    CHECK(a_HostinfoCount() == 0);
+}
+
+TEST_SUITE_END();

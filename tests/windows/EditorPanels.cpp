@@ -1,0 +1,109 @@
+#include "tests/windows/EditorPanels.h"
+
+std::string TakeAll(std::vector<std::string>& log) {
+    std::string all;
+    for (const std::string& text : log) {
+        all += (all.empty() ? "" : " | ") + text;
+    }
+    log.clear();
+    return all;
+}
+
+std::string TextOf(HWND window) {
+    char text[TEXT_SIZE] = "";
+    GetWindowTextA(window, text, sizeof text);
+    return text;
+}
+
+bool IsShown(HWND child) {
+    return (GetWindowLongA(child, GWL_STYLE) & WS_VISIBLE) != 0;
+}
+
+std::string PlaceOf(HWND child) {
+    RECT place;
+    GetWindowRect(child, &place);
+    MapWindowPoints(nullptr, GetParent(child), reinterpret_cast<POINT*>(&place), 2);
+    return a_GetRectString(place);
+}
+
+std::string ItemsOf(HWND list) {
+    std::string items;
+    const LRESULT count = SendMessageA(list, CB_GETCOUNT, 0, 0);
+    for (LRESULT i = 0; i < count; ++i) {
+        char text[TEXT_SIZE] = "";
+        SendMessageA(list, CB_GETLBTEXT, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(text));
+        items += (i == 0 ? "" : ",") + std::string(text);
+    }
+    return items;
+}
+
+std::string SelectedOf(HWND list) {
+    return TextOf(list);
+}
+
+void TypeInto(HWND panel, int fieldId, const char* typed, WPARAM key) {
+    const HWND field = Item(panel, fieldId);
+    SetWindowTextA(field, typed);
+    SendMessageA(field, WM_KEYDOWN, key, 0);
+    if (IsWindow(field)) {
+        SendMessageA(field, WM_CHAR, key, 0);
+    }
+}
+
+void LeaveField(HWND panel, int fieldId, const char* typed) {
+    const HWND field = Item(panel, fieldId);
+    SetFocus(field);
+    SetWindowTextA(field, typed);
+    SetFocus(panel);
+}
+
+void StepSpin(HWND panel, int spinId, int delta) {
+    NMUPDOWN step{
+        {Item(panel, spinId), static_cast<UINT_PTR>(spinId), static_cast<UINT>(UDN_DELTAPOS)}, 50, delta};
+    SendMessageA(panel, WM_NOTIFY, step.hdr.idFrom, reinterpret_cast<LPARAM>(&step));
+}
+
+void ChooseItem(HWND panel, int listId, int item) {
+    const HWND list = Item(panel, listId);
+    SendMessageA(list, CB_SETCURSEL, static_cast<WPARAM>(item), 0);
+    SendMessageA(panel, WM_COMMAND, MAKEWPARAM(listId, CBN_SELCHANGE), reinterpret_cast<LPARAM>(list));
+}
+
+void PressKey(WPARAM key, bool shift) {
+    BYTE keys[256] = {};
+    keys[VK_SHIFT] = shift ? 0x80 : 0;
+    SetKeyboardState(keys);
+    SendMessageA(GetFocus(), WM_KEYDOWN, key, 0);
+    SendMessageA(GetFocus(), WM_KEYUP, key, 0);
+    keys[VK_SHIFT] = 0;
+    SetKeyboardState(keys);
+}
+
+bool WaitForMenu(bool isOpen) {
+    for (int i = 0; i < 400; ++i) {
+        if ((FindWindowA("#32768", nullptr) != nullptr) == isOpen) {
+            return true;
+        }
+        Sleep(5);
+        if (!isOpen && i == 60) { // an entry that cannot be chosen leaves it open
+            return false;
+        }
+    }
+    return false;
+}
+
+void ChooseFromMenu(HWND owner, int down, const std::function<void()>& open) {
+    std::thread user([owner, down] {
+        WaitForMenu(true);
+        for (int i = 0; i < down; ++i) {
+            PostMessageA(owner, WM_KEYDOWN, VK_DOWN, 0);
+        }
+        PostMessageA(owner, WM_KEYDOWN, VK_RETURN, 0);
+        if (!WaitForMenu(false)) {
+            PostMessageA(owner, WM_KEYDOWN, VK_ESCAPE, 0);
+        }
+    });
+    open();
+    user.join();
+    Pump(1);
+}

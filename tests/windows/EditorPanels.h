@@ -1,0 +1,76 @@
+#pragma once
+
+#include "tests/windows/Buttons.h"
+
+#include <commctrl.h>
+#include <cstring>
+#include <functional>
+#include <string>
+#include <thread>
+#include <vector>
+
+// What the tests of the editor panels share.
+
+// An object of a panel that holds a value of one datatype and writes what it is set to into a common log.
+template <class Value>
+class ValueTarget : public Recorder {
+public:
+    using ToText = std::string (*)(const Value&);
+    ValueTarget(const TestPanel& panel, const char* ownName, int type, ToText toText,
+                std::vector<std::string>& sent)
+        : Recorder(panel, ownName), datatype(type), text(toText), log(sent) {}
+
+    LRESULT OnMessage(WPARAM wParam, LPARAM lParam) override {
+        auto& record = *reinterpret_cast<VALUERECORD*>(lParam);
+        switch (record.command) {
+        case COMMAND_GET:
+            return reachable ? a_AnswerBytes(&record, datatype, &held, sizeof held) : -1;
+        case COMMAND_SET:
+            if (record.datatype != datatype) {
+                return 0;
+            }
+            std::memcpy(&held, record.data, sizeof held);
+            log.push_back(text(held));
+            if (onSet) {
+                onSet();
+            }
+            return 1;
+        default:
+            return Recorder::OnMessage(wParam, lParam);
+        }
+    }
+
+    int datatype;
+    ToText text;
+    std::vector<std::string>& log;
+    Value held{};
+};
+
+// The log as one text, which is then empty: "a | b".
+std::string TakeAll(std::vector<std::string>& log);
+
+std::string TextOf(HWND window);
+inline HWND Item(HWND panel, int id) {
+    return GetDlgItem(panel, id);
+}
+bool IsShown(HWND child);
+// Left, top, right and bottom in the parent's client area.
+std::string PlaceOf(HWND child);
+// The items of a drop-down list, joined by ",", and the one that is selected.
+std::string ItemsOf(HWND list);
+std::string SelectedOf(HWND list);
+
+// What a user does to a child: a text typed and ended by a key or the loss of the focus, an arrow pressed, an
+// item chosen.
+void TypeInto(HWND panel, int fieldId, const char* typed, WPARAM key = VK_RETURN);
+void LeaveField(HWND panel, int fieldId, const char* typed);
+void StepSpin(HWND panel, int spinId, int delta);
+void ChooseItem(HWND panel, int listId, int item);
+// A key as the keyboard would send it to the window with the focus, with Shift held or not.
+void PressKey(WPARAM key, bool shift = false);
+
+// Whether a menu opens, or closes, soon. Called from another thread.
+bool WaitForMenu(bool isOpen);
+// Chooses an entry of the menu that the action opens, by the number of steps down. One that cannot be chosen
+// is left by Escape.
+void ChooseFromMenu(HWND owner, int down, const std::function<void()>& open);

@@ -1,0 +1,450 @@
+// The editor of a crossover channel.
+
+#include "logic/Crossover.h"
+#include "tests/windows/EditorPanels.h"
+
+#include <array>
+#include <limits>
+
+TEST_SUITE_BEGIN("XOver");
+
+namespace {
+
+using logic::Crossover;
+
+constexpr int HIGH_PASS_TITLE = 100, HIGH_PASS_TYPE = 101, HIGH_PASS = 102, HIGH_PASS_SPIN = 103;
+constexpr int LOW_PASS_TITLE = 104, LOW_PASS_TYPE = 105, LOW_PASS = 106, LOW_PASS_SPIN = 107;
+constexpr int GAIN = 108, GAIN_SPIN = 109, DELAY = 110, DELAY_SPIN = 111, BYPASS = 112, POLARITY = 113;
+constexpr const char* CHANNEL = "LINK24,80 Hz,OFF,20000 Hz,-3 dB,normal,0,2.5 ms";
+
+std::string FiltersOf(const logic::CrossoverFilters& filters) {
+    return "F " + logic::FiltersText(filters);
+}
+std::string DelayOf(const logic::DelaySetting& delay) {
+    return "D " + logic::DelayText(delay);
+}
+std::string GainOf(const float& gain) {
+    return "G " + std::to_string(gain).substr(0, std::to_string(gain).find('.') + 2);
+}
+std::string PolarityOf(const int& polarity) {
+    return "P " + std::to_string(polarity);
+}
+
+// A control whose four slots are bound to a target each, in the state of CHANNEL.
+struct Fixture {
+    explicit Fixture(TestPanel::Visibility visibility = TestPanel::Hidden) : panel(visibility) {
+        const Crossover all = *logic::ReadCrossover(CHANNEL, {});
+        filters.held = all.filters;
+        gain.held = all.gain;
+        polarity.held = all.polarity;
+        delay.held = all.delay;
+        xover = panel.Create("XOVER", "Low");
+        Load(xover, "interval=1000000");
+        Load(xover, std::string("value=") + CHANNEL);
+        Load(xover, "function=Filters");
+        Load(xover, "function1=Gain");
+        Load(xover, "function2=Polarity");
+        Load(xover, "function3=Delay");
+    }
+    std::string Sent() { return TakeAll(sent); }
+    std::string Field(int id) const { return TextOf(Item(xover, id)); }
+
+    TestPanel panel;
+    std::vector<std::string> sent;
+    ValueTarget<logic::CrossoverFilters> filters{panel, "Filters", DATATYPE_CROSSOVER, FiltersOf, sent};
+    ValueTarget<float> gain{panel, "Gain", DATATYPE_FLOAT, GainOf, sent};
+    ValueTarget<int> polarity{panel, "Polarity", DATATYPE_INTEGER, PolarityOf, sent};
+    ValueTarget<logic::DelaySetting> delay{panel, "Delay", DATATYPE_DELAY, DelayOf, sent};
+    HWND xover = nullptr;
+};
+
+// Configurations lie beside the library.
+class Configuration {
+public:
+    Configuration(const char* name, const std::string& lines)
+        : path_(ProgramFolder() + "Controls\\" + name + ".cfg") {
+        const HANDLE file = CreateFileA(path_.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
+        DWORD written = 0;
+        WriteFile(file, lines.data(), static_cast<DWORD>(lines.size()), &written, nullptr);
+        CloseHandle(file);
+    }
+    ~Configuration() { DeleteFileA(path_.c_str()); }
+    Configuration(const Configuration&) = delete;
+    Configuration& operator=(const Configuration&) = delete;
+
+private:
+    std::string path_;
+};
+
+} // namespace
+
+TEST_CASE_FIXTURE(Fixture, "the children stand where they belong") {
+    RECT client;
+    GetClientRect(xover, &client);
+    CHECK(a_GetRectString(client) == "0,0,292,170");
+    const struct {
+        int id;
+        const char* place; // of a field only left and top: its arrows take some of it
+    } rows[] = {{HIGH_PASS_TITLE, "5,5,141,20"},
+                {LOW_PASS_TITLE, "151,5,287,20"},
+                {HIGH_PASS_TYPE, "66,26,141,50"},
+                {LOW_PASS_TYPE, "212,26,287,50"},
+                {HIGH_PASS, "66,54,"},
+                {LOW_PASS, "212,54,"},
+                {GAIN, "66,106,"},
+                {DELAY, "212,106,"},
+                {BYPASS, "151,134,286,157"},
+                {POLARITY, "66,134,141,158"}};
+    for (const auto& row : rows) {
+        CAPTURE(row.id);
+        CHECK(PlaceOf(Item(xover, row.id)).substr(0, std::strlen(row.place)) == row.place);
+    }
+    for (const auto& [field, spin] : {std::pair(HIGH_PASS, HIGH_PASS_SPIN),
+                                      {LOW_PASS, LOW_PASS_SPIN},
+                                      {GAIN, GAIN_SPIN},
+                                      {DELAY, DELAY_SPIN}}) {
+        CHECK(SendMessageA(Item(xover, spin), UDM_GETBUDDY, 0, 0) ==
+              reinterpret_cast<LRESULT>(Item(xover, field)));
+    }
+    const std::string types =
+        "thru,6dB,12dB/0.5,12dB/0.6,12dB/0.7,12dB/0.8,12dB/1.0,12dB/1.2,12dB/1.5,12dB/2.0,"
+        "Bessel 12,Butter 12,Linkw 12,Bessel 18,Butter 18,Bessel 24,Butter 24,Linkw 24";
+    CHECK(ItemsOf(Item(xover, HIGH_PASS_TYPE)) == types);
+    CHECK(ItemsOf(Item(xover, LOW_PASS_TYPE)) == types);
+    CHECK(ItemsOf(Item(xover, POLARITY)) == "normal,inverted");
+    const Picture picture(xover);
+    for (const auto& [x, y, colour] : {std::tuple(5, 85, RGB(0, 0, 0)),
+                                       {286, 86, RGB(255, 255, 255)},
+                                       {4, 85, RGB(212, 208, 200)},
+                                       {146, 87, RGB(212, 208, 200)}}) {
+        CHECK(picture.At(x, y) == colour);
+    }
+    CHECK(SendMessageA(xover, CWM_GETCONTROLTYPE, 0, 0) == 19);
+}
+
+TEST_CASE_FIXTURE(Fixture, "a record is shown and goes out in four parts") {
+    CHECK(Sent().empty());
+    CHECK(Load(xover, "value=S12Q05,99.96,BESS24,1600,+6,inverted,1,120 samples") == 1);
+    CHECK(Sent() == "F S12Q05,99.96 Hz,BESS24,1600 Hz | G 6.0 | P 1 | D 1,120 samples");
+    CHECK(SelectedOf(Item(xover, POLARITY)) == "inverted");
+    CHECK(SendMessageA(Item(xover, HIGH_PASS_TYPE), CB_GETCURSEL, 0, 0) == 2);
+    CHECK(SendMessageA(Item(xover, LOW_PASS_TYPE), CB_GETCURSEL, 0, 0) == 15);
+    CHECK(Field(HIGH_PASS) == "100.0 Hz");
+    CHECK(Field(LOW_PASS) == "1600 Hz");
+    CHECK(Field(GAIN) == "+6.0 dB");
+    CHECK(Field(DELAY) == "120 samples");
+    CHECK_FALSE(IsWindowEnabled(Item(xover, DELAY)));
+    CHECK_FALSE(IsWindowEnabled(Item(xover, DELAY_SPIN)));
+    CHECK(SendMessageA(Item(xover, BYPASS), BM_GETCHECK, 0, 0) == BST_CHECKED);
+
+    Crossover held;
+    CHECK(Send(xover, COMMAND_GET, DATATYPE_CROSSOVER, &held) == 1);
+    CHECK(Send(xover, COMMAND_GET, DATATYPE_CROSSOVER, &held) == 0);
+    CHECK(Send(xover, COMMAND_SET, DATATYPE_CROSSOVER, &held) == 1);
+    CHECK(Sent().empty()); // equal
+    const Crossover good = held;
+    for (int fault = 0; fault < 5; ++fault) {
+        held = good;
+        held.filters.lowPassType = fault == 0 ? 18 : 0;
+        held.polarity = fault == 1 ? -1 : 0;
+        held.delay.unit = fault == 2 ? 8 : 0;
+        held.gain = fault == 3 ? std::numeric_limits<float>::quiet_NaN() : 0.0F;
+        held.delay.amount = fault == 4 ? std::numeric_limits<float>::infinity() : 0.0F;
+        CHECK(Send(xover, COMMAND_SET, DATATYPE_CROSSOVER, &held) == 0);
+    }
+    CHECK(Load(xover, "value=nothing,of,this") == 0);
+    CHECK(Load(xover, "value=") == 0);
+    CHECK(Sent().empty());
+}
+
+TEST_CASE_FIXTURE(Fixture, "typed values are limited, shown and sent to their slot") {
+    const struct {
+        int id;
+        const char* typed;
+        const char* shown;
+        const char* sent;
+    } rows[] = {
+        {HIGH_PASS, "5", "20 Hz", "F LINK24,20 Hz,OFF,20000 Hz"},
+        {HIGH_PASS, "62.5", "62.5 Hz", "F LINK24,62.5 Hz,OFF,20000 Hz"},
+        {LOW_PASS, "99999", "20000 Hz", "F LINK24,80 Hz,OFF,20000 Hz"},
+        {LOW_PASS, "1600 Hz", "1600 Hz", "F LINK24,80 Hz,OFF,1600 Hz"},
+        {GAIN, "+10", "+6.0 dB", "G 6.0"},
+        {GAIN, "-99", "-30.0 dB", "G -30.0"},
+        {DELAY, "7", "7 ms", "D 0,7 ms"},
+        {DELAY, "48 Samples", "48 samples", "D 0,48 samples"},
+        {DELAY, "3 yards", "3 ms", "D 0,3 ms"},
+        {DELAY, "1e6", "1e+06 ms", "D 0,1e+06 ms"},
+        {DELAY, "-4", "0 ms", "D 0,0 ms"},
+        {HIGH_PASS, "", "80 Hz", ""},
+        {GAIN, "loud", "-3.0 dB", ""},
+        {DELAY, "samples", "2.5 ms", ""},
+    };
+    for (const auto& row : rows) {
+        CAPTURE(std::string(row.typed));
+        Load(xover, std::string("value=") + CHANNEL);
+        Sent();
+        TypeInto(xover, row.id, row.typed);
+        CHECK(Field(row.id) == row.shown);
+        CHECK(Sent() == row.sent);
+    }
+}
+
+TEST_CASE_FIXTURE(Fixture, "arrows, lists and the toggle") {
+    const struct {
+        const char* value;
+        int spin, delta, field;
+        const char* shown;
+        const char* sent;
+    } rows[] = {
+        {"OFF,20", HIGH_PASS_SPIN, 1, HIGH_PASS, "20.0 Hz", ""},
+        {"OFF,20", HIGH_PASS_SPIN, -1, HIGH_PASS, "20.2 Hz", "F OFF,20.2417 Hz,OFF,20000 Hz"},
+        {",,,20000", LOW_PASS_SPIN, -3, LOW_PASS, "20000 Hz", ""},
+        {",,,1000", LOW_PASS_SPIN, -1, LOW_PASS, "1017 Hz", "F LINK24,80 Hz,OFF,1016.52 Hz"},
+        {",,,,6", GAIN_SPIN, -1, GAIN, "+6.0 dB", ""},
+        {",,,,5.8", GAIN_SPIN, -1, GAIN, "+6.0 dB", "G 6.0"},
+        {",,,,-30", GAIN_SPIN, 1, GAIN, "-30.0 dB", ""},
+        {",,,,,,,0.5 ms", DELAY_SPIN, 1, DELAY, "0 ms", "D 0,0 ms"},
+        {",,,,,,,0 ms", DELAY_SPIN, 1, DELAY, "0 ms", ""},
+        {",,,,,,,3 in", DELAY_SPIN, -2, DELAY, "5 in", "D 0,5 in"},
+    };
+    for (const auto& row : rows) {
+        CAPTURE(std::string(row.value));
+        Load(xover, std::string("value=") + CHANNEL);
+        Load(xover, std::string("value=") + row.value);
+        Sent();
+        StepSpin(xover, row.spin, row.delta);
+        CHECK(Field(row.field) == row.shown);
+        CHECK(Sent() == row.sent);
+    }
+    Load(xover, std::string("value=") + CHANNEL);
+    Sent();
+    SetWindowTextA(Item(xover, DELAY), "10 cm"); // typed and not committed: the arrow goes on from there
+    StepSpin(xover, DELAY_SPIN, -1);
+    CHECK(Sent() == "D 0,11 cm");
+
+    ChooseItem(xover, HIGH_PASS_TYPE, 1);
+    ChooseItem(xover, LOW_PASS_TYPE, 17);
+    ChooseItem(xover, POLARITY, 1);
+    for (const int list : {HIGH_PASS_TYPE, LOW_PASS_TYPE, POLARITY}) {
+        ChooseItem(xover, list, -1);
+    }
+    CHECK(Sent() == "F BUTT6,80 Hz,OFF,20000 Hz | F BUTT6,80 Hz,LINK24,20000 Hz | P 1");
+    SendMessageA(Item(xover, BYPASS), BM_CLICK, 0, 0);
+    CHECK(Sent() == "D 1,11 cm");
+    CHECK_FALSE(IsWindowEnabled(Item(xover, DELAY)));
+    SendMessageA(Item(xover, BYPASS), BM_CLICK, 0, 0);
+    CHECK(IsWindowEnabled(Item(xover, DELAY)));
+    SendMessageA(xover, WM_COMMAND, MAKEWPARAM(114, 0), 0);
+    CHECK(Sent() == "D 0,11 cm");
+}
+
+TEST_CASE("each slot is polled from its own function") {
+    const TestPanel panel;
+    panel.Declare("XO1*device=simulated\nXO1*filters=xoverfilters,,,LINK24,80 Hz,OFF,20000 Hz\n"
+                  "XO1*gain=float,-30,6,-3,dB\nXO1*polarity=integer,0,5,1\nXO1*delay=delay,,,1,2.5 ms\n");
+    const HWND xover = panel.Create("XOVER", "Low");
+    Load(xover, "function=XO1*filters");
+    Load(xover, "function1=XO1*gain");
+    Load(xover, "function2=XO1*polarity");
+    TypeInto(xover, HIGH_PASS, "100"); // before the first poll: the rest of the record is the device's
+    CHECK(panel.Parameter("XO1*filters") == "LINK24,100 Hz,OFF,20000 Hz");
+    CHECK(!IsMarked(xover));
+    CHECK(Text(xover, "value") == "LINK24,100 Hz,OFF,20000 Hz,-3 dB,inverted,0,0 ms");
+    Load(xover, "function3=XO1*delay");
+    SendMessageA(Item(xover, BYPASS), BM_CLICK, 0, 0); // nor has anybody asked for the delay
+    CHECK(panel.Parameter("XO1*delay").ends_with(",2.5 ms"));
+    ph_SetParameter(panel.Root(), "XO1*delay", "0,120 samples");
+    CHECK(!IsMarked(xover));
+    CHECK(TextOf(Item(xover, DELAY)) == "120 samples");
+    ph_SetParameter(panel.Root(), "XO1*polarity", "4");
+    CHECK(IsMarked(xover)); // it is none
+    CHECK(SelectedOf(Item(xover, POLARITY)) == "inverted");
+    ph_SetParameter(panel.Root(), "XO1*polarity", "0");
+    CHECK(!IsMarked(xover));
+    CHECK(SelectedOf(Item(xover, POLARITY)) == "normal");
+    Load(xover, "function1=XO9*gain");
+    CHECK(IsMarked(xover));
+    CHECK(Text(xover, "function1") == "XO9*gain");
+    ph_SetParameter(panel.Root(), "XO1*filters", "BUTT6"); // the others are followed all the same
+    CHECK(IsMarked(xover));
+    CHECK(SelectedOf(Item(xover, HIGH_PASS_TYPE)) == "6dB");
+    panel.Declare("XO9*device=simulated\nXO9*gain=float,-30,6,2,dB\n"); // it comes later
+    CHECK(!IsMarked(xover));
+    CHECK(TextOf(Item(xover, GAIN)) == "+2.0 dB");
+    ph_SetParameter(panel.Root(), "XO1*online", "0");
+    CHECK(IsMarked(xover));
+}
+
+TEST_CASE("connected controls have the same record") {
+    const TestPanel panel;
+    const HWND a = panel.Create("XOVER", "A");
+    const HWND b = panel.Create("XOVER", "B");
+    Load(a, "connection=B");
+    Load(b, "connection=A");
+    const TraceCapture trace;
+    Load(a, std::string("value=") + CHANNEL);
+    CHECK(Text(b) == CHANNEL);
+    TypeInto(b, GAIN, "-6");
+    ChooseItem(b, POLARITY, 1);
+    TypeInto(a, DELAY, "4 m");
+    CHECK(Text(a) == "LINK24,80 Hz,OFF,20000 Hz,-6 dB,inverted,0,4 m");
+    CHECK(Text(b) == Text(a));
+    Poll(a);
+    CHECK(Text(b) == Text(a));
+    CHECK(trace.All().empty());
+}
+
+TEST_CASE_FIXTURE(Fixture, "configurations") {
+    const TraceCapture trace;
+    const Configuration good("TestGood", "# a comment\r\n\r\nvalue=BUTT24,1600,OFF,,-6\r\ninterval=250\r\n");
+    const Configuration partly("TestPartly", "volume=BUTT6,100\r\nvalue=BESS12\r\ninterval=x\r\n");
+    const Configuration damaged("TestDamaged", std::string("\x01\0BUTT6,100\r\nvalue=x\r\n,,,500\r\n", 31));
+    const Configuration itself("TestItself", "value=,100\r\nconfig=TestItself\r\n");
+    CHECK(Load(xover, "config=TestGood") == 1);
+    CHECK(Sent() == "F BUTT24,1600 Hz,OFF,20000 Hz | G -6.0 | P 0 | D 0,2.5 ms"); // once, at the end
+    CHECK(Text(xover, "config") == "TestGood");
+    CHECK(ObjectOf(xover).interval == 250);
+    const std::string before = Text(xover);
+    for (const char* bad : {"TestMissing", "..\\Demo", "TestDamaged", "a/b", "C:x", "*"}) {
+        CAPTURE(std::string(bad));
+        const int traced = trace.CountContaining("XOver configuration");
+        CHECK(Load(xover, std::string("config=") + bad) == 0);
+        CHECK(Text(xover) == before);
+        CHECK(Text(xover, "config") == "TestGood");
+        CHECK(trace.CountContaining("XOver configuration") == traced + 1);
+    }
+    CHECK(Sent().empty());
+    CHECK(Load(xover, "config=TestPartly") == 1);
+    CHECK(Text(xover).starts_with("BESS12,1600 Hz"));
+    CHECK(trace.CountContaining("Keyword not found: volume") == 1);
+    CHECK(Load(xover, "config=TestItself") == 1);
+    CHECK(Text(xover, "config") == "TestItself");
+    Sent();
+    for (const char* shipped : {"TwoWayLow", "TwoWayHigh", "Subwoofer80"}) {
+        CHECK(Load(xover, std::string("config=") + shipped) == 1);
+        CHECK(Sent() != "");
+    }
+    CHECK(Load(xover, "config=") == 1);
+    CHECK(Text(xover, "config").empty());
+
+    // A panel that is opened shows its configuration and then what the devices hold; it sends nothing.
+    Load(xover, "config=TestGood");
+    Load(xover, "function=XO1*filters");
+    const TestFolder folder;
+    REQUIRE(ph_SavePanel(panel.Root(), folder.Path("saved.panel").c_str()) == 1);
+    const TestPanel second;
+    second.Declare("XO1*device=simulated\nXO1*filters=xoverfilters,,,LINK24,80 Hz,OFF,20000 Hz\n");
+    REQUIRE(ph_LoadPanel(second.Root(), folder.Path("saved.panel").c_str()) >= 1);
+    CHECK(Text(second.Find("Low"), "config") == "TestGood");
+    CHECK(Text(second.Find("Low")) == "BUTT24,1600 Hz,OFF,0 Hz,-6 dB,normal,0,0 ms");
+    CHECK(second.Parameter("XO1*filters") == "LINK24,80 Hz,OFF,20000 Hz");
+    Poll(second.Find("Low"));
+    CHECK(Text(second.Find("Low")) == "LINK24,80 Hz,OFF,20000 Hz,-6 dB,normal,0,0 ms");
+}
+
+TEST_CASE("Tab, the section with the focus and the keys") {
+    Fixture fixture(TestPanel::Visible);
+    const HWND xover = fixture.xover;
+    const auto marked = [xover](int title) { return Picture(Item(xover, title)).At(1, 1) == RGB(0, 200, 0); };
+    Load(xover, "focus=1");
+    CHECK(marked(HIGH_PASS_TITLE));
+    CHECK_FALSE(marked(LOW_PASS_TITLE));
+    SetFocus(xover);
+    SendMessageA(xover, WM_KEYUP, VK_TAB, 0);
+    std::string ids;
+    for (int i = 0; i < 6; ++i) {
+        ids += std::to_string(GetDlgCtrlID(GetFocus())) + (marked(LOW_PASS_TITLE) ? "L " : "H ");
+        PressKey(VK_TAB);
+    }
+    CHECK(ids == "101H 102H 105L 106L 108L 113L ");
+    SendMessageA(Item(xover, HIGH_PASS_TITLE), WM_LBUTTONDOWN, MK_LBUTTON, At(5, 5));
+    SendMessageA(Item(xover, HIGH_PASS_TITLE), WM_LBUTTONUP, 0, At(5, 5));
+    CHECK(GetFocus() == Item(xover, HIGH_PASS_TYPE));
+    CHECK(marked(HIGH_PASS_TITLE));
+    SetFocus(Item(xover, DELAY));
+    SetWindowTextA(Item(xover, DELAY), "9");
+    SendMessageA(xover, CWM_LOAD, 0, reinterpret_cast<LPARAM>("value=,,,,,,1")); // its field is disabled
+    CHECK(GetFocus() == xover);
+    CHECK(fixture.Field(DELAY) == "2.5 ms");
+    CHECK(Load(xover, "focus=0") == 1);
+    CHECK_FALSE(marked(HIGH_PASS_TITLE));
+}
+
+TEST_CASE("a filter and a whole channel are copied from one panel to another") {
+    Fixture from(TestPanel::Visible);
+    Fixture to(TestPanel::Visible);
+    const auto menu = [](Fixture& fixture, int id, int down) {
+        ChooseFromMenu(fixture.xover, down, [&fixture, id] {
+            SendMessageA(fixture.xover, WM_CONTEXTMENU, reinterpret_cast<WPARAM>(Item(fixture.xover, id)),
+                         At(200, 200));
+        });
+    };
+    Load(from.xover, "value=BESS18,440,S12Q20,880,-12,inverted,0,1 s");
+    menu(from, HIGH_PASS_TITLE, 1);
+    OpenClipboard(nullptr);
+    const HANDLE block = GetClipboardData(a_GetClipboardFormat("XOver filter"));
+    const auto* bytes = static_cast<const unsigned char*>(GlobalLock(block));
+    const std::array<unsigned char, 8> expected{13, 0, 0, 0, 0, 0, 0xDC, 0x43}; // type 13, 440.0F
+    CHECK(GlobalSize(block) >= 24);
+    CHECK(std::memcmp(bytes, expected.data(), expected.size()) == 0);
+    GlobalUnlock(block);
+    CloseClipboard();
+    menu(to, LOW_PASS_TYPE, 2);
+    CHECK(to.Sent().starts_with("F LINK24,80 Hz,BESS18,440 Hz | "));
+    CHECK(Text(to.xover) == "LINK24,80 Hz,BESS18,440 Hz,-3 dB,normal,0,2.5 ms");
+    menu(from, LOW_PASS_TITLE, 1);
+    menu(to, HIGH_PASS_TITLE, 2);
+    CHECK(Text(to.xover) == "S12Q20,880 Hz,BESS18,440 Hz,-3 dB,normal,0,2.5 ms");
+    menu(from, BYPASS, 1);
+    menu(to, POLARITY, 2);
+    CHECK(Text(to.xover) == Text(from.xover));
+    to.Sent();
+    const std::uint32_t bad[][2] = {{18, 0x43DC0000}, {0xFFFFFFFF, 0x43DC0000}, {3, 0x7FC00000}};
+    for (const auto& filter : bad) {
+        const HGLOBAL made = GlobalAlloc(GMEM_MOVEABLE, 24);
+        std::memcpy(GlobalLock(made), filter, sizeof filter);
+        GlobalUnlock(made);
+        OpenClipboard(nullptr);
+        EmptyClipboard();
+        SetClipboardData(a_GetClipboardFormat("XOver filter"), made);
+        CloseClipboard();
+        menu(to, HIGH_PASS_TITLE, 2);
+        CHECK(to.Sent().empty());
+    }
+}
+
+TEST_CASE("it may go at any moment") {
+    for (int way = 0; way < 6; ++way) {
+        CAPTURE(way);
+        Fixture fixture(TestPanel::Visible);
+        const HWND xover = fixture.xover;
+        const auto destroy = [xover] { DestroyWindow(xover); };
+        fixture.filters.onSet = fixture.gain.onSet = fixture.delay.onSet = destroy;
+        switch (way) {
+        case 0:
+            TypeInto(xover, HIGH_PASS, "100");
+            break;
+        case 1:
+            LeaveField(xover, GAIN, "-9");
+            break;
+        case 2:
+            SendMessageA(Item(xover, BYPASS), BM_CLICK, 0, 0);
+            break;
+        case 3:
+            Load(xover, "value=OFF,100"); // three more slots would follow
+            break;
+        case 4:
+            Load(xover, "config=TwoWayHigh");
+            break;
+        default:
+            SetFocus(Item(xover, DELAY));
+            SetWindowTextA(Item(xover, DELAY), "5");
+            DestroyWindow(xover);
+        }
+        CHECK_FALSE(IsWindow(xover));
+        CHECK(fixture.sent.size() == (way < 5 ? 1 : 0));
+    }
+    CHECK(a_HostinfoCount() == 0);
+}
+
+TEST_SUITE_END();
