@@ -611,6 +611,26 @@ TEST_CASE("a band is copied from one panel to another") {
     CHECK(IsClipboardFormatAvailable(a_GetClipboardFormat("EQ band")));
     menu(to, 2);
     CHECK(to.Sent() == "0,Hipass,12 dB,440 Hz,-2 dB,0.9");
+    Load(to.eq, "properties=1,PEQ,6,20,0,1");
+    to.Sent();
+    HANDLE isHeld = CreateEventA(nullptr, TRUE, FALSE, nullptr);
+    HANDLE letGo = CreateEventA(nullptr, TRUE, FALSE, nullptr);
+    std::thread holder([&] { // somebody else has the clipboard open
+        CHECK(OpenClipboard(nullptr));
+        SetEvent(isHeld);
+        WaitForSingleObject(letGo, INFINITE);
+        CloseClipboard();
+    });
+    WaitForSingleObject(isHeld, INFINITE);
+    menu(to, 2);
+    CHECK(to.Sent().empty());
+    menu(from, 1);
+    SetEvent(letGo);
+    holder.join();
+    CloseHandle(isHeld);
+    CloseHandle(letGo);
+    menu(to, 2);
+    CHECK(to.Sent() == "0,Hipass,12 dB,440 Hz,-2 dB,0.9");
     const UINT format = a_GetClipboardFormat("EQ band");
     const EqBand bad{0, 0, std::numeric_limits<float>::quiet_NaN(), 0.0F, 1.0F, 1};
     for (const std::size_t size : {sizeof bad, std::size_t{8}}) {
