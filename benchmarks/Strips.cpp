@@ -83,7 +83,7 @@ void MeasureCreatingStrips(Report& report) {
     };
     static_assert(STRIPS * (CHILDREN + 1) == 352);
     report.Measure("create and destroy 32 mixer strips", ours, "352 bare windows", plain, Unit::Seconds,
-                   RatioUpTo(5), 5);
+                   RatioUpTo(3), 5);
 }
 
 void MeasurePaintingStrips(Report& report) {
