@@ -59,6 +59,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         Require(IsKnown(*delay) && delay->amount >= 0);
     DelaySetting typed;
     Require(ReadDelayAmount(text, typed) <= 2 && IsKnown(typed));
+    for (const auto field : {CrossoverField::HighPassFrequency, CrossoverField::LowPassFrequency,
+                             CrossoverField::Gain, CrossoverField::Delay}) {
+        Crossover entered = start;
+        TypeField(entered, field, &text);
+        StepField(entered, field, static_cast<std::int8_t>(size));
+        CheckCrossover(entered);
+    }
     Require(OfferedFilterTypes(text, size % 2 == 0) >= 4);
     // Records come from devices as any bytes.
     Crossover raw;

@@ -422,6 +422,5 @@ int FocusKeyword(VALUERECORD* record, HOSTINFO* object) {
 }
 
 int FocusColourKeyword(VALUERECORD* record, HOSTINFO* object) {
-    return Notifying<ColourKeyword<&EDITORPROPERTIES::focusColour>, &EDITORPROPERTIES::FocusChanged>(record,
-                                                                                                     object);
+    return ColourKeyword<&EDITORPROPERTIES::focusColour>(record, object);
 }

@@ -92,3 +92,33 @@ TEST_CASE("what can be shown and set") {
         CHECK(IsSound(bad) == (fault < 4));
     }
 }
+
+TEST_CASE("what is typed into a channel and stepped in it touches nothing else") {
+    const struct {
+        CrossoverField field;
+        const char* typed; // null for what is held
+        int steps;
+        const char* text;
+        const char* all;
+    } rows[] = {
+        {CrossoverField::HighPassFrequency, "5", 0, "20 Hz",
+         "LINK24,20 Hz,OFF,20000 Hz,-3 dB,inverted,0,2.5 ms"},
+        {CrossoverField::LowPassFrequency, "1e6", 9, "20000 Hz",
+         "LINK24,80 Hz,OFF,20000 Hz,-3 dB,inverted,0,2.5 ms"},
+        {CrossoverField::Gain, "5.8", 1, "+6.0 dB", "LINK24,80 Hz,OFF,20000 Hz,6 dB,inverted,0,2.5 ms"},
+        {CrossoverField::Gain, nullptr, -2, "-4.0 dB", "LINK24,80 Hz,OFF,20000 Hz,-4 dB,inverted,0,2.5 ms"},
+        {CrossoverField::Delay, "0.5 samples", -1, "0 samples",
+         "LINK24,80 Hz,OFF,20000 Hz,-3 dB,inverted,0,0 samples"},
+        {CrossoverField::Delay, "late", 1, "3.5 ms", "LINK24,80 Hz,OFF,20000 Hz,-3 dB,inverted,0,3.5 ms"},
+    };
+    for (const auto& row : rows) {
+        CAPTURE(row.all);
+        Crossover all = channel;
+        const std::string typed = row.typed != nullptr ? row.typed : "";
+        TypeField(all, row.field, row.typed != nullptr ? &typed : nullptr);
+        if (row.steps != 0)
+            StepField(all, row.field, row.steps);
+        CHECK(TypedFieldText(all, row.field) == row.text);
+        CHECK(CrossoverText(all) == row.all);
+    }
+}
