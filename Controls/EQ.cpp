@@ -4,22 +4,21 @@
 
 #include "Controls/framework/ClassTable.h"
 #include "Controls/framework/Controls.h"
-#include "Controls/framework/EditorPanel.h"
 #include "Controls/framework/Keywords.h"
 #include "Controls/framework/ParameterDialog.h"
+#include "Controls/framework/RecordEditor.h"
 #include "Controls/framework/SharedResources.h"
-#include "Controls/framework/ValueClipboard.h"
 #include "Controls/resources/resource.h"
 #include "logic/EqBand.h"
 #include "logic/FilterValues.h"
 
-#include <array>
 #include <cstdio>
 #include <utility>
 
 namespace {
 
 using logic::EqBand;
+using logic::EqField;
 
 enum EqId {
     TYPE_LIST = 100,
@@ -70,58 +69,53 @@ constexpr EditorChild LAYOUT[] = {
 // The children that can be disabled, by bit.
 constexpr int DISABLED_BY_BIT[] = {BYPASS, TYPE_LIST, SLOPE_LIST, FREQUENCY_FIELD, GAIN_FIELD, Q_FIELD};
 
-constexpr std::array<std::string_view, 2> SLOPES{"6dB/Oct", "12dB/Oct"};
-constexpr std::array<std::string_view, 2> ORDERS{"first", "second"};
+constexpr EqField FieldOf(int id) {
+    return id == GAIN_FIELD ? EqField::Gain : id == FREQUENCY_FIELD ? EqField::Frequency : EqField::Q;
+}
 
 } // namespace
 
-class EQPROPERTIES : public EDITORPROPERTIES {
+class EQPROPERTIES : public RECORDEDITOR<EqBand> {
 public:
+    EQPROPERTIES() {
+        parts = {{&requests, &requests, DATATYPE_MASTER_EQ, [](EqBand& band) -> void* { return &band; }}};
+    }
     const KEYWORDROW* GetHostinfoTable() override;
     void SetDefaults() override;
-    int ControlType() const override { return datatype; }
     void BindingsChanged() override;
 
     std::span<const EditorChild> Layout() const override { return LAYOUT; }
     SIZE FixedSize() const override { return {125, 170}; }
-    void PollRecord() override;
-    void CommitField(int id, const std::string* typed) override;
-    void StepField(int spinId, int steps) override;
-    void ItemSelected(int listId, int item) override;
-    void Toggled(int id, bool isDown) override;
-    int FirstId(bool backwards) const override { return backwards || band.bypass != 0 ? BYPASS : TYPE_LIST; }
+    int FirstId(bool backwards) const override { return backwards || value.bypass != 0 ? BYPASS : TYPE_LIST; }
     bool IsMarked(int) const override { return isFocused; }
     void ShowMenu(HWND child, POINT place) override;
     const char* UnlistedText(int listId) const override;
     void DrawPicture(int listId, int item, HDC dc, const RECT& place) const override;
 
-    // Shows a known record; touches only what is new.
-    void Show(const EqBand& next);
-    // Takes a record from outside and, unless it is the one that is shown, passes it on.
-    void Take(const EqBand& next);
-    int LoadText(std::string_view text, bool isSentAlways);
+    std::string Text(const EqBand& band) const override { return logic::EqBandText(band); }
+    std::optional<EqBand> Read(std::string_view text, const EqBand& before) const override {
+        return logic::ReadEqBand(text, before);
+    }
+    bool IsKnown(const EqBand& band) const override { return logic::IsKnown(band); }
+    void Show(const EqBand& next) override;
+    std::string ValueText(int fieldId, bool isTyped) const override;
+    void Enter(int fieldId, const std::string* typed) override;
+    bool Step(int fieldId, int steps, const std::string* typed) override;
+    void Choose(EqBand& band, int listId, int item) const override;
+    std::int32_t& Bypass(EqBand& band) const override { return band.bypass; }
+
     void SetDatatype(int type);
     void SetBandwidth(bool isBandwidth);
     unsigned DisabledMask() const;
     void SetDisabledMask(unsigned mask);
     void SetTitle();
 
-    EqBand band;
-    int datatype = DATATYPE_MASTER_EQ;
     bool asBandwidth = false; // shows and edits bandwidth in place of Q
 
 private:
     void FillTypes();
     void Arrange();
-    void ShowQ() { ShowField(Q_FIELD, logic::QText(band.q, asBandwidth)); }
-    // Before the record is changed in part: what is bound may hold another one. False when the control is
-    // gone.
-    bool LearnRecord();
-    void SendBand();
 
-    // Whether the record was set as a whole or is what the bound devices hold. The one that a new control
-    // starts with must reach no device.
-    bool isKnown = false;
     int offeredTypes = 0;
     std::span<const std::string_view> slopeTexts;
     UINT clipboardFormat = 0;
@@ -133,26 +127,6 @@ namespace {
 
 EQPROPERTIES& Eq(HOSTINFO* object) {
     return *static_cast<EQPROPERTIES*>(object);
-}
-
-int ValueKeyword(VALUERECORD* record, HOSTINFO* object) {
-    EQPROPERTIES& eq = Eq(object);
-    const bool isText = record->datatype == DATATYPE_TEXT;
-    if (record->command == COMMAND_GET) {
-        return isText ? a_AnswerText(record, logic::EqBandText(eq.band).c_str())
-                      : a_AnswerBytes(record, eq.datatype, &eq.band, sizeof eq.band);
-    }
-    if (isText) {
-        const auto text = TextToSet(record);
-        return text ? eq.LoadText(*text, false) : 0;
-    }
-    EqBand band;
-    if (record->command != COMMAND_SET || a_ReadBytes(record, eq.datatype, &band, sizeof band) == 0 ||
-        !logic::IsKnown(band)) {
-        return 0;
-    }
-    eq.Take(band);
-    return 1;
 }
 
 int BandwidthKeyword(VALUERECORD* record, HOSTINFO* object) {
@@ -170,7 +144,7 @@ int BandwidthKeyword(VALUERECORD* record, HOSTINFO* object) {
 int DatatypeKeyword(VALUERECORD* record, HOSTINFO* object) {
     EQPROPERTIES& eq = Eq(object);
     if (record->command == COMMAND_GET) {
-        return a_AnswerText(record, eq.datatype == DATATYPE_CHANNEL_EQ ? "channeleq" : "mastereq");
+        return a_AnswerText(record, eq.ControlType() == DATATYPE_CHANNEL_EQ ? "channeleq" : "mastereq");
     }
     const auto text = TextToSet(record);
     if (text) {
@@ -197,14 +171,14 @@ int DisabledItemsKeyword(VALUERECORD* record, HOSTINFO* object) {
 int PropertiesKeyword(VALUERECORD* record, HOSTINFO* object) {
     EQPROPERTIES& eq = Eq(object);
     if (record->command == COMMAND_GET) {
-        return a_AnswerText(record, logic::EqBandText(eq.band).c_str());
+        return a_AnswerText(record, eq.Text(eq.value).c_str());
     }
     const auto text = TextToSet(record);
     return text ? eq.LoadText(*text, true) : 0;
 }
 
 constexpr KEYWORDROW KEYWORDS[] = {
-    {" ", ValueKeyword, 0},
+    {" ", RecordKeyword<EqBand>, 0},
     {"bw", BandwidthKeyword, 0},
     {"connection", ConnectionKeyword, 0},
     {"datatype", DatatypeKeyword, KEYWORD_SAVED},
@@ -216,7 +190,7 @@ constexpr KEYWORDROW KEYWORDS[] = {
     {"interval", IntervalKeyword, KEYWORD_SAVED},
     {"layer", LayerKeyword, 0},
     {"level", LayerKeyword, 0},
-    {"value", ValueKeyword, 0},
+    {"value", RecordKeyword<EqBand>, 0},
     {},
 };
 static_assert(KeywordsAreUnique(KEYWORDS));
@@ -251,33 +225,33 @@ void EQPROPERTIES::SetTitle() {
 void EQPROPERTIES::FillTypes() {
     const std::string device = functions.empty() ? "" : functions.front();
     const int offered =
-        logic::OfferedFilterTypes(device.substr(0, device.rfind('*')), datatype == DATATYPE_MASTER_EQ);
+        logic::OfferedFilterTypes(device.substr(0, device.rfind('*')), ControlType() == DATATYPE_MASTER_EQ);
     if (offered != offeredTypes) {
         offeredTypes = offered;
         FillList(TYPE_LIST, std::span(logic::filterTypeNames).first(static_cast<std::size_t>(offered)));
-        Select(TYPE_LIST, band.type);
+        Select(TYPE_LIST, value.type);
     }
 }
 
 // What there is to edit of the filter type.
 void EQPROPERTIES::Arrange() {
-    const bool hasGain = logic::HasGain(band.type);
-    const bool hasQ = logic::HasQ(band.type, band.slope);
-    const bool hasSlope = logic::HasSlope(band.type);
+    const bool hasGain = logic::HasGain(value.type);
+    const bool hasQ = logic::HasQ(value.type, value.slope);
+    const bool hasSlope = logic::HasSlope(value.type);
     for (const int row : {GAIN_LABEL, GAIN_ROW, GAIN_SPIN_ROW}) {
         ShowChild(row, hasGain);
     }
     for (const int row : {Q_LABEL, Q_ROW, Q_SPIN_ROW}) {
         ShowChild(row, hasQ);
     }
-    const bool isAllPass = band.type == logic::AllPass;
-    if (const std::span<const std::string_view> texts = isAllPass ? ORDERS : SLOPES;
+    const bool isAllPass = value.type == logic::AllPass;
+    if (const std::span<const std::string_view> texts = isAllPass ? logic::filterOrders : logic::filterSlopes;
         texts.data() != slopeTexts.data()) {
         slopeTexts = texts;
         SetLabel(SLOPE_LABEL, isAllPass ? "ORDER" : "SLOPE");
         FillList(SLOPE_LIST, texts);
     }
-    Select(SLOPE_LIST, band.slope - 1);
+    Select(SLOPE_LIST, value.slope - 1);
     const int y = hasGain ? LOWER_ROW : UPPER_ROW;
     for (const int row : {SLOPE_LABEL, SLOPE_ROW}) {
         SetWindowPos(Child(row), nullptr, LAYOUT[row].x, y, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
@@ -286,7 +260,7 @@ void EQPROPERTIES::Arrange() {
 }
 
 void EQPROPERTIES::Show(const EqBand& next) {
-    const EqBand before = std::exchange(band, next);
+    const EqBand before = std::exchange(value, next);
     if (next.bypass != before.bypass) {
         Check(BYPASS, next.bypass != 0);
     }
@@ -296,31 +270,27 @@ void EQPROPERTIES::Show(const EqBand& next) {
     if (next.type != before.type || next.slope != before.slope) {
         Arrange();
     }
-    if (next.gain != before.gain) {
-        FollowField(GAIN_FIELD, logic::GainText(next.gain));
-    }
-    if (next.q != before.q) {
-        FollowField(Q_FIELD, logic::QText(next.q, asBandwidth));
-    }
-    if (next.frequency != before.frequency) {
-        FollowField(FREQUENCY_FIELD, logic::FrequencyText(next.frequency));
+    for (const int id : {GAIN_FIELD, Q_FIELD, FREQUENCY_FIELD}) {
+        if (logic::FieldOf(next, FieldOf(id)) != logic::FieldOf(before, FieldOf(id))) {
+            FollowField(id, ValueText(id, false));
+        }
     }
 }
 
 void EQPROPERTIES::SetBandwidth(bool isBandwidth) {
     asBandwidth = isBandwidth;
     SetLabel(Q_LABEL, asBandwidth ? "BW" : "Q");
-    ShowQ();
-    if (isKnown) {
+    ShowField(Q_FIELD, ValueText(Q_FIELD, false));
+    if (AreAllKnown()) {
         CommitAgain(Q_FIELD);
     }
 }
 
 void EQPROPERTIES::SetDatatype(int type) {
-    if (type == datatype) {
+    if (type == ControlType()) {
         return;
     }
-    datatype = type;
+    parts.front().datatype = type;
     FillTypes();
     // The devices are asked for the other record from now on.
     const std::string line = "function=" + a_BuildString(functions);
@@ -349,8 +319,8 @@ void EQPROPERTIES::SetDisabledMask(unsigned mask) {
 }
 
 const char* EQPROPERTIES::UnlistedText(int listId) const {
-    const bool isNamed = listId == TYPE_LIST && band.type >= 0 && band.type < logic::filterTypeCount;
-    return isNamed ? logic::filterTypeNames[static_cast<std::size_t>(band.type)].data() : "";
+    const bool isNamed = listId == TYPE_LIST && value.type >= 0 && value.type < logic::filterTypeCount;
+    return isNamed ? logic::filterTypeNames[static_cast<std::size_t>(value.type)].data() : "";
 }
 
 void EQPROPERTIES::DrawPicture(int listId, int item, HDC dc, const RECT& place) const {
@@ -363,192 +333,35 @@ void EQPROPERTIES::DrawPicture(int listId, int item, HDC dc, const RECT& place) 
     }
 }
 
-// Values
+// Values and input
 
 void EQPROPERTIES::BindingsChanged() {
-    isKnown = false;
+    RECORDEDITOR::BindingsChanged();
     FillTypes();
 }
 
-bool EQPROPERTIES::LearnRecord() {
-    if (isKnown || parent == nullptr) {
-        return true;
-    }
-    const HWND self = window;
-    EqBand held = band;
-    const bool isAnswered = requests.empty() || AskForValue(requests, datatype, &held);
-    if (!StillHas(self, this)) {
-        return false;
-    }
-    if (isAnswered && logic::IsKnown(held)) {
-        isKnown = true;
-        Show(held);
-    }
-    return true;
+std::string EQPROPERTIES::ValueText(int fieldId, bool isTyped) const {
+    return isTyped ? logic::TypedFieldText(value, FieldOf(fieldId), asBandwidth)
+                   : logic::FieldText(value, FieldOf(fieldId), asBandwidth);
 }
 
-void EQPROPERTIES::SendBand() {
-    if (parent != nullptr && isKnown) {
-        EqBand sent = band;
-        a_SendRequest(requests, COMMAND_SET, datatype, &sent, nullptr);
-    }
+void EQPROPERTIES::Enter(int fieldId, const std::string* typed) {
+    const auto number = typed != nullptr ? logic::ParseFloat(*typed) : std::nullopt;
+    logic::TypeField(value, FieldOf(fieldId), number, asBandwidth);
 }
 
-void EQPROPERTIES::Take(const EqBand& next) {
-    if (next == band) {
-        return;
-    }
-    isKnown = true;
-    Show(next);
-    if (parent != nullptr) {
-        SendBand();
-    } else { // a window that is no panel uses the control by itself
-        EqBand sent = band;
-        SendMessageA(GetParent(window), WM_USER, static_cast<WPARAM>(GetDlgCtrlID(window)),
-                     reinterpret_cast<LPARAM>(&sent));
-    }
+bool EQPROPERTIES::Step(int fieldId, int steps, const std::string*) {
+    return logic::StepField(value, FieldOf(fieldId), steps, asBandwidth);
 }
 
-int EQPROPERTIES::LoadText(std::string_view text, bool isSentAlways) {
-    if (!logic::ReadEqBand(text, band)) {
-        return 0;
-    }
-    const bool wasKnown = isKnown;
-    if (!LearnRecord()) {
-        return 1;
-    }
-    const EqBand next = logic::ReadEqBand(text, band).value_or(band);
-    if (!wasKnown && next == EqBand{}) {
-        return 1; // saved before anything was known
-    }
-    if (!isSentAlways) {
-        Take(next);
-        return 1;
-    }
-    Show(next);
-    SendBand();
-    return 1;
-}
-
-void EQPROPERTIES::PollRecord() {
-    const HWND self = window;
-    EqBand polled = band;
-    int result = REQUEST_UNCHANGED;
-    a_SendRequest(requests, COMMAND_GET, datatype, &polled, &result);
-    if (!StillHas(self, this)) {
-        return;
-    }
-    if (result == REQUEST_DELIVERED && !logic::IsKnown(polled)) {
-        result = REQUEST_DISAGREE; // a record of another kind of device: what is shown stays
-    }
-    if (result <= REQUEST_DELIVERED) {
-        isKnown = isKnown || !requests.empty();
-        Show(polled);
-    }
-    ShowPollResult(result);
-}
-
-// Input
-
-// What cannot be read is replaced by what is held, and so is a text that is still the one that was shown: it
-// has lost digits.
-void EQPROPERTIES::CommitField(int id, const std::string* typed) {
-    const std::optional<float> read = logic::ParseFloat(typed == nullptr ? "" : *typed);
-    const bool isSent = typed == nullptr || read;
-    if (isSent && !LearnRecord()) {
-        return;
-    }
-    EqBand next = band;
-    if (id == GAIN_FIELD) {
-        next.gain = logic::Clamp(read ? *read : band.gain, logic::lowestEqGain, logic::highestEqGain);
-    } else if (id == FREQUENCY_FIELD) {
-        next.frequency =
-            logic::Clamp(read ? *read : band.frequency, logic::lowestFrequency, logic::highestFrequency);
-    } else {
-        next.q = read ? logic::TypedQ(*read, band.type, asBandwidth)
-                      : logic::StepQ(band.q, 0, band.type, asBandwidth);
-    }
-    if (isSent) {
-        band = next;
-    }
-    if (id == GAIN_FIELD) {
-        ShowField(id, logic::GainText(band.gain));
-    } else if (id == FREQUENCY_FIELD) {
-        ShowField(id, logic::TypedBandFrequencyText(band.frequency)); // with a digit behind the point always
-    } else {
-        ShowQ();
-    }
-    if (isSent) {
-        SendBand();
-    }
-}
-
-void EQPROPERTIES::StepField(int spinId, int steps) {
-    if (!LearnRecord()) {
-        return;
-    }
-    const EqBand before = band;
-    switch (spinId) {
-    case GAIN_SPIN:
-        band.gain = logic::StepGain(band.gain, steps, logic::lowestEqGain, logic::highestEqGain);
-        break;
-    case FREQUENCY_SPIN:
-        band.frequency = logic::StepFrequency(band.frequency, steps);
-        break;
-    default:
-        band.q = logic::StepQ(band.q, steps, band.type, asBandwidth);
-        break;
-    }
-    if (band == before) {
-        return;
-    }
-    if (spinId == GAIN_SPIN) {
-        ShowField(GAIN_FIELD, logic::GainText(band.gain));
-    } else if (spinId == FREQUENCY_SPIN) {
-        ShowField(FREQUENCY_FIELD, logic::FrequencyText(band.frequency));
-    } else {
-        ShowQ();
-    }
-    SendBand();
-}
-
-void EQPROPERTIES::ItemSelected(int listId, int item) {
-    if (item < 0 || !LearnRecord()) {
-        return;
-    }
+void EQPROPERTIES::Choose(EqBand& band, int listId, int item) const {
     (listId == TYPE_LIST ? band.type : band.slope) = listId == TYPE_LIST ? item : item + 1;
-    if (logic::LimitPassQ(band)) {
-        ShowQ();
-    }
-    Select(TYPE_LIST, band.type);
-    Arrange();
-    SendBand();
-}
-
-void EQPROPERTIES::Toggled(int, bool isDown) {
-    if (!LearnRecord()) {
-        return;
-    }
-    band.bypass = isDown ? 1 : 0;
-    Check(BYPASS, isDown);
-    SendBand();
+    logic::LimitPassQ(band);
 }
 
 void EQPROPERTIES::ShowMenu(HWND, POINT place) {
-    const HWND self = window;
-    const int command = TrackMenu(IDR_EQ_MENU, HasValueToPaste(clipboardFormat), place);
-    if (command == 0 || !LearnRecord()) {
-        return;
-    }
-    if (command == IDM_COPY_VALUE) {
-        CopyValue(self, clipboardFormat, &band, sizeof band, sizeof band);
-    } else {
-        EqBand pasted;
-        if (PasteValue(self, clipboardFormat, &pasted, sizeof pasted)) {
-            VALUERECORD record{COMMAND_SET, 0, datatype, 0, &pasted, nullptr, 0};
-            SendMessageA(self, CWM_MESSAGE, 0, reinterpret_cast<LPARAM>(&record));
-        }
-    }
+    CopyOrPaste(IDR_EQ_MENU, clipboardFormat, sizeof(EqBand), place,
+                [](EqBand& band) -> EqBand& { return band; });
 }
 
 namespace {

@@ -4,22 +4,20 @@
 // milliseconds.
 
 #include "Controls/framework/Controls.h"
-#include "Controls/framework/EditorPanel.h"
 #include "Controls/framework/Keywords.h"
 #include "Controls/framework/ParameterDialog.h"
-#include "Controls/framework/ValueClipboard.h"
+#include "Controls/framework/RecordEditor.h"
 #include "Controls/resources/resource.h"
 #include "Panelhost/Gdi.h"
 #include "logic/Crossover.h"
-#include "logic/EqBand.h"
-#include "logic/FilterValues.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace {
 
 using logic::Crossover;
+using logic::CrossoverField;
+using logic::CrossoverFilter;
 
 enum XOverId {
     HIGH_PASS_TITLE = 100,
@@ -71,30 +69,27 @@ constexpr int HIGH_PASS_TITLE_ROW = 0;
 // What is bound by the keywords function, function1, function2 and function3.
 enum Slot { FILTERS, GAIN, POLARITY_SLOT, DELAY, SLOT_COUNT };
 
-// A filter on the clipboard.
-struct CopiedFilter {
-    std::int32_t type = 0;
-    float frequency = 0.0F; // Hz
-};
-constexpr std::size_t COPIED_FILTER_BLOCK = 24; // bytes
+constexpr std::size_t COPIED_FILTER_BLOCK = 24; // bytes on the clipboard
+
+constexpr CrossoverField FieldOf(int id) {
+    return id == HIGH_PASS_FIELD  ? CrossoverField::HighPassFrequency
+           : id == LOW_PASS_FIELD ? CrossoverField::LowPassFrequency
+           : id == GAIN_FIELD     ? CrossoverField::Gain
+                                  : CrossoverField::Delay;
+}
 
 } // namespace
 
-class XOVERPROPERTIES : public EDITORPROPERTIES {
+class XOVERPROPERTIES : public RECORDEDITOR<Crossover> {
 public:
+    XOVERPROPERTIES();
     const KEYWORDROW* GetHostinfoTable() override;
     LRESULT OnLoad(WPARAM loadMode, LPARAM line) override;
     void SetDefaults() override;
-    void BindingsChanged() override { areFiltersKnown = false; }
     void Draw(HDC dc, const RECT& client) const override;
 
     std::span<const EditorChild> Layout() const override { return LAYOUT; }
     SIZE FixedSize() const override { return {WIDTH, 170}; }
-    void PollRecord() override;
-    void CommitField(int id, const std::string* typed) override;
-    void StepField(int spinId, int steps) override;
-    void ItemSelected(int listId, int item) override;
-    void Toggled(int id, bool isDown) override;
     int FirstId(bool backwards) const override { return backwards ? POLARITY : HIGH_PASS_TYPE; }
     bool IsMarked(int titleRow) const override {
         return isFocused && (titleRow == HIGH_PASS_TITLE_ROW) == (section == HIGH_PASS_TITLE);
@@ -103,39 +98,48 @@ public:
     void TitleClicked(int id) override { SetFocus(Item(id + 1)); }
     void ShowMenu(HWND child, POINT place) override;
 
-    // Shows a known record; touches only what is new.
-    void Show(const Crossover& next);
-    // Takes a record from outside and, unless it is the one that is shown, passes it on.
-    void Take(const Crossover& next);
+    std::string Text(const Crossover& crossover) const override { return logic::CrossoverText(crossover); }
+    std::optional<Crossover> Read(std::string_view text, const Crossover& before) const override {
+        return logic::ReadCrossover(text, before);
+    }
+    bool IsKnown(const Crossover& crossover) const override { return logic::IsKnown(crossover); }
+    void Show(const Crossover& next) override;
+    std::string ValueText(int fieldId, bool isTyped) const override;
+    void Enter(int fieldId, const std::string* typed) override;
+    bool Step(int fieldId, int steps, const std::string* typed) override;
+    void Choose(Crossover& crossover, int listId, int item) const override;
+    std::int32_t& Bypass(Crossover& crossover) const override { return crossover.delay.bypass; }
+    std::size_t PartOf(int id) const override;
+    bool IsSending() const override { return parent != nullptr && !isLoading; }
+    void PartSent() override;
+
     // 0 when it cannot be loaded; everything is then as it was.
     int LoadConfiguration(const std::string& wanted);
     int LoadFunctions(int slot, const char* text);
 
-    Crossover value;
     std::string configuration;             // name of the file that was loaded last
     BINDINGLIST slotFunctions[SLOT_COUNT]; // of the slots behind the first, which are the base's own
     int section = HIGH_PASS_TITLE;         // id of the title whose filter has or had the focus last
 
 private:
-    // Before the record is changed in part: what is bound may hold another one. False when the control is
-    // gone.
-    bool Learn();
-    void SendSlot(int slot);
-    void SendAll();
-    void ShowFilterMenu(bool isHighPass, POINT place);
-    void ShowChannelMenu(POINT place);
-    void Paste(const Crossover& pasted) const;
-
-    REQUESTLIST slotRequests[SLOT_COUNT];
+    REQUESTLIST slotRequests[SLOT_COUNT]; // without what is connected
     REQUESTLIST connectedControls;
-    // Whether these parts were set as a whole or are what the bound devices hold. What a new control starts
-    // with must reach no device.
-    bool areFiltersKnown = false;
-    bool isDelayKnown = false;
     bool isLoading = false; // a configuration; what it changes is sent at its end
     UINT filterFormat = 0;
     UINT channelFormat = 0;
 };
+
+XOVERPROPERTIES::XOVERPROPERTIES() {
+    // A device delivers the filters of the first, a connected control the whole record.
+    parts = {
+        {&requests, &slotRequests[FILTERS], DATATYPE_CROSSOVER, [](Crossover& all) -> void* { return &all; }},
+        {&slotRequests[GAIN], &slotRequests[GAIN], DATATYPE_FLOAT,
+         [](Crossover& all) -> void* { return &all.gain; }},
+        {&slotRequests[POLARITY_SLOT], &slotRequests[POLARITY_SLOT], DATATYPE_INTEGER,
+         [](Crossover& all) -> void* { return &all.polarity; }},
+        {&slotRequests[DELAY], &slotRequests[DELAY], DATATYPE_DELAY,
+         [](Crossover& all) -> void* { return &all.delay; }}};
+}
 
 // Keyword handlers
 
@@ -143,29 +147,6 @@ namespace {
 
 XOVERPROPERTIES& XOver(HOSTINFO* object) {
     return *static_cast<XOVERPROPERTIES*>(object);
-}
-
-int ValueKeyword(VALUERECORD* record, HOSTINFO* object) {
-    XOVERPROPERTIES& xover = XOver(object);
-    const bool isText = record->datatype == DATATYPE_TEXT;
-    if (record->command == COMMAND_GET) {
-        return isText ? a_AnswerText(record, logic::CrossoverText(xover.value).c_str())
-                      : a_AnswerBytes(record, DATATYPE_CROSSOVER, &xover.value, sizeof xover.value);
-    }
-    Crossover next;
-    if (isText) {
-        const auto text = TextToSet(record);
-        const auto read = text ? logic::ReadCrossover(*text, xover.value) : std::nullopt;
-        if (!read) {
-            return 0;
-        }
-        next = *read;
-    } else if (record->command != COMMAND_SET ||
-               a_ReadBytes(record, DATATYPE_CROSSOVER, &next, sizeof next) == 0 || !logic::IsKnown(next)) {
-        return 0;
-    }
-    xover.Take(next);
-    return 1;
 }
 
 int ConfigurationKeyword(VALUERECORD* record, HOSTINFO* object) {
@@ -188,7 +169,7 @@ int SlotKeyword(VALUERECORD* record, HOSTINFO* object) {
 }
 
 constexpr KEYWORDROW KEYWORDS[] = {
-    {" ", ValueKeyword, 0},
+    {" ", RecordKeyword<Crossover>, 0},
     {"connection", ConnectionKeyword, 0},
     {"config", ConfigurationKeyword, KEYWORD_SAVED},
     {"focus", FocusKeyword, 0},
@@ -200,7 +181,7 @@ constexpr KEYWORDROW KEYWORDS[] = {
     {"interval", IntervalKeyword, KEYWORD_SAVED},
     {"layer", LayerKeyword, 0},
     {"level", LayerKeyword, 0},
-    {"value", ValueKeyword, 0},
+    {"value", RecordKeyword<Crossover>, 0},
     {},
 };
 static_assert(KeywordsAreUnique(KEYWORDS));
@@ -226,7 +207,7 @@ LRESULT XOVERPROPERTIES::OnLoad(WPARAM loadMode, LPARAM line) {
 
 int XOVERPROPERTIES::LoadFunctions(int slot, const char* text) {
     BINDINGLIST none;
-    isDelayKnown = isDelayKnown && slot != DELAY;
+    parts[static_cast<std::size_t>(slot)].isKnown = false;
     return a_FunctionChanged(text, this, slotFunctions[slot], none, slotRequests[slot]);
 }
 
@@ -278,6 +259,7 @@ void XOVERPROPERTIES::SetDefaults() {
     for (const int list : {HIGH_PASS_TYPE, LOW_PASS_TYPE, POLARITY}) {
         Select(list, 0);
     }
+    a_FollowRequests(this, functions, slotRequests[FILTERS]);
     for (const int slot : {GAIN, POLARITY_SLOT, DELAY}) {
         a_FollowRequests(this, slotFunctions[slot], slotRequests[slot]);
     }
@@ -297,28 +279,25 @@ void XOVERPROPERTIES::Draw(HDC dc, const RECT& client) const {
 
 void XOVERPROPERTIES::Show(const Crossover& next) {
     const Crossover before = std::exchange(value, next);
-    const auto& filters = next.filters;
-    const auto& old = before.filters;
-    if (filters.highPassType != old.highPassType) {
-        Select(HIGH_PASS_TYPE, filters.highPassType);
-    }
-    if (filters.highPassFrequency != old.highPassFrequency) {
-        FollowField(HIGH_PASS_FIELD, logic::FrequencyText(filters.highPassFrequency));
-    }
-    if (filters.lowPassType != old.lowPassType) {
-        Select(LOW_PASS_TYPE, filters.lowPassType);
-    }
-    if (filters.lowPassFrequency != old.lowPassFrequency) {
-        FollowField(LOW_PASS_FIELD, logic::FrequencyText(filters.lowPassFrequency));
-    }
+    const auto showFilter = [this](const CrossoverFilter& filter, const CrossoverFilter& old, int list,
+                                   int field) {
+        if (filter.type != old.type) {
+            Select(list, filter.type);
+        }
+        if (filter.frequency != old.frequency) {
+            FollowField(field, ValueText(field, false));
+        }
+    };
+    showFilter(next.filters.highPass, before.filters.highPass, HIGH_PASS_TYPE, HIGH_PASS_FIELD);
+    showFilter(next.filters.lowPass, before.filters.lowPass, LOW_PASS_TYPE, LOW_PASS_FIELD);
     if (next.gain != before.gain) {
-        FollowField(GAIN_FIELD, logic::TrimText(next.gain));
+        FollowField(GAIN_FIELD, ValueText(GAIN_FIELD, false));
     }
     if (next.polarity != before.polarity) {
         Select(POLARITY, next.polarity);
     }
     if (next.delay.amount != before.delay.amount || next.delay.unit != before.delay.unit) {
-        FollowField(DELAY_FIELD, logic::DelayAmountText(next.delay));
+        FollowField(DELAY_FIELD, ValueText(DELAY_FIELD, false));
     }
     if (next.delay.bypass != before.delay.bypass) {
         Check(DELAY_BYPASS, next.delay.bypass != 0);
@@ -334,223 +313,52 @@ void XOVERPROPERTIES::ChildFocused(int id) {
     }
 }
 
-// Values
+// Values and input
 
-bool XOVERPROPERTIES::Learn() {
-    if (parent == nullptr) {
-        return true;
+std::size_t XOVERPROPERTIES::PartOf(int id) const {
+    switch (id) {
+    case GAIN_FIELD:
+        return GAIN;
+    case POLARITY:
+        return POLARITY_SLOT;
+    case DELAY_FIELD:
+    case DELAY_BYPASS:
+        return DELAY;
+    default:
+        return FILTERS;
     }
-    const HWND self = window;
-    if (!areFiltersKnown) {
-        Crossover held = value;
-        const bool isAnswered = requests.empty() || AskForValue(requests, DATATYPE_CROSSOVER, &held);
-        if (!StillHas(self, this)) {
-            return false;
-        }
-        areFiltersKnown = isAnswered && logic::IsKnown(held);
-        if (areFiltersKnown) {
-            Show(held);
-        }
-    }
-    if (!isDelayKnown) {
-        Crossover held = value;
-        const REQUESTLIST& list = slotRequests[DELAY];
-        const bool isAnswered = list.empty() || AskForValue(list, DATATYPE_DELAY, &held.delay);
-        if (!StillHas(self, this)) {
-            return false;
-        }
-        isDelayKnown = isAnswered && logic::IsKnown(held.delay);
-        if (isDelayKnown) {
-            Show(held);
-        }
-    }
-    return true;
 }
 
-void XOVERPROPERTIES::SendSlot(int slot) {
-    if (parent == nullptr || isLoading) {
-        return;
-    }
-    const HWND self = window;
-    Crossover sent = value;
-    switch (slot) {
-    case FILTERS:
-        if (areFiltersKnown) {
-            a_SendRequest(requests, COMMAND_SET, DATATYPE_CROSSOVER, &sent, nullptr);
-        }
-        return; // with it connected controls have the rest as well
-    case GAIN:
-        a_SendRequest(slotRequests[GAIN], COMMAND_SET, DATATYPE_FLOAT, &sent.gain, nullptr);
-        break;
-    case POLARITY_SLOT:
-        a_SendRequest(slotRequests[POLARITY_SLOT], COMMAND_SET, DATATYPE_INTEGER, &sent.polarity, nullptr);
-        break;
-    default:
-        if (isDelayKnown) {
-            a_SendRequest(slotRequests[DELAY], COMMAND_SET, DATATYPE_DELAY, &sent.delay, nullptr);
-        }
-        break;
-    }
-    if (StillHas(self, this) && areFiltersKnown && isDelayKnown) {
+void XOVERPROPERTIES::PartSent() {
+    if (AreAllKnown()) {
+        Crossover sent = value;
         a_SendRequest(connectedControls, COMMAND_SET, DATATYPE_CROSSOVER, &sent, nullptr);
     }
 }
 
-void XOVERPROPERTIES::SendAll() {
-    const HWND self = window;
-    for (int slot = FILTERS; slot < SLOT_COUNT && StillHas(self, this); ++slot) {
-        SendSlot(slot);
-    }
+std::string XOVERPROPERTIES::ValueText(int fieldId, bool isTyped) const {
+    return isTyped ? logic::TypedFieldText(value, FieldOf(fieldId))
+                   : logic::FieldText(value, FieldOf(fieldId));
 }
 
-void XOVERPROPERTIES::Take(const Crossover& next) {
-    if (next == value) {
-        return;
-    }
-    areFiltersKnown = true;
-    isDelayKnown = true;
-    Show(next);
-    if (parent != nullptr) {
-        SendAll();
-    } else { // a window that is no panel uses the control by itself
-        Crossover sent = value;
-        SendMessageA(GetParent(window), WM_USER, static_cast<WPARAM>(GetDlgCtrlID(window)),
-                     reinterpret_cast<LPARAM>(&sent));
-    }
+void XOVERPROPERTIES::Enter(int fieldId, const std::string* typed) {
+    logic::TypeField(value, FieldOf(fieldId), typed);
 }
 
-void XOVERPROPERTIES::PollRecord() {
-    const HWND self = window;
-    Crossover next = value;
-    int worst = REQUEST_UNCHANGED;
-    bool isNew = false;
-    // Asks for a part of a copy and keeps it when it is new and known. False when the control is gone.
-    const auto poll = [&](REQUESTLIST& list, int datatype, auto part, bool* known) {
-        Crossover polled = next;
-        int result = REQUEST_UNCHANGED;
-        a_SendRequest(list, COMMAND_GET, datatype, part(polled), &result);
-        if (!StillHas(self, this)) {
-            return false;
-        }
-        if (result == REQUEST_DELIVERED && !logic::IsKnown(polled)) {
-            result = REQUEST_DISAGREE; // of another kind of device: what is shown stays
-        }
-        if (result == REQUEST_DELIVERED) {
-            next = polled;
-            isNew = true;
-        }
-        if (known != nullptr && result <= REQUEST_DELIVERED) {
-            *known = *known || !list.empty();
-        }
-        worst = std::max(worst, result);
-        return true;
-    };
-    // A device delivers the filters of the first, a connected control the whole record.
-    const bool isHere =
-        poll(
-            requests, DATATYPE_CROSSOVER, [](Crossover& all) { return &all; }, &areFiltersKnown) &&
-        poll(
-            slotRequests[GAIN], DATATYPE_FLOAT, [](Crossover& all) { return &all.gain; }, nullptr) &&
-        poll(
-            slotRequests[POLARITY_SLOT], DATATYPE_INTEGER, [](Crossover& all) { return &all.polarity; },
-            nullptr) &&
-        poll(
-            slotRequests[DELAY], DATATYPE_DELAY, [](Crossover& all) { return &all.delay; }, &isDelayKnown);
-    if (!isHere) {
-        return;
-    }
-    if (isNew) {
-        Show(next);
-    }
-    ShowPollResult(worst);
-}
-
-// Input
-
-// What cannot be read is replaced by what is held, and so is a text that is still the one that was shown: it
-// has lost digits.
-void XOVERPROPERTIES::CommitField(int id, const std::string* typed) {
-    const auto number = logic::ParseFloat(typed == nullptr ? "" : *typed);
-    const bool isSent = typed == nullptr || number;
-    if (isSent && !Learn()) {
-        return;
-    }
-    if (id == GAIN_FIELD) {
-        if (isSent) {
-            value.gain = logic::Clamp(number ? *number : value.gain, logic::lowestTrim, logic::highestTrim);
-        }
-        ShowField(id, logic::TrimText(value.gain));
-    } else if (id == DELAY_FIELD) {
-        if (number) {
-            logic::ReadDelayAmount(*typed, value.delay);
-            value.delay.amount = std::max(value.delay.amount, 0.0F);
-        }
-        ShowField(id, logic::DelayAmountText(value.delay));
-    } else {
-        float& hertz =
-            id == HIGH_PASS_FIELD ? value.filters.highPassFrequency : value.filters.lowPassFrequency;
-        if (isSent) {
-            hertz = logic::Clamp(number ? *number : hertz, logic::lowestFrequency, logic::highestFrequency);
-        }
-        ShowField(id, logic::TypedCrossoverFrequencyText(hertz));
-    }
-    if (isSent) {
-        SendSlot(id == GAIN_FIELD ? GAIN : id == DELAY_FIELD ? DELAY : FILTERS);
-    }
-}
-
-void XOVERPROPERTIES::StepField(int spinId, int steps) {
-    const auto typedDelay = Typed(DELAY_FIELD);
-    if (!Learn()) {
-        return;
-    }
+// The delay goes on from what was typed, and is sent when it stays 0 as well.
+bool XOVERPROPERTIES::Step(int fieldId, int steps, const std::string* typed) {
     const Crossover before = value;
-    const int field = spinId - 1;
-    std::string text;
-    if (spinId == GAIN_SPIN) {
-        value.gain = logic::StepGain(value.gain, steps, logic::lowestTrim, logic::highestTrim);
-        text = logic::TrimText(value.gain);
-    } else if (spinId == DELAY_SPIN) {
-        if (typedDelay) {
-            logic::ReadDelayAmount(*typedDelay, value.delay);
-        }
-        value.delay.amount = std::max(value.delay.amount + static_cast<float>(steps), 0.0F);
-        text = logic::DelayAmountText(value.delay);
-    } else {
-        float& hertz =
-            spinId == HIGH_PASS_SPIN ? value.filters.highPassFrequency : value.filters.lowPassFrequency;
-        hertz = logic::StepFrequency(hertz, steps);
-        text = logic::FrequencyText(hertz);
+    if (fieldId == DELAY_FIELD) {
+        logic::TypeField(value, CrossoverField::Delay, typed);
     }
-    if (value == before) {
-        return;
-    }
-    ShowField(field, text);
-    SendSlot(spinId == GAIN_SPIN ? GAIN : spinId == DELAY_SPIN ? DELAY : FILTERS);
+    logic::StepField(value, FieldOf(fieldId), steps);
+    return fieldId == DELAY_FIELD || value != before;
 }
 
-void XOVERPROPERTIES::ItemSelected(int listId, int item) {
-    if (item < 0 || !Learn()) {
-        return;
-    }
-    Crossover next = value;
-    (listId == POLARITY         ? next.polarity
-     : listId == HIGH_PASS_TYPE ? next.filters.highPassType
-                                : next.filters.lowPassType) = item;
-    Show(next);
-    Select(listId, item); // what was learned may have moved it
-    SendSlot(listId == POLARITY ? POLARITY_SLOT : FILTERS);
-}
-
-void XOVERPROPERTIES::Toggled(int, bool isDown) {
-    if (!Learn()) {
-        return;
-    }
-    Crossover next = value;
-    next.delay.bypass = isDown ? 1 : 0;
-    Show(next);
-    Check(DELAY_BYPASS, isDown);
-    SendSlot(DELAY);
+void XOVERPROPERTIES::Choose(Crossover& crossover, int listId, int item) const {
+    (listId == POLARITY         ? crossover.polarity
+     : listId == HIGH_PASS_TYPE ? crossover.filters.highPass.type
+                                : crossover.filters.lowPass.type) = item;
 }
 
 // Copy and paste: on a filter's children of that filter, elsewhere of the whole channel.
@@ -564,51 +372,15 @@ void XOVERPROPERTIES::ShowMenu(HWND child, POINT place) {
         MapWindowPoints(nullptr, window, reinterpret_cast<POINT*>(&area), 2);
         inside = {area.left, area.top};
     }
-    if (inside.y < SEPARATOR) {
-        ShowFilterMenu(inside.x < MIDDLE, place);
+    if (inside.y >= SEPARATOR) {
+        CopyOrPaste(IDR_XOVER_MENU, channelFormat, sizeof(Crossover), place,
+                    [](Crossover& all) -> Crossover& { return all; });
     } else {
-        ShowChannelMenu(place);
-    }
-}
-
-// As anybody else would set the value.
-void XOVERPROPERTIES::Paste(const Crossover& pasted) const {
-    REQUESTITEM item;
-    Crossover copy = pasted;
-    item.record.command = COMMAND_SET;
-    item.record.datatype = DATATYPE_CROSSOVER;
-    item.record.data = &copy;
-    SendMessageA(window, CWM_MESSAGE, 0, reinterpret_cast<LPARAM>(&item));
-}
-
-void XOVERPROPERTIES::ShowFilterMenu(bool isHighPass, POINT place) {
-    const int command = TrackMenu(IDR_XOVER_FILTER_MENU, HasValueToPaste(filterFormat), place);
-    if (command == 0 || !Learn()) {
-        return;
-    }
-    Crossover next = value;
-    std::int32_t& type = isHighPass ? next.filters.highPassType : next.filters.lowPassType;
-    float& frequency = isHighPass ? next.filters.highPassFrequency : next.filters.lowPassFrequency;
-    CopiedFilter filter{type, frequency};
-    if (command == IDM_COPY_VALUE) {
-        CopyValue(window, filterFormat, &filter, sizeof filter, COPIED_FILTER_BLOCK);
-    } else if (PasteValue(window, filterFormat, &filter, sizeof filter)) {
-        type = filter.type;
-        frequency = filter.frequency;
-        Paste(next);
-    }
-}
-
-void XOVERPROPERTIES::ShowChannelMenu(POINT place) {
-    const int command = TrackMenu(IDR_XOVER_MENU, HasValueToPaste(channelFormat), place);
-    if (command == 0 || !Learn()) {
-        return;
-    }
-    Crossover next = value;
-    if (command == IDM_COPY_VALUE) {
-        CopyValue(window, channelFormat, &value, sizeof value, sizeof value);
-    } else if (PasteValue(window, channelFormat, &next, sizeof next)) {
-        Paste(next);
+        const bool isHighPass = inside.x < MIDDLE;
+        CopyOrPaste(IDR_XOVER_FILTER_MENU, filterFormat, COPIED_FILTER_BLOCK, place,
+                    [isHighPass](Crossover& all) -> CrossoverFilter& {
+                        return isHighPass ? all.filters.highPass : all.filters.lowPass;
+                    });
     }
 }
 

@@ -37,11 +37,11 @@ void CheckBand(const EqBand& band) {
 
 void CheckCrossover(const Crossover& crossover) {
     Require(IsKnown(crossover));
-    Require(crossover.filters.highPassFrequency >= lowestFrequency &&
-            crossover.filters.lowPassFrequency <= highestFrequency);
+    Require(crossover.filters.highPass.frequency >= lowestFrequency &&
+            crossover.filters.lowPass.frequency <= highestFrequency);
     Require(crossover.gain >= lowestTrim && crossover.gain <= highestTrim && crossover.delay.amount >= 0);
     const auto again = ReadCrossover(CrossoverText(crossover), {});
-    Require(again && again->filters.lowPassType == crossover.filters.lowPassType &&
+    Require(again && again->filters.lowPass.type == crossover.filters.lowPass.type &&
             again->polarity == crossover.polarity && again->delay.unit == crossover.delay.unit);
 }
 
@@ -52,13 +52,20 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::string text(data, data + size);
     if (const auto band = ReadEqBand(text, {}))
         CheckBand(*band);
-    const Crossover start{{0, 20.0F, 0, 20.0F}, 0.0F, 0, {}};
+    const Crossover start{{{0, 20.0F}, {0, 20.0F}}, 0.0F, 0, {}};
     if (const auto crossover = ReadCrossover(text, start))
         CheckCrossover(*crossover);
     if (const auto delay = ReadDelay(text, {}))
         Require(IsKnown(*delay) && delay->amount >= 0);
     DelaySetting typed;
     Require(ReadDelayAmount(text, typed) <= 2 && IsKnown(typed));
+    for (const auto field : {CrossoverField::HighPassFrequency, CrossoverField::LowPassFrequency,
+                             CrossoverField::Gain, CrossoverField::Delay}) {
+        Crossover entered = start;
+        TypeField(entered, field, &text);
+        StepField(entered, field, static_cast<std::int8_t>(size));
+        CheckCrossover(entered);
+    }
     Require(OfferedFilterTypes(text, size % 2 == 0) >= 4);
     // Records come from devices as any bytes.
     Crossover raw;

@@ -48,10 +48,10 @@ bool TakeNumber(std::string_view field, float low, float high, float& number) {
 
 // fields[0] to fields[3]
 bool TakeFilters(const std::string_view* fields, CrossoverFilters& filters) {
-    bool anything = TakeType(fields[0], filters.highPassType);
-    anything |= TakeNumber(fields[1], lowestFrequency, highestFrequency, filters.highPassFrequency);
-    anything |= TakeType(fields[2], filters.lowPassType);
-    anything |= TakeNumber(fields[3], lowestFrequency, highestFrequency, filters.lowPassFrequency);
+    bool anything = TakeType(fields[0], filters.highPass.type);
+    anything |= TakeNumber(fields[1], lowestFrequency, highestFrequency, filters.highPass.frequency);
+    anything |= TakeType(fields[2], filters.lowPass.type);
+    anything |= TakeNumber(fields[3], lowestFrequency, highestFrequency, filters.lowPass.frequency);
     return anything;
 }
 
@@ -65,10 +65,20 @@ bool TakeDelay(const std::string_view* fields, DelaySetting& delay) {
     return amount || bypass;
 }
 
+bool IsFrequency(CrossoverField field) {
+    return field == CrossoverField::HighPassFrequency || field == CrossoverField::LowPassFrequency;
+}
+
+// The filter of a frequency.
+template <class Filters>
+auto& FilterOf(Filters& filters, CrossoverField field) {
+    return field == CrossoverField::HighPassFrequency ? filters.highPass : filters.lowPass;
+}
+
 } // namespace
 
 bool IsSound(const CrossoverFilters& filters) {
-    return std::isfinite(filters.highPassFrequency) && std::isfinite(filters.lowPassFrequency);
+    return std::isfinite(filters.highPass.frequency) && std::isfinite(filters.lowPass.frequency);
 }
 
 bool IsSound(const DelaySetting& delay) {
@@ -80,8 +90,8 @@ bool IsSound(const Crossover& crossover) {
 }
 
 bool IsKnown(const CrossoverFilters& filters) {
-    return IsSound(filters) && IsIndex(filters.highPassType, crossoverTypeCount) &&
-           IsIndex(filters.lowPassType, crossoverTypeCount);
+    return IsSound(filters) && IsIndex(filters.highPass.type, crossoverTypeCount) &&
+           IsIndex(filters.lowPass.type, crossoverTypeCount);
 }
 
 bool IsKnown(const DelaySetting& delay) {
@@ -94,9 +104,9 @@ bool IsKnown(const Crossover& crossover) {
 }
 
 std::string FiltersText(const CrossoverFilters& filters) {
-    return Named(crossoverKeys, filters.highPassType) + "," + FormatFloat(filters.highPassFrequency) +
-           " Hz," + Named(crossoverKeys, filters.lowPassType) + "," + FormatFloat(filters.lowPassFrequency) +
-           " Hz";
+    return Named(crossoverKeys, filters.highPass.type) + "," + FormatFloat(filters.highPass.frequency) +
+           " Hz," + Named(crossoverKeys, filters.lowPass.type) + "," +
+           FormatFloat(filters.lowPass.frequency) + " Hz";
 }
 
 std::string DelayText(const DelaySetting& delay) {
@@ -146,6 +156,48 @@ int ReadDelayAmount(std::string_view text, DelaySetting& delay) {
     const auto unit = IndexOfWord(delayUnits, word.substr(0, word.find_first_of(" \t\r\n")));
     delay.unit = unit.value_or(delay.unit);
     return unit ? 2 : 1;
+}
+
+std::string FieldText(const Crossover& crossover, CrossoverField field) {
+    switch (field) {
+    case CrossoverField::Gain:
+        return TrimText(crossover.gain);
+    case CrossoverField::Delay:
+        return DelayAmountText(crossover.delay);
+    default:
+        return FrequencyText(FilterOf(crossover.filters, field).frequency);
+    }
+}
+
+std::string TypedFieldText(const Crossover& crossover, CrossoverField field) {
+    return IsFrequency(field) ? TypedCrossoverFrequencyText(FilterOf(crossover.filters, field).frequency)
+                              : FieldText(crossover, field);
+}
+
+void TypeField(Crossover& crossover, CrossoverField field, const std::string* typed) {
+    if (field == CrossoverField::Delay) {
+        ReadDelayAmount(typed != nullptr ? *typed : "", crossover.delay);
+        crossover.delay.amount = std::max(crossover.delay.amount, 0.0F);
+        return;
+    }
+    const auto read = ParseFloat(typed != nullptr ? *typed : "");
+    if (field == CrossoverField::Gain) {
+        crossover.gain = Clamp(read.value_or(crossover.gain), lowestTrim, highestTrim);
+    } else {
+        float& hertz = FilterOf(crossover.filters, field).frequency;
+        hertz = Clamp(read.value_or(hertz), lowestFrequency, highestFrequency);
+    }
+}
+
+void StepField(Crossover& crossover, CrossoverField field, int steps) {
+    if (field == CrossoverField::Gain) {
+        crossover.gain = StepGain(crossover.gain, steps, lowestTrim, highestTrim);
+    } else if (field == CrossoverField::Delay) {
+        crossover.delay.amount = std::max(crossover.delay.amount + static_cast<float>(steps), 0.0F);
+    } else {
+        float& hertz = FilterOf(crossover.filters, field).frequency;
+        hertz = StepFrequency(hertz, steps);
+    }
 }
 
 } // namespace logic

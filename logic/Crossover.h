@@ -9,12 +9,17 @@
 
 namespace logic {
 
-// A high-pass and a low-pass filter. Alone it is what a device has as its filter pair.
+struct CrossoverFilter {
+    std::int32_t type = 0;  // index into the tables below
+    float frequency = 0.0F; // Hz
+
+    bool operator==(const CrossoverFilter&) const = default;
+};
+
+// What a device has as its filter pair.
 struct CrossoverFilters {
-    std::int32_t highPassType = 0;  // index into the tables below
-    float highPassFrequency = 0.0F; // Hz
-    std::int32_t lowPassType = 0;
-    float lowPassFrequency = 0.0F; // Hz
+    CrossoverFilter highPass;
+    CrossoverFilter lowPass;
 
     bool operator==(const CrossoverFilters&) const = default;
 };
@@ -87,5 +92,15 @@ std::string DelayAmountText(const DelaySetting& delay);
 // Reads "amount unit" into the setting; the unit and what is unreadable stay as they are. Returns how many of
 // the two were there to read: 0, 1 or 2. An unknown unit word counts as one.
 int ReadDelayAmount(std::string_view text, DelaySetting& delay);
+
+// What is typed and stepped.
+enum class CrossoverField { HighPassFrequency, LowPassFrequency, Gain, Delay };
+// As it is shown. A frequency that was typed has all its digits.
+std::string FieldText(const Crossover& crossover, CrossoverField field);
+std::string TypedFieldText(const Crossover& crossover, CrossoverField field);
+// Puts a typed text into the record, limited; null, or one that cannot be read: what is there, limited.
+void TypeField(Crossover& crossover, CrossoverField field, const std::string* typed);
+// Steps up, or down where negative: of the frequency grid, of 0.5 dB, of 1 in the unit of the delay.
+void StepField(Crossover& crossover, CrossoverField field, int steps);
 
 } // namespace logic

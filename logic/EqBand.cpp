@@ -81,8 +81,49 @@ float StepQ(float q, int steps, std::int32_t type, bool asBandwidth) {
     return asBandwidth ? BandwidthToQ(stepped) : stepped;
 }
 
-float StepGain(float decibels, int steps, float low, float high) {
-    return Clamp(decibels + static_cast<float>(steps) * 0.5F, low, high);
+float FieldOf(const EqBand& band, EqField field) {
+    return field == EqField::Gain ? band.gain : field == EqField::Frequency ? band.frequency : band.q;
+}
+
+std::string FieldText(const EqBand& band, EqField field, bool asBandwidth) {
+    return field == EqField::Gain        ? GainText(band.gain)
+           : field == EqField::Frequency ? FrequencyText(band.frequency)
+                                         : QText(band.q, asBandwidth);
+}
+
+std::string TypedFieldText(const EqBand& band, EqField field, bool asBandwidth) {
+    return field == EqField::Frequency ? TypedBandFrequencyText(band.frequency)
+                                       : FieldText(band, field, asBandwidth);
+}
+
+void TypeField(EqBand& band, EqField field, std::optional<float> typed, bool asBandwidth) {
+    switch (field) {
+    case EqField::Gain:
+        band.gain = Clamp(typed.value_or(band.gain), lowestEqGain, highestEqGain);
+        break;
+    case EqField::Frequency:
+        band.frequency = Clamp(typed.value_or(band.frequency), lowestFrequency, highestFrequency);
+        break;
+    default:
+        band.q = typed ? TypedQ(*typed, band.type, asBandwidth) : StepQ(band.q, 0, band.type, asBandwidth);
+        break;
+    }
+}
+
+bool StepField(EqBand& band, EqField field, int steps, bool asBandwidth) {
+    const EqBand before = band;
+    switch (field) {
+    case EqField::Gain:
+        band.gain = StepGain(band.gain, steps, lowestEqGain, highestEqGain);
+        break;
+    case EqField::Frequency:
+        band.frequency = StepFrequency(band.frequency, steps);
+        break;
+    default:
+        band.q = StepQ(band.q, steps, band.type, asBandwidth);
+        break;
+    }
+    return band != before;
 }
 
 bool LimitPassQ(EqBand& band) {

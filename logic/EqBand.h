@@ -27,6 +27,10 @@ struct EqBand {
 };
 static_assert(sizeof(EqBand) == 24, "exchanged as bytes");
 
+// Shown in lists; the index is the slope less 1.
+constexpr std::array<std::string_view, 2> filterSlopes{"6dB/Oct", "12dB/Oct"};
+constexpr std::array<std::string_view, 2> filterOrders{"first", "second"}; // of an all-pass
+
 constexpr float lowestEqGain = -18.0F; // dB
 constexpr float highestEqGain = 12.0F; // dB
 constexpr float lowestQ = 0.1F;
@@ -67,8 +71,18 @@ float TypedQ(float typed, std::int32_t type, bool asBandwidth);
 // Steps up (down where negative) of 0.1, or of 0.1 octaves of bandwidth, likewise limited. The same Q where
 // that changes nothing.
 float StepQ(float q, int steps, std::int32_t type, bool asBandwidth);
-// Steps of 0.5 dB within the range of gains.
-float StepGain(float decibels, int steps, float low, float high);
+
+// The numbers of a band that are typed and stepped.
+enum class EqField { Gain, Frequency, Q };
+float FieldOf(const EqBand& band, EqField field);
+// As it is shown. A frequency that was typed has a digit behind the point always.
+std::string FieldText(const EqBand& band, EqField field, bool asBandwidth);
+std::string TypedFieldText(const EqBand& band, EqField field, bool asBandwidth);
+// Puts a typed number into the band, limited; nothing: the number that is there, limited.
+void TypeField(EqBand& band, EqField field, std::optional<float> typed, bool asBandwidth);
+// Steps up, or down where negative. Whether that changed the band.
+bool StepField(EqBand& band, EqField field, int steps, bool asBandwidth);
+
 // A new type or slope: a pass filter of 12 dB an octave has a Q of 2 at most. Whether that changed it.
 bool LimitPassQ(EqBand& band);
 

@@ -32,6 +32,10 @@ float StepFrequency(float hertz, int steps) {
                  lowestFrequency, highestFrequency);
 }
 
+float StepGain(float decibels, int steps, float low, float high) {
+    return Clamp(decibels + static_cast<float>(steps) * 0.5F, low, high);
+}
+
 std::string FrequencyText(float hertz) {
     return Format(hertz >= 100.0F ? "%.0f Hz" : "%.1f Hz", hertz);
 }

@@ -13,6 +13,8 @@ constexpr int frequencySteps = 575;          // of the logarithmic grid between 
 // The frequency that many steps of the grid further up (down where negative), from the grid's step nearest to
 // it, limited to the range. A frequency that is not a positive number counts as the lowest.
 float StepFrequency(float hertz, int steps);
+// Steps of 0.5 dB within a range.
+float StepGain(float decibels, int steps, float low, float high);
 
 // "%.0f Hz" from 100 Hz on, "%.1f Hz" below. What is not a number is shown as 0.
 std::string FrequencyText(float hertz);

@@ -114,8 +114,9 @@ void PasteLine(HWND field) {
 
 LRESULT HandleChild(EDITORPROPERTIES& editor, HWND child, UINT message, WPARAM wParam, LPARAM lParam,
                     bool isField) {
-    const bool isKey = message >= WM_KEYFIRST && message <= WM_KEYLAST;
-    if (PassPress(editor, child, message, wParam, lParam) || (isKey && editor.mode != 0)) {
+    // The wheel reaches a child that it is over without the focus, and would choose another item of a list.
+    const bool isOperation = (message >= WM_KEYFIRST && message <= WM_KEYLAST) || message == WM_MOUSEWHEEL;
+    if (PassPress(editor, child, message, wParam, lParam) || (isOperation && editor.mode != 0)) {
         return 0;
     }
     switch (message) {

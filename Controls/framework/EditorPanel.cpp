@@ -36,7 +36,7 @@ void DrawItem(const EDITORPROPERTIES& editor, const DRAWITEMSTRUCT& item) {
     if (text != nullptr) {
         TextOutA(item.hDC, item.rcItem.left + 2, item.rcItem.top + 2, text, lstrlenA(text));
     }
-    if (isListed) {
+    if (isListed && (item.itemState & ODS_COMBOBOXEDIT) == 0) {
         editor.DrawPicture(id, static_cast<int>(item.itemID), item.hDC, item.rcItem);
     }
 }
@@ -71,7 +71,7 @@ bool Notified(EDITORPROPERTIES& editor, const NMHDR& header) {
         constexpr int MOST_STEPS = 10000;
         const int delta = reinterpret_cast<const NMUPDOWN&>(header).iDelta;
         if (editor.mode == 0) {
-            editor.StepField(id, -std::clamp(delta, -MOST_STEPS, MOST_STEPS));
+            editor.StepField((row - 1)->id, -std::clamp(delta, -MOST_STEPS, MOST_STEPS));
         }
         return true;
     }
@@ -132,7 +132,7 @@ LRESULT CALLBACK EditorProc(HWND window, UINT message, WPARAM wParam, LPARAM lPa
         break;
     case WM_KEYUP:
         if (wParam == VK_TAB && editor.mode == 0) {
-            SetFocus(editor.Item(editor.FirstId(GetKeyState(VK_SHIFT) < 0)));
+            editor.EnterByTab(GetKeyState(VK_SHIFT) < 0);
             return 0;
         }
         break;
@@ -309,6 +309,16 @@ bool EDITORPROPERTIES::MoveFocus(HWND from, bool backwards, bool isAsked) {
     return true;
 }
 
+// The child that is meant may be disabled: then the next one that is not.
+void EDITORPROPERTIES::EnterByTab(bool backwards) {
+    const HWND first = Item(FirstId(backwards));
+    if (IsWindowEnabled(first)) {
+        SetFocus(first);
+    } else if (!MoveFocus(first, backwards, false)) {
+        MoveFocus(first, !backwards, false);
+    }
+}
+
 void EDITORPROPERTIES::LeaveByTab(bool backwards) const {
     if (const HWND next = GetNextDlgTabItem(GetParent(window), window, backwards); next != nullptr) {
         SetFocus(next);
@@ -412,6 +422,5 @@ int FocusKeyword(VALUERECORD* record, HOSTINFO* object) {
 }
 
 int FocusColourKeyword(VALUERECORD* record, HOSTINFO* object) {
-    return Notifying<ColourKeyword<&EDITORPROPERTIES::focusColour>, &EDITORPROPERTIES::FocusChanged>(record,
-                                                                                                     object);
+    return ColourKeyword<&EDITORPROPERTIES::focusColour>(record, object);
 }

@@ -53,7 +53,7 @@ public:
     virtual void PollRecord() = 0;
     // A field is done with: what was typed, or null where its text is still the one that was shown.
     virtual void CommitField(int id, const std::string* typed) = 0;
-    virtual void StepField(int spinId, int steps) = 0; // up, or down where negative
+    virtual void StepField(int id, int steps) = 0; // by its arrows: up, or down where negative
     virtual void ItemSelected(int listId, int item) = 0;
     virtual void Toggled(int id, bool isDown) = 0;
     virtual int FirstId(bool backwards) const = 0; // of the child that Tab enters by
@@ -63,7 +63,8 @@ public:
     virtual void TitleClicked(int /*id*/) {}
     // Copy and paste: the menu for a child, or for the panel itself (null), at a point of the screen.
     virtual void ShowMenu(HWND child, POINT place) = 0;
-    // What a list shows that holds none of its items, and a picture at the right end of an item.
+    // What a list shows that holds none of its items, and a picture at the right end of an item of the list
+    // that is dropped down: the closed one is too narrow for it.
     virtual const char* UnlistedText(int /*listId*/) const { return ""; }
     virtual void DrawPicture(int /*listId*/, int /*item*/, HDC, const RECT& /*place*/) const {}
 
@@ -97,6 +98,7 @@ public:
     const EditorChild* RowOf(int id) const;
     void FieldNotified(int id, UINT code);
     bool MoveFocus(HWND from, bool backwards, bool isAsked); // false: to leave the panel
+    void EnterByTab(bool backwards);
     void LeaveByTab(bool backwards) const;
     HBRUSH LabelColours(HDC dc, HWND label) const;
 

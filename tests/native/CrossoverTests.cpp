@@ -11,7 +11,7 @@ using namespace logic;
 
 namespace {
 
-const Crossover channel{{17, 80.0F, 0, 20000.0F}, -3.0F, 1, {0, 2.5F, 0}};
+const Crossover channel{{{17, 80.0F}, {0, 20000.0F}}, -3.0F, 1, {0, 2.5F, 0}};
 
 } // namespace
 
@@ -20,12 +20,12 @@ TEST_CASE("the bytes of a channel are those that devices exchange") {
     CHECK(offsetof(Crossover, polarity) == 20);
     CHECK(offsetof(Crossover, delay) == 24);
     CHECK(offsetof(DelaySetting, unit) == 8);
-    CHECK(offsetof(CrossoverFilters, lowPassFrequency) == 12);
+    CHECK(offsetof(CrossoverFilters, lowPass) + offsetof(CrossoverFilter, frequency) == 12);
 }
 
 TEST_CASE("a channel as text") {
     CHECK(CrossoverText(channel) == "LINK24,80 Hz,OFF,20000 Hz,-3 dB,inverted,0,2.5 ms");
-    CHECK(FiltersText({99, 80.0F, -1, 20.0F}) == ",80 Hz,,20 Hz");
+    CHECK(FiltersText({{99, 80.0F}, {-1, 20.0F}}) == ",80 Hz,,20 Hz");
     CHECK(DelayAmountText({0, 0.5F, 99}) == "0.5 ");
     CHECK(ReadCrossover(CrossoverText(channel), {}) == channel);
     const struct {
@@ -50,7 +50,7 @@ TEST_CASE("a channel as text") {
     for (std::int32_t type = 0; type < crossoverTypeCount; ++type) {
         const auto index = static_cast<std::size_t>(type);
         for (const auto name : {crossoverKeys[index], crossoverNames[index]})
-            CHECK(ReadFilters(std::string(name), {})->highPassType == type);
+            CHECK(ReadFilters(std::string(name), {})->highPass.type == type);
     }
 }
 
@@ -80,15 +80,45 @@ TEST_CASE("what can be shown and set") {
     for (int fault = 0; fault < 8; ++fault) {
         Crossover bad = channel;
         CrossoverFilters& filters = bad.filters;
-        (fault == 0 ? filters.highPassType : fault == 1 ? filters.lowPassType : bad.delay.bypass) = 18;
+        (fault == 0 ? filters.highPass.type : fault == 1 ? filters.lowPass.type : bad.delay.bypass) = 18;
         bad.polarity = fault == 2 ? 2 : 0;
         bad.delay.unit = fault == 3 ? 8 : 7;
-        filters.highPassFrequency = fault == 4 ? std::nanf("") : 20.0F;
-        filters.lowPassFrequency = fault == 5 ? -endless : 20.0F;
+        filters.highPass.frequency = fault == 4 ? std::nanf("") : 20.0F;
+        filters.lowPass.frequency = fault == 5 ? -endless : 20.0F;
         bad.gain = fault == 6 ? endless : 0.0F;
         bad.delay.amount = fault == 7 ? std::nanf("") : 0.0F;
         CAPTURE(fault);
         CHECK_FALSE(IsKnown(bad));
         CHECK(IsSound(bad) == (fault < 4));
+    }
+}
+
+TEST_CASE("what is typed into a channel and stepped in it touches nothing else") {
+    const struct {
+        CrossoverField field;
+        const char* typed; // null for what is held
+        int steps;
+        const char* text;
+        const char* all;
+    } rows[] = {
+        {CrossoverField::HighPassFrequency, "5", 0, "20 Hz",
+         "LINK24,20 Hz,OFF,20000 Hz,-3 dB,inverted,0,2.5 ms"},
+        {CrossoverField::LowPassFrequency, "1e6", 9, "20000 Hz",
+         "LINK24,80 Hz,OFF,20000 Hz,-3 dB,inverted,0,2.5 ms"},
+        {CrossoverField::Gain, "5.8", 1, "+6.0 dB", "LINK24,80 Hz,OFF,20000 Hz,6 dB,inverted,0,2.5 ms"},
+        {CrossoverField::Gain, nullptr, -2, "-4.0 dB", "LINK24,80 Hz,OFF,20000 Hz,-4 dB,inverted,0,2.5 ms"},
+        {CrossoverField::Delay, "0.5 samples", -1, "0 samples",
+         "LINK24,80 Hz,OFF,20000 Hz,-3 dB,inverted,0,0 samples"},
+        {CrossoverField::Delay, "late", 1, "3.5 ms", "LINK24,80 Hz,OFF,20000 Hz,-3 dB,inverted,0,3.5 ms"},
+    };
+    for (const auto& row : rows) {
+        CAPTURE(row.all);
+        Crossover all = channel;
+        const std::string typed = row.typed != nullptr ? row.typed : "";
+        TypeField(all, row.field, row.typed != nullptr ? &typed : nullptr);
+        if (row.steps != 0)
+            StepField(all, row.field, row.steps);
+        CHECK(TypedFieldText(all, row.field) == row.text);
+        CHECK(CrossoverText(all) == row.all);
     }
 }

@@ -114,3 +114,18 @@ TEST_CASE("Q is limited by the type, bandwidth only for the all-pass") {
     band = {0, AllPass, 100.0F, 0.0F, 3.0F, 2};
     CHECK_FALSE(LimitPassQ(band));
 }
+
+TEST_CASE("what is typed into a band and stepped in it stays within its range") {
+    EqBand band{0, Peak, 5.0F, 20.0F, 0.7F, 1};
+    TypeField(band, EqField::Gain, {}, false); // what is held is limited as well
+    TypeField(band, EqField::Frequency, {}, false);
+    TypeField(band, EqField::Q, {}, false);
+    CHECK(band == EqBand{0, Peak, 20.0F, 12.0F, 0.7F, 1});
+    CHECK_FALSE(StepField(band, EqField::Gain, 1, false));
+    CHECK_FALSE(StepField(band, EqField::Frequency, -1, false));
+    CHECK(StepField(band, EqField::Gain, -1, false));
+    TypeField(band, EqField::Frequency, 440.0F, false);
+    CHECK(band == EqBand{0, Peak, 440.0F, 11.5F, 0.7F, 1});
+    CHECK(FieldText(band, EqField::Frequency, false) == "440 Hz");
+    CHECK(TypedFieldText(band, EqField::Frequency, false) == "440.0 Hz");
+}

@@ -522,6 +522,15 @@ TEST_CASE("Tab goes through the children and leaves at the ends") {
     CHECK(GetFocus() == Item(eq, BYPASS)); // it is bypassed
     SetFocus(Item(eq, TYPES));
     CHECK(walk(false) == "100 103 104 105 ");
+    Load(eq, "disableitems=0xb"); // and the one that is meant
+    for (const auto& [band, id] : {std::pair("properties=1", SLOPES), {"properties=0", Q}}) {
+        CAPTURE(band);
+        Load(eq, band);
+        SetFocus(eq);
+        SendMessageA(eq, WM_KEYUP, VK_TAB, 0);
+        CHECK(GetFocus() == Item(eq, id));
+    }
+    Load(eq, "disableitems=0x8");
     MSG tab{Item(eq, GAIN), WM_KEYDOWN, VK_TAB, 0, 0, {}};
     const auto wanted = [&](int id) {
         return (SendMessageA(Item(eq, id), WM_GETDLGCODE, VK_TAB, reinterpret_cast<LPARAM>(&tab)) &
@@ -552,6 +561,8 @@ TEST_CASE("an edited panel gets the presses, and its children do not react") {
         SendMessageA(Item(eq, id), WM_KEYDOWN, VK_SPACE, 0);
         SendMessageA(Item(eq, id), WM_KEYUP, VK_SPACE, 0);
     }
+    SendMessageA(Item(eq, TYPES), WM_MOUSEWHEEL, MAKEWPARAM(0, static_cast<WORD>(-WHEEL_DELTA)), 0);
+    CHECK(SelectedOf(Item(eq, TYPES)) == "PEQ");
     StepSpin(eq, GAIN_SPIN, -1);
     ChooseItem(eq, TYPES, 1);
     CHECK(fixture.Band() == BAND);
@@ -588,6 +599,30 @@ TEST_CASE_FIXTURE(Fixture, "disabled children and the focus colour") {
     CHECK(ground() == RGB(255, 0, 0));
     CHECK(Load(eq, "focus=0") == 1);
     CHECK(ground() == RGB(212, 208, 200));
+}
+
+TEST_CASE_FIXTURE(Fixture, "the closed list of types has no room for their pictures") {
+    const HWND list = Item(eq, TYPES);
+    const HDC screen = GetDC(nullptr);
+    const HDC dc = CreateCompatibleDC(screen);
+    const HBITMAP bitmap = CreateCompatibleBitmap(screen, 72, 17);
+    const HGDIOBJ previous = SelectObject(dc, bitmap);
+    const auto hasPicture = [&](UINT state) {
+        const auto text = static_cast<ULONG_PTR>(SendMessageA(list, CB_GETITEMDATA, 1, 0));
+        DRAWITEMSTRUCT item{ODT_COMBOBOX, TYPES, 1, ODA_DRAWENTIRE, state, list, dc, {0, 0, 72, 17}, text};
+        SendMessageA(eq, WM_DRAWITEM, TYPES, reinterpret_cast<LPARAM>(&item));
+        int drawn = 0;
+        for (int i = 0; i < 13 * 17; ++i) {
+            drawn += GetPixel(dc, 59 + i % 13, i / 13) != RGB(255, 255, 200) ? 1 : 0;
+        }
+        return drawn > 0;
+    };
+    CHECK(hasPicture(0));
+    CHECK_FALSE(hasPicture(ODS_COMBOBOXEDIT));
+    SelectObject(dc, previous);
+    DeleteObject(bitmap);
+    DeleteDC(dc);
+    ReleaseDC(nullptr, screen);
 }
 
 TEST_CASE("a band is copied from one panel to another") {

@@ -145,7 +145,7 @@ TEST_CASE_FIXTURE(Fixture, "a record is shown and goes out in four parts") {
     const Crossover good = held;
     for (int fault = 0; fault < 5; ++fault) {
         held = good;
-        held.filters.lowPassType = fault == 0 ? 18 : 0;
+        held.filters.lowPass.type = fault == 0 ? 18 : 0;
         held.polarity = fault == 1 ? -1 : 0;
         held.delay.unit = fault == 2 ? 8 : 0;
         held.gain = fault == 3 ? std::numeric_limits<float>::quiet_NaN() : 0.0F;
@@ -204,7 +204,7 @@ TEST_CASE_FIXTURE(Fixture, "arrows, lists and the toggle") {
         {",,,,5.8", GAIN_SPIN, -1, GAIN, "+6.0 dB", "G 6.0"},
         {",,,,-30", GAIN_SPIN, 1, GAIN, "-30.0 dB", ""},
         {",,,,,,,0.5 ms", DELAY_SPIN, 1, DELAY, "0 ms", "D 0,0 ms"},
-        {",,,,,,,0 ms", DELAY_SPIN, 1, DELAY, "0 ms", ""},
+        {",,,,,,,0 ms", DELAY_SPIN, 1, DELAY, "0 ms", "D 0,0 ms"},
         {",,,,,,,3 in", DELAY_SPIN, -2, DELAY, "5 in", "D 0,5 in"},
     };
     for (const auto& row : rows) {
@@ -220,6 +220,10 @@ TEST_CASE_FIXTURE(Fixture, "arrows, lists and the toggle") {
     Sent();
     SetWindowTextA(Item(xover, DELAY), "10 cm"); // typed and not committed: the arrow goes on from there
     StepSpin(xover, DELAY_SPIN, -1);
+    CHECK(Sent() == "D 0,11 cm");
+    SetWindowTextA(Item(xover, DELAY), "10"); // and arrives at what is held already
+    StepSpin(xover, DELAY_SPIN, -1);
+    CHECK(Field(DELAY) == "11 cm");
     CHECK(Sent() == "D 0,11 cm");
 
     ChooseItem(xover, HIGH_PASS_TYPE, 1);
@@ -246,7 +250,12 @@ TEST_CASE("each slot is polled from its own function") {
     Load(xover, "function=XO1*filters");
     Load(xover, "function1=XO1*gain");
     Load(xover, "function2=XO1*polarity");
-    TypeInto(xover, HIGH_PASS, "100"); // before the first poll: the rest of the record is the device's
+    Load(xover, "value=BUTT24"); // before the first poll: the rest of the record is the device's
+    CHECK(panel.Parameter("XO1*filters") == "BUTT24,80 Hz,OFF,20000 Hz");
+    CHECK(panel.Parameter("XO1*gain") == "-3");
+    Load(xover, "function=XO1*filters");
+    ph_SetParameter(panel.Root(), "XO1*filters", "LINK24");
+    TypeInto(xover, HIGH_PASS, "100");
     CHECK(panel.Parameter("XO1*filters") == "LINK24,100 Hz,OFF,20000 Hz");
     CHECK(!IsMarked(xover));
     CHECK(Text(xover, "value") == "LINK24,100 Hz,OFF,20000 Hz,-3 dB,inverted,0,0 ms");
@@ -292,6 +301,16 @@ TEST_CASE("connected controls have the same record") {
     Poll(a);
     CHECK(Text(b) == Text(a));
     CHECK(trace.All().empty());
+
+    panel.Declare("XO1*device=simulated\nXO1*delay=delay,,,0,7 ms\n");
+    ph_SetParameter(panel.Root(), "XO1*online", "0");
+    Load(b, "connection=");
+    Load(a, "function3=XO1*delay"); // of which nobody knows anything now, so that it must not be passed on
+    TypeInto(a, HIGH_PASS, "500");
+    CHECK(Text(b).starts_with("LINK24,80 Hz"));
+    ph_SetParameter(panel.Root(), "XO1*online", "1");
+    TypeInto(a, HIGH_PASS, "500");
+    CHECK(Text(b) == "LINK24,500 Hz,OFF,20000 Hz,-6 dB,inverted,0,7 ms");
 }
 
 TEST_CASE_FIXTURE(Fixture, "configurations") {

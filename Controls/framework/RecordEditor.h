@@ -1,0 +1,274 @@
+#pragma once
+
+#include "Controls/framework/EditorPanel.h"
+#include "Controls/framework/Keywords.h"
+#include "Controls/framework/ValueClipboard.h"
+#include "Controls/resources/resource.h"
+#include "logic/Numbers.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+// A part of a record that travels alone.
+template <class Record>
+struct RecordPart {
+    REQUESTLIST* asked; // for the part
+    REQUESTLIST* told;  // when the part has changed
+    int datatype;
+    void* (*of)(Record&);
+    // Whether the part was set as a whole or is what the bound devices hold. What a new control starts with
+    // must reach no device.
+    bool isKnown = false;
+
+    bool IsOneNumber() const { return datatype == DATATYPE_FLOAT || datatype == DATATYPE_INTEGER; }
+};
+
+// Base of the editor panels that hold one record: what becomes of it when it is set, edited, polled, copied
+// and pasted. The first part is the one that functions and connections are bound to; its datatype is that of
+// the whole record where the record comes from outside.
+template <class Record>
+class RECORDEDITOR : public EDITORPROPERTIES {
+public:
+    int ControlType() const override { return parts.front().datatype; }
+    void BindingsChanged() override { parts.front().isKnown = false; }
+
+    void PollRecord() final {
+        const HWND self = window;
+        Record next = value;
+        int worst = REQUEST_UNCHANGED;
+        bool isNew = false;
+        for (RecordPart<Record>& part : parts) {
+            Record polled = next;
+            int result = REQUEST_UNCHANGED;
+            a_SendRequest(*part.asked, COMMAND_GET, part.datatype, part.of(polled), &result);
+            if (!StillHas(self, this)) {
+                return;
+            }
+            if (result == REQUEST_DELIVERED && !IsKnown(polled)) {
+                result = REQUEST_DISAGREE; // of another kind of device: what is shown stays
+            }
+            if (result == REQUEST_DELIVERED) {
+                next = polled;
+                isNew = true;
+            }
+            part.isKnown = part.isKnown || (result <= REQUEST_DELIVERED && !part.asked->empty());
+            worst = std::max(worst, result);
+        }
+        if (isNew) {
+            Show(next);
+        }
+        ShowPollResult(worst);
+    }
+
+    // What cannot be read is replaced by what is held, and so is a text that is still the one that was shown:
+    // it has lost digits.
+    void CommitField(int id, const std::string* typed) final {
+        const bool isSent = typed == nullptr || logic::ParseFloat(*typed);
+        if (isSent && !Learn()) {
+            return;
+        }
+        if (isSent) {
+            Enter(id, typed);
+        }
+        ShowField(id, ValueText(id, true));
+        if (isSent) {
+            SendEdited(id);
+        }
+    }
+
+    void StepField(int id, int steps) final {
+        const std::optional<std::string> typed = Typed(id);
+        if (Learn() && Step(id, steps, typed ? &*typed : nullptr)) {
+            ShowField(id, ValueText(id, false));
+            SendEdited(id);
+        }
+    }
+
+    void ItemSelected(int listId, int item) final {
+        if (item < 0 || !Learn()) {
+            return;
+        }
+        Record next = value;
+        Choose(next, listId, item);
+        Show(next);
+        Select(listId, item); // what was learned may have moved it
+        SendEdited(listId);
+    }
+
+    void Toggled(int id, bool isDown) final {
+        if (!Learn()) {
+            return;
+        }
+        Record next = value;
+        Bypass(next) = isDown ? 1 : 0;
+        Show(next);
+        Check(id, isDown);
+        SendEdited(id);
+    }
+
+    // What a record is to its control.
+    virtual std::string Text(const Record& record) const = 0;
+    virtual std::optional<Record> Read(std::string_view text, const Record& before) const = 0;
+    virtual bool IsKnown(const Record& record) const = 0; // whether it can be shown and set as it is
+    // Shows a known record; touches only what is new.
+    virtual void Show(const Record& next) = 0;
+    // The value of a field as it is shown, or as it is shown after it was typed.
+    virtual std::string ValueText(int fieldId, bool isTyped) const = 0;
+    // Puts into the record what was typed, limited; null: what is held, limited.
+    virtual void Enter(int fieldId, const std::string* typed) = 0;
+    // Steps up, or down where negative; null: nothing was typed since the field was shown. Whether that is to
+    // be shown and sent.
+    virtual bool Step(int fieldId, int steps, const std::string* typed) = 0;
+    virtual void Choose(Record& record, int listId, int item) const = 0;
+    virtual std::int32_t& Bypass(Record& record) const = 0;
+    virtual std::size_t PartOf(int /*id*/) const { return 0; }   // that a child edits
+    virtual bool IsSending() const { return parent != nullptr; } // now
+    virtual void PartSent() {} // after each part, for those who are told of all of them
+
+    // Before the record is changed in part: what is bound may hold another one. False when the control is
+    // gone.
+    bool Learn() {
+        if (parent == nullptr) {
+            return true;
+        }
+        const HWND self = window;
+        for (RecordPart<Record>& part : parts) {
+            if (part.isKnown) {
+                continue;
+            }
+            Record held = value;
+            const bool isAnswered =
+                part.asked->empty() || AskForValue(*part.asked, part.datatype, part.of(held));
+            if (!StillHas(self, this)) {
+                return false;
+            }
+            part.isKnown = isAnswered && IsKnown(held);
+            if (part.isKnown) {
+                Show(held);
+            }
+        }
+        return true;
+    }
+
+    bool AreAllKnown() const {
+        return std::all_of(parts.begin(), parts.end(), [](const auto& part) { return part.isKnown; });
+    }
+
+    // Of one number nothing is unknown once it was edited.
+    void SendEdited(int id) {
+        RecordPart<Record>& part = parts[PartOf(id)];
+        part.isKnown = part.isKnown || part.IsOneNumber();
+        Send(part);
+    }
+
+    void Send(const RecordPart<Record>& part) {
+        if (!IsSending() || !(part.isKnown || part.IsOneNumber())) {
+            return;
+        }
+        const HWND self = window;
+        Record sent = value;
+        a_SendRequest(*part.told, COMMAND_SET, part.datatype, part.of(sent), nullptr);
+        if (StillHas(self, this)) {
+            PartSent();
+        }
+    }
+
+    void SendAll() {
+        const HWND self = window;
+        for (std::size_t index = 0; StillHas(self, this) && index < parts.size(); ++index) {
+            Send(parts[index]);
+        }
+    }
+
+    // Takes a whole record from outside and, unless it is the one that is shown, passes it on.
+    void Take(const Record& next) {
+        if (next == value) {
+            return;
+        }
+        for (RecordPart<Record>& part : parts) {
+            part.isKnown = true;
+        }
+        Show(next);
+        if (parent != nullptr) {
+            SendAll();
+        } else { // a window that is no panel uses the control by itself
+            Record sent = value;
+            SendMessageA(GetParent(window), WM_USER, static_cast<WPARAM>(GetDlgCtrlID(window)),
+                         reinterpret_cast<LPARAM>(&sent));
+        }
+    }
+
+    // Takes what a text says of a record, the rest being what the bound devices hold. A part of which nobody
+    // says what they hold is shown and not sent. 0 when the text says nothing.
+    int LoadText(std::string_view text, bool isSentAlways) {
+        if (!Read(text, value)) {
+            return 0;
+        }
+        const bool wasKnown = AreAllKnown();
+        if (!Learn()) {
+            return 1;
+        }
+        const Record next = Read(text, value).value_or(value);
+        if (!wasKnown && next == Record{}) {
+            return 1; // saved before anything was known
+        }
+        if (parent == nullptr && !isSentAlways) {
+            Take(next);
+        } else if (isSentAlways || next != value) {
+            Show(next);
+            SendAll();
+        }
+        return 1;
+    }
+
+    // The menu for the whole record or a piece of it, in a clipboard format of its own. What is pasted is set
+    // as anybody else would set the value.
+    template <class PieceOf>
+    void CopyOrPaste(int menu, UINT format, std::size_t blockSize, POINT place, PieceOf pieceOf) {
+        const int command = TrackMenu(menu, HasValueToPaste(format), place);
+        if (command == 0 || !Learn()) {
+            return;
+        }
+        Record next = value;
+        auto& piece = pieceOf(next);
+        if (command == IDM_COPY_VALUE) {
+            CopyValue(window, format, &piece, sizeof piece, blockSize);
+        } else if (PasteValue(window, format, &piece, sizeof piece)) {
+            REQUESTITEM item;
+            item.record.command = COMMAND_SET;
+            item.record.datatype = ControlType();
+            item.record.data = &next;
+            SendMessageA(window, CWM_MESSAGE, 0, reinterpret_cast<LPARAM>(&item));
+        }
+    }
+
+    Record value{};
+    std::vector<RecordPart<Record>> parts;
+};
+
+// The record as bytes or as text, for the keywords " " and "value".
+template <class Record>
+int RecordKeyword(VALUERECORD* record, HOSTINFO* object) {
+    auto& editor = *static_cast<RECORDEDITOR<Record>*>(object);
+    const bool isText = record->datatype == DATATYPE_TEXT;
+    if (record->command == COMMAND_GET) {
+        return isText ? a_AnswerText(record, editor.Text(editor.value).c_str())
+                      : a_AnswerBytes(record, editor.ControlType(), &editor.value, sizeof(Record));
+    }
+    if (isText) {
+        const auto text = TextToSet(record);
+        return text ? editor.LoadText(*text, false) : 0;
+    }
+    Record next;
+    if (record->command != COMMAND_SET ||
+        a_ReadBytes(record, editor.ControlType(), &next, sizeof next) == 0 || !editor.IsKnown(next)) {
+        return 0;
+    }
+    editor.Take(next);
+    return 1;
+}
