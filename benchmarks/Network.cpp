@@ -60,6 +60,7 @@ public:
         for (std::size_t received = 0; received < count;) {
             const int got = ReceiveSome();
             if (got <= 0) {
+                isOpen_ = false;
                 return;
             }
             received += static_cast<std::size_t>(got);
@@ -198,6 +199,9 @@ void MeasureTerminal(Report& report, const BenchPanel& panel) {
         panel, [&] { return LineOfMany(*bare, MANY_LINES); }, idle.data());
     report.Add("longest wait for a tick during 100,000 lines", busy, "the same beside the bare echo", idle,
                Unit::Seconds, Below(LONGEST_GAP));
+    if (!terminal->IsOpen()) {
+        report.Fail("the terminal", "not every line was answered");
+    }
 }
 
 std::atomic<int> recordsTraced;
