@@ -6,19 +6,14 @@
 #include "Controls/framework/Controls.h"
 #include "Controls/framework/InterfaceControl.h"
 #include "Controls/framework/Keywords.h"
+#include "Controls/midi/MidiDriver.h"
 #include "Panelhost/Gdi.h"
-#include "Panelhost/SharedLock.h"
 #include "logic/PitchBend.h"
 
-#include <mmsystem.h>
-
-#include <array>
-#include <atomic>
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
-#include <vector>
 
 namespace {
 
@@ -33,8 +28,9 @@ constexpr int FAILED_INPUT_CLOSE = 13;
 constexpr int FAILED_OUTPUT_RESET = 14;
 constexpr int FAILED_OUTPUT_CLOSE = 15;
 
-// A port that takes longer for one message blocks the panel: it goes on with the others in its next pass.
-constexpr DWORD BLOCKING_TIME = 250;
+// What a pass may take: a port that takes its time for each message blocks the panel, and gets the others in
+// the next pass.
+constexpr DWORD LONGEST_PASS = 250;
 
 } // namespace
 
@@ -44,7 +40,6 @@ public:
     const KEYWORDROW* GetHostinfoTable() override;
     void SetDefaults() override;
     SIZE SizeWithoutPicture() const override { return {300, 50}; }
-    LRESULT OnTimer(WPARAM timer, LPARAM lParam) override;
     void Poll() override; // sends what has changed, lowest channel first
     void Draw(HDC dc, const RECT& client) const override;
 
@@ -55,8 +50,8 @@ public:
     // Other values than OPEN_PORTS and CLOSE_PORTS do nothing.
     void SwitchPorts(int action);
 
-    // Of the channels, counted from 0. The driver stores here on a thread of its own.
-    std::array<std::atomic<std::uint16_t>, logic::PITCH_BEND_CHANNELS> values{};
+    // The driver stores here on a thread of its own.
+    MidiValues values{};
     unsigned changed = 0; // bit n: channel n has to be sent
     int running = 0;      // 1 while the input is open; the output can be open without it
 
@@ -68,6 +63,7 @@ public:
     MIDIOUTCAPSA outputCapabilities{};
 
 private:
+    DWORD_PTR Instance() { return reinterpret_cast<DWORD_PTR>(this); } // by which drivers know it
     void OpenPorts();
     void ClosePorts();
     void CloseOutput();
@@ -75,90 +71,6 @@ private:
     bool outputIsOpen_ = false;
     FontProperty font_;
 };
-
-// Callbacks of the driver
-
-namespace {
-
-// The objects whose input is open. A driver knows an object by its address only, calls on threads of its own
-// and may call late: it reaches the object here or not at all.
-class Receivers {
-public:
-    void Add(MIDIPROPERTIES* receiver) {
-        const SharedLock::Writing writing(lock_);
-        receivers_.push_back(receiver);
-    }
-    // No call is inside the object any more when it returns.
-    void Remove(MIDIPROPERTIES* receiver) {
-        const SharedLock::Writing writing(lock_);
-        std::erase(receivers_, receiver);
-    }
-    void Store(DWORD_PTR receiver, const logic::PitchBend& received) {
-        const SharedLock::Reading reading(lock_);
-        for (MIDIPROPERTIES* known : receivers_) {
-            if (reinterpret_cast<DWORD_PTR>(known) == receiver) {
-                known->values[received.channel].store(received.value, std::memory_order_relaxed);
-            }
-        }
-    }
-
-private:
-    SharedLock lock_;
-    std::vector<MIDIPROPERTIES*> receivers_;
-};
-Receivers receivers;
-
-void CALLBACK MidiInProc(HMIDIIN, UINT message, DWORD_PTR receiver, DWORD_PTR parameter, DWORD_PTR) {
-    switch (message) {
-    case MM_MIM_OPEN:
-        TRACE("MM_MIM_OPEN\n");
-        break;
-    case MM_MIM_CLOSE:
-        TRACE("MM_MIM_CLOSE\n");
-        break;
-    case MM_MIM_DATA: {
-        TRACE("MM_MIM_DATA\n");
-        const auto bytes = static_cast<std::uint32_t>(parameter);
-        if (const auto received = logic::ReadPitchBend(bytes)) {
-            receivers.Store(receiver, *received);
-        }
-        TRACE("0x%02x 0x%02x 0x%02x \n", static_cast<unsigned>(bytes & 0xFF),
-              static_cast<unsigned>(bytes >> 8 & 0xFF), static_cast<unsigned>(bytes >> 16 & 0xFF));
-        break;
-    }
-    case MM_MIM_LONGDATA:
-        TRACE("MM_MIM_LONGDATA\n");
-        break;
-    case MM_MIM_ERROR:
-        TRACE("MM_MIM_ERROR\n");
-        break;
-    case MM_MIM_MOREDATA:
-        TRACE("MM_MIM_MOREDATA\n");
-        break;
-    default:
-        TRACE("midiInProc %x\n", message);
-        break;
-    }
-}
-
-void CALLBACK MidiOutProc(HMIDIOUT, UINT message, DWORD_PTR, DWORD_PTR, DWORD_PTR) {
-    switch (message) {
-    case MM_MOM_OPEN:
-        TRACE("MM_MOM_OPEN\n");
-        break;
-    case MM_MOM_CLOSE:
-        TRACE("MM_MOM_CLOSE\n");
-        break;
-    case MM_MOM_DONE:
-        TRACE("MM_MOM_DONE\n");
-        break;
-    default:
-        TRACE("midiOutProc %x\n", message);
-        break;
-    }
-}
-
-} // namespace
 
 // Keyword handlers
 
@@ -306,13 +218,6 @@ bool Succeeded(MMRESULT result, int code) {
     return false;
 }
 
-// An input that cannot be closed goes on calling.
-void KeepLibraryLoaded() {
-    HMODULE library = nullptr;
-    GetModuleHandleExA(GET_MODULE_HANDLE_EX_FLAG_PIN | GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS,
-                       reinterpret_cast<const char*>(&MidiInProc), &library);
-}
-
 } // namespace
 
 int MIDIPROPERTIES::ChooseDevices(const char* text) {
@@ -352,22 +257,21 @@ void MIDIPROPERTIES::SwitchPorts(int action) {
 }
 
 void MIDIPROPERTIES::OpenPorts() {
-    const auto instance = reinterpret_cast<DWORD_PTR>(this);
-    receivers.Add(this);
-    if (Succeeded(midiInOpen(&input, inputDevice, reinterpret_cast<DWORD_PTR>(MidiInProc), instance,
+    AddMidiReceiver(Instance(), values);
+    if (Succeeded(midiInOpen(&input, inputDevice, reinterpret_cast<DWORD_PTR>(MidiInProc), Instance(),
                              CALLBACK_FUNCTION),
                   FAILED_OPEN)) {
         running = 1;
         changed = ALL_CHANNELS;
         Succeeded(midiInStart(input), FAILED_OPEN);
     } else {
-        receivers.Remove(this);
+        RemoveMidiReceiver(Instance());
     }
     if (outputIsOpen_) { // left open by an attempt whose input failed
         CloseOutput();
     }
     outputIsOpen_ = Succeeded(midiOutOpen(&output, outputDevice, reinterpret_cast<DWORD_PTR>(MidiOutProc),
-                                          instance, CALLBACK_FUNCTION),
+                                          Instance(), CALLBACK_FUNCTION),
                               FAILED_OPEN);
 }
 
@@ -376,9 +280,9 @@ void MIDIPROPERTIES::ClosePorts() {
     Succeeded(midiInStop(input), FAILED_OPEN);
     Succeeded(midiInReset(input), FAILED_INPUT_RESET);
     if (!Succeeded(midiInClose(input), FAILED_INPUT_CLOSE)) {
-        KeepLibraryLoaded();
+        KeepMidiProcsLoaded();
     }
-    receivers.Remove(this);
+    RemoveMidiReceiver(Instance());
     CloseOutput();
 }
 
@@ -396,28 +300,21 @@ void MIDIPROPERTIES::SetValue(unsigned channel, int value) {
     changed |= 1U << channel;
 }
 
-LRESULT MIDIPROPERTIES::OnTimer(WPARAM timer, LPARAM lParam) {
-    if (GetCapture() == window) {
-        return 0;
-    }
-    return INTERFACEPROPERTIES::OnTimer(timer, lParam);
-}
-
 void MIDIPROPERTIES::Poll() {
     if (output == nullptr) {
         return;
     }
+    const DWORD start = GetTickCount();
     for (unsigned channel = 0; channel < logic::PITCH_BEND_CHANNELS; ++channel) {
         if ((changed & 1U << channel) == 0) {
             continue;
         }
         changed &= ~(1U << channel);
         const std::uint16_t value = values[channel].load(std::memory_order_relaxed);
-        const DWORD start = GetTickCount();
         const bool sent =
             Succeeded(midiOutShortMsg(output, logic::PitchBendMessage(channel, value)), FAILED_OPEN);
         const DWORD now = GetTickCount();
-        const bool blocked = now - start > BLOCKING_TIME;
+        const bool blocked = now - start > LONGEST_PASS;
         if (blocked) {
             lastPoll = now; // the panel gets an interval without
         }
@@ -431,7 +328,6 @@ void MIDIPROPERTIES::Poll() {
 
 void MIDIPROPERTIES::SetDefaults() {
     INTERFACEPROPERTIES::SetDefaults();
-    interval = 1000;
     font_.Load("Arial,8");
 }
 

@@ -8,24 +8,20 @@
 #include "Controls/framework/InterfaceControl.h"
 #include "Controls/framework/Keywords.h"
 
-namespace {
-
-constexpr int DEFAULT_INTERVAL = 60000; // milliseconds
-
-} // namespace
+#include <utility>
 
 class NETWORKPROPERTIES : public INTERFACEPROPERTIES {
 public:
     ~NETWORKPROPERTIES() override { Disconnect(); }
 
     const KEYWORDROW* GetHostinfoTable() override;
-    void SetDefaults() override;
+    int DefaultInterval() const override { return 60000; }
     void Created() override;
     void Destroying() override { Disconnect(); }
     LRESULT OnMessage(WPARAM, LPARAM) override { return 0; }
+    void ServeCalls() override;
 
     CanChannel can;
-    WorkerCalls calls;
 
 private:
     void Disconnect();
@@ -65,35 +61,27 @@ constexpr KEYWORDROW KEYWORDS[] = {
 };
 static_assert(KeywordsAreUnique(KEYWORDS));
 
-LRESULT CALLBACK NetworkProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    if (message == WorkerCalls::MESSAGE) {
-        PropertiesOf<NETWORKPROPERTIES>(window)->calls.Serve();
-        return 0;
-    }
-    return InterfaceProc(window, message, wParam, lParam);
-}
-
 } // namespace
 
 const KEYWORDROW* NETWORKPROPERTIES::GetHostinfoTable() {
     return KEYWORDS;
 }
 
-void NETWORKPROPERTIES::SetDefaults() {
-    INTERFACEPROPERTIES::SetDefaults();
-    interval = DEFAULT_INTERVAL;
-}
-
 void NETWORKPROPERTIES::Created() {
     INTERFACEPROPERTIES::Created();
-    server_ = std::make_unique<TerminalServer>(*this, calls, can);
+    server_ = std::make_unique<TerminalServer>(*this, can);
     server_->Start();
 }
 
 void NETWORKPROPERTIES::Disconnect() {
-    calls.Close();
     can.End();
-    server_.reset();
+    std::exchange(server_, nullptr).reset(); // what is sent here meanwhile finds none
+}
+
+void NETWORKPROPERTIES::ServeCalls() {
+    if (server_ != nullptr) {
+        server_->ServeCalls();
+    }
 }
 
 int a_AttachCanChannel(NETWORKPROPERTIES* object, unsigned socket) {
@@ -104,4 +92,4 @@ int a_AttachCanChannel(NETWORKPROPERTIES* object, unsigned socket) {
     return 1;
 }
 
-const ControlImplementation networkControl{CreateProperties<NETWORKPROPERTIES>, NetworkProc};
+const ControlImplementation networkControl{CreateProperties<NETWORKPROPERTIES>, InterfaceProc};

@@ -16,7 +16,6 @@
 
 namespace {
 
-constexpr int DEFAULT_INTERVAL = 60000; // milliseconds
 constexpr DWORD LOWEST_VERSION = 0x00010003;
 constexpr DWORD HIGHEST_VERSION = 0x00020002;
 
@@ -39,16 +38,15 @@ class TELEPHONEPROPERTIES : public INTERFACEPROPERTIES {
 public:
     ~TELEPHONEPROPERTIES() override { CloseLine(); }
     const KEYWORDROW* GetHostinfoTable() override;
-    void SetDefaults() override;
+    int DefaultInterval() const override { return 60000; }
     void Created() override;
     void Destroying() override { CloseLine(); }
     LRESULT OnMessage(WPARAM, LPARAM) override { return 0; }
+    void ServeCalls() override;
 
     bool IsOpen() const { return application_ != 0; }
     void Answer(HCALL call) const;
     void Connect(HCALL call);
-    // Carries out what the data thread asks for.
-    void ServeCalls();
 
 private:
     void OpenLine();
@@ -79,11 +77,6 @@ static_assert(KeywordsAreUnique(KEYWORDS));
 
 const KEYWORDROW* TELEPHONEPROPERTIES::GetHostinfoTable() {
     return KEYWORDS;
-}
-
-void TELEPHONEPROPERTIES::SetDefaults() {
-    INTERFACEPROPERTIES::SetDefaults();
-    interval = DEFAULT_INTERVAL;
 }
 
 void TELEPHONEPROPERTIES::Created() {
@@ -272,16 +265,6 @@ void CALLBACK LineCallback(DWORD device, DWORD message, DWORD_PTR instance, DWOR
     }
 }
 
-// Window procedure
-
-LRESULT CALLBACK TelephoneProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    if (message == WorkerCalls::MESSAGE) {
-        PropertiesOf<TELEPHONEPROPERTIES>(window)->ServeCalls();
-        return 0;
-    }
-    return InterfaceProc(window, message, wParam, lParam);
-}
-
 } // namespace
 
-const ControlImplementation telephoneControl{CreateProperties<TELEPHONEPROPERTIES>, TelephoneProc};
+const ControlImplementation telephoneControl{CreateProperties<TELEPHONEPROPERTIES>, InterfaceProc};

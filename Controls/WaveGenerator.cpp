@@ -26,9 +26,7 @@ constexpr unsigned THREAD_EXIT_CODE = 14;
 class WAVEGENERATORPROPERTIES : public INTERFACEPROPERTIES {
 public:
     const KEYWORDROW* GetHostinfoTable() override;
-    void SetDefaults() override;
     void Destroying() override;
-    LRESULT OnTimer(WPARAM timer, LPARAM lParam) override;
 
     // Starts a generation. While one is running another follows it, of the length set last. False when no
     // thread can be started.
@@ -107,7 +105,7 @@ int SignalKeyword(VALUERECORD* record, HOSTINFO* object) {
 }
 
 constexpr KEYWORDROW KEYWORDS[] = {
-    {" ", RefusedKeyword, 0},
+    {" ", nullptr, 0},
     {"connection", RefusedKeyword, 0},
     {"duration", DurationKeyword, KEYWORD_SAVED},
     {"filename", TextOnly<FilenameKeyword>, KEYWORD_SAVED},
@@ -124,16 +122,6 @@ static_assert(KeywordsAreUnique(KEYWORDS));
 
 const KEYWORDROW* WAVEGENERATORPROPERTIES::GetHostinfoTable() {
     return KEYWORDS;
-}
-
-void WAVEGENERATORPROPERTIES::SetDefaults() {
-    INTERFACEPROPERTIES::SetDefaults();
-    interval = 1000;
-}
-
-LRESULT WAVEGENERATORPROPERTIES::OnTimer(WPARAM timer, LPARAM lParam) {
-    const bool isDue = GetTickCount() - lastPoll > static_cast<DWORD>(interval);
-    return isDue && GetCapture() == window ? 0 : INTERFACEPROPERTIES::OnTimer(timer, lParam);
 }
 
 // Generation. There is one file and one writer for it, so the threads of all generators write by turns, in

@@ -199,8 +199,8 @@ void MeasureTerminal(Report& report, const BenchPanel& panel) {
         panel, [&] { return LineOfMany(*bare, MANY_LINES); }, idle.data());
     report.Add("longest wait for a tick during 100,000 lines", busy, "the same beside the bare echo", idle,
                Unit::Seconds, Below(LONGEST_GAP));
-    if (!terminal->IsOpen() || !bare->IsOpen()) { // another program can have taken the terminal over
-        report.Fail("terminal", "a connection ended, so its figures do not count");
+    if (!terminal->IsOpen()) {
+        report.Fail("the terminal", "not every line was answered");
     }
 }
 

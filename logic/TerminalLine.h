@@ -9,6 +9,11 @@
 
 namespace logic {
 
+// What a terminal shows when it is connected.
+constexpr std::string_view terminalWelcome =
+    "\r\n*********************\r\nWelcome to OSMIR\r\n*********************\r\n";
+static_assert(terminalWelcome.size() == 66);
+
 // The characters since the last line end, behind the prompt that was sent in answer to it.
 class TerminalText {
 public:

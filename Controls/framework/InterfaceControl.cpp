@@ -3,8 +3,9 @@
 #include "Controls/framework/InterfaceControl.h"
 
 #include "Controls/framework/ClassTable.h"
-#include "Panelhost/Gdi.h"
 #include "Controls/framework/SharedResources.h"
+#include "Controls/framework/WorkerThread.h"
+#include "Panelhost/Gdi.h"
 
 namespace {
 
@@ -28,6 +29,7 @@ void INTERFACEPROPERTIES::SetDefaults() {
     const HBITMAP picture = ResourcesOf(*controlClass).bitmaps[0];
     const SIZE size = picture == nullptr ? SizeWithoutPicture() : SizeOf(picture);
     Resize(size.cx, size.cy);
+    interval = DefaultInterval();
     flags |= FLAG_EDIT_ONLY;
 }
 
@@ -40,7 +42,7 @@ LRESULT INTERFACEPROPERTIES::OnTimer(WPARAM timer, LPARAM lParam) {
     if (mode == 0 && (GetWindowLongA(window, GWL_STYLE) & WS_VISIBLE) != 0) {
         a_ApplyVisibility(this);
     }
-    return CONTROLPROPERTIES::OnTimer(timer, lParam);
+    return GetCapture() == window ? 0 : CONTROLPROPERTIES::OnTimer(timer, lParam);
 }
 
 void INTERFACEPROPERTIES::Draw(HDC dc, const RECT& client) const {
@@ -58,7 +60,12 @@ LRESULT CALLBACK InterfaceProc(HWND window, UINT message, WPARAM wParam, LPARAM 
         ShowWindow(window, SW_HIDE);
         return 1;
     }
-    return CommonProc(window, message, wParam, lParam);
+    auto* control = PropertiesOf<INTERFACEPROPERTIES>(window);
+    if (message == WorkerCalls::MESSAGE && control != nullptr) {
+        control->ServeCalls();
+        return 0;
+    }
+    return IndicatorProc(window, message, wParam, lParam);
 }
 
 int RefusedKeyword(VALUERECORD*, HOSTINFO*) {

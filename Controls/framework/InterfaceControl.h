@@ -14,6 +14,8 @@ public:
     LRESULT OnTimer(WPARAM timer, LPARAM lParam) override;
 
     virtual SIZE SizeWithoutPicture() const { return {100, 100}; } // pixels
+    virtual int DefaultInterval() const { return 1000; }           // milliseconds
+    virtual void ServeCalls() {} // on WorkerCalls::MESSAGE, for a control with worker threads that call
 };
 
 // Window procedure of the interface controls.

@@ -5,7 +5,6 @@
 #include <process.h>
 
 #include <exception>
-#include <utility>
 
 void WaitForThread(HANDLE thread) {
     while (MsgWaitForMultipleObjects(1, &thread, FALSE, INFINITE, QS_SENDMESSAGE) == WAIT_OBJECT_0 + 1) {

@@ -5,6 +5,8 @@
 #include <functional>
 #include <memory>
 #include <mutex>
+#include <optional>
+#include <utility>
 
 // What the worker threads of controls need: events, an end that never deadlocks, and calls on the thread of
 // the control's window.
@@ -66,6 +68,14 @@ public:
     // event was signalled first, when the calls are closed or when the window is gone. The action may still
     // be going on then, so it must own what it uses.
     bool Run(HWND window, HANDLE stop, std::function<void()> action);
+    // The same for an action with a result; nothing in place of false.
+    template <class Action>
+    auto Ask(HWND window, HANDLE stop, Action action) -> std::optional<decltype(action())> {
+        const auto result = std::make_shared<decltype(action())>(); // may be written after this call
+        return Run(window, stop, [result, action = std::move(action)] { *result = action(); })
+                   ? std::optional(*result)
+                   : std::nullopt;
+    }
     // On the window's thread.
     void Serve();
     // From now on nothing is carried out any more.

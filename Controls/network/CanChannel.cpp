@@ -2,8 +2,6 @@
 
 #include "Panelhost/Trace.h"
 
-#include <cstring>
-
 namespace {
 
 constexpr DWORD CONNECT_TIME_OUT = 30000; // milliseconds
@@ -78,15 +76,14 @@ void CanChannel::ConnectAside(State& state) {
 }
 
 Socket CanChannel::ConnectTo(const logic::HostPort& target, const Event& isChanged) {
-    const hostent* found = gethostbyname(target.host.c_str());
-    if (found == nullptr || found->h_addrtype != AF_INET || found->h_addr_list[0] == nullptr) {
-        TRACE("Host not found: %s\n", target.host.c_str());
+    const auto host = FindHost(target.host.c_str());
+    if (!host) {
         return Socket();
     }
     sockaddr_in address{};
     address.sin_family = AF_INET;
     address.sin_port = htons(target.port);
-    std::memcpy(&address.sin_addr, found->h_addr_list[0], sizeof address.sin_addr);
+    address.sin_addr = *host;
 
     Socket socket(::socket(AF_INET, SOCK_STREAM, 0));
     const SocketEvent connected;
@@ -108,7 +105,7 @@ Socket CanChannel::ConnectTo(const logic::HostPort& target, const Event& isChang
         }
     }
     if (error != 0) {
-        TRACE("Windows Sockets error %d: Couldn't connect to %s\n", error, target.host.c_str());
+        TraceSocketError(("Couldn't connect to " + target.host).c_str(), error);
         return Socket();
     }
     return socket;
@@ -126,7 +123,7 @@ void CanChannel::Receive() {
     }
     if ((events & FD_READ) != 0) {
         if (const int result = ReceiveBlock(); result < 0 && result != -WSAEWOULDBLOCK) {
-            TRACE("Windows Sockets error %d: Couldn't read on socket\n", -result);
+            TraceSocketError("Couldn't read on socket", -result);
         }
     }
     if ((events & FD_CLOSE) != 0) {

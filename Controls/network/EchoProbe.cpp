@@ -4,25 +4,15 @@
 #include "Panelhost/Trace.h"
 #include "logic/EchoRequest.h"
 
-#include <cstring>
-
 namespace {
 
 constexpr long TIME_OUT = 2;        // seconds
 constexpr int LONGEST_ANSWER = 321; // bytes
 
-bool FindHost(const char* host, sockaddr_in& address) {
-    const hostent* found = gethostbyname(host);
-    if (found == nullptr || found->h_addrtype != AF_INET || found->h_addr_list[0] == nullptr) {
-        TRACE("Host not found: %s\n", host);
-        return false;
-    }
+void SendRequest(const Socket& socket, const in_addr& host) {
+    sockaddr_in address{};
     address.sin_family = AF_INET;
-    std::memcpy(&address.sin_addr, found->h_addr_list[0], sizeof address.sin_addr);
-    return true;
-}
-
-void SendRequest(const Socket& socket, const sockaddr_in& address) {
+    address.sin_addr = host;
     const auto request = logic::EchoRequest(GetTickCount());
     if (sendto(socket.Get(), reinterpret_cast<const char*>(request.data()), static_cast<int>(request.size()),
                0, reinterpret_cast<const sockaddr*>(&address), sizeof address) == SOCKET_ERROR) {
@@ -59,11 +49,11 @@ int PingHost(const char* host) {
         TRACE("socket()");
         return 0;
     }
-    sockaddr_in address{};
-    if (!FindHost(host, address)) {
+    const auto address = FindHost(host);
+    if (!address) {
         return 0;
     }
-    SendRequest(socket, address);
+    SendRequest(socket, *address);
     const int answered = AwaitAnswer(socket);
     if (socket.Close() != 0) {
         TRACE("closesocket()");

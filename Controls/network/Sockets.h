@@ -2,9 +2,16 @@
 
 #include <winsock2.h> // refuses to stand behind windows.h
 
+#include <optional>
 #include <utility>
 
-// Owners of the handles of Windows Sockets.
+// Owners of the handles of Windows Sockets, and what its users share.
+
+// Looks the address of a name up, or reads a dotted one; a host that is not found is traced. Blocks for as
+// long as the look-up takes.
+std::optional<in_addr> FindHost(const char* host);
+
+void TraceSocketError(const char* what, int error = WSAGetLastError());
 
 class Socket {
 public:

@@ -5,8 +5,6 @@
 
 #include <cstdio>
 #include <exception>
-#include <memory>
-#include <process.h>
 
 namespace {
 
@@ -24,14 +22,8 @@ constexpr long CLIENT_EVENTS = FD_READ | FD_CLOSE;
 constexpr DWORD RETRY_TIME = 100; // milliseconds
 
 // Clients wait for 65 bytes: the last line feed is not among them.
-constexpr std::string_view BANNER =
-    std::string_view("\r\n*********************\r\nWelcome to OSMIR\r\n*********************\r\n")
-        .substr(0, 65);
+constexpr std::string_view BANNER = logic::terminalWelcome.substr(0, 65);
 constexpr std::string_view FAREWELL = "\r\nBye!\r\n";
-
-void TraceFailure(const char* what) {
-    TRACE("Windows Sockets error %d: %s\n", WSAGetLastError(), what);
-}
 
 // On the user-interface thread: gives the object of that address its value. False when there is none.
 bool SetAddressed(HOSTINFO& control, const logic::TerminalAddress& address) {
@@ -65,8 +57,7 @@ int TerminalServer::Start() {
     }
     listening_.Select(listenEvent_.Get(), FD_ACCEPT | FD_CLOSE);
     TRACE("server initialization done\n");
-    thread_.reset(reinterpret_cast<HANDLE>(_beginthreadex(nullptr, 0, ThreadMain, this, 0, nullptr)));
-    return thread_ == nullptr ? NO_THREAD : 0;
+    return thread_.Start(ThreadMain, this) ? 0 : NO_THREAD;
 }
 
 void TerminalServer::Listen() {
@@ -75,20 +66,18 @@ void TerminalServer::Listen() {
     address.sin_addr.s_addr = htonl(INADDR_ANY);
     address.sin_port = htons(PORT);
     if (bind(listening_.Get(), reinterpret_cast<const sockaddr*>(&address), sizeof address) == SOCKET_ERROR) {
-        TraceFailure("Couldn't bind socket");
+        TraceSocketError("Couldn't bind socket");
     }
     if (listen(listening_.Get(), BACKLOG) == SOCKET_ERROR) {
-        TraceFailure("Couldn't set up listen on socket");
+        TraceSocketError("Couldn't set up listen on socket");
     }
 }
 
 void TerminalServer::Stop() {
+    calls_.Close();
     stop_.Set();
-    if (thread_ != nullptr) {
-        WaitForThread(thread_.get());
-        thread_.reset();
-        peerName_.Settle();
-    }
+    thread_.Join();
+    peerName_.Settle();
     listening_.Close();
 }
 
@@ -144,7 +133,7 @@ void TerminalServer::Accept() {
     int length = sizeof address;
     client_ = Socket(accept(listening_.Get(), reinterpret_cast<sockaddr*>(&address), &length));
     if (!client_.IsOpen()) {
-        TraceFailure("Couldn't set up accept on socket");
+        TraceSocketError("Couldn't set up accept on socket");
         return;
     }
     client_.Select(clientEvent_.Get(), CLIENT_EVENTS);
@@ -164,7 +153,7 @@ void TerminalServer::ServeClient() {
     if (hasEnded && result <= 0) {
         Retire();
     } else if (result < 0 && result != -WSAEWOULDBLOCK) {
-        TRACE("Windows Sockets error %d: Couldn't read on socket\n", -result);
+        TraceSocketError("Couldn't read on socket", -result);
     }
 }
 
@@ -202,21 +191,15 @@ void TerminalServer::Take(std::string_view block) {
 }
 
 bool TerminalServer::Execute() {
-    // Shared with the call, which may end after the server: the line may be what destroys it.
-    struct Line {
-        HOSTINFO& control;
-        const logic::TerminalAddress address;
-        bool hasObject = false;
-    };
-    const auto line = std::make_shared<Line>(Line{control_, terminal_.Address()});
-    if (!calls_.Run(window_, stop_.Get(),
-                    [line] { line->hasObject = SetAddressed(line->control, line->address); })) {
-        return false;
-    }
-    if (!line->hasObject) {
+    // With a copy of the address: the line may be what destroys this server.
+    const auto hasObject =
+        calls_.Ask(window_, stop_.Get(), [&control = control_, address = terminal_.Address()] {
+            return SetAddressed(control, address);
+        });
+    if (hasObject == false) {
         terminal_.ObjectMissing();
     }
-    return true;
+    return hasObject.has_value();
 }
 
 void TerminalServer::Send(std::string_view text) {

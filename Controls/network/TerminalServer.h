@@ -14,8 +14,8 @@
 // terminal is connected at a time: another one takes its place.
 class TerminalServer {
 public:
-    TerminalServer(HOSTINFO& control, WorkerCalls& calls, CanChannel& can)
-        : control_(control), window_(control.window), calls_(calls), can_(can) {}
+    TerminalServer(HOSTINFO& control, CanChannel& can)
+        : control_(control), window_(control.window), can_(can) {}
     ~TerminalServer() { Stop(); }
     TerminalServer(const TerminalServer&) = delete;
     TerminalServer& operator=(const TerminalServer&) = delete;
@@ -25,6 +25,8 @@ public:
     int Start();
     // Ends the thread and closes everything; waits for no more than what the thread itself is doing.
     void Stop();
+    // On WorkerCalls::MESSAGE to the control's window.
+    void ServeCalls() { calls_.Serve(); }
 
 private:
     static unsigned __stdcall ThreadMain(void* server);
@@ -49,7 +51,7 @@ private:
 
     HOSTINFO& control_; // used on the thread of its window only
     const HWND window_;
-    WorkerCalls& calls_;
+    WorkerCalls calls_;
     CanChannel& can_;
     const PeerName peerName_;
     const Event stop_{Event::ManualReset};
@@ -60,5 +62,5 @@ private:
     Socket retired_;
     long clientEvents_ = 0; // of the client socket, still to be dealt with
     logic::Terminal terminal_;
-    Handle thread_;
+    WorkerThread thread_;
 };

@@ -9,9 +9,6 @@
 
 namespace {
 
-constexpr std::string_view BANNER =
-    "\r\n*********************\r\nWelcome to OSMIR\r\n*********************\r\n";
-static_assert(BANNER.size() == 66);
 constexpr unsigned EXIT_CODE = 11;
 constexpr DWORD RETRY_TIME = 250; // milliseconds from a read that failed to the next
 
@@ -57,7 +54,7 @@ void DataConnection::Start() {
     if (!reading_.IsMade() || !writing_.IsMade() || stop_.Get() == nullptr) {
         return;
     }
-    sent_ = BANNER;
+    sent_ = logic::terminalWelcome;
     port_.Write(writing_, sent_);
     thread_.Start(ThreadMain, this);
 }
@@ -102,28 +99,17 @@ bool DataConnection::Take(char character) {
 }
 
 bool DataConnection::Execute() {
-    // Shared with the call, which may end after the connection: the line may be what destroys the control.
-    struct Line {
-        HOSTINFO& control;
-        const logic::TerminalAddress address;
-        Outcome outcome = Outcome::ObjectMissing;
-    };
-    const auto line = std::make_shared<Line>(Line{control_, terminal_.Address()});
-    if (!calls_.Run(window_, stop_.Get(),
-                    [line] { line->outcome = SetAddressed(line->control, line->address); })) {
-        return false;
-    }
-    switch (line->outcome) {
-    case Outcome::Set:
-        break;
-    case Outcome::KeywordMissing:
+    // With a copy of the address: the line may be what destroys this connection.
+    const auto outcome =
+        calls_.Ask(window_, stop_.Get(), [&control = control_, address = terminal_.Address()] {
+            return SetAddressed(control, address);
+        });
+    if (outcome == Outcome::KeywordMissing) {
         terminal_.KeywordMissing();
-        break;
-    case Outcome::ObjectMissing:
+    } else if (outcome == Outcome::ObjectMissing) {
         terminal_.ObjectMissing();
-        break;
     }
-    return true;
+    return outcome.has_value();
 }
 
 bool DataConnection::Send(std::string text) {

@@ -4,6 +4,7 @@
 
 #include <windows.h>
 
+#include <cstddef>
 #include <cstring>
 #include <mmsystem.h>
 
@@ -76,8 +77,8 @@ int WaveFileWriteSample(std::int16_t left, std::int16_t right) {
     if (file == nullptr || stuck) {
         return 1;
     }
-    if (buffer.pchNext < buffer.pchEndWrite) {
-        const std::int16_t pair[] = {left, right};
+    const std::int16_t pair[] = {left, right};
+    if (buffer.pchEndWrite - buffer.pchNext >= static_cast<std::ptrdiff_t>(sizeof pair)) {
         std::memcpy(buffer.pchNext, pair, sizeof pair);
         buffer.pchNext += sizeof pair;
         return 1;

@@ -146,7 +146,6 @@ TEST_CASE("keywords are answered, taken and refused") {
         std::vector<std::pair<const char*, std::string>> taken; // and what is shown then
         std::vector<const char*> refused;
     } rows[] = {
-        {" ", "", {}, {"", "1"}},
         {"connection", "", {}, {"", "W"}},
         {"filename", ".\\Temp\\wave.wav", {}, {"", ".\\Temp\\wave.wav", "other.wav"}},
         {"format", "44100 Hz,16bit,Stereo", {}, {"", "44100 Hz,16bit,Stereo", "8000 Hz,8bit,Stereo"}},
@@ -178,6 +177,7 @@ TEST_CASE("keywords are answered, taken and refused") {
     trace.Clear();
     CHECK(Load(generator, "nosuch=1") == 0);
     CHECK(trace.Count(TRACE_DEBUG, "WaveGenerator Keyword not found: nosuch\n") == 1);
+    CHECK(trace.Count(TRACE_EDIT, "Not implemented nosuch=1") == 1);
     CHECK(SendMessageA(generator, CWM_GETCONTROLTYPE, 0, 0) == 5);
 }
 
