@@ -85,10 +85,13 @@ void NETWORKPROPERTIES::ServeCalls() {
 }
 
 int a_AttachCanChannel(NETWORKPROPERTIES* object, unsigned socket) {
-    if (!a_IsAlive(object) || socket == INVALID_SOCKET) {
+    auto* network = a_IsAlive(object)
+                        ? dynamic_cast<NETWORKPROPERTIES*>(static_cast<HOSTINFO*>(object))
+                        : nullptr; // hosts know objects by their window and may be wrong about the class
+    if (network == nullptr || socket == INVALID_SOCKET) {
         return 0;
     }
-    object->can.Attach(Socket(socket));
+    network->can.Attach(Socket(socket));
     return 1;
 }
 

@@ -26,5 +26,5 @@ CONTROLLIB_API int l_SendRequest(REVMETERPROPERTIES* object, int command, int da
 
 // Hands the network interface a connected stream socket, which it owns from then on: records of a CAN
 // interface that arrive there are described on the trace. Returns 1, or 0 with the socket left alone when the
-// object does not live.
+// object is no network interface that lives.
 extern "C" CONTROLLIB_API int __cdecl a_AttachCanChannel(NETWORKPROPERTIES* object, unsigned socket);

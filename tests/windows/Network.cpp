@@ -507,6 +507,7 @@ TEST_CASE("the CAN channel describes its records on the trace") {
     TestSocket attached = TestSocket::Connected(canInterface.Port());
     TestSocket third = canInterface.Accept();
     CHECK(attach(nullptr, attached.Get()) == 0);
+    CHECK(attach(&ObjectOf(network.panel.Create("KNOB", "Knob")), attached.Get()) == 0);
     CHECK(attach(&ObjectOf(network.control), INVALID_SOCKET) == 0);
     CHECK(attach(&ObjectOf(network.control), attached.Release()) == 1);
     third.Send("S09T");
