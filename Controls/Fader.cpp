@@ -260,18 +260,16 @@ void FADERPROPERTIES::Poll() {
         ShowPollResult(REQUEST_UNCHANGED); // each connection has its own value, so none of them differs
         return;
     }
-    const HWND self = window;
     float polled = value;
-    int result = REQUEST_UNCHANGED;
-    a_SendRequest(requests, COMMAND_GET, DATATYPE_FLOAT, &polled, &result);
-    if (!StillHas(self, this)) {
+    const auto result = Ask(requests, DATATYPE_FLOAT, &polled);
+    if (!result) {
         return;
     }
-    if (result != REQUEST_DELIVERED) {
-        ShowPollResult(result);
+    if (*result != REQUEST_DELIVERED) {
+        ShowPollResult(*result);
         return;
     }
-    lastPollResult = result;
+    lastPollResult = *result;
     const logic::LimitedValue limited = logic::LimitFader(polled, Range());
     value = limited.value;
     ShowNotEqual(limited.outside);

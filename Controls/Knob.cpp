@@ -202,9 +202,13 @@ void KNOBPROPERTIES::Poll() {
     if (requests.empty() && lastPollResult == REQUEST_UNCHANGED) {
         return;
     }
+    const HWND self = window;
     float polled = value;
     int result = REQUEST_UNCHANGED;
     l_SendRequest(this, COMMAND_GET, DATATYPE_FLOAT, reinterpret_cast<long>(&polled), &result);
+    if (!StillHas(self, this)) {
+        return;
+    }
     if (result == REQUEST_DELIVERED) {
         value = polled;
         Redraw();

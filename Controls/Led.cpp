@@ -111,21 +111,15 @@ void LEDPROPERTIES::Show(float newValue) {
 }
 
 void LEDPROPERTIES::Poll() {
-    if (requests.empty()) {
-        ShowPollResult(REQUEST_UNCHANGED); // it may have been bound before
-        return;
-    }
-    const HWND self = window;
     float polled = value;
-    int result = REQUEST_UNCHANGED;
-    a_SendRequest(requests, COMMAND_GET, DATATYPE_FLOAT, &polled, &result);
-    if (!StillHas(self, this)) {
+    const auto result = Ask(requests, DATATYPE_FLOAT, &polled);
+    if (!result) {
         return;
     }
-    if (result == REQUEST_DELIVERED) {
+    if (*result == REQUEST_DELIVERED) {
         Show(polled);
     }
-    ShowPollResult(result);
+    ShowPollResult(*result);
 }
 
 // Appearance

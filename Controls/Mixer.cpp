@@ -240,28 +240,28 @@ void MIXERPROPERTIES::ShowPan(bool shown) {
 // What is bound to the strip itself goes to and comes from the level fader, which knows nothing of it.
 void MIXERPROPERTIES::Poll() {
     if (requests.empty()) {
+        ShowPollResult(REQUEST_UNCHANGED); // it may have been bound before
         return;
     }
-    const HWND self = window;
     float level = level_;
     if (ExchangeLevel(fader, COMMAND_GET, DATATYPE_FLOAT, &level) != 0) {
         level_ = level;
         a_SendRequest(requests, COMMAND_SET, DATATYPE_FLOAT, &level, nullptr);
         return;
     }
-    int result = REQUEST_UNCHANGED;
-    a_SendRequest(requests, COMMAND_GET, DATATYPE_FLOAT, &level, &result);
-    if (!StillHas(self, this)) {
+    const HWND self = window;
+    const auto result = Ask(requests, DATATYPE_FLOAT, &level);
+    if (!result) {
         return;
     }
-    if (result == REQUEST_DELIVERED && GetCapture() != fader) {
+    if (*result == REQUEST_DELIVERED && GetCapture() != fader) {
         ExchangeLevel(fader, COMMAND_SET, DATATYPE_FLOAT, &level);
         if (!StillHas(self, this)) {
             return;
         }
         ExchangeLevel(fader, COMMAND_GET, DATATYPE_FLOAT, &level_); // limited to its range
     }
-    ShowPollResult(result);
+    ShowPollResult(*result);
 }
 
 // Drawing

@@ -222,15 +222,13 @@ void PUSHBUTTONPROPERTIES::Released() {
 
 void PUSHBUTTONPROPERTIES::SendStepped(int steps) {
     if (pressMode != logic::PressMode::Absolute) {
-        const HWND self = window;
         int current = offValue;
-        int result = REQUEST_UNCHANGED;
-        a_SendRequest(requests, COMMAND_GET, DATATYPE_INTEGER, &current, &result);
-        if (!StillHas(self, this)) {
+        const auto result = Ask(requests, DATATYPE_INTEGER, &current);
+        if (!result) {
             return;
         }
-        ShowPollResult(result);
-        if (result > REQUEST_DELIVERED) { // a step from a value that nothing holds would be a jump
+        ShowPollResult(*result);
+        if (*result > REQUEST_DELIVERED) { // a step from a value that nothing holds would be a jump
             return;
         }
         offValue = logic::StepValue(current, pressMode, steps);
@@ -271,13 +269,10 @@ void PUSHBUTTONPROPERTIES::Repeat(DWORD now) {
 }
 
 void PUSHBUTTONPROPERTIES::Compare() {
-    const HWND self = window;
     int current = offValue;
-    int result = REQUEST_UNCHANGED;
-    a_SendRequest(requests, COMMAND_GET, DATATYPE_INTEGER, &current, &result);
-    if (StillHas(self, this)) {
+    if (const auto result = Ask(requests, DATATYPE_INTEGER, &current)) {
         const bool matches = current == onValue || current == offValue;
-        ShowPollResult(matches ? result : REQUEST_DISAGREE);
+        ShowPollResult(matches ? *result : REQUEST_DISAGREE);
     }
 }
 

@@ -48,9 +48,9 @@ public:
 
 private:
     // REQUEST_UNCHANGED, REQUEST_DELIVERED when a new state or caption was taken, anything else for a
-    // mismatch.
-    int PollValue();
-    int PollCaption();
+    // mismatch; nothing when the button is gone.
+    std::optional<int> PollValue();
+    std::optional<int> PollCaption();
 };
 
 // Keyword handlers
@@ -176,50 +176,39 @@ void SWITCHBUTTONPROPERTIES::Released() {
 
 // Polling
 
-int SWITCHBUTTONPROPERTIES::PollValue() {
-    const HWND self = window;
+std::optional<int> SWITCHBUTTONPROPERTIES::PollValue() {
     int value = Value();
-    int result = REQUEST_UNCHANGED;
-    a_SendRequest(requests, COMMAND_GET, DATATYPE_INTEGER, &value, &result);
-    if (result != REQUEST_DELIVERED || !StillHas(self, this)) {
+    const auto result = Ask(requests, DATATYPE_INTEGER, &value);
+    if (result != REQUEST_DELIVERED) {
         return result;
     }
     if (value != onValue && value != offValue) {
         return REQUEST_DISAGREE;
     }
     SetOn(value == onValue);
-    return REQUEST_DELIVERED;
+    return result;
 }
 
-int SWITCHBUTTONPROPERTIES::PollCaption() {
-    if (captionFunctions.empty()) {
-        return REQUEST_UNCHANGED;
-    }
-    const HWND self = window;
+std::optional<int> SWITCHBUTTONPROPERTIES::PollCaption() {
     char text[TEXT_SIZE];
     std::snprintf(text, sizeof text, "%s", caption.c_str());
-    int result = REQUEST_UNCHANGED;
-    a_SendRequest(captionRequests, COMMAND_GET, DATATYPE_TEXT, text, &result);
-    if (result == REQUEST_DELIVERED && StillHas(self, this)) {
+    const auto result = Ask(captionRequests, DATATYPE_TEXT, text);
+    if (result == REQUEST_DELIVERED) {
         caption.assign(text, std::strcspn(text, "\r\n")); // it is saved as one line
     }
     return result;
 }
 
 void SWITCHBUTTONPROPERTIES::Poll() {
-    const HWND self = window;
-    const int ofValue = PollValue();
-    if (!StillHas(self, this)) {
-        return;
-    }
-    const int ofCaption = PollCaption();
-    if (!StillHas(self, this)) {
+    const auto ofValue = PollValue();
+    const auto ofCaption = ofValue ? PollCaption() : std::nullopt;
+    if (!ofCaption) {
         return;
     }
     if (ofValue == REQUEST_DELIVERED || ofCaption == REQUEST_DELIVERED) {
         Redraw();
     }
-    ShowPollResult(std::max(ofValue, ofCaption));
+    ShowPollResult(std::max(*ofValue, *ofCaption));
 }
 
 // Drawing

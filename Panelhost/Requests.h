@@ -19,6 +19,9 @@ struct REQUESTITEM {
     HOSTINFO* target = nullptr; // a control, reached through its window; null for a device parameter
     REQUESTHANDLER handler = nullptr;
     void* context = nullptr;
+    // The device that the handler belongs to: what is asked of one that is gone is not answered. Null for a
+    // control, and for a handler that is always there.
+    const HOSTINFO* device = nullptr;
 };
 
 using REQUESTLIST = std::list<REQUESTITEM>;

@@ -6,16 +6,12 @@
 #include <string>
 #include <string_view>
 
+#include "fuzz/Fuzzer.h"
 #include "logic/CanRecords.h"
 
 using namespace logic;
 
 namespace {
-
-void Require(bool condition) {
-    if (!condition)
-        __builtin_trap();
-}
 
 std::string Read(std::string_view bytes, const std::function<std::size_t()>& blockLength) {
     CanRecordReader reader;
@@ -39,17 +35,12 @@ std::string Read(std::string_view bytes, const std::function<std::size_t()>& blo
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     if (size == 0)
         return 0;
-    const std::uint8_t choice = data[0];
-    std::string bytes(data + 1, data + size);
+    FuzzInput input(data, size);
+    const std::string& bytes = input.bytes;
     DescribeCanRecord(bytes);
-    const bool isLong = choice % 4 == 1;
-    if (isLong)
-        bytes.insert(bytes.size() / 2, 4000 + choice, '0');
-    std::uint32_t state = choice;
-    const std::string lines = Read(bytes, [&] {
-        state = state * 1664525 + 1013904223;
-        return 1 + (state >> 24) % (1 + choice);
-    });
+    if (input.choice % 4 == 1)
+        input.Lengthen('0');
+    const std::string lines = Read(bytes, BlockLengths(input.choice));
     // How the stream is divided matters only for what an overflow takes along.
     if (lines.find("Overflow") == std::string::npos)
         Require(lines == Read(bytes, [&] { return bytes.size(); }));

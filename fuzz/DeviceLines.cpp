@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "fuzz/Fuzzer.h"
 #include "logic/Layers.h"
 #include "logic/Numbers.h"
 #include "logic/Simulation.h"
@@ -13,11 +14,6 @@
 using namespace logic;
 
 namespace {
-
-void Require(bool condition) {
-    if (!condition)
-        __builtin_trap();
-}
 
 void CheckNumbers(std::string_view text) {
     std::string_view rest = text;

@@ -6,6 +6,7 @@
 #include <cstring>
 #include <string>
 
+#include "fuzz/Fuzzer.h"
 #include "logic/Crossover.h"
 #include "logic/EqBand.h"
 #include "logic/FilterValues.h"
@@ -13,11 +14,6 @@
 using namespace logic;
 
 namespace {
-
-void Require(bool condition) {
-    if (!condition)
-        __builtin_trap();
-}
 
 void CheckBand(const EqBand& band) {
     Require(IsKnown(band));

@@ -7,16 +7,12 @@
 #include <utility>
 #include <vector>
 
+#include "fuzz/Fuzzer.h"
 #include "logic/PropertyLine.h"
 
 using namespace logic;
 
 namespace {
-
-void Require(bool condition) {
-    if (!condition)
-        __builtin_trap();
-}
 
 using Lines = std::vector<std::pair<std::string, bool>>;
 
@@ -86,17 +82,12 @@ void CheckLine(const std::string& text) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     if (size == 0)
         return 0;
-    // The first byte chooses the blocks and, when it is odd, lengthens the input beyond what a line may hold.
-    const std::uint8_t choice = data[0];
-    std::string bytes(data + 1, data + size);
-    if (choice % 2 == 1)
-        bytes.insert(bytes.size() / 2, 4000 + choice, 'x');
+    FuzzInput input(data, size);
+    const std::string& bytes = input.bytes;
+    if (input.choice % 2 == 1)
+        input.Lengthen('x');
     const Lines lines = Read(bytes, [&] { return bytes.size(); });
-    std::uint32_t state = choice;
-    Require(lines == Read(bytes, [&] {
-                state = state * 1664525 + 1013904223;
-                return 1 + (state >> 24) % (1 + choice);
-            }));
+    Require(lines == Read(bytes, BlockLengths(input.choice)));
     for (const auto& [text, usable] : lines)
         if (usable)
             CheckLine(text);

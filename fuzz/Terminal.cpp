@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 
+#include "fuzz/Fuzzer.h"
 #include "logic/HostPort.h"
 #include "logic/PropertyLine.h"
 #include "logic/Terminal.h"
@@ -11,11 +12,6 @@
 using namespace logic;
 
 namespace {
-
-void Require(bool condition) {
-    if (!condition)
-        __builtin_trap();
-}
 
 void CheckAddress(const TerminalAddress& address) {
     constexpr std::size_t maximum = TerminalAddress::maximumLength;
@@ -39,10 +35,10 @@ void CheckAddress(const TerminalAddress& address) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     if (size == 0)
         return 0;
-    const std::uint8_t choice = data[0];
-    std::string bytes(data + 1, data + size);
-    if (choice % 4 == 1) // beyond what a line holds
-        bytes.insert(bytes.size() / 2, 4000 + choice, static_cast<char>('0' + choice % 3));
+    FuzzInput input(data, size);
+    const auto& [choice, bytes] = input;
+    if (choice % 4 == 1)
+        input.Lengthen(static_cast<char>('0' + choice % 3));
     Terminal terminal;
     std::size_t number = 0;
     for (const char byte : bytes) {

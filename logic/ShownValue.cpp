@@ -156,8 +156,12 @@ void ShownValue::SetType(ValueType type) {
 
 void ShownValue::SetFormat(std::string format) {
     format_ = std::move(format);
-    if (type_ != ValueType::Text && hasNumber_)
+    if (type_ == ValueType::Text)
+        return;
+    if (hasNumber_)
         Render();
+    else
+        SetCaption(std::string(text_)); // what stands in front of a number may be the format's
 }
 
 void ShownValue::SetCaption(std::string_view text) {

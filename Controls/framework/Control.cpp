@@ -136,6 +136,13 @@ LRESULT CONTROLPROPERTIES::OnGetDatatype(WPARAM, LPARAM) {
     return ControlType();
 }
 
+std::optional<int> CONTROLPROPERTIES::Ask(REQUESTLIST& list, int datatype, void* data) const {
+    const HWND self = window;
+    int result = REQUEST_UNCHANGED;
+    a_SendRequest(list, COMMAND_GET, datatype, data, &result);
+    return StillHas(self, this) ? std::optional(result) : std::nullopt;
+}
+
 void CONTROLPROPERTIES::ShowPollResult(int result) {
     lastPollResult = result;
     ShowNotEqual(result > REQUEST_DELIVERED);

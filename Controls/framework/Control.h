@@ -2,6 +2,7 @@
 
 #include "Panelhost/Panelhost.h"
 
+#include <optional>
 #include <string>
 
 class CONTROLPROPERTIES;
@@ -91,6 +92,9 @@ public:
         }
     }
     bool HasFocus() const { return (flags & FLAG_FOCUS) != 0; }
+    // Asks everything in a list of this control for a value. data points to the one that is held and receives
+    // a new one. The result of the poll; nothing when the control is gone.
+    std::optional<int> Ask(REQUESTLIST& list, int datatype, void* data) const;
     // Shows by the not-equal sign what a poll found; redraws only when it changes.
     void ShowPollResult(int result);
     void ShowNotEqual(bool shown);

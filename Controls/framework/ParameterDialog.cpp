@@ -56,7 +56,7 @@ bool IsNumber(const DialogEdit& edit) {
 
 // What an edit field shows: its part of the keyword's value, or all of it where the value is one text.
 std::string FieldText(CONTROLPROPERTIES& object, const DialogEdit& edit) {
-    const std::string text = KeywordText(object, edit.keyword);
+    std::string text = KeywordText(object, edit.keyword);
     if (!IsNumber(edit)) {
         return text;
     }

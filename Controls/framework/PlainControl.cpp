@@ -19,6 +19,17 @@ public:
         0; // the value, in the member of the class's datatype; classes of no other datatype hold text
     float number = 0;
     std::string text;
+
+private:
+    template <class Number>
+    std::optional<int> PollInto(Number& member, int datatype) {
+        Number polled = member;
+        const auto result = Ask(requests, datatype, &polled);
+        if (result == REQUEST_DELIVERED) {
+            member = polled;
+        }
+        return result;
+    }
 };
 
 // Takes a new value and passes it on. Returns 0 when it was held already.
@@ -83,28 +94,30 @@ const KEYWORDROW* PLAINPROPERTIES::GetHostinfoTable() {
 }
 
 void PLAINPROPERTIES::Poll() {
-    if (requests.empty()) {
-        return;
-    }
-    int result = REQUEST_UNCHANGED;
+    std::optional<int> result;
     switch (controlClass->controlType) {
     case DATATYPE_INTEGER:
-        a_SendRequest(requests, COMMAND_GET, DATATYPE_INTEGER, &integer, &result);
+        result = PollInto(integer, DATATYPE_INTEGER);
         break;
     case DATATYPE_FLOAT:
-        a_SendRequest(requests, COMMAND_GET, DATATYPE_FLOAT, &number, &result);
+        result = PollInto(number, DATATYPE_FLOAT);
         break;
     default: {
         char polled[TEXT_SIZE];
         std::snprintf(polled, sizeof polled, "%s", text.c_str());
-        a_SendRequest(requests, COMMAND_GET, DATATYPE_TEXT, polled, &result);
-        text = polled;
+        result = Ask(requests, DATATYPE_TEXT, polled);
+        if (result == REQUEST_DELIVERED) {
+            text = polled;
+        }
     }
     }
-    if (result == REQUEST_DELIVERED) {
+    if (!result) {
+        return;
+    }
+    if (*result == REQUEST_DELIVERED) {
         Redraw();
     }
-    ShowPollResult(result);
+    ShowPollResult(*result);
 }
 
 // A plate with the name, so that it is seen where the control stands; readable on any background.

@@ -76,45 +76,45 @@ void TEXTPROPERTIES::Send() {
     }
 }
 
-// Each asks with what is held and takes a new value. The object may be gone afterwards.
+// Each asks with what is held and takes a new value. Nothing when the object is gone.
 
-int TEXTPROPERTIES::PollText() {
-    const HWND self = window;
+std::optional<int> TEXTPROPERTIES::PollText() {
     char text[TEXT_SIZE];
     std::snprintf(text, sizeof text, "%s", shown.Text().c_str());
-    int result = REQUEST_UNCHANGED;
-    a_SendRequest(requests, COMMAND_GET, DATATYPE_TEXT, text, &result);
-    if (result == REQUEST_DELIVERED && StillHas(self, this) && shown.Take(text)) {
+    const auto result = Ask(requests, DATATYPE_TEXT, text);
+    if (result == REQUEST_DELIVERED && shown.Take(text)) {
         TextChanged();
     }
     return result;
 }
 
-int TEXTPROPERTIES::PollInteger() {
-    const HWND self = window;
+namespace {
+
+// A number that is not held yet is asked for with 0.
+bool IsKnown(const std::optional<int>& result) {
+    return result == REQUEST_DELIVERED || result == REQUEST_UNCHANGED;
+}
+
+} // namespace
+
+std::optional<int> TEXTPROPERTIES::PollInteger() {
     int number = shown.Integer();
-    int result = REQUEST_UNCHANGED;
-    a_SendRequest(requests, COMMAND_GET, DATATYPE_INTEGER, &number, &result);
-    const bool isKnown = result == REQUEST_DELIVERED || result == REQUEST_UNCHANGED;
-    if (isKnown && StillHas(self, this) && shown.Take(number)) {
+    const auto result = Ask(requests, DATATYPE_INTEGER, &number);
+    if (IsKnown(result) && shown.Take(number)) {
         TextChanged();
     }
     return result;
 }
 
-int TEXTPROPERTIES::PollNumber() {
-    const HWND self = window;
+std::optional<int> TEXTPROPERTIES::PollNumber() {
     const bool isInteger = shown.Type() == logic::ValueType::Integer;
     if (isInteger && std::fabs(shown.Float()) >= EXACT_INTEGERS) {
         return PollInteger();
     }
     float number =
         shown.Float(); // also for a whole number: asked for one, a target would cut the fraction off
-    int result = REQUEST_UNCHANGED;
-    a_SendRequest(requests, COMMAND_GET, DATATYPE_FLOAT, &number, &result);
-    // A number that is not held yet is asked for with 0.
-    const bool isKnown = result == REQUEST_DELIVERED || result == REQUEST_UNCHANGED;
-    if (!isKnown || !StillHas(self, this)) {
+    const auto result = Ask(requests, DATATYPE_FLOAT, &number);
+    if (!IsKnown(result)) {
         return result;
     }
     if (isInteger && std::fabs(number) >= EXACT_INTEGERS) {
@@ -132,10 +132,9 @@ void TEXTPROPERTIES::Poll() {
         ShowPollResult(REQUEST_UNCHANGED); // it may have been bound before
         return;
     }
-    const HWND self = window;
-    const int result = shown.Type() == logic::ValueType::Text ? PollText() : PollNumber();
-    if (StillHas(self, this)) {
-        ShowPollResult(result);
+    const auto result = shown.Type() == logic::ValueType::Text ? PollText() : PollNumber();
+    if (result) {
+        ShowPollResult(*result);
     }
 }
 

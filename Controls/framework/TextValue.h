@@ -40,9 +40,9 @@ public:
     std::optional<COLORREF> backgroundColor; // none: what the control makes of it
 
 private:
-    int PollText();
-    int PollNumber();
-    int PollInteger();
+    std::optional<int> PollText();
+    std::optional<int> PollNumber();
+    std::optional<int> PollInteger();
 };
 
 // Black or white, what can be read better on a ground of that colour.

@@ -13,7 +13,7 @@ std::string LookUpName(const in_addr& address) {
 } // namespace
 
 std::string PeerName::Find(const in_addr& address, HANDLE stop) const {
-    const std::string dotted = inet_ntoa(address);
+    std::string dotted = inet_ntoa(address);
     {
         const std::lock_guard guard(lookUp_->lock);
         if (lookUp_->isGoingOn) {

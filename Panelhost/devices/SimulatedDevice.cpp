@@ -208,15 +208,20 @@ SimulatedDevice::Parameter& SimulatedDevice::Enter(const std::string& keyword) {
 bool SimulatedDevice::Declare(const std::string& keyword, const std::string& text) {
     Parameter* parameter = Find(keyword);
     if (const auto declaration = logic::ParseParameter(text); declaration && !keyword.empty()) {
-        if (parameter == nullptr) {
-            parameter = &Enter(keyword);
-        }
-        parameter->declaration = *declaration;
+        Parameter declared;
+        declared.declaration = *declaration;
         if (!logic::IsNumber(declaration->type) && declaration->type != logic::ParameterType::Text) {
-            return parameter->SetRecord(declaration->value);
+            if (!declared.SetRecord(declaration->value)) {
+                return false;
+            }
+        } else {
+            declared.text = declaration->value;
+            declared.SetNumber(logic::ParseFloat(declaration->value).value_or(0));
         }
-        parameter->text = declaration->value;
-        parameter->SetNumber(logic::ParseFloat(declaration->value).value_or(0));
+        Parameter& entered = parameter != nullptr ? *parameter : Enter(keyword);
+        declared.device = this;
+        declared.index = entered.index;
+        entered = std::move(declared);
         return true;
     }
     if (parameter == nullptr || !logic::IsNumber(parameter->declaration.type)) {

@@ -34,9 +34,9 @@ public:
 
 private:
     struct Parameter {
-        SimulatedDevice* device;
-        int index; // from 1 on
-        logic::ParameterDeclaration declaration;
+        SimulatedDevice* device = nullptr;
+        int index = 0; // from 1 on
+        logic::ParameterDeclaration declaration{};
         float number = 0;   // value of a numeric parameter, in its unit
         std::string text;   // value of a text
         logic::EqBand band; // values of the records

@@ -29,9 +29,9 @@ LRESULT CALLBACK PanelWindowProc(HWND window, UINT message, WPARAM wParam, LPARA
     auto* root = reinterpret_cast<PanelRoot*>(reference);
     switch (message) {
     case CWM_MESSAGE:
-        return root->OnMessage(wParam, lParam);
+        return Guarded(LRESULT{0}, [&] { return root->OnMessage(wParam, lParam); });
     case CWM_LOAD:
-        return root->OnLoad(wParam, lParam);
+        return Guarded(LRESULT{0}, [&] { return root->OnLoad(wParam, lParam); });
     case CWM_SAVE:
         return root->OnSave(wParam, lParam);
     case CWM_SAVETOLISTCTRL:
@@ -518,11 +518,13 @@ int a_Request(HOSTINFO* object, const char* keyword, int* value) {
     if (row < 0) {
         return 0;
     }
-    char text[TEXT_SIZE] = "";
-    VALUERECORD record{COMMAND_GET, row, DATATYPE_TEXT, 0, text, nullptr, 0};
-    a_DispatchRecord(root, root->GetHostinfoTable(), &record);
-    *value = text[0] != '\0' ? 1 : 0;
-    return 1;
+    return Guarded(0, [&] {
+        char text[TEXT_SIZE] = "";
+        VALUERECORD record{COMMAND_GET, row, DATATYPE_TEXT, 0, text, nullptr, 0};
+        a_DispatchRecord(root, root->GetHostinfoTable(), &record);
+        *value = text[0] != '\0' ? 1 : 0;
+        return 1;
+    });
 }
 
 const cPanelBackground* a_GetBackground(HOSTINFO* root) {

@@ -72,7 +72,11 @@ std::string Expand(const std::string& address, const HOSTINFO* object) {
 // holds no text that could go before it does.
 bool Reach(HOSTINFO* found, const char* keyword, REQUESTITEM& item) {
     if (found->kind == KIND_DEVICE) {
-        return found->OnRequestList(reinterpret_cast<WPARAM>(keyword), reinterpret_cast<LPARAM>(&item)) != 0;
+        if (found->OnRequestList(reinterpret_cast<WPARAM>(keyword), reinterpret_cast<LPARAM>(&item)) == 0) {
+            return false;
+        }
+        item.device = found;
+        return true;
     }
     if (keyword != nullptr && *keyword != '\0') {
         VALUERECORD query{COMMAND_RESOLVE, 0, DATATYPE_TEXT, 0, const_cast<char*>(keyword), keyword, 0};
@@ -311,10 +315,14 @@ int a_SendToItem(const REQUESTITEM& item, int command, int datatype, void* data)
     record.command = command;
     record.datatype = datatype;
     record.data = data;
+    const HOSTINFO* owner = item.device != nullptr ? item.device : item.target;
+    if (owner != nullptr && !a_IsAlive(owner)) { // since the list of items was copied
+        return -1;
+    }
     if (item.handler != nullptr) {
         return item.handler(&record, item.context);
     }
-    if (!a_IsAlive(item.target)) {
+    if (item.target == nullptr) {
         return -1;
     }
     return static_cast<int>(

@@ -72,6 +72,14 @@ TEST_CASE("caption, type and format may come in any order") {
     CHECK(value.Take(0.0F)); // 0 is new, although the number was 0
     CHECK(value.Text() == "0.0 dB");
     CHECK_FALSE(value.Take(0.0F));
+
+    ShownValue restored; // a panel file has the caption first and the format last
+    restored.SetCaption("L 3.5");
+    restored.SetType(ValueType::Float);
+    CHECK_FALSE(restored.HasNumber());
+    restored.SetFormat("L %.1f");
+    CHECK(restored.Float() == 3.5F);
+    CHECK(restored.Text() == "L 3.5");
 }
 
 TEST_CASE("names, limits and places") {

@@ -25,9 +25,19 @@ void CopyReplacedLibraries() {
     FindClose(search);
 }
 
+// Without it a crash inside a window procedure can end the process with exit code 0 under Wine.
+LONG CALLBACK FailAtCrash(EXCEPTION_POINTERS* exception) {
+    std::printf("the program crashed: exception %08lx at %p\n", exception->ExceptionRecord->ExceptionCode,
+                exception->ExceptionRecord->ExceptionAddress);
+    std::fflush(stdout);
+    TerminateProcess(GetCurrentProcess(), 3);
+    return EXCEPTION_EXECUTE_HANDLER;
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
+    SetUnhandledExceptionFilter(FailAtCrash);
     CopyReplacedLibraries();
     if (argc > 1 && std::strcmp(argv[1], TERMINAL_CLIENT_SWITCH) == 0) {
         return RunTerminalClient(argc - 2, argv + 2);

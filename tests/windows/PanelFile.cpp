@@ -236,6 +236,7 @@ TEST_CASE("simulated records keep what is set, and a solo silences the others") 
               "DSP1*solo1=integer,0,1,0\nDSP1*solo2=integer,0,1,0\nDSP1*gain=float,-80,18,-20,dB\n"
               "DSP1*out=float,-80,18,0,dB\nDSP1*out=follow,gain,0\nDSP1*out=solo,solo1,solo1,solo2\n") == 1);
     CHECK(a_LoadErrorCount(panel.Root()) == 3);
+    CHECK(panel.Parameter("DSP1*bad") == "(none)");
     const struct {
         const char* address;
         const char* text;
@@ -264,6 +265,10 @@ TEST_CASE("simulated records keep what is set, and a solo silences the others") 
         ph_Tick(panel.Root());
         CHECK(panel.Parameter("DSP1*out") == row.out);
     }
+    panel.Declare("DSP1*gain=delay,,,never\nDSP1*out=float,-80,18,5,dB\n");
+    CHECK(panel.Parameter("DSP1*gain") == "-20"); // what cannot be read changes nothing
+    ph_Tick(panel.Root());
+    CHECK(panel.Parameter("DSP1*out") == "5"); // declared anew, it follows nothing any more
 }
 
 TEST_CASE("simulated parameters stay in their range, follow, add up and mute at each tick") {

@@ -1,10 +1,13 @@
 // Bindings between controls and to devices, and the requests that go over them.
 
 #include "logic/EqBand.h"
-#include "tests/windows/TestPanel.h"
+#include "tests/windows/Buttons.h"
+#include "tests/windows/ControlClasses.h"
 
 #include <array>
+#include <functional>
 #include <limits>
+#include <memory>
 #include <random>
 
 TEST_SUITE_BEGIN("Requests");
@@ -344,6 +347,76 @@ TEST_CASE("a device off the network answers nobody, and holds its values until i
     CHECK(Value(knob) == -20.0F);
     SetValue(knob, 3.0F);
     CHECK(panel.Parameter("AMP1*gain1") == "3");
+}
+
+TEST_CASE("no class keeps the mark of what it is not bound to any more") {
+    const TestPanel panel;
+    int marked = 0;
+    for (const ExpectedClass& expected : EXPECTED_CLASSES) {
+        INFO(std::string(expected.name));
+        HWND control = panel.Create(expected.name, "Control");
+        Load(control, "function=AMP9*gain");
+        marked += IsMarked(control) ? 1 : 0;
+        Load(control, "function=");
+        CHECK_FALSE(IsMarked(control));
+        DestroyWindow(control);
+    }
+    CHECK(marked > 30); // the interface controls ask for nothing
+}
+
+// A device that does something whenever it is asked or set.
+class ActingDevice : public DEVICE {
+public:
+    ActingDevice(const TestPanel& panel, const char* ownName, std::function<void()> action)
+        : action_(std::move(action)) {
+        Register(panel.Root(), ownName);
+    }
+    LRESULT OnRequestList(WPARAM, LPARAM item) override {
+        auto& request = *reinterpret_cast<REQUESTITEM*>(item);
+        request.context = this;
+        request.handler = [](VALUERECORD* record, void* context) {
+            static_cast<ActingDevice*>(context)->action_();
+            return record->command == COMMAND_GET ? a_AnswerInteger(record, 1) : 1;
+        };
+        return 1;
+    }
+
+private:
+    std::function<void()> action_;
+};
+
+TEST_CASE("a control may be destroyed by what it asks") {
+    const TestPanel panel;
+    HWND control = nullptr;
+    const ActingDevice device(panel, "ACT", [&] { DestroyWindow(std::exchange(control, nullptr)); });
+    int destroyed = 0;
+    for (const ExpectedClass& expected : EXPECTED_CLASSES) {
+        INFO(std::string(expected.name));
+        control = panel.Create(expected.name, "Control");
+        Load(control, "interval=0");
+        Load(control, "function=ACT*x", LOAD_FROM_FILE);
+        for (const DWORD start = GetTickCount(); control != nullptr && GetTickCount() - start < 40;) {
+            SendMessageA(control, WM_TIMER, 0, 0);
+        }
+        destroyed += control == nullptr ? 1 : 0;
+        DestroyWindow(control);
+        CHECK(a_HostinfoCount() == 2); // the root and the device
+    }
+    CHECK(destroyed > 30);
+}
+
+TEST_CASE("a device that goes while a value is sent is not asked any more") {
+    const TestPanel panel;
+    int answers = 0;
+    auto second = std::make_unique<ActingDevice>(panel, "SECOND", [&] { ++answers; });
+    const ActingDevice first(panel, "FIRST", [&] { second.reset(); });
+    HWND control = panel.Create("LED", "Control");
+    Load(control, "function=SECOND*x;FIRST*x;SECOND*x");
+    float value = 3.0F;
+    const Outcome outcome = Request(control, COMMAND_SET, DATATYPE_FLOAT, &value);
+    CHECK(answers == 1);
+    CHECK(outcome.success == 0);
+    CHECK(outcome.result == REQUEST_UNREACHABLE);
 }
 
 // A parameter that answers with whatever bytes it is given.
