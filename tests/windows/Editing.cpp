@@ -278,6 +278,19 @@ TEST_CASE("a run of one arrow key is one step") {
     CheckHistory(program, start, 2);
 }
 
+TEST_CASE("undo selects what had been edited, not a neighbour that it lay on") {
+    const PanelProgram program(PANEL);
+    program.Command(CMD_EDIT_MODE);
+    const std::string start = program.Saved();
+    program.Drag({60, 60}, {270, 70});
+    CHECK(Contains(program.Saved(), "BSTATIC \"C\" 0x54000000")); // leaves out the knob now
+    program.Command(CMD_UNDO);
+    program.Command(CMD_DELETE);
+    CHECK_FALSE(Contains(program.Saved(), "KNOB \"A\""));
+    CHECK(Contains(program.Saved(), "BSTATIC \"C\" 0x50000000"));
+    CheckHistory(program, start, 1);
+}
+
 TEST_CASE("a part is reached by a double press, a single one takes what it is in") {
     const PanelProgram program(PANEL);
     program.Command(CMD_EDIT_MODE);
