@@ -250,6 +250,25 @@ TEST_CASE("while the panel is operated nothing of the edit mode is at work") {
     CHECK(program.Saved() == start);
 }
 
+TEST_CASE("the wheel sets no control while the panel is edited") {
+    const PanelProgram program("control=0x00000000 FADER \"F\" 0x50010000 20,20,50,220\r\n"
+                               "F*resolution=1\r\nF*properties=-80,0,-80\r\n");
+    const HWND fader = program.Below(program.Panel(), "FADER");
+    REQUIRE(fader != nullptr);
+    const auto holds = [&](const char* value) {
+        return Contains(program.Saved(), std::string("F*properties=") + value + "\r\n");
+    };
+    const WPARAM notch = MAKEWPARAM(0, WHEEL_DELTA);
+    PostMessageA(fader, WM_MOUSEWHEEL, notch, 0);
+    CHECK(WaitFor([&] { return holds("-80,0,-79"); }));
+    program.Command(CMD_EDIT_MODE);
+    PostMessageA(fader, WM_MOUSEWHEEL, notch, 0);
+    PostMessageA(program.Frame(), WM_COMMAND, CMD_EDIT_MODE, 0);
+    PostMessageA(fader, WM_MOUSEWHEEL, notch, 0);
+    Sleep(300);
+    CHECK(holds("-80,0,-78"));
+}
+
 TEST_CASE("handles size what takes any size, and leave alone what its image sizes") {
     const PanelProgram program(PANEL);
     program.Command(CMD_EDIT_MODE);
