@@ -390,8 +390,14 @@ void SetThroughMessage(const FADERPROPERTIES& fader, int datatype, Value value) 
 }
 
 void Step(const FADERPROPERTIES& fader, logic::FaderKey key) {
-    if (const auto stepped = logic::StepFader(fader.value, key, fader.Range())) {
-        SetThroughMessage(fader, DATATYPE_FLOAT, *stepped);
+    const auto stepped = logic::StepFader(fader.value, key, fader.Range());
+    if (!stepped) {
+        return;
+    }
+    const HWND self = fader.window;
+    SetThroughMessage(fader, DATATYPE_FLOAT, *stepped);
+    if (StillHas(self, &fader) && !fader.fmt.empty()) {
+        fader.tooltip.Update(fader.TipText()); // the mouse is on the fader that its wheel turns
     }
 }
 

@@ -48,6 +48,8 @@ PANELHOST_API int a_IsConnected(HOSTINFO* object, const char* function, void* re
 
 // The list as text, joined by ";".
 PANELHOST_API std::string a_BuildString(const BINDINGLIST& list);
+// The same with what "%n" stands for in the lists of that object.
+PANELHOST_API std::string a_BuildString(const BINDINGLIST& list, const HOSTINFO* object);
 
 // Build the items for functions, then connections, in order. An address that names nothing becomes an item
 // that cannot be reached; it is resolved when the object comes, as long as it is the object's own request

@@ -49,6 +49,15 @@ LRESULT CONTROLPROPERTIES::OnLoad(WPARAM loadMode, LPARAM lParam) {
     return 1;
 }
 
+// What the panel shows and hides is saved the same whatever it shows just now.
+DWORD CONTROLPROPERTIES::SavedStyle() const {
+    const auto style = static_cast<DWORD>(GetWindowLongA(window, GWL_STYLE));
+    if ((flags & FLAG_EDIT_ONLY) != 0) {
+        return style & ~static_cast<DWORD>(WS_VISIBLE);
+    }
+    return layers != 0 ? style | WS_VISIBLE : style;
+}
+
 std::string CONTROLPROPERTIES::Header() const {
     char className[65];
     GetClassNameA(window, className, sizeof className);
@@ -57,7 +66,7 @@ std::string CONTROLPROPERTIES::Header() const {
     std::snprintf(
         line, sizeof line, "%scontrol=0x%08x %s \"%s\" 0x%08x %s\r\n", name.substr(0, ownNameStart).c_str(),
         static_cast<unsigned>(GetWindowLongA(window, GWL_EXSTYLE)), className, name.c_str() + ownNameStart,
-        static_cast<unsigned>(GetWindowLongA(window, GWL_STYLE)), a_GetRectString(rectangle).c_str());
+        static_cast<unsigned>(SavedStyle()), a_GetRectString(rectangle).c_str());
     return line;
 }
 
@@ -115,8 +124,8 @@ LRESULT CONTROLPROPERTIES::OnGetTooltip(WPARAM, LPARAM lParam) {
     if (value[0] != '\0') {
         text += std::string(" = ") + value;
     }
-    const std::string bound = a_BuildString(functions);
-    const std::string connected = a_BuildString(connections);
+    const std::string bound = a_BuildString(functions, this);
+    const std::string connected = a_BuildString(connections, this);
     if (!bound.empty() || !connected.empty()) {
         text += "   " + bound + (bound.empty() || connected.empty() ? "" : ";") + connected;
     }

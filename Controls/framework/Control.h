@@ -109,6 +109,7 @@ public:
 
 private:
     std::string Header() const;
+    DWORD SavedStyle() const;
 };
 
 // The object of a control's window, or null before it is made and after it is gone.

@@ -61,6 +61,12 @@ void Tooltip::Hover(const RECT& area, const std::string& text) {
     }
 }
 
+void Tooltip::Update(const std::string& text) const {
+    if (tooltip_ != nullptr && !tracking_) {
+        Send(TTM_UPDATETIPTEXTA, 0, HOVERING, text);
+    }
+}
+
 void Tooltip::Track(POINT screen, const std::string& text) {
     if (tooltip_ == nullptr) {
         return;

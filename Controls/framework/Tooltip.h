@@ -25,6 +25,8 @@ public:
     bool IsVisible() const;
     // Has the text shown while the mouse rests on the area (in client coordinates).
     void Hover(const RECT& area, const std::string& text);
+    // Gives a text that Hover has set another wording, at once where it is shown.
+    void Update(const std::string& text) const;
     // Shows the text at a place of the screen, wherever the mouse is, until StopTracking.
     void Track(POINT screen, const std::string& text);
     void StopTracking();

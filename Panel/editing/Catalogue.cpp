@@ -38,7 +38,7 @@ constexpr CatalogueEntry ENTRIES[] = {
     {PROCESSING, "XOVER", "Crossover Filter", "Xo", {292, 170}, true},
     {PROCESSING, "SPEAKERCONTROL", "Speaker Selector", "Ss", {160, 96}, true},
     {PROCESSING, "DANTECONTROL", "Dante Selector", "Da", {160, 96}, true},
-    {STRIPS, "MIXER", "Mixer Strip", "Mx", {80, 320}, true},
+    {STRIPS, "MIXER", "Mixer Strip", "Mx", {48, 252}, true},
     {STRIPS, "AUTOMIXER", "Automixer Strip", "Am", {80, 320}, true},
     {STRIPS, "CROSSOVER", "Crossover Strip", "Cs", {80, 320}, true},
     {STRIPS, "MINIDELAY", "Delay View", "De", {64, 48}, true},

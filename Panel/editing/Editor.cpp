@@ -80,6 +80,10 @@ bool Editor::Translate(const MSG& message) {
         SendMessageA(panel_, message.message, message.wParam, message.lParam);
         return true;
     }
+    if (message.message == WM_MOUSEWHEEL || message.message == WM_MOUSEHWHEEL) {
+        SendMessageA(panel_, message.message, message.wParam, message.lParam); // which its view scrolls by
+        return true;
+    }
     const bool isMouse = message.message >= WM_MOUSEFIRST && message.message < WM_MOUSEWHEEL;
     if (!isMouse || (message.message == WM_RBUTTONDOWN && message.wParam == PROPERTY_CLICK)) {
         return false;

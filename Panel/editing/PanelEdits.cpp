@@ -4,6 +4,7 @@
 #include "Panelhost/Hostinfo.h"
 #include "Panelhost/Root.h"
 #include "Panelhost/Trace.h"
+#include "logic/ComponentText.h"
 
 #include <exception>
 #include <utility>
@@ -172,7 +173,12 @@ std::optional<std::vector<std::string>> PanelEdits::Apply(const std::optional<lo
     ShowChanged();
     std::vector<std::string> names;
     for (const auto& text : step->texts) {
-        names.push_back(text.name);
+        // One that has a new header alone was touched to clip its neighbours, and is not what the user
+        // edited.
+        if (text.before.empty() || text.after.empty() ||
+            !logic::ChangedLines(text.before, text.after).empty()) {
+            names.push_back(text.name);
+        }
     }
     for (const auto& place : step->places) {
         names.push_back(place.name);

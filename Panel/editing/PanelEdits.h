@@ -52,7 +52,8 @@ public:
     // 0) that follow each other quickly become one.
     void CommitPlaces(const std::string& label, const std::vector<Placement>& before, int key = 0);
 
-    // The names of what changed; nothing when there was nothing to undo or redo.
+    // The names of what is to be selected: what the step changed but for neighbours that it touched; nothing
+    // when there was nothing to undo or redo.
     std::optional<std::vector<std::string>> Undo();
     std::optional<std::vector<std::string>> Redo();
     // The panel was written to its file.

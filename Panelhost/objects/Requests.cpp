@@ -268,6 +268,15 @@ std::string a_BuildString(const BINDINGLIST& list) {
     return Guarded<std::string>({}, [&] { return logic::JoinList(list); });
 }
 
+std::string a_BuildString(const BINDINGLIST& list, const HOSTINFO* object) {
+    return Guarded(std::string(), [&] {
+        BINDINGLIST expanded;
+        std::transform(list.begin(), list.end(), std::back_inserter(expanded),
+                       [object](const std::string& address) { return Expand(address, object); });
+        return a_BuildString(expanded);
+    });
+}
+
 void a_BuildRequestList(const BINDINGLIST& functions, const BINDINGLIST& connections, HOSTINFO* object,
                         REQUESTLIST& requests, const char* keyword) {
     if (object == nullptr) {

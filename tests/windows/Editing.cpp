@@ -250,6 +250,25 @@ TEST_CASE("while the panel is operated nothing of the edit mode is at work") {
     CHECK(program.Saved() == start);
 }
 
+TEST_CASE("the wheel sets no control while the panel is edited") {
+    const PanelProgram program("control=0x00000000 FADER \"F\" 0x50010000 20,20,50,220\r\n"
+                               "F*resolution=1\r\nF*properties=-80,0,-80\r\n");
+    const HWND fader = program.Below(program.Panel(), "FADER");
+    REQUIRE(fader != nullptr);
+    const auto holds = [&](const char* value) {
+        return Contains(program.Saved(), std::string("F*properties=") + value + "\r\n");
+    };
+    const WPARAM notch = MAKEWPARAM(0, WHEEL_DELTA);
+    PostMessageA(fader, WM_MOUSEWHEEL, notch, 0);
+    CHECK(WaitFor([&] { return holds("-80,0,-79"); }));
+    program.Command(CMD_EDIT_MODE);
+    PostMessageA(fader, WM_MOUSEWHEEL, notch, 0);
+    PostMessageA(program.Frame(), WM_COMMAND, CMD_EDIT_MODE, 0);
+    PostMessageA(fader, WM_MOUSEWHEEL, notch, 0);
+    Sleep(300);
+    CHECK(holds("-80,0,-78"));
+}
+
 TEST_CASE("handles size what takes any size, and leave alone what its image sizes") {
     const PanelProgram program(PANEL);
     program.Command(CMD_EDIT_MODE);
@@ -276,6 +295,19 @@ TEST_CASE("a run of one arrow key is one step") {
     program.Key(VK_DOWN);
     CHECK(Contains(program.Saved(), "KNOB \"A\" 0x50010000 45,41,92,88"));
     CheckHistory(program, start, 2);
+}
+
+TEST_CASE("undo selects what had been edited, not a neighbour that it lay on") {
+    const PanelProgram program(PANEL);
+    program.Command(CMD_EDIT_MODE);
+    const std::string start = program.Saved();
+    program.Drag({60, 60}, {270, 70});
+    CHECK(Contains(program.Saved(), "BSTATIC \"C\" 0x54000000")); // leaves out the knob now
+    program.Command(CMD_UNDO);
+    program.Command(CMD_DELETE);
+    CHECK_FALSE(Contains(program.Saved(), "KNOB \"A\""));
+    CHECK(Contains(program.Saved(), "BSTATIC \"C\" 0x50000000"));
+    CheckHistory(program, start, 1);
 }
 
 TEST_CASE("a part is reached by a double press, a single one takes what it is in") {

@@ -549,6 +549,8 @@ TEST_CASE("while the knob is held a tooltip shows the value below the mouse") {
     SendMessageA(fader, WM_MOUSEMOVE, 0, At(12, 56)); // resting there would show it
     CHECK(TipText(tip, fader) == "-20.0 dB");
     CHECK(ToolOf(tip, fader, text).uFlags == TTF_IDISHWND);
+    SendMessageA(fader, WM_MOUSEWHEEL, MAKEWPARAM(0, WHEEL_DELTA), 0);
+    CHECK(TipText(tip, fader) == "-19.0 dB");
 
     const auto tools = SendMessageA(tip, TTM_GETTOOLCOUNT, 0, 0);
     SendMessageA(fader, WM_LBUTTONDOWN, MK_LBUTTON, At(10, 56));

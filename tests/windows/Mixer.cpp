@@ -90,6 +90,9 @@ TEST_CASE("a strip makes its children and configures them") {
     CHECK(Text(value) == "-12.5");
     Load(value, " =-30");
     CHECK(Value(fader) == -30.0F);
+    char line[TEXT_SIZE] = ""; // of the status bar
+    CHECK(ObjectOf(value).OnGetTooltip(0, reinterpret_cast<LPARAM>(line)) == 1);
+    CHECK(std::string(line) == "Strip1*Value = -30   Strip1*Fader");
 }
 
 TEST_CASE("mode changes range and scale, once") {
