@@ -254,9 +254,12 @@ void EQPROPERTIES::Arrange() {
     Select(SLOPE_LIST, value.slope - 1);
     const int y = hasGain ? LOWER_ROW : UPPER_ROW;
     for (const int row : {SLOPE_LABEL, SLOPE_ROW}) {
-        SetWindowPos(Child(row), nullptr, LAYOUT[row].x, y, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+        SetWindowPos(Child(row), nullptr, LAYOUT[row].x, y, 0, 0,
+                     SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS);
         ShowChild(row, hasSlope);
     }
+    // One child may have lain where another one is now.
+    RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN);
 }
 
 void EQPROPERTIES::Show(const EqBand& next) {

@@ -176,11 +176,38 @@ void ForwardToPanel(const CONTROLPROPERTIES& control, UINT message, WPARAM wPara
     }
 }
 
+namespace {
+
+// The control of this library that another one is a child of, or null.
+const CONTROLPROPERTIES* StripOf(const CONTROLPROPERTIES& control) {
+    const HOSTINFO* parent = control.parent;
+    const bool isOurs = parent != nullptr && parent->kind == KIND_CONTROL &&
+                        GetClassLongA(parent->window, GCL_HMODULE) ==
+                            static_cast<DWORD>(reinterpret_cast<UINT_PTR>(ModuleInstance()));
+    return isOurs ? static_cast<const CONTROLPROPERTIES*>(parent) : nullptr;
+}
+
+// The panel's background, and on it the strip that the control is a child of.
+void DrawBehind(const CONTROLPROPERTIES& control, HDC dc, const RECT& client) {
+    cBackground(&control).Draw(dc, client.right, client.bottom);
+    if (const CONTROLPROPERTIES* strip = StripOf(control)) {
+        RECT area;
+        GetClientRect(strip->window, &area);
+        const int saved = SaveDC(dc);
+        IntersectClipRect(dc, 0, 0, client.right, client.bottom);
+        SetViewportOrgEx(dc, -control.rectangle.left, -control.rectangle.top, nullptr);
+        strip->Draw(dc, area);
+        RestoreDC(dc, saved);
+    }
+}
+
+} // namespace
+
 void DrawInto(CONTROLPROPERTIES& control, HDC target) {
     RECT client;
     GetClientRect(control.window, &client);
     const cOffScreen buffer(target, client.right, client.bottom);
-    cBackground(&control).Draw(buffer.Dc(), client.right, client.bottom);
+    DrawBehind(control, buffer.Dc(), client);
     control.Draw(buffer.Dc(), client);
     if (control.notEqual && !control.DrawsNotEqual(client)) {
         const POINT place = control.NotEqualPlace();

@@ -81,6 +81,7 @@ TEST_CASE("a strip makes its children and configures them") {
     CHECK(Text(ChildOf(panel, "Value"), "fmt") == "%.1f");
     CHECK(Text(ChildOf(panel, "Edit"), "alignment") == "center");
     CHECK(Text(ChildOf(panel, "Label"), "backgroundcolor") == "0x004c4c4c");
+    CHECK(Picture(ChildOf(panel, "Fader")).At(6, 100) == GROUND); // beside its track
 
     // The value follows the fader, and the other way round.
     HWND fader = ChildOf(panel, "Fader");
