@@ -33,8 +33,8 @@ PANELHOST_API int a_MakeFullPathName2(HMODULE module, const char* name, char* fu
 
 // Loads every property line of a text file into an object, with CWM_LOAD and the load mode given; what stands
 // before a "*" is ignored, and so are empty lines and lines that begin with "#". Number of lines that the
-// object took, -1 when the file cannot be read. Lines that it refuses are traced by it; the rest is loaded
-// all the same.
+// object took, -1 when the file cannot be read and when files load each other more than four deep. Lines that
+// it refuses are traced by it; the rest is loaded all the same.
 PANELHOST_API int a_LoadFile(HOSTINFO* object, const char* fullPath, WPARAM loadMode);
 
 // What "%" and the letter stand for in a template.
