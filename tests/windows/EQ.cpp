@@ -1,38 +1,12 @@
-// The editor of an equaliser band.
+// The editor of an equaliser band: its fields, and what they exchange with others.
 
-#include "logic/EqBand.h"
-#include "tests/windows/EditorPanels.h"
+#include "tests/windows/EqFixture.h"
 
 #include <limits>
 
 TEST_SUITE_BEGIN("EQ");
 
 namespace {
-
-using logic::EqBand;
-
-constexpr int TYPES = 100, GAIN = 101, FREQUENCY = 102, Q = 103, SLOPES = 104, BYPASS = 105;
-constexpr int GAIN_SPIN = 106, FREQUENCY_SPIN = 107, Q_SPIN = 108;
-constexpr const char* BAND = "0,PEQ,6 dB,1000 Hz,-3 dB,0.7";
-
-struct Fixture {
-    explicit Fixture(TestPanel::Visibility visibility = TestPanel::Hidden) : panel(visibility) {
-        eq = panel.Create("EQ", "Band 1");
-        Load(eq, "datatype=channeleq");
-        Load(eq, "interval=1000000");
-        Load(eq, std::string("properties=") + BAND);
-        Load(eq, "connection=Target");
-        target.held = {0, 0, 1000.0F, -3.0F, 0.7F, 1};
-    }
-    std::string Sent() { return TakeAll(sent); }
-    std::string Field(int id) const { return TextOf(Item(eq, id)); }
-    std::string Band() const { return Text(eq, "properties"); }
-
-    TestPanel panel;
-    std::vector<std::string> sent;
-    ValueTarget<EqBand> target{panel, "Target", DATATYPE_CHANNEL_EQ, logic::EqBandText, sent};
-    HWND eq = nullptr;
-};
 
 // A device that answers with any bytes.
 class OddDevice : public DEVICE {
@@ -58,7 +32,7 @@ public:
 
 } // namespace
 
-TEST_CASE_FIXTURE(Fixture, "the children stand where they belong") {
+TEST_CASE_FIXTURE(EqFixture, "the children stand where they belong") {
     RECT client;
     GetClientRect(eq, &client);
     CHECK(a_GetRectString(client) == "0,0,125,170");
@@ -105,7 +79,7 @@ TEST_CASE_FIXTURE(Fixture, "the children stand where they belong") {
     }
 }
 
-TEST_CASE_FIXTURE(Fixture, "each type shows what it has") {
+TEST_CASE_FIXTURE(EqFixture, "each type shows what it has") {
     const struct {
         const char* type;
         const char* slope;
@@ -175,7 +149,7 @@ TEST_CASE("the types that are offered depend on datatype and device") {
     CHECK(Text(eq, "properties") == "0,Lopass,6 dB,0 Hz,0 dB,0");
 }
 
-TEST_CASE_FIXTURE(Fixture, "typed values are limited, shown and sent") {
+TEST_CASE_FIXTURE(EqFixture, "typed values are limited, shown and sent") {
     const struct {
         const char* type;
         int id;
@@ -214,7 +188,7 @@ TEST_CASE_FIXTURE(Fixture, "typed values are limited, shown and sent") {
 }
 
 TEST_CASE("a field that is left commits what was typed") {
-    Fixture fixture(TestPanel::Visible);
+    EqFixture fixture(TestPanel::Visible);
     LeaveField(fixture.eq, GAIN, "-6.5");
     CHECK(fixture.Sent() == "0,PEQ,6 dB,1000 Hz,-6.5 dB,0.7");
     Load(fixture.eq, "properties=0,PEQ,6,1000,-3.14,0.7");
@@ -233,7 +207,7 @@ TEST_CASE("a field that is left commits what was typed") {
     CHECK(TextOf(field) == "15");
 }
 
-TEST_CASE_FIXTURE(Fixture, "arrows step, and send nothing at the limits") {
+TEST_CASE_FIXTURE(EqFixture, "arrows step, and send nothing at the limits") {
     const struct {
         const char* band;
         int spin, delta, field;
@@ -283,7 +257,7 @@ TEST_CASE_FIXTURE(Fixture, "arrows step, and send nothing at the limits") {
     CHECK(sent.size() == 3 + 33);
 }
 
-TEST_CASE_FIXTURE(Fixture, "bandwidth in place of Q") {
+TEST_CASE_FIXTURE(EqFixture, "bandwidth in place of Q") {
     CHECK(Text(eq, "bw") == "q");
     Load(eq, "properties=0,PEQ,6 dB,1000,0,1");
     Sent();
@@ -310,7 +284,7 @@ TEST_CASE_FIXTURE(Fixture, "bandwidth in place of Q") {
     CHECK(Text(panel.Create("EQ", "Other"), "bw") == "bw");
 }
 
-TEST_CASE_FIXTURE(Fixture, "lists and the toggle send") {
+TEST_CASE_FIXTURE(EqFixture, "lists and the toggle send") {
     ChooseItem(eq, TYPES, 2);
     CHECK(Sent() == "0,Hishelv,6 dB,1000 Hz,-3 dB,0.7");
     ChooseItem(eq, SLOPES, 1);
@@ -334,7 +308,7 @@ TEST_CASE_FIXTURE(Fixture, "lists and the toggle send") {
     CHECK(Sent() == "0,Lopass,12 dB,1000 Hz,0 dB,2");
 }
 
-TEST_CASE_FIXTURE(Fixture, "records and texts from outside") {
+TEST_CASE_FIXTURE(EqFixture, "records and texts from outside") {
     CHECK(Load(eq, "properties=1,Hipass,12 dB,1000,0,0.7") == 1);
     CHECK(Band() == "1,Hipass,12 dB,1000 Hz,0 dB,0.7");
     CHECK(Sent() == Band());
@@ -415,7 +389,7 @@ TEST_CASE("a poll follows the device, and marks what it cannot show") {
 }
 
 TEST_CASE("a field that is being typed in is left alone by a poll") {
-    Fixture fixture(TestPanel::Visible);
+    EqFixture fixture(TestPanel::Visible);
     SetFocus(Item(fixture.eq, GAIN));
     SetWindowTextA(Item(fixture.eq, GAIN), "-1");
     fixture.target.held.gain = 6.0F;
@@ -494,246 +468,6 @@ TEST_CASE("without an owner a new value goes to the parent window") {
     TypeInto(eq, GAIN, "5");                          // edits need an owner
     CHECK(received == "77:1,PEQ,6 dB,100 Hz,0 dB,1");
     SetWindowLongA(panel.Window(), GWL_WNDPROC, reinterpret_cast<LONG>(before));
-}
-
-TEST_CASE("Tab goes through the children and leaves at the ends") {
-    Fixture fixture(TestPanel::Visible);
-    const HWND eq = fixture.eq;
-    const HWND after = fixture.panel.Create("BBUTTON", "After");
-    SetWindowLongA(after, GWL_STYLE, GetWindowLongA(after, GWL_STYLE) | WS_TABSTOP);
-    const auto walk = [&](bool shift) {
-        std::string ids;
-        for (int i = 0; i < 8 && GetParent(GetFocus()) == eq; ++i) {
-            ids += std::to_string(GetDlgCtrlID(GetFocus())) + " ";
-            PressKey(VK_TAB, shift);
-        }
-        return ids;
-    };
-    SetFocus(eq);
-    SendMessageA(eq, WM_KEYUP, VK_TAB, 0);
-    CHECK(walk(false) == "100 101 102 103 105 ");
-    CHECK(GetFocus() == after);
-    SetFocus(Item(eq, BYPASS));
-    CHECK(walk(true) == "105 103 102 101 100 ");
-    Load(eq, "properties=1,Hipass,12");
-    Load(eq, "disableitems=0x8"); // the frequency
-    SetFocus(eq);
-    SendMessageA(eq, WM_KEYUP, VK_TAB, 0);
-    CHECK(GetFocus() == Item(eq, BYPASS)); // it is bypassed
-    SetFocus(Item(eq, TYPES));
-    CHECK(walk(false) == "100 103 104 105 ");
-    Load(eq, "disableitems=0xb"); // and the one that is meant
-    for (const auto& [band, id] : {std::pair("properties=1", SLOPES), {"properties=0", Q}}) {
-        CAPTURE(band);
-        Load(eq, band);
-        SetFocus(eq);
-        SendMessageA(eq, WM_KEYUP, VK_TAB, 0);
-        CHECK(GetFocus() == Item(eq, id));
-    }
-    Load(eq, "disableitems=0x8");
-    MSG tab{Item(eq, GAIN), WM_KEYDOWN, VK_TAB, 0, 0, {}};
-    const auto wanted = [&](int id) {
-        return (SendMessageA(Item(eq, id), WM_GETDLGCODE, VK_TAB, reinterpret_cast<LPARAM>(&tab)) &
-                (DLGC_WANTTAB | DLGC_WANTALLKEYS)) != 0;
-    };
-    CHECK(wanted(TYPES));
-    CHECK(wanted(Q));
-    CHECK_FALSE(wanted(BYPASS)); // whoever moves the focus through the panel does so here
-    SetFocus(Item(eq, Q));
-    Load(eq, "properties=0,Loshelv"); // the field goes
-    CHECK(GetFocus() == eq);
-}
-
-TEST_CASE("an edited panel gets the presses, and its children do not react") {
-    Fixture fixture(TestPanel::Visible);
-    const HWND eq = fixture.eq;
-    MoveCursor(fixture.panel, 60, 70);
-    ph_SetMode(fixture.panel.Root(), 1);
-    MSG posted;
-    for (const int id : {TYPES, GAIN, GAIN_SPIN, BYPASS}) {
-        for (const UINT message : {WM_LBUTTONDOWN, WM_LBUTTONDBLCLK, WM_MOUSEMOVE}) {
-            SendMessageA(Item(eq, id), message, MK_LBUTTON, At(3, 3));
-            const UINT expected = message == WM_MOUSEMOVE ? WM_MOUSEMOVE : WM_LBUTTONDOWN;
-            REQUIRE(TakePosted(fixture.panel.Window(), expected, posted));
-            CHECK(posted.lParam == At(60, 70));
-        }
-        SendMessageA(Item(eq, id), WM_LBUTTONUP, 0, At(3, 3));
-        SendMessageA(Item(eq, id), WM_KEYDOWN, VK_SPACE, 0);
-        SendMessageA(Item(eq, id), WM_KEYUP, VK_SPACE, 0);
-    }
-    SendMessageA(Item(eq, TYPES), WM_MOUSEWHEEL, MAKEWPARAM(0, static_cast<WORD>(-WHEEL_DELTA)), 0);
-    CHECK(SelectedOf(Item(eq, TYPES)) == "PEQ");
-    StepSpin(eq, GAIN_SPIN, -1);
-    ChooseItem(eq, TYPES, 1);
-    CHECK(fixture.Band() == BAND);
-    CHECK(fixture.Sent().empty());
-    ph_SetMode(fixture.panel.Root(), 0);
-    SendMessageA(Item(eq, BYPASS), WM_LBUTTONDOWN, MK_LBUTTON | MK_CONTROL, At(3, 3));
-    CHECK(TakePosted(fixture.panel.Window(), WM_LBUTTONDOWN, posted));
-    SendMessageA(Item(eq, TYPES), WM_RBUTTONDOWN, MK_RBUTTON | MK_SHIFT | MK_CONTROL, At(3, 3));
-    CHECK(IsWindow(ObjectOf(eq).dialog));
-}
-
-TEST_CASE_FIXTURE(Fixture, "disabled children and the focus colour") {
-    CHECK(Text(eq, "disableitems") == "0x0");
-    CHECK(Load(eq, "disableitems=3f") == 1);
-    CHECK(Text(eq, "disableitems") == "0x3f");
-    for (int id = TYPES; id <= Q_SPIN; ++id) {
-        CHECK_FALSE(IsWindowEnabled(Item(eq, id)));
-    }
-    CHECK(Load(eq, "disableitems=x") == 0);
-    CHECK(Load(eq, "disableitems=0xfffffff0") == 1);
-    CHECK(Text(eq, "disableitems") == "0x30");
-    CHECK(IsWindowEnabled(Item(eq, FREQUENCY_SPIN)));
-    CHECK_FALSE(IsWindowEnabled(Item(eq, Q_SPIN)));
-
-    const HWND caption = FindWindowExA(eq, nullptr, "STATIC", "Band 1");
-    const auto ground = [caption] { return Picture(caption).At(1, 1); };
-    CHECK(Text(eq, "focus") == "0");
-    CHECK(Text(eq, "focuscolor") == "0x0000c800");
-    CHECK(ground() == RGB(212, 208, 200));
-    CHECK(Load(eq, "focus=yes") == 1);
-    CHECK(Text(eq, "focus") == "1");
-    CHECK(ground() == RGB(0, 200, 0));
-    CHECK(Load(eq, "focuscolor=ff") == 1);
-    CHECK(ground() == RGB(255, 0, 0));
-    CHECK(Load(eq, "focus=0") == 1);
-    CHECK(ground() == RGB(212, 208, 200));
-}
-
-TEST_CASE_FIXTURE(Fixture, "the closed list of types has no room for their pictures") {
-    const HWND list = Item(eq, TYPES);
-    const HDC screen = GetDC(nullptr);
-    const HDC dc = CreateCompatibleDC(screen);
-    const HBITMAP bitmap = CreateCompatibleBitmap(screen, 72, 17);
-    const HGDIOBJ previous = SelectObject(dc, bitmap);
-    const auto hasPicture = [&](UINT state) {
-        const auto text = static_cast<ULONG_PTR>(SendMessageA(list, CB_GETITEMDATA, 1, 0));
-        DRAWITEMSTRUCT item{ODT_COMBOBOX, TYPES, 1, ODA_DRAWENTIRE, state, list, dc, {0, 0, 72, 17}, text};
-        SendMessageA(eq, WM_DRAWITEM, TYPES, reinterpret_cast<LPARAM>(&item));
-        int drawn = 0;
-        for (int i = 0; i < 13 * 17; ++i) {
-            drawn += GetPixel(dc, 59 + i % 13, i / 13) != RGB(255, 255, 200) ? 1 : 0;
-        }
-        return drawn > 0;
-    };
-    CHECK(hasPicture(0));
-    CHECK_FALSE(hasPicture(ODS_COMBOBOXEDIT));
-    SelectObject(dc, previous);
-    DeleteObject(bitmap);
-    DeleteDC(dc);
-    ReleaseDC(nullptr, screen);
-}
-
-TEST_CASE("a band is copied from one panel to another") {
-    Fixture from(TestPanel::Visible);
-    Fixture to(TestPanel::Visible);
-    Load(to.eq, "properties=1,PEQ,6,20,0,1");
-    Load(from.eq, "properties=0,Hipass,12,440,-2,0.9");
-    to.Sent();
-    OpenClipboard(nullptr);
-    EmptyClipboard();
-    CloseClipboard();
-    const auto menu = [](Fixture& fixture, int down) {
-        ChooseFromMenu(fixture.eq, down, [&fixture] {
-            SendMessageA(fixture.eq, WM_CONTEXTMENU, reinterpret_cast<WPARAM>(Item(fixture.eq, TYPES)),
-                         At(200, 200));
-        });
-    };
-    menu(to, 2); // nothing to paste
-    CHECK(to.Sent().empty());
-    menu(from, 1);
-    CHECK(IsClipboardFormatAvailable(a_GetClipboardFormat("EQ band")));
-    menu(to, 2);
-    CHECK(to.Sent() == "0,Hipass,12 dB,440 Hz,-2 dB,0.9");
-    Load(to.eq, "properties=1,PEQ,6,20,0,1");
-    to.Sent();
-    HANDLE isHeld = CreateEventA(nullptr, TRUE, FALSE, nullptr);
-    HANDLE letGo = CreateEventA(nullptr, TRUE, FALSE, nullptr);
-    std::thread holder([&] { // somebody else has the clipboard open
-        CHECK(OpenClipboard(nullptr));
-        SetEvent(isHeld);
-        WaitForSingleObject(letGo, INFINITE);
-        CloseClipboard();
-    });
-    WaitForSingleObject(isHeld, INFINITE);
-    menu(to, 2);
-    CHECK(to.Sent().empty());
-    menu(from, 1);
-    SetEvent(letGo);
-    holder.join();
-    CloseHandle(isHeld);
-    CloseHandle(letGo);
-    menu(to, 2);
-    CHECK(to.Sent() == "0,Hipass,12 dB,440 Hz,-2 dB,0.9");
-    const UINT format = a_GetClipboardFormat("EQ band");
-    const EqBand bad{0, 0, std::numeric_limits<float>::quiet_NaN(), 0.0F, 1.0F, 1};
-    for (const std::size_t size : {sizeof bad, std::size_t{8}}) {
-        const HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE, size);
-        std::memcpy(GlobalLock(block), &bad, size);
-        GlobalUnlock(block);
-        OpenClipboard(nullptr);
-        EmptyClipboard();
-        SetClipboardData(format, block);
-        CloseClipboard();
-        menu(to, 2);
-        CHECK(to.Sent().empty());
-    }
-    OpenClipboard(nullptr); // and a line for a field
-    EmptyClipboard();
-    const HGLOBAL text = GlobalAlloc(GMEM_MOVEABLE, 8);
-    lstrcpyA(static_cast<char*>(GlobalLock(text)), "33\r\n44");
-    GlobalUnlock(text);
-    SetClipboardData(CF_TEXT, text);
-    CloseClipboard();
-    const HWND field = Item(to.eq, FREQUENCY);
-    SendMessageA(field, EM_SETSEL, 0, -1);
-    SendMessageA(field, WM_PASTE, 0, 0);
-    CHECK(TextOf(field) == "33");
-}
-
-TEST_CASE("it may go at any moment") {
-    for (int way = 0; way < 7; ++way) {
-        CAPTURE(way);
-        Fixture fixture(TestPanel::Visible);
-        const HWND eq = fixture.eq;
-        fixture.target.onSet = [eq] { DestroyWindow(eq); };
-        const HWND gain = Item(eq, GAIN);
-        switch (way) {
-        case 0:
-            TypeInto(eq, GAIN, "3");
-            break;
-        case 1:
-            LeaveField(eq, GAIN, "3");
-            break;
-        case 2:
-            SendMessageA(Item(eq, BYPASS), BM_CLICK, 0, 0);
-            break;
-        case 3:
-            ChooseItem(eq, TYPES, 3);
-            break;
-        case 4:
-            SendMessageA(Item(eq, TYPES), CB_SHOWDROPDOWN, TRUE, 0);
-            SetWindowTextA(gain, "5");
-            DestroyWindow(eq);
-            break;
-        case 5:
-            SetFocus(gain);
-            SetWindowTextA(gain, "5");
-            DestroyWindow(eq); // with what was typed
-            break;
-        default:
-            std::thread user([eq] {
-                WaitForMenu(true);
-                SendMessageA(eq, WM_CLOSE, 0, 0);
-            });
-            SendMessageA(eq, WM_CONTEXTMENU, 0, At(200, 200));
-            user.join();
-        }
-        CHECK_FALSE(IsWindow(eq));
-        CHECK(fixture.sent.size() == (way < 4 ? 1 : 0));
-    }
-    CHECK(a_HostinfoCount() == 0);
 }
 
 TEST_SUITE_END();

@@ -1,0 +1,247 @@
+// The editor of an equaliser band among other controls: keyboard, edit mode, clipboard, its end.
+
+#include "tests/windows/EqFixture.h"
+
+TEST_SUITE_BEGIN("EQPanel");
+
+TEST_CASE("Tab goes through the children and leaves at the ends") {
+    EqFixture fixture(TestPanel::Visible);
+    const HWND eq = fixture.eq;
+    const HWND after = fixture.panel.Create("BBUTTON", "After");
+    SetWindowLongA(after, GWL_STYLE, GetWindowLongA(after, GWL_STYLE) | WS_TABSTOP);
+    const auto walk = [&](bool shift) {
+        std::string ids;
+        for (int i = 0; i < 8 && GetParent(GetFocus()) == eq; ++i) {
+            ids += std::to_string(GetDlgCtrlID(GetFocus())) + " ";
+            PressKey(VK_TAB, shift);
+        }
+        return ids;
+    };
+    SetFocus(eq);
+    SendMessageA(eq, WM_KEYUP, VK_TAB, 0);
+    CHECK(walk(false) == "100 101 102 103 105 ");
+    CHECK(GetFocus() == after);
+    SetFocus(Item(eq, BYPASS));
+    CHECK(walk(true) == "105 103 102 101 100 ");
+    Load(eq, "properties=1,Hipass,12");
+    Load(eq, "disableitems=0x8"); // the frequency
+    SetFocus(eq);
+    SendMessageA(eq, WM_KEYUP, VK_TAB, 0);
+    CHECK(GetFocus() == Item(eq, BYPASS)); // it is bypassed
+    SetFocus(Item(eq, TYPES));
+    CHECK(walk(false) == "100 103 104 105 ");
+    Load(eq, "disableitems=0xb"); // and the one that is meant
+    for (const auto& [band, id] : {std::pair("properties=1", SLOPES), {"properties=0", Q}}) {
+        CAPTURE(band);
+        Load(eq, band);
+        SetFocus(eq);
+        SendMessageA(eq, WM_KEYUP, VK_TAB, 0);
+        CHECK(GetFocus() == Item(eq, id));
+    }
+    Load(eq, "disableitems=0x8");
+    MSG tab{Item(eq, GAIN), WM_KEYDOWN, VK_TAB, 0, 0, {}};
+    const auto wanted = [&](int id) {
+        return (SendMessageA(Item(eq, id), WM_GETDLGCODE, VK_TAB, reinterpret_cast<LPARAM>(&tab)) &
+                (DLGC_WANTTAB | DLGC_WANTALLKEYS)) != 0;
+    };
+    CHECK(wanted(TYPES));
+    CHECK(wanted(Q));
+    CHECK_FALSE(wanted(BYPASS)); // whoever moves the focus through the panel does so here
+    SetFocus(Item(eq, Q));
+    Load(eq, "properties=0,Loshelv"); // the field goes
+    CHECK(GetFocus() == eq);
+}
+
+TEST_CASE("an edited panel gets the presses, and its children do not react") {
+    EqFixture fixture(TestPanel::Visible);
+    const HWND eq = fixture.eq;
+    MoveCursor(fixture.panel, 60, 70);
+    ph_SetMode(fixture.panel.Root(), 1);
+    MSG posted;
+    for (const int id : {TYPES, GAIN, GAIN_SPIN, BYPASS}) {
+        for (const UINT message : {WM_LBUTTONDOWN, WM_LBUTTONDBLCLK, WM_MOUSEMOVE}) {
+            SendMessageA(Item(eq, id), message, MK_LBUTTON, At(3, 3));
+            const UINT expected = message == WM_MOUSEMOVE ? WM_MOUSEMOVE : WM_LBUTTONDOWN;
+            REQUIRE(TakePosted(fixture.panel.Window(), expected, posted));
+            CHECK(posted.lParam == At(60, 70));
+        }
+        SendMessageA(Item(eq, id), WM_LBUTTONUP, 0, At(3, 3));
+        SendMessageA(Item(eq, id), WM_KEYDOWN, VK_SPACE, 0);
+        SendMessageA(Item(eq, id), WM_KEYUP, VK_SPACE, 0);
+    }
+    SendMessageA(Item(eq, TYPES), WM_MOUSEWHEEL, MAKEWPARAM(0, static_cast<WORD>(-WHEEL_DELTA)), 0);
+    CHECK(SelectedOf(Item(eq, TYPES)) == "PEQ");
+    StepSpin(eq, GAIN_SPIN, -1);
+    ChooseItem(eq, TYPES, 1);
+    CHECK(fixture.Band() == BAND);
+    CHECK(fixture.Sent().empty());
+    ph_SetMode(fixture.panel.Root(), 0);
+    SendMessageA(Item(eq, BYPASS), WM_LBUTTONDOWN, MK_LBUTTON | MK_CONTROL, At(3, 3));
+    CHECK(TakePosted(fixture.panel.Window(), WM_LBUTTONDOWN, posted));
+    SendMessageA(Item(eq, TYPES), WM_RBUTTONDOWN, MK_RBUTTON | MK_SHIFT | MK_CONTROL, At(3, 3));
+    CHECK(IsWindow(ObjectOf(eq).dialog));
+}
+
+TEST_CASE_FIXTURE(EqFixture, "disabled children and the focus colour") {
+    CHECK(Text(eq, "disableitems") == "0x0");
+    CHECK(Load(eq, "disableitems=3f") == 1);
+    CHECK(Text(eq, "disableitems") == "0x3f");
+    for (int id = TYPES; id <= Q_SPIN; ++id) {
+        CHECK_FALSE(IsWindowEnabled(Item(eq, id)));
+    }
+    CHECK(Load(eq, "disableitems=x") == 0);
+    CHECK(Load(eq, "disableitems=0xfffffff0") == 1);
+    CHECK(Text(eq, "disableitems") == "0x30");
+    CHECK(IsWindowEnabled(Item(eq, FREQUENCY_SPIN)));
+    CHECK_FALSE(IsWindowEnabled(Item(eq, Q_SPIN)));
+
+    const HWND caption = FindWindowExA(eq, nullptr, "STATIC", "Band 1");
+    const auto ground = [caption] { return Picture(caption).At(1, 1); };
+    CHECK(Text(eq, "focus") == "0");
+    CHECK(Text(eq, "focuscolor") == "0x0000c800");
+    CHECK(ground() == RGB(212, 208, 200));
+    CHECK(Load(eq, "focus=yes") == 1);
+    CHECK(Text(eq, "focus") == "1");
+    CHECK(ground() == RGB(0, 200, 0));
+    CHECK(Load(eq, "focuscolor=ff") == 1);
+    CHECK(ground() == RGB(255, 0, 0));
+    CHECK(Load(eq, "focus=0") == 1);
+    CHECK(ground() == RGB(212, 208, 200));
+}
+
+TEST_CASE_FIXTURE(EqFixture, "the closed list of types has no room for their pictures") {
+    const HWND list = Item(eq, TYPES);
+    const HDC screen = GetDC(nullptr);
+    const HDC dc = CreateCompatibleDC(screen);
+    const HBITMAP bitmap = CreateCompatibleBitmap(screen, 72, 17);
+    const HGDIOBJ previous = SelectObject(dc, bitmap);
+    const auto hasPicture = [&](UINT state) {
+        const auto text = static_cast<ULONG_PTR>(SendMessageA(list, CB_GETITEMDATA, 1, 0));
+        DRAWITEMSTRUCT item{ODT_COMBOBOX, TYPES, 1, ODA_DRAWENTIRE, state, list, dc, {0, 0, 72, 17}, text};
+        SendMessageA(eq, WM_DRAWITEM, TYPES, reinterpret_cast<LPARAM>(&item));
+        int drawn = 0;
+        for (int i = 0; i < 13 * 17; ++i) {
+            drawn += GetPixel(dc, 59 + i % 13, i / 13) != RGB(255, 255, 200) ? 1 : 0;
+        }
+        return drawn > 0;
+    };
+    CHECK(hasPicture(0));
+    CHECK_FALSE(hasPicture(ODS_COMBOBOXEDIT));
+    SelectObject(dc, previous);
+    DeleteObject(bitmap);
+    DeleteDC(dc);
+    ReleaseDC(nullptr, screen);
+}
+
+TEST_CASE("a band is copied from one panel to another") {
+    EqFixture from(TestPanel::Visible);
+    EqFixture to(TestPanel::Visible);
+    Load(to.eq, "properties=1,PEQ,6,20,0,1");
+    Load(from.eq, "properties=0,Hipass,12,440,-2,0.9");
+    to.Sent();
+    OpenClipboard(nullptr);
+    EmptyClipboard();
+    CloseClipboard();
+    const auto menu = [](EqFixture& fixture, int down) {
+        ChooseFromMenu(fixture.eq, down, [&fixture] {
+            SendMessageA(fixture.eq, WM_CONTEXTMENU, reinterpret_cast<WPARAM>(Item(fixture.eq, TYPES)),
+                         At(200, 200));
+        });
+    };
+    menu(to, 2); // nothing to paste
+    CHECK(to.Sent().empty());
+    menu(from, 1);
+    CHECK(IsClipboardFormatAvailable(a_GetClipboardFormat("EQ band")));
+    menu(to, 2);
+    CHECK(to.Sent() == "0,Hipass,12 dB,440 Hz,-2 dB,0.9");
+    Load(to.eq, "properties=1,PEQ,6,20,0,1");
+    to.Sent();
+    HANDLE isHeld = CreateEventA(nullptr, TRUE, FALSE, nullptr);
+    HANDLE letGo = CreateEventA(nullptr, TRUE, FALSE, nullptr);
+    std::thread holder([&] { // somebody else has the clipboard open
+        CHECK(OpenClipboard(nullptr));
+        SetEvent(isHeld);
+        WaitForSingleObject(letGo, INFINITE);
+        CloseClipboard();
+    });
+    WaitForSingleObject(isHeld, INFINITE);
+    menu(to, 2);
+    CHECK(to.Sent().empty());
+    menu(from, 1);
+    SetEvent(letGo);
+    holder.join();
+    CloseHandle(isHeld);
+    CloseHandle(letGo);
+    menu(to, 2);
+    CHECK(to.Sent() == "0,Hipass,12 dB,440 Hz,-2 dB,0.9");
+    const UINT format = a_GetClipboardFormat("EQ band");
+    const EqBand bad{0, 0, std::numeric_limits<float>::quiet_NaN(), 0.0F, 1.0F, 1};
+    for (const std::size_t size : {sizeof bad, std::size_t{8}}) {
+        const HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE, size);
+        std::memcpy(GlobalLock(block), &bad, size);
+        GlobalUnlock(block);
+        OpenClipboard(nullptr);
+        EmptyClipboard();
+        SetClipboardData(format, block);
+        CloseClipboard();
+        menu(to, 2);
+        CHECK(to.Sent().empty());
+    }
+    OpenClipboard(nullptr); // and a line for a field
+    EmptyClipboard();
+    const HGLOBAL text = GlobalAlloc(GMEM_MOVEABLE, 8);
+    lstrcpyA(static_cast<char*>(GlobalLock(text)), "33\r\n44");
+    GlobalUnlock(text);
+    SetClipboardData(CF_TEXT, text);
+    CloseClipboard();
+    const HWND field = Item(to.eq, FREQUENCY);
+    SendMessageA(field, EM_SETSEL, 0, -1);
+    SendMessageA(field, WM_PASTE, 0, 0);
+    CHECK(TextOf(field) == "33");
+}
+
+TEST_CASE("it may go at any moment") {
+    for (int way = 0; way < 7; ++way) {
+        CAPTURE(way);
+        EqFixture fixture(TestPanel::Visible);
+        const HWND eq = fixture.eq;
+        fixture.target.onSet = [eq] { DestroyWindow(eq); };
+        const HWND gain = Item(eq, GAIN);
+        switch (way) {
+        case 0:
+            TypeInto(eq, GAIN, "3");
+            break;
+        case 1:
+            LeaveField(eq, GAIN, "3");
+            break;
+        case 2:
+            SendMessageA(Item(eq, BYPASS), BM_CLICK, 0, 0);
+            break;
+        case 3:
+            ChooseItem(eq, TYPES, 3);
+            break;
+        case 4:
+            SendMessageA(Item(eq, TYPES), CB_SHOWDROPDOWN, TRUE, 0);
+            SetWindowTextA(gain, "5");
+            DestroyWindow(eq);
+            break;
+        case 5:
+            SetFocus(gain);
+            SetWindowTextA(gain, "5");
+            DestroyWindow(eq); // with what was typed
+            break;
+        default:
+            std::thread user([eq] {
+                WaitForMenu(true);
+                SendMessageA(eq, WM_CLOSE, 0, 0);
+            });
+            SendMessageA(eq, WM_CONTEXTMENU, 0, At(200, 200));
+            user.join();
+        }
+        CHECK_FALSE(IsWindow(eq));
+        CHECK(fixture.sent.size() == (way < 4 ? 1 : 0));
+    }
+    CHECK(a_HostinfoCount() == 0);
+}
+
+TEST_SUITE_END();
