@@ -35,7 +35,7 @@ public:
     LRESULT OnSaveToListCtrl(WPARAM wParam, LPARAM listView) override;
     LRESULT OnTimer(WPARAM timer, LPARAM lParam) override;
     void SetDefaults() override;
-    void BindingsChanged() override { offsets.Rebuild(relative != 0, requests, value); }
+    void BindingsChanged() override { offsets.Rebuild(relative != 0, *this, value); }
     void BitmapChanged();
     void Poll() override;
     void Draw(HDC dc, const RECT& client) const override;
@@ -236,7 +236,7 @@ int FADERPROPERTIES::TakeValue(float newValue) {
 
 void FADERPROPERTIES::Send() {
     if (relative != 0) {
-        offsets.Send(requests, value, COMMAND_SET);
+        offsets.Send(*this, value, COMMAND_SET);
     } else {
         float sent = value;
         a_SendRequest(requests, COMMAND_SET, DATATYPE_FLOAT, &sent, nullptr);
@@ -256,8 +256,11 @@ void FADERPROPERTIES::Poll() {
         return;
     }
     if (relative != 0) {
-        offsets.Send(requests, value, COMMAND_GET);
-        ShowPollResult(REQUEST_UNCHANGED); // each connection has its own value, so none of them differs
+        const HWND self = window;
+        offsets.Send(*this, value, COMMAND_GET);
+        if (StillHas(self, this)) { // each connection has its own value, so none of them differs
+            ShowPollResult(REQUEST_UNCHANGED);
+        }
         return;
     }
     float polled = value;
@@ -371,7 +374,7 @@ void FADERPROPERTIES::MoveDrag(POINT point) {
 void FADERPROPERTIES::EndDrag() {
     CancelDrag();
     if (relative != 0) {
-        offsets.See(requests);
+        offsets.See(*this);
     }
 }
 

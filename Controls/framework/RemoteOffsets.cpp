@@ -22,39 +22,46 @@ bool Ask(const REQUESTITEM& item, float& remote) {
 
 } // namespace
 
-void RemoteOffsets::Rebuild(bool on, const REQUESTLIST& requests, float value) {
+void RemoteOffsets::Rebuild(bool on, const CONTROLPROPERTIES& owner, float value) {
+    const HWND self = owner.window;
     records.clear();
     if (!on) {
         return;
     }
-    for (const REQUESTITEM& item : ItemsOf(requests)) {
+    for (const REQUESTITEM& item : ItemsOf(owner.requests)) {
         // What is not there yet keeps its place, and goes along unshifted when it comes.
         const bool exists = item.target != nullptr || item.handler != nullptr;
         float remote = 0;
         Ask(item, remote);
+        if (!StillHas(self, &owner)) {
+            return;
+        }
         logic::AppendOffset(records, {exists ? remote - value : 0.0F, remote, 0.0F});
     }
 }
 
-void RemoteOffsets::Send(const REQUESTLIST& requests, float value, int command) {
-    const std::vector<REQUESTITEM> items = ItemsOf(requests);
+void RemoteOffsets::Send(const CONTROLPROPERTIES& owner, float value, int command) {
+    const HWND self = owner.window;
+    const std::vector<REQUESTITEM> items = ItemsOf(owner.requests);
     const std::vector<logic::OffsetRecord> known = records; // what a connection does may end this object
     for (std::size_t i = 0; i < items.size(); ++i) {
         float remote = value + (i < known.size() ? known[i].offset : 0.0F);
         if (command == COMMAND_SET) {
             a_SendToItem(items[i], COMMAND_SET, DATATYPE_FLOAT, &remote);
-        } else if (Ask(items[i], remote) && i < records.size() && remote != records[i].lastRemote) {
+        } else if (Ask(items[i], remote) && StillHas(self, &owner) && i < records.size() &&
+                   remote != records[i].lastRemote) {
             records[i].lastRemote = remote;
             records[i].offset = remote - value;
         }
     }
 }
 
-void RemoteOffsets::See(const REQUESTLIST& requests) {
-    const std::vector<REQUESTITEM> items = ItemsOf(requests);
-    for (std::size_t i = 0; i < items.size() && i < records.size(); ++i) {
+void RemoteOffsets::See(const CONTROLPROPERTIES& owner) {
+    const HWND self = owner.window;
+    const std::vector<REQUESTITEM> items = ItemsOf(owner.requests);
+    for (std::size_t i = 0; StillHas(self, &owner) && i < items.size() && i < records.size(); ++i) {
         float remote = records[i].lastRemote;
-        if (Ask(items[i], remote) && i < records.size()) {
+        if (Ask(items[i], remote) && StillHas(self, &owner) && i < records.size()) {
             records[i].lastRemote = remote;
         }
     }
