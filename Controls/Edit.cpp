@@ -35,8 +35,7 @@ public:
 
     // Somebody has typed into the field and not ended it yet.
     bool IsEdited() const { return HasFocus() && SendMessageA(window, EM_GETMODIFY, 0, 0) != 0; }
-    // Takes what was typed and sends it, or puts back the value when it cannot be read. The object may be
-    // gone afterwards.
+    // Takes what was typed and sends it, or puts back the value when it cannot be read.
     void TakeTyped();
     void Restore();
     // The answer to the question for the colours of the field.
@@ -139,9 +138,8 @@ float EDITPROPERTIES::Limited(float number) const {
 }
 
 void EDITPROPERTIES::Poll() {
-    const HWND self = window;
     TEXTPROPERTIES::Poll();
-    if (StillHas(self, this) && notEqual != marked_) {
+    if (notEqual != marked_) {
         marked_ = notEqual;
         Align();
         LookChanged();
@@ -240,7 +238,7 @@ void EDITPROPERTIES::Align() {
             GetTextMetricsA(dc, &metrics);
         }
         ReleaseDC(window, dc);
-        RECT inner; // what the system's control writes in; it keeps some distance from its border
+        RECT inner{}; // what the system's control writes in; it keeps some distance from its border
         SendMessageA(window, EM_GETRECT, 0, reinterpret_cast<LPARAM>(&inner));
         const int room = inner.right - (inner.left - leftMargin_) - margin;
         // The system's control wants room for a character, or it writes beyond its right end.
@@ -260,7 +258,7 @@ void EDITPROPERTIES::Align() {
 }
 
 void EDITPROPERTIES::DrawMark(HDC dc) const {
-    RECT client;
+    RECT client{};
     GetClientRect(window, &client);
     const OSMIRBitmap& sign = *a_GetNotEqualSign();
     sign.Draw(dc, MARGIN, (client.bottom - sign.Height()) / 2);
@@ -332,7 +330,7 @@ LRESULT Leave(EDITPROPERTIES& edit, WPARAM wParam, LPARAM lParam) {
     const HWND window = edit.window;
     const bool wasEdited = edit.IsEdited();
     const LRESULT result = CommonProc(window, WM_KILLFOCUS, wParam, lParam);
-    if (wasEdited && StillHas(window, &edit)) {
+    if (wasEdited) {
         edit.TakeTyped();
     }
     return result;
@@ -389,9 +387,6 @@ LRESULT CALLBACK EditProc(HWND window, UINT message, WPARAM wParam, LPARAM lPara
         return Print(edit, wParam, lParam);
     }
     const LRESULT result = CommonProc(window, message, wParam, lParam);
-    if (!StillHas(window, &edit)) {
-        return result;
-    }
     if (message == WM_SETFONT) {
         edit.MarginLost(); // the system's control makes it fit the font
     }

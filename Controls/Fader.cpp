@@ -36,6 +36,7 @@ public:
     LRESULT OnTimer(WPARAM timer, LPARAM lParam) override;
     void SetDefaults() override;
     void BindingsChanged() override { offsets.Rebuild(relative != 0, *this, value); }
+    int PreferredWidth() const override;
     void BitmapChanged();
     void Poll() override;
     void Draw(HDC dc, const RECT& client) const override;
@@ -256,23 +257,17 @@ void FADERPROPERTIES::Poll() {
         return;
     }
     if (relative != 0) {
-        const HWND self = window;
         offsets.Send(*this, value, COMMAND_GET);
-        if (StillHas(self, this)) { // each connection has its own value, so none of them differs
-            ShowPollResult(REQUEST_UNCHANGED);
-        }
+        ShowPollResult(REQUEST_UNCHANGED); // each connection has its own value, so none of them differs
         return;
     }
     float polled = value;
-    const auto result = Ask(requests, DATATYPE_FLOAT, &polled);
-    if (!result) {
+    const int result = Ask(requests, DATATYPE_FLOAT, &polled);
+    if (result != REQUEST_DELIVERED) {
+        ShowPollResult(result);
         return;
     }
-    if (*result != REQUEST_DELIVERED) {
-        ShowPollResult(*result);
-        return;
-    }
-    lastPollResult = *result;
+    lastPollResult = result;
     const logic::LimitedValue limited = logic::LimitFader(polled, Range());
     value = limited.value;
     ShowNotEqual(limited.outside);
@@ -286,7 +281,7 @@ BitmapParts FADERPROPERTIES::Parts() const {
 }
 
 void FADERPROPERTIES::PlaceKnob() {
-    RECT client;
+    RECT client{};
     GetClientRect(window, &client);
     if (knob.Place(value, Range(), {client.right, client.bottom, knobHeight})) {
         Redraw();
@@ -296,6 +291,10 @@ void FADERPROPERTIES::PlaceKnob() {
 void FADERPROPERTIES::ShapeChanged() {
     PlaceKnob();
     Redraw();
+}
+
+int FADERPROPERTIES::PreferredWidth() const {
+    return face.Get() != nullptr ? Parts().Width() : CONTROLPROPERTIES::PreferredWidth();
 }
 
 void FADERPROPERTIES::BitmapChanged() {
@@ -363,9 +362,8 @@ void FADERPROPERTIES::MoveDrag(POINT point) {
     Redraw();
     UpdateWindow(window);
     value = knob.Value(Range());
-    const HWND self = window;
     Send();
-    if (StillHas(self, this) && dragging && !fmt.empty()) {
+    if (dragging && !fmt.empty()) {
         const bool below = knob.Shape().IsVertical() || HasHorizontalImage();
         tooltip.Track({held.x, held.y + (below ? TIP_BELOW : 0)}, TipText());
     }
@@ -397,9 +395,8 @@ void Step(const FADERPROPERTIES& fader, logic::FaderKey key) {
     if (!stepped) {
         return;
     }
-    const HWND self = fader.window;
     SetThroughMessage(fader, DATATYPE_FLOAT, *stepped);
-    if (StillHas(self, &fader) && !fader.fmt.empty()) {
+    if (!fader.fmt.empty()) {
         fader.tooltip.Update(fader.TipText()); // the mouse is on the fader that its wheel turns
     }
 }
@@ -421,7 +418,7 @@ void ShowTip(FADERPROPERTIES& fader, UINT message, WPARAM wParam, LPARAM lParam)
     }
     fader.tooltip.Relay(message, wParam, lParam);
     if (message == WM_MOUSEMOVE && !fader.tooltip.IsVisible()) {
-        RECT area;
+        RECT area{};
         GetClientRect(fader.window, &area);
         OffsetRect(&area, 0, fader.HasHorizontalImage() ? HOVER_BELOW : 0);
         fader.tooltip.Hover(area, fader.TipText());
@@ -431,6 +428,9 @@ void ShowTip(FADERPROPERTIES& fader, UINT message, WPARAM wParam, LPARAM lParam)
 LRESULT CALLBACK FaderProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     FADERPROPERTIES& fader = *PropertiesOf<FADERPROPERTIES>(window);
     ShowTip(fader, message, wParam, lParam);
+    if ((message == WM_KEYDOWN || message == WM_MOUSEWHEEL) && PassInput(fader, message, wParam, lParam)) {
+        return 0;
+    }
     switch (message) {
     case WM_KEYDOWN:
         KeyDown(fader, wParam);

@@ -121,7 +121,7 @@ int ValuesKeyword(VALUERECORD* record, HOSTINFO* object) {
 int ValuesCopyKeyword(VALUERECORD* record, HOSTINFO* object) {
     KNOBPROPERTIES& knob = Knob(object);
     if (record->command != COMMAND_GET) {
-        return knob.relativeMode.relative != 0 ? SetOffsets(record, knob) : 1;
+        return knob.relativeMode.relative != 0 ? SetOffsets(record, knob) : IgnoredKeyword(record, object);
     }
     std::string text;
     if (knob.relativeMode.relative != 0) {
@@ -202,13 +202,9 @@ void KNOBPROPERTIES::Poll() {
     if (requests.empty() && lastPollResult == REQUEST_UNCHANGED) {
         return;
     }
-    const HWND self = window;
     float polled = value;
     int result = REQUEST_UNCHANGED;
     l_SendRequest(this, COMMAND_GET, DATATYPE_FLOAT, reinterpret_cast<long>(&polled), &result);
-    if (!StillHas(self, this)) {
-        return;
-    }
     if (result == REQUEST_DELIVERED) {
         value = polled;
         Redraw();
@@ -285,22 +281,21 @@ std::optional<logic::KnobKey> KeyOf(WPARAM key) {
     }
 }
 
-void KeyDown(KNOBPROPERTIES& knob, WPARAM wParam) {
-    const auto key = KeyOf(wParam);
+void KeyDown(KNOBPROPERTIES& knob, WPARAM wParam, LPARAM lParam) {
+    const bool isPanels = PassInput(knob, WM_KEYDOWN, wParam, lParam);
+    const auto key = isPanels ? std::nullopt : KeyOf(wParam);
     const auto stepped = key ? logic::StepKnob(knob.value, *key, knob.Range()) : std::nullopt;
     if (stepped) {
         float value = *stepped;
         VALUERECORD record{COMMAND_SET, 0, DATATYPE_FLOAT, 0, &value, nullptr, 0};
         SendMessageA(knob.window, CWM_MESSAGE, 0, reinterpret_cast<LPARAM>(&record));
     }
-    if (a_IsAlive(&knob)) { // a value that was passed on can have closed the panel
-        PaintControl(knob); // deliberately at once, and no key goes on to default processing
-    }
+    PaintControl(knob); // deliberately at once, and no key goes on to default processing
 }
 
 LRESULT CALLBACK KnobProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     if (message == WM_KEYDOWN) {
-        KeyDown(*PropertiesOf<KNOBPROPERTIES>(window), wParam);
+        KeyDown(*PropertiesOf<KNOBPROPERTIES>(window), wParam, lParam);
         return 0;
     }
     return CommonProc(window, message, wParam, lParam);

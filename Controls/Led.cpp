@@ -112,14 +112,11 @@ void LEDPROPERTIES::Show(float newValue) {
 
 void LEDPROPERTIES::Poll() {
     float polled = value;
-    const auto result = Ask(requests, DATATYPE_FLOAT, &polled);
-    if (!result) {
-        return;
-    }
-    if (*result == REQUEST_DELIVERED) {
+    const int result = Ask(requests, DATATYPE_FLOAT, &polled);
+    if (result == REQUEST_DELIVERED) {
         Show(polled);
     }
-    ShowPollResult(*result);
+    ShowPollResult(result);
 }
 
 // Appearance

@@ -24,6 +24,7 @@ class METERPROPERTIES : public CONTROLPROPERTIES {
 public:
     const KEYWORDROW* GetHostinfoTable() override;
     void SetDefaults() override;
+    int PreferredWidth() const override;
     void BitmapChanged();
     void Poll() override;
     void Draw(HDC dc, const RECT& client) const override;
@@ -129,7 +130,7 @@ void METERPROPERTIES::SetDefaults() {
 // Value
 
 void METERPROPERTIES::Show(int newValue) {
-    RECT client;
+    RECT client{};
     GetClientRect(window, &client);
     const int before = FillHeight(client.bottom);
     value = newValue;
@@ -141,8 +142,7 @@ void METERPROPERTIES::Show(int newValue) {
 void METERPROPERTIES::Poll() {
     logic::MeterAnswers answers(combine, minimum, maximum);
     int result = REQUEST_UNCHANGED;
-    const std::vector<REQUESTITEM> items(requests.begin(), requests.end()); // it may change meanwhile
-    for (const REQUESTITEM& item : items) {
+    for (const REQUESTITEM& item : ItemsOf(requests)) {
         if (item.target == nullptr && item.handler == nullptr) {
             continue;
         }
@@ -161,6 +161,10 @@ void METERPROPERTIES::Poll() {
 }
 
 // Drawing
+
+int METERPROPERTIES::PreferredWidth() const {
+    return face.Get() != nullptr ? BitmapParts(*face.Get(), 2).Width() : CONTROLPROPERTIES::PreferredWidth();
+}
 
 void METERPROPERTIES::BitmapChanged() {
     if (face.Get() != nullptr) {

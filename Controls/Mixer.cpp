@@ -249,19 +249,12 @@ void MIXERPROPERTIES::Poll() {
         a_SendRequest(requests, COMMAND_SET, DATATYPE_FLOAT, &level, nullptr);
         return;
     }
-    const HWND self = window;
-    const auto result = Ask(requests, DATATYPE_FLOAT, &level);
-    if (!result) {
-        return;
-    }
-    if (*result == REQUEST_DELIVERED && GetCapture() != fader) {
+    const int result = Ask(requests, DATATYPE_FLOAT, &level);
+    if (result == REQUEST_DELIVERED && GetCapture() != fader) {
         ExchangeLevel(fader, COMMAND_SET, DATATYPE_FLOAT, &level);
-        if (!StillHas(self, this)) {
-            return;
-        }
         ExchangeLevel(fader, COMMAND_GET, DATATYPE_FLOAT, &level_); // limited to its range
     }
-    ShowPollResult(*result);
+    ShowPollResult(result);
 }
 
 // Drawing

@@ -35,7 +35,7 @@ public:
 
     void StopRepeat();
     // The number of steps up or down from the value that is read first, or offValue as it is in absolute
-    // mode, is kept in offValue and sent. The object may be gone afterwards.
+    // mode, is kept in offValue and sent.
     void SendStepped(int steps);
     bool ValuesAreInactive() const { return capturePeriod != 0 || onValue == offValue; }
 
@@ -209,26 +209,20 @@ void PUSHBUTTONPROPERTIES::Pressed() {
 }
 
 void PUSHBUTTONPROPERTIES::Released() {
-    const HWND self = window;
     ShowHeldDown(false);
-    if (!confirmText.empty() && (!IsConfirmed(confirmText) || !StillHas(self, this))) {
+    if (!confirmText.empty() && !IsConfirmed(confirmText)) {
         return;
     }
     SendClickTemplate(*this, clickTemplate, caption.c_str());
-    if (StillHas(self, this)) {
-        SendStepped(1);
-    }
+    SendStepped(1);
 }
 
 void PUSHBUTTONPROPERTIES::SendStepped(int steps) {
     if (pressMode != logic::PressMode::Absolute) {
         int current = offValue;
-        const auto result = Ask(requests, DATATYPE_INTEGER, &current);
-        if (!result) {
-            return;
-        }
-        ShowPollResult(*result);
-        if (*result > REQUEST_DELIVERED) { // a step from a value that nothing holds would be a jump
+        const int result = Ask(requests, DATATYPE_INTEGER, &current);
+        ShowPollResult(result);
+        if (result > REQUEST_DELIVERED) { // a step from a value that nothing holds would be a jump
             return;
         }
         offValue = logic::StepValue(current, pressMode, steps);
@@ -270,10 +264,9 @@ void PUSHBUTTONPROPERTIES::Repeat(DWORD now) {
 
 void PUSHBUTTONPROPERTIES::Compare() {
     int current = offValue;
-    if (const auto result = Ask(requests, DATATYPE_INTEGER, &current)) {
-        const bool matches = current == onValue || current == offValue;
-        ShowPollResult(matches ? *result : REQUEST_DISAGREE);
-    }
+    const int result = Ask(requests, DATATYPE_INTEGER, &current);
+    const bool matches = current == onValue || current == offValue;
+    ShowPollResult(matches ? result : REQUEST_DISAGREE);
 }
 
 // Drawing

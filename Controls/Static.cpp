@@ -111,7 +111,7 @@ void STATICPROPERTIES::Draw(HDC dc, const RECT& client) const {
 // Tooltip
 
 void STATICPROPERTIES::UpdateTip() {
-    RECT client;
+    RECT client{};
     GetClientRect(window, &client);
     const HDC dc = GetDC(window);
     SIZE extent{};

@@ -48,9 +48,9 @@ public:
 
 private:
     // REQUEST_UNCHANGED, REQUEST_DELIVERED when a new state or caption was taken, anything else for a
-    // mismatch; nothing when the button is gone.
-    std::optional<int> PollValue();
-    std::optional<int> PollCaption();
+    // mismatch.
+    int PollValue();
+    int PollCaption();
 };
 
 // Keyword handlers
@@ -160,12 +160,7 @@ void SWITCHBUTTONPROPERTIES::Released() {
     const bool on = !isOn; // as it was asked for, even if a poll changes the state meanwhile
     const std::string question = on ? confirmWhenPressed : confirmWhenReleased;
     if (!question.empty()) {
-        const HWND self = window;
-        const bool confirmed = IsConfirmed(question);
-        if (!StillHas(self, this)) {
-            return;
-        }
-        if (!confirmed) {
+        if (!IsConfirmed(question)) {
             ShowHeldDown(false);
             return;
         }
@@ -176,9 +171,9 @@ void SWITCHBUTTONPROPERTIES::Released() {
 
 // Polling
 
-std::optional<int> SWITCHBUTTONPROPERTIES::PollValue() {
+int SWITCHBUTTONPROPERTIES::PollValue() {
     int value = Value();
-    const auto result = Ask(requests, DATATYPE_INTEGER, &value);
+    const int result = Ask(requests, DATATYPE_INTEGER, &value);
     if (result != REQUEST_DELIVERED) {
         return result;
     }
@@ -189,10 +184,10 @@ std::optional<int> SWITCHBUTTONPROPERTIES::PollValue() {
     return result;
 }
 
-std::optional<int> SWITCHBUTTONPROPERTIES::PollCaption() {
+int SWITCHBUTTONPROPERTIES::PollCaption() {
     char text[TEXT_SIZE];
     std::snprintf(text, sizeof text, "%s", caption.c_str());
-    const auto result = Ask(captionRequests, DATATYPE_TEXT, text);
+    const int result = Ask(captionRequests, DATATYPE_TEXT, text);
     if (result == REQUEST_DELIVERED) {
         caption.assign(text, std::strcspn(text, "\r\n")); // it is saved as one line
     }
@@ -200,15 +195,12 @@ std::optional<int> SWITCHBUTTONPROPERTIES::PollCaption() {
 }
 
 void SWITCHBUTTONPROPERTIES::Poll() {
-    const auto ofValue = PollValue();
-    const auto ofCaption = ofValue ? PollCaption() : std::nullopt;
-    if (!ofCaption) {
-        return;
-    }
+    const int ofValue = PollValue();
+    const int ofCaption = PollCaption();
     if (ofValue == REQUEST_DELIVERED || ofCaption == REQUEST_DELIVERED) {
         Redraw();
     }
-    ShowPollResult(std::max(*ofValue, *ofCaption));
+    ShowPollResult(std::max(ofValue, ofCaption));
 }
 
 // Drawing

@@ -170,12 +170,11 @@ Handle TELEPHONEPROPERTIES::PortOf(HCALL call) const {
 }
 
 void TELEPHONEPROPERTIES::Connect(HCALL call) {
-    const HWND self = window;
     Handle port = PortOf(call);
     if (connection_ != nullptr) { // of a call before, or of this one already
         connection_->LeaveOpen(port.get());
         std::exchange(connection_, nullptr).reset();
-        if (!StillHas(self, this) || !IsOpen()) { // what was sent here meanwhile can have destroyed it
+        if (!IsOpen()) { // what was sent here meanwhile can have ended it
             return;
         }
     }
@@ -219,6 +218,7 @@ void CallStateChanged(HCALL call, DWORD_PTR state, DWORD_PTR instance) {
     case LINECALLSTATE_CONNECTED:
         TRACE("LINECALLSTATE_CONNECTED...\n");
         if (auto* telephone = TelephoneOf(instance); telephone != nullptr) {
+            const Held held(*telephone);
             telephone->Connect(call);
         }
         break;

@@ -226,13 +226,9 @@ int XOVERPROPERTIES::LoadConfiguration(const std::string& wanted) {
     if (!Learn()) {
         return 1;
     }
-    const HWND self = window;
     const Crossover before = value;
     const bool outer = std::exchange(isLoading, true);
     const int taken = a_LoadFile(this, path, LOAD_FROM_FILE);
-    if (!StillHas(self, this)) {
-        return 1;
-    }
     isLoading = outer;
     if (taken <= 0) {
         TRACE("XOver configuration %s: %s\n", wanted.c_str(),
@@ -367,7 +363,7 @@ void XOVERPROPERTIES::ShowMenu(HWND child, POINT place) {
     POINT inside = place;
     MapWindowPoints(nullptr, window, &inside, 1);
     if (child != nullptr) {
-        RECT area;
+        RECT area{};
         GetWindowRect(child, &area);
         MapWindowPoints(nullptr, window, reinterpret_cast<POINT*>(&area), 2);
         inside = {area.left, area.top};

@@ -22,11 +22,13 @@ PANELHOST_API HWND a_ConnectionDlg(int mode, HWND owner, HOSTINFO* object);
 PANELHOST_API int a_PopupBitmapView(HWND owner, const char* folder, const char* prefix, char* name);
 
 // Makes Enter and Escape typed in an edit field reach its dialog, as WM_COMMAND of the field with the
-// notification code EDIT_ENTER or EDIT_ESCAPE, in place of the default button. Undone by itself when the
-// field is destroyed.
+// notification code EDIT_ENTER or EDIT_ESCAPE, in place of the default button, and the loss of the focus as
+// EDIT_LEFT. The field may be destroyed while the dialog handles them, which it must not be at EN_KILLFOCUS.
+// Undone by itself when the field is destroyed.
 PANELHOST_API int a_SubclassEditControl(HWND edit);
 constexpr WORD EDIT_ENTER = 13;
 constexpr WORD EDIT_ESCAPE = 27;
+constexpr WORD EDIT_LEFT = 28;
 
 // Brushes that all parameter dialogs share; they belong to the library. Null for any other number.
 constexpr int BRUSH_FIELD = 1;  // edit fields, lists and buttons

@@ -14,29 +14,23 @@ BUTTONPROPERTIES& Button(HOSTINFO* object) {
     return *static_cast<BUTTONPROPERTIES*>(object);
 }
 
-void Press(HWND window, WPARAM keys) {
-    SetFocus(window);
-    auto* button = PropertiesOf<BUTTONPROPERTIES>(window);
-    if (button == nullptr) { // whoever lost the focus destroyed it
+void Press(BUTTONPROPERTIES& button, WPARAM keys) {
+    SetFocus(button.window);
+    if (IsPanelClick(button, keys)) {
+        ForwardToPanel(button, WM_LBUTTONDOWN, keys);
         return;
     }
-    if (IsPanelClick(*button, keys)) {
-        ForwardToPanel(*button, WM_LBUTTONDOWN, keys);
-        return;
-    }
-    button->ShowHeldDown(true);
-    button->dragging = false; // a capture that it has already is not lost
-    SetCapture(window);
-    button = PropertiesOf<BUTTONPROPERTIES>(window);
-    if (button != nullptr) {
-        button->dragging = true;
-        button->Pressed();
+    button.ShowHeldDown(true);
+    button.dragging = false; // a capture that it has already is not lost
+    SetCapture(button.window);
+    if (GetCapture() == button.window) { // unless who lost the focus or the capture took it away
+        button.dragging = true;
+        button.Pressed();
     }
 }
 
-void Release(HWND window, WPARAM keys) {
-    auto& button = *PropertiesOf<BUTTONPROPERTIES>(window);
-    const bool held = GetCapture() == window;
+void Release(BUTTONPROPERTIES& button, WPARAM keys) {
+    const bool held = GetCapture() == button.window;
     if (IsPanelClick(button, keys)) {
         if (held) { // it became the panel's while it was held: that cancels the click
             ReleaseCapture();
@@ -198,12 +192,13 @@ void BUTTONPROPERTIES::Send(int value) {
 }
 
 LRESULT CALLBACK ButtonProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    auto& button = *PropertiesOf<BUTTONPROPERTIES>(window);
     switch (message) {
     case WM_LBUTTONDOWN:
-        Press(window, wParam);
+        Press(button, wParam);
         return 0;
     case WM_LBUTTONUP:
-        Release(window, wParam);
+        Release(button, wParam);
         return 0;
     default:
         return CommonProc(window, message, wParam, lParam);

@@ -22,16 +22,16 @@ public:
 
     virtual bool IsHeldDown() const = 0;
     virtual void SetHeldDown(bool down) = 0;
-    // The mouse is captured. May send, and nothing touches the object afterwards.
+    // The mouse is captured.
     virtual void Pressed() {}
-    // The capture was released. May send, and nothing touches the object afterwards.
+    // The capture was released.
     virtual void Released() = 0;
 
     void ShowHeldDown(bool down);
     // Asks the question in a message box, with the "\n" and "\t" in it as line feeds and tabs. Whether it was
-    // answered with Yes. The object may be gone by then.
+    // answered with Yes.
     bool IsConfirmed(const std::string& question) const;
-    // Sends to everything the button is bound to. The object may be gone afterwards.
+    // Sends to everything the button is bound to.
     void Send(int value);
 
     std::string caption = "Click!"; // also the title of the questions

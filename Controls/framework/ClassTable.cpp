@@ -116,7 +116,8 @@ LRESULT CreateStyled(WNDPROC system, DWORD (*styleFor)(DWORD), HWND window, WPAR
 
 LRESULT Dispatch(std::size_t row, HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     const ControlClass& controlClass = CLASSES[row];
-    if (PropertiesOf<CONTROLPROPERTIES>(window) != nullptr) {
+    if (auto* control = PropertiesOf<CONTROLPROPERTIES>(window); control != nullptr) {
+        const Held held(*control);
         return controlClass.implementation->procedure(window, message, wParam, lParam);
     }
     const WNDPROC system = registered[row].systemProcedure;

@@ -34,15 +34,16 @@ void PostAtCursor(HWND target, UINT message, WPARAM wParam) {
     PostMessageA(target, message, wParam, MAKELPARAM(cursor.x, cursor.y));
 }
 
-void Destroy(CONTROLPROPERTIES* control) {
-    const HWND window = control->window;
-    control->CancelDrag();
-    control->Destroying();
-    a_HostinfoDestroyed(a_FindRootHostinfo(control->parent), control);
-    a_CleanHostinfo(control);
-    a_RemoveHostinfo(control->parent, control);
-    SetWindowLongA(window, GWL_USERDATA, 0);
-    delete control;
+void Destroy(CONTROLPROPERTIES& control) {
+    control.dragging = false;
+    control.CancelDrag();
+    control.Destroying();
+    a_HostinfoDestroyed(a_FindRootHostinfo(control.parent), &control);
+    a_CleanHostinfo(&control);
+    a_RemoveHostinfo(control.parent, &control);
+    control.parent = nullptr; // it may go before this object does
+    SetWindowLongA(control.window, GWL_USERDATA, 0);
+    Held::Release(control);
 }
 
 void FunctionChanged(CONTROLPROPERTIES& control, WPARAM wParam, LPARAM lParam) {
@@ -57,13 +58,16 @@ void FunctionChanged(CONTROLPROPERTIES& control, WPARAM wParam, LPARAM lParam) {
 bool ButtonDown(CONTROLPROPERTIES& control, UINT message, WPARAM wParam, LPARAM lParam) {
     const HWND window = control.window;
     SetFocus(window);
+    if (PropertiesOf<CONTROLPROPERTIES>(window) == nullptr) { // whoever lost the focus has ended it
+        return true;
+    }
     if (IsPanelClick(control, wParam)) {
         ForwardToPanel(control, message, wParam);
         return true;
     }
     if (control.BeginDrag(PointOf(lParam))) {
         SetCapture(window);
-        control.dragging = true;
+        control.dragging = GetCapture() == window;
         SetCursor(LoadCursorA(ModuleInstance(), MAKEINTRESOURCEA(DRAG_CURSOR)));
     }
     return false;
@@ -169,6 +173,16 @@ bool IsPanelClick(const CONTROLPROPERTIES& control, WPARAM keys) {
     return control.mode != 0 || keys == PANEL_CLICK;
 }
 
+bool PassInput(const CONTROLPROPERTIES& control, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (control.mode == 0) {
+        return false;
+    }
+    if (const HOSTINFO* root = a_FindRootHostinfo(control.parent); root != nullptr) {
+        PostMessageA(root->window, message, wParam, lParam);
+    }
+    return true;
+}
+
 void ForwardToPanel(const CONTROLPROPERTIES& control, UINT message, WPARAM wParam) {
     const HOSTINFO* root = a_FindRootHostinfo(control.parent);
     if (root != nullptr) {
@@ -191,7 +205,7 @@ const CONTROLPROPERTIES* StripOf(const CONTROLPROPERTIES& control) {
 void DrawBehind(const CONTROLPROPERTIES& control, HDC dc, const RECT& client) {
     cBackground(&control).Draw(dc, client.right, client.bottom);
     if (const CONTROLPROPERTIES* strip = StripOf(control)) {
-        RECT area;
+        RECT area{};
         GetClientRect(strip->window, &area);
         const int saved = SaveDC(dc);
         IntersectClipRect(dc, 0, 0, client.right, client.bottom);
@@ -204,7 +218,7 @@ void DrawBehind(const CONTROLPROPERTIES& control, HDC dc, const RECT& client) {
 } // namespace
 
 void DrawInto(CONTROLPROPERTIES& control, HDC target) {
-    RECT client;
+    RECT client{};
     GetClientRect(control.window, &client);
     const cOffScreen buffer(target, client.right, client.bottom);
     DrawBehind(control, buffer.Dc(), client);
@@ -219,9 +233,10 @@ void DrawInto(CONTROLPROPERTIES& control, HDC target) {
 
 void PaintControl(CONTROLPROPERTIES& control) {
     PAINTSTRUCT paint;
-    const HDC dc = BeginPaint(control.window, &paint);
-    DrawInto(control, dc);
-    EndPaint(control.window, &paint);
+    if (const HDC dc = BeginPaint(control.window, &paint); dc != nullptr) {
+        DrawInto(control, dc);
+        EndPaint(control.window, &paint);
+    }
 }
 
 LRESULT CreateControl(const ControlClass& controlClass, HWND window, const CREATESTRUCTA& creation) {
@@ -239,6 +254,7 @@ LRESULT CreateControl(const ControlClass& controlClass, HWND window, const CREAT
     control->rectangle = {creation.x, creation.y, creation.x + creation.cx, creation.y + creation.cy};
     control->kind = KIND_CONTROL;
     SetWindowLongA(window, GWL_USERDATA, reinterpret_cast<LONG>(static_cast<HOSTINFO*>(created.release())));
+    const Held held(*control);
     if (const char* line = control->DefaultProperties(); line != nullptr) {
         SendMessageA(window, CWM_LOAD, LOAD_FROM_DIALOG, reinterpret_cast<LPARAM>(line));
         control->flags = static_cast<WORD>(control->flags & ~FLAG_CHANGED); // new, not changed
@@ -287,7 +303,7 @@ LRESULT CALLBACK CommonProc(HWND window, UINT message, WPARAM wParam, LPARAM lPa
         return control->OnTimer(wParam, lParam);
     case WM_DESTROY: {
         const LRESULT result = DefaultProc(controlClass, window, message, wParam, lParam);
-        Destroy(control);
+        Destroy(*control);
         return result;
     }
     case WM_WINDOWPOSCHANGED:

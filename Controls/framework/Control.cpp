@@ -31,9 +31,6 @@ LRESULT CONTROLPROPERTIES::OnLoad(WPARAM loadMode, LPARAM lParam) {
         a_NotifyEdit(EDIT_CHANGING, this);
     }
     const int taken = table[row].handler(&record, this);
-    if (!a_IsAlive(this)) { // a value that was passed on can have closed the panel
-        return taken;
-    }
     if (edited) {
         a_NotifyEdit(EDIT_CHANGED, this);
     }
@@ -145,11 +142,10 @@ LRESULT CONTROLPROPERTIES::OnGetDatatype(WPARAM, LPARAM) {
     return ControlType();
 }
 
-std::optional<int> CONTROLPROPERTIES::Ask(REQUESTLIST& list, int datatype, void* data) const {
-    const HWND self = window;
+int CONTROLPROPERTIES::Ask(REQUESTLIST& list, int datatype, void* data) {
     int result = REQUEST_UNCHANGED;
     a_SendRequest(list, COMMAND_GET, datatype, data, &result);
-    return StillHas(self, this) ? std::optional(result) : std::nullopt;
+    return result;
 }
 
 void CONTROLPROPERTIES::ShowPollResult(int result) {

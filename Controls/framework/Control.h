@@ -4,6 +4,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 class CONTROLPROPERTIES;
 struct ParameterDialog;
@@ -93,8 +94,8 @@ public:
     }
     bool HasFocus() const { return (flags & FLAG_FOCUS) != 0; }
     // Asks everything in a list of this control for a value. data points to the one that is held and receives
-    // a new one. The result of the poll; nothing when the control is gone.
-    std::optional<int> Ask(REQUESTLIST& list, int datatype, void* data) const;
+    // a new one. The result of the poll.
+    static int Ask(REQUESTLIST& list, int datatype, void* data);
     // Shows by the not-equal sign what a poll found; redraws only when it changes.
     void ShowPollResult(int result);
     void ShowNotEqual(bool shown);
@@ -108,8 +109,32 @@ public:
     DWORD lastPoll = 0; // tick count in milliseconds
 
 private:
+    friend class Held;
     std::string Header() const;
     DWORD SavedStyle() const;
+
+    int holds_ = 1; // one of its window, one of each Held
+};
+
+// Keeps an object in memory after its window is gone. The class procedure holds the object of its window, so
+// whatever a message does - a request, a change of the focus, a question to the user - may end the control:
+// the code behind it still has an object, unbound, without a panel and with a window handle that is dead.
+class Held {
+public:
+    explicit Held(CONTROLPROPERTIES& control) : control_(control) { ++control.holds_; }
+    ~Held() { Release(control_); }
+    Held(const Held&) = delete;
+    Held& operator=(const Held&) = delete;
+
+    // Gives a hold up; the last one deletes.
+    static void Release(CONTROLPROPERTIES& control) {
+        if (--control.holds_ == 0) {
+            delete &control;
+        }
+    }
+
+private:
+    CONTROLPROPERTIES& control_;
 };
 
 // The object of a control's window, or null before it is made and after it is gone.
@@ -118,15 +143,14 @@ Properties* PropertiesOf(HWND window) {
     return static_cast<Properties*>(reinterpret_cast<HOSTINFO*>(GetWindowLongA(window, GWL_USERDATA)));
 }
 
-// Whether the window still has that object. Whatever sends, asks the user or moves the focus may have
-// destroyed it.
-inline bool StillHas(HWND window, const CONTROLPROPERTIES* control) {
-    return PropertiesOf<CONTROLPROPERTIES>(window) == control;
-}
-
 template <class Properties>
 CONTROLPROPERTIES* CreateProperties() {
     return new Properties;
+}
+
+// The items of a list, to be asked one by one: the list may be built anew meanwhile.
+inline std::vector<REQUESTITEM> ItemsOf(const REQUESTLIST& requests) {
+    return {requests.begin(), requests.end()};
 }
 
 // What all controls do with a message. A control's own procedure ends with it.
@@ -141,6 +165,10 @@ void PaintControl(CONTROLPROPERTIES& control);
 bool IsPanelClick(const CONTROLPROPERTIES& control, WPARAM keys);
 // Posts the message to the panel window with the cursor in that window's client coordinates.
 void ForwardToPanel(const CONTROLPROPERTIES& control, UINT message, WPARAM wParam);
+
+// While the panel is edited, keys and the wheel are the panel's: posts the message to its window as it is.
+// Whether it did.
+bool PassInput(const CONTROLPROPERTIES& control, UINT message, WPARAM wParam, LPARAM lParam);
 
 // The library itself, for resources and dialogs.
 HINSTANCE ModuleInstance();

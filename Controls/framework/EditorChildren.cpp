@@ -168,6 +168,7 @@ LRESULT CALLBACK ChildProc(HWND child, UINT message, WPARAM wParam, LPARAM lPara
     if (editor == nullptr) { // it goes, or is not there yet
         return DefSubclassProc(child, message, wParam, lParam);
     }
+    const Held held(*editor);
     return Guarded<LRESULT>(
         0, [&] { return HandleChild(*editor, child, message, wParam, lParam, isField != 0); });
 }

@@ -85,7 +85,7 @@ bool Notified(EDITORPROPERTIES& editor, const NMHDR& header) {
 void ContextMenu(EDITORPROPERTIES& editor, HWND child, LPARAM lParam) {
     POINT place{GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
     if (lParam == -1) { // by a key
-        RECT area;
+        RECT area{};
         GetWindowRect(child, &area);
         place = {area.left, area.bottom};
     }
@@ -363,7 +363,7 @@ HBRUSH EDITORPROPERTIES::LabelColours(HDC dc, HWND label) const {
         return brush;
     }
     // The sign lies behind the labels.
-    RECT area;
+    RECT area{};
     GetClientRect(label, &area);
     FillRect(dc, &area, brush);
     POINT sign = NotEqualPlace();
@@ -375,17 +375,13 @@ HBRUSH EDITORPROPERTIES::LabelColours(HDC dc, HWND label) const {
 // Menu
 
 int EDITORPROPERTIES::TrackMenu(int resource, bool canPaste, POINT place) {
-    const HWND self = window;
     const HMENU menus = LoadMenuA(ModuleInstance(), MAKEINTRESOURCEA(resource));
     EnableMenuItem(menus, IDM_PASTE_VALUE,
                    static_cast<UINT>(MF_BYCOMMAND) | (canPaste ? MF_ENABLED : MF_GRAYED));
     isTrackingMenu_ = true;
     const int command = TrackPopupMenu(GetSubMenu(menus, 0), TPM_RETURNCMD | TPM_RIGHTBUTTON, place.x,
-                                       place.y, 0, self, nullptr);
+                                       place.y, 0, window, nullptr);
     DestroyMenu(menus);
-    if (!StillHas(self, this)) {
-        return 0;
-    }
     isTrackingMenu_ = false;
     return command;
 }

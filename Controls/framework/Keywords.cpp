@@ -46,5 +46,5 @@ int LayerKeyword(VALUERECORD* record, HOSTINFO* object) {
 }
 
 int IgnoredKeyword(VALUERECORD* record, HOSTINFO*) {
-    return record->command == COMMAND_SET ? 1 : 0;
+    return TextToSet(record) ? 1 : 0;
 }

@@ -164,7 +164,7 @@ int FunctionKeyword(VALUERECORD* record, HOSTINFO* object);
 int ConnectionKeyword(VALUERECORD* record, HOSTINFO* object);
 int IntervalKeyword(VALUERECORD* record, HOSTINFO* object); // milliseconds, not negative
 int LayerKeyword(VALUERECORD* record, HOSTINFO* object);
-// Takes anything, keeps nothing and answers nothing.
+// Takes any number or text, keeps nothing and answers nothing.
 int IgnoredKeyword(VALUERECORD* record, HOSTINFO* object);
 
 // For a static_assert behind each table.

@@ -1,10 +1,12 @@
 #include "Controls/framework/ParameterDialog.h"
 
 #include "Controls/resources/resource.h"
+#include "Panelhost/Dialog.h"
 #include "Panelhost/Editing.h"
 #include "logic/Numbers.h"
 #include "logic/Text.h"
 
+#include <algorithm>
 #include <commctrl.h>
 #include <commdlg.h>
 #include <cstdio>
@@ -13,24 +15,54 @@
 
 namespace {
 
-// The dialog's memory, from WM_INITDIALOG to WM_NCDESTROY.
-struct DialogContext {
+// The dialog of one control at a time. What it does may end the control, and the dialog with it: the control
+// is held while a message is handled, and both windows are dead handles from then on.
+class ControlDialog : public Dialog {
+public:
+    ControlDialog(CONTROLPROPERTIES& control, const ParameterDialog& shape)
+        : object(&control), description(&shape) {}
+    bool Open(HWND owner) {
+        return CreateModeless(ModuleInstance(), description->resource, owner) != nullptr;
+    }
+    ~ControlDialog() override { ForgetOpen(); }
+    using Dialog::Close;
+    using Dialog::ShowAtCursor;
+
+    // Makes it the dialog of that control.
+    void SetObject(CONTROLPROPERTIES& control);
+
     CONTROLPROPERTIES* object;
     const ParameterDialog* description;
     HWND advanced = nullptr; // the generic property dialog opened from here
     bool filling = false;    // the fields are being set by the program
+
+private:
+    void OnCreate() override;
+    bool OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) override;
+    bool IsHeader(int id) const override;
+    void Ended();
+    void ForgetOpen();
+
+    // What GWL_USERDATA of the window points to.
+    struct Context {
+        HOSTINFO* object;
+        HOSTINFO* root;
+        HOSTINFO* sameObject;
+    };
+    Context context_{};
 };
 
-constexpr const char* IMAGE_FOLDER = ".\\Controls";
-constexpr COLORREF HEADER_TEXT = RGB(255, 255, 255);
-
-DialogContext& ContextOf(HWND dialog) {
-    return *reinterpret_cast<DialogContext*>(GetWindowLongA(dialog, GWL_USERDATA));
+// In the order of their opening.
+std::vector<ControlDialog*>& OpenDialogs() {
+    static std::vector<ControlDialog*> dialogs;
+    return dialogs;
 }
 
-std::string ItemText(HWND dialog, int id) {
+constexpr const char* IMAGE_FOLDER = ".\\Controls";
+
+std::string ItemText(ControlDialog& dialog, int id) {
     char text[TEXT_SIZE];
-    GetDlgItemTextA(dialog, id, text, sizeof text);
+    GetDlgItemTextA(dialog.Handle(), id, text, sizeof text);
     return text;
 }
 
@@ -65,12 +97,12 @@ std::string FieldText(CONTROLPROPERTIES& object, const DialogEdit& edit) {
                                                               : "";
 }
 
-void ShowStatus(HWND dialog, const std::string& text) {
-    SetDlgItemTextA(dialog, IDC_DIALOG_STATUS, text.c_str());
+void ShowStatus(ControlDialog& dialog, const std::string& text) {
+    SetDlgItemTextA(dialog.Handle(), IDC_DIALOG_STATUS, text.c_str());
 }
 
-bool SendLine(HWND dialog, const std::string& line) {
-    const HWND control = ContextOf(dialog).object->window;
+bool SendLine(ControlDialog& dialog, const std::string& line) {
+    const HWND control = dialog.object->window;
     if (line.size() >= TEXT_SIZE) {
         return false;
     }
@@ -92,12 +124,12 @@ std::string Objection(const DialogEdit& edit, const std::string& text) {
     }
 }
 
-void RestoreField(HWND dialog, const DialogEdit& edit) {
-    SetDlgItemTextA(dialog, edit.id, FieldText(*ContextOf(dialog).object, edit).c_str());
+void RestoreField(ControlDialog& dialog, const DialogEdit& edit) {
+    SetDlgItemTextA(dialog.Handle(), edit.id, FieldText(*dialog.object, edit).c_str());
 }
 
-void ApplyField(HWND dialog, const DialogEdit& edit) {
-    CONTROLPROPERTIES& object = *ContextOf(dialog).object;
+void ApplyField(ControlDialog& dialog, const DialogEdit& edit) {
+    CONTROLPROPERTIES& object = *dialog.object;
     const std::string typed = ItemText(dialog, edit.id);
     if (typed == FieldText(object, edit)) {
         return;
@@ -122,17 +154,17 @@ void ApplyField(HWND dialog, const DialogEdit& edit) {
     ShowStatus(dialog, objection.empty() ? "" : std::string(edit.label) + ": \"" + typed + "\" " + objection);
 }
 
-void ShowRefusal(HWND dialog, const DialogEdit& edit, const std::string& value) {
+void ShowRefusal(ControlDialog& dialog, const DialogEdit& edit, const std::string& value) {
     ShowStatus(dialog, std::string(edit.label) + ": \"" + value + "\" is not possible here");
 }
 
 // The system's choosers. Each answers with the value as property text, empty when nothing was chosen.
 
-std::string ChooseColour(HWND dialog, const std::string& current) {
+std::string ChooseColour(HWND owner, const std::string& current) {
     static COLORREF custom[16] = {};
     CHOOSECOLORA chooser{};
     chooser.lStructSize = sizeof chooser;
-    chooser.hwndOwner = dialog;
+    chooser.hwndOwner = owner;
     chooser.rgbResult = logic::ParseHex(current).value_or(0) & 0xFFFFFF;
     chooser.lpCustColors = custom;
     chooser.Flags = CC_RGBINIT | CC_FULLOPEN;
@@ -144,7 +176,7 @@ std::string ChooseColour(HWND dialog, const std::string& current) {
     return text;
 }
 
-std::string ChooseFontText(HWND dialog, const std::string& current) {
+std::string ChooseFontText(HWND owner, const std::string& current) {
     LOGFONTA font{};
     const HFONT held = a_GetFont(current.c_str());
     if (held != nullptr) {
@@ -153,7 +185,7 @@ std::string ChooseFontText(HWND dialog, const std::string& current) {
     }
     CHOOSEFONTA chooser{};
     chooser.lStructSize = sizeof chooser;
-    chooser.hwndOwner = dialog;
+    chooser.hwndOwner = owner;
     chooser.lpLogFont = &font;
     chooser.Flags =
         CF_SCREENFONTS | CF_FORCEFONTEXIST | CF_NOSCRIPTSEL | (held != nullptr ? CF_INITTOLOGFONTSTRUCT : 0);
@@ -166,18 +198,18 @@ std::string ChooseFontText(HWND dialog, const std::string& current) {
            (bold ? ",bold" : "");
 }
 
-void Choose(HWND dialog, const DialogEdit& edit) {
-    const std::string current = FieldText(*ContextOf(dialog).object, edit);
-    const std::string chosen =
-        edit.kind == FieldKind::Colour ? ChooseColour(dialog, current) : ChooseFontText(dialog, current);
-    if (!chosen.empty() && IsWindow(dialog) &&
+void Choose(ControlDialog& dialog, const DialogEdit& edit) {
+    const std::string current = FieldText(*dialog.object, edit);
+    const std::string chosen = edit.kind == FieldKind::Colour ? ChooseColour(dialog.Handle(), current)
+                                                              : ChooseFontText(dialog.Handle(), current);
+    if (!chosen.empty() && dialog.Handle() != nullptr &&
         !SendLine(dialog, std::string("*") + edit.keyword + "=" + chosen)) {
         ShowRefusal(dialog, edit, chosen);
     }
 }
 
-const DialogEdit* FindEdit(HWND dialog, int id) {
-    for (const DialogEdit& edit : ContextOf(dialog).description->edits) {
+const DialogEdit* FindEdit(ControlDialog& dialog, int id) {
+    for (const DialogEdit& edit : dialog.description->edits) {
         if (edit.id == id) {
             return &edit;
         }
@@ -187,8 +219,8 @@ const DialogEdit* FindEdit(HWND dialog, int id) {
 
 // The lists of bindings
 
-void InitializeList(HWND dialog, int id, const char* title) {
-    const HWND list = GetDlgItem(dialog, id);
+void InitializeList(ControlDialog& dialog, int id, const char* title) {
+    const HWND list = dialog.Item(id);
     SendMessageA(list, LVM_SETBKCOLOR, 0, FIELD_COLOUR);
     SendMessageA(list, LVM_SETTEXTBKCOLOR, 0, FIELD_COLOUR);
     SendMessageA(list, LVM_SETEXTENDEDLISTVIEWSTYLE, 0, LVS_EX_FULLROWSELECT | LVS_EX_INFOTIP);
@@ -201,8 +233,8 @@ void InitializeList(HWND dialog, int id, const char* title) {
     SendMessageA(list, LVM_INSERTCOLUMNA, 0, reinterpret_cast<LPARAM>(&column));
 }
 
-void FillList(HWND dialog, int id, const BINDINGLIST& bindings) {
-    const HWND list = GetDlgItem(dialog, id);
+void FillList(ControlDialog& dialog, int id, const BINDINGLIST& bindings) {
+    const HWND list = dialog.Item(id);
     SendMessageA(list, LVM_DELETEALLITEMS, 0, 0);
     int row = 0;
     for (const std::string& address : bindings) {
@@ -214,12 +246,12 @@ void FillList(HWND dialog, int id, const BINDINGLIST& bindings) {
     }
 }
 
-void DeleteEntries(HWND dialog, int id, bool all) {
+void DeleteEntries(ControlDialog& dialog, int id, bool all) {
     const bool isFunctions = id == IDC_FUNCTION_LIST;
-    const CONTROLPROPERTIES& object = *ContextOf(dialog).object;
+    const CONTROLPROPERTIES& object = *dialog.object;
     BINDINGLIST bindings = isFunctions ? object.functions : object.connections;
     const auto selected = static_cast<int>(
-        SendDlgItemMessageA(dialog, id, LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED));
+        SendDlgItemMessageA(dialog.Handle(), id, LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED));
     if (all) {
         bindings.clear();
     } else if (selected >= 0 && static_cast<std::size_t>(selected) < bindings.size()) {
@@ -228,12 +260,12 @@ void DeleteEntries(HWND dialog, int id, bool all) {
     SendLine(dialog, (isFunctions ? "*function=" : "*connection=") + a_BuildString(bindings));
 }
 
-void ShowListMenu(HWND dialog, int id) {
+void ShowListMenu(ControlDialog& dialog, int id) {
     const HMENU menus = LoadMenuA(ModuleInstance(), MAKEINTRESOURCEA(IDR_LIST_MENU));
     POINT cursor;
     GetCursorPos(&cursor);
     const int command = TrackPopupMenu(GetSubMenu(menus, 0), TPM_RETURNCMD | TPM_RIGHTBUTTON, cursor.x,
-                                       cursor.y, 0, dialog, nullptr);
+                                       cursor.y, 0, dialog.Handle(), nullptr);
     DestroyMenu(menus);
     if (command == IDM_DELETE_ENTRY || command == IDM_DELETE_ALL) {
         DeleteEntries(dialog, id, command == IDM_DELETE_ALL);
@@ -248,27 +280,27 @@ void AddText(HWND combo, const char* text) {
     SendMessageA(combo, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text));
 }
 
-std::string ChosenText(HWND dialog, int id) {
+std::string ChosenText(ControlDialog& dialog, int id) {
     char text[TEXT_SIZE] = "";
-    GetDlgItemTextA(dialog, id, text, sizeof text);
+    GetDlgItemTextA(dialog.Handle(), id, text, sizeof text);
     return text;
 }
 
-void FillTemplateObjects(HWND dialog) {
-    const HWND combo = GetDlgItem(dialog, IDC_TEMPLATE_OBJECT);
+void FillTemplateObjects(ControlDialog& dialog) {
+    const HWND combo = dialog.Item(IDC_TEMPLATE_OBJECT);
     SendMessageA(combo, CB_RESETCONTENT, 0, 0);
     AddText(combo, CONNECTIONS_ENTRY);
-    for (const HOSTINFO* object : a_ListHostinfos(a_FindRootHostinfo(ContextOf(dialog).object->parent))) {
+    for (const HOSTINFO* object : a_ListHostinfos(a_FindRootHostinfo(dialog.object->parent))) {
         if (object->kind == KIND_CONTROL) {
             AddText(combo, object->name.c_str());
         }
     }
 }
 
-void FillTemplateKeywords(HWND dialog, const std::string& objectName) {
-    const HWND combo = GetDlgItem(dialog, IDC_TEMPLATE_KEYWORD);
+void FillTemplateKeywords(ControlDialog& dialog, const std::string& objectName) {
+    const HWND combo = dialog.Item(IDC_TEMPLATE_KEYWORD);
     SendMessageA(combo, CB_RESETCONTENT, 0, 0);
-    CONTROLPROPERTIES& own = *ContextOf(dialog).object;
+    CONTROLPROPERTIES& own = *dialog.object;
     HOSTINFO* object = a_FindHostinfo(a_FindRootHostinfo(own.parent), objectName.c_str());
     const KEYWORDROW* table = (object == nullptr ? &own : object)->GetHostinfoTable();
     for (const KEYWORDROW* row = table; row != nullptr && row->keyword != nullptr; ++row) {
@@ -276,11 +308,11 @@ void FillTemplateKeywords(HWND dialog, const std::string& objectName) {
     }
 }
 
-void InsertTemplate(HWND dialog) {
+void InsertTemplate(ControlDialog& dialog) {
     const std::string object = ChosenText(dialog, IDC_TEMPLATE_OBJECT);
     const std::string keyword = ChosenText(dialog, IDC_TEMPLATE_KEYWORD);
     const std::string text = (object == CONNECTIONS_ENTRY ? "" : object) + "*" + keyword + "=";
-    const HWND edit = GetDlgItem(dialog, ContextOf(dialog).description->templateEdit);
+    const HWND edit = dialog.Item(dialog.description->templateEdit);
     SetWindowTextA(edit, text.c_str());
     SendMessageA(edit, EM_SETMODIFY, TRUE, 0);
     SetFocus(edit);
@@ -288,7 +320,7 @@ void InsertTemplate(HWND dialog) {
                  static_cast<LPARAM>(text.size())); // the value is typed behind it
 }
 
-void HandleTemplateCommand(HWND dialog, int id, WORD code) {
+void HandleTemplateCommand(ControlDialog& dialog, int id, WORD code) {
     if (id == IDC_TEMPLATE_INSERT) {
         InsertTemplate(dialog);
     } else if (id == IDC_TEMPLATE_OBJECT && code == CBN_DROPDOWN) {
@@ -305,9 +337,8 @@ const ParameterDialog* DialogOf(HOSTINFO* object) {
     return control == nullptr ? nullptr : control->controlClass->implementation->dialog;
 }
 
-void FillSelector(HWND dialog) {
-    const DialogContext& context = ContextOf(dialog);
-    const HWND selector = GetDlgItem(dialog, IDC_OBJECT_SELECTOR);
+void FillSelector(ControlDialog& dialog) {
+    const HWND selector = dialog.Item(IDC_OBJECT_SELECTOR);
     SendMessageA(selector, CB_RESETCONTENT, 0, 0);
     const auto add = [&](HOSTINFO* object) {
         const auto place =
@@ -316,18 +347,18 @@ void FillSelector(HWND dialog) {
                      reinterpret_cast<LPARAM>(object->window));
     };
     bool listed = false;
-    for (HOSTINFO* object : a_ListHostinfos(a_FindRootHostinfo(context.object->parent))) {
+    for (HOSTINFO* object : a_ListHostinfos(a_FindRootHostinfo(dialog.object->parent))) {
         if (DialogOf(object) != nullptr) {
             add(object);
-            listed = listed || object == context.object;
+            listed = listed || object == dialog.object;
         }
     }
     if (!listed) { // a control without a panel
-        add(context.object);
+        add(dialog.object);
     }
     SendMessageA(selector, CB_SETCURSEL,
                  static_cast<WPARAM>(SendMessageA(selector, CB_FINDSTRINGEXACT, static_cast<WPARAM>(-1),
-                                                  reinterpret_cast<LPARAM>(context.object->name.c_str()))),
+                                                  reinterpret_cast<LPARAM>(dialog.object->name.c_str()))),
                  0);
 }
 
@@ -338,56 +369,61 @@ void TellRoot(const CONTROLPROPERTIES& object, const std::string& name) {
     }
 }
 
-void Refill(HWND dialog) {
-    DialogContext& context = ContextOf(dialog);
-    CONTROLPROPERTIES& object = *context.object;
-    context.filling = true;
-    for (const DialogEdit& edit : context.description->edits) {
+// The control whose dialog the root names as the open one.
+std::string NamedAtRoot(const HOSTINFO& root) {
+    char name[TEXT_SIZE] = "";
+    VALUERECORD record{COMMAND_GET, 0, DATATYPE_TEXT, 0, name, "parameterdlg", 0};
+    SendMessageA(root.window, CWM_MESSAGE, 0, reinterpret_cast<LPARAM>(&record));
+    return name;
+}
+
+void Refill(ControlDialog& dialog) {
+    CONTROLPROPERTIES& object = *dialog.object;
+    dialog.filling = true;
+    for (const DialogEdit& edit : dialog.description->edits) {
         // What is being typed is the user's until it is applied.
-        if (GetFocus() != GetDlgItem(dialog, edit.id) ||
-            SendDlgItemMessageA(dialog, edit.id, EM_GETMODIFY, 0, 0) == 0) {
+        if (GetFocus() != dialog.Item(edit.id) ||
+            SendDlgItemMessageA(dialog.Handle(), edit.id, EM_GETMODIFY, 0, 0) == 0) {
             RestoreField(dialog, edit);
         }
     }
-    for (const DialogOption& option : context.description->options) {
-        CheckDlgButton(dialog, option.id,
+    for (const DialogOption& option : dialog.description->options) {
+        CheckDlgButton(dialog.Handle(), option.id,
                        KeywordText(object, option.keyword) == option.value ? BST_CHECKED : BST_UNCHECKED);
     }
-    for (const DialogChoice& choice : context.description->choices) {
-        SendDlgItemMessageA(dialog, choice.id, CB_SELECTSTRING, static_cast<WPARAM>(-1),
+    for (const DialogChoice& choice : dialog.description->choices) {
+        SendDlgItemMessageA(dialog.Handle(), choice.id, CB_SELECTSTRING, static_cast<WPARAM>(-1),
                             reinterpret_cast<LPARAM>(KeywordText(object, choice.keyword).c_str()));
     }
-    for (const DialogPreview& preview : context.description->previews) {
-        SetDlgItemTextA(dialog, preview.id, preview.shown(KeywordText(object, preview.keyword)).c_str());
+    for (const DialogPreview& preview : dialog.description->previews) {
+        SetDlgItemTextA(dialog.Handle(), preview.id,
+                        preview.shown(KeywordText(object, preview.keyword)).c_str());
     }
-    if (context.description->bitmapPrefix != nullptr) {
+    if (dialog.description->bitmapPrefix != nullptr) {
         const std::string name = KeywordText(object, "bitmap");
-        SetDlgItemTextA(dialog, IDC_BITMAP_NAME, name.empty() ? "-" : name.c_str());
+        SetDlgItemTextA(dialog.Handle(), IDC_BITMAP_NAME, name.empty() ? "-" : name.c_str());
     }
     FillList(dialog, IDC_FUNCTION_LIST, object.functions);
     FillList(dialog, IDC_CONNECTION_LIST, object.connections);
-    context.filling = false;
+    dialog.filling = false;
 }
 
-void Attach(HWND dialog, CONTROLPROPERTIES* object) {
-    DialogContext& context = ContextOf(dialog);
-    if (object != context.object && object->controlClass->implementation->dialog != context.description) {
+void Attach(ControlDialog& dialog, CONTROLPROPERTIES* object) {
+    if (object != dialog.object && object->controlClass->implementation->dialog != dialog.description) {
         return; // of another shape
     }
-    context.object = object;
-    object->dialog = dialog;
+    dialog.SetObject(*object);
     Refill(dialog);
-    if (context.advanced != nullptr && IsWindow(context.advanced)) {
-        PostMessageA(context.advanced, CWM_ATTACHDIALOG, 0,
+    if (dialog.advanced != nullptr && IsWindow(dialog.advanced)) {
+        PostMessageA(dialog.advanced, CWM_ATTACHDIALOG, 0,
                      reinterpret_cast<LPARAM>(static_cast<HOSTINFO*>(object)));
     }
 }
 
 // Makes the dialog that of another control, or opens the one of its class in this one's place.
-void SwitchTo(HWND dialog, HWND window) {
-    DialogContext& context = ContextOf(dialog);
+void SwitchTo(ControlDialog& dialog, HWND window) {
     auto* chosen = dynamic_cast<CONTROLPROPERTIES*>(a_FromWindow(window));
-    if (chosen == nullptr || chosen == context.object) {
+    if (chosen == nullptr || chosen == dialog.object) {
         return;
     }
     if (chosen->dialog != nullptr && IsWindow(chosen->dialog)) {
@@ -395,11 +431,11 @@ void SwitchTo(HWND dialog, HWND window) {
         FillSelector(dialog);
         return;
     }
-    if (chosen->controlClass->implementation->dialog == context.description) {
-        context.object->dialog = nullptr;
-        if (context.advanced != nullptr) {
-            DestroyWindow(context.advanced);
-            context.advanced = nullptr;
+    if (chosen->controlClass->implementation->dialog == dialog.description) {
+        dialog.object->dialog = nullptr;
+        if (dialog.advanced != nullptr) {
+            DestroyWindow(dialog.advanced);
+            dialog.advanced = nullptr;
         }
         ShowStatus(dialog, "");
         Attach(dialog, chosen);
@@ -407,46 +443,44 @@ void SwitchTo(HWND dialog, HWND window) {
         return;
     }
     RECT place;
-    GetWindowRect(dialog, &place);
+    GetWindowRect(dialog.Handle(), &place);
     const HWND other = OpenParameterDialog(*chosen);
     if (other != nullptr) {
         SetWindowPos(other, nullptr, place.left, place.top, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
-        DestroyWindow(dialog);
+        dialog.Close();
     }
 }
 
-void DeleteControl(HWND dialog) {
-    CONTROLPROPERTIES* object = ContextOf(dialog).object;
+void DeleteControl(ControlDialog& dialog) {
+    CONTROLPROPERTIES* object = dialog.object;
     const std::string question = "Delete \"" + object->name + "\"?";
     const HWND control = object->window;
-    if (MessageBoxA(dialog, question.c_str(), "Delete", MB_YESNO | MB_ICONQUESTION | MB_DEFBUTTON2) ==
-            IDYES &&
+    if (MessageBoxA(dialog.Handle(), question.c_str(), "Delete",
+                    MB_YESNO | MB_ICONQUESTION | MB_DEFBUTTON2) == IDYES &&
         a_FromWindow(control) == object) { // both may have gone while the question stood
         a_DeleteObject(object);
     }
 }
 
-void ChooseBitmap(HWND dialog) {
+void ChooseBitmap(ControlDialog& dialog) {
     char name[MAX_PATH];
-    if (a_PopupBitmapView(dialog, IMAGE_FOLDER, ContextOf(dialog).description->bitmapPrefix, name) != 0 &&
-        IsWindow(dialog) && !SendLine(dialog, std::string("*bitmap=") + name)) {
+    if (a_PopupBitmapView(dialog.Handle(), IMAGE_FOLDER, dialog.description->bitmapPrefix, name) != 0 &&
+        dialog.Handle() != nullptr && !SendLine(dialog, std::string("*bitmap=") + name)) {
         ShowStatus(dialog, std::string("Bitmap: \"") + name + "\" is not possible here");
     }
 }
 
-void OpenAdvanced(HWND dialog) {
-    DialogContext& context = ContextOf(dialog);
-    if (context.advanced != nullptr && IsWindow(context.advanced)) {
-        SetActiveWindow(context.advanced);
+void OpenAdvanced(ControlDialog& dialog) {
+    if (dialog.advanced != nullptr && IsWindow(dialog.advanced)) {
+        SetActiveWindow(dialog.advanced);
         return;
     }
-    context.advanced = a_PropertyDlg(1, context.object->window, context.object);
+    dialog.advanced = a_PropertyDlg(1, dialog.object->window, dialog.object);
 }
 
-void HandleCommand(HWND dialog, int id, WORD code) {
-    const DialogContext& context = ContextOf(dialog);
+void HandleCommand(ControlDialog& dialog, int id, WORD code) {
     if (const DialogEdit* edit = FindEdit(dialog, id); edit != nullptr) {
-        if (code == EDIT_ENTER || (code == EN_KILLFOCUS && !context.filling)) {
+        if (code == EDIT_ENTER || (code == EDIT_LEFT && !dialog.filling)) {
             ApplyField(dialog, *edit);
         } else if (code == EDIT_ESCAPE) {
             RestoreField(dialog, *edit);
@@ -454,24 +488,24 @@ void HandleCommand(HWND dialog, int id, WORD code) {
         }
         return;
     }
-    for (const DialogEdit& edit : context.description->edits) {
+    for (const DialogEdit& edit : dialog.description->edits) {
         if (edit.chooser == id && id != 0) {
             Choose(dialog, edit);
             return;
         }
     }
-    for (const DialogOption& option : context.description->options) {
+    for (const DialogOption& option : dialog.description->options) {
         if (option.id == id && code == BN_CLICKED &&
-            KeywordText(*context.object, option.keyword) != option.value) {
+            KeywordText(*dialog.object, option.keyword) != option.value) {
             SendLine(dialog, std::string("*") + option.keyword + "=" + option.value);
             return;
         }
     }
-    for (const DialogChoice& choice : context.description->choices) {
+    for (const DialogChoice& choice : dialog.description->choices) {
         if (choice.id == id && code == CBN_SELCHANGE) {
             char text[64] = "";
-            const auto place = SendDlgItemMessageA(dialog, id, CB_GETCURSEL, 0, 0);
-            SendDlgItemMessageA(dialog, id, CB_GETLBTEXT, static_cast<WPARAM>(place),
+            const auto place = SendDlgItemMessageA(dialog.Handle(), id, CB_GETCURSEL, 0, 0);
+            SendDlgItemMessageA(dialog.Handle(), id, CB_GETLBTEXT, static_cast<WPARAM>(place),
                                 reinterpret_cast<LPARAM>(text));
             SendLine(dialog, std::string("*") + choice.keyword + "=" + text);
             return;
@@ -482,8 +516,8 @@ void HandleCommand(HWND dialog, int id, WORD code) {
         if (code == CBN_DROPDOWN) {
             FillSelector(dialog); // controls may have come and gone
         } else if (code == CBN_SELCHANGE) {
-            const auto place = SendDlgItemMessageA(dialog, id, CB_GETCURSEL, 0, 0);
-            SwitchTo(dialog, reinterpret_cast<HWND>(SendDlgItemMessageA(dialog, id, CB_GETITEMDATA,
+            const auto place = SendDlgItemMessageA(dialog.Handle(), id, CB_GETCURSEL, 0, 0);
+            SwitchTo(dialog, reinterpret_cast<HWND>(SendDlgItemMessageA(dialog.Handle(), id, CB_GETITEMDATA,
                                                                         static_cast<WPARAM>(place), 0)));
         }
         break;
@@ -491,10 +525,10 @@ void HandleCommand(HWND dialog, int id, WORD code) {
         DeleteControl(dialog);
         break;
     case IDC_MODIFY_CONNECTIONS:
-        a_ConnectionDlg(1, context.object->window, context.object);
+        a_ConnectionDlg(1, dialog.object->window, dialog.object);
         break;
     case IDC_CHOOSE_BITMAP:
-        if (context.description->bitmapPrefix != nullptr) {
+        if (dialog.description->bitmapPrefix != nullptr) {
             ChooseBitmap(dialog);
         }
         break;
@@ -509,122 +543,109 @@ void HandleCommand(HWND dialog, int id, WORD code) {
     case IDOK:
     case IDCANCEL:
     case IDC_CLOSE_DIALOG:
-        DestroyWindow(dialog);
+        dialog.Close();
         break;
     default:
         break;
     }
 }
 
-// The colours of all parameter dialogs.
-HBRUSH ControlColour(UINT message, HDC dc, HWND control) {
-    if (message == WM_CTLCOLORDLG) {
-        return a_GetObject(BRUSH_DIALOG);
-    }
-    if (message != WM_CTLCOLORSTATIC) {
-        SetBkColor(dc, FIELD_COLOUR);
-        SetTextColor(dc, RGB(0, 0, 0));
-        return a_GetObject(BRUSH_FIELD);
-    }
-    SetBkMode(dc, TRANSPARENT);
-    switch (GetDlgCtrlID(control)) {
-    case IDC_CONNECTIONS_HEADER:
-    case IDC_PROPERTIES_HEADER:
-    case IDC_FUNCTIONS_HEADER:
-        SetTextColor(dc, HEADER_TEXT);
-        return a_GetObject(BRUSH_HEADER);
-    default:
-        SetTextColor(dc, RGB(0, 0, 0));
-        return a_GetObject(BRUSH_DIALOG);
-    }
+void ControlDialog::SetObject(CONTROLPROPERTIES& control) {
+    object = &control;
+    object->dialog = Handle();
+    context_ = {object, a_FindRootHostinfo(object->parent), object};
 }
 
-void Initialize(HWND dialog, DialogContext* context) {
-    SetWindowLongA(dialog, GWL_USERDATA, reinterpret_cast<LONG>(context));
-    InitializeList(dialog, IDC_FUNCTION_LIST, "Functions");
-    InitializeList(dialog, IDC_CONNECTION_LIST, "Connections");
-    for (const DialogEdit& edit : context->description->edits) {
-        a_SubclassEditControl(GetDlgItem(dialog, edit.id));
-        SendDlgItemMessageA(dialog, edit.id, EM_LIMITTEXT, TEXT_SIZE - 1, 0);
+void ControlDialog::OnCreate() {
+    OpenDialogs().push_back(this);
+    SetWindowLongA(Handle(), GWL_USERDATA, reinterpret_cast<LONG>(&context_));
+    SetObject(*object);
+    InitializeList(*this, IDC_FUNCTION_LIST, "Functions");
+    InitializeList(*this, IDC_CONNECTION_LIST, "Connections");
+    for (const DialogEdit& edit : description->edits) {
+        a_SubclassEditControl(Item(edit.id));
+        SendMessageA(Item(edit.id), EM_LIMITTEXT, TEXT_SIZE - 1, 0);
     }
-    for (const DialogChoice& choice : context->description->choices) {
+    for (const DialogChoice& choice : description->choices) {
         for (const std::string& value : Parts(choice.values)) {
-            SendDlgItemMessageA(dialog, choice.id, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(value.c_str()));
+            AddText(Item(choice.id), value.c_str());
         }
     }
-    FillSelector(dialog);
-    TellRoot(*context->object, context->object->name);
+    FillSelector(*this);
+    TellRoot(*object, object->name);
+    SetFocus(GetNextDlgTabItem(Handle(), nullptr, FALSE));
 }
 
-void Close(HWND dialog) {
-    const std::unique_ptr<DialogContext> context(&ContextOf(dialog));
-    SetWindowLongA(dialog, GWL_USERDATA, 0);
-    if (context->advanced != nullptr) {
-        DestroyWindow(context->advanced);
-    }
-    if (a_IsAlive(context->object)) {
-        if (context->object->dialog == dialog) {
-            context->object->dialog = nullptr;
-        }
-        TellRoot(*context->object, "");
-    }
+void ControlDialog::ForgetOpen() {
+    std::erase(OpenDialogs(), this);
 }
 
-INT_PTR HandleMessage(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) {
-    if (message == WM_INITDIALOG) {
-        Initialize(dialog, reinterpret_cast<DialogContext*>(lParam));
-        return TRUE;
+void ControlDialog::Ended() {
+    ForgetOpen();
+    if (advanced != nullptr) {
+        DestroyWindow(advanced);
     }
-    if (GetWindowLongA(dialog, GWL_USERDATA) == 0) {
-        return FALSE;
+    if (!a_IsAlive(object)) {
+        return;
     }
+    if (object->dialog == Handle()) {
+        object->dialog = nullptr;
+    }
+    // The root names one that is still open, if there is any.
+    const HOSTINFO* root = a_FindRootHostinfo(object->parent);
+    if (root == nullptr || NamedAtRoot(*root) != object->name) {
+        return;
+    }
+    const auto& others = OpenDialogs();
+    const auto last = std::find_if(others.rbegin(), others.rend(), [root](const ControlDialog* other) {
+        return a_IsAlive(other->object) && a_FindRootHostinfo(other->object->parent) == root;
+    });
+    TellRoot(*object, last == others.rend() ? "" : (*last)->object->name);
+}
+
+bool ControlDialog::IsHeader(int id) const {
+    return id == IDC_CONNECTIONS_HEADER || id == IDC_PROPERTIES_HEADER || id == IDC_FUNCTIONS_HEADER;
+}
+
+bool ControlDialog::OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) {
+    if (message == WM_DESTROY) {
+        Ended();
+        return true;
+    }
+    if (!a_IsAlive(object)) {
+        return Dialog::OnMessage(message, wParam, lParam, result);
+    }
+    const Held held(*object);
     switch (message) {
     case CWM_ATTACHDIALOG:
         if (auto* sender = reinterpret_cast<HOSTINFO*>(lParam);
             a_IsAlive(sender)) { // it was posted: it may have gone
-            if (auto* object = dynamic_cast<CONTROLPROPERTIES*>(sender); object != nullptr) {
-                Attach(dialog, object);
+            if (auto* control = dynamic_cast<CONTROLPROPERTIES*>(sender); control != nullptr) {
+                Attach(*this, control);
             }
         }
-        return TRUE;
-    case CWM_GETCONTROLTYPE: {
-        const HOSTINFO* root = a_FindRootHostinfo(ContextOf(dialog).object->parent);
-        SetWindowLongA(dialog, DWL_MSGRESULT,
-                       root == nullptr ? 0 : SendMessageA(root->window, CWM_GETCONTROLTYPE, 0, 0));
-        return TRUE;
-    }
+        return true;
+    case CWM_GETCONTROLTYPE:
+        if (const HOSTINFO* root = a_FindRootHostinfo(object->parent); root != nullptr) {
+            result = SendMessageA(root->window, CWM_GETCONTROLTYPE, 0, 0);
+        }
+        return true;
     case WM_COMMAND:
-        HandleCommand(dialog, LOWORD(wParam), HIWORD(wParam));
-        return TRUE;
+        HandleCommand(*this, LOWORD(wParam), HIWORD(wParam));
+        return true;
     case WM_NOTIFY: {
         const auto& note = *reinterpret_cast<const NMHDR*>(lParam);
         if (note.code == static_cast<UINT>(NM_RCLICK) &&
             (note.idFrom == IDC_FUNCTION_LIST || note.idFrom == IDC_CONNECTION_LIST)) {
-            ShowListMenu(dialog, static_cast<int>(note.idFrom));
+            ShowListMenu(*this, static_cast<int>(note.idFrom));
         }
-        return FALSE;
+        return false;
     }
-    case WM_CTLCOLOREDIT:
     case WM_CTLCOLORLISTBOX:
     case WM_CTLCOLORBTN:
-    case WM_CTLCOLORDLG:
-    case WM_CTLCOLORSTATIC:
-        return reinterpret_cast<INT_PTR>(
-            ControlColour(message, reinterpret_cast<HDC>(wParam), reinterpret_cast<HWND>(lParam)));
-    case WM_DESTROY:
-        Close(dialog);
-        return TRUE;
+        return Dialog::OnMessage(WM_CTLCOLOREDIT, wParam, lParam, result);
     default:
-        return FALSE;
-    }
-}
-
-INT_PTR CALLBACK DialogProc(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
-    try {
-        return HandleMessage(dialog, message, wParam, lParam);
-    } catch (const std::exception& failure) {
-        TRACE("Parameter dialog: message %x failed: %s\n", message, failure.what());
-        return FALSE;
+        return Dialog::OnMessage(message, wParam, lParam, result);
     }
 }
 
@@ -639,19 +660,12 @@ HWND OpenParameterDialog(CONTROLPROPERTIES& control) {
         return nullptr;
     }
     const HOSTINFO* root = a_FindRootHostinfo(control.parent);
-    auto context = std::make_unique<DialogContext>(DialogContext{&control, description});
-    const HWND dialog = CreateDialogParamA(ModuleInstance(), MAKEINTRESOURCEA(description->resource),
-                                           root == nullptr ? nullptr : root->window, DialogProc,
-                                           reinterpret_cast<LPARAM>(context.get()));
-    control.dialog = dialog;
-    if (dialog == nullptr) {
+    const auto dialog = std::make_shared<ControlDialog>(control, *description);
+    if (!dialog->Open(root == nullptr ? nullptr : root->window)) {
         return nullptr;
     }
-    context.release(); // the dialog frees it
-    POINT cursor;
-    GetCursorPos(&cursor);
-    SetWindowPos(dialog, nullptr, cursor.x, cursor.y, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_SHOWWINDOW);
-    SendMessageA(dialog, DM_REPOSITION, 0, 0); // wholly on the screen
-    SendMessageA(dialog, CWM_ATTACHDIALOG, 0, reinterpret_cast<LPARAM>(static_cast<HOSTINFO*>(&control)));
-    return dialog;
+    dialog->ShowAtCursor();
+    SendMessageA(dialog->Handle(), CWM_ATTACHDIALOG, 0,
+                 reinterpret_cast<LPARAM>(static_cast<HOSTINFO*>(&control)));
+    return dialog->Handle();
 }

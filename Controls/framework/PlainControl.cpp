@@ -22,9 +22,9 @@ public:
 
 private:
     template <class Number>
-    std::optional<int> PollInto(Number& member, int datatype) {
+    int PollInto(Number& member, int datatype) {
         Number polled = member;
-        const auto result = Ask(requests, datatype, &polled);
+        const int result = Ask(requests, datatype, &polled);
         if (result == REQUEST_DELIVERED) {
             member = polled;
         }
@@ -94,7 +94,7 @@ const KEYWORDROW* PLAINPROPERTIES::GetHostinfoTable() {
 }
 
 void PLAINPROPERTIES::Poll() {
-    std::optional<int> result;
+    int result = REQUEST_UNCHANGED;
     switch (controlClass->controlType) {
     case DATATYPE_INTEGER:
         result = PollInto(integer, DATATYPE_INTEGER);
@@ -111,13 +111,10 @@ void PLAINPROPERTIES::Poll() {
         }
     }
     }
-    if (!result) {
-        return;
-    }
-    if (*result == REQUEST_DELIVERED) {
+    if (result == REQUEST_DELIVERED) {
         Redraw();
     }
-    ShowPollResult(*result);
+    ShowPollResult(result);
 }
 
 // A plate with the name, so that it is seen where the control stands; readable on any background.

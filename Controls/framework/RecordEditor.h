@@ -38,7 +38,6 @@ public:
     void BindingsChanged() override { parts.front().isKnown = false; }
 
     void PollRecord() final {
-        const HWND self = window;
         Record next = value;
         int worst = REQUEST_UNCHANGED;
         bool isNew = false;
@@ -46,9 +45,6 @@ public:
             Record polled = next;
             int result = REQUEST_UNCHANGED;
             a_SendRequest(*part.asked, COMMAND_GET, part.datatype, part.of(polled), &result);
-            if (!StillHas(self, this)) {
-                return;
-            }
             if (result == REQUEST_DELIVERED && !IsKnown(polled)) {
                 result = REQUEST_DISAGREE; // of another kind of device: what is shown stays
             }
@@ -130,13 +126,12 @@ public:
     virtual bool IsSending() const { return parent != nullptr; } // now
     virtual void PartSent() {} // after each part, for those who are told of all of them
 
-    // Before the record is changed in part: what is bound may hold another one. False when the control is
-    // gone.
+    // Before the record is changed in part: what is bound may hold another one. False when the control has
+    // ended meanwhile: nobody holds the record that was edited any more.
     bool Learn() {
         if (parent == nullptr) {
             return true;
         }
-        const HWND self = window;
         for (RecordPart<Record>& part : parts) {
             if (part.isKnown) {
                 continue;
@@ -144,7 +139,7 @@ public:
             Record held = value;
             const bool isAnswered =
                 part.asked->empty() || AskForValue(*part.asked, part.datatype, part.of(held));
-            if (!StillHas(self, this)) {
+            if (parent == nullptr) {
                 return false;
             }
             part.isKnown = isAnswered && IsKnown(held);
@@ -170,18 +165,14 @@ public:
         if (!IsSending() || !(part.isKnown || part.IsOneNumber())) {
             return;
         }
-        const HWND self = window;
         Record sent = value;
         a_SendRequest(*part.told, COMMAND_SET, part.datatype, part.of(sent), nullptr);
-        if (StillHas(self, this)) {
-            PartSent();
-        }
+        PartSent();
     }
 
     void SendAll() {
-        const HWND self = window;
-        for (std::size_t index = 0; StillHas(self, this) && index < parts.size(); ++index) {
-            Send(parts[index]);
+        for (const RecordPart<Record>& part : parts) {
+            Send(part);
         }
     }
 

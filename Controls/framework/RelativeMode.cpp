@@ -9,16 +9,14 @@ void RelativeMode::Rebuild(const CONTROLPROPERTIES& control, float value) {
         return;
     }
     loadedAhead_ = false;
-    offsets.clear();
-    if (relative == 0) {
-        return;
-    }
-    for (const REQUESTITEM& item : control.requests) {
+    std::vector<float> fresh; // what is asked may rebuild them
+    for (const REQUESTITEM& item : relative != 0 ? ItemsOf(control.requests) : std::vector<REQUESTITEM>()) {
         float held = 0;
         const bool answered =
             item.target != nullptr && a_SendToItem(item, COMMAND_GET, DATATYPE_FLOAT, &held) >= 0;
-        offsets.push_back(answered ? held - value : 0);
+        fresh.push_back(answered ? held - value : 0);
     }
+    offsets.swap(fresh);
 }
 
 void RelativeMode::Load(const std::string& text, const CONTROLPROPERTIES& control) {
@@ -32,8 +30,7 @@ int SendByMode(const RelativeMode& mode, CONTROLPROPERTIES& control, float curre
     if (mode.relative == 0) {
         return a_SendRequest(control.requests, command, datatype, data, result);
     }
-    const std::vector<REQUESTITEM> items(control.requests.begin(),
-                                         control.requests.end()); // it may change meanwhile
+    const std::vector<REQUESTITEM> items = ItemsOf(control.requests);
     const std::vector<float> offsets = mode.offsets;
     for (std::size_t i = 0; i < items.size(); ++i) {
         if (items[i].target == nullptr) {

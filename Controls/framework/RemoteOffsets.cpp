@@ -6,11 +6,6 @@
 
 namespace {
 
-// The list may change while requests are sent.
-std::vector<REQUESTITEM> ItemsOf(const REQUESTLIST& requests) {
-    return {requests.begin(), requests.end()};
-}
-
 bool Ask(const REQUESTITEM& item, float& remote) {
     float answer = remote;
     if (a_SendToItem(item, COMMAND_GET, DATATYPE_FLOAT, &answer) <= 0 || !std::isfinite(answer)) {
@@ -23,33 +18,25 @@ bool Ask(const REQUESTITEM& item, float& remote) {
 } // namespace
 
 void RemoteOffsets::Rebuild(bool on, const CONTROLPROPERTIES& owner, float value) {
-    const HWND self = owner.window;
-    records.clear();
-    if (!on) {
-        return;
-    }
-    for (const REQUESTITEM& item : ItemsOf(owner.requests)) {
+    std::vector<logic::OffsetRecord> fresh; // what is asked may rebuild them
+    for (const REQUESTITEM& item : on ? ItemsOf(owner.requests) : std::vector<REQUESTITEM>()) {
         // What is not there yet keeps its place, and goes along unshifted when it comes.
         const bool exists = item.target != nullptr || item.handler != nullptr;
         float remote = 0;
         Ask(item, remote);
-        if (!StillHas(self, &owner)) {
-            return;
-        }
-        logic::AppendOffset(records, {exists ? remote - value : 0.0F, remote, 0.0F});
+        logic::AppendOffset(fresh, {exists ? remote - value : 0.0F, remote, 0.0F});
     }
+    records.swap(fresh);
 }
 
 void RemoteOffsets::Send(const CONTROLPROPERTIES& owner, float value, int command) {
-    const HWND self = owner.window;
     const std::vector<REQUESTITEM> items = ItemsOf(owner.requests);
-    const std::vector<logic::OffsetRecord> known = records; // what a connection does may end this object
+    const std::vector<logic::OffsetRecord> known = records; // what a connection does may rebuild them
     for (std::size_t i = 0; i < items.size(); ++i) {
         float remote = value + (i < known.size() ? known[i].offset : 0.0F);
         if (command == COMMAND_SET) {
             a_SendToItem(items[i], COMMAND_SET, DATATYPE_FLOAT, &remote);
-        } else if (Ask(items[i], remote) && StillHas(self, &owner) && i < records.size() &&
-                   remote != records[i].lastRemote) {
+        } else if (Ask(items[i], remote) && i < records.size() && remote != records[i].lastRemote) {
             records[i].lastRemote = remote;
             records[i].offset = remote - value;
         }
@@ -57,11 +44,10 @@ void RemoteOffsets::Send(const CONTROLPROPERTIES& owner, float value, int comman
 }
 
 void RemoteOffsets::See(const CONTROLPROPERTIES& owner) {
-    const HWND self = owner.window;
     const std::vector<REQUESTITEM> items = ItemsOf(owner.requests);
-    for (std::size_t i = 0; StillHas(self, &owner) && i < items.size() && i < records.size(); ++i) {
+    for (std::size_t i = 0; i < items.size() && i < records.size(); ++i) {
         float remote = records[i].lastRemote;
-        if (Ask(items[i], remote) && StillHas(self, &owner) && i < records.size()) {
+        if (Ask(items[i], remote) && i < records.size()) {
             records[i].lastRemote = remote;
         }
     }

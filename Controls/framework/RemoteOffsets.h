@@ -6,8 +6,7 @@
 #include <vector>
 
 // Relative mode of the fader: every connection has its own offset from the fader's value, and gets another
-// one when somebody else moves it. The owner is the fader that holds this. What it asks may end it: then
-// nothing more happens here.
+// one when somebody else moves it. The owner is the fader that holds this.
 struct RemoteOffsets {
     std::vector<logic::OffsetRecord> records; // one for each item of the request list, in its order
 

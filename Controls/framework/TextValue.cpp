@@ -76,12 +76,12 @@ void TEXTPROPERTIES::Send() {
     }
 }
 
-// Each asks with what is held and takes a new value. Nothing when the object is gone.
+// Each asks with what is held and takes a new value.
 
-std::optional<int> TEXTPROPERTIES::PollText() {
+int TEXTPROPERTIES::PollText() {
     char text[TEXT_SIZE];
     std::snprintf(text, sizeof text, "%s", shown.Text().c_str());
-    const auto result = Ask(requests, DATATYPE_TEXT, text);
+    const int result = Ask(requests, DATATYPE_TEXT, text);
     if (result == REQUEST_DELIVERED && shown.Take(text)) {
         TextChanged();
     }
@@ -91,29 +91,29 @@ std::optional<int> TEXTPROPERTIES::PollText() {
 namespace {
 
 // A number that is not held yet is asked for with 0.
-bool IsKnown(const std::optional<int>& result) {
+bool IsKnown(int result) {
     return result == REQUEST_DELIVERED || result == REQUEST_UNCHANGED;
 }
 
 } // namespace
 
-std::optional<int> TEXTPROPERTIES::PollInteger() {
+int TEXTPROPERTIES::PollInteger() {
     int number = shown.Integer();
-    const auto result = Ask(requests, DATATYPE_INTEGER, &number);
+    const int result = Ask(requests, DATATYPE_INTEGER, &number);
     if (IsKnown(result) && shown.Take(number)) {
         TextChanged();
     }
     return result;
 }
 
-std::optional<int> TEXTPROPERTIES::PollNumber() {
+int TEXTPROPERTIES::PollNumber() {
     const bool isInteger = shown.Type() == logic::ValueType::Integer;
     if (isInteger && std::fabs(shown.Float()) >= EXACT_INTEGERS) {
         return PollInteger();
     }
     float number =
         shown.Float(); // also for a whole number: asked for one, a target would cut the fraction off
-    const auto result = Ask(requests, DATATYPE_FLOAT, &number);
+    const int result = Ask(requests, DATATYPE_FLOAT, &number);
     if (!IsKnown(result)) {
         return result;
     }
@@ -132,10 +132,7 @@ void TEXTPROPERTIES::Poll() {
         ShowPollResult(REQUEST_UNCHANGED); // it may have been bound before
         return;
     }
-    const auto result = shown.Type() == logic::ValueType::Text ? PollText() : PollNumber();
-    if (result) {
-        ShowPollResult(*result);
-    }
+    ShowPollResult(shown.Type() == logic::ValueType::Text ? PollText() : PollNumber());
 }
 
 COLORREF ReadableOn(COLORREF ground) {

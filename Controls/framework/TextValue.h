@@ -28,8 +28,7 @@ public:
     void SetCaption(const std::string& text);
     // What is shown has changed by anything but a poll.
     void KeepCaption();
-    // Sends the value, unless there is none yet, to everything the control is bound to. The object may be
-    // gone afterwards.
+    // Sends the value, unless there is none yet, to everything the control is bound to.
     void Send();
 
     logic::ShownValue shown;
@@ -40,9 +39,9 @@ public:
     std::optional<COLORREF> backgroundColor; // none: what the control makes of it
 
 private:
-    std::optional<int> PollText();
-    std::optional<int> PollNumber();
-    std::optional<int> PollInteger();
+    int PollText();
+    int PollNumber();
+    int PollInteger();
 };
 
 // Black or white, what can be read better on a ground of that colour.

@@ -3,7 +3,7 @@
 #include "Panelhost/dialogs/Dialog.h"
 
 #include "Panelhost/Dialogs.h"
-#include "Panelhost/Guard.h"
+#include "Panelhost/Trace.h"
 
 #include <algorithm>
 #include <commctrl.h>
@@ -16,14 +16,6 @@ constexpr UINT REFRESH = WM_USER + 100; // posted to itself
 constexpr UINT_PTR REFRESH_TIMER = 0x0D1A;
 constexpr UINT REFRESH_INTERVAL = 500; // milliseconds; for what changes without a property line
 
-HINSTANCE Module() {
-    static const bool registered = [] {
-        const INITCOMMONCONTROLSEX classes{sizeof classes, ICC_LISTVIEW_CLASSES | ICC_TREEVIEW_CLASSES};
-        return InitCommonControlsEx(&classes) != 0;
-    }();
-    return registered ? reinterpret_cast<HINSTANCE>(&__ImageBase) : nullptr;
-}
-
 LONG Moved(LONG edge, LONG growth, int percent) {
     return edge + growth * percent / 100;
 }
@@ -34,13 +26,24 @@ bool WantsBrush(UINT message) {
 
 } // namespace
 
-HWND Dialog::CreateModeless(int templateId, HWND owner) {
-    return CreateDialogParamA(Module(), MAKEINTRESOURCEA(templateId), owner, Procedure,
+HINSTANCE DialogModule() {
+    static const bool registered = [] {
+        const INITCOMMONCONTROLSEX classes{sizeof classes, ICC_LISTVIEW_CLASSES | ICC_TREEVIEW_CLASSES};
+        return InitCommonControlsEx(&classes) != 0;
+    }();
+    return registered ? reinterpret_cast<HINSTANCE>(&__ImageBase) : nullptr;
+}
+
+Dialog::Dialog() = default;
+Dialog::~Dialog() = default;
+
+HWND Dialog::CreateModeless(HINSTANCE module, int templateId, HWND owner) {
+    return CreateDialogParamA(module, MAKEINTRESOURCEA(templateId), owner, Procedure,
                               reinterpret_cast<LPARAM>(this));
 }
 
-INT_PTR Dialog::RunModal(int templateId, HWND owner) {
-    return DialogBoxParamA(Module(), MAKEINTRESOURCEA(templateId), owner, Procedure,
+INT_PTR Dialog::RunModal(HINSTANCE module, int templateId, HWND owner) {
+    return DialogBoxParamA(module, MAKEINTRESOURCEA(templateId), owner, Procedure,
                            reinterpret_cast<LPARAM>(this));
 }
 
@@ -143,7 +146,7 @@ bool Dialog::OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& resu
 }
 
 INT_PTR CALLBACK Dialog::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
-    return Guarded(INT_PTR{FALSE}, [&]() -> INT_PTR {
+    try {
         if (message == WM_INITDIALOG) {
             auto* created = reinterpret_cast<Dialog*>(lParam);
             created->handle_ = window;
@@ -175,7 +178,10 @@ INT_PTR CALLBACK Dialog::Procedure(HWND window, UINT message, WPARAM wParam, LPA
         }
         SetWindowLongPtrA(window, DWLP_MSGRESULT, result);
         return TRUE;
-    });
+    } catch (const std::exception& failure) {
+        TRACE("Dialog: message %x failed: %s\n", message, failure.what());
+        return FALSE;
+    }
 }
 
 // Dialogs about an object.
@@ -212,7 +218,7 @@ HWND ObjectDialog::Raise(int templateId, const HOSTINFO* object) {
 }
 
 HWND ObjectDialog::Open(HWND owner) {
-    const HWND window = CreateModeless(templateId_, owner);
+    const HWND window = CreateModeless(DialogModule(), templateId_, owner);
     if (window != nullptr) {
         ShowAtCursor();
     }

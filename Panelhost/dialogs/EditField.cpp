@@ -1,4 +1,4 @@
-// Edit fields that hand Enter and Escape to their dialog.
+// Edit fields that hand Enter, Escape and the loss of the focus to their dialog.
 
 #include "Panelhost/Dialogs.h"
 
@@ -10,6 +10,11 @@ constexpr UINT_PTR SUBCLASS_ID = 0x0ED1;
 
 bool IsAnswer(WPARAM key) {
     return key == EDIT_ENTER || key == EDIT_ESCAPE; // the virtual keys and the characters have these numbers
+}
+
+void Notify(HWND edit, WORD code) {
+    SendMessageA(GetParent(edit), WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(edit), code),
+                 reinterpret_cast<LPARAM>(edit));
 }
 
 LRESULT CALLBACK EditProc(HWND edit, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
@@ -24,9 +29,7 @@ LRESULT CALLBACK EditProc(HWND edit, UINT message, WPARAM wParam, LPARAM lParam,
     }
     case WM_KEYDOWN:
         if (IsAnswer(wParam)) {
-            SendMessageA(GetParent(edit), WM_COMMAND,
-                         MAKEWPARAM(GetDlgCtrlID(edit), static_cast<WORD>(wParam)),
-                         reinterpret_cast<LPARAM>(edit));
+            Notify(edit, static_cast<WORD>(wParam));
             return 0;
         }
         break;
@@ -35,6 +38,12 @@ LRESULT CALLBACK EditProc(HWND edit, UINT message, WPARAM wParam, LPARAM lParam,
             return 0; // the field would beep
         }
         break;
+    case WM_KILLFOCUS: {
+        // Behind the system's own handling, which does not stand it when the field goes meanwhile.
+        const LRESULT result = DefSubclassProc(edit, message, wParam, lParam);
+        Notify(edit, EDIT_LEFT);
+        return result;
+    }
     case WM_NCDESTROY:
         RemoveWindowSubclass(edit, EditProc, SUBCLASS_ID);
         break;

@@ -98,7 +98,9 @@ public:
         : folder_(std::move(folder)), files_(PictureFiles(folder_, prefix)) {}
 
     // The name of the chosen file as a property holds it; empty when none was chosen.
-    std::string Choose(HWND owner) { return RunModal(IDD_PICTURES, owner) == IDOK ? chosen_ : std::string(); }
+    std::string Choose(HWND owner) {
+        return RunModal(DialogModule(), IDD_PICTURES, owner) == IDOK ? chosen_ : std::string();
+    }
 
 private:
     struct Picture {

@@ -293,6 +293,9 @@ LRESULT a_DispatchRecord(HOSTINFO* object, const KEYWORDROW* table, VALUERECORD*
     if (record->command == COMMAND_RESOLVE) {
         return 1;
     }
+    if (record->command != COMMAND_GET && record->command != COMMAND_SET) {
+        return 0;
+    }
     for (int row = 0; row <= record->index; ++row) { // the index comes from outside: never step over the end
         if (table[row].keyword == nullptr) {
             return 0;

@@ -110,9 +110,7 @@ int LayerKeyword(VALUERECORD* record, HOSTINFO* object) {
                 return false;
             }
             root.activeLayers = *layers;
-            for (HOSTINFO* control : root.Controls()) {
-                root.ApplyLayers(control);
-            }
+            root.ApplyLayersToAll();
             return true;
         },
         object);
@@ -461,12 +459,21 @@ void PanelRoot::ApplyLayers(const HOSTINFO* object) const {
     }
 }
 
+void PanelRoot::ApplyLayersToAll() {
+    const std::vector<HOSTINFO*> controls(controls_.begin(), controls_.end());
+    for (HOSTINFO* control : controls) {
+        if (a_IsAlive(control)) {
+            ApplyLayers(control);
+        }
+    }
+}
+
 void PanelRoot::SetMode(WORD newMode) {
     mode = newMode;
     for (HOSTINFO* control : controls_) {
         control->mode = newMode;
-        ApplyLayers(control);
     }
+    ApplyLayersToAll();
     RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
 }
 

@@ -99,6 +99,8 @@ public:
     void MoveBefore(HOSTINFO* object, HOSTINFO* other);
 
     void ApplyLayers(const HOSTINFO* object) const;
+    // To all controls. What is hidden loses the focus, and whoever hears of that may end controls.
+    void ApplyLayersToAll();
     void SetMode(WORD newMode);
     void Tick();
 

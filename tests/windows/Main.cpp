@@ -34,10 +34,27 @@ LONG CALLBACK FailAtCrash(EXCEPTION_POINTERS* exception) {
     return EXCEPTION_EXECUTE_HANDLER;
 }
 
+// Wine goes on after an exception in a procedure that it called back, so a crash is seen when it happens: at
+// an instruction of one of our programs and libraries.
+LONG CALLBACK FailAtOwnCrash(EXCEPTION_POINTERS* exception) {
+    const EXCEPTION_RECORD& record = *exception->ExceptionRecord;
+    HMODULE module = nullptr;
+    char path[MAX_PATH] = "";
+    if (record.ExceptionCode == EXCEPTION_ACCESS_VIOLATION &&
+        GetModuleHandleExA(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS |
+                               GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+                           static_cast<const char*>(record.ExceptionAddress), &module) &&
+        GetModuleFileNameA(module, path, sizeof path) != 0 && std::strstr(path, "\\system32\\") == nullptr) {
+        return FailAtCrash(exception);
+    }
+    return EXCEPTION_CONTINUE_SEARCH;
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
     SetUnhandledExceptionFilter(FailAtCrash);
+    AddVectoredExceptionHandler(1, FailAtOwnCrash);
     CopyReplacedLibraries();
     if (argc > 1 && std::strcmp(argv[1], TERMINAL_CLIENT_SWITCH) == 0) {
         return RunTerminalClient(argc - 2, argv + 2);

@@ -133,9 +133,9 @@ TEST_CASE("leaving a field applies it once, and not at all when nothing was type
     const TestPanel panel;
     const HWND knob = panel.Create("KNOB", "Knob");
     const HWND dialog = OpenDialog(knob);
-    Command(dialog, IDC_RESOLUTION, EN_KILLFOCUS);
+    Command(dialog, IDC_RESOLUTION, EDIT_LEFT);
     CHECK_FALSE(IsChanged(knob));
-    Type(dialog, IDC_RESOLUTION, "4", EN_KILLFOCUS);
+    Type(dialog, IDC_RESOLUTION, "4", EDIT_LEFT);
     CHECK(Text(knob, "resolution") == "4");
 }
 

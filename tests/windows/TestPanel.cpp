@@ -202,7 +202,9 @@ void Poll(HWND control) {
         Sleep(1);
     }
     SendMessageA(control, WM_TIMER, 0, 0);
-    object.interval = interval;
+    if (a_FromWindow(control) == &object) { // what it asked may have ended it
+        object.interval = interval;
+    }
 }
 
 bool TakePosted(HWND window, UINT message, MSG& posted) {

@@ -1,0 +1,312 @@
+// Controls that end, are bound anew or lose their dialog while one of their own messages is handled.
+
+#include "tests/windows/ControlClasses.h"
+#include "tests/windows/FreedMemory.h"
+#include "tests/windows/TestPanel.h"
+
+#include <algorithm>
+#include <functional>
+
+TEST_SUITE_BEGIN("Endings");
+
+namespace {
+
+// What happens when somebody else is asked, told, or loses the focus: nothing while it is not armed, and once
+// after it was.
+std::function<void()> armed;
+int fired = 0;
+
+void Fire() {
+    if (armed) {
+        ++fired;
+        const auto action = std::exchange(armed, nullptr);
+        action();
+    }
+}
+
+// A control of another library that a control is bound to.
+class Trap : public HOSTINFO {
+public:
+    LRESULT OnGetDatatype(WPARAM, LPARAM) override { return DATATYPE_FLOAT; }
+};
+
+LRESULT CALLBACK TrapProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
+    switch (message) {
+    case WM_CREATE: {
+        auto* trap = new Trap;
+        a_InitializeHostinfo(window, trap, reinterpret_cast<CREATESTRUCTA*>(lParam)->lpCreateParams);
+        a_AddHostinfo(trap->parent, trap);
+        SetWindowLongA(window, GWL_USERDATA, reinterpret_cast<LONG>(trap));
+        a_HostinfoCreated(trap->parent, trap);
+        return 0;
+    }
+    case WM_DESTROY:
+        delete reinterpret_cast<Trap*>(GetWindowLongA(window, GWL_USERDATA));
+        return 0;
+    case CWM_MESSAGE: {
+        const auto& record = *reinterpret_cast<VALUERECORD*>(lParam);
+        if (record.command == COMMAND_GET && record.datatype == DATATYPE_FLOAT) {
+            *static_cast<float*>(record.data) += 1.0F;
+        }
+        if (record.command != COMMAND_RESOLVE) {
+            Fire();
+        }
+        return 1;
+    }
+    case WM_KILLFOCUS:
+        Fire();
+        return 0;
+    default:
+        return DefWindowProcA(window, message, wParam, lParam);
+    }
+}
+
+HWND CreateTrap(const TestPanel& panel) {
+    static const ATOM registered = [] {
+        WNDCLASSA windowClass{};
+        windowClass.lpfnWndProc = TrapProc;
+        windowClass.hInstance = GetModuleHandleA(nullptr);
+        windowClass.lpszClassName = "EndingTrap";
+        return RegisterClassA(&windowClass);
+    }();
+    REQUIRE(registered != 0);
+    return panel.Create("EndingTrap", "TRAP");
+}
+
+std::vector<HWND> ChildrenOf(HWND window) {
+    std::vector<HWND> children;
+    EnumChildWindows(
+        window, [](HWND child, LPARAM list) __attribute__((stdcall))->BOOL {
+            reinterpret_cast<std::vector<HWND>*>(list)->push_back(child);
+            return TRUE;
+        },
+        reinterpret_cast<LPARAM>(&children));
+    return children;
+}
+
+HWND DialogOf(HWND control) {
+    HWND dialog = nullptr;
+    SendMessageA(control, CWM_PARAMETERDLG, 0, reinterpret_cast<LPARAM>(&dialog));
+    return dialog;
+}
+
+struct Scene {
+    TestPanel panel;
+    HWND trap = nullptr;
+    HWND control = nullptr;
+    std::function<void()> action;
+
+    // The next of what the trap hears does it.
+    void Arm() const { armed = action; }
+};
+
+void Press(const Scene& scene, HWND window) {
+    SetFocus(scene.trap);
+    scene.Arm();
+    SendMessageA(window, WM_LBUTTONDOWN, MK_LBUTTON, At(5, 5));
+}
+
+struct Event {
+    const char* name;
+    void (*happen)(const Scene& scene);
+};
+
+constexpr Event EVENTS[] = {
+    {"the press moves the focus", [](const Scene& scene) { Press(scene, scene.control); }},
+    {"the press on a child moves the focus",
+     [](const Scene& scene) {
+         for (HWND child : ChildrenOf(scene.control)) {
+             Press(scene, child);
+             SendMessageA(child, WM_LBUTTONUP, 0, At(5, 5));
+         }
+     }},
+    {"a drag",
+     [](const Scene& scene) {
+         SendMessageA(scene.control, WM_LBUTTONDOWN, MK_LBUTTON, At(5, 5));
+         scene.Arm();
+         for (int x = 6; x < 40; x += 8) {
+             SendMessageA(scene.control, WM_MOUSEMOVE, MK_LBUTTON, At(x, x));
+         }
+         SendMessageA(scene.control, WM_LBUTTONUP, 0, At(40, 40));
+     }},
+    {"a click",
+     [](const Scene& scene) {
+         for (HWND child : ChildrenOf(scene.control)) {
+             SendMessageA(child, WM_LBUTTONDOWN, MK_LBUTTON, At(5, 5));
+             scene.Arm();
+             SendMessageA(child, WM_LBUTTONUP, 0, At(5, 5));
+         }
+     }},
+    {"keys",
+     [](const Scene& scene) {
+         std::vector<HWND> windows = ChildrenOf(scene.control);
+         windows.insert(windows.begin(), scene.control);
+         for (HWND window : windows) {
+             SetFocus(window);
+             SendMessageA(window, WM_CHAR, '3', 0);
+             for (const WPARAM key : {VK_HOME, VK_END, VK_LEFT, VK_UP, VK_RIGHT, VK_DOWN, VK_SPACE, VK_RETURN,
+                                      VK_ESCAPE, VK_TAB}) {
+                 scene.Arm();
+                 SendMessageA(window, WM_KEYDOWN, key, 0);
+                 SendMessageA(window, WM_KEYUP, key, 0);
+             }
+         }
+     }},
+    {"the wheel",
+     [](const Scene& scene) {
+         scene.Arm();
+         SendMessageA(scene.control, WM_MOUSEWHEEL, MAKEWPARAM(0, static_cast<WORD>(-120)), 0);
+     }},
+    {"typing, and the focus goes",
+     [](const Scene& scene) {
+         std::vector<HWND> windows = ChildrenOf(scene.control);
+         windows.push_back(scene.control);
+         for (HWND window : windows) {
+             SetFocus(window);
+             SendMessageA(window, WM_CHAR, '7', 0);
+             scene.Arm();
+             SetFocus(scene.trap);
+         }
+     }},
+    {"a record",
+     [](const Scene& scene) {
+         for (float value : {1.0F, 2.0F, 60.0F}) {
+             scene.Arm();
+             Send(scene.control, COMMAND_SET, DATATYPE_FLOAT, &value);
+             Send(scene.control, COMMAND_GET, DATATYPE_FLOAT, &value);
+         }
+     }},
+    {"a poll",
+     [](const Scene& scene) {
+         scene.Arm();
+         Poll(scene.control);
+     }},
+    {"lines",
+     [](const Scene& scene) {
+         for (const char* line : {"value=5", "properties=0,100,7", "relative=1", "connection=TRAP;TRAP",
+                                  "function=TRAP;TRAP;TRAP", "valuescopy=1,2", "mode=increment",
+                                  "PEQ,1000,3,1", "config=nosuch"}) {
+             scene.Arm();
+             Load(scene.control, line);
+         }
+     }},
+    {"relative mode",
+     [](const Scene& scene) {
+         Load(scene.control, "relative=1");
+         scene.Arm();
+         SetValue(scene.control, 9.0F);
+         if (a_FromWindow(scene.control) != nullptr) {
+             scene.Arm();
+             Poll(scene.control);
+         }
+         scene.Arm();
+         Load(scene.control, "connection=TRAP;TRAP;TRAP");
+     }},
+    {"Apply",
+     [](const Scene& scene) {
+         scene.Arm();
+         SendMessageA(scene.control, CWM_MENUCOMMAND, 0, 1);
+     }},
+    {"lines of the dialog",
+     [](const Scene& scene) {
+         const HWND dialog = DialogOf(scene.control);
+         for (HWND item : ChildrenOf(dialog)) {
+             char className[32] = "";
+             GetClassNameA(item, className, sizeof className);
+             const int id = GetDlgCtrlID(item);
+             const auto command = [&](WORD code) {
+                 scene.Arm();
+                 SendMessageA(dialog, WM_COMMAND, MAKEWPARAM(id, code), reinterpret_cast<LPARAM>(item));
+             };
+             if (lstrcmpiA(className, "EDIT") == 0) {
+                 for (const char* text : {"7", "TRAP;TRAP"}) {
+                     SetWindowTextA(item, text);
+                     command(EDIT_ENTER);
+                 }
+             } else if ((GetWindowLongA(item, GWL_STYLE) & BS_TYPEMASK) == BS_AUTORADIOBUTTON) {
+                 command(BN_CLICKED);
+             }
+         }
+     }},
+    {"typing in the dialog, and the focus goes",
+     [](const Scene& scene) {
+         for (HWND item : ChildrenOf(DialogOf(scene.control))) {
+             armed = nullptr; // Wine does not stand it when a dialog goes while it becomes the active window
+             SetFocus(item);
+             SendMessageA(item, WM_CHAR, '7', 0);
+             scene.Arm();
+             SetFocus(scene.trap);
+         }
+     }},
+};
+
+struct Action {
+    const char* name;
+    void (*act)(Scene& scene);
+};
+
+constexpr Action ACTIONS[] = {
+    {"destroyed", [](Scene& scene) { DestroyWindow(scene.control); }},
+    {"rebound",
+     [](Scene& scene) {
+         Load(scene.control, "connection=TRAP;NOBODY;TRAP");
+         Load(scene.control, "function=NOBODY*x;TRAP");
+     }},
+    {"its dialog closed",
+     [](Scene& scene) {
+         if (const HOSTINFO* object = a_FromWindow(scene.control); object != nullptr) {
+             DestroyWindow(object->dialog);
+         }
+     }},
+    {"its panel closed", [](Scene& scene) { ph_DestroyRoot(scene.panel.Root()); }},
+};
+
+// Of the classes without a file of their own one of each kind of value, and of each system class, stands for
+// all.
+bool IsTwin(std::string_view name) {
+    constexpr std::string_view TWINS[] = {
+        "AUTOMIXER", "BIMAGELIST",   "BRADIOBUTTON",   "BRANGE",  "CONDITIONALLED", "CONTACTBUTTON",
+        "CROSSOVER", "DANTECONTROL", "FADING",         "IWAVEIN", "IWAVEOUT",       "LISTSELECTION",
+        "LSBBUTTON", "LSBSTATIC",    "MINIDELAY",      "MINIEQ",  "MINIDYNAMICS",   "MINIROUTING",
+        "MINIEDIT",  "MINIXOVER",    "SPEAKERCONTROL", "SWITCH",  "XIPCHECK"};
+    return std::find(std::begin(TWINS), std::end(TWINS), name) != std::end(TWINS);
+}
+
+} // namespace
+
+TEST_CASE("controls of every class survive what their own messages lead to") {
+    TrapFreedMemory();
+    const int objects = a_HostinfoCount();
+    for (const Event& event : EVENTS) {
+        fired = 0;
+        for (const ExpectedClass& expected : EXPECTED_CLASSES) {
+            if (IsTwin(expected.name)) {
+                continue;
+            }
+            for (const Action& action : ACTIONS) {
+                INFO(std::string(event.name), ": ", std::string(expected.name), " is ",
+                     std::string(action.name));
+                CAPTURE(fired);
+                Scene scene;
+                scene.trap = CreateTrap(scene.panel);
+                scene.control = scene.panel.Create(expected.name, "Control");
+                REQUIRE(scene.control != nullptr);
+                for (const char* line :
+                     {"resolution=1", "offvalue=1", "onvalue=5", "connection=TRAP*x;TRAP", "function=TRAP",
+                      "function1=TRAP", "function2=TRAP", "datatype=f", "click=TRAP*x=%l"}) {
+                    Load(scene.control, line, LOAD_FROM_FILE);
+                }
+                scene.action = [&] { action.act(scene); };
+                event.happen(scene);
+                armed = nullptr;
+                for (MSG message; PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE);) {
+                    DispatchMessageA(&message);
+                }
+                DestroyWindow(scene.trap);
+            }
+        }
+        INFO(std::string(event.name));
+        CHECK(fired > 0);
+    }
+    CHECK(a_HostinfoCount() == objects);
+}
