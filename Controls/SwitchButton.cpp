@@ -8,6 +8,7 @@
 #include "Controls/framework/ParameterDialog.h"
 #include "Controls/resources/resource.h"
 #include "logic/ButtonLogic.h"
+#include "logic/ImageFrames.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -36,6 +37,10 @@ public:
     bool OffersApply() const override { return true; }
     void Apply() override { Send(Value()); }
 
+    // The third one shows the switch held down.
+    int FrameCount() const override {
+        return logic::ButtonFrameCount(image.Name(), image.Get()->Width(), image.Get()->Height());
+    }
     int Value() const { return isOn ? onValue : offValue; }
     void SetOn(bool on);
 

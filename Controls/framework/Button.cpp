@@ -4,7 +4,6 @@
 #include "Controls/framework/Keywords.h"
 #include "Controls/framework/Shading.h"
 #include "logic/ButtonLogic.h"
-#include "logic/ImageFrames.h"
 
 #include <algorithm>
 
@@ -99,10 +98,6 @@ int TextColorKeyword(VALUERECORD* record, HOSTINFO* object) {
 }
 
 // Appearance
-
-int BUTTONPROPERTIES::FrameCount() const {
-    return logic::ButtonFrameCount(image.Name(), image.Get()->Width(), image.Get()->Height());
-}
 
 int BUTTONPROPERTIES::PreferredWidth() const {
     return image.Get() != nullptr ? BitmapParts(*image.Get(), FrameCount()).Width()

@@ -43,7 +43,7 @@ public:
     int offValue = 0;
 
 protected:
-    int FrameCount() const; // of the image, which must be there
+    virtual int FrameCount() const { return 2; } // of the image, which must be there
     // The frame of the image, or a shaded face.
     void DrawFace(HDC dc, const RECT& client, int frame, bool lit) const;
     void DrawCaption(HDC dc, RECT client, bool down, COLORREF colour) const;

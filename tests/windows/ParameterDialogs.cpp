@@ -184,6 +184,15 @@ TEST_CASE("one dialog a control, known to the panel, closed with the control") {
     CHECK_FALSE(IsWindow(dialog));
     CHECK(Text(panel.Window(), "parameterdlg").empty());
 
+    // Of several the one that was opened last, as long as it is open.
+    const HWND first = OpenDialog(panel.Create("KNOB", "First"));
+    const HWND second = OpenDialog(panel.Create("FADER", "Second"));
+    const HWND third = OpenDialog(panel.Create("METER", "Third"));
+    for (const auto& [closed, named] : {std::pair(second, "Third"), {third, "First"}, {first, ""}}) {
+        DestroyWindow(closed);
+        CHECK(Text(panel.Window(), "parameterdlg") == named);
+    }
+
     const HWND plain = panel.Create("LISTSELECTION", "List"); // has no dialog of its own
     CHECK(OpenDialog(plain) == nullptr);
 }

@@ -339,13 +339,6 @@ TEST_CASE("value records: look-up, get, and everything that is refused") {
             CHECK(Send(control, COMMAND_GET, DATATYPE_TEXT, text, nullptr, index) == 0);
             CHECK(Send(control, COMMAND_SET, DATATYPE_TEXT, text, nullptr, index) == 0);
         }
-        for (const int command : {0, 3, 5, -1}) {
-            CHECK(Send(control, command, DATATYPE_TEXT, text) == 0);
-        }
-        for (const int datatype : {0, 1, 37, 77, -11}) {
-            CHECK(Send(control, COMMAND_GET, datatype, text) == 0);
-            CHECK(Send(control, COMMAND_SET, datatype, text) == 0);
-        }
         for (const int datatype : {DATATYPE_INTEGER, DATATYPE_FLOAT, DATATYPE_TEXT}) {
             CHECK(Send(control, COMMAND_GET, datatype, nullptr) == 0);
             CHECK(Send(control, COMMAND_SET, datatype, nullptr) == 0);
@@ -365,6 +358,81 @@ TEST_CASE("value records: look-up, get, and everything that is refused") {
         }
     });
     CHECK(trace.CountContaining("does not settle") == 0);
+}
+
+TEST_CASE("no keyword knows another command than get and set, or a datatype that is none") {
+    const AllControls all;
+    const auto check = [](HWND window) {
+        char text[TEXT_SIZE] = "1";
+        int row = 0;
+        for (const KEYWORDROW* table = ObjectOf(window).GetHostinfoTable(); table[row].keyword != nullptr;
+             ++row) {
+            INFO(std::string(table[row].keyword));
+            for (const int command : {0, 3, 5, 100, -1}) {
+                CHECK(Send(window, command, DATATYPE_TEXT, text, nullptr, row) == 0);
+            }
+            for (const int datatype : {0, 1, 37, 77, -11}) {
+                CHECK(Send(window, COMMAND_GET, datatype, text, nullptr, row) == 0);
+                CHECK(Send(window, COMMAND_SET, datatype, text, nullptr, row) == 0);
+            }
+        }
+    };
+    all.ForEach(check);
+    check(all.panel.Window());
+}
+
+TEST_CASE("the preferred width is that of one frame of the picture") {
+    const TestPanel panel;
+    const TestFolder folder;
+    const std::string wide = folder.Write("wide.bmp", BitmapFile(40, 30, 0));
+    const std::string high = folder.Write("high.bmp", BitmapFile(40, 60, 0));
+    const std::string three = folder.Write("three_20x30.bmp", BitmapFile(60, 30, 0));
+    const struct {
+        const char* className;
+        std::string picture;
+        int width;
+    } rows[] = {{"KNOB", wide, 40},
+                {"FADER", wide, 40},
+                {"FADER", high, 20},
+                {"METER", high, 20},
+                {"BBUTTON", wide, 20},
+                {"BTRISTATEBUTTON", wide, 20},
+                {"LED", wide, 20},
+                {"CLOCK", wide, 40},
+                // Of a name that ends in the size of a third; a switch has three faces, a button has two.
+                {"BTRISTATEBUTTON", three, 20},
+                {"BBUTTON", three, 30}};
+    for (const auto& row : rows) {
+        INFO(std::string(row.className));
+        HWND control = panel.Create(row.className, "Control");
+        REQUIRE(Load(control, "bitmap=" + row.picture) == 1);
+        CHECK(SendMessageA(control, CWM_GETPREFERREDWIDTH, 0, 0) == row.width);
+        DestroyWindow(control);
+    }
+}
+
+TEST_CASE("keys and the wheel are the panel's while it is edited") {
+    for (const char* className : {"KNOB", "FADER"}) {
+        const TestPanel panel;
+        HWND control = panel.Create(className, "Control");
+        Load(control, "properties=0,100,50");
+        Load(control, "resolution=1");
+        SetValue(control, 50.0F);
+        const auto operate = [control] {
+            SendMessageA(control, WM_KEYDOWN, VK_HOME, 1);
+            SendMessageA(control, WM_MOUSEWHEEL, MAKEWPARAM(0, static_cast<WORD>(-120)), 0);
+        };
+        ph_SetMode(panel.Root(), 1);
+        operate();
+        CHECK(Value(control) == 50.0F);
+        MSG posted;
+        CHECK(TakePosted(panel.Window(), WM_KEYDOWN, posted));
+        CHECK(posted.wParam == VK_HOME);
+        ph_SetMode(panel.Root(), 0);
+        operate();
+        CHECK(Value(control) > 90.0F);
+        CHECK_FALSE(TakePosted(panel.Window(), WM_KEYDOWN, posted));
+    }
 }
 
 TEST_CASE("texts longer than any buffer are cut") {
