@@ -456,7 +456,7 @@ namespace {
 constexpr DialogEdit EDITS[] = {
     {IDC_MAXIMUM, "Maximum Value", FieldKind::Integer, "properties", 1, 1},
     {IDC_MINIMUM, "Minimum Value", FieldKind::Integer, "properties", 0, 0},
-    {IDC_RESOLUTION, "Resolution", FieldKind::Float, "resolution"},
+    {IDC_RESOLUTION, "Resolution", FieldKind::TypedFloat, "resolution"},
 };
 constexpr DialogOption OPTIONS[] = {
     {IDC_ABSOLUTE, "relative", "0"},

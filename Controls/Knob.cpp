@@ -25,6 +25,8 @@ public:
     void Draw(HDC dc, const RECT& client) const override;
     bool BeginDrag(POINT point) override;
     void MoveDrag(POINT point) override;
+    bool OffersApply() const override { return true; }
+    void Apply() override { Send(); }
 
     logic::KnobRange Range() const { return {minimum, maximum, resolution}; }
     // Limits the value to the range and, if it is a new one, shows and sends it. Returns 0 when nothing
@@ -100,7 +102,7 @@ int SetOffsets(const VALUERECORD* record, KNOBPROPERTIES& knob) {
     if (record->command != COMMAND_SET || a_ReadText(record, &text) == 0) {
         return 0;
     }
-    knob.relativeMode.Load(text, knob);
+    knob.relativeMode.Load(text);
     return 1;
 }
 
@@ -231,14 +233,18 @@ void KNOBPROPERTIES::Draw(HDC dc, const RECT&) const {
     }
     face.Get()->Draw(dc, 0, 0);
     const logic::DotRectangle dot = logic::KnobDot(value, Range());
-    SelectObject(dc, GetStockObject(DC_BRUSH));
-    SelectObject(dc, GetStockObject(NULL_PEN));
-    SetDCBrushColor(dc, HasFocus() ? RGB(255, 0, 0) : RGB(192, 0, 0));
-    Ellipse(dc, dot.left, dot.top, dot.right + 1,
-            dot.bottom + 1); // without a pen the last row and column are left out
-    SelectObject(dc, GetStockObject(DC_PEN));
-    SetDCPenColor(dc, GetSysColor(COLOR_BTNHIGHLIGHT));
-    Arc(dc, dot.left, dot.top, dot.right, dot.bottom, dot.left, dot.bottom, dot.right, dot.top);
+    // Round without its corners. Ellipses and arcs of that size look different on each system.
+    const auto fill = [dc, &dot](COLORREF colour, RECT area) {
+        OffsetRect(&area, dot.left, dot.top);
+        SetDCBrushColor(dc, colour);
+        FillRect(dc, &area, static_cast<HBRUSH>(GetStockObject(DC_BRUSH)));
+    };
+    const COLORREF red = HasFocus() ? RGB(255, 0, 0) : RGB(192, 0, 0);
+    fill(red, {1, 0, 4, 5});
+    fill(red, {0, 1, 5, 4});
+    const COLORREF highlight = GetSysColor(COLOR_BTNHIGHLIGHT);
+    fill(highlight, {1, 4, 4, 5});
+    fill(highlight, {4, 1, 5, 4});
 }
 
 // Input
@@ -297,6 +303,9 @@ LRESULT CALLBACK KnobProc(HWND window, UINT message, WPARAM wParam, LPARAM lPara
     if (message == WM_KEYDOWN) {
         KeyDown(*PropertiesOf<KNOBPROPERTIES>(window), wParam, lParam);
         return 0;
+    }
+    if (message == WM_SETFOCUS) {
+        PropertiesOf<KNOBPROPERTIES>(window)->Redraw(); // the dot shows it
     }
     return CommonProc(window, message, wParam, lParam);
 }

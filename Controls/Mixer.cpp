@@ -4,6 +4,8 @@
 
 #include "Controls/framework/Controls.h"
 #include "Controls/framework/Keywords.h"
+#include "Controls/framework/ParameterDialog.h"
+#include "Controls/resources/resource.h"
 #include "Panelhost/Gdi.h"
 
 #include <algorithm>
@@ -375,7 +377,7 @@ void MIXERPROPERTIES::SetDefaults() {
     LookChanged();
 }
 
-// Window procedure and registration
+// Window procedure
 
 namespace {
 
@@ -385,4 +387,14 @@ LRESULT CALLBACK MixerProc(HWND window, UINT message, WPARAM wParam, LPARAM lPar
 
 } // namespace
 
-const ControlImplementation mixerControl{CreateProperties<MIXERPROPERTIES>, MixerProc};
+// Parameter dialog and registration
+
+namespace {
+
+constexpr DialogEdit EDITS[] = {{IDC_INTERVAL, "Polling interval", FieldKind::Integer, "interval"}};
+constexpr DialogChoice CHOICES[] = {{IDC_MODE, "mode", "input,output"}, {IDC_STEREO, "stereo", "no,yes"}};
+constexpr ParameterDialog DIALOG{.resource = IDD_MIXER, .edits = EDITS, .choices = CHOICES};
+
+} // namespace
+
+const ControlImplementation mixerControl{CreateProperties<MIXERPROPERTIES>, MixerProc, &DIALOG};

@@ -16,6 +16,8 @@ using EDITLISTENER = void (*)(int event, HOSTINFO* object, void* context);
 
 // One listener a root; null removes it. Called on the user-interface thread.
 PANELHOST_API void a_SetEditListener(HOSTINFO* root, EDITLISTENER listener, void* context);
+// Whether the object's root has a listener: what the user deletes can then be brought back.
+PANELHOST_API bool a_HasEditListener(const HOSTINFO* object);
 // Called by whoever applies a property line that does not come from a file.
 PANELHOST_API void a_NotifyEdit(int event, HOSTINFO* object);
 // Deletes an object on behalf of the user: by the listener, or by destroying the window when there is none.

@@ -54,7 +54,7 @@ std::optional<float> StepKnob(float value, KnobKey key, const KnobRange& range) 
 DotRectangle KnobDot(float value, const KnobRange& range) {
     const double span = static_cast<double>(range.maximum) - range.minimum;
     const double belowMaximum =
-        static_cast<double>(range.maximum) - TruncateToInteger(static_cast<double>(value) + 0.5);
+        static_cast<double>(range.maximum) - TruncateToInteger(std::floor(static_cast<double>(value) + 0.5));
     const double angle = (span == 0.0 ? 0.0 : belowMaximum * sweep / span) - maximumAt;
     const auto dx = static_cast<std::int32_t>(std::round(std::cos(angle) * dotRadius));
     const auto dy = static_cast<std::int32_t>(std::round(std::sin(angle) * dotRadius));

@@ -176,11 +176,9 @@ std::int32_t TruncateToInteger(double value) {
 float RoundToStep(float value, float step) {
     if (step == 0.0F || !std::isfinite(step) || !std::isfinite(value))
         return value;
-    const double size = std::fabs(static_cast<double>(step));
-    const double multiple = std::round(value / size) * size;
-    if (std::fabs(multiple) > static_cast<double>(std::numeric_limits<float>::max()))
-        return value;
-    return static_cast<float>(multiple) + 0.0F; // the addition turns -0 into 0
+    const float size = std::fabs(step);
+    const float multiple = std::trunc(value / size + std::copysign(0.5F, value)) * size;
+    return std::isfinite(multiple) ? multiple + 0.0F : value; // the addition turns -0 into 0
 }
 
 float Clamp(float value, float low, float high) {

@@ -46,9 +46,9 @@ std::string FormatFloat(float value);
 std::int32_t TruncateToInteger(double value);
 
 // The multiple of the step nearest to the value, halves away from zero: 10.25 in steps of 0.5 is 10.5, -10.25
-// is -10.5. The sign of the step does not matter, and the result is never a negative zero. The value is
-// returned unchanged when the step is 0, when either is not finite and when the multiple does not fit a
-// float.
+// is -10.5. It is deliberately divided in 32 bits, so that -0.25 in steps of 0.1 is -0.3. The sign of the
+// step does not matter, and the result is never a negative zero. The value is returned unchanged when the
+// step is 0, when either is not finite and when the multiple does not fit a float.
 float RoundToStep(float value, float step);
 
 // low when the value is below it, otherwise high when the value is above that, otherwise the value. A

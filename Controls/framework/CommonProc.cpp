@@ -113,7 +113,7 @@ void ExtendMenu(const CONTROLPROPERTIES& control, HMENU menu) {
 }
 
 void RightButtonDown(CONTROLPROPERTIES& control, WPARAM wParam) {
-    if (wParam == PROPERTY_CLICK && control.dialog == nullptr) {
+    if (wParam == PROPERTY_CLICK && !IsWindow(control.dialog)) {
         control.dialog = a_PropertyDlg(1, control.parent, &control); // places itself at the cursor
         return;
     }

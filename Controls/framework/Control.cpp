@@ -6,6 +6,24 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <utility>
+
+namespace {
+
+// Says where a line comes from while it is applied.
+class Loading {
+public:
+    Loading(bool& flag, bool fromFile) : flag_(flag), outer_(std::exchange(flag, fromFile)) {}
+    ~Loading() { flag_ = outer_; }
+    Loading(const Loading&) = delete;
+    Loading& operator=(const Loading&) = delete;
+
+private:
+    bool& flag_;
+    bool outer_;
+};
+
+} // namespace
 
 LRESULT CONTROLPROPERTIES::OnLoad(WPARAM loadMode, LPARAM lParam) {
     const auto* line = reinterpret_cast<const char*>(lParam);
@@ -30,7 +48,10 @@ LRESULT CONTROLPROPERTIES::OnLoad(WPARAM loadMode, LPARAM lParam) {
     if (edited) {
         a_NotifyEdit(EDIT_CHANGING, this);
     }
-    const int taken = table[row].handler(&record, this);
+    const int taken = [&] {
+        const Loading loading(isLoadingFile, !edited);
+        return table[row].handler(&record, this);
+    }();
     if (edited) {
         a_NotifyEdit(EDIT_CHANGED, this);
     }

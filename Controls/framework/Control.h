@@ -104,7 +104,8 @@ public:
 
     const ControlClass* controlClass = nullptr;
     bool dragging = false;
-    bool notEqual = false; // a poll found that this control and what it is bound to disagree
+    bool isLoadingFile = false; // a line of a panel file is being loaded
+    bool notEqual = false;      // a poll found that this control and what it is bound to disagree
     int lastPollResult = REQUEST_UNCHANGED;
     DWORD lastPoll = 0; // tick count in milliseconds
 

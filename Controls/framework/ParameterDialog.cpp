@@ -83,7 +83,8 @@ std::vector<std::string> Parts(const std::string& text) {
 }
 
 bool IsNumber(const DialogEdit& edit) {
-    return edit.kind == FieldKind::Integer || edit.kind == FieldKind::Float;
+    return edit.kind == FieldKind::Integer || edit.kind == FieldKind::Float ||
+           edit.kind == FieldKind::TypedFloat;
 }
 
 // What an edit field shows: its part of the keyword's value, or all of it where the value is one text.
@@ -115,6 +116,7 @@ std::string Objection(const DialogEdit& edit, const std::string& text) {
     case FieldKind::Integer:
         return logic::ParseWholeInteger(text) ? "" : "is not a whole number";
     case FieldKind::Float:
+    case FieldKind::TypedFloat:
         return logic::ParseWholeFloat(text) ? "" : "is not a number";
     case FieldKind::Colour:
         // Where there may be none, an empty text stands for it.
@@ -140,7 +142,9 @@ void ApplyField(ControlDialog& dialog, const DialogEdit& edit) {
         if (IsNumber(edit)) {
             auto parts = Parts(KeywordText(object, edit.keyword));
             parts.resize(static_cast<std::size_t>(edit.lastPart) + 1);
-            parts[static_cast<std::size_t>(edit.part)] = std::string(logic::TrimBlanks(typed));
+            parts[static_cast<std::size_t>(edit.part)] =
+                edit.kind == FieldKind::Float ? logic::FormatFloat(*logic::ParseWholeFloat(typed))
+                                              : std::string(logic::TrimBlanks(typed));
             value.clear();
             for (const std::string& part : parts) {
                 value += (&part == parts.data() ? "" : ",") + part;
@@ -267,7 +271,7 @@ void ShowListMenu(ControlDialog& dialog, int id) {
     const int command = TrackPopupMenu(GetSubMenu(menus, 0), TPM_RETURNCMD | TPM_RIGHTBUTTON, cursor.x,
                                        cursor.y, 0, dialog.Handle(), nullptr);
     DestroyMenu(menus);
-    if (command == IDM_DELETE_ENTRY || command == IDM_DELETE_ALL) {
+    if (command != 0) {
         DeleteEntries(dialog, id, command == IDM_DELETE_ALL);
     }
 }
@@ -377,6 +381,19 @@ std::string NamedAtRoot(const HOSTINFO& root) {
     return name;
 }
 
+const DialogOption* ChosenOption(const ControlDialog& dialog, std::string_view keyword) {
+    const DialogOption* chosen = nullptr;
+    for (const DialogOption& option : dialog.description->options) {
+        if (option.keyword == keyword) {
+            chosen = &option;
+            if (KeywordText(*dialog.object, option.keyword) == option.value) {
+                break;
+            }
+        }
+    }
+    return chosen;
+}
+
 void Refill(ControlDialog& dialog) {
     CONTROLPROPERTIES& object = *dialog.object;
     dialog.filling = true;
@@ -389,7 +406,7 @@ void Refill(ControlDialog& dialog) {
     }
     for (const DialogOption& option : dialog.description->options) {
         CheckDlgButton(dialog.Handle(), option.id,
-                       KeywordText(object, option.keyword) == option.value ? BST_CHECKED : BST_UNCHECKED);
+                       &option == ChosenOption(dialog, option.keyword) ? BST_CHECKED : BST_UNCHECKED);
     }
     for (const DialogChoice& choice : dialog.description->choices) {
         SendDlgItemMessageA(dialog.Handle(), choice.id, CB_SELECTSTRING, static_cast<WPARAM>(-1),
@@ -454,10 +471,10 @@ void SwitchTo(ControlDialog& dialog, HWND window) {
 void DeleteControl(ControlDialog& dialog) {
     CONTROLPROPERTIES* object = dialog.object;
     const std::string question = "Delete \"" + object->name + "\"?";
-    const HWND control = object->window;
-    if (MessageBoxA(dialog.Handle(), question.c_str(), "Delete",
-                    MB_YESNO | MB_ICONQUESTION | MB_DEFBUTTON2) == IDYES &&
-        a_FromWindow(control) == object) { // both may have gone while the question stood
+    const bool isSure = a_HasEditListener(object) || // it can be undone
+                        MessageBoxA(dialog.Handle(), question.c_str(), "Delete",
+                                    MB_YESNO | MB_ICONQUESTION | MB_DEFBUTTON2) == IDYES;
+    if (isSure && a_IsAlive(object)) { // both may have gone while the question stood
         a_DeleteObject(object);
     }
 }
@@ -495,8 +512,7 @@ void HandleCommand(ControlDialog& dialog, int id, WORD code) {
         }
     }
     for (const DialogOption& option : dialog.description->options) {
-        if (option.id == id && code == BN_CLICKED &&
-            KeywordText(*dialog.object, option.keyword) != option.value) {
+        if (option.id == id && code == BN_CLICKED) { // also the one that is on: the line does it anew
             SendLine(dialog, std::string("*") + option.keyword + "=" + option.value);
             return;
         }
@@ -620,7 +636,8 @@ bool ControlDialog::OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESUL
     case CWM_ATTACHDIALOG:
         if (auto* sender = reinterpret_cast<HOSTINFO*>(lParam);
             a_IsAlive(sender)) { // it was posted: it may have gone
-            if (auto* control = dynamic_cast<CONTROLPROPERTIES*>(sender); control != nullptr) {
+            // One that was posted before another control was selected is late.
+            if (auto* control = dynamic_cast<CONTROLPROPERTIES*>(sender); control == object) {
                 Attach(*this, control);
             }
         }

@@ -8,11 +8,11 @@
 // The parameter dialogs of all controls share one implementation; a control describes its own fields by
 // tables. A dialog changes its control by property lines only.
 
-enum class FieldKind { Integer, Float, Text, Colour, Font };
+enum class FieldKind { Integer, Float, TypedFloat, Text, Colour, Font };
 
 // An edit field for a keyword, or for one of the comma-separated parts of a keyword whose value is several
 // numbers. Enter, and leaving the field, sends the keyword with its parts up to `lastPart`; Escape puts back
-// what the control holds.
+// what the control holds. A Float is sent in six digits, a TypedFloat as it was typed.
 struct DialogEdit {
     int id;
     const char* label; // in messages
@@ -30,7 +30,8 @@ struct DialogPreview {
     std::string (*shown)(std::string_view value);
 };
 
-// A radio button that sets a keyword to a value.
+// A radio button that sets a keyword to a value. The last one of a keyword also stands for all values that
+// none of them has.
 struct DialogOption {
     int id;
     const char* keyword;

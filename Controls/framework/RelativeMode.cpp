@@ -2,13 +2,13 @@
 
 #include "logic/Numbers.h"
 
+#include <cstdio>
+
 void RelativeMode::Rebuild(const CONTROLPROPERTIES& control, float value) {
-    const bool fits = offsets.size() == control.requests.size();
-    if (relative != 0 && loadedAhead_ && (fits || control.requests.empty())) {
-        loadedAhead_ = !fits;
+    if (relative != 0 && areLoaded_ && control.isLoadingFile) {
         return;
     }
-    loadedAhead_ = false;
+    areLoaded_ = false;
     std::vector<float> fresh; // what is asked may rebuild them
     for (const REQUESTITEM& item : relative != 0 ? ItemsOf(control.requests) : std::vector<REQUESTITEM>()) {
         float held = 0;
@@ -19,10 +19,33 @@ void RelativeMode::Rebuild(const CONTROLPROPERTIES& control, float value) {
     offsets.swap(fresh);
 }
 
-void RelativeMode::Load(const std::string& text, const CONTROLPROPERTIES& control) {
+void RelativeMode::Load(const std::string& text) {
     offsets = logic::ParseFloats(text);
-    loadedAhead_ = offsets.size() != control.requests.size();
+    areLoaded_ = true;
 }
+
+namespace {
+
+// -1 when it cannot be reached.
+int SendShifted(const REQUESTITEM& item, float shifted, int command, int datatype) {
+    switch (datatype) {
+    case DATATYPE_FLOAT:
+        return a_SendToItem(item, command, datatype, &shifted);
+    case DATATYPE_INTEGER: {
+        int whole = logic::TruncateToInteger(shifted);
+        return a_SendToItem(item, command, datatype, &whole);
+    }
+    case DATATYPE_TEXT: {
+        char text[TEXT_SIZE];
+        std::snprintf(text, sizeof text, "%s", logic::FormatFloat(shifted).c_str());
+        return a_SendToItem(item, command, datatype, text);
+    }
+    default:
+        return 0;
+    }
+}
+
+} // namespace
 
 int SendByMode(const RelativeMode& mode, CONTROLPROPERTIES& control, float current, int command, int datatype,
                long value, int* result) {
@@ -36,10 +59,10 @@ int SendByMode(const RelativeMode& mode, CONTROLPROPERTIES& control, float curre
         if (items[i].target == nullptr) {
             continue;
         }
-        float shifted = current + (i < offsets.size() ? offsets[i] : 0.0F);
-        const int answer = a_SendToItem(items[i], command, DATATYPE_FLOAT, &shifted);
+        const float shifted = current + (i < offsets.size() ? offsets[i] : 0.0F);
+        const int answer = SendShifted(items[i], shifted, command, datatype);
         if (command == COMMAND_GET && answer != 0 && result != nullptr) {
-            *result = answer < 0 ? REQUEST_UNREACHABLE : REQUEST_DISAGREE;
+            *result = REQUEST_DISAGREE;
         }
     }
     return 1;

@@ -12,17 +12,19 @@ struct RelativeMode {
     std::vector<float> offsets;
 
     // Asks every connected control for its value and keeps the distance from the given one; 0 for an item
-    // without a control. Offsets that were loaded before the connections they belong to are kept once, if
-    // their number fits.
+    // without a control. Offsets that were loaded stay as they are while further lines of a panel file are
+    // loaded: the connections that they belong to come last.
     void Rebuild(const CONTROLPROPERTIES& control, float value);
     // Replaces the offsets by comma-separated numbers.
-    void Load(const std::string& text, const CONTROLPROPERTIES& control);
+    void Load(const std::string& text);
 
 private:
-    bool loadedAhead_ = false;
+    bool areLoaded_ = false; // the offsets
 };
 
 // Sends a request as the mode says: absolute to the whole list, relative to each connected control with its
-// offset added. value is the address of the value. 1 in relative mode, else what a_SendRequest returns.
+// offset added to the current value, as an integer, a float or a text; of another datatype nothing is sent.
+// value is the address of the value. In relative mode the result of a get is REQUEST_DISAGREE when anything
+// answers with another value or cannot be reached, and 1 is returned; else what a_SendRequest returns.
 int SendByMode(const RelativeMode& mode, CONTROLPROPERTIES& control, float current, int command, int datatype,
                long value, int* result);

@@ -16,6 +16,7 @@
 #define IDD_EDIT 133
 #define IDD_STATIC 134
 #define IDD_XOVER 135
+#define IDD_MIXER 136
 
 /* Items that all of them have. */
 #define IDC_ADVANCED 5
@@ -85,6 +86,7 @@
 #define IDC_GAIN_FUNCTION 1099
 #define IDC_POLARITY_FUNCTION 1100
 #define IDC_DELAY_FUNCTION 1101
+#define IDC_STEREO 1102
 
 /* Menus: what a panel offers for its controls, for an entry of a list of bindings, and what the editor panels
  * offer for their values. */
@@ -102,6 +104,7 @@
 #define IDM_TO_FOREGROUND 40107
 #define IDM_TO_BACKGROUND 40108
 #define IDM_DELETE_ENTRY 40111
-#define IDM_DELETE_ALL 40112
+#define IDM_DELETE_SELECTED 40112
+#define IDM_DELETE_ALL 40113
 #define IDM_COPY_VALUE 40121
 #define IDM_PASTE_VALUE 40122

@@ -53,6 +53,11 @@ void a_SetEditListener(HOSTINFO* root, EDITLISTENER listener, void* context) {
     }
 }
 
+bool a_HasEditListener(const HOSTINFO* object) {
+    const PanelRoot* panel = PanelRoot::Above(object);
+    return panel != nullptr && panel->editListener != nullptr;
+}
+
 void a_NotifyEdit(int event, HOSTINFO* object) {
     const PanelRoot* panel = PanelRoot::Above(object);
     if (panel != nullptr && panel->editListener != nullptr) {

@@ -92,11 +92,12 @@ TEST_CASE("values are rounded half away from zero to a multiple of the step") {
         float value, step, expected;
     };
     const Row rows[] = {
-        {10.3F, 0.5F, 10.5F},        {-10.3F, 0.5F, -10.5F},       {10.25F, 0.5F, 10.5F},
-        {-10.25F, 0.5F, -10.5F},     {10.2F, 0.5F, 10.0F},         {10.3F, -0.5F, 10.5F},
-        {2.5F, 1.0F, 3.0F},          {-0.2F, 0.5F, 0.0F},          {1.234F, 0.0F, 1.234F},
-        {1.234F, infinity, 1.234F},  {1.234F, notANumber, 1.234F}, {infinity, 1.0F, infinity},
-        {largest, 3.0e38F, 3.0e38F}, {largest, 2.2e38F, largest},  {largest, 1e-45F, largest},
+        {10.3F, 0.5F, 10.5F},       {-10.3F, 0.5F, -10.5F},      {10.25F, 0.5F, 10.5F},
+        {-10.25F, 0.5F, -10.5F},    {10.2F, 0.5F, 10.0F},        {10.3F, -0.5F, 10.5F},
+        {-0.25F, 0.1F, -0.3F},      {2.5F, 1.0F, 3.0F},          {-0.2F, 0.5F, 0.0F},
+        {1.234F, 0.0F, 1.234F},     {1.234F, infinity, 1.234F},  {1.234F, notANumber, 1.234F},
+        {infinity, 1.0F, infinity}, {largest, 3.0e38F, 3.0e38F}, {largest, 2.2e38F, largest},
+        {largest, 1e-45F, largest},
     };
     for (const Row& row : rows) {
         CAPTURE(row.value);

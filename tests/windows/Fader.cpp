@@ -508,8 +508,10 @@ TEST_CASE("the menu entry Apply sends the value once more") {
     CHECK(std::string(text) == "Apply");
     CHECK(GetMenuItemID(menu, 1) == 1);
     CHECK((GetMenuState(menu, 0, MF_BYPOSITION) & MF_SEPARATOR) != 0);
-    SendMessageA(panel.Create("KNOB", "Knob"), CWM_EXTENDMENU, 0, reinterpret_cast<LPARAM>(menu));
+    SendMessageA(panel.Create("METER", "Meter"), CWM_EXTENDMENU, 0, reinterpret_cast<LPARAM>(menu));
     CHECK(GetMenuItemCount(menu) == 2); // not every control has it
+    SendMessageA(panel.Create("KNOB", "Knob"), CWM_EXTENDMENU, 0, reinterpret_cast<LPARAM>(menu));
+    CHECK(GetMenuItemCount(menu) == 4);
     DestroyMenu(menu);
     SendMessageA(fader, CWM_MENUCOMMAND, 0, 0);
     CHECK(Gain(panel) == 7.0F);

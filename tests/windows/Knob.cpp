@@ -45,13 +45,14 @@ COLORREF PixelOf(HWND knob, POINT point) {
     return Picture(knob).At(point.x, point.y);
 }
 
-int Request(HWND knob, int command, float value, int& result) {
+template <class Value>
+int Request(HWND knob, int command, Value value, int& result, int datatype = DATATYPE_FLOAT) {
     // l_SendRequest(KNOBPROPERTIES*, int, int, long, int*) as compilers of this platform name it
     using SendRequest = int (*)(HOSTINFO*, int, int, long, int*);
     const auto send = reinterpret_cast<SendRequest>(reinterpret_cast<void*>(
         GetProcAddress(GetModuleHandleA(CONTROL_LIBRARY), "_Z13l_SendRequestP14KNOBPROPERTIESiilPi")));
     REQUIRE((send != nullptr));
-    return send(&ObjectOf(knob), command, DATATYPE_FLOAT, reinterpret_cast<long>(&value), &result);
+    return send(&ObjectOf(knob), command, datatype, reinterpret_cast<long>(&value), &result);
 }
 
 } // namespace
@@ -332,8 +333,31 @@ TEST_CASE("offsets that a file gives before the connections are kept") {
     CHECK(Text(group, "values") == "-10,5");
     SetValue(group, 50.0F);
     CHECK(Value(left) == 40.0F);
+    // In another number than the connections they stay all the same, until anyone but a file says otherwise.
+    for (const char* line : {"values=-10,5,7", "connection=Left"}) {
+        Load(group, line, LOAD_FROM_FILE);
+    }
+    CHECK(Text(group, "values") == "-10,5,7");
     Load(group, "connection=Left");
     CHECK(Text(group, "values") == "-10");
+}
+
+TEST_CASE("a relative request has the datatype asked for, and any other answer disagrees") {
+    const TestKnob test;
+    Load(test.target, "properties=0,100,9");
+    Load(test.knob, "relative=1");
+    Load(test.knob, "values=2.6");
+    int result = 0;
+    SetValue(test.knob, 10.0F);
+    CHECK(Value(test.target) == 12.6F);
+    CHECK(Request(test.knob, COMMAND_SET, 0, result, DATATYPE_INTEGER) == 1);
+    CHECK(Value(test.target) == 12.0F);
+    CHECK(Request(test.knob, COMMAND_SET, 0, result, DATATYPE_TEXT) == 1);
+    CHECK(Value(test.target) == 12.6F);
+    CHECK(Request(test.knob, COMMAND_GET, 0.0F, result) == 1);
+    CHECK(result == 0);
+    CHECK(Request(test.knob, COMMAND_SET, 0, result, DATATYPE_DELAY) == 1); // of which there is no sum
+    CHECK(Value(test.target) == 12.6F);
 }
 
 TEST_CASE("a knob follows a parameter that changes by itself") {
@@ -366,6 +390,16 @@ TEST_CASE("the dot turns with the value and brightens with the focus") {
             CHECK((PixelOf(test.knob, place.dot) == DOT) == (place.value == shown.value));
         }
     }
+    // 5 x 5 without its corners, lit from the lower right.
+    const Picture picture(test.knob);
+    std::string drawn;
+    for (int y = 31; y < 36; ++y) {
+        for (int x = 31; x < 36; ++x) {
+            const COLORREF pixel = picture.At(x, y);
+            drawn += pixel == DOT ? 'o' : pixel == GetSysColor(COLOR_BTNHIGHLIGHT) ? '+' : '.';
+        }
+    }
+    CHECK(drawn == ".ooo.oooo+oooo+oooo+.+++.");
     SendMessageA(test.knob, WM_SETFOCUS, 0, 0);
     CHECK(PixelOf(test.knob, DOT_AT_MAXIMUM) == FOCUSED_DOT);
     SendMessageA(test.knob, WM_KILLFOCUS, 0, 0);

@@ -155,6 +155,15 @@ TEST_CASE("style and combination are chosen") {
     DispatchPosted();
     CHECK(IsDlgButtonChecked(knobDialog, IDC_RELATIVE) == BST_CHECKED);
     CHECK(IsDlgButtonChecked(knobDialog, IDC_ABSOLUTE) == BST_UNCHECKED);
+    Load(knob, "relative=2"); // as relative as 1
+    DispatchPosted();
+    CHECK(IsDlgButtonChecked(knobDialog, IDC_RELATIVE) == BST_CHECKED);
+    Command(knobDialog, IDC_RELATIVE, BN_CLICKED); // sends its line although it is on
+    CHECK(Text(knob, "relative") == "1");
+    const HWND strip = panel.Create("MIXER", "Strip");
+    CHECK(Choose(OpenDialog(strip), IDC_MODE, "output"));
+    CHECK(Choose(OpenDialog(strip), IDC_STEREO, "yes"));
+    CHECK(Text(strip, "mode") + Text(strip, "stereo") == "outputyes");
 
     const struct {
         const char* className;
@@ -210,6 +219,17 @@ TEST_CASE("the selector lists what has a dialog and changes to it") {
     CHECK(Choose(dialog, IDC_OBJECT_SELECTOR, "Second"));
     CHECK(ObjectOf(first).dialog == nullptr);
     CHECK(ObjectOf(second).dialog == dialog);
+    // What was posted for the control before comes late, and a handle that is dead stands in no one's way.
+    SendMessageA(dialog, CWM_ATTACHDIALOG, 0, reinterpret_cast<LPARAM>(&ObjectOf(first)));
+    CHECK(ObjectOf(second).dialog == dialog);
+    ObjectOf(first).dialog = reinterpret_cast<HWND>(0x7FFF);
+    SendMessageA(first, WM_RBUTTONDOWN, MK_RBUTTON | MK_SHIFT | MK_CONTROL, 0);
+    CHECK(IsWindow(ObjectOf(first).dialog));
+    DestroyWindow(ObjectOf(first).dialog);
+    const auto* context = reinterpret_cast<HOSTINFO* const*>(GetWindowLongA(dialog, GWL_USERDATA));
+    CHECK(context[0] == &ObjectOf(second));
+    CHECK(context[1] == panel.Root());
+    CHECK(context[2] == &ObjectOf(second));
     Type(dialog, IDC_RESOLUTION, "8", EDIT_ENTER);
     CHECK(Text(first, "resolution") == "0.5");
     CHECK(Text(second, "resolution") == "8");
@@ -250,7 +270,7 @@ TEST_CASE("the click template is filled in from lists, and the question is shown
     CHECK(Field(dialog, IDC_CONFIRM_PREVIEW) == "One\nTwo");
 }
 
-TEST_CASE("a control is deleted after a question, by whoever edits the panel") {
+TEST_CASE("a control is deleted after a question, or by whoever edits the panel") {
     const TestPanel panel;
     const HWND knob = panel.Create("KNOB", "Knob");
     HWND dialog = OpenDialog(knob);
@@ -277,8 +297,7 @@ TEST_CASE("a control is deleted after a question, by whoever edits the panel") {
             }
         },
         &asked);
-    Answer yes("Delete", IDYES);
-    Command(dialog, IDC_DELETE_CONTROL);
+    Command(dialog, IDC_DELETE_CONTROL); // can be brought back, and is not asked for
     CHECK(asked == &ObjectOf(other));
     CHECK(IsWindow(other));
 }
