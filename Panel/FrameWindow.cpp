@@ -8,6 +8,7 @@
 #include "Panelhost/Hostinfo.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -16,6 +17,19 @@ constexpr UINT TICK = 20;                // milliseconds
 constexpr ULONGLONG REFRESH_AFTER = 200; // milliseconds
 constexpr POINT SCREENSHOT_PLACE{40, 40};
 constexpr DWORD STYLE = WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN;
+constexpr UINT SHOW_WARNINGS = WM_APP; // posted to itself
+
+std::wstring RecoveryFolder(const CommandLine& commandLine) {
+    if (commandLine.unattended) {
+        return {}; // nobody edits
+    }
+    const std::string& given = commandLine.recoveryFolder;
+    return given.empty() ? Recovery::DefaultFolder() : Wide(given);
+}
+
+std::string CountText(int count, const char* what) {
+    return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
+}
 
 } // namespace
 
@@ -26,11 +40,13 @@ FrameWindow::FrameWindow(const CommandLine& commandLine, const Reporter& reporte
       library_(library),
       log_(log),
       font_(CreateSystemFont()),
-      trace_(log) {}
+      trace_(log),
+      recovery_(RecoveryFolder(commandLine)) {}
 
 FrameWindow::~FrameWindow() {
     KillTimer(Handle(), TICK_TIMER);
     ShowWindow(Handle(), SW_HIDE);
+    recovery_.End();
     panel_.reset(); // messages that come meanwhile find none
 }
 
@@ -130,8 +146,16 @@ LRESULT FrameWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
             panel_->RestoreFocus();
         }
         return 0;
+    case SHOW_WARNINGS:
+        ShowWarnings();
+        return 0;
     case WM_QUERYENDSESSION:
         return MayDiscard();
+    case WM_ENDSESSION:
+        if (wParam != FALSE) {
+            recovery_.End(); // the program may be ended without another message
+        }
+        return 0;
     case WM_CLOSE:
         if (MayDiscard()) {
             PostQuitMessage(0); // the window goes in good order once the message loop has ended
@@ -231,6 +255,9 @@ void FrameWindow::OnTick() {
         ticking_ = true;
         panel_->Tick();
         ticking_ = false;
+        if (!panel_->Edit().IsDragging()) {
+            recovery_.Tick(panel_->Edit().Edits(), file_, commandLine_.deviceFile);
+        }
     }
     if (editing_ && panel_) {
         status_.SetText(panel_->StatusText()); // it follows the mouse
@@ -264,10 +291,14 @@ void FrameWindow::OnSize() {
 // The panel and its file.
 
 bool FrameWindow::OpenPanel(const std::string& file, std::string& error) {
-    const std::string devices = DeviceFileFor(file);
+    return OpenSource({file, DeviceFileFor(file)}, error);
+}
+
+bool FrameWindow::OpenSource(const PanelSource& source, std::string& error) {
+    const auto warn = [this](const std::string& text) { WarnLater(text); };
     const int messages = log_.MessageCount();
     log_.SetMessageCount(0);
-    auto opened = PanelWindow::Open(view_.Handle(), file, devices, error);
+    auto opened = PanelWindow::Open(view_.Handle(), source, warn, error);
     if (!opened) {
         log_.SetMessageCount(messages);
         return false;
@@ -278,18 +309,48 @@ bool FrameWindow::OpenPanel(const std::string& file, std::string& error) {
         opened.reset();
         Replace(nullptr, "");
         log_.SetMessageCount(0);
-        opened = PanelWindow::Open(view_.Handle(), file, devices, error);
+        opened = PanelWindow::Open(view_.Handle(), source, warn, error);
         if (!opened) { // the file changed this very moment
             std::string ignored;
-            Replace(PanelWindow::Open(view_.Handle(), "", "", ignored), "");
+            Replace(PanelWindow::Open(view_.Handle(), {}, warn, ignored), "");
             return false;
         }
     }
-    Replace(std::move(opened), file);
+    Replace(std::move(opened), source.panelFile);
     return true;
 }
 
+bool FrameWindow::Recover() {
+    for (FoundCopy& found : recovery_.LeftBehind(commandLine_.panelFile)) {
+        const logic::RecoveryCopy& copy = found.copy;
+        const std::string name = copy.file.empty() ? "an untitled panel" : copy.file;
+        const int answer =
+            reporter_.Ask(nullptr, "Panel has ended without saving " + name + ". There is a copy of " +
+                                       found.file.TimeText() + " with " + CountText(copy.changes, "change") +
+                                       " that the file does not hold. Open it?\n\n"
+                                       "Yes: it is opened; the file changes when you save it.\n"
+                                       "No: the copy is deleted.\n"
+                                       "Cancel: you are asked again at the next start.");
+        if (answer == IDNO) {
+            found.file.Remove();
+        } else if (answer == IDYES) {
+            PanelSource source{copy.file, DeviceFileFor(copy.file), &copy};
+            if (commandLine_.deviceFile.empty() && FileExists(copy.devices)) {
+                source.deviceFile = copy.devices;
+            }
+            if (std::string error; !OpenSource(source, error)) {
+                reporter_.Warn(nullptr, error);
+                return false;
+            }
+            recovery_.Adopt(std::move(found.file), panel_->Edit().Edits());
+            return true;
+        }
+    }
+    return false;
+}
+
 void FrameWindow::Replace(std::unique_ptr<PanelWindow> panel, const std::string& file) {
+    recovery_.Discard();
     palette_.SetEditor(nullptr);
     view_.SetPanel(panel ? panel->Handle() : nullptr, panel ? panel->Size() : SIZE{});
     panel_ = std::move(panel);
@@ -307,6 +368,18 @@ void FrameWindow::Replace(std::unique_ptr<PanelWindow> panel, const std::string&
     Refresh();
     if (GetActiveWindow() == Handle()) {
         panel_->RestoreFocus();
+    }
+}
+
+// While an edit is under way its dialog may not go, as it could while a message is shown.
+void FrameWindow::WarnLater(const std::string& text) {
+    warnings_.push_back(text);
+    PostMessageA(Handle(), SHOW_WARNINGS, 0, 0);
+}
+
+void FrameWindow::ShowWarnings() {
+    for (const std::string& text : std::exchange(warnings_, {})) {
+        reporter_.Warn(Handle(), text);
     }
 }
 

@@ -2,8 +2,6 @@
 
 #include "Controls/framework/Control.h"
 
-#include "Panelhost/Editing.h"
-
 #include <algorithm>
 #include <cstdio>
 
@@ -26,16 +24,9 @@ LRESULT CONTROLPROPERTIES::OnLoad(WPARAM loadMode, LPARAM lParam) {
         return EDITTRACE(parent, "Not implemented %s", line);
     }
     VALUERECORD record{COMMAND_SET, row, DATATYPE_TEXT, 0, value, nullptr, 0};
-    const bool edited = loadMode != LOAD_FROM_FILE;
-    if (edited) {
-        a_NotifyEdit(EDIT_CHANGING, this);
-    }
     const int taken = table[row].handler(&record, this);
     if (!a_IsAlive(this)) { // a value that was passed on can have closed the panel
         return taken;
-    }
-    if (edited) {
-        a_NotifyEdit(EDIT_CHANGED, this);
     }
     if (taken == 0) {
         return EDITTRACE(parent, "Error reading line %s", line);
@@ -43,7 +34,7 @@ LRESULT CONTROLPROPERTIES::OnLoad(WPARAM loadMode, LPARAM lParam) {
     if (dialog != nullptr) {
         PostMessageA(dialog, CWM_ATTACHDIALOG, 0, reinterpret_cast<LPARAM>(static_cast<HOSTINFO*>(this)));
     }
-    if (edited) {
+    if (loadMode != LOAD_FROM_FILE) {
         flags |= FLAG_CHANGED;
     }
     return 1;

@@ -70,11 +70,7 @@ void ShowStatus(HWND dialog, const std::string& text) {
 }
 
 bool SendLine(HWND dialog, const std::string& line) {
-    const HWND control = ContextOf(dialog).object->window;
-    if (line.size() >= TEXT_SIZE) {
-        return false;
-    }
-    return SendMessageA(control, CWM_LOAD, LOAD_FROM_DIALOG, reinterpret_cast<LPARAM>(line.c_str())) != 0;
+    return line.size() < TEXT_SIZE && a_ApplyEdit(ContextOf(dialog).object, line.c_str()) != 0;
 }
 
 // Why a text cannot be the value of a field; empty when it can.

@@ -3,6 +3,7 @@
 #include "Panelhost/dialogs/Dialog.h"
 
 #include "Panelhost/Dialogs.h"
+#include "Panelhost/Editing.h"
 #include "Panelhost/Guard.h"
 
 #include <algorithm>
@@ -224,8 +225,7 @@ bool ObjectDialog::ObjectLives() const {
 }
 
 bool ObjectDialog::Load(const std::string& line) const {
-    return ObjectLives() && SendMessageA(objectWindow_, CWM_LOAD, LOAD_FROM_DIALOG,
-                                         reinterpret_cast<LPARAM>(line.c_str())) != 0;
+    return ObjectLives() && a_ApplyEdit(object_, line.c_str()) != 0;
 }
 
 LRESULT CALLBACK ObjectDialog::ObjectProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam,

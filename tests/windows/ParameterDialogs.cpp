@@ -266,6 +266,7 @@ TEST_CASE("a control is deleted after a question, by whoever edits the panel") {
             if (event == EDIT_DELETE) {
                 *static_cast<HOSTINFO**>(context) = object;
             }
+            return 1;
         },
         &asked);
     Answer yes("Delete", IDYES);

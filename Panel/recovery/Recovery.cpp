@@ -1,0 +1,162 @@
+#include "Panel/recovery/Recovery.h"
+
+#include "Panel/editing/PanelEdits.h"
+#include "Panelhost/Editing.h"
+#include "Panelhost/Trace.h"
+
+#include <shlobj.h>
+
+#include <algorithm>
+
+namespace {
+
+constexpr ULONGLONG DELAY = 5000;        // milliseconds from an edit to its copy
+constexpr ULONGLONG LONGEST_TRY = 20000; // milliseconds, when edit follows upon edit
+constexpr LONGLONG SLICE = 4;            // milliseconds of each tick
+constexpr int OBJECTS_AT_ONCE = 8;
+
+class Stopwatch {
+public:
+    Stopwatch() {
+        QueryPerformanceFrequency(&frequency_);
+        QueryPerformanceCounter(&start_);
+    }
+    LONGLONG Milliseconds() const {
+        LARGE_INTEGER now;
+        QueryPerformanceCounter(&now);
+        return (now.QuadPart - start_.QuadPart) * 1000 / frequency_.QuadPart;
+    }
+
+private:
+    LARGE_INTEGER frequency_{};
+    LARGE_INTEGER start_{};
+};
+
+} // namespace
+
+std::wstring Recovery::DefaultFolder() {
+    wchar_t path[MAX_PATH] = L"";
+    if (FAILED(SHGetFolderPathW(nullptr, CSIDL_LOCAL_APPDATA | CSIDL_FLAG_CREATE, nullptr, 0, path))) {
+        return {};
+    }
+    return std::wstring(path) + L"\\OSMIR\\Panel\\Recovery";
+}
+
+Recovery::Recovery(const std::wstring& folder)
+    : folder_(folder), writer_(folder.empty() ? nullptr : std::make_unique<RecoveryWriter>(folder)) {}
+
+std::vector<FoundCopy> Recovery::LeftBehind(const std::string& file) const {
+    std::vector<FoundCopy> found;
+    if (!writer_) {
+        return found;
+    }
+    for (RecoveryFile& left : RecoveryFile::TakeLeftBehind(folder_)) {
+        const auto text = left.Read();
+        if (!text) {
+            continue;
+        }
+        if (auto copy = logic::ParseRecoveryText(*text)) {
+            found.push_back({std::move(left), std::move(*copy)});
+        } else {
+            TRACE("Panel: a damaged copy for recovery was removed%s\n", "");
+            left.Remove();
+        }
+    }
+    const auto isAsked = [&](const FoundCopy& one) {
+        return !file.empty() && lstrcmpiA(one.copy.file.c_str(), file.c_str()) == 0;
+    };
+    std::sort(found.begin(), found.end(), [&](const FoundCopy& one, const FoundCopy& other) {
+        return isAsked(one) != isAsked(other) ? isAsked(one) : one.file.Time() > other.file.Time();
+    });
+    return found;
+}
+
+void Recovery::Adopt(RecoveryFile file, const PanelEdits& edits) {
+    if (writer_) {
+        writer_->Adopt(std::move(file));
+        hasCopy_ = true;
+        written_ = edits.Serial();
+    }
+}
+
+void Recovery::Tick(PanelEdits& edits, const std::string& file, const std::string& devices) {
+    if (!writer_) {
+        return;
+    }
+    const ULONGLONG now = GetTickCount64();
+    if (writer_->TakeFailure()) {
+        written_.reset(); // tried again
+    }
+    if (edits.UnsavedChanges() == 0) {
+        return Discard();
+    }
+    if (making_ && madeOf_ != edits.Serial()) {
+        if (now < due_ + LONGEST_TRY) {
+            StartText(edits.Serial());
+        } else { // at once, before the next edit
+            StartText(edits.Serial());
+            while (making_) {
+                MakeText(edits, file, devices);
+            }
+        }
+    }
+    if (making_) {
+        return MakeText(edits, file, devices);
+    }
+    if (written_ == edits.Serial()) {
+        return;
+    }
+    if (due_ == 0) {
+        due_ = now + DELAY;
+    }
+    if (now >= due_ && !writer_->IsBusy()) {
+        StartText(edits.Serial());
+    }
+}
+
+void Recovery::StartText(unsigned serial) {
+    making_ = true;
+    madeOf_ = serial;
+    next_ = 0;
+    text_.clear();
+}
+
+void Recovery::MakeText(PanelEdits& edits, const std::string& file, const std::string& devices) {
+    const Stopwatch watch;
+    int made = 0;
+    do {
+        made = a_PanelText(edits.Root(), next_, OBJECTS_AT_ONCE, &text_);
+        next_ += made;
+    } while (made > 0 && watch.Milliseconds() < SLICE);
+    if (made > 0) {
+        return;
+    }
+    making_ = false;
+    due_ = 0; // also after a failure: it is tried again later
+    if (made < 0) {
+        TRACE("Panel: no copy for recovery can be made%s\n", "");
+    } else {
+        written_ = madeOf_;
+        hasCopy_ = true;
+        writer_->Write(logic::RecoveryText({file, devices, edits.UnsavedChanges(), std::move(text_)}));
+    }
+    text_ = {};
+}
+
+void Recovery::Discard() {
+    making_ = false;
+    text_ = {};
+    due_ = 0;
+    written_.reset();
+    if (hasCopy_) {
+        hasCopy_ = false;
+        writer_->Remove();
+    }
+}
+
+void Recovery::End() {
+    Discard();
+    if (writer_) {
+        writer_->Finish();
+    }
+}

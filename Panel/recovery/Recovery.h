@@ -1,0 +1,60 @@
+#pragma once
+
+#include "Panel/recovery/RecoveryWriter.h"
+#include "logic/RecoveryCopy.h"
+
+#include <windows.h>
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+class PanelEdits;
+
+// A copy that a program left behind.
+struct FoundCopy {
+    RecoveryFile file;
+    logic::RecoveryCopy copy;
+};
+
+// Keeps a copy of the panel on the disk while it has edits that its file does not hold, for a program that
+// ends without being asked to. The copy goes when the panel is saved or let go of.
+class Recovery {
+public:
+    // Where copies lie unless the command line says otherwise; empty when the system names no place.
+    static std::wstring DefaultFolder();
+
+    // Keeps nothing and finds nothing when the folder is empty.
+    explicit Recovery(const std::wstring& folder);
+
+    // Copies that were left behind: that of the panel file first, then from the latest on. Damaged ones are
+    // removed.
+    std::vector<FoundCopy> LeftBehind(const std::string& file) const;
+    // The panel came from that copy: the place is this program's from now on.
+    void Adopt(RecoveryFile file, const PanelEdits& edits);
+
+    // Does a part of what is due. The files are those of the panel and of the devices the program was started
+    // with.
+    void Tick(PanelEdits& edits, const std::string& file, const std::string& devices);
+    // The panel is let go of.
+    void Discard();
+    // The program ends well: waits until the copy is gone.
+    void End();
+
+private:
+    void StartText(unsigned serial);
+    void MakeText(PanelEdits& edits, const std::string& file, const std::string& devices);
+
+    std::wstring folder_;
+    std::unique_ptr<RecoveryWriter> writer_; // null when no copies are kept
+    bool hasCopy_ = false;                   // written, or being written
+    std::optional<unsigned> written_;        // the edits that the copy holds
+    ULONGLONG due_ = 0;                      // when to begin with the next one; 0 while there is nothing new
+
+    // The text that is being made.
+    bool making_ = false;
+    unsigned madeOf_ = 0; // edits
+    int next_ = 0;        // object
+    std::string text_;
+};
