@@ -285,7 +285,7 @@ void FrameWindow::OnSize() {
         SetWindowPos(palette_.Handle(), nullptr, 0, top, left, height, SWP_NOZORDER | SWP_NOACTIVATE);
     }
     SetWindowPos(view_.Handle(), nullptr, left, top, std::max(0L, client.right - left), height,
-                 SWP_NOZORDER | SWP_NOACTIVATE);
+                 SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS);
 }
 
 // The panel and its file.

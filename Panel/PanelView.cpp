@@ -72,8 +72,22 @@ void PanelView::Arrange() {
     SetBar(SB_VERT, size_.cy, room.cy, position_.y);
     const int left = size_.cx < room.cx ? (room.cx - size_.cx) / 2 : -position_.x;
     const int top = size_.cy < room.cy ? (room.cy - size_.cy) / 2 : -position_.y;
-    SetWindowPos(panel_, nullptr, left, top, size_.cx, size_.cy, SWP_NOZORDER | SWP_NOACTIVATE);
+    MovePanel({left, top, left + size_.cx, top + size_.cy});
     arranging_ = false;
+}
+
+// What stands on the screen is not moved along: the view may be moved and sized at the same time, and then parts of it
+// would be left behind. All is drawn anew, the ground beside the panel included.
+void PanelView::MovePanel(const RECT& place) {
+    RECT now;
+    GetWindowRect(panel_, &now);
+    MapWindowPoints(nullptr, Handle(), reinterpret_cast<POINT*>(&now), 2);
+    if (EqualRect(&now, &place)) {
+        return;
+    }
+    SetWindowPos(panel_, nullptr, place.left, place.top, place.right - place.left, place.bottom - place.top,
+                 SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS);
+    RedrawWindow(Handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
 }
 
 void PanelView::SetBar(int bar, int length, int visible, LONG& position) {

@@ -19,6 +19,7 @@ public:
 private:
     LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
     void Arrange();
+    void MovePanel(const RECT& place);
     void SetBar(int bar, int length, int visible, LONG& position);
     void Scroll(int bar, int to);
     void OnScroll(int bar, int request);
