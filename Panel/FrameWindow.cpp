@@ -19,18 +19,6 @@ constexpr POINT SCREENSHOT_PLACE{40, 40};
 constexpr DWORD STYLE = WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN;
 constexpr UINT SHOW_WARNINGS = WM_APP; // posted to itself
 
-std::wstring RecoveryFolder(const CommandLine& commandLine) {
-    if (commandLine.unattended) {
-        return {}; // nobody edits
-    }
-    const std::string& given = commandLine.recoveryFolder;
-    return given.empty() ? Recovery::DefaultFolder() : Wide(given);
-}
-
-std::string CountText(int count, const char* what) {
-    return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
-}
-
 } // namespace
 
 FrameWindow::FrameWindow(const CommandLine& commandLine, const Reporter& reporter,
@@ -41,7 +29,7 @@ FrameWindow::FrameWindow(const CommandLine& commandLine, const Reporter& reporte
       log_(log),
       font_(CreateSystemFont()),
       trace_(log),
-      recovery_(RecoveryFolder(commandLine)) {}
+      recovery_(commandLine) {}
 
 FrameWindow::~FrameWindow() {
     KillTimer(Handle(), TICK_TIMER);
@@ -256,7 +244,7 @@ void FrameWindow::OnTick() {
         panel_->Tick();
         ticking_ = false;
         if (!panel_->Edit().IsDragging()) {
-            recovery_.Tick(panel_->Edit().Edits(), file_, commandLine_.deviceFile);
+            recovery_.Tick(panel_->Edit().Edits(), file_);
         }
     }
     if (editing_ && panel_) {
@@ -321,32 +309,21 @@ bool FrameWindow::OpenSource(const PanelSource& source, std::string& error) {
 }
 
 bool FrameWindow::Recover() {
-    for (FoundCopy& found : recovery_.LeftBehind(commandLine_.panelFile)) {
-        const logic::RecoveryCopy& copy = found.copy;
-        const std::string name = copy.file.empty() ? "an untitled panel" : copy.file;
-        const int answer =
-            reporter_.Ask(nullptr, "Panel has ended without saving " + name + ". There is a copy of " +
-                                       found.file.TimeText() + " with " + CountText(copy.changes, "change") +
-                                       " that the file does not hold. Open it?\n\n"
-                                       "Yes: it is opened; the file changes when you save it.\n"
-                                       "No: the copy is deleted.\n"
-                                       "Cancel: you are asked again at the next start.");
-        if (answer == IDNO) {
-            found.file.Remove();
-        } else if (answer == IDYES) {
-            PanelSource source{copy.file, DeviceFileFor(copy.file), &copy};
-            if (commandLine_.deviceFile.empty() && FileExists(copy.devices)) {
-                source.deviceFile = copy.devices;
-            }
-            if (std::string error; !OpenSource(source, error)) {
-                reporter_.Warn(nullptr, error);
-                return false;
-            }
-            recovery_.Adopt(std::move(found.file), panel_->Edit().Edits());
-            return true;
-        }
+    std::optional<FoundCopy> found = recovery_.Offer(reporter_, commandLine_.panelFile);
+    if (!found) {
+        return false;
     }
-    return false;
+    const logic::RecoveryCopy& copy = found->copy;
+    PanelSource source{copy.file, DeviceFileFor(copy.file), &copy};
+    if (commandLine_.deviceFile.empty() && FileExists(copy.devices)) {
+        source.deviceFile = copy.devices;
+    }
+    if (std::string error; !OpenSource(source, error)) {
+        reporter_.Warn(nullptr, error);
+        return false;
+    }
+    recovery_.Adopt(std::move(found->file), panel_->Edit().Edits());
+    return true;
 }
 
 void FrameWindow::Replace(std::unique_ptr<PanelWindow> panel, const std::string& file) {

@@ -76,8 +76,8 @@ void PanelView::Arrange() {
     arranging_ = false;
 }
 
-// What stands on the screen is not moved along: the view may be moved and sized at the same time, and then parts of it
-// would be left behind. All is drawn anew, the ground beside the panel included.
+// What stands on the screen is not moved along: the view may be moved and sized at the same time, and then
+// parts of it would be left behind. All is drawn anew, the ground beside the panel included.
 void PanelView::MovePanel(const RECT& place) {
     RECT now;
     GetWindowRect(panel_, &now);

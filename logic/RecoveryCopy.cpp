@@ -2,6 +2,8 @@
 
 #include "logic/Numbers.h"
 
+#include <cstdint>
+
 namespace logic {
 
 namespace {
@@ -20,6 +22,15 @@ std::optional<std::string_view> TakeLine(std::string_view& text, std::string_vie
     return line.substr(keyword.size() + 1);
 }
 
+// Tells a text that was not written whole by a system that went down: its size may be right all the same.
+std::string Checksum(std::string_view text) {
+    std::uint32_t sum = 2166136261U;
+    for (const char character : text) {
+        sum = (sum ^ static_cast<unsigned char>(character)) * 16777619U;
+    }
+    return std::to_string(sum);
+}
+
 std::optional<std::int32_t> TakeNumber(std::string_view& text, std::string_view keyword) {
     const auto line = TakeLine(text, keyword);
     return line ? ParseWholeInteger(*line) : std::nullopt;
@@ -33,7 +44,7 @@ std::string RecoveryText(const RecoveryCopy& copy) {
     };
     return std::string(START) + line("file", copy.file) + line("devices", copy.devices) +
            line("changes", std::to_string(copy.changes)) + line("bytes", std::to_string(copy.panel.size())) +
-           copy.panel;
+           line("sum", Checksum(copy.panel)) + copy.panel;
 }
 
 std::optional<RecoveryCopy> ParseRecoveryText(std::string_view text) {
@@ -45,8 +56,9 @@ std::optional<RecoveryCopy> ParseRecoveryText(std::string_view text) {
     const auto devices = TakeLine(text, "devices");
     const auto changes = TakeNumber(text, "changes");
     const auto bytes = TakeNumber(text, "bytes");
-    if (!file || !devices || !changes || !bytes || *changes < 1 || *bytes < 0 ||
-        text.size() != static_cast<std::size_t>(*bytes)) {
+    const auto sum = TakeLine(text, "sum");
+    if (!file || !devices || !changes || !bytes || !sum || *changes < 1 || *bytes < 0 ||
+        text.size() != static_cast<std::size_t>(*bytes) || *sum != Checksum(text)) {
         return std::nullopt;
     }
     return RecoveryCopy{std::string(*file), std::string(*devices), *changes, std::string(text)};

@@ -1,5 +1,8 @@
 #include "Panel/recovery/Recovery.h"
 
+#include "Panel/CommandLine.h"
+#include "Panel/Paths.h"
+#include "Panel/Report.h"
 #include "Panel/editing/PanelEdits.h"
 #include "Panelhost/Editing.h"
 #include "Panelhost/Trace.h"
@@ -13,7 +16,7 @@ namespace {
 constexpr ULONGLONG DELAY = 5000;        // milliseconds from an edit to its copy
 constexpr ULONGLONG LONGEST_TRY = 20000; // milliseconds, when edit follows upon edit
 constexpr LONGLONG SLICE = 4;            // milliseconds of each tick
-constexpr int OBJECTS_AT_ONCE = 8;
+constexpr int OBJECTS_AT_ONCE = 16;
 
 class Stopwatch {
 public:
@@ -32,9 +35,14 @@ private:
     LARGE_INTEGER start_{};
 };
 
-} // namespace
-
-std::wstring Recovery::DefaultFolder() {
+// Empty when the system names no place.
+std::wstring FolderOf(const CommandLine& commandLine) {
+    if (commandLine.unattended) {
+        return {}; // nobody edits
+    }
+    if (!commandLine.recoveryFolder.empty()) {
+        return Wide(commandLine.recoveryFolder);
+    }
     wchar_t path[MAX_PATH] = L"";
     if (FAILED(SHGetFolderPathW(nullptr, CSIDL_LOCAL_APPDATA | CSIDL_FLAG_CREATE, nullptr, 0, path))) {
         return {};
@@ -42,8 +50,39 @@ std::wstring Recovery::DefaultFolder() {
     return std::wstring(path) + L"\\OSMIR\\Panel\\Recovery";
 }
 
-Recovery::Recovery(const std::wstring& folder)
-    : folder_(folder), writer_(folder.empty() ? nullptr : std::make_unique<RecoveryWriter>(folder)) {}
+std::string Question(const FoundCopy& found) {
+    const std::string& file = found.copy.file;
+    const int changes = found.copy.changes;
+    return "Panel has ended without saving " + (file.empty() ? "an untitled panel" : file) +
+           ". There is a copy of " + found.file.TimeText() + " with " + std::to_string(changes) +
+           (changes == 1 ? " unsaved change" : " unsaved changes") +
+           ". Open it?\n\n"
+           "Yes: it is opened; the file changes when you save it.\n"
+           "No: the copy is deleted.\n"
+           "Cancel: you are asked again at the next start.";
+}
+
+} // namespace
+
+Recovery::Recovery(const CommandLine& commandLine)
+    : devices_(commandLine.deviceFile),
+      folder_(FolderOf(commandLine)),
+      writer_(folder_.empty() ? nullptr : std::make_unique<RecoveryWriter>(folder_)) {}
+
+std::optional<FoundCopy> Recovery::Offer(const Reporter& reporter, const std::string& file) const {
+    for (FoundCopy& found : LeftBehind(file)) {
+        switch (reporter.Ask(nullptr, Question(found))) {
+        case IDYES:
+            return std::move(found);
+        case IDNO:
+            found.file.Remove();
+            break;
+        default:
+            break;
+        }
+    }
+    return std::nullopt;
+}
 
 std::vector<FoundCopy> Recovery::LeftBehind(const std::string& file) const {
     std::vector<FoundCopy> found;
@@ -79,7 +118,7 @@ void Recovery::Adopt(RecoveryFile file, const PanelEdits& edits) {
     }
 }
 
-void Recovery::Tick(PanelEdits& edits, const std::string& file, const std::string& devices) {
+void Recovery::Tick(PanelEdits& edits, const std::string& file) {
     if (!writer_) {
         return;
     }
@@ -96,12 +135,12 @@ void Recovery::Tick(PanelEdits& edits, const std::string& file, const std::strin
         } else { // at once, before the next edit
             StartText(edits.Serial());
             while (making_) {
-                MakeText(edits, file, devices);
+                MakeText(edits, file);
             }
         }
     }
     if (making_) {
-        return MakeText(edits, file, devices);
+        return MakeText(edits, file);
     }
     if (written_ == edits.Serial()) {
         return;
@@ -121,7 +160,7 @@ void Recovery::StartText(unsigned serial) {
     text_.clear();
 }
 
-void Recovery::MakeText(PanelEdits& edits, const std::string& file, const std::string& devices) {
+void Recovery::MakeText(PanelEdits& edits, const std::string& file) {
     const Stopwatch watch;
     int made = 0;
     do {
@@ -138,7 +177,7 @@ void Recovery::MakeText(PanelEdits& edits, const std::string& file, const std::s
     } else {
         written_ = madeOf_;
         hasCopy_ = true;
-        writer_->Write(logic::RecoveryText({file, devices, edits.UnsavedChanges(), std::move(text_)}));
+        writer_->Write(logic::RecoveryText({file, devices_, edits.UnsavedChanges(), std::move(text_)}));
     }
     text_ = {};
 }

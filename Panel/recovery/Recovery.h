@@ -11,6 +11,8 @@
 #include <vector>
 
 class PanelEdits;
+class Reporter;
+struct CommandLine;
 
 // A copy that a program left behind.
 struct FoundCopy {
@@ -22,21 +24,17 @@ struct FoundCopy {
 // ends without being asked to. The copy goes when the panel is saved or let go of.
 class Recovery {
 public:
-    // Where copies lie unless the command line says otherwise; empty when the system names no place.
-    static std::wstring DefaultFolder();
+    // Keeps nothing and finds nothing in a run that ends by itself.
+    explicit Recovery(const CommandLine& commandLine);
 
-    // Keeps nothing and finds nothing when the folder is empty.
-    explicit Recovery(const std::wstring& folder);
-
-    // Copies that were left behind: that of the panel file first, then from the latest on. Damaged ones are
-    // removed.
-    std::vector<FoundCopy> LeftBehind(const std::string& file) const;
+    // Asks for each copy that was left behind whether it is to be opened, that of the panel file first, then
+    // from the latest on. The one that is, or nothing; what the user does not want is deleted.
+    std::optional<FoundCopy> Offer(const Reporter& reporter, const std::string& file) const;
     // The panel came from that copy: the place is this program's from now on.
     void Adopt(RecoveryFile file, const PanelEdits& edits);
 
-    // Does a part of what is due. The files are those of the panel and of the devices the program was started
-    // with.
-    void Tick(PanelEdits& edits, const std::string& file, const std::string& devices);
+    // Does a part of what is due for the panel with that file.
+    void Tick(PanelEdits& edits, const std::string& file);
     // The panel is let go of.
     void Discard();
     // The program ends well: waits until the copy is gone.
@@ -44,10 +42,12 @@ public:
 
 private:
     void StartText(unsigned serial);
-    void MakeText(PanelEdits& edits, const std::string& file, const std::string& devices);
+    void MakeText(PanelEdits& edits, const std::string& file);
+    std::vector<FoundCopy> LeftBehind(const std::string& file) const;
 
-    std::wstring folder_;
-    std::unique_ptr<RecoveryWriter> writer_; // null when no copies are kept
+    std::string devices_;                    // the device file that the program was started with
+    std::wstring folder_;                    // empty when no copies are kept
+    std::unique_ptr<RecoveryWriter> writer_; // null without a folder
     bool hasCopy_ = false;                   // written, or being written
     std::optional<unsigned> written_;        // the edits that the copy holds
     ULONGLONG due_ = 0;                      // when to begin with the next one; 0 while there is nothing new
