@@ -272,8 +272,7 @@ void FrameWindow::OnSize() {
     if (editing_) {
         SetWindowPos(palette_.Handle(), nullptr, 0, top, left, height, SWP_NOZORDER | SWP_NOACTIVATE);
     }
-    SetWindowPos(view_.Handle(), nullptr, left, top, std::max(0L, client.right - left), height,
-                 SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS);
+    view_.MoveTo({left, top, std::max<LONG>(left, client.right), top + height});
 }
 
 // The panel and its file.

@@ -9,6 +9,8 @@ public:
     // Shows that panel window with that size from its upper left corner; null for none.
     void SetPanel(HWND panel, SIZE size);
     void SetPanelSize(SIZE size);
+    // To that place in the frame.
+    void MoveTo(const RECT& place) const;
     SIZE PanelSize() const { return size_; }
     // Scrolls until the window, a child of the panel, can be seen.
     void MakeVisible(HWND child);
@@ -19,7 +21,6 @@ public:
 private:
     LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
     void Arrange();
-    void MovePanel(const RECT& place);
     void SetBar(int bar, int length, int visible, LONG& position);
     void Scroll(int bar, int to);
     void OnScroll(int bar, int request);

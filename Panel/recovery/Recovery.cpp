@@ -10,6 +10,7 @@
 #include <shlobj.h>
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -123,8 +124,8 @@ void Recovery::Tick(PanelEdits& edits, const std::string& file) {
         return;
     }
     const ULONGLONG now = GetTickCount64();
-    if (writer_->TakeFailure()) {
-        written_.reset(); // tried again
+    if (const DWORD error = writer_->TakeFailure(); error != ERROR_SUCCESS) {
+        Failed(edits, ErrorText(error));
     }
     if (edits.UnsavedChanges() == 0) {
         return Discard();
@@ -173,7 +174,7 @@ void Recovery::MakeText(PanelEdits& edits, const std::string& file) {
     making_ = false;
     due_ = 0; // also after a failure: it is tried again later
     if (made < 0) {
-        TRACE("Panel: no copy for recovery can be made%s\n", "");
+        Failed(edits, "properties cannot be read");
     } else {
         written_ = madeOf_;
         hasCopy_ = true;
@@ -182,11 +183,20 @@ void Recovery::MakeText(PanelEdits& edits, const std::string& file) {
     text_ = {};
 }
 
+// It is tried again.
+void Recovery::Failed(const PanelEdits& edits, const std::string& reason) {
+    written_.reset();
+    if (!std::exchange(failureTold_, true)) {
+        EDITTRACE(edits.Root(), "No copy of the unsaved changes can be written: %s", reason.c_str());
+    }
+}
+
 void Recovery::Discard() {
     making_ = false;
     text_ = {};
     due_ = 0;
     written_.reset();
+    failureTold_ = false;
     if (hasCopy_) {
         hasCopy_ = false;
         writer_->Remove();
@@ -195,7 +205,5 @@ void Recovery::Discard() {
 
 void Recovery::End() {
     Discard();
-    if (writer_) {
-        writer_->Finish();
-    }
+    writer_.reset();
 }

@@ -44,6 +44,7 @@ private:
     void StartText(unsigned serial);
     void MakeText(PanelEdits& edits, const std::string& file);
     std::vector<FoundCopy> LeftBehind(const std::string& file) const;
+    void Failed(const PanelEdits& edits, const std::string& reason);
 
     std::string devices_;                    // the device file that the program was started with
     std::wstring folder_;                    // empty when no copies are kept
@@ -51,6 +52,8 @@ private:
     bool hasCopy_ = false;                   // written, or being written
     std::optional<unsigned> written_;        // the edits that the copy holds
     ULONGLONG due_ = 0;                      // when to begin with the next one; 0 while there is nothing new
+
+    bool failureTold_ = false; // of these unsaved changes
 
     // The text that is being made.
     bool making_ = false;

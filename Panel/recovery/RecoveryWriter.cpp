@@ -1,7 +1,5 @@
 #include "Panel/recovery/RecoveryWriter.h"
 
-#include "Panelhost/Trace.h"
-
 #include <chrono>
 #include <condition_variable>
 #include <exception>
@@ -24,19 +22,15 @@ struct RecoveryWriter::State {
     bool remove = false;
     std::string text;
     bool busy = false;
-    bool failed = false;
+    DWORD error = ERROR_SUCCESS;
     bool stop = false; // when all that was ordered is done
     bool stopped = false;
 
-    bool Write(const std::string& contents) {
+    DWORD Write(const std::string& contents) {
         if (!file) {
             file = RecoveryFile::Make(folder);
         }
-        if (file && file->Write(contents)) {
-            return true;
-        }
-        TRACE("Panel: no copy for recovery can be written: error %lu\n", GetLastError());
-        return false;
+        return file && file->Write(contents) ? ERROR_SUCCESS : GetLastError();
     }
 };
 
@@ -79,9 +73,9 @@ bool RecoveryWriter::IsBusy() const {
     return state_->busy;
 }
 
-bool RecoveryWriter::TakeFailure() {
+DWORD RecoveryWriter::TakeFailure() {
     const std::lock_guard<std::mutex> guard(state_->lock);
-    return std::exchange(state_->failed, false);
+    return std::exchange(state_->error, ERROR_SUCCESS);
 }
 
 void RecoveryWriter::Finish() {
@@ -110,18 +104,18 @@ void RecoveryWriter::Run(const std::shared_ptr<State>& state) noexcept {
         const bool remove = state->remove;
         const std::string text = std::exchange(state->text, {});
         guard.unlock();
-        bool done = true;
+        DWORD error = ERROR_SUCCESS;
         try {
             if (!remove) {
-                done = state->Write(text);
+                error = state->Write(text);
             } else if (state->file) {
                 state->file->Remove();
             }
         } catch (const std::exception&) {
-            done = false;
+            error = ERROR_NOT_ENOUGH_MEMORY;
         }
         guard.lock();
-        state->failed = state->failed || !done;
+        state->error = error;
         state->busy = state->ordered;
     }
     state->stopped = true;

@@ -20,8 +20,8 @@ public:
     void Write(std::string text);
     void Remove();
     bool IsBusy() const;
-    // Whether something could not be written since this was asked last.
-    bool TakeFailure();
+    // Why something could not be written since this was asked last: the system's error code, 0 when all was.
+    DWORD TakeFailure();
     // Waits until all is done, for a limited time.
     void Finish();
 
