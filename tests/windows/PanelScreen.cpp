@@ -102,7 +102,7 @@ TEST_CASE("nothing is left behind on the screen when mode, size, place, scroll o
         {"large", [&] { SetWindowPos(frame, nullptr, 60, 10, 900, 700, SWP_NOZORDER); }, true},
     };
     for (const auto& row : rows) {
-        CAPTURE(row.name);
+        CAPTURE(std::string(row.name));
         row.change();
         const Pixels now = Settled(frame);
         RedrawWindow(frame, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
