@@ -16,6 +16,8 @@ const char* const USAGE =
     "  --screenshot FILE  write a picture of the window (PNG) before the program ends;\r\n"
     "                     it ends after 1500 ms unless --exit-after says otherwise\r\n"
     "  --trace FILE       append every trace line to that file\r\n"
+    "  --recovery FOLDER  keep the copies there that bring back unsaved changes after a\r\n"
+    "                     crash (default: in the user's application data)\r\n"
     "  --exit-after MS    end after that many milliseconds, unsaved changes are dropped\r\n"
     "  --help             print this text\r\n"
     "\r\n"
@@ -64,6 +66,7 @@ bool ParseCommandLine(int count, char** arguments, CommandLine& result, std::str
         std::string* file = argument == "--devices"      ? &parsed.deviceFile
                             : argument == "--screenshot" ? &parsed.screenshotFile
                             : argument == "--trace"      ? &parsed.traceFile
+                            : argument == "--recovery"   ? &parsed.recoveryFolder
                                                          : nullptr;
         if (!file && argument != "--exit-after") {
             error = "unknown option " + std::string(argument) + " (--help lists them)";

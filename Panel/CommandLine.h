@@ -10,6 +10,7 @@ struct CommandLine {
     std::string deviceFile;
     std::string screenshotFile;
     std::string traceFile;
+    std::string recoveryFolder;
     std::optional<std::uint32_t> exitAfter; // milliseconds
     bool help = false;
     bool unattended = false; // the program ends by itself: nobody is there to answer a question

@@ -8,6 +8,7 @@
 #include "Panelhost/Hostinfo.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -16,6 +17,7 @@ constexpr UINT TICK = 20;                // milliseconds
 constexpr ULONGLONG REFRESH_AFTER = 200; // milliseconds
 constexpr POINT SCREENSHOT_PLACE{40, 40};
 constexpr DWORD STYLE = WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN;
+constexpr UINT SHOW_WARNINGS = WM_APP; // posted to itself
 
 } // namespace
 
@@ -26,11 +28,13 @@ FrameWindow::FrameWindow(const CommandLine& commandLine, const Reporter& reporte
       library_(library),
       log_(log),
       font_(CreateSystemFont()),
-      trace_(log) {}
+      trace_(log),
+      recovery_(commandLine) {}
 
 FrameWindow::~FrameWindow() {
     KillTimer(Handle(), TICK_TIMER);
     ShowWindow(Handle(), SW_HIDE);
+    recovery_.End();
     panel_.reset(); // messages that come meanwhile find none
 }
 
@@ -130,8 +134,16 @@ LRESULT FrameWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
             panel_->RestoreFocus();
         }
         return 0;
+    case SHOW_WARNINGS:
+        ShowWarnings();
+        return 0;
     case WM_QUERYENDSESSION:
         return MayDiscard();
+    case WM_ENDSESSION:
+        if (wParam != FALSE) {
+            recovery_.End(); // the program may be ended without another message
+        }
+        return 0;
     case WM_CLOSE:
         if (MayDiscard()) {
             PostQuitMessage(0); // the window goes in good order once the message loop has ended
@@ -231,6 +243,9 @@ void FrameWindow::OnTick() {
         ticking_ = true;
         panel_->Tick();
         ticking_ = false;
+        if (!panel_->Edit().IsDragging()) {
+            recovery_.Tick(panel_->Edit().Edits(), file_);
+        }
     }
     if (editing_ && panel_) {
         status_.SetText(panel_->StatusText()); // it follows the mouse
@@ -257,17 +272,20 @@ void FrameWindow::OnSize() {
     if (editing_) {
         SetWindowPos(palette_.Handle(), nullptr, 0, top, left, height, SWP_NOZORDER | SWP_NOACTIVATE);
     }
-    SetWindowPos(view_.Handle(), nullptr, left, top, std::max(0L, client.right - left), height,
-                 SWP_NOZORDER | SWP_NOACTIVATE);
+    view_.MoveTo({left, top, std::max<LONG>(left, client.right), top + height});
 }
 
 // The panel and its file.
 
 bool FrameWindow::OpenPanel(const std::string& file, std::string& error) {
-    const std::string devices = DeviceFileFor(file);
+    return OpenSource({file, DeviceFileFor(file)}, error);
+}
+
+bool FrameWindow::OpenSource(const PanelSource& source, std::string& error) {
+    const auto warn = [this](const std::string& text) { WarnLater(text); };
     const int messages = log_.MessageCount();
     log_.SetMessageCount(0);
-    auto opened = PanelWindow::Open(view_.Handle(), file, devices, error);
+    auto opened = PanelWindow::Open(view_.Handle(), source, warn, error);
     if (!opened) {
         log_.SetMessageCount(messages);
         return false;
@@ -278,18 +296,37 @@ bool FrameWindow::OpenPanel(const std::string& file, std::string& error) {
         opened.reset();
         Replace(nullptr, "");
         log_.SetMessageCount(0);
-        opened = PanelWindow::Open(view_.Handle(), file, devices, error);
+        opened = PanelWindow::Open(view_.Handle(), source, warn, error);
         if (!opened) { // the file changed this very moment
             std::string ignored;
-            Replace(PanelWindow::Open(view_.Handle(), "", "", ignored), "");
+            Replace(PanelWindow::Open(view_.Handle(), {}, warn, ignored), "");
             return false;
         }
     }
-    Replace(std::move(opened), file);
+    Replace(std::move(opened), source.panelFile);
+    return true;
+}
+
+bool FrameWindow::Recover() {
+    std::optional<FoundCopy> found = recovery_.Offer(reporter_, commandLine_.panelFile);
+    if (!found) {
+        return false;
+    }
+    const logic::RecoveryCopy& copy = found->copy;
+    PanelSource source{copy.file, DeviceFileFor(copy.file), &copy};
+    if (commandLine_.deviceFile.empty() && FileExists(copy.devices)) {
+        source.deviceFile = copy.devices;
+    }
+    if (std::string error; !OpenSource(source, error)) {
+        reporter_.Warn(nullptr, error);
+        return false;
+    }
+    recovery_.Adopt(std::move(found->file), panel_->Edit().Edits());
     return true;
 }
 
 void FrameWindow::Replace(std::unique_ptr<PanelWindow> panel, const std::string& file) {
+    recovery_.Discard();
     palette_.SetEditor(nullptr);
     view_.SetPanel(panel ? panel->Handle() : nullptr, panel ? panel->Size() : SIZE{});
     panel_ = std::move(panel);
@@ -307,6 +344,18 @@ void FrameWindow::Replace(std::unique_ptr<PanelWindow> panel, const std::string&
     Refresh();
     if (GetActiveWindow() == Handle()) {
         panel_->RestoreFocus();
+    }
+}
+
+// While an edit is under way its dialog may not go, as it could while a message is shown.
+void FrameWindow::WarnLater(const std::string& text) {
+    warnings_.push_back(text);
+    PostMessageA(Handle(), SHOW_WARNINGS, 0, 0);
+}
+
+void FrameWindow::ShowWarnings() {
+    for (const std::string& text : std::exchange(warnings_, {})) {
+        reporter_.Warn(Handle(), text);
     }
 }
 

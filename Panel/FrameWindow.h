@@ -11,9 +11,11 @@
 #include "Panel/Window.h"
 #include "Panel/editing/Palette.h"
 #include "Panel/editing/Toolbar.h"
+#include "Panel/recovery/Recovery.h"
 
 #include <memory>
 #include <string>
+#include <vector>
 
 class ControlLibrary;
 
@@ -28,6 +30,9 @@ public:
     // Replaces the panel by that of the file, or by an empty one without a file. On failure the running panel
     // stays.
     bool OpenPanel(const std::string& file, std::string& error);
+    // Offers panels that were not saved when a program ended otherwise than it should; true when one was
+    // opened.
+    bool Recover();
     // Shows the window and starts the time of the panel.
     void Start(int showCommand);
     // Serves accelerators and the tab key: true when the message was one of them.
@@ -43,6 +48,7 @@ private:
     void SetEditing(bool editing);
     int PaletteWidth() const { return editing_ ? Palette::WIDTH : 0; }
 
+    bool OpenSource(const PanelSource& source, std::string& error);
     // Lets go of the running panel; null for no panel while another is opened.
     void Replace(std::unique_ptr<PanelWindow> panel, const std::string& file);
     void New();
@@ -57,6 +63,8 @@ private:
     void Refresh();
     void FitToPanel();
     std::string DocumentName() const;
+    void WarnLater(const std::string& text);
+    void ShowWarnings();
     std::string DeviceFileFor(const std::string& file) const;
     void Finish();
 
@@ -72,6 +80,8 @@ private:
     PanelView view_;
     StatusBar status_;
     TraceWindow trace_;
+    Recovery recovery_;
+    std::vector<std::string> warnings_;  // to be shown when nothing else is going on
     std::unique_ptr<PanelWindow> panel_; // null only while one is replaced
     std::string file_;                   // of the panel; empty while it has none
     std::string title_;

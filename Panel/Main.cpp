@@ -38,7 +38,7 @@ int Run(const CommandLine& commandLine, const Reporter& reporter, int showComman
     }
 
     FrameWindow frame(commandLine, reporter, library, log);
-    if (!frame.Create(error) || !frame.OpenPanel(commandLine.panelFile, error)) {
+    if (!frame.Create(error) || (!frame.Recover() && !frame.OpenPanel(commandLine.panelFile, error))) {
         reporter.Fail(error);
         return EXIT_NOT_DONE;
     }

@@ -22,6 +22,21 @@ LONG Shift(LONG start, LONG end, LONG visible) {
     return end > visible ? std::min(end - visible, start) : 0;
 }
 
+// What stands on the screen is not moved along: while view and panel are moved and sized one after the other
+// parts of it would be left behind. False when the window is there already.
+bool Move(HWND window, const RECT& place) {
+    RECT now;
+    GetWindowRect(window, &now);
+    MapWindowPoints(nullptr, GetParent(window), reinterpret_cast<POINT*>(&now), 2);
+    if (EqualRect(&now, &place)) {
+        return false;
+    }
+    const bool stays = now.left == place.left && now.top == place.top;
+    SetWindowPos(window, nullptr, place.left, place.top, place.right - place.left, place.bottom - place.top,
+                 SWP_NOZORDER | SWP_NOACTIVATE | (stays ? 0U : SWP_NOCOPYBITS));
+    return !stays;
+}
+
 } // namespace
 
 bool PanelView::Create(HWND frame) {
@@ -55,6 +70,10 @@ SIZE PanelView::BestSize(SIZE panel, SIZE limits) {
     return {std::min(size.cx, limits.cx), std::min(size.cy, limits.cy)};
 }
 
+void PanelView::MoveTo(const RECT& place) const {
+    Move(Handle(), place);
+}
+
 void PanelView::Arrange() {
     if (!panel_ || arranging_) { // showing a bar sizes the client area
         return;
@@ -72,7 +91,9 @@ void PanelView::Arrange() {
     SetBar(SB_VERT, size_.cy, room.cy, position_.y);
     const int left = size_.cx < room.cx ? (room.cx - size_.cx) / 2 : -position_.x;
     const int top = size_.cy < room.cy ? (room.cy - size_.cy) / 2 : -position_.y;
-    SetWindowPos(panel_, nullptr, left, top, size_.cx, size_.cy, SWP_NOZORDER | SWP_NOACTIVATE);
+    if (Move(panel_, {left, top, left + size_.cx, top + size_.cy})) {
+        RedrawWindow(Handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+    }
     arranging_ = false;
 }
 

@@ -9,6 +9,8 @@ public:
     // Shows that panel window with that size from its upper left corner; null for none.
     void SetPanel(HWND panel, SIZE size);
     void SetPanelSize(SIZE size);
+    // To that place in the frame.
+    void MoveTo(const RECT& place) const;
     SIZE PanelSize() const { return size_; }
     // Scrolls until the window, a child of the panel, can be seen.
     void MakeVisible(HWND child);

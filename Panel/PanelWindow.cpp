@@ -2,6 +2,7 @@
 
 #include "Panel/Handles.h"
 #include "Panel/Paths.h"
+#include "Panelhost/Editing.h"
 #include "Panelhost/HostInterface.h"
 #include "Panelhost/Hostinfo.h"
 #include "Panelhost/Messages.h"
@@ -41,8 +42,8 @@ std::string LoadFailure(int created, HOSTINFO* root, const std::string& file, co
 
 } // namespace
 
-std::unique_ptr<PanelWindow> PanelWindow::Open(HWND view, const std::string& panelFile,
-                                               const std::string& deviceFile, std::string& error) {
+std::unique_ptr<PanelWindow> PanelWindow::Open(HWND view, const PanelSource& source,
+                                               const PanelEdits::Warning& warn, std::string& error) {
     std::unique_ptr<PanelWindow> panel(new PanelWindow);
     // Hidden while it is filled: creating thousands of visible children is slow.
     if (!panel->Create("PanelWindow", "", WS_CHILD | WS_CLIPCHILDREN | WS_CLIPSIBLINGS, WS_EX_CONTROLPARENT,
@@ -51,27 +52,43 @@ std::unique_ptr<PanelWindow> PanelWindow::Open(HWND view, const std::string& pan
         error = "cannot make a panel window: " + ErrorText(GetLastError());
         return nullptr;
     }
-    if (!panel->Load(panelFile, deviceFile, error)) {
+    if (!panel->Load(source, warn, error)) {
         return nullptr;
     }
     return panel;
 }
 
-bool PanelWindow::Load(const std::string& panelFile, const std::string& deviceFile, std::string& error) {
-    root_ = ph_CreateRoot(Handle(), FileName(panelFile).c_str());
+bool PanelWindow::Load(const PanelSource& source, const PanelEdits::Warning& warn, std::string& error) {
+    const std::string& file = source.panelFile;
+    root_ = ph_CreateRoot(Handle(), FileName(file).c_str());
     if (!root_) {
         error = "cannot make a panel";
         return false;
     }
     error.clear();
-    if (!deviceFile.empty()) {
-        error = LoadFailure(ph_LoadDevices(root_, deviceFile.c_str()), root_, deviceFile, "device");
+    if (const std::string& devices = source.deviceFile; !devices.empty()) {
+        error = LoadFailure(ph_LoadDevices(root_, devices.c_str()), root_, devices, "device");
     }
-    if (error.empty() && !panelFile.empty()) {
-        error = LoadFailure(ph_LoadPanel(root_, panelFile.c_str()), root_, panelFile, "panel");
+    editor_ = std::make_unique<Editor>(Handle(), root_, warn);
+    if (!error.empty()) {
+        return false;
     }
-    editor_ = std::make_unique<Editor>(Handle(), root_);
+    if (source.copy) {
+        return LoadCopy(*source.copy, error);
+    }
+    if (!file.empty()) {
+        error = LoadFailure(ph_LoadPanel(root_, file.c_str()), root_, file, "panel");
+    }
     return error.empty();
+}
+
+bool PanelWindow::LoadCopy(const logic::RecoveryCopy& copy, std::string& error) {
+    if (a_LoadText(root_, copy.panel, "Copy") < 0) {
+        error = "cannot open the copy";
+        return false;
+    }
+    editor_->Edits().MarkUnsaved(copy.changes);
+    return true;
 }
 
 PanelWindow::~PanelWindow() {
@@ -82,7 +99,7 @@ PanelWindow::~PanelWindow() {
 bool PanelWindow::Save(const std::string& file, std::string& error) {
     SetLastError(ERROR_SUCCESS);
     if (ph_SavePanel(root_, file.c_str()) != 0) {
-        editor_->MarkSaved();
+        editor_->Edits().MarkSaved();
         return true;
     }
     const DWORD code = GetLastError();

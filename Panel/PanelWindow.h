@@ -2,19 +2,27 @@
 
 #include "Panel/Window.h"
 #include "Panel/editing/Editor.h"
+#include "logic/RecoveryCopy.h"
 
 #include <memory>
 #include <string>
 
 class HOSTINFO;
 
+// What a panel is made from. An empty name stands for no file.
+struct PanelSource {
+    std::string panelFile;
+    std::string deviceFile;
+    const logic::RecoveryCopy* copy = nullptr; // in place of what the panel file holds
+};
+
 // The window of one panel with its root object, controls and devices.
 class PanelWindow : public Window {
 public:
-    // A hidden panel window in the view with what the files hold; an empty name stands for none. Null when
-    // one of the files cannot be used: then the error says which and why.
-    static std::unique_ptr<PanelWindow> Open(HWND view, const std::string& panelFile,
-                                             const std::string& deviceFile, std::string& error);
+    // A hidden panel window in the view with what the source holds. Null when one of the files cannot be
+    // used: then the error says which and why. The warning is for what goes wrong while it is edited.
+    static std::unique_ptr<PanelWindow> Open(HWND view, const PanelSource& source,
+                                             const PanelEdits::Warning& warn, std::string& error);
     ~PanelWindow() override;
 
     bool Save(const std::string& file, std::string& error);
@@ -45,7 +53,8 @@ public:
 
 private:
     PanelWindow() = default;
-    bool Load(const std::string& panelFile, const std::string& deviceFile, std::string& error);
+    bool Load(const PanelSource& source, const PanelEdits::Warning& warn, std::string& error);
+    bool LoadCopy(const logic::RecoveryCopy& copy, std::string& error);
     LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
 
     std::string RootText(const char* keyword) const;

@@ -40,6 +40,13 @@ std::string WithExtension(const std::string& path, const char* extension) {
     return path.substr(0, hasExtension ? dot : path.size()) + extension;
 }
 
+std::wstring Wide(const std::string& path) {
+    const int size = MultiByteToWideChar(CP_ACP, 0, path.c_str(), static_cast<int>(path.size()), nullptr, 0);
+    std::wstring wide(static_cast<std::size_t>(size), L'\0');
+    MultiByteToWideChar(CP_ACP, 0, path.c_str(), static_cast<int>(path.size()), wide.data(), size);
+    return wide;
+}
+
 bool FileExists(const std::string& path) {
     const DWORD attributes = GetFileAttributesA(path.c_str());
     return attributes != INVALID_FILE_ATTRIBUTES && !(attributes & FILE_ATTRIBUTE_DIRECTORY);

@@ -5,26 +5,38 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 // What a program that edits panels needs beyond operating them.
 
-// What happens to an object while a panel is edited through its dialogs.
+// What the user does to an object.
 constexpr int EDIT_CHANGING = 1; // a property line is about to be applied to the object
-constexpr int EDIT_CHANGED = 2;  // it was applied, or refused
+constexpr int EDIT_CHANGED = 2;  // it was applied, or refused; the object is null when it is gone since
 constexpr int EDIT_DELETE = 3;   // the user asked to delete the object; the listener does it
-using EDITLISTENER = void (*)(int event, HOSTINFO* object, void* context);
+// The answer to EDIT_CHANGING is 1, or 0 when the line must not be applied. The others are not asked for one.
+using EDITLISTENER = int (*)(int event, HOSTINFO* object, void* context);
 
 // One listener a root; null removes it. Called on the user-interface thread.
 PANELHOST_API void a_SetEditListener(HOSTINFO* root, EDITLISTENER listener, void* context);
-// Whether the object's root has a listener: what the user deletes can then be brought back.
-PANELHOST_API bool a_HasEditListener(const HOSTINFO* object);
-// Called by whoever applies a property line that does not come from a file.
-PANELHOST_API void a_NotifyEdit(int event, HOSTINFO* object);
+// Whether what the user does to the object now can be undone: its panel is being edited, and somebody
+// listens.
+PANELHOST_API bool a_IsUndoable(const HOSTINFO* object);
+// Applies a property line to an object on behalf of the user, as a dialog does: asks the listener, sends
+// CWM_LOAD with load mode 0, and tells the listener. 1 when the line was applied, 0 when the listener or the
+// object refused it. What comes from elsewhere (a terminal, another program) is sent with CWM_LOAD alone.
+PANELHOST_API int a_ApplyEdit(HOSTINFO* object, const char* line);
 // Deletes an object on behalf of the user: by the listener, or by destroying the window when there is none.
 PANELHOST_API void a_DeleteObject(HOSTINFO* object);
 
-// The lines that a panel file would hold for the object, without those of its children.
-PANELHOST_API std::string a_ObjectText(HOSTINFO* object);
+// The lines that a panel file would hold for the objects, without those of their children; a text for each.
+// 1, or 0 with the list empty when one of them could not write all of its lines. Nothing is written to a
+// disk.
+PANELHOST_API int a_ObjectTexts(const std::vector<HOSTINFO*>& objects, std::vector<std::string>* texts);
+PANELHOST_API int a_ObjectText(HOSTINFO* object, std::string* text);
+// A piece of a panel file: appends the lines of at most "count" objects to the text, from object number
+// "first" on; 0 is the root, its controls follow in the order of saving. Number of objects whose lines were
+// appended, 0 at the end, -1 with the text untouched when one of them could not write all of its lines.
+PANELHOST_API int a_PanelText(HOSTINFO* root, int first, int count, std::string* text);
 // Applies the lines of a panel file, as ph_LoadPanel does. Number of controls created, -1 on failure; lines
 // that cannot be applied are traced with the name given to the text and their number, and skipped.
 PANELHOST_API int a_LoadText(HOSTINFO* root, std::string_view text, const char* nameInTraces);

@@ -149,6 +149,22 @@ EditStep EditStep::Reversed() const {
     return reversed;
 }
 
+std::size_t EditStep::Bytes() const {
+    std::size_t bytes = sizeof *this;
+    for (const Text& text : texts) {
+        bytes += sizeof text + text.name.size() + text.before.size() + text.after.size();
+    }
+    for (const Place& place : places) {
+        bytes += sizeof place + place.name.size();
+    }
+    for (const auto* order : {&orderBefore, &orderAfter}) {
+        for (const std::string& name : *order) {
+            bytes += sizeof name + name.size();
+        }
+    }
+    return bytes;
+}
+
 void ApplyStep(const EditStep& step, EditTarget& target) {
     for (auto text = step.texts.rbegin(); text != step.texts.rend(); ++text) { // parts before what holds them
         if (text->after.empty() && target.Exists(text->name)) {
@@ -222,28 +238,50 @@ std::vector<OrderMove> OrderMoves(const std::vector<std::string>& from, const st
     return moves;
 }
 
-void EditHistory::Commit(EditStep step, std::string label) {
-    CommitRun(std::move(step), std::move(label), 0, 0);
+bool EditHistory::Commit(EditStep step, std::string label) {
+    return CommitRun(std::move(step), std::move(label), 0, 0);
 }
 
-void EditHistory::CommitRun(EditStep step, std::string label, int key, std::uint64_t milliseconds) {
+bool EditHistory::CommitRun(EditStep step, std::string label, int key, std::uint64_t milliseconds) {
     if (step.IsEmpty()) {
-        return;
+        return false;
     }
     if (key != 0 && position_ > 0 && !CanRedo() && !IsSaved()) {
         Entry& last = entries_.back();
         if (last.key == key && milliseconds - last.time <= RUN_PAUSE) {
             Join(last.step, std::move(step));
             last.time = milliseconds;
-            return;
+            bytes_ -= std::exchange(last.bytes, last.step.Bytes());
+            bytes_ += last.bytes;
+            Shorten();
+            return false;
         }
     }
     if (saved_ && *saved_ > position_) {
         saved_.reset(); // there is no way back to it
     }
-    entries_.resize(position_);
-    entries_.push_back({std::move(step), std::move(label), key, milliseconds});
+    while (CanRedo()) {
+        bytes_ -= entries_.back().bytes;
+        entries_.pop_back();
+    }
+    const std::size_t bytes = step.Bytes();
+    entries_.push_back({std::move(step), std::move(label), key, milliseconds, bytes});
+    bytes_ += bytes;
     ++position_;
+    Shorten();
+    return true;
+}
+
+// Called when there is nothing to redo.
+void EditHistory::Shorten() {
+    while (bytes_ > limit_ && entries_.size() > 1) {
+        bytes_ -= entries_.front().bytes;
+        entries_.pop_front();
+        --position_;
+        if (saved_ && (*saved_)-- == 0) {
+            saved_.reset();
+        }
+    }
 }
 
 std::optional<EditStep> EditHistory::Undo() {

@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <deque>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -35,6 +36,8 @@ struct EditStep {
 
     bool IsEmpty() const { return texts.empty() && places.empty() && orderBefore == orderAfter; }
     EditStep Reversed() const;
+    // About what it takes in memory.
+    std::size_t Bytes() const;
 };
 
 // The panel that steps are applied to.
@@ -68,14 +71,20 @@ struct OrderMove {
 // of the two are left out of account.
 std::vector<OrderMove> OrderMoves(const std::vector<std::string>& from, const std::vector<std::string>& to);
 
-// Steps that can be undone and redone, without limit.
+// Steps that can be undone and redone. When they take more than a limit in memory the oldest ones go; the
+// last one stays whatever it takes.
 class EditHistory {
 public:
-    // Adds a step that has been done; what could be redone is forgotten. An empty step is not added.
-    void Commit(EditStep step, std::string label);
+    static constexpr std::size_t DEFAULT_LIMIT = 64 * 1024 * 1024; // bytes
+
+    explicit EditHistory(std::size_t limit = DEFAULT_LIMIT) : limit_(limit) {}
+
+    // Adds a step that has been done; what could be redone is forgotten. False for an empty step, which is
+    // not added.
+    bool Commit(EditStep step, std::string label);
     // The same for one of a run of like steps that follow each other quickly: it is joined to the one before
-    // when that had the same key (not 0) and is at most 700 ms older.
-    void CommitRun(EditStep step, std::string label, int key, std::uint64_t milliseconds);
+    // when that had the same key (not 0) and is at most 700 ms older. False when it was joined, too.
+    bool CommitRun(EditStep step, std::string label, int key, std::uint64_t milliseconds);
 
     bool CanUndo() const { return position_ > 0; }
     bool CanRedo() const { return position_ < entries_.size(); }
@@ -89,7 +98,11 @@ public:
 
     // The panel is on disk as it is now.
     void MarkSaved();
+    // What is on disk cannot be reached by undo and redo.
+    void ForgetSaved() { saved_.reset(); }
     bool IsSaved() const { return saved_ == position_; }
+
+    std::size_t Bytes() const { return bytes_; }
 
 private:
     struct Entry {
@@ -97,9 +110,13 @@ private:
         std::string label;
         int key = 0;
         std::uint64_t time = 0;
+        std::size_t bytes = 0;
     };
+    void Shorten();
 
-    std::vector<Entry> entries_;
+    std::size_t limit_;
+    std::size_t bytes_ = 0; // of all entries
+    std::deque<Entry> entries_;
     std::size_t position_ = 0; // number of steps that are done
     std::optional<std::size_t> saved_ = 0;
 };

@@ -2,8 +2,6 @@
 
 #include "Controls/framework/Control.h"
 
-#include "Panelhost/Editing.h"
-
 #include <algorithm>
 #include <cstdio>
 #include <utility>
@@ -44,24 +42,17 @@ LRESULT CONTROLPROPERTIES::OnLoad(WPARAM loadMode, LPARAM lParam) {
         return EDITTRACE(parent, "Not implemented %s", line);
     }
     VALUERECORD record{COMMAND_SET, row, DATATYPE_TEXT, 0, value, nullptr, 0};
-    const bool edited = loadMode != LOAD_FROM_FILE;
-    if (edited) {
-        a_NotifyEdit(EDIT_CHANGING, this);
-    }
     const int taken = [&] {
-        const Loading loading(isLoadingFile, !edited);
+        const Loading loading(isLoadingFile, loadMode == LOAD_FROM_FILE);
         return table[row].handler(&record, this);
     }();
-    if (edited) {
-        a_NotifyEdit(EDIT_CHANGED, this);
-    }
     if (taken == 0) {
         return EDITTRACE(parent, "Error reading line %s", line);
     }
     if (dialog != nullptr) {
         PostMessageA(dialog, CWM_ATTACHDIALOG, 0, reinterpret_cast<LPARAM>(static_cast<HOSTINFO*>(this)));
     }
-    if (edited) {
+    if (loadMode != LOAD_FROM_FILE) {
         flags |= FLAG_CHANGED;
     }
     return 1;

@@ -103,11 +103,7 @@ void ShowStatus(ControlDialog& dialog, const std::string& text) {
 }
 
 bool SendLine(ControlDialog& dialog, const std::string& line) {
-    const HWND control = dialog.object->window;
-    if (line.size() >= TEXT_SIZE) {
-        return false;
-    }
-    return SendMessageA(control, CWM_LOAD, LOAD_FROM_DIALOG, reinterpret_cast<LPARAM>(line.c_str())) != 0;
+    return line.size() < TEXT_SIZE && a_ApplyEdit(dialog.object, line.c_str()) != 0;
 }
 
 // Why a text cannot be the value of a field; empty when it can.
@@ -471,9 +467,9 @@ void SwitchTo(ControlDialog& dialog, HWND window) {
 void DeleteControl(ControlDialog& dialog) {
     CONTROLPROPERTIES* object = dialog.object;
     const std::string question = "Delete \"" + object->name + "\"?";
-    const bool isSure = a_HasEditListener(object) || // it can be undone
-                        MessageBoxA(dialog.Handle(), question.c_str(), "Delete",
-                                    MB_YESNO | MB_ICONQUESTION | MB_DEFBUTTON2) == IDYES;
+    const bool isSure =
+        a_IsUndoable(object) || MessageBoxA(dialog.Handle(), question.c_str(), "Delete",
+                                            MB_YESNO | MB_ICONQUESTION | MB_DEFBUTTON2) == IDYES;
     if (isSure && a_IsAlive(object)) { // both may have gone while the question stood
         a_DeleteObject(object);
     }

@@ -14,6 +14,7 @@
 #include <windowsx.h>
 
 #include <cstdlib>
+#include <utility>
 
 namespace {
 
@@ -53,8 +54,12 @@ RECT PlaceOn(HWND panel, HWND window) {
 
 } // namespace
 
-Editor::Editor(HWND panel, HOSTINFO* root)
-    : panel_(panel), edits_(root), lines_(panel), surface_{panel_, edits_, selection_, grid_, lines_} {}
+Editor::Editor(HWND panel, HOSTINFO* root, PanelEdits::Warning warn)
+    : panel_(panel),
+      warn_(std::move(warn)),
+      edits_(root, warn_),
+      lines_(panel),
+      surface_{panel_, edits_, selection_, grid_, lines_} {}
 
 Editor::~Editor() = default;
 

@@ -18,7 +18,7 @@ class HOSTINFO;
 // The edit mode of one panel: what mouse, keys and commands do there.
 class Editor {
 public:
-    Editor(HWND panel, HOSTINFO* root);
+    Editor(HWND panel, HOSTINFO* root, PanelEdits::Warning warn);
     ~Editor();
 
     bool IsActive() const { return active_; }
@@ -47,7 +47,10 @@ public:
     std::optional<POINT> ShowGhost(const CatalogueEntry& entry, POINT screen);
     void HideGhost() { lines_.Hide(); }
 
-    void MarkSaved() { edits_.MarkSaved(); }
+    bool IsDragging() const { return gesture_ != nullptr; }
+    // What was changed, and whether the file holds it.
+    PanelEdits& Edits() { return edits_; }
+    const PanelEdits& Edits() const { return edits_; }
     std::string StatusText() const;
 
 private:
@@ -75,8 +78,10 @@ private:
     void Distribute(int command);
     void MoveTo(const std::string& label, const std::vector<logic::Rectangle>& places);
     void Reorder(bool toForeground);
-    std::string SelectedText() const;
+    // Nothing, after telling the user, when it cannot be had.
+    std::optional<std::string> SelectedText() const;
     bool Copy() const;
+    void Duplicate();
     void Paste(const std::string& text, std::optional<POINT> corner, int steps, const char* label);
     void PasteFromClipboard(std::optional<POINT> corner);
     void OpenProperties();
@@ -85,6 +90,7 @@ private:
     HOSTINFO* FirstControl() const;
 
     HWND panel_;
+    PanelEdits::Warning warn_;
     PanelEdits edits_;
     Selection selection_;
     EditGrid grid_;

@@ -97,7 +97,7 @@ void Editor::Execute(int command) {
         return SelectNames(*edits_.Redo());
     case CMD_CUT:
         if (Copy()) {
-            edits_.Delete(selection_.Objects());
+            edits_.Delete(std::vector<HOSTINFO*>(selection_.Objects()));
         }
         return;
     case CMD_COPY:
@@ -106,7 +106,7 @@ void Editor::Execute(int command) {
     case CMD_PASTE:
         return PasteFromClipboard(std::nullopt);
     case CMD_DUPLICATE:
-        return Paste(SelectedText(), std::nullopt, 1, "Duplicate");
+        return Duplicate();
     case CMD_DELETE:
         return edits_.Delete(std::vector<HOSTINFO*>(selection_.Objects()));
     case CMD_SELECT_ALL:
@@ -339,27 +339,45 @@ void Editor::Create(const CatalogueEntry& entry, std::optional<POINT> corner) {
     SetFocus(panel_);
 }
 
-std::string Editor::SelectedText() const {
-    std::string text;
+std::optional<std::string> Editor::SelectedText() const {
+    std::vector<HOSTINFO*> objects;
     for (HOSTINFO* object : a_ListHostinfos(edits_.Root())) {
         // A control comes with all that is inside it.
         for (const HOSTINFO* above = object; above; above = above->parent) {
             if (selection_.Contains(above)) {
-                text += a_ObjectText(object);
+                objects.push_back(object);
                 break;
             }
         }
     }
-    return text;
+    std::vector<std::string> texts;
+    if (a_ObjectTexts(objects, &texts) == 0) {
+        warn_("The selection cannot be copied: its properties cannot be read.");
+        return std::nullopt;
+    }
+    std::string all;
+    for (const std::string& text : texts) {
+        all += text;
+    }
+    return all;
 }
 
 bool Editor::Copy() const {
-    const std::string text = SelectedText();
-    if (text.empty() || !CopyComponents(panel_, text)) {
-        EDITTRACE(edits_.Root(), "Cannot copy to the clipboard%s", "");
+    const std::optional<std::string> text = SelectedText();
+    if (!text || text->empty()) {
+        return false;
+    }
+    if (!CopyComponents(panel_, *text)) {
+        warn_("The selection cannot be copied: the clipboard does not take it.");
         return false;
     }
     return true;
+}
+
+void Editor::Duplicate() {
+    if (const std::optional<std::string> text = SelectedText()) {
+        Paste(*text, std::nullopt, 1, "Duplicate");
+    }
 }
 
 void Editor::PasteFromClipboard(std::optional<POINT> corner) {

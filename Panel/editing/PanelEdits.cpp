@@ -6,6 +6,8 @@
 #include "Panelhost/Trace.h"
 #include "logic/ComponentText.h"
 
+#include <algorithm>
+#include <cstdlib>
 #include <exception>
 #include <utility>
 
@@ -27,6 +29,22 @@ std::string KeyOf(const HOSTINFO* object) {
     return object->kind == KIND_ROOT ? "" : object->name;
 }
 
+std::vector<std::string> KeysOf(const std::vector<HOSTINFO*>& objects) {
+    std::vector<std::string> keys;
+    for (const HOSTINFO* object : objects) {
+        keys.push_back(KeyOf(object));
+    }
+    return keys;
+}
+
+void Destroy(const std::vector<HOSTINFO*>& objects) {
+    for (const HOSTINFO* object : objects) {
+        if (a_IsAlive(object)) { // not when it went with what it was inside
+            DestroyWindow(object->window);
+        }
+    }
+}
+
 } // namespace
 
 // Recording.
@@ -35,41 +53,53 @@ Recording::Recording(PanelTarget& target) : target_(target) {
     step_.orderBefore = target.Order();
 }
 
-void Recording::Touch(const std::string& name) {
-    touched_.push_back(name);
-    Add(name, true);
+void Recording::Touch(const std::vector<std::string>& names) {
+    touched_.insert(touched_.end(), names.begin(), names.end());
+    Add(names, true);
 }
 
-void Recording::Created(const std::string& name) {
-    Add(name, false);
+void Recording::Created(const std::vector<std::string>& names) {
+    Add(names, false);
 }
 
-void Recording::Add(const std::string& name, bool existed) {
+void Recording::Add(const std::vector<std::string>& names, bool existed) {
+    const std::vector<std::string> order = target_.Order();
+    std::vector<std::string> added;
     const auto add = [&](const std::string& one) {
         if (known_.insert(one).second) {
-            step_.texts.push_back({one, existed ? target_.Text(one) : "", ""});
+            added.push_back(one);
         }
     };
-    add(name);
-    if (name.empty()) {
-        return; // the root's text only: its controls are objects of their own
-    }
-    const std::string path = name + "*";
-    for (const std::string& other : target_.Order()) {
-        if (other.compare(0, path.size(), path) == 0) {
-            add(other);
+    for (const std::string& name : names) {
+        add(name);
+        if (name.empty()) {
+            continue; // the root's text only: its controls are objects of their own
         }
+        const std::string path = name + "*";
+        for (const std::string& other : order) {
+            if (other.compare(0, path.size(), path) == 0) {
+                add(other);
+            }
+        }
+    }
+    const std::vector<std::string> texts =
+        existed ? target_.Texts(added) : std::vector<std::string>(added.size());
+    for (std::size_t i = 0; i < added.size(); ++i) {
+        step_.texts.push_back({added[i], texts[i], ""});
     }
 }
 
 logic::EditStep Recording::Finish() {
-    for (const std::string& name : touched_) { // it may have made itself new parts
-        if (target_.Exists(name)) {
-            Add(name, false);
-        }
+    std::vector<std::string> left = touched_; // which may have made themselves new parts
+    std::erase_if(left, [&](const std::string& name) { return !target_.Exists(name); });
+    Add(left, false);
+    std::vector<std::string> names;
+    for (const logic::EditStep::Text& text : step_.texts) {
+        names.push_back(text.name);
     }
-    for (logic::EditStep::Text& text : step_.texts) {
-        text.after = target_.Text(text.name);
+    std::vector<std::string> after = target_.Texts(names);
+    for (std::size_t i = 0; i < after.size(); ++i) {
+        step_.texts[i].after = std::move(after[i]);
     }
     std::erase_if(step_.texts, [](const logic::EditStep::Text& text) { return text.before == text.after; });
     step_.orderAfter = target_.Order();
@@ -82,7 +112,7 @@ logic::EditStep Recording::Finish() {
 
 // Edits.
 
-PanelEdits::PanelEdits(HOSTINFO* root) : root_(root), target_(root) {
+PanelEdits::PanelEdits(HOSTINFO* root, Warning warn) : root_(root), warn_(std::move(warn)), target_(root) {
     a_SetEditListener(root, Listen, this);
 }
 
@@ -91,32 +121,40 @@ PanelEdits::~PanelEdits() {
 }
 
 void PanelEdits::Do(const std::string& label, const std::vector<HOSTINFO*>& touched, const Action& action) {
+    NoticeOthers();
     const Raised raised(applying_);
     Recording recording(target_);
-    for (const HOSTINFO* object : touched) {
-        recording.Touch(KeyOf(object));
+    try {
+        recording.Touch(KeysOf(touched));
+    } catch (const TextLost& lost) {
+        warn_(label + " was not done, because it could not be undone: " + lost.what() + ".");
+        return;
     }
     const std::vector<HOSTINFO*> placed = action();
-    for (const HOSTINFO* object : placed) {
-        recording.Created(KeyOf(object));
+    try {
+        recording.Created(KeysOf(placed));
+        ClipOverlaps(placed, recording);
+        Commit(recording.Finish(), label);
+    } catch (const std::exception& failure) {
+        NotUndoable(label, failure);
     }
-    ClipOverlaps(placed, recording);
-    history_.Commit(recording.Finish(), label);
     ShowChanged();
 }
 
 void PanelEdits::Delete(const std::vector<HOSTINFO*>& objects) {
+    if (root_->mode == 0) { // by a dialog that was left open
+        Destroy(objects);
+        history_.ForgetSaved();
+        return ShowChanged();
+    }
     Do("Delete", objects, [&] {
-        for (const HOSTINFO* object : objects) {
-            if (a_IsAlive(object)) { // it may have gone with what it was in
-                DestroyWindow(object->window);
-            }
-        }
+        Destroy(objects);
         return std::vector<HOSTINFO*>{};
     });
 }
 
 void PanelEdits::CommitPlaces(const std::string& label, const std::vector<Placement>& before, int key) {
+    NoticeOthers();
     const Raised raised(applying_);
     std::vector<logic::EditStep::Place> places;
     std::vector<HOSTINFO*> moved;
@@ -126,11 +164,16 @@ void PanelEdits::CommitPlaces(const std::string& label, const std::vector<Placem
             moved.push_back(object);
         }
     }
-    Recording recording(target_);
-    ClipOverlaps(moved, recording);
-    logic::EditStep step = recording.Finish();
+    logic::EditStep step;
+    try {
+        Recording recording(target_);
+        ClipOverlaps(moved, recording);
+        step = recording.Finish();
+    } catch (const TextLost&) {
+        step = {}; // how the neighbours are painted is not worth more
+    }
     step.places = std::move(places);
-    history_.CommitRun(std::move(step), label, key, GetTickCount64());
+    Commit(std::move(step), label, key);
     ShowChanged();
 }
 
@@ -146,29 +189,42 @@ void PanelEdits::ClipOverlaps(const std::vector<HOSTINFO*>& objects, Recording& 
             }
         }
     }
+    std::vector<std::string> names;
     for (const HOSTINFO* object : overlapping) {
         if ((GetWindowLongA(object->window, GWL_STYLE) & WS_CLIPSIBLINGS) == 0) {
-            recording.Touch(object->name);
-            target_.SetStyle(object->name, WS_CLIPSIBLINGS, WS_CLIPSIBLINGS);
+            names.push_back(object->name);
         }
+    }
+    recording.Touch(names);
+    for (const std::string& name : names) {
+        target_.SetStyle(name, WS_CLIPSIBLINGS, WS_CLIPSIBLINGS);
     }
 }
 
 std::optional<std::vector<std::string>> PanelEdits::Undo() {
-    return Apply(history_.Undo());
+    NoticeOthers();
+    return Apply(history_.Undo(), -1);
 }
 
 std::optional<std::vector<std::string>> PanelEdits::Redo() {
-    return Apply(history_.Redo());
+    NoticeOthers();
+    return Apply(history_.Redo(), 1);
 }
 
-std::optional<std::vector<std::string>> PanelEdits::Apply(const std::optional<logic::EditStep>& step) {
+std::optional<std::vector<std::string>> PanelEdits::Apply(const std::optional<logic::EditStep>& step,
+                                                          int direction) {
     if (!step) {
         return std::nullopt;
     }
-    {
+    ++serial_;
+    steps_ += direction;
+    edited_ = true;
+    try {
         const Raised raised(applying_);
         logic::ApplyStep(*step, target_);
+    } catch (const TextLost& lost) {
+        history_.ForgetSaved();
+        warn_(std::string(direction < 0 ? "Undo" : "Redo") + " could not be finished: " + lost.what() + ".");
     }
     ShowChanged();
     std::vector<std::string> names;
@@ -186,42 +242,127 @@ std::optional<std::vector<std::string>> PanelEdits::Apply(const std::optional<lo
     return names;
 }
 
+void PanelEdits::Commit(logic::EditStep step, const std::string& label, int key) {
+    if (step.IsEmpty()) {
+        return;
+    }
+    ++serial_;
+    edited_ = true;
+    if (history_.CommitRun(std::move(step), label, key, GetTickCount64())) {
+        ++steps_;
+    }
+}
+
+void PanelEdits::NotUndoable(const std::string& label, const std::exception& failure) {
+    history_.ForgetSaved();
+    ++serial_;
+    edited_ = true;
+    warn_(label + " cannot be undone: " + failure.what() + ".");
+}
+
 void PanelEdits::MarkSaved() {
     history_.MarkSaved();
-    ShowChanged();
+    edited_ = false;
+    steps_ = 0;
+    ++serial_;
+    a_SetChanged(root_, false);
+}
+
+void PanelEdits::MarkUnsaved(int changes) {
+    history_.ForgetSaved();
+    edited_ = true;
+    steps_ = changes;
+    ++serial_;
+    a_SetChanged(root_, true);
+}
+
+int PanelEdits::UnsavedChanges() const {
+    return history_.IsSaved() || !edited_ ? 0 : std::max(1, std::abs(steps_));
+}
+
+// What others have changed (a terminal, a dialog while the panel was operated) is not in the history, so that
+// no undo leads back to the file. An edit marks the root alone as changed; every other mark is of theirs.
+void PanelEdits::NoticeOthers() {
+    const std::list<HOSTINFO*> objects = a_ListHostinfos(root_);
+    if ((history_.IsSaved() && a_IsChanged(root_)) ||
+        std::any_of(objects.begin(), objects.end(), [](const HOSTINFO* object) {
+            return object->kind == KIND_CONTROL && (object->flags & FLAG_CHANGED) != 0;
+        })) {
+        history_.ForgetSaved();
+    }
 }
 
 void PanelEdits::ShowChanged() {
     a_SetChanged(root_, !history_.IsSaved());
 }
 
-void PanelEdits::Listen(int event, HOSTINFO* object, void* context) noexcept {
+// Dialogs.
+
+int PanelEdits::Listen(int event, HOSTINFO* object, void* context) noexcept {
+    auto& edits = *static_cast<PanelEdits*>(context);
     try {
-        static_cast<PanelEdits*>(context)->OnEdit(event, object);
+        return edits.OnEdit(event, object);
     } catch (const std::exception& failure) {
-        TRACE("Panel: an edit cannot be undone: %s\n", failure.what());
+        TRACE("Panel: an edit failed: %s\n", failure.what());
+        return 0;
     }
 }
 
-void PanelEdits::OnEdit(int event, HOSTINFO* object) {
+int PanelEdits::OnEdit(int event, HOSTINFO* object) {
     if (applying_) {
-        return;
+        return 1;
     }
     switch (event) {
     case EDIT_CHANGING:
-        if (dialogDepth_++ == 0) {
-            dialogEdit_.emplace(target_);
-            dialogEdit_->Touch(KeyOf(object));
+        if (dialogDepth_ == 0 && root_->mode != 0) {
+            try {
+                BeginDialogEdit(object);
+            } catch (const TextLost& lost) {
+                dialogEdit_.reset();
+                warn_(std::string("The property was not changed, because that could not be undone: ") +
+                      lost.what() + ".");
+                return 0;
+            }
         }
-        return;
+        ++dialogDepth_;
+        return 1;
     case EDIT_CHANGED:
-        if (dialogDepth_ > 0 && --dialogDepth_ == 0 && dialogEdit_) {
-            history_.Commit(std::exchange(dialogEdit_, std::nullopt)->Finish(), "Change of property");
+        if (dialogDepth_ > 0 && --dialogDepth_ == 0) {
+            EndDialogEdit(object);
         }
-        return;
+        return 1;
     case EDIT_DELETE:
-        return Delete({object});
+        Delete({object});
+        return 1;
     default:
+        return 1;
+    }
+}
+
+void PanelEdits::BeginDialogEdit(HOSTINFO* object) {
+    NoticeOthers();
+    dialogEdit_.emplace(target_);
+    dialogEdit_->Touch({KeyOf(object)});
+    wasFlagged_ = (object->flags & FLAG_CHANGED) != 0;
+}
+
+void PanelEdits::EndDialogEdit(HOSTINFO* object) {
+    if (!dialogEdit_) {
+        if (object == root_) { // its mark cannot be told from that of an edit
+            history_.ForgetSaved();
+        }
         return;
     }
+    const std::string label = "Change of property";
+    Recording recording = *std::exchange(dialogEdit_, std::nullopt);
+    if (object && object != root_ && !wasFlagged_) {
+        object->flags = static_cast<WORD>(object->flags & ~FLAG_CHANGED);
+    }
+    try {
+        Commit(recording.Finish(), label);
+    } catch (const TextLost& lost) {
+        NotUndoable(label, lost);
+    }
+    NoticeOthers(); // further lines that the one led to
+    ShowChanged();
 }

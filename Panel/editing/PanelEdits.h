@@ -4,6 +4,7 @@
 #include "Panel/editing/Placement.h"
 #include "logic/EditHistory.h"
 
+#include <exception>
 #include <functional>
 #include <optional>
 #include <string>
@@ -12,18 +13,19 @@
 
 class HOSTINFO;
 
-// What an action changes on a panel, found by comparing property texts before and after.
+// What an action changes on a panel, found by comparing property texts before and after. All that reads a
+// text throws TextLost.
 class Recording {
 public:
     explicit Recording(PanelTarget& target);
-    // The object, with all that is inside it, may change or go from now on.
-    void Touch(const std::string& name);
-    // The object has come. The step ends here.
-    void Created(const std::string& name);
+    // The objects, with all that is inside them, may change or go from now on.
+    void Touch(const std::vector<std::string>& names);
+    // The objects have come. The step ends here.
+    void Created(const std::vector<std::string>& names);
     logic::EditStep Finish();
 
 private:
-    void Add(const std::string& name, bool existed);
+    void Add(const std::vector<std::string>& names, bool existed);
 
     PanelTarget& target_;
     logic::EditStep step_;
@@ -31,10 +33,14 @@ private:
     std::unordered_set<std::string> known_;
 };
 
-// All changes to a panel go through here and can be undone, those made in its dialogs included.
+// All changes that the user makes to a panel while it is edited go through here and can be undone, those made
+// in its dialogs included. While it is operated nothing is recorded.
 class PanelEdits {
 public:
-    explicit PanelEdits(HOSTINFO* root);
+    // Tells the user something that went wrong. It returns at once.
+    using Warning = std::function<void(const std::string& text)>;
+
+    PanelEdits(HOSTINFO* root, Warning warn);
     ~PanelEdits();
     PanelEdits(const PanelEdits&) = delete;
     PanelEdits& operator=(const PanelEdits&) = delete;
@@ -44,7 +50,7 @@ public:
     const logic::EditHistory& History() const { return history_; }
 
     // Runs an action that changes or destroys the objects and returns those that it created or put before
-    // others; one step.
+    // others; one step. When the objects' state before cannot be kept, the user is told and nothing is done.
     using Action = std::function<std::vector<HOSTINFO*>()>;
     void Do(const std::string& label, const std::vector<HOSTINFO*>& touched, const Action& action);
     void Delete(const std::vector<HOSTINFO*>& objects);
@@ -58,18 +64,35 @@ public:
     std::optional<std::vector<std::string>> Redo();
     // The panel was written to its file.
     void MarkSaved();
+    // The panel was opened with that many changes that its file does not hold.
+    void MarkUnsaved(int changes);
+
+    // Another number after each edit.
+    unsigned Serial() const { return serial_; }
+    // Number of steps that the file does not hold; 0 when the user has edited nothing since it was written.
+    int UnsavedChanges() const;
 
 private:
-    static void Listen(int event, HOSTINFO* object, void* context) noexcept;
-    void OnEdit(int event, HOSTINFO* object);
+    static int Listen(int event, HOSTINFO* object, void* context) noexcept;
+    int OnEdit(int event, HOSTINFO* object);
+    void BeginDialogEdit(HOSTINFO* object);
+    void EndDialogEdit(HOSTINFO* object);
     void ClipOverlaps(const std::vector<HOSTINFO*>& objects, Recording& recording);
-    std::optional<std::vector<std::string>> Apply(const std::optional<logic::EditStep>& step);
+    std::optional<std::vector<std::string>> Apply(const std::optional<logic::EditStep>& step, int direction);
+    void Commit(logic::EditStep step, const std::string& label, int key = 0);
+    void NotUndoable(const std::string& label, const std::exception& failure);
+    void NoticeOthers();
     void ShowChanged();
 
     HOSTINFO* root_;
+    Warning warn_;
     PanelTarget target_;
     logic::EditHistory history_;
     bool applying_ = false;               // what is reported meanwhile is part of a step already
     std::optional<Recording> dialogEdit_; // a property line is being applied
     int dialogDepth_ = 0;                 // such lines may lead to further ones
+    bool wasFlagged_ = false;             // the object of that line, as changed
+    unsigned serial_ = 0;
+    int steps_ = 0;       // ahead of the file
+    bool edited_ = false; // since the panel was written to its file
 };

@@ -12,13 +12,30 @@ bool PanelTarget::Exists(const std::string& name) {
     return Find(name) != nullptr;
 }
 
-std::string PanelTarget::Text(const std::string& name) {
-    HOSTINFO* object = Find(name);
-    if (!object) {
-        return {};
+std::vector<std::string> PanelTarget::Texts(const std::vector<std::string>& names) const {
+    std::vector<HOSTINFO*> objects;
+    for (const std::string& name : names) {
+        if (HOSTINFO* object = Find(name)) {
+            objects.push_back(object);
+        }
     }
-    // The root has a text even when it has nothing to say.
-    return (object == root_ ? "\r\n" : "") + a_ObjectText(object);
+    std::vector<std::string> held;
+    if (a_ObjectTexts(objects, &held) == 0) {
+        throw TextLost(names.size() == 1 && !names.front().empty() ? names.front() : "the panel");
+    }
+    std::vector<std::string> texts(names.size());
+    std::size_t next = 0;
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        if (const HOSTINFO* object = Find(names[i])) {
+            // The root has a text even when it has nothing to say.
+            texts[i] = (object == root_ ? "\r\n" : "") + held[next++];
+        }
+    }
+    return texts;
+}
+
+std::string PanelTarget::Text(const std::string& name) {
+    return Texts({name}).front();
 }
 
 void PanelTarget::Load(const std::string& text) {

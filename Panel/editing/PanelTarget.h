@@ -2,10 +2,18 @@
 
 #include "logic/EditHistory.h"
 
+#include <stdexcept>
 #include <string>
 #include <vector>
 
 class HOSTINFO;
+
+// The text of an object could not be had, or not whole.
+class TextLost : public std::runtime_error {
+public:
+    explicit TextLost(const std::string& names)
+        : std::runtime_error("the properties of " + names + " cannot be read") {}
+};
 
 // A running panel as steps of editing are applied to it. The empty name is the root's.
 class PanelTarget : public logic::EditTarget {
@@ -13,6 +21,9 @@ public:
     explicit PanelTarget(HOSTINFO* root) : root_(root) {}
 
     HOSTINFO* Find(const std::string& name) const;
+
+    // One text for each name, empty where there is no such object. Throws TextLost.
+    std::vector<std::string> Texts(const std::vector<std::string>& names) const;
 
     bool Exists(const std::string& name) override;
     std::string Text(const std::string& name) override;

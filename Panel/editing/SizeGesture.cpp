@@ -16,7 +16,11 @@ void KeepImageSize(const Placement& before) {
     if (wanted == before.place) {
         return;
     }
-    for (const std::string& line : logic::SplitLines(a_ObjectText(object))) {
+    std::string text;
+    if (a_ObjectText(object, &text) == 0) {
+        return PlaceObjects({before}); // it may be one of them
+    }
+    for (const std::string& line : logic::SplitLines(text)) {
         const logic::PropertyLine parts = logic::SplitPropertyLine(line);
         if (parts.keyword == "bitmap") {
             SendMessageA(object->window, CWM_LOAD, LOAD_FROM_FILE,

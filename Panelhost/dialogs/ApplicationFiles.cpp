@@ -3,6 +3,7 @@
 #include "Panelhost/dialogs/ApplicationFiles.h"
 
 #include "Panelhost/Dialogs.h"
+#include "Panelhost/Editing.h"
 #include "Panelhost/Guard.h"
 #include "Panelhost/Hostinfo.h"
 #include "Panelhost/PropertyText.h"
@@ -49,9 +50,6 @@ int a_DropBitmap(HOSTINFO* object, HDROP drop) {
             return 0;
         }
         const std::string line = "bitmap=" + PropertyFileName(path);
-        return SendMessageA(object->window, CWM_LOAD, LOAD_FROM_DIALOG,
-                            reinterpret_cast<LPARAM>(line.c_str())) != 0
-                   ? 1
-                   : 0;
+        return a_ApplyEdit(object, line.c_str());
     });
 }

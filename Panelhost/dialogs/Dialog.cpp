@@ -3,6 +3,8 @@
 #include "Panelhost/dialogs/Dialog.h"
 
 #include "Panelhost/Dialogs.h"
+#include "Panelhost/Editing.h"
+#include "Panelhost/Guard.h"
 #include "Panelhost/Trace.h"
 
 #include <algorithm>
@@ -230,8 +232,7 @@ bool ObjectDialog::ObjectLives() const {
 }
 
 bool ObjectDialog::Load(const std::string& line) const {
-    return ObjectLives() && SendMessageA(objectWindow_, CWM_LOAD, LOAD_FROM_DIALOG,
-                                         reinterpret_cast<LPARAM>(line.c_str())) != 0;
+    return ObjectLives() && a_ApplyEdit(object_, line.c_str()) != 0;
 }
 
 LRESULT CALLBACK ObjectDialog::ObjectProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam,

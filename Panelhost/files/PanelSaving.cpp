@@ -5,6 +5,8 @@
 #include "Panelhost/Trace.h"
 #include "logic/Layers.h"
 
+#include <utility>
+
 thread_local bool PanelSaving::failed_ = false;
 
 void PanelSaving::WriteObject(HOSTINFO& object, HANDLE file) {
@@ -16,6 +18,12 @@ void PanelSaving::WriteObject(HOSTINFO& object, HANDLE file) {
         a_WriteText(file, line.data(), line.size());
     }
     SendMessageA(object.window, CWM_SAVE, SAVE_CONNECTIONS, lines);
+}
+
+bool PanelSaving::WriteWhole(HOSTINFO& object, HANDLE file) {
+    const bool failedBefore = std::exchange(failed_, false);
+    WriteObject(object, file);
+    return !std::exchange(failed_, failedBefore);
 }
 
 bool PanelSaving::WriteAll(PanelRoot& root, HANDLE file) {

@@ -10,6 +10,8 @@ public:
     static bool Save(PanelRoot& root, const std::string& path);
     // Writes the lines of one object to an open file.
     static void WriteObject(HOSTINFO& object, HANDLE file);
+    // The same; false when a line was lost.
+    static bool WriteWhole(HOSTINFO& object, HANDLE file);
     // A line of the panel being saved was lost.
     static void Failed() { failed_ = true; }
 

@@ -4,8 +4,10 @@
 
 #include "Panelhost/Messages.h"
 #include "Panelhost/files/PanelSaving.h"
+#include "Panelhost/files/TextCollector.h"
 
 #include <commctrl.h>
+#include <optional>
 
 LRESULT a_ListProperties(HOSTINFO* object, const KEYWORDROW* table, HWND listView, bool allRows) {
     if (object == nullptr || table == nullptr) {
@@ -33,9 +35,13 @@ LRESULT a_ListProperties(HOSTINFO* object, const KEYWORDROW* table, HWND listVie
 }
 
 int a_WriteText(HANDLE file, const char* text, std::size_t length) {
-    DWORD written = 0;
-    if (length > 0 &&
-        (!WriteFile(file, text, static_cast<DWORD>(length), &written, nullptr) || written != length)) {
+    std::optional<bool> whole = TextCollector::Append(file, text, length);
+    if (!whole) {
+        DWORD written = 0;
+        whole = length == 0 ||
+                (WriteFile(file, text, static_cast<DWORD>(length), &written, nullptr) && written == length);
+    }
+    if (!*whole) {
         PanelSaving::Failed();
         return 0;
     }

@@ -1,48 +1,23 @@
 #include "Panelhost/Editing.h"
 
 #include "Panelhost/Guard.h"
+#include "Panelhost/Messages.h"
 #include "Panelhost/files/LineFile.h"
 #include "Panelhost/files/PanelLoading.h"
-#include "Panelhost/files/PanelSaving.h"
+#include "Panelhost/files/TextCollector.h"
 #include "Panelhost/objects/PanelRoot.h"
+
+#include <optional>
+#include <utility>
 
 namespace {
 
-// A file that the system keeps in memory as far as it can, and that goes when it is closed.
-class TemporaryFile {
-public:
-    TemporaryFile() {
-        char folder[MAX_PATH];
-        char path[MAX_PATH];
-        if (GetTempPathA(MAX_PATH, folder) != 0 && GetTempFileNameA(folder, "pan", 0, path) != 0) {
-            file_ = CreateFileA(path, GENERIC_READ | GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
-                                FILE_ATTRIBUTE_TEMPORARY | FILE_FLAG_DELETE_ON_CLOSE, nullptr);
-        }
-    }
-    ~TemporaryFile() {
-        if (file_ != INVALID_HANDLE_VALUE) {
-            CloseHandle(file_);
-        }
-    }
-    TemporaryFile(const TemporaryFile&) = delete;
-    TemporaryFile& operator=(const TemporaryFile&) = delete;
-
-    HANDLE Handle() const { return file_; }
-
-    std::string Contents() const {
-        std::string text(file_ == INVALID_HANDLE_VALUE ? 0 : GetFileSize(file_, nullptr), '\0');
-        DWORD length = 0;
-        SetFilePointer(file_, 0, nullptr, FILE_BEGIN);
-        if (!ReadFile(file_, text.data(), static_cast<DWORD>(text.size()), &length, nullptr)) {
-            length = 0;
-        }
-        text.resize(length);
-        return text;
-    }
-
-private:
-    HANDLE file_ = INVALID_HANDLE_VALUE;
-};
+// What the listener of that panel answers; 1 when there is none.
+int Tell(const PanelRoot* panel, int event, HOSTINFO* object) {
+    return panel == nullptr || panel->editListener == nullptr
+               ? 1
+               : panel->editListener(event, object, panel->editContext);
+}
 
 } // namespace
 
@@ -53,37 +28,94 @@ void a_SetEditListener(HOSTINFO* root, EDITLISTENER listener, void* context) {
     }
 }
 
-bool a_HasEditListener(const HOSTINFO* object) {
+bool a_IsUndoable(const HOSTINFO* object) {
     const PanelRoot* panel = PanelRoot::Above(object);
-    return panel != nullptr && panel->editListener != nullptr;
+    return panel != nullptr && panel->editListener != nullptr && panel->mode != 0;
 }
 
-void a_NotifyEdit(int event, HOSTINFO* object) {
-    const PanelRoot* panel = PanelRoot::Above(object);
-    if (panel != nullptr && panel->editListener != nullptr) {
-        panel->editListener(event, object, panel->editContext);
+int a_ApplyEdit(HOSTINFO* object, const char* line) {
+    if (line == nullptr || !a_IsAlive(object)) {
+        return 0;
     }
+    PanelRoot* panel = PanelRoot::Above(object);
+    if (Tell(panel, EDIT_CHANGING, object) == 0) {
+        return 0;
+    }
+    // The object may have gone while the listener asked something.
+    const LRESULT taken = a_IsAlive(object) ? SendMessageA(object->window, CWM_LOAD, LOAD_FROM_DIALOG,
+                                                           reinterpret_cast<LPARAM>(line))
+                                            : 0;
+    // So may the whole panel, by what the line led to.
+    Tell(PanelRoot::From(panel), EDIT_CHANGED, a_IsAlive(object) ? object : nullptr);
+    return taken != 0 ? 1 : 0;
 }
 
 void a_DeleteObject(HOSTINFO* object) {
     const PanelRoot* panel = PanelRoot::Above(object);
     if (panel != nullptr && panel->editListener != nullptr) {
-        panel->editListener(EDIT_DELETE, object, panel->editContext);
+        Tell(panel, EDIT_DELETE, object);
     } else if (object != nullptr) {
         DestroyWindow(object->window);
     }
 }
 
-std::string a_ObjectText(HOSTINFO* object) {
-    if (object == nullptr) {
-        return {};
-    }
-    return Guarded<std::string>({}, [&] {
-        const TemporaryFile file;
-        if (file.Handle() != INVALID_HANDLE_VALUE) {
-            PanelSaving::WriteObject(*object, file.Handle());
+int a_ObjectTexts(const std::vector<HOSTINFO*>& objects, std::vector<std::string>* texts) {
+    texts->clear();
+    const bool whole = Guarded(false, [&] {
+        TextCollector collector;
+        for (HOSTINFO* object : objects) {
+            auto text = a_IsAlive(object) ? collector.TextOf(*object) : std::nullopt;
+            if (!text) {
+                return false;
+            }
+            texts->push_back(std::move(*text));
         }
-        return file.Contents();
+        return true;
+    });
+    if (!whole) {
+        texts->clear();
+    }
+    return whole ? 1 : 0;
+}
+
+int a_ObjectText(HOSTINFO* object, std::string* text) {
+    text->clear();
+    return Guarded(0, [&] {
+        std::vector<std::string> texts;
+        if (a_ObjectTexts({object}, &texts) == 0) {
+            return 0;
+        }
+        *text = std::move(texts.front());
+        return 1;
+    });
+}
+
+int a_PanelText(HOSTINFO* root, int first, int count, std::string* text) {
+    PanelRoot* panel = PanelRoot::From(root);
+    if (panel == nullptr || first < 0) {
+        return -1;
+    }
+    return Guarded(-1, [&] {
+        std::vector<HOSTINFO*> objects;
+        if (first == 0 && count > 0) {
+            objects.push_back(panel);
+        }
+        int number = 0;
+        for (HOSTINFO* control : panel->Controls()) {
+            if (++number >= first && number < first + count) {
+                objects.push_back(control);
+            }
+        }
+        std::vector<std::string> texts;
+        if (a_ObjectTexts(objects, &texts) == 0) {
+            return -1;
+        }
+        std::string lines;
+        for (const std::string& one : texts) {
+            lines += one;
+        }
+        *text += lines;
+        return static_cast<int>(objects.size());
     });
 }
 

@@ -249,14 +249,7 @@ LRESULT PanelRoot::OnLoad(WPARAM loadMode, LPARAM line) {
     }
     VALUERECORD record{COMMAND_SET, row, DATATYPE_TEXT, 0, value, nullptr, 0};
     const bool edited = loadMode != LOAD_FROM_FILE && (KEYWORDS[row].flags & KEYWORD_SAVED) != 0;
-    if (edited) {
-        a_NotifyEdit(EDIT_CHANGING, this);
-    }
-    const LRESULT taken = a_DispatchRecord(this, KEYWORDS, &record);
-    if (edited) {
-        a_NotifyEdit(EDIT_CHANGED, this);
-    }
-    if (taken == 0) {
+    if (a_DispatchRecord(this, KEYWORDS, &record) == 0) {
         return EDITTRACE(this, "Error reading line %s", text);
     }
     if (edited) {

@@ -334,6 +334,72 @@ TEST_CASE("a quick run of the same key is one step, a pause or another key begin
     CHECK_FALSE(history.Undo());
 }
 
+TEST_CASE("the history holds the last steps that its limit has room for") {
+    constexpr std::size_t LIMIT = 5000;
+    for (unsigned seed = 1; seed <= 40; ++seed) {
+        CAPTURE(seed);
+        std::mt19937 random(seed);
+        const auto any = [&](int count) { return static_cast<int>(random() % static_cast<unsigned>(count)); };
+        EditHistory history(LIMIT);
+        // All steps ever, by their labels; of those from "first" on the history still knows.
+        struct Known {
+            std::string label;
+            std::size_t bytes;
+        };
+        std::vector<Known> known;
+        std::size_t first = 0;
+        std::size_t position = 0;
+        std::optional<std::size_t> saved = 0;
+        for (int i = 0; i < 400; ++i) {
+            switch (any(6)) {
+            case 0:
+                if (history.Undo()) {
+                    --position;
+                }
+                break;
+            case 1:
+                if (history.Redo()) {
+                    ++position;
+                }
+                break;
+            case 2:
+                if (any(3) == 0) {
+                    history.MarkSaved();
+                    saved = position;
+                }
+                break;
+            default: {
+                EditStep step;
+                const int length = any(20) == 0 ? 7000 : any(900);
+                step.texts.push_back({"A", "", std::string(static_cast<std::size_t>(length), 'x')});
+                if (saved && *saved > position) {
+                    saved.reset();
+                }
+                known.resize(position);
+                known.push_back({std::to_string(i), step.Bytes()});
+                ++position;
+                CHECK(history.Commit(std::move(step), known.back().label));
+                std::size_t total = 0;
+                std::size_t from = known.size();
+                while (from > first && (from == known.size() || total + known[from - 1].bytes <= LIMIT)) {
+                    total += known[--from].bytes;
+                }
+                first = from;
+                if (saved && *saved < first) {
+                    saved.reset();
+                }
+                CHECK(history.Bytes() == total);
+            }
+            }
+            REQUIRE(history.CanUndo() == (position > first));
+            REQUIRE(history.CanRedo() == (position < known.size()));
+            REQUIRE(history.UndoLabel() == (position > first ? known[position - 1].label : ""));
+            REQUIRE(history.RedoLabel() == (position < known.size() ? known[position].label : ""));
+            REQUIRE(history.IsSaved() == (saved == position));
+        }
+    }
+}
+
 TEST_CASE("an order is restored by the fewest moves") {
     const auto moves = [](const std::vector<std::string>& from, const std::vector<std::string>& to) {
         std::string text;

@@ -3,7 +3,7 @@
 #include "Controls/resources/resource.h"
 #include "Panel/resource.h"
 #include "tests/windows/ControlClasses.h"
-#include "tests/windows/TestPanel.h"
+#include "tests/windows/PanelProgram.h"
 
 #include <commctrl.h>
 
@@ -26,143 +26,6 @@ const char* const PANEL = "size=600,400\r\n"
                           "control=0x00000000 LED \"Layered\" 0x50010000 20,300,36,316\r\n"
                           "Layered*layer=u2\r\n"
                           "control=0x00000000 BCOMBOBOX \"Combo\" 0x50010003 440,340,560,388\r\n";
-
-struct Search {
-    DWORD process;
-    const char* className;
-    HWND found;
-};
-
-BOOL CALLBACK MatchWindow(HWND window, LPARAM parameter) {
-    auto& search = *reinterpret_cast<Search*>(parameter);
-    DWORD process = 0;
-    char className[64] = "";
-    GetWindowThreadProcessId(window, &process);
-    GetClassNameA(window, className, sizeof className);
-    if (process == search.process && std::strcmp(className, search.className) == 0 &&
-        ((GetWindowLongA(window, GWL_STYLE) & WS_CHILD) != 0 || IsWindowVisible(window))) {
-        search.found = window;
-        return FALSE;
-    }
-    return TRUE;
-}
-
-template <class Condition>
-bool WaitFor(Condition condition) {
-    const DWORD start = GetTickCount();
-    while (!condition()) {
-        if (GetTickCount() - start > 10000) {
-            return false;
-        }
-        Sleep(20);
-    }
-    return true;
-}
-
-// A running Panel.exe with a panel file of its own.
-class PanelProgram {
-public:
-    explicit PanelProgram(const std::string& contents) {
-        file_ = folder_.Write("test.panel", contents);
-        trace_ = folder_.Path("trace.txt");
-        STARTUPINFOA startup{};
-        startup.cb = sizeof startup;
-        std::string command = "\"";
-        command += ProgramFolder() + "Panel.exe\" \"" + file_ + "\" --trace \"" + trace_ + "\"";
-        REQUIRE(CreateProcessA(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
-                               &startup, &process_));
-        REQUIRE(WaitFor([&] { return (frame_ = Top("PanelFrame")) != nullptr; }));
-        panel_ = Below(frame_, "PanelWindow");
-        REQUIRE(panel_ != nullptr);
-        SetForegroundWindow(frame_);
-    }
-    ~PanelProgram() {
-        TerminateProcess(process_.hProcess, 1);
-        WaitForSingleObject(process_.hProcess, 5000);
-        CloseHandle(process_.hThread);
-        CloseHandle(process_.hProcess);
-    }
-    PanelProgram(const PanelProgram&) = delete;
-    PanelProgram& operator=(const PanelProgram&) = delete;
-
-    HWND Frame() const { return frame_; }
-    HWND Panel() const { return panel_; }
-    HWND Top(const char* className) const {
-        Search search{process_.dwProcessId, className, nullptr};
-        EnumWindows(MatchWindow, reinterpret_cast<LPARAM>(&search));
-        return search.found;
-    }
-    HWND Below(HWND parent, const char* className) const {
-        Search search{process_.dwProcessId, className, nullptr};
-        EnumChildWindows(parent, MatchWindow, reinterpret_cast<LPARAM>(&search));
-        return search.found;
-    }
-    void Command(int command) const { SendMessageA(frame_, WM_COMMAND, static_cast<WPARAM>(command), 0); }
-    std::string Saved() const {
-        Command(CMD_SAVE);
-        return ReadBytes(file_);
-    }
-    std::string Trace() const { return ReadBytes(trace_); }
-    std::string Title() const {
-        char title[128] = "";
-        GetWindowTextA(frame_, title, sizeof title);
-        return title;
-    }
-
-    void Press(POINT point, WPARAM keys = 0) const {
-        SendMessageA(panel_, WM_LBUTTONDOWN, MK_LBUTTON | keys, MAKELPARAM(point.x, point.y));
-    }
-    void MoveTo(POINT point) const {
-        SendMessageA(panel_, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(point.x, point.y));
-    }
-    void Release(POINT point) const { SendMessageA(panel_, WM_LBUTTONUP, 0, MAKELPARAM(point.x, point.y)); }
-    void Drag(POINT from, POINT to) const {
-        Press(from);
-        MoveTo({(from.x + to.x) / 2, (from.y + to.y) / 2});
-        MoveTo(to);
-        Release(to);
-    }
-    void Click(POINT point, WPARAM keys = 0) const {
-        Press(point, keys);
-        Release(point);
-    }
-    void Key(WPARAM key) const { SendMessageA(panel_, WM_KEYDOWN, key, 0); }
-
-    // How many steps there were.
-    int UndoAll() const { return Repeat(CMD_UNDO); }
-    int RedoAll() const { return Repeat(CMD_REDO); }
-    int Close() const {
-        PostMessageA(frame_, WM_CLOSE, 0, 0);
-        DWORD code = 1;
-        REQUIRE(WaitForSingleObject(process_.hProcess, 10000) == WAIT_OBJECT_0);
-        GetExitCodeProcess(process_.hProcess, &code);
-        return static_cast<int>(code);
-    }
-
-private:
-    // Until its button can be pressed no more; a menu cannot be looked into from another program.
-    int Repeat(int command) const {
-        const HWND toolbar = Below(frame_, TOOLBARCLASSNAMEA);
-        Sleep(300); // the buttons follow now and then
-        int steps = 0;
-        while (SendMessageA(toolbar, TB_ISBUTTONENABLED, static_cast<WPARAM>(command), 0) != 0) {
-            Command(command);
-            ++steps;
-        }
-        return steps;
-    }
-
-    TestFolder folder_;
-    std::string file_;
-    std::string trace_;
-    PROCESS_INFORMATION process_{};
-    HWND frame_ = nullptr;
-    HWND panel_ = nullptr;
-};
-
-bool Contains(const std::string& text, const std::string& part) {
-    return text.find(part) != std::string::npos;
-}
 
 void PutOnClipboard(const std::string& text) {
     REQUIRE(OpenClipboard(nullptr));
@@ -465,6 +328,20 @@ TEST_CASE("of damaged text on the clipboard the sound part is pasted and the res
     PutOnClipboard("nothing of use");
     program.Command(CMD_PASTE);
     CHECK(program.Saved() == start);
+}
+
+TEST_CASE("nothing is lost where no temporary file can be made") {
+    const PanelProgram program(PANEL, "C:\\no\\such\\folder");
+    program.Command(CMD_EDIT_MODE);
+    const std::string start = program.Saved();
+    program.Command(CMD_SELECT_ALL);
+    program.Command(CMD_DELETE);
+    CheckHistory(program, start, 1);
+    program.Command(CMD_SELECT_ALL);
+    program.Command(CMD_CUT);
+    CHECK(program.Saved() == "size=600,400\r\n");
+    program.Command(CMD_PASTE);
+    CHECK(Contains(program.Saved(), "S*Part*connection=A\r\n"));
 }
 
 TEST_CASE("random edits are undone and redone without a trace") {

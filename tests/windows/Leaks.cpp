@@ -1,5 +1,6 @@
 // What controls take, they give back.
 
+#include "Panelhost/Editing.h"
 #include "tests/windows/ControlClasses.h"
 #include "tests/windows/Resources.h"
 #include "tests/windows/TestPanel.h"
@@ -115,6 +116,8 @@ TEST_CASE("panels with bound controls, dialogs and devices leave nothing behind"
         SendMessageA(knob, WM_RBUTTONDOWN, MK_RBUTTON | MK_SHIFT | MK_CONTROL, 0);
         REQUIRE(ObjectOf(knob).dialog != nullptr);
         SendMessageA(panel.Find("B"), CWM_PARAMETERDLG, 0, 0);
+        std::string text;
+        REQUIRE(a_PanelText(panel.Root(), 0, 3, &text) == 3);
         REQUIRE(ph_SavePanel(panel.Root(), folder.Path("saved.panel").c_str()) == 1);
     };
     live();

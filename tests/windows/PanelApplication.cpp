@@ -69,7 +69,8 @@ TEST_CASE("help is printed") {
         const Run run = RunPanel(option);
         CHECK(run.exitCode == 0);
         CHECK(BeginsWith(run.output, "Usage: Panel.exe [panel file] [options]\r\n"));
-        for (const char* listed : {"--devices", "--screenshot", "--trace", "--exit-after", "--help"}) {
+        for (const char* listed :
+             {"--devices", "--screenshot", "--trace", "--recovery", "--exit-after", "--help"}) {
             CHECK(run.output.find(listed) != std::string::npos);
         }
         CHECK(run.errors == "");

@@ -295,8 +295,10 @@ TEST_CASE("a control is deleted after a question, or by whoever edits the panel"
             if (event == EDIT_DELETE) {
                 *static_cast<HOSTINFO**>(context) = object;
             }
+            return 1;
         },
         &asked);
+    ph_SetMode(panel.Root(), 1);
     Command(dialog, IDC_DELETE_CONTROL); // can be brought back, and is not asked for
     CHECK(asked == &ObjectOf(other));
     CHECK(IsWindow(other));
