@@ -152,6 +152,17 @@ std::optional<int> CONTROLPROPERTIES::Ask(REQUESTLIST& list, int datatype, void*
     return StillHas(self, this) ? std::optional(result) : std::nullopt;
 }
 
+bool AskForValue(const REQUESTLIST& requests, int datatype, void* value) {
+    REQUESTLIST items = requests; // they may change meanwhile
+    int result = REQUEST_UNREACHABLE;
+    while (result > REQUEST_DELIVERED && !items.empty()) {
+        REQUESTLIST first;
+        first.splice(first.begin(), items, items.begin());
+        a_SendRequest(first, COMMAND_GET, datatype, value, &result);
+    }
+    return result <= REQUEST_DELIVERED;
+}
+
 void CONTROLPROPERTIES::ShowPollResult(int result) {
     lastPollResult = result;
     ShowNotEqual(result > REQUEST_DELIVERED);

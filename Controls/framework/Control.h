@@ -124,6 +124,10 @@ inline bool StillHas(HWND window, const CONTROLPROPERTIES* control) {
     return PropertiesOf<CONTROLPROPERTIES>(window) == control;
 }
 
+// Asks for a value that is to be changed and sent: that of the first target that answers. False when none
+// does.
+bool AskForValue(const REQUESTLIST& requests, int datatype, void* value);
+
 template <class Properties>
 CONTROLPROPERTIES* CreateProperties() {
     return new Properties;
