@@ -65,8 +65,9 @@ public:
     virtual LRESULT OnGetKeywords(WPARAM wParam,
                                   LPARAM names); // std::list<std::string>*: receives the keywords
     virtual LRESULT OnGetKeywords2(WPARAM wParam, LPARAM lParam);
-    virtual LRESULT OnGetDatatype(WPARAM wParam,
-                                  LPARAM keyword); // const char*: datatype of that value, 0 if none
+    // const char*: datatype of that value, 0 if there is none. Null or empty: that of the default value. What
+    // can be read of it: a_HasForm.
+    virtual LRESULT OnGetDatatype(WPARAM wParam, LPARAM keyword);
     virtual LRESULT OnGetUserfriendlyName(WPARAM wParam, LPARAM lParam);
     virtual LRESULT OnGetPropertydlg(WPARAM wParam, LPARAM lParam);
     virtual LRESULT OnGetContextMenu(WPARAM wParam, LPARAM lParam);

@@ -141,8 +141,14 @@ LRESULT CONTROLPROPERTIES::OnGetTooltip(WPARAM, LPARAM lParam) {
     return 1;
 }
 
-LRESULT CONTROLPROPERTIES::OnGetDatatype(WPARAM, LPARAM) {
-    return ControlType();
+LRESULT CONTROLPROPERTIES::OnGetDatatype(WPARAM, LPARAM keyword) {
+    const KEYWORDROW* table = GetHostinfoTable();
+    const auto* wanted = reinterpret_cast<const char*>(keyword);
+    const int row = std::max(a_FindKeyword(table, wanted), 0); // what it does not know is the default value
+    if (table[row].handler == nullptr) {
+        return DATATYPE_NONE;
+    }
+    return table[row].handler == table[0].handler ? ValueDatatype() : DATATYPE_TEXT;
 }
 
 std::optional<int> CONTROLPROPERTIES::Ask(REQUESTLIST& list, int datatype, void* data) const {
