@@ -48,6 +48,7 @@ public:
     virtual int OnSet(char* keyword, float* value);
     virtual int OnSet(char* keyword, char* value);
     virtual int OnSet(const char* keyword, std::string& value, int* result);
+    // Passes on at once what the next tick would pass on. Called before and after a panel file is loaded.
     virtual LRESULT OnUpdate(WPARAM wParam, LPARAM lParam);
     virtual int OnConnectSource(std::string& source, std::string& target);
     virtual int OnConnectSource(unsigned source, long target);

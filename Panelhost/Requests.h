@@ -73,7 +73,7 @@ PANELHOST_API void a_EmptyRequestList(REQUESTLIST& requests);
 // value and receives the new one when the result is REQUEST_DELIVERED. An item that has no form for the
 // datatype counts as one that cannot be reached. Returns non-zero on success: every item was reached and none
 // refused, whether or not it held a set value before. The list may change, and objects may go, while it is
-// being sent.
+// being sent. While a panel file is loaded (a_IsLoading) devices take a set as any other, and get nothing.
 PANELHOST_API int a_SendRequest(REQUESTLIST& requests, int command, int datatype, void* data, int* result);
 
 // Sends one record to one item: through its handler, or as CWM_MESSAGE to its target's window. -1 when the

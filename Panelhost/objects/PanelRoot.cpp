@@ -118,6 +118,19 @@ int LayerKeyword(VALUERECORD* record, HOSTINFO* object) {
         object);
 }
 
+int OnOpenKeyword(VALUERECORD* record, HOSTINFO* object) {
+    return AnswerOrTake(
+        record, AsRoot(object).sendsOnOpen ? "send" : "follow",
+        [](PanelRoot& root, const std::string& text) {
+            if (text != "send" && text != "follow") {
+                return false;
+            }
+            root.sendsOnOpen = text == "send";
+            return true;
+        },
+        object);
+}
+
 int ParameterDialogKeyword(VALUERECORD* record, HOSTINFO* object) {
     return AnswerOrTake(
         record, AsRoot(object).parameterDialog,
@@ -165,6 +178,7 @@ constexpr KEYWORDROW KEYWORDS[] = {
     {"background", BackgroundKeyword, KEYWORD_SAVED},
     {"bandwidth", BandwidthKeyword, KEYWORD_SAVED},
     {"layer", LayerKeyword, KEYWORD_SAVED},
+    {"onopen", OnOpenKeyword, KEYWORD_SAVED},
     {"parameterdlg", ParameterDialogKeyword, 0},
     {"size", SizeKeyword, KEYWORD_SAVED},
     {"title", TitleKeyword, KEYWORD_SAVED},
@@ -480,6 +494,7 @@ void PanelRoot::Tick() {
     for (const HOSTINFO* control : controls_) {
         windows.push_back(control->window);
     }
+    opening.Send(*this); // before a poll brings what it replaces
     for (HWND target : windows) {
         SendMessageA(target, WM_TIMER, 0, 0);
     }

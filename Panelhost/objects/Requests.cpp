@@ -235,6 +235,26 @@ int Get(const std::vector<REQUESTITEM>& items, int datatype, void* data) {
     return REQUEST_DELIVERED;
 }
 
+// What is asked of devices while their panel is loaded is put aside. True when it was.
+bool IsPutAside(const REQUESTITEM& item, int datatype, const void* data) {
+    return Guarded(true, [&] {
+        PanelRoot* root = item.device != nullptr    ? PanelRoot::Above(item.device)
+                          : item.address != nullptr ? PanelRoot::From(item.address->root)
+                                                    : nullptr;
+        if (root == nullptr) {
+            return false;
+        }
+        static const std::string none;
+        const std::string& address = item.address != nullptr ? item.address->text : none;
+        if (root->opening.IsUnderWay()) {
+            root->opening.PutAside(address, datatype, data);
+            return true;
+        }
+        root->opening.Supersede(address);
+        return false;
+    });
+}
+
 // Of a control that does not say, whatever is asked for.
 int DatatypeOf(const REQUESTITEM& item, int asked) {
     HOSTINFO* target = item.target;
@@ -402,6 +422,9 @@ int a_SendToItem(const REQUESTITEM& item, int command, int datatype, void* data)
     const HOSTINFO* owner = item.device != nullptr ? item.device : item.target;
     if (owner != nullptr && !a_IsAlive(owner)) { // since the list of items was copied
         return -1;
+    }
+    if (command == COMMAND_SET && item.target == nullptr && IsPutAside(item, datatype, data)) {
+        return item.handler != nullptr ? 1 : -1;
     }
     const bool isAsked = command == COMMAND_GET && data != nullptr;
     if (item.handler != nullptr) {
