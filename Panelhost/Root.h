@@ -7,7 +7,7 @@ class cPanelBackground;
 
 // What a host written in C++ can ask of a root beyond HostInterface.h.
 // Keywords of the root itself, read and set through its panel window with CWM_MESSAGE or by lines without an
-// object in a panel file; saved at the head of the file unless empty:
+// object in a panel file; saved at the head of the file unless they say what a panel is without them:
 //   background    colour "0x00bbggrr" or image file, repeated over the panel
 //   layer         active layers ("u1,u5"), empty for all
 //   onopen        "follow" when a panel file that is opened moves no device, "send" when the values saved in

@@ -14,6 +14,7 @@
 
 #include <algorithm>
 #include <commctrl.h>
+#include <cstdio>
 
 namespace {
 
@@ -118,14 +119,17 @@ int LayerKeyword(VALUERECORD* record, HOSTINFO* object) {
         object);
 }
 
+constexpr const char* SEND = "send";
+constexpr const char* FOLLOW = "follow"; // and so does an empty text
+
 int OnOpenKeyword(VALUERECORD* record, HOSTINFO* object) {
     return AnswerOrTake(
-        record, AsRoot(object).sendsOnOpen ? "send" : "follow",
+        record, AsRoot(object).sendsOnOpen ? SEND : FOLLOW,
         [](PanelRoot& root, const std::string& text) {
-            if (text != "send" && text != "follow") {
+            if (text != SEND && text != FOLLOW && !text.empty()) {
                 return false;
             }
-            root.sendsOnOpen = text == "send";
+            root.sendsOnOpen = text == SEND;
             return true;
         },
         object);
@@ -292,7 +296,8 @@ LRESULT PanelRoot::OnSave(WPARAM saveCode, LPARAM file) {
         std::string lines;
         char value[TEXT_SIZE];
         for (const KEYWORDROW* row = KEYWORDS; row->keyword != nullptr; ++row) {
-            value[0] = '\0';
+            // What a panel has without a line is not written.
+            std::snprintf(value, sizeof value, "%s", row->handler == OnOpenKeyword ? FOLLOW : "");
             VALUERECORD record{COMMAND_GET, 0, DATATYPE_TEXT, 0, value, nullptr, 0};
             if ((row->flags & KEYWORD_SAVED) != 0 && row->handler(&record, this) != 0) {
                 lines += std::string(row->keyword) + "=" + value + "\r\n";

@@ -216,12 +216,19 @@ TEST_CASE("with onopen=send what is saved goes once to each device, when that is
     ph_Tick(panel.Root());
     CHECK(panel.Parameter("LATE*knob") == "-7");
 
-    for (const char* word : {"Send", "", "yes"}) {
+    for (const char* word : {"Send", " ", "yes"}) {
         CHECK(Load(panel.Window(), std::string("onopen=") + word) == 0);
     }
     const TestFolder folder;
     REQUIRE(ph_SavePanel(panel.Root(), folder.Path("saved.panel").c_str()) == 1);
     CHECK(ReadBytes(folder.Path("saved.panel")).starts_with("onopen=send\r\n"));
+    for (const char* word : {"follow", ""}) {
+        CHECK(Load(panel.Window(), "onopen=send") == 1);
+        CHECK(Load(panel.Window(), std::string("onopen=") + word) == 1);
+        CHECK(Text(panel.Window(), "onopen") == "follow");
+    }
+    REQUIRE(ph_SavePanel(panel.Root(), folder.Path("saved.panel").c_str()) == 1);
+    CHECK(ReadBytes(folder.Path("saved.panel")).starts_with("control="));
 }
 
 TEST_SUITE_END();
