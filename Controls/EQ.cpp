@@ -96,6 +96,7 @@ public:
     std::optional<EqBand> Read(std::string_view text, const EqBand& before) const override {
         return logic::ReadEqBand(text, before);
     }
+    bool IsWhole(std::string_view text) const override { return logic::IsWholeEqBand(text); }
     bool IsKnown(const EqBand& band) const override { return logic::IsKnown(band); }
     void Show(const EqBand& next) override;
     std::string ValueText(int fieldId, bool isTyped) const override;

@@ -37,6 +37,7 @@ public:
     void Destroying() override { a_DestroyChildWindows(this); }
     void Draw(HDC dc, const RECT& client) const override;
     void Poll() override;
+    LRESULT OnUpdate(WPARAM wParam, LPARAM lParam) override;
 
     void SetInput(bool input);
     void ShowPan(bool shown);
@@ -50,6 +51,8 @@ public:
     FontProperty scaleFont;
 
 private:
+    bool PassLevelOn();
+
     float level_ = 0; // of the fader, as last exchanged with the functions
 };
 
@@ -239,18 +242,32 @@ void MIXERPROPERTIES::ShowPan(bool shown) {
     LookChanged();
 }
 
+// Sends what the fader was moved to. The object may be gone afterwards. False when it was not moved.
+bool MIXERPROPERTIES::PassLevelOn() {
+    float level = level_;
+    if (requests.empty() || ExchangeLevel(fader, COMMAND_GET, DATATYPE_FLOAT, &level) == 0) {
+        return false;
+    }
+    level_ = level;
+    a_SendRequest(requests, COMMAND_SET, DATATYPE_FLOAT, &level, nullptr);
+    return true;
+}
+
+LRESULT MIXERPROPERTIES::OnUpdate(WPARAM, LPARAM) {
+    PassLevelOn();
+    return 0;
+}
+
 // What is bound to the strip itself goes to and comes from the level fader, which knows nothing of it.
 void MIXERPROPERTIES::Poll() {
     if (requests.empty()) {
         ShowPollResult(REQUEST_UNCHANGED); // it may have been bound before
         return;
     }
-    float level = level_;
-    if (ExchangeLevel(fader, COMMAND_GET, DATATYPE_FLOAT, &level) != 0) {
-        level_ = level;
-        a_SendRequest(requests, COMMAND_SET, DATATYPE_FLOAT, &level, nullptr);
+    if (PassLevelOn()) {
         return;
     }
+    float level = level_;
     const int result = Ask(requests, DATATYPE_FLOAT, &level);
     if (result == REQUEST_DELIVERED && GetCapture() != fader) {
         ExchangeLevel(fader, COMMAND_SET, DATATYPE_FLOAT, &level);

@@ -34,8 +34,8 @@ public:
     void Released() override;
 
     void StopRepeat();
-    // The number of steps up or down from the value that is read first, or offValue as it is in absolute
-    // mode, is kept in offValue and sent.
+    // In absolute mode sends offValue. Else that many steps up or down from what it is bound to, or from
+    // offValue where nobody answers, which offValue becomes.
     void SendStepped(int steps);
     bool ValuesAreInactive() const { return capturePeriod != 0 || onValue == offValue; }
 
@@ -50,6 +50,8 @@ public:
     float captureAccel = 1.0F;   // how much each further step grows, 0.5 to 10
 
 private:
+    // The number of the first target that answers; the sign tells when none does.
+    void AskTargets(int& current);
     void Repeat(DWORD now);
     void Compare();
 };
@@ -220,14 +222,15 @@ void PUSHBUTTONPROPERTIES::Released() {
 void PUSHBUTTONPROPERTIES::SendStepped(int steps) {
     if (pressMode != logic::PressMode::Absolute) {
         int current = offValue;
-        const int result = Ask(requests, DATATYPE_INTEGER, &current);
-        ShowPollResult(result);
-        if (result > REQUEST_DELIVERED) { // a step from a value that nothing holds would be a jump
-            return;
-        }
+        AskTargets(current);
         offValue = logic::StepValue(current, pressMode, steps);
     }
     Send(offValue);
+}
+
+void PUSHBUTTONPROPERTIES::AskTargets(int& current) {
+    const bool isAnswered = requests.empty() || AskForValue(requests, DATATYPE_INTEGER, &current);
+    ShowPollResult(isAnswered ? REQUEST_UNCHANGED : REQUEST_UNREACHABLE);
 }
 
 // While held, and comparing while idle
@@ -244,9 +247,12 @@ LRESULT PUSHBUTTONPROPERTIES::OnTimer(WPARAM timer, LPARAM) {
         return 0;
     }
     lastPoll = now;
-    if (capturePeriod != 0) {
+    if (pressMode != logic::PressMode::Absolute && !dragging) {
+        int current = offValue; // asked for the sign alone
+        AskTargets(current);
+    } else if (capturePeriod != 0) {
         Repeat(now);
-    } else if (onValue != offValue) {
+    } else if (onValue != offValue && pressMode == logic::PressMode::Absolute) {
         Compare();
     }
     return 0;

@@ -38,7 +38,8 @@ PANELHOST_API int a_ObjectText(HOSTINFO* object, std::string* text);
 // appended, 0 at the end, -1 with the text untouched when one of them could not write all of its lines.
 PANELHOST_API int a_PanelText(HOSTINFO* root, int first, int count, std::string* text);
 // Applies the lines of a panel file, as ph_LoadPanel does. Number of controls created, -1 on failure; lines
-// that cannot be applied are traced with the name given to the text and their number, and skipped.
+// that cannot be applied are traced with the name given to the text and their number, and skipped. What they
+// ask of devices is never sent.
 PANELHOST_API int a_LoadText(HOSTINFO* root, std::string_view text, const char* nameInTraces);
 // Moves an object in front of another one in the order of saving and of Tab, and above it on the screen; to
 // the end, behind and below all others, when that one is null. Both must have the same parent.

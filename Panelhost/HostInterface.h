@@ -31,7 +31,8 @@ PH_API void __cdecl ph_DestroyRoot(HOSTINFO* root) PH_NOEXCEPT;
 /* Reads a device file. Number of devices declared, -1 when the file cannot be read. */
 PH_API int __cdecl ph_LoadDevices(HOSTINFO* root, const char* file) PH_NOEXCEPT;
 /* Reads a panel file and creates its controls. Number of controls created, -1 when the file cannot be read.
- * Lines that cannot be applied are traced with their number and skipped. */
+ * Lines that cannot be applied are traced with their number and skipped. No device is set meanwhile; when the
+ * panel says onopen=send, the values of the file go to the devices afterwards, at once or in ph_Tick. */
 PH_API int __cdecl ph_LoadPanel(HOSTINFO* root, const char* file) PH_NOEXCEPT;
 /* Writes the panel file. 1; 0 with the old file untouched, GetLastError telling why. The changed flags are
  * cleared on success. */

@@ -48,6 +48,7 @@ public:
     virtual int OnSet(char* keyword, float* value);
     virtual int OnSet(char* keyword, char* value);
     virtual int OnSet(const char* keyword, std::string& value, int* result);
+    // Passes on at once what the next tick would pass on. Called before and after a panel file is loaded.
     virtual LRESULT OnUpdate(WPARAM wParam, LPARAM lParam);
     virtual int OnConnectSource(std::string& source, std::string& target);
     virtual int OnConnectSource(unsigned source, long target);
@@ -65,8 +66,9 @@ public:
     virtual LRESULT OnGetKeywords(WPARAM wParam,
                                   LPARAM names); // std::list<std::string>*: receives the keywords
     virtual LRESULT OnGetKeywords2(WPARAM wParam, LPARAM lParam);
-    virtual LRESULT OnGetDatatype(WPARAM wParam,
-                                  LPARAM keyword); // const char*: datatype of that value, 0 if none
+    // const char*: datatype of that value, 0 if there is none. Null or empty: that of the default value. What
+    // can be read of it: a_HasForm.
+    virtual LRESULT OnGetDatatype(WPARAM wParam, LPARAM keyword);
     virtual LRESULT OnGetUserfriendlyName(WPARAM wParam, LPARAM lParam);
     virtual LRESULT OnGetPropertydlg(WPARAM wParam, LPARAM lParam);
     virtual LRESULT OnGetContextMenu(WPARAM wParam, LPARAM lParam);

@@ -4,13 +4,18 @@
 #include "Panelhost/ValueRecord.h"
 
 #include <list>
+#include <memory>
 #include <string>
 
 class HOSTINFO;
 
-// Answers a value record for a device parameter: 1 handled or new, 0 refused or the same, -1 the device
-// cannot be reached at the moment.
+// Answers a value record for a device parameter. Get: 1 stored something new, 0 the caller holds it already.
+// Set: 1 taken, 0 held already. -1: the device cannot be reached at the moment, the parameter has no form for
+// the datatype (a_HasForm; asked for a number, a text that is none), or it refuses the value.
 using REQUESTHANDLER = int (*)(VALUERECORD* record, void* context);
+
+// What an item was built from.
+struct REQUESTADDRESS;
 
 // One bound value. Exactly one of target and handler is set; with neither the item cannot be reached at
 // present.
@@ -21,7 +26,8 @@ struct REQUESTITEM {
     void* context = nullptr;
     // The device that the handler belongs to: what is asked of one that is gone is not answered. Null for a
     // control, and for a handler that is always there.
-    const HOSTINFO* device = nullptr;
+    HOSTINFO* device = nullptr;
+    std::shared_ptr<REQUESTADDRESS> address; // null for an item that was not built from a list
 };
 
 using REQUESTLIST = std::list<REQUESTITEM>;
@@ -64,10 +70,14 @@ PANELHOST_API void a_FollowRequests(HOSTINFO* object, const BINDINGLIST& functio
 PANELHOST_API void a_EmptyRequestList(REQUESTLIST& requests);
 
 // Sends a get (1) or set (2) to every item. data points to the value: for a get it holds the caller's current
-// value and receives the new one when the result is REQUEST_DELIVERED. Returns non-zero on success: for a
-// set, when every item took the value. The list may change, and objects may go, while it is being sent.
+// value and receives the new one when the result is REQUEST_DELIVERED. An item that has no form for the
+// datatype counts as one that cannot be reached. Returns non-zero on success: every item was reached and none
+// refused, whether or not it held a set value before. The list may change, and objects may go, while it is
+// being sent. While a panel file is loaded (a_IsLoading) devices take a set as any other, and get nothing.
 PANELHOST_API int a_SendRequest(REQUESTLIST& requests, int command, int datatype, void* data, int* result);
 
 // Sends one record to one item: through its handler, or as CWM_MESSAGE to its target's window. -1 when the
-// item cannot be reached, and when requests lead to each other without end (a ring that never settles).
+// item cannot be reached, when it is asked for a datatype that it has no form for - of a control the datatype
+// of its keyword decides (OnGetDatatype), where it has a keyword table - and when requests lead to each other
+// without end (a ring that never settles).
 PANELHOST_API int a_SendToItem(const REQUESTITEM& item, int command, int datatype, void* data);

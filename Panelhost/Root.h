@@ -7,9 +7,11 @@ class cPanelBackground;
 
 // What a host written in C++ can ask of a root beyond HostInterface.h.
 // Keywords of the root itself, read and set through its panel window with CWM_MESSAGE or by lines without an
-// object in a panel file; saved at the head of the file unless empty:
+// object in a panel file; saved at the head of the file unless they say what a panel is without them:
 //   background    colour "0x00bbggrr" or image file, repeated over the panel
 //   layer         active layers ("u1,u5"), empty for all
+//   onopen        "follow" when a panel file that is opened moves no device, "send" when the values saved in
+//                 it go to the devices
 //   size          "width,height" of the panel in pixels, for the host to follow
 //   title         title of the panel
 //   bandwidth     "bw" when equaliser bands show bandwidth in place of Q, else empty
@@ -24,5 +26,8 @@ PANELHOST_API bool a_IsChanged(HOSTINFO* root);
 PANELHOST_API void a_SetChanged(HOSTINFO* root, bool changed);
 // Number of lines that the last ph_LoadPanel or ph_LoadDevices of this root could not apply.
 PANELHOST_API int a_LoadErrorCount(HOSTINFO* root);
+// Whether a panel file, or text of one, is being loaded into the root above the object: what is asked of
+// devices meanwhile is not sent.
+PANELHOST_API bool a_IsLoading(const HOSTINFO* object);
 // The root's background; null for a null root.
 PANELHOST_API const cPanelBackground* a_GetBackground(HOSTINFO* root);

@@ -25,6 +25,11 @@ constexpr int DATATYPE_CROSSOVER = 19;  // logic::Crossover, 36 bytes; a device 
 constexpr int DATATYPE_MASTER_EQ = 30;  // logic::EqBand, 24 bytes
 constexpr int DATATYPE_CHANNEL_EQ = 32; // the same
 
+// Whether a value that is kept in the one datatype can be read in the other. Integer, float and text convert
+// into each other as the a_Answer functions do it; whether a text is a number shows when it is asked. A
+// record can be read as itself and as text, data as itself only. What has no value has no form.
+PANELHOST_API bool a_HasForm(int keptDatatype, int askedDatatype);
+
 // What CWM_MESSAGE carries and every keyword handler receives.
 struct VALUERECORD {
     int command = 0;

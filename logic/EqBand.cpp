@@ -52,6 +52,12 @@ std::optional<EqBand> ReadEqBand(std::string_view text, const EqBand& before) {
     return anything ? std::optional(band) : std::nullopt;
 }
 
+bool IsWholeEqBand(std::string_view text) {
+    const EqBand other{1, AllPass, 1.0F, 1.0F, 1.0F, 2};
+    const auto band = ReadEqBand(text, {});
+    return band && band == ReadEqBand(text, other);
+}
+
 int OfferedFilterTypes(std::string_view device, bool isMaster) {
     constexpr std::array<std::string_view, 2> withoutAllPass{"ZQBCON", "ZQACON"};
     const bool all = !IndexOfWord(withoutAllPass, device.substr(0, device.find('_')));

@@ -49,6 +49,8 @@ std::string EqBandText(const EqBand& band);
 // slope in dB an octave is converted with (dB + 2) / 6 and limited to 0 to 2; the frequency is limited to 0
 // to 20000 (its lower end is deliberately not that of typing). Nothing when no field was read.
 std::optional<EqBand> ReadEqBand(std::string_view text, const EqBand& before);
+// Whether such a text gives every member.
+bool IsWholeEqBand(std::string_view text);
 
 // How many filter types, from the first on, a device of that name has: the name goes up to the first "_".
 int OfferedFilterTypes(std::string_view device, bool isMaster);

@@ -109,6 +109,11 @@ std::string FoldName(std::string_view name) {
     return folded;
 }
 
+std::string FoldAddress(std::string_view address) {
+    const auto star = std::min(address.rfind('*'), address.size());
+    return FoldName(address.substr(0, star)).append(address.substr(star));
+}
+
 std::string CleanName(std::string_view name) {
     std::string clean(TrimBlanks(TrimBlanks(name).substr(0, maximumName)));
     for (char& character : clean) {

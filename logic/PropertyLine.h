@@ -67,6 +67,8 @@ std::string JoinList(const Range& entries) {
 
 // The form in which object names are compared: ASCII and Windows-1252 letters in lower case.
 std::string FoldName(std::string_view name);
+// That of an address OBJECT*keyword: keywords keep their case. Without a '*' all of it is a name.
+std::string FoldAddress(std::string_view address);
 
 // An own name that is safe in property text: blanks at both ends trimmed, control characters and * = ; " %
 // replaced by '_', at most 63 characters. May be empty. Cleaning a clean name changes nothing.

@@ -150,14 +150,31 @@ LRESULT CONTROLPROPERTIES::OnGetTooltip(WPARAM, LPARAM lParam) {
     return 1;
 }
 
-LRESULT CONTROLPROPERTIES::OnGetDatatype(WPARAM, LPARAM) {
-    return ControlType();
+LRESULT CONTROLPROPERTIES::OnGetDatatype(WPARAM, LPARAM keyword) {
+    const KEYWORDROW* table = GetHostinfoTable();
+    const auto* wanted = reinterpret_cast<const char*>(keyword);
+    const int row = std::max(a_FindKeyword(table, wanted), 0); // what it does not know is the default value
+    if (table[row].handler == nullptr) {
+        return DATATYPE_NONE;
+    }
+    return table[row].handler == table[0].handler ? ValueDatatype() : DATATYPE_TEXT;
 }
 
 int CONTROLPROPERTIES::Ask(REQUESTLIST& list, int datatype, void* data) {
     int result = REQUEST_UNCHANGED;
     a_SendRequest(list, COMMAND_GET, datatype, data, &result);
     return result;
+}
+
+bool AskForValue(const REQUESTLIST& requests, int datatype, void* value) {
+    REQUESTLIST items = requests; // they may change meanwhile
+    int result = REQUEST_UNREACHABLE;
+    while (result > REQUEST_DELIVERED && !items.empty()) {
+        REQUESTLIST first;
+        first.splice(first.begin(), items, items.begin());
+        a_SendRequest(first, COMMAND_GET, datatype, value, &result);
+    }
+    return result <= REQUEST_DELIVERED;
 }
 
 void CONTROLPROPERTIES::ShowPollResult(int result) {

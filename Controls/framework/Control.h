@@ -60,6 +60,7 @@ public:
     // Writes name, value and bindings with their state as one line for a status bar into the buffer of
     // TEXT_SIZE bytes at lParam. 1 when written.
     LRESULT OnGetTooltip(WPARAM wParam, LPARAM text) override;
+    // Of all keywords but the main value it is text, in which each of them can be had.
     LRESULT OnGetDatatype(WPARAM wParam, LPARAM keyword) override;
 
     // What a control adds. Drawing changes nothing; the panel's background is there already.
@@ -68,6 +69,7 @@ public:
     virtual void Created() {}    // all is set up and the object can be found: the last step of creation
     virtual void Destroying() {} // the window goes; the object can still be found
     virtual int ControlType() const { return controlClass->controlType; } // datatype of the main value
+    virtual int ValueDatatype() const { return ControlType(); }           // in which it is kept
     virtual void Draw(HDC, const RECT& /*client*/) const {}
     // Whether Draw shows by itself that a poll found a disagreement, in place of the not-equal sign.
     virtual bool DrawsNotEqual(const RECT& /*client*/) const { return false; }
@@ -143,6 +145,10 @@ template <class Properties>
 Properties* PropertiesOf(HWND window) {
     return static_cast<Properties*>(reinterpret_cast<HOSTINFO*>(GetWindowLongA(window, GWL_USERDATA)));
 }
+
+// Asks for a value that is to be changed and sent: that of the first target that answers. False when none
+// does.
+bool AskForValue(const REQUESTLIST& requests, int datatype, void* value);
 
 template <class Properties>
 CONTROLPROPERTIES* CreateProperties() {

@@ -386,19 +386,7 @@ int EDITORPROPERTIES::TrackMenu(int resource, bool canPaste, POINT place) {
     return command;
 }
 
-// Requests and keywords
-
-bool AskForValue(const REQUESTLIST& requests, int datatype, void* value) {
-    REQUESTLIST items = requests; // they may change meanwhile
-    int result = REQUEST_UNCHANGED;
-    a_SendRequest(items, COMMAND_GET, datatype, value, &result);
-    while (result > REQUEST_DELIVERED && !items.empty()) {
-        REQUESTLIST first;
-        first.splice(first.begin(), items, items.begin());
-        a_SendRequest(first, COMMAND_GET, datatype, value, &result);
-    }
-    return result <= REQUEST_DELIVERED;
-}
+// Keywords
 
 int FocusKeyword(VALUERECORD* record, HOSTINFO* object) {
     auto& editor = *static_cast<EDITORPROPERTIES*>(object);

@@ -117,10 +117,6 @@ private:
 // Window procedure of the editor panels.
 LRESULT CALLBACK EditorProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
-// Asks for a value of which nothing is known yet, before a part of it is changed and sent: what the targets
-// hold, or the first one that answers where they disagree. False when none does.
-bool AskForValue(const REQUESTLIST& requests, int datatype, void* value);
-
 // Keywords of the editor panels.
 int FocusKeyword(VALUERECORD* record, HOSTINFO* object);
 int FocusColourKeyword(VALUERECORD* record, HOSTINFO* object);

@@ -12,6 +12,10 @@ class PLAINPROPERTIES : public CONTROLPROPERTIES {
 public:
     const KEYWORDROW* GetHostinfoTable() override;
     void SetDefaults() override { interval = 1000; }
+    int ValueDatatype() const override {
+        const int type = controlClass->controlType;
+        return type == DATATYPE_INTEGER || type == DATATYPE_FLOAT ? type : DATATYPE_TEXT;
+    }
     void Poll() override;
     void Draw(HDC dc, const RECT& client) const override;
 

@@ -110,6 +110,7 @@ public:
     // What a record is to its control.
     virtual std::string Text(const Record& record) const = 0;
     virtual std::optional<Record> Read(std::string_view text, const Record& before) const = 0;
+    virtual bool IsWhole(std::string_view /*text*/) const { return false; } // whether it leaves nothing open
     virtual bool IsKnown(const Record& record) const = 0; // whether it can be shown and set as it is
     // Shows a known record; touches only what is new.
     virtual void Show(const Record& next) = 0;
@@ -154,6 +155,12 @@ public:
         return std::all_of(parts.begin(), parts.end(), [](const auto& part) { return part.isKnown; });
     }
 
+    void KnowAll() {
+        for (RecordPart<Record>& part : parts) {
+            part.isKnown = true;
+        }
+    }
+
     // Of one number nothing is unknown once it was edited.
     void SendEdited(int id) {
         RecordPart<Record>& part = parts[PartOf(id)];
@@ -174,16 +181,21 @@ public:
         for (const RecordPart<Record>& part : parts) {
             Send(part);
         }
+        if (IsSending() && a_IsLoading(this)) { // to no device
+            for (RecordPart<Record>& part : parts) {
+                part.isKnown = part.isKnown && std::none_of(part.told->begin(), part.told->end(), IsOfDevice);
+            }
+        }
     }
+
+    static bool IsOfDevice(const REQUESTITEM& item) { return item.target == nullptr; }
 
     // Takes a whole record from outside and, unless it is the one that is shown, passes it on.
     void Take(const Record& next) {
         if (next == value) {
             return;
         }
-        for (RecordPart<Record>& part : parts) {
-            part.isKnown = true;
-        }
+        KnowAll();
         Show(next);
         if (parent != nullptr) {
             SendAll();
@@ -211,6 +223,9 @@ public:
         if (parent == nullptr && !isSentAlways) {
             Take(next);
         } else if (isSentAlways || next != value) {
+            if (a_IsLoading(this) && IsWhole(text)) { // there may be devices to ask later only
+                KnowAll();
+            }
             Show(next);
             SendAll();
         }

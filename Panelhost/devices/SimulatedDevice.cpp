@@ -60,6 +60,11 @@ void SimulatedDevice::Parameter::SetNumber(float value) {
 }
 
 int SimulatedDevice::Parameter::Answer(VALUERECORD* record) const {
+    if (!a_HasForm(Datatype(), record->datatype) ||
+        (record->datatype == DATATYPE_INTEGER && !HasNumber(logic::ParseInteger)) ||
+        (record->datatype == DATATYPE_FLOAT && !HasNumber(logic::ParseFloat))) {
+        return -1;
+    }
     switch (declaration.type) {
     case logic::ParameterType::Integer:
         return a_AnswerInteger(record, static_cast<int>(number));
@@ -156,7 +161,7 @@ int SimulatedDevice::HandleRequest(VALUERECORD* record, void* context) {
     case COMMAND_GET:
         return parameter.Answer(record);
     case COMMAND_SET:
-        return parameter.Take(record);
+        return parameter.Take(record) != 0 ? 1 : -1;
     default:
         return 0;
     }

@@ -54,8 +54,13 @@ private:
             return wave || follow || !added.empty() || !muting.empty() || !solos.empty();
         }
         int Datatype() const;
-        int Answer(VALUERECORD* record) const;
-        int Take(const VALUERECORD* record);
+        int Answer(VALUERECORD* record) const; // as a REQUESTHANDLER does
+        int Take(const VALUERECORD* record);   // 1 taken, 0 refused
+        // A text can be none.
+        template <class Parse>
+        bool HasNumber(Parse parse) const {
+            return declaration.type != logic::ParameterType::Text || parse(text);
+        }
         std::string RecordText() const;
         int TakeRecord(const VALUERECORD* record);
         bool SetRecord(const std::string& text);

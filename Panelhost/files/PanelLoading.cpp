@@ -14,12 +14,27 @@ int PanelLoading::LoadFile(const std::string& path) {
         root_.loadErrors = 0;
         return -1;
     }
-    const int created = LoadLines(file);
+    logic::OpeningValues asked;
+    const int created = LoadLines(file, &asked);
+    if (root_.sendsOnOpen) {
+        root_.opening.SendLater(std::move(asked));
+        root_.opening.Send(root_);
+    }
     return file.HasFailed() ? -1 : created;
 }
 
-int PanelLoading::LoadLines(LineSource& source) {
+void PanelLoading::PassOn() {
+    for (HOSTINFO* control : std::list<HOSTINFO*>(root_.Controls())) {
+        if (a_IsAlive(control)) {
+            control->OnUpdate(0, 0);
+        }
+    }
+}
+
+int PanelLoading::LoadLines(LineSource& source, logic::OpeningValues* asked) {
+    PassOn(); // what was set before goes its way
     root_.loadErrors = 0;
+    const OpeningScope opening(root_.opening, asked);
     const DrawingHeld held(root_.window);
     std::vector<Connection> connections;
     std::string line;
@@ -37,6 +52,7 @@ int PanelLoading::LoadLines(LineSource& source) {
         source.Location().SetLine(connection.lineNumber);
         Apply(connection.line);
     }
+    PassOn(); // and what the lines have set goes as they do
     return created_;
 }
 

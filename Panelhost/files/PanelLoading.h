@@ -14,7 +14,8 @@ public:
     explicit PanelLoading(PanelRoot& root) : root_(root) {}
     // Number of controls created, -1 when the file cannot be read.
     int LoadFile(const std::string& path);
-    int LoadLines(LineSource& source);
+    // What the lines ask of devices is left in "asked", or forgotten.
+    int LoadLines(LineSource& source, logic::OpeningValues* asked = nullptr);
 
 private:
     struct Connection {
@@ -25,6 +26,7 @@ private:
     void Apply(const std::string& line);
     void CreateFromHeader(const std::string& line, const logic::PropertyLine& parts);
     void Send(const std::string& line, const logic::PropertyLine& parts);
+    void PassOn();
     void Fail(const char* format, const std::string& text);
 
     PanelRoot& root_;

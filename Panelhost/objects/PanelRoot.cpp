@@ -14,6 +14,7 @@
 
 #include <algorithm>
 #include <commctrl.h>
+#include <cstdio>
 
 namespace {
 
@@ -116,6 +117,22 @@ int LayerKeyword(VALUERECORD* record, HOSTINFO* object) {
         object);
 }
 
+constexpr const char* SEND = "send";
+constexpr const char* FOLLOW = "follow"; // and so does an empty text
+
+int OnOpenKeyword(VALUERECORD* record, HOSTINFO* object) {
+    return AnswerOrTake(
+        record, AsRoot(object).sendsOnOpen ? SEND : FOLLOW,
+        [](PanelRoot& root, const std::string& text) {
+            if (text != SEND && text != FOLLOW && !text.empty()) {
+                return false;
+            }
+            root.sendsOnOpen = text == SEND;
+            return true;
+        },
+        object);
+}
+
 int ParameterDialogKeyword(VALUERECORD* record, HOSTINFO* object) {
     return AnswerOrTake(
         record, AsRoot(object).parameterDialog,
@@ -163,6 +180,7 @@ constexpr KEYWORDROW KEYWORDS[] = {
     {"background", BackgroundKeyword, KEYWORD_SAVED},
     {"bandwidth", BandwidthKeyword, KEYWORD_SAVED},
     {"layer", LayerKeyword, KEYWORD_SAVED},
+    {"onopen", OnOpenKeyword, KEYWORD_SAVED},
     {"parameterdlg", ParameterDialogKeyword, 0},
     {"size", SizeKeyword, KEYWORD_SAVED},
     {"title", TitleKeyword, KEYWORD_SAVED},
@@ -269,7 +287,8 @@ LRESULT PanelRoot::OnSave(WPARAM saveCode, LPARAM file) {
         std::string lines;
         char value[TEXT_SIZE];
         for (const KEYWORDROW* row = KEYWORDS; row->keyword != nullptr; ++row) {
-            value[0] = '\0';
+            // What a panel has without a line is not written.
+            std::snprintf(value, sizeof value, "%s", row->handler == OnOpenKeyword ? FOLLOW : "");
             VALUERECORD record{COMMAND_GET, 0, DATATYPE_TEXT, 0, value, nullptr, 0};
             if ((row->flags & KEYWORD_SAVED) != 0 && row->handler(&record, this) != 0) {
                 lines += std::string(row->keyword) + "=" + value + "\r\n";
@@ -480,6 +499,7 @@ void PanelRoot::Tick() {
     for (const HOSTINFO* control : controls_) {
         windows.push_back(control->window);
     }
+    opening.Send(*this); // before a poll brings what it replaces
     for (HWND target : windows) {
         SendMessageA(target, WM_TIMER, 0, 0);
     }

@@ -4,6 +4,7 @@
 #include "Panelhost/Editing.h"
 #include "Panelhost/Hostinfo.h"
 #include "Panelhost/SharedLock.h"
+#include "Panelhost/objects/Opening.h"
 
 #include <list>
 #include <string>
@@ -111,6 +112,8 @@ public:
     std::string size;            // "width,height" or empty
     std::string parameterDialog; // name of the control whose parameter dialog is open
     int loadErrors = 0;
+    bool sendsOnOpen = false; // a panel file sends the values saved in it
+    Opening opening;
     EDITLISTENER editListener = nullptr;
     void* editContext = nullptr;
 

@@ -12,6 +12,8 @@
 #include <algorithm>
 #include <cstring>
 #include <initializer_list>
+#include <limits>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -68,6 +70,16 @@ std::string Expand(const std::string& address, const HOSTINFO* object) {
     return text;
 }
 
+} // namespace
+
+struct REQUESTADDRESS {
+    HOSTINFO* root;
+    std::string text;    // expanded: OBJECT*keyword, or OBJECT
+    bool isTold = false; // that it does not fit what is asked
+};
+
+namespace {
+
 // Fills in how a device's parameter or a control's value is reached. Names are resolved here, once: the item
 // holds no text that could go before it does.
 bool Reach(HOSTINFO* found, const char* keyword, REQUESTITEM& item) {
@@ -104,7 +116,10 @@ REQUESTITEM Resolve(const std::string& address, HOSTINFO* object, const char* ke
         found = root->Find(full.substr(0, star));
         ownKeyword = full.c_str() + star + 1;
     }
-    const bool reached = found != nullptr && Reach(found, keyword != nullptr ? keyword : ownKeyword, item);
+    const char* wanted = keyword != nullptr ? keyword : ownKeyword;
+    const bool reached = found != nullptr && Reach(found, wanted, item);
+    item.address = std::make_shared<REQUESTADDRESS>(
+        REQUESTADDRESS{root, reached && wanted != nullptr ? found->name + "*" + wanted : full});
     if (follow) {
         if (reached) {
             root->Bind(object, found);
@@ -220,6 +235,92 @@ int Get(const std::vector<REQUESTITEM>& items, int datatype, void* data) {
     return REQUEST_DELIVERED;
 }
 
+// What is asked of devices while their panel is loaded is put aside. True when it was.
+bool IsPutAside(const REQUESTITEM& item, int datatype, const void* data) {
+    return Guarded(true, [&] {
+        PanelRoot* root = item.device != nullptr    ? PanelRoot::Above(item.device)
+                          : item.address != nullptr ? PanelRoot::From(item.address->root)
+                                                    : nullptr;
+        if (root == nullptr) {
+            return false;
+        }
+        static const std::string none;
+        const std::string& address = item.address != nullptr ? item.address->text : none;
+        if (root->opening.IsUnderWay()) {
+            root->opening.PutAside(address, datatype, data);
+            return true;
+        }
+        root->opening.Supersede(address);
+        return false;
+    });
+}
+
+// Of a control that does not say, whatever is asked for.
+int DatatypeOf(const REQUESTITEM& item, int asked) {
+    HOSTINFO* target = item.target;
+    const KEYWORDROW* row = target->HasHostinfoTable() != 0 ? target->GetHostinfoTable() : nullptr;
+    if (row == nullptr) {
+        return asked;
+    }
+    for (int index = 0; index < item.record.index && row->keyword != nullptr; ++index) {
+        ++row;
+    }
+    return static_cast<int>(target->OnGetDatatype(0, reinterpret_cast<LPARAM>(row->keyword)));
+}
+
+int SendToTarget(const REQUESTITEM& item, VALUERECORD& record) {
+    return static_cast<int>(
+        SendMessageA(item.target->window, CWM_MESSAGE, 0, reinterpret_cast<LPARAM>(&record)));
+}
+
+// Both "the same" and "nothing of the kind" are answered by 0. Asked with something else in hand, only what
+// has a value says so.
+bool HasValue(const REQUESTITEM& item, const VALUERECORD& asked) {
+    VALUERECORD record = asked;
+    int integer = 0;
+    float number = std::numeric_limits<float>::quiet_NaN();
+    char text[TEXT_SIZE] = "";
+    if (record.datatype == DATATYPE_INTEGER) {
+        integer = *static_cast<const int*>(asked.data) ^ 1;
+        record.data = &integer;
+    } else if (record.datatype == DATATYPE_FLOAT) {
+        record.data = &number;
+    } else {
+        text[0] = *static_cast<const char*>(asked.data) == '\0' ? ' ' : '\0';
+        record.data = text;
+    }
+    return SendToTarget(item, record) != 0;
+}
+
+// Once for each time that the item was built.
+void TellUnfit(const REQUESTITEM& item) {
+    if (item.address != nullptr && !std::exchange(item.address->isTold, true)) {
+        TRACE("%s has no value of the datatype that it is asked for\n", item.address->text.c_str());
+    }
+}
+
+int AskTarget(const REQUESTITEM& item, VALUERECORD& record) {
+    const int kept = DatatypeOf(item, record.datatype);
+    bool isFit = a_HasForm(kept, record.datatype);
+    const int answer = isFit ? SendToTarget(item, record) : -1;
+    if (answer == 0 && isFit && kept == DATATYPE_TEXT && a_IsAlive(item.target)) {
+        isFit = HasValue(item, record);
+    }
+    if (!isFit) {
+        TellUnfit(item);
+    }
+    return isFit ? answer : -1;
+}
+
+int AskDevice(const REQUESTITEM& item, VALUERECORD& record) {
+    const int answer = item.handler(&record, item.context);
+    // A device that is there and does not answer has nothing of the kind.
+    if (answer < 0 && a_IsAlive(item.device) && item.device->OnIsAlive(0, 0) != 0) {
+        TellUnfit(item);
+    }
+    return answer;
+}
+
 } // namespace
 
 int a_FunctionChanged(const char* text, HOSTINFO* object, BINDINGLIST& functions, BINDINGLIST& connections,
@@ -237,16 +338,10 @@ int a_IsConnected(HOSTINFO* object, const char* function, void*) {
         return 0;
     }
     return Guarded(0, [&] {
-        const auto comparable = [](const std::string& address) {
-            const auto star = address.rfind('*');
-            return star == std::string::npos
-                       ? logic::FoldName(address)
-                       : logic::FoldName(address.substr(0, star)) + address.substr(star);
-        };
-        const std::string wanted = comparable(function);
+        const std::string wanted = logic::FoldAddress(function);
         const auto names = [&](const BINDINGLIST& list) {
             return std::any_of(list.begin(), list.end(), [&](const std::string& address) {
-                return comparable(Expand(address, object)) == wanted;
+                return logic::FoldAddress(Expand(address, object)) == wanted;
             });
         };
         if (names(object->functions)) {
@@ -328,14 +423,17 @@ int a_SendToItem(const REQUESTITEM& item, int command, int datatype, void* data)
     if (owner != nullptr && !a_IsAlive(owner)) { // since the list of items was copied
         return -1;
     }
+    if (command == COMMAND_SET && item.target == nullptr && IsPutAside(item, datatype, data)) {
+        return item.handler != nullptr ? 1 : -1;
+    }
+    const bool isAsked = command == COMMAND_GET && data != nullptr;
     if (item.handler != nullptr) {
-        return item.handler(&record, item.context);
+        return isAsked ? AskDevice(item, record) : item.handler(&record, item.context);
     }
     if (item.target == nullptr) {
         return -1;
     }
-    return static_cast<int>(
-        SendMessageA(item.target->window, CWM_MESSAGE, 0, reinterpret_cast<LPARAM>(&record)));
+    return isAsked ? AskTarget(item, record) : SendToTarget(item, record);
 }
 
 int a_SendRequest(REQUESTLIST& requests, int command, int datatype, void* data, int* result) {
@@ -355,7 +453,7 @@ int a_SendRequest(REQUESTLIST& requests, int command, int datatype, void* data, 
         } else {
             for (const REQUESTITEM& item : items) {
                 const int answer = SendCopy(item, datatype, data);
-                success = answer > 0 ? success : 0;
+                success = answer >= 0 ? success : 0;
                 outcome = answer < 0 ? REQUEST_UNREACHABLE : outcome;
             }
         }

@@ -76,6 +76,17 @@ bool a_IsSoundValue(int datatype, const void* data) {
     }
 }
 
+bool a_HasForm(int keptDatatype, int askedDatatype) {
+    const auto isSimple = [](int datatype) {
+        return datatype == DATATYPE_INTEGER || datatype == DATATYPE_FLOAT || datatype == DATATYPE_TEXT;
+    };
+    if (keptDatatype == DATATYPE_NONE) {
+        return false;
+    }
+    return keptDatatype == askedDatatype || (isSimple(keptDatatype) && isSimple(askedDatatype)) ||
+           (askedDatatype == DATATYPE_TEXT && keptDatatype != DATATYPE_DATA);
+}
+
 int a_AnswerBytes(VALUERECORD* record, int datatype, const void* value, int size) {
     if (record->data == nullptr || record->datatype != datatype ||
         std::memcmp(record->data, value, static_cast<std::size_t>(size)) == 0) {

@@ -198,7 +198,7 @@ TEST_CASE("a strip is saved with what was set inside it, and restored") {
     CHECK(ObjectOf(ChildOf(panel, "LedSig")).rectangle.top == 140);
     CHECK(Text(ChildOf(panel, "Value"), "connection") == "");
     CHECK(a_BuildString(ObjectOf(ChildOf(panel, "Value")).connections) == "%n*Fader");
-    CHECK(panel.Parameter("MIX*gain") == "-7.5");
+    CHECK(panel.Parameter("MIX*gain") == "-20"); // it is not moved
     ph_SetParameter(panel.Root(), "MIX*mute", "1");
     Poll(ChildOf(panel, "MUTE"));
     CHECK(Text(ChildOf(panel, "MUTE")) == "1");

@@ -101,10 +101,6 @@ TEST_CASE_FIXTURE(Fixture, "a held button steps at a growing rate") {
     CHECK(target.Take().empty());
     ReleaseButton(button);
     CHECK(target.Take() == "995");
-    target.reachable = false;
-    Click(button);
-    CHECK(target.Take().empty()); // from where nobody knows no step is taken
-    target.reachable = true;
 
     Load(button, "mode=absolute");
     PressButton(button);
@@ -112,6 +108,56 @@ TEST_CASE_FIXTURE(Fixture, "a held button steps at a growing rate") {
     SendMessageA(button, WM_TIMER, 11, 0);
     CHECK(target.Take().empty());
     ReleaseButton(button);
+}
+
+TEST_CASE_FIXTURE(Fixture, "a step goes to all, from the first that answers or else from what is held") {
+    Recorder second(panel, "Second");
+    Load(button, "connection=Target;Second");
+    Load(button, "mode=increment");
+    const auto isMarked = [this] { // by the last question, whoever asked it
+        char line[TEXT_SIZE] = "";
+        ObjectOf(button).OnGetTooltip(0, reinterpret_cast<LPARAM>(line));
+        return std::string(line).find("(not reachable)") != std::string::npos;
+    };
+    const COLORREF face = Picture(button).At(7, 6);
+    const struct {
+        bool reachable[2];
+        int held[2];
+        const char* sent;
+    } rows[] = {
+        {{true, true}, {10, 20}, "11"},  // they differ
+        {{false, true}, {10, 20}, "21"}, // one does not answer
+        {{false, false}, {10, 20}, "22"}, {{false, false}, {10, 20}, "23"}, {{true, false}, {-5, 20}, "-4"},
+    };
+    for (const auto& row : rows) {
+        INFO(std::string(row.sent));
+        target.reachable = row.reachable[0];
+        second.reachable = row.reachable[1];
+        target.value = row.held[0];
+        second.value = row.held[1];
+        const bool isAnswered = target.reachable || second.reachable;
+        Click(button);
+        CHECK(target.Take() == row.sent);
+        CHECK(second.Take() == row.sent);
+        CHECK(isMarked() == !isAnswered);
+        CHECK((Picture(button).At(7, 6) != face) == !isAnswered);
+        for (const char* period : {"captureperiod=0", "captureperiod=100"}) { // idle, it asks with either
+            Load(button, period);
+            target.reachable = second.reachable = isMarked();
+            const bool isMissing = !target.reachable;
+            Poll(button);
+            CHECK(isMarked() == isMissing);
+        }
+        PressButton(button);
+        target.reachable = isMarked();
+        Poll(button);
+        CHECK(isMarked() == target.reachable); // while it is held it asks when it steps
+        ReleaseCapture();
+        CHECK(target.Take().empty());
+    }
+    Load(button, "connection=");
+    Click(button);
+    CHECK_FALSE(isMarked()); // bound to nothing, it misses nobody
 }
 
 TEST_CASE_FIXTURE(Fixture, "a lost capture ends the hold and sends nothing") {

@@ -4,6 +4,7 @@
 #include "tests/windows/Buttons.h"
 #include "tests/windows/ControlClasses.h"
 
+#include <algorithm>
 #include <array>
 #include <functional>
 #include <limits>
@@ -124,6 +125,77 @@ TEST_CASE(
     CHECK(a_SendRequest(ObjectOf(control).requests, COMMAND_GET, DATATYPE_TEXT, nullptr, nullptr) == 0);
 }
 
+TEST_CASE("what is asked for a datatype that it has no form for is out of reach, and told of once") {
+    const TestPanel panel;
+    panel.Declare(std::string(AMPLIFIER) +
+                  "AMP1*text=text,,,12 dB,\nAMP1*band=channeleq,,,0,PEQ,6 dB\n"
+                  "AMP1*filters=xoverfilters,,,OFF,20 Hz\nAMP1*delay=delay,,,0,1 ms\n");
+    CreateKnob(panel, "Knob", "0,100,40");
+    Load(panel.Create("EQ", "Band"), "datatype=channeleq");
+    Load(panel.Create("BEDIT", "Words"), "value=Hello");
+    Load(panel.Create("BEDIT", "Number"), "value=12 dB");
+    for (const char* name : {"INETWORK", "CLOCK", "IMIDI", "MINIEQ"}) {
+        panel.Create(name, name);
+    }
+    const struct {
+        const char* address;
+        std::vector<int> fits; // of those below
+    } rows[] = {
+        {"AMP1*gain1", {DATATYPE_INTEGER, DATATYPE_FLOAT, DATATYPE_TEXT}},
+        {"AMP1*input", {DATATYPE_INTEGER, DATATYPE_FLOAT, DATATYPE_TEXT}},
+        {"AMP1*text", {DATATYPE_INTEGER, DATATYPE_FLOAT, DATATYPE_TEXT}},
+        {"AMP1*label", {DATATYPE_TEXT}},
+        {"AMP1*band", {DATATYPE_CHANNEL_EQ, DATATYPE_TEXT}},
+        {"AMP1*filters", {DATATYPE_CROSSOVER, DATATYPE_TEXT}},
+        {"AMP1*delay", {DATATYPE_DELAY, DATATYPE_TEXT}},
+        {"Knob", {DATATYPE_INTEGER, DATATYPE_FLOAT, DATATYPE_TEXT}},
+        {"Knob*properties", {DATATYPE_INTEGER, DATATYPE_FLOAT, DATATYPE_TEXT}}, // it begins with a number
+        {"Knob*bitmap", {DATATYPE_TEXT}},
+        {"Band", {DATATYPE_CHANNEL_EQ, DATATYPE_TEXT}},
+        {"Band*value", {DATATYPE_CHANNEL_EQ, DATATYPE_TEXT}},
+        {"Words", {DATATYPE_TEXT}},
+        {"Number", {DATATYPE_INTEGER, DATATYPE_FLOAT, DATATYPE_TEXT}},
+        {"MINIEQ", {DATATYPE_TEXT}},
+        {"INETWORK", {}},
+        {"INETWORK*value", {}},
+        {"CLOCK", {}},
+        {"IMIDI", {}},
+    };
+    HWND control = panel.Create("LED", "Control");
+    for (const auto& row : rows) {
+        for (const int datatype : {DATATYPE_INTEGER, DATATYPE_FLOAT, DATATYPE_TEXT, DATATYPE_DELAY,
+                                   DATATYPE_CROSSOVER, DATATYPE_MASTER_EQ, DATATYPE_CHANNEL_EQ}) {
+            INFO(std::string(row.address), " as ", datatype);
+            const TraceCapture trace;
+            Load(control, std::string("function=") + row.address);
+            const bool isFit = std::count(row.fits.begin(), row.fits.end(), datatype) != 0;
+            alignas(4) char data[TEXT_SIZE] = "";
+            for (int asked = 0; asked < 3; ++asked) { // with something else, then with what it is
+                const Outcome outcome = Request(control, COMMAND_GET, datatype, static_cast<void*>(data));
+                CHECK((outcome.result == REQUEST_UNREACHABLE) == !isFit);
+                CHECK((asked == 0 || !isFit || outcome.result == REQUEST_UNCHANGED));
+            }
+            CHECK(trace.CountContaining(std::string(row.address) + " has no value") == (isFit ? 0 : 1));
+        }
+    }
+
+    HWND eq = panel.Create("EQ", "Wrong");
+    Load(eq, "function=AMP1*gain1");
+    CHECK(IsMarked(eq));
+    CHECK(ObjectOf(eq).requests.size() == 1);
+    Load(eq, "properties=0,PEQ,6 dB,440 Hz,-3 dB,1");
+    CHECK(panel.Parameter("AMP1*gain1") == "-20");
+    logic::EqBand band;
+    const Outcome refused = Request(eq, COMMAND_SET, DATATYPE_MASTER_EQ, &band);
+    CHECK(refused.success == 0);
+    CHECK(refused.result == REQUEST_UNREACHABLE);
+    Load(eq, "connection=Band"); // a master's band asked of a channel's
+    Load(eq, "function=");
+    CHECK(IsMarked(eq));
+    Load(panel.Find("Band"), "datatype=mastereq");
+    CHECK_FALSE(IsMarked(eq));
+}
+
 TEST_CASE("a set reaches every target and succeeds when all took it") {
     const TestPanel panel;
     panel.Declare(AMPLIFIER);
@@ -139,6 +211,10 @@ TEST_CASE("a set reaches every target and succeeds when all took it") {
     CHECK(Value(wide) == 12.5F);
     CHECK(panel.Parameter("AMP1*gain1") == "12.5");
     CHECK(panel.Parameter("AMP1*label") == "12.5");
+
+    const Outcome again = Request(control, COMMAND_SET, DATATYPE_FLOAT, &value);
+    CHECK(again.success != 0); // they hold it already
+    CHECK(again.result == REQUEST_UNCHANGED);
 
     char text[TEXT_SIZE] = "-7.25 dB";
     CHECK(Request(control, COMMAND_SET, DATATYPE_TEXT, text).success != 0);

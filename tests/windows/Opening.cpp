@@ -1,0 +1,234 @@
+// Opening a panel, pasting and going back: what of it reaches the devices.
+
+#include "Panelhost/Editing.h"
+#include "tests/windows/Buttons.h"
+
+#include <cstdlib>
+#include <functional>
+#include <list>
+#include <map>
+
+TEST_SUITE_BEGIN("Opening");
+
+namespace {
+
+// Every kind of line that sends. The strip sends at a tick only.
+constexpr const char* PANEL = "control=0x00000000 KNOB \"Knob\" 0x50010000 10,10,57,57\r\n"
+                              "Knob*function=DEV*knob;LATE*knob\r\n"
+                              "Knob*properties=-80,18,-50\r\n"
+                              "Knob*properties=-80,18,-30\r\n"
+                              "control=0x00000000 FADER \"Fader\" 0x50010000 70,10,94,160\r\n"
+                              "Fader*function=LATE*fader\r\n"
+                              "Fader*properties=-80,18,-31\r\n"
+                              "control=0x00000000 EQ \"Band\" 0x50010000 100,10,225,180\r\n"
+                              "Band*datatype=channeleq\r\n"
+                              "Band*function=LATE*band\r\n"
+                              "Band*properties=0,Hishelv,6 dB,4000 Hz,3 dB,0.5\r\n"
+                              "control=0x00000000 LED \"Lamp\" 0x50010000 10,80,26,96\r\n"
+                              "control=0x00000000 KNOB \"Inner\" 0x50010000 10,100,57,147\r\n"
+                              "Inner*function=DEV*inner\r\n"
+                              "control=0x00000000 MIXER \"Strip\" 0x50010000 240,10,288,262\r\n"
+                              "Strip*function=DEV*strip\r\n"
+                              "Strip*Fader*properties=-80,0,-12\r\n"
+                              "Lamp*connection=Inner;Hook\r\n";
+// Changes what is there: by the lamp a control that sends on.
+constexpr const char* AGAIN = "Lamp*value=7\r\nStrip*Fader*properties=-80,0,-13\r\n"
+                              "Knob*properties=-80,18,-60\r\n";
+
+std::string Device(const std::string& name) {
+    return name + "*device=simulated\n" + name + "*knob=float,-80,18,-1,dB\n" + name +
+           "*fader=float,-80,18,-2,dB\n" + name + "*band=channeleq,,,0,PEQ,12 dB,100 Hz,1 dB,1\n" + name +
+           "*inner=float,-80,18,-3,dB\n" + name + "*strip=float,-80,0,-4,dB\n";
+}
+
+using Values = std::map<std::string, std::string>;
+
+Values ParametersOf(const TestPanel& panel) {
+    Values values;
+    for (HOSTINFO* object : a_ListHostinfos(panel.Root())) {
+        std::list<std::string> names;
+        if (object->kind == KIND_DEVICE) {
+            object->OnGetKeywords(0, reinterpret_cast<LPARAM>(&names));
+        }
+        for (const std::string& name : names) {
+            const std::string address = object->name + "*" + name;
+            values[address] = panel.Parameter(address.c_str());
+        }
+    }
+    return values;
+}
+
+void PollAll(const TestPanel& panel) {
+    for (HOSTINFO* object : a_ListHostinfos(panel.Root())) {
+        if (object->HasHostinfoTable() != 0) {
+            Poll(object->window);
+        }
+    }
+}
+
+// Gives every parameter another value than its device file.
+void MoveParameters(const TestPanel& panel) {
+    for (const auto& [address, before] : ParametersOf(panel)) {
+        if (address.ends_with("*online")) {
+            continue;
+        }
+        const std::string number = before.substr(0, before.find(' '));
+        const std::string tries[] = {std::to_string(std::atoi(number.c_str()) + 1),
+                                     std::to_string(std::atoi(number.c_str()) - 1),
+                                     "Hishelv,123 Hz",
+                                     "0,123 Hz",
+                                     ",123 Hz",
+                                     "Moved"};
+        for (const std::string& text : tries) {
+            ph_SetParameter(panel.Root(), address.c_str(), text.c_str());
+            if (panel.Parameter(address.c_str()) != before) {
+                break;
+            }
+        }
+        INFO(address, " ", before);
+        CHECK(panel.Parameter(address.c_str()) != before);
+    }
+}
+
+int LoadFile(const TestPanel& panel, const std::string& lines) {
+    const TestFolder folder;
+    return ph_LoadPanel(panel.Root(), folder.Write("test.panel", lines).c_str());
+}
+
+} // namespace
+
+TEST_CASE("the demo panels move nothing, and show what their devices hold") {
+    int shown = 0;
+    for (const std::string name : {"Demo", "Buttons", "Mixer", "Interfaces"}) {
+        INFO(name);
+        const TestPanel panel;
+        const std::string file = ProgramFolder() + name;
+        ph_LoadDevices(panel.Root(), (file + ".devices").c_str());
+        MoveParameters(panel);
+        const Values before = ParametersOf(panel);
+        REQUIRE(ph_LoadPanel(panel.Root(), (file + ".panel").c_str()) > 0);
+        CHECK(ParametersOf(panel) == before);
+        PollAll(panel);
+        CHECK(ParametersOf(panel) == before);
+        for (const HOSTINFO* object : a_ListHostinfos(panel.Root())) {
+            char className[32] = "";
+            GetClassNameA(object->window, className, sizeof className);
+            const bool isNumber = className == std::string("KNOB") || className == std::string("FADER");
+            if (isNumber && object->functions.size() == 1 && before.contains(object->functions.front())) {
+                INFO(object->name);
+                CHECK(Text(object->window) == before.at(object->functions.front()));
+                ++shown;
+            }
+        }
+    }
+    CHECK(shown > 10);
+}
+
+TEST_CASE("what is loaded, pasted or brought back moves no device, and that alone is held back") {
+    const TestPanel panel;
+    const TestPanel other;
+    for (const TestPanel* each : {&panel, &other}) {
+        each->Declare(Device("DEV"));
+    }
+    HWND elsewhere = other.Create("KNOB", "Elsewhere");
+    Load(elsewhere, "properties=-80,18,0");
+    Load(elsewhere, "function=DEV*knob");
+    Recorder hook(panel, "Hook");
+    const Values before = ParametersOf(panel);
+    CHECK(LoadFile(panel, PANEL) == 6);
+    CHECK(ParametersOf(panel) == before);
+    CHECK(Value(panel.Find("Knob")) == -30.0F);
+    PollAll(panel);
+    CHECK(ParametersOf(panel) == before);
+    CHECK(Value(panel.Find("Strip*Fader")) == -4.0F);
+    CHECK(Value(panel.Find("Inner")) == -3.0F);
+
+    int loadings = 0;
+    const auto setElsewhere = [&] { // nested in the loading, on a panel that is not loaded
+        CHECK(a_IsLoading(panel.Root()));
+        CHECK_FALSE(a_IsLoading(other.Root()));
+        SetValue(elsewhere, static_cast<float>(-40 - ++loadings));
+    };
+    const auto byFile = [&] { LoadFile(panel, AGAIN); };
+    const auto byText = [&] { a_LoadText(panel.Root(), AGAIN, "Test"); };
+    for (const auto& load : {std::function<void()>(byFile), std::function<void()>(byText)}) {
+        Load(panel.Find("Lamp"), "value=1");
+        Load(panel.Find("Lamp"), "value=0"); // moves the knob, and by it the device
+        CHECK(panel.Parameter("DEV*inner") == "0");
+        const Values held = ParametersOf(panel);
+        hook.onSet = setElsewhere;
+        load();
+        hook.onSet = nullptr;
+        CHECK(Value(panel.Find("Inner")) == 7.0F); // between controls all goes on
+        CHECK(other.Parameter("DEV*knob") == std::to_string(-40 - loadings));
+        PollAll(panel);
+        CHECK(ParametersOf(panel) == held);
+        CHECK(Value(panel.Find("Inner")) == 0.0F);
+        CHECK(Value(panel.Find("Strip*Fader")) == -4.0F);
+    }
+    CHECK(loadings == 2);
+
+    SetValue(panel.Find("Strip*Fader"), -21.0F); // not passed on yet
+    LoadFile(panel, "title=x\r\nno such thing\r\n");
+    CHECK(panel.Parameter("DEV*strip") == "-21");
+    CHECK(ph_LoadPanel(panel.Root(), "no such file") == -1);
+    CHECK_FALSE(a_IsLoading(panel.Root()));
+    Load(panel.Find("Knob"), "properties=-80,18,-9", LOAD_FROM_FILE);
+    CHECK(panel.Parameter("DEV*knob") == "-9");
+}
+
+TEST_CASE("with onopen=send what is saved goes once to each device, when that is there") {
+    const TestPanel panel;
+    panel.Declare(Device("DEV"));
+    for (const char* place : {"first", "last"}) { // in the file
+        INFO(std::string(place));
+        CHECK(LoadFile(panel, place == std::string("first") ? std::string("onopen=send\r\n") + PANEL
+                                                            : PANEL + std::string("onopen=send\r\n")) ==
+              (place == std::string("first") ? 6 : 0));
+        CHECK(panel.Parameter("DEV*knob") == "-30"); // of two lines the last
+        CHECK(panel.Parameter("DEV*strip") == "-12");
+        ph_SetParameter(panel.Root(), "DEV*knob", "-5");
+        ph_SetParameter(panel.Root(), "DEV*strip", "-6");
+        ph_Tick(panel.Root());
+        PollAll(panel);
+        CHECK(panel.Parameter("DEV*knob") == "-5");
+        CHECK(panel.Parameter("DEV*strip") == "-6");
+    }
+    CHECK(panel.Parameter("DEV*inner") == "-3"); // of which nothing is saved
+    a_LoadText(panel.Root(), AGAIN, "Test");
+    ph_Tick(panel.Root());
+    CHECK(panel.Parameter("DEV*knob") == "-5");
+    CHECK(panel.Parameter("DEV*inner") == "-3");
+
+    SetValue(panel.Find("Fader"), -44.0F); // later than what was saved
+    std::string late = Device("late");     // names have no case
+    panel.Declare(late + "late*online=integer,0,1,0\n");
+    ph_Tick(panel.Root());
+    CHECK(panel.Parameter("LATE*knob") == "-1");
+    ph_SetParameter(panel.Root(), "LATE*online", "1");
+    ph_Tick(panel.Root());
+    CHECK(panel.Parameter("LATE*knob") == "-30");
+    CHECK(panel.Parameter("LATE*band") == "0,Hishelv,6 dB,4000 Hz,3 dB,0.5");
+    CHECK(panel.Parameter("LATE*fader") == "-2");
+    PollAll(panel);
+    CHECK(Value(panel.Find("Fader")) == -2.0F);
+    ph_SetParameter(panel.Root(), "LATE*knob", "-7");
+    ph_Tick(panel.Root());
+    CHECK(panel.Parameter("LATE*knob") == "-7");
+
+    for (const char* word : {"Send", " ", "yes"}) {
+        CHECK(Load(panel.Window(), std::string("onopen=") + word) == 0);
+    }
+    const TestFolder folder;
+    REQUIRE(ph_SavePanel(panel.Root(), folder.Path("saved.panel").c_str()) == 1);
+    CHECK(ReadBytes(folder.Path("saved.panel")).starts_with("onopen=send\r\n"));
+    for (const char* word : {"follow", ""}) {
+        CHECK(Load(panel.Window(), "onopen=send") == 1);
+        CHECK(Load(panel.Window(), std::string("onopen=") + word) == 1);
+        CHECK(Text(panel.Window(), "onopen") == "follow");
+    }
+    REQUIRE(ph_SavePanel(panel.Root(), folder.Path("saved.panel").c_str()) == 1);
+    CHECK(ReadBytes(folder.Path("saved.panel")).starts_with("control="));
+}
+
+TEST_SUITE_END();
