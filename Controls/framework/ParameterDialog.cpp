@@ -22,6 +22,8 @@ struct DialogContext {
 };
 
 constexpr const char* IMAGE_FOLDER = ".\\Controls";
+constexpr WPARAM LONGEST_TYPED = 16 * TEXT_SIZE; // more than is taken: it is refused as a whole, not cut
+constexpr std::size_t LONGEST_SHOWN = 40;        // of a refused text in the message about it
 constexpr COLORREF HEADER_TEXT = RGB(255, 255, 255);
 
 DialogContext& ContextOf(HWND dialog) {
@@ -29,8 +31,9 @@ DialogContext& ContextOf(HWND dialog) {
 }
 
 std::string ItemText(HWND dialog, int id) {
-    char text[TEXT_SIZE];
-    GetDlgItemTextA(dialog, id, text, sizeof text);
+    const HWND item = GetDlgItem(dialog, id);
+    std::string text(static_cast<std::size_t>(GetWindowTextLengthA(item)) + 1, '\0');
+    text.resize(static_cast<std::size_t>(GetWindowTextA(item, text.data(), static_cast<int>(text.size()))));
     return text;
 }
 
@@ -71,9 +74,6 @@ void ShowStatus(HWND dialog, const std::string& text) {
 
 bool SendLine(HWND dialog, const std::string& line) {
     const HWND control = ContextOf(dialog).object->window;
-    if (line.size() >= TEXT_SIZE) {
-        return false;
-    }
     return SendMessageA(control, CWM_LOAD, LOAD_FROM_DIALOG, reinterpret_cast<LPARAM>(line.c_str())) != 0;
 }
 
@@ -88,8 +88,12 @@ std::string Objection(const DialogEdit& edit, const std::string& text) {
         // Where there may be none, an empty text stands for it.
         return text.empty() || logic::ParseWholeHex(text) ? "" : "is not a colour (0x00bbggrr)";
     default:
-        return "";
+        return a_LengthObjection(edit.keyword, text);
     }
+}
+
+std::string Beginning(const std::string& text) {
+    return text.size() <= LONGEST_SHOWN ? text : text.substr(0, LONGEST_SHOWN) + "...";
 }
 
 void RestoreField(HWND dialog, const DialogEdit& edit) {
@@ -119,7 +123,9 @@ void ApplyField(HWND dialog, const DialogEdit& edit) {
         }
     }
     RestoreField(dialog, edit); // what the control made of it, or the old value
-    ShowStatus(dialog, objection.empty() ? "" : std::string(edit.label) + ": \"" + typed + "\" " + objection);
+    ShowStatus(dialog, objection.empty()
+                           ? ""
+                           : std::string(edit.label) + ": \"" + Beginning(typed) + "\" " + objection);
 }
 
 void ShowRefusal(HWND dialog, const DialogEdit& edit, const std::string& value) {
@@ -133,7 +139,7 @@ std::string ChooseColour(HWND dialog, const std::string& current) {
     CHOOSECOLORA chooser{};
     chooser.lStructSize = sizeof chooser;
     chooser.hwndOwner = dialog;
-    chooser.rgbResult = logic::ParseHex(current).value_or(0) & 0xFFFFFF;
+    chooser.rgbResult = logic::ParseWholeHex(current).value_or(0) & 0xFFFFFF;
     chooser.lpCustColors = custom;
     chooser.Flags = CC_RGBINIT | CC_FULLOPEN;
     if (!ChooseColorA(&chooser)) {
@@ -545,7 +551,7 @@ void Initialize(HWND dialog, DialogContext* context) {
     InitializeList(dialog, IDC_CONNECTION_LIST, "Connections");
     for (const DialogEdit& edit : context->description->edits) {
         a_SubclassEditControl(GetDlgItem(dialog, edit.id));
-        SendDlgItemMessageA(dialog, edit.id, EM_LIMITTEXT, TEXT_SIZE - 1, 0);
+        SendDlgItemMessageA(dialog, edit.id, EM_LIMITTEXT, LONGEST_TYPED, 0);
     }
     for (const DialogChoice& choice : context->description->choices) {
         for (const std::string& value : Parts(choice.values)) {

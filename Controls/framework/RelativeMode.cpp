@@ -1,6 +1,6 @@
 #include "Controls/framework/RelativeMode.h"
 
-#include "logic/Numbers.h"
+#include <utility>
 
 void RelativeMode::Rebuild(const CONTROLPROPERTIES& control, float value) {
     const bool fits = offsets.size() == control.requests.size();
@@ -21,8 +21,8 @@ void RelativeMode::Rebuild(const CONTROLPROPERTIES& control, float value) {
     }
 }
 
-void RelativeMode::Load(const std::string& text, const CONTROLPROPERTIES& control) {
-    offsets = logic::ParseFloats(text);
+void RelativeMode::Load(std::vector<float> loaded, const CONTROLPROPERTIES& control) {
+    offsets = std::move(loaded);
     loadedAhead_ = offsets.size() != control.requests.size();
 }
 

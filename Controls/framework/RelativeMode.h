@@ -15,8 +15,8 @@ struct RelativeMode {
     // without a control. Offsets that were loaded before the connections they belong to are kept once, if
     // their number fits.
     void Rebuild(const CONTROLPROPERTIES& control, float value);
-    // Replaces the offsets by comma-separated numbers.
-    void Load(const std::string& text, const CONTROLPROPERTIES& control);
+    // Replaces the offsets.
+    void Load(std::vector<float> loaded, const CONTROLPROPERTIES& control);
 
 private:
     bool loadedAhead_ = false;
