@@ -162,7 +162,7 @@ int DisabledItemsKeyword(VALUERECORD* record, HOSTINFO* object) {
         return a_AnswerText(record, text);
     }
     const auto text = TextToSet(record);
-    const auto mask = text ? logic::ParseHex(*text) : std::nullopt;
+    const auto mask = text ? logic::ParseWholeHex(*text) : std::nullopt;
     if (mask) {
         eq.SetDisabledMask(*mask);
     }

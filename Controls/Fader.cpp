@@ -35,6 +35,7 @@ public:
     LRESULT OnSaveToListCtrl(WPARAM wParam, LPARAM listView) override;
     LRESULT OnTimer(WPARAM timer, LPARAM lParam) override;
     void SetDefaults() override;
+    bool IsRelative() const override { return relative != 0; }
     void BindingsChanged() override { offsets.Rebuild(relative != 0, *this, value); }
     int PreferredWidth() const override;
     void BitmapChanged();
@@ -115,7 +116,8 @@ int SetFaderValue(VALUERECORD* record, FADERPROPERTIES& fader) {
     }
     const logic::LimitedValue limited = logic::LimitFader(value, fader.Range());
     if (limited.outside && record->datatype == DATATYPE_TEXT) {
-        std::snprintf(static_cast<char*>(record->data), TEXT_SIZE, "%f", static_cast<double>(limited.value));
+        std::snprintf(static_cast<char*>(record->data), TEXT_SIZE, "%s",
+                      logic::FormatFixed(static_cast<double>(limited.value), 6).c_str());
     } else if (limited.outside) {
         fader.ShowNotEqual(true);
     }
@@ -136,13 +138,11 @@ int ValueKeyword(VALUERECORD* record, HOSTINFO* object) {
 int PropertiesKeyword(VALUERECORD* record, HOSTINFO* object) {
     FADERPROPERTIES& fader = Fader(object);
     if (record->command == COMMAND_GET) {
-        char text[64];
-        std::snprintf(text, sizeof text, "%d,%d,%g", fader.minimum, fader.maximum,
-                      static_cast<double>(fader.value));
-        return a_AnswerText(record, text);
+        return a_AnswerText(record,
+                            logic::RangeAndValueText(fader.minimum, fader.maximum, fader.value).c_str());
     }
     const auto text = TextToSet(record);
-    const auto read = text ? logic::ParseFaderProperties(*text) : std::nullopt;
+    const auto read = text ? logic::ParseRangeAndValue(*text) : std::nullopt;
     if (!read) {
         return 0;
     }
@@ -154,22 +154,29 @@ int PropertiesKeyword(VALUERECORD* record, HOSTINFO* object) {
     return 1;
 }
 
+// A file gives five characters back. What they cannot say of a number is refused: it would not return.
+bool IsShort(float number) {
+    return logic::ParseWholeFloat(logic::FormatFloat(number).substr(0, RESOLUTION_LENGTH)) == number;
+}
+
 int ResolutionKeyword(VALUERECORD* record, HOSTINFO* object) {
-    if (record->command == COMMAND_SET && record->datatype == DATATYPE_TEXT) {
-        const auto text = TextToSet(record).value_or("");
-        const auto start = std::min(text.find_first_not_of(" \t"), text.size());
-        const auto number = logic::ParseFloat(text.substr(start, RESOLUTION_LENGTH));
-        Fader(object).resolution = number.value_or(Fader(object).resolution);
-        return number ? 1 : 0;
+    float number = 0;
+    if (record->command == COMMAND_SET && (a_ReadFloat(record, &number) == 0 || !IsShort(number))) {
+        return 0;
     }
     return FloatKeyword<&FADERPROPERTIES::resolution>(record, object);
+}
+
+int RelativeKeyword(VALUERECORD* record, HOSTINFO* object) {
+    return RelativeModeKeyword(record, Fader(object), Fader(object).relative);
 }
 
 // In absolute mode there are no offsets, and those that are loaded are ignored.
 int OffsetsKeyword(VALUERECORD* record, HOSTINFO* object, float logic::OffsetRecord::*number,
                    std::size_t step) {
     FADERPROPERTIES& fader = Fader(object);
-    return fader.relative != 0 ? fader.offsets.Keyword(record, number, step) : IgnoredKeyword(record, object);
+    return fader.relative != 0 ? fader.offsets.Keyword(record, fader, number, step)
+                               : IgnoredKeyword(record, object);
 }
 
 int ValuesKeyword(VALUERECORD* record, HOSTINFO* object) {
@@ -182,7 +189,6 @@ int ValuesCopyKeyword(VALUERECORD* record, HOSTINFO* object) {
 }
 
 constexpr KEYWORDHANDLER KNOB_HEIGHT = IntegerKeyword<&FADERPROPERTIES::knobHeight, 1, MAXIMUM_KNOB_HEIGHT>;
-constexpr KEYWORDHANDLER RELATIVE_MODE = IntegerKeyword<&FADERPROPERTIES::relative>;
 
 constexpr KEYWORDROW KEYWORDS[] = {
     {" ", ValueKeyword, 0},
@@ -195,7 +201,7 @@ constexpr KEYWORDROW KEYWORDS[] = {
     {"layer", LayerKeyword, 0},
     {"level", LayerKeyword, 0},
     {"properties", PropertiesKeyword, KEYWORD_SAVED},
-    {"relative", Notifying<RELATIVE_MODE, &FADERPROPERTIES::BindingsChanged>, KEYWORD_SAVED},
+    {"relative", RelativeKeyword, KEYWORD_SAVED},
     {"resolution", ResolutionKeyword, KEYWORD_SAVED},
     {"setvalue", IntegerKeyword<&FADERPROPERTIES::setValue>, KEYWORD_SAVED},
     {"value", ValueKeyword, 0},

@@ -11,7 +11,7 @@
 #include "logic/KnobLogic.h"
 #include "logic/Numbers.h"
 
-#include <cstdio>
+#include <utility>
 
 class KNOBPROPERTIES : public CONTROLPROPERTIES {
 public:
@@ -19,6 +19,7 @@ public:
     const char* DefaultProperties() const override { return "bitmap=.\\Controls\\Knob.bmp"; }
     void SetDefaults() override { interval = 1000; }
     int PreferredWidth() const override;
+    bool IsRelative() const override { return relativeMode.relative != 0; }
     void BindingsChanged() override { relativeMode.Rebuild(*this, value); }
     void BitmapChanged();
     void Poll() override;
@@ -73,36 +74,23 @@ int ValueKeyword(VALUERECORD* record, HOSTINFO* object) {
 int PropertiesKeyword(VALUERECORD* record, HOSTINFO* object) {
     KNOBPROPERTIES& knob = Knob(object);
     if (record->command == COMMAND_GET) {
-        char text[64];
-        std::snprintf(text, sizeof text, "%d,%d,%g", knob.minimum, knob.maximum,
-                      static_cast<double>(knob.value));
-        return a_AnswerText(record, text);
+        return a_AnswerText(record, logic::RangeAndValueText(knob.minimum, knob.maximum, knob.value).c_str());
     }
-    std::string text;
-    if (record->command != COMMAND_SET || a_ReadText(record, &text) == 0) {
-        return 0;
-    }
-    return knob.LoadProperties(text);
+    const auto text = TextToSet(record);
+    return text ? knob.LoadProperties(*text) : 0;
 }
 
 int RelativeKeyword(VALUERECORD* record, HOSTINFO* object) {
-    KNOBPROPERTIES& knob = Knob(object);
-    if (record->command == COMMAND_GET) {
-        return a_AnswerInteger(record, knob.relativeMode.relative);
-    }
-    if (record->command != COMMAND_SET || a_ReadInteger(record, &knob.relativeMode.relative) == 0) {
-        return 0;
-    }
-    knob.relativeMode.Rebuild(knob, knob.value);
-    return 1;
+    return RelativeModeKeyword(record, Knob(object), Knob(object).relativeMode.relative);
 }
 
 int SetOffsets(const VALUERECORD* record, KNOBPROPERTIES& knob) {
-    std::string text;
-    if (record->command != COMMAND_SET || a_ReadText(record, &text) == 0) {
+    const auto text = TextToSet(record);
+    auto offsets = text ? logic::ParseFloats(*text) : std::nullopt;
+    if (!offsets || !HasRoomForOffsets(knob, offsets->size())) {
         return 0;
     }
-    knob.relativeMode.Load(text);
+    knob.relativeMode.Load(std::move(*offsets));
     return 1;
 }
 
@@ -180,21 +168,14 @@ int KNOBPROPERTIES::SetValue(float newValue) {
 }
 
 int KNOBPROPERTIES::LoadProperties(std::string_view text) {
-    const auto atComma = [&text] {
-        const bool found = !text.empty() && text.front() == ',';
-        text.remove_prefix(found ? 1 : 0);
-        return found;
-    };
-    const auto low = logic::TakeInteger(text);
-    const auto high = low && atComma() ? logic::TakeInteger(text) : std::nullopt;
-    const bool hasValue = high && atComma();
-    const auto number = hasValue ? logic::TakeFloat(text) : std::nullopt;
-    if (!low || (hasValue && !number)) {
-        return 0; // a value that is no number spoils the line
+    const auto read = logic::ParseRangeAndValue(text);
+    if (!read) {
+        return 0;
     }
-    minimum = *low;
-    maximum = high.value_or(maximum);
-    value = logic::Clamp(number.value_or(value), static_cast<float>(minimum), static_cast<float>(maximum));
+    minimum = read->minimum;
+    maximum = read->maximum.value_or(maximum);
+    value =
+        logic::Clamp(read->value.value_or(value), static_cast<float>(minimum), static_cast<float>(maximum));
     Redraw();
     Send();
     return 1;

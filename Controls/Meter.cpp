@@ -92,7 +92,7 @@ int PropertiesKeyword(VALUERECORD* record, HOSTINFO* object) {
     }
     const auto text = TextToSet(record);
     std::int32_t ends[] = {meter.minimum, meter.maximum};
-    if (std::string_view rest = text ? std::string_view(*text) : ""; logic::TakeIntegers(rest, ends) == 0) {
+    if (!text || !logic::ParseIntegers(*text, ends)) {
         return 0;
     }
     meter.minimum = ends[0];

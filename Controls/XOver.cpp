@@ -11,6 +11,8 @@
 #include "Panelhost/Gdi.h"
 #include "logic/Crossover.h"
 
+#include <cstdio>
+#include <cstring>
 #include <utility>
 
 namespace {
@@ -85,6 +87,7 @@ public:
     XOVERPROPERTIES();
     const KEYWORDROW* GetHostinfoTable() override;
     LRESULT OnLoad(WPARAM loadMode, LPARAM line) override;
+    LRESULT OnGetTooltip(WPARAM wParam, LPARAM text) override;
     void SetDefaults() override;
     void Draw(HDC dc, const RECT& client) const override;
 
@@ -113,11 +116,12 @@ public:
     bool IsSending() const override { return parent != nullptr && !isLoading; }
     void PartSent() override;
 
-    // 0 when it cannot be loaded; everything is then as it was.
+    // 0 when it cannot be loaded; everything is then as it was. Of a file that cannot be read the name is
+    // kept.
     int LoadConfiguration(const std::string& wanted);
     int LoadFunctions(int slot, const char* text);
 
-    std::string configuration;             // name of the file that was loaded last
+    std::string configuration;             // name of the file that was loaded last, or is missing
     BINDINGLIST slotFunctions[SLOT_COUNT]; // of the slots behind the first, which are the base's own
     int section = HIGH_PASS_TITLE;         // id of the title whose filter has or had the focus last
 
@@ -140,6 +144,28 @@ XOVERPROPERTIES::XOVERPROPERTIES() {
         {&slotRequests[DELAY], &slotRequests[DELAY], DATATYPE_DELAY,
          [](Crossover& all) -> void* { return &all.delay; }}};
 }
+
+namespace {
+
+// Empty when the name is none of a file in the folder of configurations.
+std::string ConfigurationPath(std::string_view name) {
+    const std::string file = "Controls\\" + std::string(name) + ".cfg";
+    char path[MAX_PATH];
+    return name.find_first_of("\\/:*?\"<>|") == std::string::npos &&
+                   a_MakeFullPathName2(ModuleInstance(), file.c_str(), path) != 0
+               ? path
+               : "";
+}
+
+bool IsMissingConfiguration(std::string_view name) {
+    return !name.empty() && GetFileAttributesA(ConfigurationPath(name).c_str()) == INVALID_FILE_ATTRIBUTES;
+}
+
+std::string ConfigurationState(std::string_view name) {
+    return IsMissingConfiguration(name) ? "file is missing" : "";
+}
+
+} // namespace
 
 // Keyword handlers
 
@@ -205,6 +231,17 @@ LRESULT XOVERPROPERTIES::OnLoad(WPARAM loadMode, LPARAM line) {
     return EDITORPROPERTIES::OnLoad(loadMode, line);
 }
 
+LRESULT XOVERPROPERTIES::OnGetTooltip(WPARAM wParam, LPARAM lParam) {
+    EDITORPROPERTIES::OnGetTooltip(wParam, lParam);
+    if (IsMissingConfiguration(configuration)) {
+        auto* text = reinterpret_cast<char*>(lParam);
+        const std::size_t length = std::strlen(text);
+        std::snprintf(text + length, TEXT_SIZE - length, "   (configuration %s is missing)",
+                      configuration.c_str());
+    }
+    return 1;
+}
+
 int XOVERPROPERTIES::LoadFunctions(int slot, const char* text) {
     BINDINGLIST none;
     parts[static_cast<std::size_t>(slot)].isKnown = false;
@@ -216,10 +253,8 @@ int XOVERPROPERTIES::LoadConfiguration(const std::string& wanted) {
         configuration.clear();
         return 1;
     }
-    const std::string file = "Controls\\" + wanted + ".cfg";
-    char path[MAX_PATH];
-    if (wanted.find_first_of("\\/:*?\"<>|") != std::string::npos || // it lies in that folder and nowhere else
-        a_MakeFullPathName2(ModuleInstance(), file.c_str(), path) == 0) {
+    const std::string path = ConfigurationPath(wanted);
+    if (path.empty()) {
         TRACE("XOver configuration %s: not a file name\n", wanted.c_str());
         return 0;
     }
@@ -228,13 +263,17 @@ int XOVERPROPERTIES::LoadConfiguration(const std::string& wanted) {
     }
     const Crossover before = value;
     const bool outer = std::exchange(isLoading, true);
-    const int taken = a_LoadFile(this, path, LOAD_FROM_FILE);
+    const int taken = a_LoadFile(this, path.c_str(), LOAD_FROM_FILE);
     isLoading = outer;
     if (taken <= 0) {
         TRACE("XOver configuration %s: %s\n", wanted.c_str(),
               taken < 0 ? "cannot be read" : "nothing to load");
         Show(before);
-        return 0;
+        if (taken == 0 || isLoading) {
+            return 0;
+        }
+        configuration = wanted; // the file may be there when the panel is opened next
+        return 1;
     }
     configuration = wanted;
     if (value != before) {
@@ -392,7 +431,8 @@ constexpr DialogEdit EDITS[] = {
     {IDC_INTERVAL, "Polling interval", FieldKind::Integer, "interval"},
     {IDC_FOCUS_COLOUR, "Focus colour", FieldKind::Colour, "focuscolor", 0, 0, IDC_CHOOSE_FOCUS_COLOUR},
 };
-constexpr ParameterDialog DIALOG{.resource = IDD_XOVER, .edits = EDITS};
+constexpr DialogPreview PREVIEWS[] = {{IDC_CONFIGURATION_STATE, "config", ConfigurationState}};
+constexpr ParameterDialog DIALOG{.resource = IDD_XOVER, .edits = EDITS, .previews = PREVIEWS};
 
 } // namespace
 

@@ -6,8 +6,10 @@
 
 #include <initializer_list>
 #include <string>
+#include <string_view>
 
 class HOSTINFO;
+struct KEYWORDROW;
 
 // A property line is [object*]keyword=value. The object is what stands before the last "*" in front of the
 // first
@@ -18,6 +20,16 @@ class HOSTINFO;
 PANELHOST_API int a_GetObjectName(const char* line, char* objectOut);
 PANELHOST_API int a_GetKeyword(const char* line, char* keywordOut);
 PANELHOST_API int a_GetParameter(const char* line, char* valueOut);
+
+// Whether a text can be set as the value of a keyword, given by its row of the object's table; every load and
+// every record is asked here. It must not be longer than TEXT_SIZE - 1 bytes, and not hold control characters
+// (codes below 32, and 127), which would break the line that it is saved in. Only what the row of the default
+// value sets may hold them, unless a row saves it. The edit trace says why a text is refused.
+PANELHOST_API bool a_IsPropertyValue(const HOSTINFO* object, const KEYWORDROW* table, int row,
+                                     std::string_view text);
+// Why a text is too long to be a value of that keyword, and of a list of functions or connections how many of
+// its entries would fit; empty when it is not.
+PANELHOST_API std::string a_LengthObjection(std::string_view keyword, std::string_view text);
 
 // "left,top,right,bottom"
 PANELHOST_API std::string a_GetRectString(const RECT& rectangle);

@@ -42,7 +42,8 @@ constexpr int REQUEST_DISAGREE = 2;    // the items hold different values
 constexpr int REQUEST_UNREACHABLE = 3; // at least one item could not be reached
 
 // Replace the functions (connections) by the addresses in the text, joined by ";", and rebuild the requests.
-// Return 1; 0 when the object is null.
+// Return 1; 0 with everything as it was when the object is null, or the text is longer than TEXT_SIZE - 1
+// bytes or holds control characters.
 PANELHOST_API int a_FunctionChanged(const char* text, HOSTINFO* object, BINDINGLIST& functions,
                                     BINDINGLIST& connections, REQUESTLIST& requests);
 PANELHOST_API int a_ConnectionChanged(const char* text, HOSTINFO* object, BINDINGLIST& functions,

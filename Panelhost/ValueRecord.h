@@ -59,8 +59,8 @@ struct KEYWORDROW {
 PANELHOST_API int a_FindKeyword(const KEYWORDROW* table, const char* keyword);
 
 // Answers a get record: stores the value in the record's datatype and returns 1, or returns 0 when the
-// caller's buffer already holds it, when the datatype is none of integer, float and text, or when there is no
-// buffer.
+// caller's buffer already holds it, when the datatype is none of integer, float and text, when there is no
+// buffer, and when a text does not fit into TEXT_SIZE bytes.
 PANELHOST_API int a_AnswerInteger(VALUERECORD* record, int value);
 PANELHOST_API int a_AnswerFloat(VALUERECORD* record, float value);
 // Integer and float callers receive the number that the text begins with; 0 when there is none.
@@ -69,7 +69,8 @@ PANELHOST_API int a_AnswerText(VALUERECORD* record, const char* value);
 // Size of the value in bytes, of a text with its terminator; 0 where it is between sender and receiver. data
 // is looked at for texts only.
 PANELHOST_API int a_ValueSize(int datatype, const void* data);
-// Whether all numbers of the value are finite. True for datatypes without numbers.
+// Whether all numbers of the value are finite, and a text ends within TEXT_SIZE bytes. True for other
+// datatypes.
 PANELHOST_API bool a_IsSoundValue(int datatype, const void* data);
 
 // Answers a get record for a value of fixed size: stores its bytes and returns 1; 0 when the caller's buffer
@@ -80,7 +81,9 @@ PANELHOST_API int a_AnswerBytes(VALUERECORD* record, int datatype, const void* v
 PANELHOST_API int a_ReadBytes(const VALUERECORD* record, int datatype, void* value, int size);
 
 // Reads the value of a set record (integer, float or text) into the given variable. 1 when read; 0 with the
-// variable untouched when the data is missing, unreadable, out of the type's range, or not finite.
+// variable untouched when the data is missing, unreadable, out of the type's range, or not finite. A text is
+// a number when nothing but blanks stands around it, and unreadable when it does not end within TEXT_SIZE
+// bytes.
 PANELHOST_API int a_ReadInteger(const VALUERECORD* record, int* value);
 PANELHOST_API int a_ReadFloat(const VALUERECORD* record, float* value);
 PANELHOST_API int a_ReadText(const VALUERECORD* record, std::string* value);

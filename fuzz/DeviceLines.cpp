@@ -29,10 +29,11 @@ void CheckNumbers(std::string_view text) {
     }
     if (const auto number = ParseInteger(text))
         Require(ParseWholeInteger(std::to_string(*number)) == number);
-    if (ParseWholeHex(text))
-        Require(ParseWholeHex(text) == ParseHex(text));
+    if (const auto read = ParseRangeAndValue(text))
+        Require(
+            ParseRangeAndValue(RangeAndValueText(read->minimum, read->maximum.value_or(0), 0)).has_value());
 
-    const std::vector<float> numbers = ParseFloats(text);
+    const std::vector<float> numbers = ParseFloats(text).value_or(std::vector<float>());
     for (const float number : numbers)
         Require(std::isfinite(number));
     if (numbers.size() >= 3) {

@@ -12,10 +12,6 @@ namespace logic {
 
 namespace {
 
-constexpr std::size_t filterFields = 4;
-constexpr std::size_t delayFields = 2;
-constexpr std::size_t crossoverFields = filterFields + 2 + delayFields;
-
 template <std::size_t count>
 std::string Named(const std::array<std::string_view, count>& names, std::int32_t index) {
     const bool known = index >= 0 && index < static_cast<std::int32_t>(count);
@@ -26,43 +22,67 @@ bool IsIndex(std::int32_t value, std::int32_t count) {
     return value >= 0 && value < count;
 }
 
-std::vector<std::string_view> Fields(std::string_view text, std::size_t count) {
-    std::vector<std::string_view> fields = SplitFields(text, ',');
-    fields.resize(count);
-    return fields;
+// Reads the fields of a text one after the other. An empty field leaves what is there.
+class FieldReader {
+public:
+    explicit FieldReader(std::string_view text) : fields_(SplitFields(text, ',')) {}
+
+    // Whether any field was taken and all that are there could be.
+    bool Succeeded() const { return takenAny_ && !failed_ && next_ >= fields_.size(); }
+
+    // read: the field as a value of the member, or nothing.
+    template <class Member, class Read>
+    void Take(Member& member, Read read) {
+        const std::string_view field = next_ < fields_.size() ? TrimBlanks(fields_[next_]) : "";
+        ++next_;
+        if (field.empty())
+            return;
+        const std::optional<Member> value = read(field);
+        failed_ = failed_ || !value;
+        takenAny_ = takenAny_ || value;
+        member = value.value_or(member);
+    }
+
+    void TakeNumber(float& number, std::string_view unit, float low, float high) {
+        Take(number, [&](std::string_view field) -> std::optional<float> {
+            const auto read = ParseFloatIn(unit, field);
+            return read ? std::optional(Clamp(*read, low, high)) : std::nullopt;
+        });
+    }
+
+private:
+    std::vector<std::string_view> fields_;
+    std::size_t next_ = 0;
+    bool takenAny_ = false;
+    bool failed_ = false;
+};
+
+std::optional<std::int32_t> FilterType(std::string_view word) {
+    const auto byKey = IndexOfWord(crossoverKeys, word);
+    return byKey ? byKey : IndexOfWord(crossoverNames, word);
 }
 
-bool TakeType(std::string_view field, std::int32_t& type) {
-    auto found = IndexOfWord(crossoverKeys, field);
-    if (!found)
-        found = IndexOfWord(crossoverNames, field);
-    type = found.value_or(type);
-    return found.has_value();
+void TakeFilters(FieldReader& fields, CrossoverFilters& filters) {
+    for (CrossoverFilter* filter : {&filters.highPass, &filters.lowPass}) {
+        fields.Take(filter->type, FilterType);
+        fields.TakeNumber(filter->frequency, "Hz", lowestFrequency, highestFrequency);
+    }
 }
 
-bool TakeNumber(std::string_view field, float low, float high, float& number) {
-    const auto read = ParseFloat(field);
-    number = read ? Clamp(*read, low, high) : number;
-    return read.has_value();
-}
-
-// fields[0] to fields[3]
-bool TakeFilters(const std::string_view* fields, CrossoverFilters& filters) {
-    bool anything = TakeType(fields[0], filters.highPass.type);
-    anything |= TakeNumber(fields[1], lowestFrequency, highestFrequency, filters.highPass.frequency);
-    anything |= TakeType(fields[2], filters.lowPass.type);
-    anything |= TakeNumber(fields[3], lowestFrequency, highestFrequency, filters.lowPass.frequency);
-    return anything;
-}
-
-// fields[0] and fields[1]
-bool TakeDelay(const std::string_view* fields, DelaySetting& delay) {
-    const auto bypass = ParseInteger(fields[0]);
-    if (bypass)
-        delay.bypass = *bypass != 0 ? 1 : 0;
-    const bool amount = ReadDelayAmount(fields[1], delay) > 0;
-    delay.amount = std::max(delay.amount, 0.0F);
-    return amount || bypass;
+void TakeDelay(FieldReader& fields, DelaySetting& delay) {
+    fields.Take(delay.bypass, [](std::string_view field) -> std::optional<std::int32_t> {
+        const auto read = ParseWholeInteger(field);
+        return read ? std::optional(*read != 0 ? 1 : 0) : std::nullopt;
+    });
+    fields.Take(delay, [&](std::string_view field) -> std::optional<DelaySetting> {
+        DelaySetting read = delay;
+        ReadDelayAmount(field, read);
+        read.amount = std::max(read.amount, 0.0F);
+        const bool isAmount = std::any_of(delayUnits.begin(), delayUnits.end(), [&](std::string_view unit) {
+            return ParseFloatIn(unit, field).has_value();
+        });
+        return isAmount ? std::optional(read) : std::nullopt;
+    });
 }
 
 bool IsFrequency(CrossoverField field) {
@@ -123,26 +143,27 @@ std::string CrossoverText(const Crossover& crossover) {
 }
 
 std::optional<CrossoverFilters> ReadFilters(std::string_view text, const CrossoverFilters& before) {
+    FieldReader fields(text);
     CrossoverFilters filters = before;
-    return TakeFilters(Fields(text, filterFields).data(), filters) ? std::optional(filters) : std::nullopt;
+    TakeFilters(fields, filters);
+    return fields.Succeeded() ? std::optional(filters) : std::nullopt;
 }
 
 std::optional<DelaySetting> ReadDelay(std::string_view text, const DelaySetting& before) {
+    FieldReader fields(text);
     DelaySetting delay = before;
-    return TakeDelay(Fields(text, delayFields).data(), delay) ? std::optional(delay) : std::nullopt;
+    TakeDelay(fields, delay);
+    return fields.Succeeded() ? std::optional(delay) : std::nullopt;
 }
 
 std::optional<Crossover> ReadCrossover(std::string_view text, const Crossover& before) {
-    const std::vector<std::string_view> fields = Fields(text, crossoverFields);
+    FieldReader fields(text);
     Crossover crossover = before;
-    bool anything = TakeFilters(fields.data(), crossover.filters);
-    anything |= TakeNumber(fields[filterFields], lowestTrim, highestTrim, crossover.gain);
-    if (const auto polarity = IndexOfWord(polarities, fields[filterFields + 1])) {
-        crossover.polarity = *polarity;
-        anything = true;
-    }
-    anything |= TakeDelay(fields.data() + filterFields + 2, crossover.delay);
-    return anything ? std::optional(crossover) : std::nullopt;
+    TakeFilters(fields, crossover.filters);
+    fields.TakeNumber(crossover.gain, "dB", lowestTrim, highestTrim);
+    fields.Take(crossover.polarity, [](std::string_view word) { return IndexOfWord(polarities, word); });
+    TakeDelay(fields, crossover.delay);
+    return fields.Succeeded() ? std::optional(crossover) : std::nullopt;
 }
 
 int ReadDelayAmount(std::string_view text, DelaySetting& delay) {
@@ -161,7 +182,7 @@ int ReadDelayAmount(std::string_view text, DelaySetting& delay) {
 std::string FieldText(const Crossover& crossover, CrossoverField field) {
     switch (field) {
     case CrossoverField::Gain:
-        return TrimText(crossover.gain);
+        return GainText(crossover.gain);
     case CrossoverField::Delay:
         return DelayAmountText(crossover.delay);
     default:

@@ -79,10 +79,10 @@ std::string DelayText(const DelaySetting& delay);
 // The filters, gain, polarity and delay: "LINK24,80 Hz,OFF,20000 Hz,-3 dB,normal,0,2.5 ms".
 std::string CrossoverText(const Crossover& crossover);
 
-// Read as much of these as there is, field by field; a field that is empty or cannot be read leaves its
-// member. Filter types by key or shown name, without regard to case; frequencies are limited to the range of
-// the grid, the gain to its range and the delay from 0 on; a missing unit leaves the unit. Nothing when no
-// field was read.
+// Read as much of these as there is, from the front; an empty field leaves its member. Filter types by key or
+// shown name, without regard to case; frequencies are limited to the range of the grid, the gain to its range
+// and the delay from 0 on; units may be missing. Nothing when all fields are empty, one cannot be read or
+// there is one too many.
 std::optional<CrossoverFilters> ReadFilters(std::string_view text, const CrossoverFilters& before);
 std::optional<DelaySetting> ReadDelay(std::string_view text, const DelaySetting& before);
 std::optional<Crossover> ReadCrossover(std::string_view text, const Crossover& before);

@@ -2,9 +2,10 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdarg>
 #include <cstddef>
-#include <cstdio>
+#include <string>
+
+#include "logic/Numbers.h"
 
 namespace logic {
 
@@ -19,6 +20,11 @@ bool IsCoordinate(int number) {
 
 std::size_t Index(int number) {
     return static_cast<std::size_t>(number);
+}
+
+// With blanks in front of a shorter text.
+std::string AtLeast(std::size_t width, const std::string& text) {
+    return std::string(width - std::min(width, text.size()), ' ') + text;
 }
 
 } // namespace
@@ -127,32 +133,32 @@ int DecayFitter::Search(int limit) {
 
 int DecayFitter::Run(int* finished) {
     const int iterations = Search(maximumIterations);
-    Trace("\n\n\nHOOKE USED %d ITERATIONS, AND RETURNED\n", iterations);
-    Trace("x[0]=A = %15.7lf \n", result_[0]);
-    Trace("x[1]=B = %15.7lf \n", result_[1]);
-    Trace("tau1   = %15.7lf \n", 1 / result_[2]);
-    Trace("x[3]=D = %15.7lf \n", result_[3]);
-    Trace("tau2   = %15.7lf \n", 1 / result_[4]);
+    const auto traceResult = [this](const char* label, double value) {
+        Trace(std::string(label) + " = " + AtLeast(15, FormatFixed(value, 7)) + " \n");
+    };
+    Trace("\n\n\nHOOKE USED " + std::to_string(iterations) + " ITERATIONS, AND RETURNED\n");
+    traceResult("x[0]=A", result_[0]);
+    traceResult("x[1]=B", result_[1]);
+    traceResult("tau1  ", 1 / result_[2]);
+    traceResult("x[3]=D", result_[3]);
+    traceResult("tau2  ", 1 / result_[4]);
     if (finished != nullptr)
         *finished = 1;
     return 0;
 }
 
 void DecayFitter::TraceProgress(const Point& point, double best) const {
-    Trace("\nAfter %5d funevals, f(x) =  %.4le at\n", evaluations_, best);
-    for (std::size_t i = 0; i < point.size(); ++i)
-        Trace("   x[%1d] = %.4lf\n", static_cast<int>(i), point[i]);
-}
-
-void DecayFitter::Trace(const char* format, ...) const {
     if (!trace_)
         return;
-    char text[512]; // the longest number has some 320 digits
-    va_list arguments;
-    va_start(arguments, format);
-    std::vsnprintf(text, sizeof text, format, arguments);
-    va_end(arguments);
-    trace_(text);
+    Trace("\nAfter " + AtLeast(5, std::to_string(evaluations_)) +
+          " funevals, f(x) =  " + FormatScientific(best, 4) + " at\n");
+    for (std::size_t i = 0; i < point.size(); ++i)
+        Trace("   x[" + std::to_string(i) + "] = " + FormatFixed(point[i], 4) + "\n");
+}
+
+void DecayFitter::Trace(const std::string& text) const {
+    if (trace_)
+        trace_(text.c_str());
 }
 
 } // namespace logic

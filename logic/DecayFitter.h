@@ -3,6 +3,7 @@
 
 #include <array>
 #include <functional>
+#include <string>
 
 namespace logic {
 
@@ -49,7 +50,7 @@ private:
     double StepNearby(Point& point, Point& delta, double best);
     int Search(int maximumIterations);
     void TraceProgress(const Point& point, double best) const;
-    __attribute__((format(printf, 2, 3))) void Trace(const char* format, ...) const;
+    void Trace(const std::string& text) const;
 
     std::function<void(const char*)> trace_;
     std::array<double, sampleCount> samples_{};

@@ -10,6 +10,12 @@
 
 namespace logic {
 
+namespace {
+
+constexpr std::size_t fieldCount = 6; // of a band as text
+
+} // namespace
+
 bool IsSound(const EqBand& band) {
     return std::isfinite(band.frequency) && std::isfinite(band.gain) && std::isfinite(band.q);
 }
@@ -30,26 +36,29 @@ std::string EqBandText(const EqBand& band) {
 std::optional<EqBand> ReadEqBand(std::string_view text, const EqBand& before) {
     std::vector<std::string_view> fields = SplitFields(text, ',');
     std::erase(fields, std::string_view());
-    fields.resize(std::max<std::size_t>(fields.size(), 6));
+    const std::size_t count = fields.size();
+    if (count == 0 || count > fieldCount)
+        return std::nullopt;
+    fields.resize(fieldCount);
 
     EqBand band = before;
-    bool anything = false;
-    const auto take = [&anything](auto read, auto& member, auto convert) {
+    std::size_t taken = 0;
+    const auto take = [&taken](auto read, auto& member, auto convert) {
         if (read) {
             member = convert(*read);
-            anything = true;
+            ++taken;
         }
     };
     const auto same = [](float value) { return value; };
-    take(ParseInteger(fields[0]), band.bypass, [](std::int32_t value) { return value != 0 ? 1 : 0; });
+    take(ParseWholeInteger(fields[0]), band.bypass, [](std::int32_t value) { return value != 0 ? 1 : 0; });
     take(IndexOfWord(filterTypeNames, fields[1]), band.type, [](std::int32_t type) { return type; });
-    take(ParseInteger(fields[2]), band.slope,
+    take(ParseIntegerIn("dB", fields[2]), band.slope,
          [](std::int32_t decibels) { return std::clamp((std::clamp(decibels, -1000, 1000) + 2) / 6, 0, 2); });
-    take(ParseFloat(fields[3]), band.frequency,
+    take(ParseFloatIn("Hz", fields[3]), band.frequency,
          [](float hertz) { return Clamp(hertz, 0.0F, highestFrequency); });
-    take(ParseFloat(fields[4]), band.gain, same);
-    take(ParseFloat(fields[5]), band.q, same);
-    return anything ? std::optional(band) : std::nullopt;
+    take(ParseFloatIn("dB", fields[4]), band.gain, same);
+    take(ParseWholeFloat(fields[5]), band.q, same);
+    return taken == count ? std::optional(band) : std::nullopt;
 }
 
 bool IsWholeEqBand(std::string_view text) {

@@ -44,10 +44,10 @@ bool IsKnown(const EqBand& band);
 
 // "%d,%s,%d dB,%g Hz,%g dB,%g": bypass, type, slope in dB an octave, frequency, gain, Q.
 std::string EqBandText(const EqBand& band);
-// Reads as much of that as there is, each field for itself: units may be missing, type names are compared
-// without regard to case, a field that cannot be read leaves its member, empty fields are skipped. The
-// slope in dB an octave is converted with (dB + 2) / 6 and limited to 0 to 2; the frequency is limited to 0
-// to 20000 (its lower end is deliberately not that of typing). Nothing when no field was read.
+// Reads as much of that as there is, from the front: units may be missing, type names are compared without
+// regard to case, empty fields are skipped. The slope in dB an octave is converted with (dB + 2) / 6 and
+// limited to 0 to 2; the frequency is limited to 0 to 20000 (its lower end is deliberately not that of
+// typing). Nothing when there is no field, one too many, or one that cannot be read.
 std::optional<EqBand> ReadEqBand(std::string_view text, const EqBand& before);
 // Whether such a text gives every member.
 bool IsWholeEqBand(std::string_view text);

@@ -13,7 +13,6 @@ namespace logic {
 namespace {
 
 constexpr float pageSteps = 10.0F;
-constexpr std::size_t maximumOffsets = 65536;
 
 double Span(const FaderRange& range) {
     return static_cast<double>(range.maximum) - range.minimum;
@@ -66,20 +65,6 @@ std::optional<float> StepFader(float value, FaderKey key, const FaderRange& rang
     }
 }
 
-std::optional<FaderProperties> ParseFaderProperties(std::string_view text) {
-    std::int32_t ends[2];
-    const std::size_t count = TakeIntegers(text, ends);
-    if (count == 0)
-        return std::nullopt;
-    FaderProperties properties{ends[0], std::nullopt, std::nullopt};
-    if (count == 2) {
-        properties.maximum = ends[1];
-        if (text.starts_with(','))
-            properties.value = ParseFloat(text.substr(1));
-    }
-    return properties;
-}
-
 bool FaderKnob::Place(float value, const FaderRange& range, const FaderShape& shape) {
     shape_ = shape;
     const std::int32_t travel = std::max(DragTravel(shape) - (shape.IsVertical() ? 1 : 0), 0);
@@ -128,15 +113,6 @@ std::string OffsetsText(const std::vector<OffsetRecord>& records, float OffsetRe
         text += FormatFloat(record.*member) + ',';
     }
     return text;
-}
-
-std::vector<float> ParseOffsets(std::string_view text) {
-    std::vector<float> numbers;
-    for (const std::string_view piece : SplitFields(text, ',')) {
-        if (!piece.empty())
-            numbers.push_back(ParseFloat(piece).value_or(0.0F));
-    }
-    return numbers;
 }
 
 void AppendOffset(std::vector<OffsetRecord>& records, const OffsetRecord& record) {

@@ -7,6 +7,9 @@
 #include <string_view>
 #include <vector>
 
+#include "logic/Numbers.h"
+#include "logic/PropertyLine.h"
+
 namespace logic {
 
 struct FaderRange {
@@ -30,14 +33,6 @@ enum class FaderKey { PageUp = 0x21, PageDown, End, Home, Left, Up, Right, Down 
 
 // The value a key asks for, not yet limited and possibly infinite. Nothing when the key does nothing.
 std::optional<float> StepFader(float value, FaderKey key, const FaderRange& range);
-
-// The beginning of "minimum,maximum,value". Nothing when it does not even begin with a minimum.
-struct FaderProperties {
-    std::int32_t minimum;
-    std::optional<std::int32_t> maximum;
-    std::optional<float> value;
-};
-std::optional<FaderProperties> ParseFaderProperties(std::string_view text);
 
 // Pixels. A fader that is wider than high is horizontal, with its minimum on the left; any other is vertical,
 // with its maximum at the top. The knob is `knobHeight` long along the travel and as wide as the fader.
@@ -91,11 +86,11 @@ struct OffsetRecord {
     float lastRemote = 0; // remote value seen last
 };
 
-// "1,,2,,3,": a comma behind every number and deliberately one more between two of them. ParseOffsets reads
-// both its own text and plain lists.
+// "1,,2,,3,": a comma behind every number and deliberately one more between two of them. ParseFloats reads it
+// back.
 std::string OffsetsText(const std::vector<OffsetRecord>& records, float OffsetRecord::*member);
-// One number a piece between commas; empty pieces are skipped, unreadable ones are 0.
-std::vector<float> ParseOffsets(std::string_view text);
+// More of them could be too long for the value of a keyword.
+constexpr std::size_t maximumOffsets = (maximumValue + 1) / (longestFloatText + 2);
 // Puts a record at the end. Throws std::length_error rather than let a list grow for ever, since loading
 // appends.
 void AppendOffset(std::vector<OffsetRecord>& records, const OffsetRecord& record);

@@ -1,7 +1,6 @@
 #include "logic/FilterValues.h"
 
 #include <cmath>
-#include <cstdio>
 #include <numbers>
 
 #include "logic/Numbers.h"
@@ -12,10 +11,8 @@ namespace {
 
 const double decades = std::log(1000.0);
 
-std::string Format(const char* format, float value) {
-    char text[80];
-    std::snprintf(text, sizeof text, format, std::isfinite(value) ? static_cast<double>(value) : 0.0);
-    return text;
+std::string Fixed(float value, int digits) {
+    return FormatFixed(std::isfinite(value) ? static_cast<double>(value) : 0.0, digits);
 }
 
 bool IsPositive(float value) {
@@ -37,27 +34,24 @@ float StepGain(float decibels, int steps, float low, float high) {
 }
 
 std::string FrequencyText(float hertz) {
-    return Format(hertz >= 100.0F ? "%.0f Hz" : "%.1f Hz", hertz);
+    return Fixed(hertz, hertz >= 100.0F ? 0 : 1) + " Hz";
 }
 
 std::string TypedBandFrequencyText(float hertz) {
-    return Format("%.1f Hz", hertz);
+    return Fixed(hertz, 1) + " Hz";
 }
 
 std::string TypedCrossoverFrequencyText(float hertz) {
-    return Format("%g Hz", hertz);
+    return FormatFloat(std::isfinite(hertz) ? hertz : 0.0F) + " Hz";
 }
 
 std::string GainText(float decibels) {
-    return Format("%+.1f dB", decibels);
-}
-
-std::string TrimText(float decibels) {
-    return Format("%+3.1f dB", decibels);
+    const std::string text = Fixed(decibels, 1);
+    return (text.starts_with('-') ? "" : "+") + text + " dB";
 }
 
 std::string QText(float q, bool asBandwidth) {
-    return asBandwidth ? Format("%.2f Oct", QToBandwidth(q)) : Format("%.1f", q);
+    return asBandwidth ? Fixed(QToBandwidth(q), 2) + " Oct" : Fixed(q, 1);
 }
 
 float QToBandwidth(float q) {

@@ -23,8 +23,6 @@ std::string TypedBandFrequencyText(float hertz);
 std::string TypedCrossoverFrequencyText(float hertz);
 // "%+.1f dB"
 std::string GainText(float decibels);
-// "%+3.1f dB"
-std::string TrimText(float decibels);
 // "%.1f", or in octaves "%.2f Oct"
 std::string QText(float q, bool asBandwidth);
 

@@ -7,7 +7,13 @@ namespace logic {
 
 namespace {
 
-constexpr std::size_t maximumDigits = 3; // of a width: a million blanks are no text to show
+constexpr std::size_t maximumDigits = 3;        // of a width: a million blanks are no text to show
+constexpr std::size_t longestConversion = 1100; // a precision of 999 behind 39 digits, sign and point
+
+bool IsAsciiLetterOrDigit(char character) {
+    return (character >= '0' && character <= '9') || (character >= 'A' && character <= 'Z') ||
+           (character >= 'a' && character <= 'z');
+}
 
 std::size_t CountFront(std::string_view text, std::string_view characters) {
     const std::size_t end = text.find_first_not_of(characters);
@@ -39,6 +45,29 @@ bool SkipFloatConversion(std::string_view& text) {
     return true;
 }
 
+// "%%" is one character.
+std::string Literally(std::string_view text) {
+    std::string literal;
+    for (std::size_t i = 0; i < text.size(); i += text[i] == '%' ? 2 : 1)
+        literal += text[i];
+    return literal;
+}
+
+// A number that was written in the locale of the process, with a point in place of what stands for one there.
+std::string WithPoint(std::string_view number) {
+    const auto isPoint = [](char character) {
+        return character != ' ' && character != '+' && character != '-' && !IsAsciiLetterOrDigit(character);
+    };
+    std::string text;
+    for (std::size_t i = 0; i < number.size(); ++i) {
+        if (!isPoint(number[i]))
+            text += number[i];
+        else if (i == 0 || !isPoint(number[i - 1])) // it can have several bytes
+            text += '.';
+    }
+    return text;
+}
+
 } // namespace
 
 bool IsFloatFormat(std::string_view format) {
@@ -59,14 +88,15 @@ bool IsFloatFormat(std::string_view format) {
 std::string FormatFloatAs(const std::string& format, float value) {
     if (!IsFloatFormat(format))
         return {};
-    const auto number = static_cast<double>(value);
-    const int length = std::snprintf(nullptr, 0, format.c_str(), number);
-    if (length < 0)
-        return {};
-    std::string text(static_cast<std::size_t>(length) + 1, '\0'); // the terminator is written as well
-    std::snprintf(text.data(), text.size(), format.c_str(), number);
-    text.pop_back();
-    return text;
+    std::size_t begin = 0; // of the conversion
+    while (format[begin] != '%' || format[begin + 1] == '%')
+        begin += format[begin] == '%' ? 2 : 1;
+    std::string_view behind = std::string_view(format).substr(begin + 1);
+    SkipFloatConversion(behind);
+    const std::string conversion = format.substr(begin, format.size() - behind.size() - begin);
+    char number[longestConversion];
+    std::snprintf(number, sizeof number, conversion.c_str(), static_cast<double>(value));
+    return Literally(format.substr(0, begin)) + WithPoint(number) + Literally(behind);
 }
 
 } // namespace logic

@@ -11,7 +11,7 @@ namespace logic {
 // else printf knows is refused: it would read arguments that are not there.
 bool IsFloatFormat(std::string_view format);
 
-// The value in a format that IsFloatFormat accepts; empty for any other.
+// The value in a format that IsFloatFormat accepts, whatever the locale; empty for any other.
 std::string FormatFloatAs(const std::string& format, float value);
 
 } // namespace logic

@@ -49,10 +49,15 @@ bool IsFraction(std::string_view number) {
     return power < -magnitude;
 }
 
-template <class Number, class Take>
-std::optional<Number> Whole(std::string_view text, Take take) {
-    const std::optional<Number> number = take(text);
-    return TrimBlanks(text).empty() ? number : std::nullopt;
+std::string FormatDouble(double value, std::chars_format format, int digits) {
+    std::string text(static_cast<std::size_t>(digits) + 320, '\0'); // 309 digits, sign and point
+    const auto result = std::to_chars(text.data(), text.data() + text.size(), value, format, digits);
+    text.resize(static_cast<std::size_t>(result.ptr - text.data()));
+    return text;
+}
+
+bool IsNothingOr(std::string_view unit, std::string_view text) {
+    return TrimBlanks(text).empty() || IndexOfWord(std::span(&unit, 1), text).has_value();
 }
 
 } // namespace
@@ -87,37 +92,6 @@ std::optional<std::int32_t> TakeInteger(std::string_view& text) {
     return value;
 }
 
-std::optional<std::uint32_t> TakeHex(std::string_view& text) {
-    std::string_view number = text;
-    while (!number.empty() && IsBlank(number.front()))
-        number.remove_prefix(1);
-    if (number.starts_with("0x") || number.starts_with("0X"))
-        number.remove_prefix(2);
-    std::uint32_t value = 0;
-    const auto result = std::from_chars(number.data(), number.data() + number.size(), value, 16);
-    if (result.ec != std::errc())
-        return std::nullopt;
-    MoveTo(text, result.ptr);
-    return value;
-}
-
-std::size_t TakeIntegers(std::string_view& text, std::span<std::int32_t> numbers) {
-    std::size_t count = 0;
-    for (std::string_view rest = text; count < numbers.size(); ++count) {
-        if (count > 0) {
-            if (!rest.starts_with(','))
-                break;
-            rest.remove_prefix(1);
-        }
-        const std::optional<std::int32_t> number = TakeInteger(rest);
-        if (!number)
-            break;
-        numbers[count] = *number;
-        text = rest;
-    }
-    return count;
-}
-
 std::optional<float> ParseFloat(std::string_view text) {
     return TakeFloat(text);
 }
@@ -126,40 +100,90 @@ std::optional<std::int32_t> ParseInteger(std::string_view text) {
     return TakeInteger(text);
 }
 
-std::optional<std::uint32_t> ParseHex(std::string_view text) {
-    return TakeHex(text);
-}
-
 std::optional<float> ParseWholeFloat(std::string_view text) {
-    return Whole<float>(text, [](std::string_view& rest) { return TakeFloat(rest); });
+    return ParseFloatIn("", text);
 }
 
 std::optional<std::int32_t> ParseWholeInteger(std::string_view text) {
-    return Whole<std::int32_t>(text, [](std::string_view& rest) { return TakeInteger(rest); });
+    return ParseIntegerIn("", text);
 }
 
 std::optional<std::uint32_t> ParseWholeHex(std::string_view text) {
-    return Whole<std::uint32_t>(text, [](std::string_view& rest) { return TakeHex(rest); });
+    text = TrimBlanks(text);
+    if (text.starts_with("0x") || text.starts_with("0X"))
+        text.remove_prefix(2);
+    std::uint32_t value = 0;
+    const char* const end = text.data() + text.size();
+    const auto result = std::from_chars(text.data(), end, value, 16);
+    return result.ec == std::errc() && result.ptr == end ? std::optional(value) : std::nullopt;
 }
 
-std::vector<float> ParseFloats(std::string_view text) {
+std::optional<float> ParseFloatIn(std::string_view unit, std::string_view text) {
+    const std::optional<float> number = TakeFloat(text);
+    return IsNothingOr(unit, text) ? number : std::nullopt;
+}
+
+std::optional<std::int32_t> ParseIntegerIn(std::string_view unit, std::string_view text) {
+    const std::optional<std::int32_t> number = TakeInteger(text);
+    return IsNothingOr(unit, text) ? number : std::nullopt;
+}
+
+bool ParseIntegers(std::string_view text, std::span<std::int32_t> numbers) {
+    const std::vector<std::string_view> fields = SplitFields(text, ',');
+    std::vector<std::int32_t> read;
+    for (const std::string_view field : fields) {
+        const std::optional<std::int32_t> number = ParseWholeInteger(field);
+        if (!number || fields.size() > numbers.size())
+            return false;
+        read.push_back(*number);
+    }
+    std::copy(read.begin(), read.end(), numbers.begin());
+    return true;
+}
+
+std::optional<std::vector<float>> ParseFloats(std::string_view text) {
     std::vector<float> numbers;
     for (const std::string_view piece : SplitFields(text, ',')) {
         if (TrimBlanks(piece).empty())
             continue;
-        const std::optional<float> number = ParseFloat(piece);
+        const std::optional<float> number = ParseWholeFloat(piece);
         if (!number)
-            break;
+            return std::nullopt;
         numbers.push_back(*number);
     }
     return numbers;
 }
 
+std::optional<RangeAndValue> ParseRangeAndValue(std::string_view text) {
+    const std::vector<std::string_view> fields = SplitFields(text, ',');
+    const std::optional<std::int32_t> minimum = ParseWholeInteger(fields[0]);
+    if (!minimum || fields.size() > 3)
+        return std::nullopt;
+    RangeAndValue read{*minimum, std::nullopt, std::nullopt};
+    if (fields.size() > 1 && !(read.maximum = ParseWholeInteger(fields[1])))
+        return std::nullopt;
+    if (fields.size() > 2 && !(read.value = ParseWholeFloat(fields[2])))
+        return std::nullopt;
+    return read;
+}
+
+std::string RangeAndValueText(std::int32_t minimum, std::int32_t maximum, float value) {
+    return std::to_string(minimum) + "," + std::to_string(maximum) + "," + FormatFloat(value);
+}
+
 std::string FormatFloat(float value) {
-    char text[32]; // six digits, sign, point and exponent need 13
+    char text[longestFloatText];
     const auto result =
         std::to_chars(text, text + sizeof text, static_cast<double>(value), std::chars_format::general, 6);
     return {text, result.ptr};
+}
+
+std::string FormatFixed(double value, int digits) {
+    return FormatDouble(value, std::chars_format::fixed, digits);
+}
+
+std::string FormatScientific(double value, int digits) {
+    return FormatDouble(value, std::chars_format::scientific, digits);
 }
 
 std::int32_t TruncateToInteger(double value) {

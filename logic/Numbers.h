@@ -1,6 +1,7 @@
 // Numbers to text and back, rounding and clamping. Nothing here depends on the locale.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <span>
@@ -18,29 +19,48 @@ namespace logic {
 std::optional<float> TakeFloat(std::string_view& text);
 // What does not fit 32 bits is no number.
 std::optional<std::int32_t> TakeInteger(std::string_view& text);
-// Hexadecimal digits with or without 0x in front.
-std::optional<std::uint32_t> TakeHex(std::string_view& text);
 
-// Comma-separated integers, as many as there are and fit; the rest of the span stays as it was. Returns how
-// many, and leaves the text behind the last one. No blank may stand in front of a comma.
-std::size_t TakeIntegers(std::string_view& text, std::span<std::int32_t> numbers);
-
-// As the Take functions, whatever follows the number being ignored: "12 ms" is 12.
+// As the Take functions, whatever follows the number being ignored: "12 ms" is 12. For a text that somebody
+// else shows and of which the number is wanted.
 std::optional<float> ParseFloat(std::string_view text);
 std::optional<std::int32_t> ParseInteger(std::string_view text);
-std::optional<std::uint32_t> ParseHex(std::string_view text);
 
-// The same, but nothing except blanks may follow: "12 ms" is no number.
+// The same, but nothing except blanks may follow: "12 ms" is no number. For every text that sets a number.
 std::optional<float> ParseWholeFloat(std::string_view text);
 std::optional<std::int32_t> ParseWholeInteger(std::string_view text);
+// Hexadecimal digits with or without 0x in front.
 std::optional<std::uint32_t> ParseWholeHex(std::string_view text);
 
-// Comma-separated numbers, each read as ParseFloat does. Empty pieces are skipped, so "1,,2,,3," has three
-// numbers; the first piece that is no number ends the list.
-std::vector<float> ParseFloats(std::string_view text);
+// The same, but the unit may follow the number, in capitals or not: with "Hz", "80", "80 Hz" and "80hz" are
+// 80.
+std::optional<float> ParseFloatIn(std::string_view unit, std::string_view text);
+std::optional<std::int32_t> ParseIntegerIn(std::string_view unit, std::string_view text);
 
-// As "%g" does: six significant digits, no trailing zeros.
+// Integers joined by commas, at least one and no more than there is room for; the rest of the span stays as
+// it was. False, and nothing changed, when any of them is no integer.
+bool ParseIntegers(std::string_view text, std::span<std::int32_t> numbers);
+
+// Numbers joined by commas. Empty pieces are skipped, so "1,,2,,3," has three numbers and an empty text none.
+// Nothing when any other piece is no number.
+std::optional<std::vector<float>> ParseFloats(std::string_view text);
+
+// "minimum,maximum,value", of which the value, or maximum and value, may be missing. Nothing when a field
+// that is there is no number of its kind.
+struct RangeAndValue {
+    std::int32_t minimum;
+    std::optional<std::int32_t> maximum;
+    std::optional<float> value;
+};
+std::optional<RangeAndValue> ParseRangeAndValue(std::string_view text);
+std::string RangeAndValueText(std::int32_t minimum, std::int32_t maximum, float value);
+
+// As "%g" does: six significant digits, no trailing zeros. 12 characters at most.
 std::string FormatFloat(float value);
+constexpr std::size_t longestFloatText = 12;
+// With that many digits behind the point, as "%.2f" does. The result can have more than 300 characters.
+std::string FormatFixed(double value, int digits);
+// As "%.2e" does.
+std::string FormatScientific(double value, int digits);
 
 // Towards zero; beyond 32 bits the nearest end, 0 for a value that is not a number.
 std::int32_t TruncateToInteger(double value);

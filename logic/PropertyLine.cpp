@@ -94,6 +94,18 @@ std::vector<std::string> SplitList(std::string_view text) {
     return entries;
 }
 
+std::size_t EntriesThatFit(std::string_view text) {
+    std::size_t entries = 0;
+    std::size_t length = 0;
+    for (const std::string& entry : SplitList(text)) {
+        length += entry.size() + (entries > 0 ? 1 : 0);
+        if (length > maximumValue)
+            break;
+        ++entries;
+    }
+    return entries;
+}
+
 std::string FoldName(std::string_view name) {
     std::string folded(name);
     for (char& character : folded) {
@@ -117,9 +129,7 @@ std::string FoldAddress(std::string_view address) {
 std::string CleanName(std::string_view name) {
     std::string clean(TrimBlanks(TrimBlanks(name).substr(0, maximumName)));
     for (char& character : clean) {
-        const auto code = static_cast<unsigned char>(character);
-        if (code < 0x20 || code == 0x7F ||
-            std::string_view("*=;\"%").find(character) != std::string_view::npos)
+        if (IsControl(character) || std::string_view("*=;\"%").find(character) != std::string_view::npos)
             character = '_';
     }
     return clean;

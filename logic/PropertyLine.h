@@ -11,6 +11,9 @@
 
 namespace logic {
 
+// Bytes of the longest value that a keyword can have.
+constexpr std::size_t maximumValue = 4095;
+
 // One line `[object*]keyword=value`. The views lie inside the line that was split, which must outlive them.
 struct PropertyLine {
     std::string_view object;  // before the last '*' in front of the first '='; empty without one
@@ -49,6 +52,9 @@ std::optional<ControlHeader> ParseControlHeader(std::string_view value);
 // skipped.
 std::vector<std::string> SplitList(std::string_view text);
 
+// How many of the entries, from the front, a value has room for.
+std::size_t EntriesThatFit(std::string_view text);
+
 // The list text of a range of strings; empty entries are left out. SplitList gives the same entries back as
 // long as they hold no ';' and have no blanks at their ends.
 template <class Range>
@@ -84,8 +90,9 @@ std::string CleanName(std::string_view name);
 // Used like this it never holds more than one fed block and one line.
 class LineReader {
 public:
-    // Longest usable line in bytes, without its line end.
-    static constexpr std::size_t maximumLength = 4095;
+    // Longest usable line in bytes, without its line end: the longest value, and as much again for what
+    // stands in front of it.
+    static constexpr std::size_t maximumLength = 2 * maximumValue + 1;
     // What is left of a line that is not usable, for a message about it.
     static constexpr std::size_t excerptLength = 64;
 

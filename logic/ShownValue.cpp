@@ -83,10 +83,9 @@ std::int32_t AlignedStart(Alignment alignment, std::int32_t width, std::int32_t 
 std::string OneLine(std::string_view text) {
     std::string line;
     for (std::size_t i = 0; i < text.size(); ++i) {
-        const auto character = static_cast<unsigned char>(text[i]);
-        if (character == '\r' && i + 1 < text.size() && text[i + 1] == '\n')
+        if (text[i] == '\r' && i + 1 < text.size() && text[i + 1] == '\n')
             continue;
-        line += character < ' ' || character == 0x7F ? ' ' : text[i];
+        line += IsControl(text[i]) ? ' ' : text[i];
     }
     return line;
 }
@@ -118,6 +117,10 @@ std::optional<std::int32_t> ParseRounded(std::string_view text) {
     }
     const auto number = ParseFloat(text);
     return number ? RoundToInteger(*number) : std::nullopt;
+}
+
+std::optional<std::int32_t> ParseWholeRounded(std::string_view text) {
+    return ParseWholeInteger(text) || ParseWholeFloat(text) ? ParseRounded(text) : std::nullopt;
 }
 
 std::optional<Limits> ParseLimits(std::string_view text) {

@@ -30,8 +30,10 @@ std::string WrapText(std::string_view text, std::size_t columns);
 
 // The nearest whole number, halves away from zero; nothing when it does not fit 32 bits.
 std::optional<std::int32_t> RoundToInteger(float value);
-// A whole number at the front of the text, or the nearest one to the number there.
+// A whole number at the front of the text, or the nearest one to the number there; the second reads a text
+// that is nothing but a number.
 std::optional<std::int32_t> ParseRounded(std::string_view text);
+std::optional<std::int32_t> ParseWholeRounded(std::string_view text);
 
 // Smallest and largest number.
 struct Limits {

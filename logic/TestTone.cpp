@@ -13,15 +13,8 @@ namespace logic {
 namespace {
 
 constexpr double TURN = 6.283185307179586;
+constexpr std::string_view UNIT = "min";
 constexpr std::int32_t MAXIMUM_SECONDS = 60; // 60 itself is taken, as it always was
-
-bool Skip(std::string_view& text, std::string_view expected) {
-    if (!text.starts_with(expected)) {
-        return false;
-    }
-    text.remove_prefix(expected.size());
-    return true;
-}
 
 double FiniteOrZero(double value) {
     return std::isfinite(value) ? value : 0.0;
@@ -30,16 +23,15 @@ double FiniteOrZero(double value) {
 } // namespace
 
 std::optional<std::int32_t> ParseDuration(std::string_view text) {
-    const std::optional<std::int32_t> minutes = TakeInteger(text);
-    if (!minutes) {
+    const auto fields = SplitFields(text, ':');
+    const auto minutes = fields.size() == 1 ? ParseIntegerIn(UNIT, fields[0]) : ParseWholeInteger(fields[0]);
+    const auto seconds = fields.size() == 1 ? std::optional(0) : ParseIntegerIn(UNIT, fields[1]);
+    if (!minutes || !seconds || fields.size() > 2) {
         return std::nullopt;
     }
-    std::int32_t seconds = 0;
-    if (Skip(text, ":")) {
-        seconds = std::min(TakeInteger(text).value_or(0), MAXIMUM_SECONDS);
-    }
-    return static_cast<std::int32_t>(std::clamp<std::int64_t>(std::int64_t{*minutes} * 60 + seconds, 0,
-                                                              std::numeric_limits<std::int32_t>::max()));
+    const std::int64_t length = std::int64_t{*minutes} * 60 + std::min(*seconds, MAXIMUM_SECONDS);
+    return static_cast<std::int32_t>(
+        std::clamp<std::int64_t>(length, 0, std::numeric_limits<std::int32_t>::max()));
 }
 
 std::string FormatDuration(std::int32_t seconds) {
@@ -50,18 +42,14 @@ std::string FormatDuration(std::int32_t seconds) {
 }
 
 std::optional<ToneSignal> ParseSignal(std::string_view text, std::int32_t presentAmplitude) {
-    const std::optional<float> frequency = TakeFloat(text);
-    if (!frequency) {
+    const auto fields = SplitFields(text, ',');
+    const auto frequency = ParseFloatIn("Hz", fields[0]);
+    const auto amplitude =
+        fields.size() == 1 ? std::optional(presentAmplitude) : ParseWholeInteger(fields[1]);
+    if (!frequency || !amplitude || fields.size() > 2) {
         return std::nullopt;
     }
-    ToneSignal signal{*frequency, presentAmplitude};
-    while (!text.empty() && IsBlank(text.front())) {
-        text.remove_prefix(1);
-    }
-    if (Skip(text, "Hz,")) {
-        signal.amplitude = std::clamp(TakeInteger(text).value_or(presentAmplitude), 0, MAXIMUM_AMPLITUDE);
-    }
-    return signal;
+    return ToneSignal{*frequency, std::clamp(*amplitude, 0, MAXIMUM_AMPLITUDE)};
 }
 
 std::string FormatSignal(const ToneSignal& signal) {

@@ -9,9 +9,9 @@
 
 namespace logic {
 
-// "minutes:seconds", the seconds being optional and whatever follows ignored: "2", "2:00" and "2:00 min" are
-// 120. Seconds above 60 become 60. A length below nothing is 0, one beyond 32 bits the longest there is.
-// Nothing without minutes.
+// "minutes:seconds min", of which seconds and unit may be missing: "2", "2:00" and "2:00 min" are 120.
+// Seconds above 60 become 60. A length below nothing is 0, one beyond 32 bits the longest there is. Nothing
+// for any other text.
 std::optional<std::int32_t> ParseDuration(std::string_view text);
 
 // "2:05 min" for 125.
@@ -26,8 +26,8 @@ struct ToneSignal {
     bool operator==(const ToneSignal&) const = default;
 };
 
-// "frequency Hz,amplitude". With the frequency alone the amplitude is the present one; an amplitude outside
-// its range becomes the nearest end. Nothing without a frequency.
+// "frequency Hz,amplitude", of which unit and amplitude may be missing. The amplitude is then the present
+// one; one outside its range becomes the nearest end. Nothing for any other text.
 std::optional<ToneSignal> ParseSignal(std::string_view text, std::int32_t presentAmplitude);
 
 // "1000 Hz,24575"

@@ -8,6 +8,11 @@ bool IsBlank(char character) {
     return character == ' ' || (character >= '\t' && character <= '\r');
 }
 
+bool IsControl(char character) {
+    const auto code = static_cast<unsigned char>(character);
+    return code < 0x20 || code == 0x7F;
+}
+
 std::string_view TrimBlanks(std::string_view text) {
     while (!text.empty() && IsBlank(text.front()))
         text.remove_prefix(1);

@@ -12,6 +12,9 @@ namespace logic {
 // White space as the C locale has it: space, tab and the line and page controls.
 bool IsBlank(char character);
 
+// Codes below 32, and 127.
+bool IsControl(char character);
+
 // The text without the blanks at both ends.
 std::string_view TrimBlanks(std::string_view text);
 

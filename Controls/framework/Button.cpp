@@ -3,6 +3,7 @@
 #include "Controls/framework/BitmapParts.h"
 #include "Controls/framework/Keywords.h"
 #include "Controls/framework/Shading.h"
+#include "logic/Text.h"
 #include "logic/ButtonLogic.h"
 
 #include <algorithm>
@@ -64,8 +65,7 @@ int ButtonPropertiesKeyword(VALUERECORD* record, HOSTINFO* object) {
     }
     const auto text = TextToSet(record);
     std::int32_t values[] = {button.onValue, button.offValue};
-    std::string_view rest = text ? std::string_view(*text) : std::string_view();
-    if (logic::TakeIntegers(rest, values) == 0) {
+    if (!text || !logic::ParseIntegers(*text, values)) {
         return 0;
     }
     button.onValue = values[0];
@@ -82,13 +82,13 @@ int TextColorKeyword(VALUERECORD* record, HOSTINFO* object) {
         return a_AnswerText(record, text);
     }
     const auto text = TextToSet(record);
-    std::string_view rest = text ? std::string_view(*text) : std::string_view();
-    const auto released = logic::TakeHex(rest);
-    if (!released || *released > HIGHEST_COLOUR || !rest.starts_with(',')) {
+    const auto fields = logic::SplitFields(text ? std::string_view(*text) : "", ',');
+    if (fields.size() != 2) {
         return 0;
     }
-    const auto pressed = logic::ParseHex(rest.substr(1));
-    if (!pressed || *pressed > HIGHEST_COLOUR) {
+    const auto released = logic::ParseWholeHex(fields[0]);
+    const auto pressed = logic::ParseWholeHex(fields[1]);
+    if (!released || !pressed || *released > HIGHEST_COLOUR || *pressed > HIGHEST_COLOUR) {
         return 0;
     }
     button.textColorReleased = *released;

@@ -2,6 +2,8 @@
 
 #include "Controls/framework/Control.h"
 
+#include "logic/PropertyLine.h"
+
 #include <algorithm>
 #include <cstdio>
 #include <utility>
@@ -41,6 +43,9 @@ LRESULT CONTROLPROPERTIES::OnLoad(WPARAM loadMode, LPARAM lParam) {
     if (table[row].handler == nullptr) {
         return EDITTRACE(parent, "Not implemented %s", line);
     }
+    if (!a_IsPropertyValue(this, table, row, logic::SplitPropertyLine(line).value)) {
+        return EDITTRACE(parent, "Error reading line %s", line);
+    }
     VALUERECORD record{COMMAND_SET, row, DATATYPE_TEXT, 0, value, nullptr, 0};
     const int taken = [&] {
         const Loading loading(isLoadingFile, loadMode == LOAD_FROM_FILE);
@@ -71,12 +76,15 @@ std::string CONTROLPROPERTIES::Header() const {
     char className[65];
     GetClassNameA(window, className, sizeof className);
     const auto ownNameStart = name.rfind('*') + 1; // 0 without a path
-    char line[TEXT_SIZE];
-    std::snprintf(
-        line, sizeof line, "%scontrol=0x%08x %s \"%s\" 0x%08x %s\r\n", name.substr(0, ownNameStart).c_str(),
-        static_cast<unsigned>(GetWindowLongA(window, GWL_EXSTYLE)), className, name.c_str() + ownNameStart,
-        static_cast<unsigned>(SavedStyle()), a_GetRectString(rectangle).c_str());
-    return line;
+    const auto hex = [](DWORD number) {
+        char text[16];
+        std::snprintf(text, sizeof text, "0x%08x", static_cast<unsigned>(number));
+        return std::string(text);
+    };
+    return name.substr(0, ownNameStart) +
+           "control=" + hex(static_cast<DWORD>(GetWindowLongA(window, GWL_EXSTYLE))) + " " + className +
+           " \"" + name.substr(ownNameStart) + "\" " + hex(SavedStyle()) + " " + a_GetRectString(rectangle) +
+           "\r\n";
 }
 
 LRESULT CONTROLPROPERTIES::OnSave(WPARAM saveCode, LPARAM file) {

@@ -77,6 +77,8 @@ public:
     virtual int PreferredWidth() const { return rectangle.right - rectangle.left; }
     virtual void Poll() {}            // the interval has passed and no drag is going on
     virtual void BindingsChanged() {} // functions or connections were replaced
+    // Whether each binding has an offset of its own, all of which are saved as one value.
+    virtual bool IsRelative() const { return false; }
     // A drag: begun by a press that is not the panel's (false: it starts nothing), moved, and ended by the
     // release or cancelled by the loss of the capture.
     virtual bool BeginDrag(POINT) { return false; }

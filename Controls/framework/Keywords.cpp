@@ -1,16 +1,22 @@
 #include "Controls/framework/Keywords.h"
 
+#include "logic/FaderLogic.h"
+#include "logic/PropertyLine.h"
+
 namespace {
 
-// A list of bindings that is replaced as a whole.
-int BindingsKeyword(VALUERECORD* record, HOSTINFO* object,
+// A list of bindings that is replaced as a whole; the other one stays.
+int BindingsKeyword(VALUERECORD* record, HOSTINFO* object, const BINDINGLIST& other,
                     int (*change)(const char*, HOSTINFO*, BINDINGLIST&, BINDINGLIST&, REQUESTLIST&)) {
-    std::string text;
-    if (record->command != COMMAND_SET || a_ReadText(record, &text) == 0 ||
-        change(text.c_str(), object, object->functions, object->connections, object->requests) == 0) {
+    auto& control = *static_cast<CONTROLPROPERTIES*>(object);
+    const auto text = TextToSet(record);
+    if (!text ||
+        (control.IsRelative() &&
+         !HasRoomForOffsets(control, logic::SplitList(*text).size() + other.size())) ||
+        change(text->c_str(), object, object->functions, object->connections, object->requests) == 0) {
         return 0;
     }
-    static_cast<CONTROLPROPERTIES*>(object)->BindingsChanged();
+    control.BindingsChanged();
     return 1;
 }
 
@@ -23,12 +29,13 @@ std::optional<std::string> TextToSet(const VALUERECORD* record) {
 }
 
 int FunctionKeyword(VALUERECORD* record, HOSTINFO* object) {
-    return record->command == COMMAND_GET ? a_AnswerText(record, a_BuildString(object->functions).c_str())
-                                          : BindingsKeyword(record, object, a_FunctionChanged);
+    return record->command == COMMAND_GET
+               ? a_AnswerText(record, a_BuildString(object->functions).c_str())
+               : BindingsKeyword(record, object, object->connections, a_FunctionChanged);
 }
 
 int ConnectionKeyword(VALUERECORD* record, HOSTINFO* object) {
-    return BindingsKeyword(record, object, a_ConnectionChanged);
+    return BindingsKeyword(record, object, object->functions, a_ConnectionChanged);
 }
 
 int IntervalKeyword(VALUERECORD* record, HOSTINFO* object) {
@@ -39,10 +46,31 @@ int LayerKeyword(VALUERECORD* record, HOSTINFO* object) {
     if (record->command == COMMAND_GET) {
         return a_AnswerText(record, a_GetLayers(object).c_str());
     }
-    std::string text;
-    return record->command == COMMAND_SET && a_ReadText(record, &text) != 0
-               ? a_SetLayers(object, text.c_str())
-               : 0;
+    const auto text = TextToSet(record);
+    return text ? a_SetLayers(object, text->c_str()) : 0;
+}
+
+bool HasRoomForOffsets(const CONTROLPROPERTIES& control, std::size_t count) {
+    if (count <= logic::maximumOffsets) {
+        return true;
+    }
+    EDITTRACE(control.parent, "In relative mode there are at most %s functions and connections",
+              std::to_string(logic::maximumOffsets).c_str());
+    return false;
+}
+
+int RelativeModeKeyword(VALUERECORD* record, CONTROLPROPERTIES& control, int& relative) {
+    if (record->command == COMMAND_GET) {
+        return a_AnswerInteger(record, relative);
+    }
+    int wanted = 0;
+    if (record->command != COMMAND_SET || a_ReadInteger(record, &wanted) == 0 ||
+        (wanted != 0 && !HasRoomForOffsets(control, control.functions.size() + control.connections.size()))) {
+        return 0;
+    }
+    relative = wanted;
+    control.BindingsChanged();
+    return 1;
 }
 
 int IgnoredKeyword(VALUERECORD* record, HOSTINFO*) {

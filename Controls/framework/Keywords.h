@@ -119,7 +119,7 @@ int ColourKeyword(VALUERECORD* record, HOSTINFO* object) {
         return a_AnswerText(record, text);
     }
     const auto text = TextToSet(record);
-    const auto colour = text ? logic::ParseHex(*text) : std::nullopt;
+    const auto colour = text ? logic::ParseWholeHex(*text) : std::nullopt;
     if (!colour || *colour > HIGHEST_COLOUR) {
         return 0;
     }
@@ -128,7 +128,7 @@ int ColourKeyword(VALUERECORD* record, HOSTINFO* object) {
     return 1;
 }
 
-// Any text of one line in a std::string. One that is longer than the bound is refused.
+// A text in a std::string. One that is longer than the bound is refused.
 template <auto Member, std::size_t MaximumLength = TEXT_SIZE - 1>
 int TextKeyword(VALUERECORD* record, HOSTINFO* object) {
     std::string& member = HolderOf<Member>(object).*Member;
@@ -136,7 +136,7 @@ int TextKeyword(VALUERECORD* record, HOSTINFO* object) {
         return a_AnswerText(record, member.c_str());
     }
     auto text = TextToSet(record);
-    if (!text || text->size() > MaximumLength || text->find_first_of("\r\n") != std::string::npos) {
+    if (!text || text->size() > MaximumLength) {
         return 0;
     }
     member = std::move(*text);
@@ -164,6 +164,10 @@ int FunctionKeyword(VALUERECORD* record, HOSTINFO* object);
 int ConnectionKeyword(VALUERECORD* record, HOSTINFO* object);
 int IntervalKeyword(VALUERECORD* record, HOSTINFO* object); // milliseconds, not negative
 int LayerKeyword(VALUERECORD* record, HOSTINFO* object);
+// Not 0: relative mode. Refused while there are more bindings than offsets can be saved.
+int RelativeModeKeyword(VALUERECORD* record, CONTROLPROPERTIES& control, int& relative);
+// Whether so many offsets can be saved; the edit trace says when not.
+bool HasRoomForOffsets(const CONTROLPROPERTIES& control, std::size_t count);
 // Takes any number or text, keeps nothing and answers nothing.
 int IgnoredKeyword(VALUERECORD* record, HOSTINFO* object);
 

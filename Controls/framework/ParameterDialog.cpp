@@ -59,10 +59,13 @@ std::vector<ControlDialog*>& OpenDialogs() {
 }
 
 constexpr const char* IMAGE_FOLDER = ".\\Controls";
+constexpr WPARAM LONGEST_TYPED = 16 * TEXT_SIZE; // more than is taken: it is refused as a whole, not cut
+constexpr std::size_t LONGEST_SHOWN = 40;        // of a refused text in the message about it
 
 std::string ItemText(ControlDialog& dialog, int id) {
-    char text[TEXT_SIZE];
-    GetDlgItemTextA(dialog.Handle(), id, text, sizeof text);
+    const HWND item = dialog.Item(id);
+    std::string text(static_cast<std::size_t>(GetWindowTextLengthA(item)) + 1, '\0');
+    text.resize(static_cast<std::size_t>(GetWindowTextA(item, text.data(), static_cast<int>(text.size()))));
     return text;
 }
 
@@ -103,7 +106,7 @@ void ShowStatus(ControlDialog& dialog, const std::string& text) {
 }
 
 bool SendLine(ControlDialog& dialog, const std::string& line) {
-    return line.size() < TEXT_SIZE && a_ApplyEdit(dialog.object, line.c_str()) != 0;
+    return a_ApplyEdit(dialog.object, line.c_str()) != 0;
 }
 
 // Why a text cannot be the value of a field; empty when it can.
@@ -118,8 +121,12 @@ std::string Objection(const DialogEdit& edit, const std::string& text) {
         // Where there may be none, an empty text stands for it.
         return text.empty() || logic::ParseWholeHex(text) ? "" : "is not a colour (0x00bbggrr)";
     default:
-        return "";
+        return a_LengthObjection(edit.keyword, text);
     }
+}
+
+std::string Beginning(const std::string& text) {
+    return text.size() <= LONGEST_SHOWN ? text : text.substr(0, LONGEST_SHOWN) + "...";
 }
 
 void RestoreField(ControlDialog& dialog, const DialogEdit& edit) {
@@ -151,7 +158,9 @@ void ApplyField(ControlDialog& dialog, const DialogEdit& edit) {
         }
     }
     RestoreField(dialog, edit); // what the control made of it, or the old value
-    ShowStatus(dialog, objection.empty() ? "" : std::string(edit.label) + ": \"" + typed + "\" " + objection);
+    ShowStatus(dialog, objection.empty()
+                           ? ""
+                           : std::string(edit.label) + ": \"" + Beginning(typed) + "\" " + objection);
 }
 
 void ShowRefusal(ControlDialog& dialog, const DialogEdit& edit, const std::string& value) {
@@ -165,7 +174,7 @@ std::string ChooseColour(HWND owner, const std::string& current) {
     CHOOSECOLORA chooser{};
     chooser.lStructSize = sizeof chooser;
     chooser.hwndOwner = owner;
-    chooser.rgbResult = logic::ParseHex(current).value_or(0) & 0xFFFFFF;
+    chooser.rgbResult = logic::ParseWholeHex(current).value_or(0) & 0xFFFFFF;
     chooser.lpCustColors = custom;
     chooser.Flags = CC_RGBINIT | CC_FULLOPEN;
     if (!ChooseColorA(&chooser)) {
@@ -576,7 +585,7 @@ void ControlDialog::OnCreate() {
     InitializeList(*this, IDC_CONNECTION_LIST, "Connections");
     for (const DialogEdit& edit : description->edits) {
         a_SubclassEditControl(Item(edit.id));
-        SendMessageA(Item(edit.id), EM_LIMITTEXT, TEXT_SIZE - 1, 0);
+        SendMessageA(Item(edit.id), EM_LIMITTEXT, LONGEST_TYPED, 0);
     }
     for (const DialogChoice& choice : description->choices) {
         for (const std::string& value : Parts(choice.values)) {

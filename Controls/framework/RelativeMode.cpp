@@ -2,6 +2,8 @@
 
 #include "logic/Numbers.h"
 
+#include <utility>
+
 #include <cstdio>
 
 void RelativeMode::Rebuild(const CONTROLPROPERTIES& control, float value) {
@@ -19,8 +21,8 @@ void RelativeMode::Rebuild(const CONTROLPROPERTIES& control, float value) {
     offsets.swap(fresh);
 }
 
-void RelativeMode::Load(const std::string& text) {
-    offsets = logic::ParseFloats(text);
+void RelativeMode::Load(std::vector<float> loaded) {
+    offsets = std::move(loaded);
     areLoaded_ = true;
 }
 

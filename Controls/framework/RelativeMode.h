@@ -15,8 +15,8 @@ struct RelativeMode {
     // without a control. Offsets that were loaded stay as they are while further lines of a panel file are
     // loaded: the connections that they belong to come last.
     void Rebuild(const CONTROLPROPERTIES& control, float value);
-    // Replaces the offsets by comma-separated numbers.
-    void Load(const std::string& text);
+    // Replaces the offsets.
+    void Load(std::vector<float> loaded);
 
 private:
     bool areLoaded_ = false; // the offsets

@@ -53,18 +53,20 @@ void RemoteOffsets::See(const CONTROLPROPERTIES& owner) {
     }
 }
 
-int RemoteOffsets::Keyword(VALUERECORD* record, float logic::OffsetRecord::*number, std::size_t step) {
+int RemoteOffsets::Keyword(VALUERECORD* record, const CONTROLPROPERTIES& owner,
+                           float logic::OffsetRecord::*number, std::size_t step) {
     if (record->command == COMMAND_GET) {
         return a_AnswerText(record, logic::OffsetsText(records, number).c_str());
     }
     const auto text = TextToSet(record);
-    if (!text) {
+    const auto numbers = text ? logic::ParseFloats(*text) : std::nullopt;
+    if (!numbers || !HasRoomForOffsets(owner, numbers->size())) {
         return 0;
     }
-    const std::vector<float> numbers = logic::ParseOffsets(*text);
-    for (std::size_t i = 0; i < numbers.size(); i += step) {
+    // What is behind as many as can be saved belongs to no binding.
+    for (std::size_t i = 0; i < numbers->size() && records.size() < logic::maximumOffsets; i += step) {
         logic::OffsetRecord loaded;
-        loaded.*number = numbers[i];
+        loaded.*number = (*numbers)[i];
         logic::AppendOffset(records, loaded);
     }
     return 1;

@@ -20,6 +20,8 @@ struct RemoteOffsets {
     void See(const CONTROLPROPERTIES& owner);
 
     // Gets or sets one number of each record as text. Loading adds records and does not replace them, and
-    // takes only every `step`-th number.
-    int Keyword(VALUERECORD* record, float logic::OffsetRecord::*number, std::size_t step);
+    // takes only every `step`-th number. A text with anything else in it, or with more than can be saved, is
+    // refused.
+    int Keyword(VALUERECORD* record, const CONTROLPROPERTIES& owner, float logic::OffsetRecord::*number,
+                std::size_t step);
 };

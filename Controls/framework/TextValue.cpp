@@ -157,7 +157,7 @@ std::optional<bool> TakeRecord(TEXTPROPERTIES& text, const VALUERECORD* record) 
         if (int exact = 0; record->datatype == DATATYPE_INTEGER && a_ReadInteger(record, &exact) != 0) {
             number = exact;
         } else if (std::string read; a_ReadText(record, &read) != 0) {
-            number = logic::ParseRounded(read);
+            number = logic::ParseWholeRounded(read);
         }
         if (!number) {
             return std::nullopt;
@@ -186,7 +186,7 @@ int OptionalColourKeyword(VALUERECORD* record, HOSTINFO* object) {
         return a_AnswerText(record, colour);
     }
     const auto read = TextToSet(record);
-    const auto colour = read ? logic::ParseHex(*read) : std::nullopt;
+    const auto colour = read ? logic::ParseWholeHex(*read) : std::nullopt;
     if (!read || (!read->empty() && !colour) || (colour && *colour > HIGHEST_COLOUR)) {
         return 0;
     }

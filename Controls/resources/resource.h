@@ -87,6 +87,7 @@
 #define IDC_POLARITY_FUNCTION 1100
 #define IDC_DELAY_FUNCTION 1101
 #define IDC_STEREO 1102
+#define IDC_CONFIGURATION_STATE 1103
 
 /* Menus: what a panel offers for its controls, for an entry of a list of bindings, and what the editor panels
  * offer for their values. */

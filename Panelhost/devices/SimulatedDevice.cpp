@@ -144,7 +144,13 @@ int SimulatedDevice::Parameter::Take(const VALUERECORD* record) {
                                                  : TakeRecord(record);
     }
     float value = 0;
-    if (a_ReadFloat(record, &value) == 0) {
+    if (std::string given; record->datatype == DATATYPE_TEXT && a_ReadText(record, &given) != 0) {
+        const auto read = logic::ParseFloatIn(declaration.unit, given);
+        if (!read) {
+            return 0;
+        }
+        value = *read;
+    } else if (a_ReadFloat(record, &value) == 0) {
         return 0;
     }
     SetNumber(value);
@@ -211,6 +217,9 @@ SimulatedDevice::Parameter& SimulatedDevice::Enter(const std::string& keyword) {
 }
 
 bool SimulatedDevice::Declare(const std::string& keyword, const std::string& text) {
+    if (text.size() >= TEXT_SIZE) {
+        return false; // nobody could be told the whole of it
+    }
     Parameter* parameter = Find(keyword);
     if (const auto declaration = logic::ParseParameter(text); declaration && !keyword.empty()) {
         Parameter declared;

@@ -4,6 +4,7 @@
 #include "Panelhost/Dialogs.h"
 
 #include "Panelhost/Guard.h"
+#include "Panelhost/PropertyText.h"
 #include "Panelhost/dialogs/BindableTree.h"
 #include "Panelhost/dialogs/BindingIcons.h"
 #include "Panelhost/dialogs/Dialog.h"
@@ -256,8 +257,8 @@ void ConnectionDialog::ShowBound(BoundList& list) {
 
 bool ConnectionDialog::Apply(BoundList& list, const Addresses& addresses, const std::string& done) {
     const std::string text = logic::JoinList(addresses);
-    if (text.size() >= TEXT_SIZE) {
-        Say(std::string("The list of ") + list.name + " is full.");
+    if (const std::string objection = a_LengthObjection(list.keyword, text); !objection.empty()) {
+        Say(std::string("The list of ") + list.name + " is full: it " + objection + ".");
         return false;
     }
     const bool taken = Load(std::string(list.keyword) + "=" + text);

@@ -5,6 +5,7 @@
 #include "Panelhost/Dialogs.h"
 
 #include "Panelhost/Guard.h"
+#include "Panelhost/PropertyText.h"
 #include "Panelhost/dialogs/Dialog.h"
 #include "Panelhost/Gdi.h"
 #include "Panelhost/dialogs/ListView.h"
@@ -29,6 +30,7 @@ constexpr UINT_PTR LIST_SUBCLASS = 1;
 constexpr UINT_PTR EDIT_SUBCLASS = 2;
 constexpr COLORREF REFUSED_COLOUR = RGB(176, 0, 32);
 constexpr WPARAM FIRST_PRINTABLE = ' ';
+constexpr WPARAM LONGEST_TYPED = 16 * TEXT_SIZE; // more than is taken: it is refused as a whole, not cut
 
 struct Property {
     std::string keyword;
@@ -37,7 +39,12 @@ struct Property {
 
     const std::string& Shown() const { return refused ? *refused : value; }
     std::string Note() const {
-        return refused ? "Refused, still " + (value.empty() ? "empty" : value) : std::string();
+        if (!refused) {
+            return {};
+        }
+        const std::string objection = a_LengthObjection(keyword, *refused);
+        return (objection.empty() ? "Refused" : "Refused: " + objection) + ", still " +
+               (value.empty() ? "empty" : value);
     }
 };
 
@@ -278,7 +285,7 @@ void PropertyDialog::BeginEdit(int row) {
         return;
     }
     SendMessageA(edit_, WM_SETFONT, static_cast<WPARAM>(SendMessageA(list_, WM_GETFONT, 0, 0)), FALSE);
-    SendMessageA(edit_, EM_LIMITTEXT, TEXT_SIZE - 1, 0);
+    SendMessageA(edit_, EM_LIMITTEXT, LONGEST_TYPED, 0);
     SetWindowSubclass(edit_, EditProc, EDIT_SUBCLASS, reinterpret_cast<DWORD_PTR>(this));
     PlaceEdit();
     ShowWindow(edit_, SW_SHOWNA);

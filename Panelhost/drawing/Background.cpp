@@ -80,7 +80,7 @@ bool cPanelBackground::Set(const char* text) {
     COLORREF colour = CLR_INVALID;
     const OSMIRBitmap* image = nullptr;
     if (std::strncmp(text, "0x", 2) == 0) {
-        const auto read = logic::ParseHex(text);
+        const auto read = logic::ParseWholeHex(text);
         if (!read || *read > 0xFFFFFF) {
             return false;
         }

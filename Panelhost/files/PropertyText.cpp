@@ -3,9 +3,12 @@
 #include "Panelhost/PropertyText.h"
 
 #include "Panelhost/Guard.h"
+#include "Panelhost/Hostinfo.h"
 #include "Panelhost/Messages.h"
+#include "Panelhost/Trace.h"
 #include "logic/ButtonLogic.h"
 #include "logic/PropertyLine.h"
+#include "logic/Text.h"
 
 #include <algorithm>
 #include <cstring>
@@ -22,6 +25,23 @@ int CopyPart(std::string_view part, char* out) {
 
 logic::PropertyLine Split(const char* line) {
     return logic::SplitPropertyLine(line == nullptr ? "" : line);
+}
+
+bool IsListKeyword(std::string_view keyword) {
+    return keyword == "connection" || keyword.starts_with("function");
+}
+
+// Whether the row sets what the object shows or passes on, and no row saves that.
+bool IsMereValue(const KEYWORDROW* table, int row) {
+    if (table[row].handler != table[0].handler) {
+        return false;
+    }
+    for (const KEYWORDROW* other = table; other->keyword != nullptr; ++other) {
+        if (other->handler == table[0].handler && (other->flags & KEYWORD_SAVED) != 0) {
+            return false;
+        }
+    }
+    return true;
 }
 
 // Folder of a module with a backslash at its end.
@@ -63,6 +83,35 @@ int a_GetKeyword(const char* line, char* keywordOut) {
 }
 int a_GetParameter(const char* line, char* valueOut) {
     return CopyPart(Split(line).value, valueOut);
+}
+
+std::string a_LengthObjection(std::string_view keyword, std::string_view text) {
+    if (text.size() <= logic::maximumValue) {
+        return {};
+    }
+    return Guarded<std::string>({}, [&] {
+        const std::string entries =
+            IsListKeyword(keyword)
+                ? ", " + std::to_string(logic::EntriesThatFit(text)) + " of its entries would fit"
+                : "";
+        return "is longer than " + std::to_string(logic::maximumValue) + " bytes" + entries;
+    });
+}
+
+bool a_IsPropertyValue(const HOSTINFO* object, const KEYWORDROW* table, int row, std::string_view text) {
+    const HOSTINFO* editor = object->kind == KIND_ROOT ? object : object->parent;
+    const std::string_view keyword = table[row].keyword;
+    return Guarded(false, [&] {
+        std::string objection = a_LengthObjection(keyword, text);
+        if (objection.empty() && std::any_of(text.begin(), text.end(), logic::IsControl) &&
+            !IsMereValue(table, row)) {
+            objection = "holds control characters";
+        }
+        if (!objection.empty()) {
+            EDITTRACE(editor, "The value of %s", (std::string(keyword) + " " + objection).c_str());
+        }
+        return objection.empty();
+    });
 }
 
 std::string a_GetRectString(const RECT& rectangle) {

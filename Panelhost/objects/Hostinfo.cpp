@@ -3,11 +3,13 @@
 #include "Panelhost/Hostinfo.h"
 
 #include "Panelhost/Guard.h"
+#include "Panelhost/PropertyText.h"
 #include "Panelhost/objects/ObjectTree.h"
 #include "Panelhost/objects/PanelRoot.h"
 #include "logic/Layers.h"
 #include "logic/PropertyLine.h"
 
+#include <cstring>
 #include <olectl.h>
 
 int HOSTINFO::HasHostinfoTable() {
@@ -305,7 +307,16 @@ LRESULT a_DispatchRecord(HOSTINFO* object, const KEYWORDROW* table, VALUERECORD*
         return 0;
     }
     const KEYWORDHANDLER handler = table[record->index].handler;
-    return handler == nullptr ? 0 : handler(record, object);
+    if (handler == nullptr) {
+        return 0;
+    }
+    if (record->command == COMMAND_SET && record->datatype == DATATYPE_TEXT && record->data != nullptr) {
+        const auto* text = static_cast<const char*>(record->data);
+        if (!a_IsPropertyValue(object, table, record->index, {text, strnlen(text, TEXT_SIZE)})) {
+            return 0;
+        }
+    }
+    return handler(record, object);
 }
 
 std::string a_GetLayers(const HOSTINFO* object) {

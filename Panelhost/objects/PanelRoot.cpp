@@ -265,6 +265,9 @@ LRESULT PanelRoot::OnLoad(WPARAM loadMode, LPARAM line) {
         TRACE("Panel Keyword not found: %s\n", keyword);
         return 0;
     }
+    if (!a_IsPropertyValue(this, KEYWORDS, row, logic::SplitPropertyLine(text).value)) {
+        return EDITTRACE(this, "Error reading line %s", text);
+    }
     VALUERECORD record{COMMAND_SET, row, DATATYPE_TEXT, 0, value, nullptr, 0};
     const bool edited = loadMode != LOAD_FROM_FILE && (KEYWORDS[row].flags & KEYWORD_SAVED) != 0;
     if (a_DispatchRecord(this, KEYWORDS, &record) == 0) {

@@ -8,6 +8,7 @@
 #include "Panelhost/objects/ObjectTree.h"
 #include "Panelhost/objects/PanelRoot.h"
 #include "logic/PropertyLine.h"
+#include "logic/Text.h"
 
 #include <algorithm>
 #include <cstring>
@@ -157,8 +158,13 @@ int ReplaceBindings(const char* text, BINDINGLIST& list, HOSTINFO* object, const
         return 0;
     }
     return Guarded(0, [&] {
+        const std::string_view addresses = text == nullptr ? "" : text;
+        if (addresses.size() > logic::maximumValue ||
+            std::any_of(addresses.begin(), addresses.end(), logic::IsControl)) {
+            return 0; // it would not come back from a panel file
+        }
         BINDINGLIST fresh;
-        for (std::string& address : logic::SplitList(text == nullptr ? "" : text)) {
+        for (std::string& address : logic::SplitList(addresses)) {
             fresh.push_back(std::move(address));
         }
         list.swap(fresh);

@@ -25,10 +25,11 @@ int Store(VALUERECORD* record, Number value) {
 
 int StoreText(VALUERECORD* record, const char* value) {
     auto* held = static_cast<char*>(record->data);
-    if (std::strcmp(held, value) == 0) {
+    const std::size_t length = std::strlen(value);
+    if (length >= TEXT_SIZE || std::strcmp(held, value) == 0) {
         return 0;
     }
-    std::snprintf(held, TEXT_SIZE, "%s", value);
+    std::memcpy(held, value, length + 1);
     return 1;
 }
 
@@ -64,6 +65,8 @@ bool a_IsSoundValue(int datatype, const void* data) {
     switch (datatype) {
     case DATATYPE_FLOAT:
         return std::isfinite(*static_cast<const float*>(data));
+    case DATATYPE_TEXT:
+        return strnlen(static_cast<const char*>(data), TEXT_SIZE) < TEXT_SIZE;
     case DATATYPE_DELAY:
         return IsSoundRecord<logic::DelaySetting>(data);
     case DATATYPE_CROSSOVER:
@@ -144,11 +147,8 @@ int a_AnswerFloat(VALUERECORD* record, float value) {
         return Store(record, static_cast<int>(logic::TruncateToInteger(value)));
     case DATATYPE_FLOAT:
         return Store(record, value);
-    case DATATYPE_TEXT: {
-        char text[32];
-        std::snprintf(text, sizeof text, "%g", static_cast<double>(value));
-        return StoreText(record, text);
-    }
+    case DATATYPE_TEXT:
+        return StoreText(record, logic::FormatFloat(value).c_str());
     default:
         return 0;
     }
@@ -192,7 +192,7 @@ int a_ReadInteger(const VALUERECORD* record, int* value) {
         return 1;
     }
     case DATATYPE_TEXT: {
-        const auto number = logic::ParseInteger(static_cast<const char*>(record->data));
+        const auto number = logic::ParseWholeInteger(static_cast<const char*>(record->data));
         if (!number) {
             return 0;
         }
@@ -221,7 +221,7 @@ int a_ReadFloat(const VALUERECORD* record, float* value) {
         return 1;
     }
     case DATATYPE_TEXT: {
-        const auto number = logic::ParseFloat(static_cast<const char*>(record->data));
+        const auto number = logic::ParseWholeFloat(static_cast<const char*>(record->data));
         if (!number) {
             return 0;
         }
@@ -252,7 +252,11 @@ int a_ReadText(const VALUERECORD* record, std::string* value) {
         }
         case DATATYPE_TEXT: {
             const auto* text = static_cast<const char*>(record->data);
-            value->assign(text, strnlen(text, TEXT_SIZE - 1));
+            const std::size_t length = strnlen(text, TEXT_SIZE);
+            if (length == TEXT_SIZE) {
+                return 0;
+            }
+            value->assign(text, length);
             return 1;
         }
         default:

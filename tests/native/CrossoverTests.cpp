@@ -34,18 +34,19 @@ TEST_CASE("a channel as text") {
     } rows[] = {
         {"bess12", "BESS12,80 Hz,OFF,20000 Hz,-3 dB,inverted,0,2.5 ms"},
         {"12dB/0.7,5", "S12Q07,20 Hz,OFF,20000 Hz,-3 dB,inverted,0,2.5 ms"},
-        {",,Linkw 24,2 k", "LINK24,80 Hz,LINK24,20 Hz,-3 dB,inverted,0,2.5 ms"},
+        {",,Linkw 24,2 hz", "LINK24,80 Hz,LINK24,20 Hz,-3 dB,inverted,0,2.5 ms"},
         {",,,99999", "LINK24,80 Hz,OFF,20000 Hz,-3 dB,inverted,0,2.5 ms"},
         {",,,,10,Normal,-1,1 Samples", "LINK24,80 Hz,OFF,20000 Hz,6 dB,normal,1,1 samples"},
         {",,,,-99", "LINK24,80 Hz,OFF,20000 Hz,-30 dB,inverted,0,2.5 ms"},
         {",,,,,,,-4 ft", "LINK24,80 Hz,OFF,20000 Hz,-3 dB,inverted,0,0 ft"},
-        {",,,,,,,7 parsecs", "LINK24,80 Hz,OFF,20000 Hz,-3 dB,inverted,0,7 ms"},
+        {",,,,,,,7", "LINK24,80 Hz,OFF,20000 Hz,-3 dB,inverted,0,7 ms"},
     };
     for (const auto& row : rows) {
         CAPTURE(row.text);
         CHECK(CrossoverText(ReadCrossover(row.text, channel).value_or(Crossover{})) == row.result);
     }
-    for (const char* text : {"", "x", ",,,,,,,", "x,nan,y,inf,z,upside,down,late"})
+    for (const char* text : {"", "x", ",,,,,,,", "bess12,80 kHz", "bess12,,,,3 dBu", ",,,,,upside",
+                             ",,,,,,1x", ",,,,,,,7 parsecs", ",,,,,,,7 ms late", ",,,,3,normal,0,1 ms,4"})
         CHECK_FALSE(ReadCrossover(text, channel));
     for (std::int32_t type = 0; type < crossoverTypeCount; ++type) {
         const auto index = static_cast<std::size_t>(type);

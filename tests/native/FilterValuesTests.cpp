@@ -49,8 +49,7 @@ TEST_CASE("how values are shown") {
     CHECK(TypedCrossoverFrequencyText(62.5F) == "62.5 Hz");
     CHECK(GainText(0.0F) == "+0.0 dB");
     CHECK(GainText(-18.0F) == "-18.0 dB");
-    CHECK(TrimText(6.0F) == "+6.0 dB");
-    CHECK(TrimText(-29.96F) == "-30.0 dB");
+    CHECK(GainText(-29.96F) == "-30.0 dB");
     CHECK(QText(0.7071F, false) == "0.7");
     CHECK(QText(1.0F, true) == "1.39 Oct");
     for (const float odd : {notANumber, endless, -endless}) {

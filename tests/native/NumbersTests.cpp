@@ -1,5 +1,6 @@
 #include "logic/Numbers.h"
 
+#include <clocale>
 #include <cmath>
 #include <cstdio>
 #include <cstring>
@@ -7,6 +8,8 @@
 #include <random>
 
 #include <doctest/doctest.h>
+
+#include "logic/FloatFormat.h"
 
 using namespace logic;
 
@@ -51,20 +54,26 @@ TEST_CASE("floats are read from the front of a text") {
         CHECK(ParseWholeFloat(row.text) == (row.isWhole ? row.value : std::nullopt));
     }
     CHECK(ParseFloats("1,,2,,3,") == std::vector{1.0F, 2.0F, 3.0F});
-    CHECK(ParseFloats(" 1 , -2.5x,bad,4") == std::vector{1.0F, -2.5F});
-    CHECK(ParseFloats("").empty());
+    CHECK(ParseFloats(" 1 , -2.5, ") == std::vector{1.0F, -2.5F});
+    CHECK(ParseFloats("") == std::vector<float>());
+    for (const char* text : {"x", "1,2.5 dB", "1,bad,4"})
+        CHECK(!ParseFloats(text));
+    for (const char* text : {"80", " 80 hz ", "80Hz"})
+        CHECK(ParseFloatIn("Hz", text) == 80.0F);
+    for (const char* text : {"80 kHz", "80 Hz x", "Hz", ""})
+        CHECK(!ParseFloatIn("Hz", text));
 }
 
 TEST_CASE("integers are read from the front of a text and must fit") {
     CHECK(ParseInteger(" -12,5") == -12);
     CHECK(ParseInteger("+7") == 7);
     CHECK(ParseInteger("-2147483648") == std::numeric_limits<std::int32_t>::min());
-    CHECK(ParseHex("0x00ff80 rest") == 0xFF80U);
-    CHECK(ParseHex(" FFFFFFFF") == 0xFFFFFFFFU);
+    CHECK(ParseWholeHex(" 0x00ff80 ") == 0xFF80U);
+    CHECK(ParseWholeHex("FFFFFFFF") == 0xFFFFFFFFU);
     for (const char* text : {"", "x", "+", "2147483648", "-2147483649"})
         CHECK(!ParseInteger(text));
-    for (const char* text : {"", "0x", "0xg", "-1", "100000000"})
-        CHECK(!ParseHex(text));
+    for (const char* text : {"", "0x", "0xg", "-1", "100000000", "0x0 0", "0x0x1"})
+        CHECK(!ParseWholeHex(text));
     CHECK(!ParseWholeInteger("1.0"));
     std::string_view text = "-80,18,0.5";
     CHECK(TakeInteger(text) == -80);
@@ -73,7 +82,63 @@ TEST_CASE("integers are read from the front of a text and must fit") {
     CHECK(text == ",18,0.5");
 }
 
+TEST_CASE("a range and a value are whole fields, from the front") {
+    const struct {
+        const char* text;
+        std::int32_t minimum;
+        std::optional<std::int32_t> maximum;
+        std::optional<float> value;
+    } rows[] = {{"-60", -60, {}, {}},
+                {"-60,6", -60, 6, {}},
+                {"-60,6,3", -60, 6, 3.0F},
+                {" 1 , 2 , -2.5 ", 1, 2, -2.5F}};
+    for (const auto& row : rows) {
+        CAPTURE(row.text);
+        const auto read = ParseRangeAndValue(row.text);
+        REQUIRE(read.has_value());
+        CHECK(read->minimum == row.minimum);
+        CHECK(read->maximum == row.maximum);
+        CHECK(read->value == row.value);
+    }
+    for (const char* text : {"", ",6,3", "loud", "99999999999", "-60,", "-60,x,3", "-60,6,loud", "-60,6,3 dB",
+                             "0,100,2,5", "1.5,2"})
+        CHECK(!ParseRangeAndValue(text));
+    CHECK(RangeAndValueText(-80, 18, 2.5F) == "-80,18,2.5");
+    std::int32_t numbers[] = {7, 8};
+    CHECK((ParseIntegers(" -1 ", numbers) && numbers[0] == -1 && numbers[1] == 8));
+    CHECK((ParseIntegers("3,4", numbers) && numbers[0] == 3 && numbers[1] == 4));
+    for (const char* text : {"", "5,", "5,x", "5 x", "5,6,7"})
+        CHECK(!ParseIntegers(text, numbers));
+    CHECK((numbers[0] == 3 && numbers[1] == 4));
+}
+
+TEST_CASE("numbers are written with a point, whatever the locale") {
+    const auto check = [] {
+        CHECK(FormatFloat(-2.5F) == "-2.5");
+        CHECK(FormatFixed(1234.5, 2) == "1234.50");
+        CHECK(FormatFixed(-1e300, 7).size() == 310);
+        CHECK(FormatScientific(-0.0015, 1) == "-1.5e-03");
+        CHECK(ParseWholeFloat("2.5") == 2.5F);
+        CHECK_FALSE(ParseWholeFloat("2,5"));
+        CHECK(FormatFloatAs("%.1f, dB", 2.5F) == "2.5, dB");
+        CHECK(FormatFloatAs("%%; %+09.3e:", -2.5F) == "%; -2.500e+00:");
+        CHECK(FormatFloatAs("% 7.1f", 2.5F) == "    2.5");
+        CHECK(FormatFloatAs("%-7.1f|", 2.5F) == "2.5    |");
+        CHECK(FormatFloatAs("%#g", 2.0F) == "2.00000");
+    };
+    const std::string before = std::setlocale(LC_ALL, nullptr);
+    for (const char* name : {"C", "de_DE.UTF-8", "fr_FR.UTF-8", "de_DE", "ps_AF.UTF-8"}) {
+        if (std::setlocale(LC_ALL, name) == nullptr) {
+            MESSAGE("there is no locale ", std::string(name), " here");
+        } else {
+            check();
+        }
+    }
+    std::setlocale(LC_ALL, before.c_str());
+}
+
 TEST_CASE("floats are written as by printf") {
+    CHECK(FormatFloat(-std::numeric_limits<float>::min()).size() == longestFloatText);
     std::mt19937 random(3);
     for (int round = 0; round < 2000; ++round) {
         const auto bits = static_cast<std::uint32_t>(random());

@@ -118,6 +118,14 @@ std::vector<Line> ReadBlocks(const std::vector<std::string>& blocks) {
 
 } // namespace
 
+TEST_CASE("as many entries of a list fit as a value has room for") {
+    std::string list(maximumValue - 4, 'x');
+    CHECK(EntriesThatFit("") == 0);
+    CHECK(EntriesThatFit(list + "; a ;b") == 3); // blanks are not kept
+    CHECK(EntriesThatFit(list + ";a;bc") == 2);
+    CHECK(EntriesThatFit(list + "12345;a") == 0);
+}
+
 TEST_CASE("the line reader gives the same lines wherever the blocks are divided") {
     const std::string longest(LineReader::maximumLength, 'x');
     const std::string excerpt(LineReader::excerptLength, 'x');

@@ -246,6 +246,24 @@ TEST_CASE("long values pass whole") {
     Press(dialog.Edit(), VK_RETURN);
     CHECK(Text(panel.Window(), "title") == title);
     CHECK(dialog.Value("title") == title);
+    dialog.Type("title", title + "x"); // as by pasting
+    SendMessageA(dialog.Edit(), EM_SETSEL, 0, -1);
+    SendMessageA(dialog.Edit(), EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>((title + "x").c_str()));
+    Press(dialog.Edit(), VK_RETURN);
+    CHECK(Text(panel.Window(), "title") == title);
+    CHECK(dialog.Note("title").starts_with("Refused: is longer than 4095 bytes"));
+}
+
+TEST_CASE("a list of bindings that is full stays as it is") {
+    const Scene scene;
+    const ConnectionDialog dialog(scene.Object());
+    const std::string full = "AMP1*gain1;" + std::string(TEXT_SIZE - 20, 'x');
+    REQUIRE(Load(scene.knob, "function=" + full) == 1);
+    dialog.Search("gain2");
+    Press(dialog.tree, VK_RETURN);
+    CHECK(a_BuildString(scene.Object().functions) == full);
+    CHECK(dialog.Status() ==
+          "The list of functions is full: it is longer than 4095 bytes, 2 of its entries would fit.");
 }
 
 TEST_CASE("dialogs are one per object and go with it") {

@@ -356,7 +356,7 @@ TEST_CASE("a poll follows the device, and marks what it cannot show") {
     CHECK(field(FREQUENCY) == "99.5 Hz");
     CHECK(SelectedOf(Item(eq, SLOPES)) == "12dB/Oct");
     SetWindowTextA(Item(eq, GAIN), "typing");
-    ph_SetParameter(panel.Root(), "EQ1*band", "0,x,x,440,x,x");
+    ph_SetParameter(panel.Root(), "EQ1*band", "0,Loshelv,12 dB,440,4,0.7");
     CHECK(!IsMarked(eq));
     CHECK(field(FREQUENCY) == "440 Hz");
     CHECK(field(GAIN) == "typing"); // what has not changed is not touched
@@ -426,7 +426,7 @@ TEST_CASE("what a new control holds reaches no device") {
     SendMessageA(Item(create("EQ1*a"), BYPASS), BM_CLICK, 0, 0);
     CHECK(panel.Parameter("EQ1*a") == "1,Loshelv,12 dB,100 Hz,-1.5 dB,0.7");
     ChooseItem(create("EQ1*a"), TYPES, 1);
-    Load(create("EQ1*a"), "properties=x,x,6");
+    Load(create("EQ1*a"), "properties=1,Loshelv,6");
     CHECK(panel.Parameter("EQ1*a") == "1,Loshelv,6 dB,100 Hz,-1.5 dB,0.7");
     Load(create("EQ1*a"), "properties=0,PEQ,6 dB,0 Hz,0 dB,0", LOAD_FROM_FILE); // saved by a new control
     CHECK(panel.Parameter("EQ1*a") == "1,Loshelv,6 dB,100 Hz,-1.5 dB,0.7");

@@ -170,9 +170,12 @@ TEST_CASE("keywords are read by their own syntax and saved in their order") {
     CHECK(Text(fader, "properties") == "-60,6,3");
     CHECK(Gain(panel) == 3.0F);
     CHECK(Load(fader, "properties=loud") == 0);
-    CHECK(Load(fader, "resolution=0.12345") == 1);
+    CHECK(Load(fader, "resolution=.1230") == 1);
+    for (const char* tooLong :
+         {"0.12345", ".0005", "1e5", "1e400"}) { // five characters would not give it back
+        CHECK(Load(fader, std::string("resolution=") + tooLong) == 0);
+    }
     CHECK(Text(fader, "resolution") == "0.123");
-    CHECK(Load(fader, "resolution=1e400") == 0);
     CHECK(Load(fader, "setvalue=-12") == 1);
     float setValue = -7.9F;
     CHECK(Send(fader, COMMAND_SET, DATATYPE_FLOAT, &setValue, "setvalue") == 1);

@@ -102,7 +102,7 @@ TEST_CASE("a panel of every class is saved, loaded and saved again byte for byte
 
 TEST_CASE("a damaged line is traced with its place and skipped, the rest lives") {
     const std::string header = "control=0x00000000 KNOB \"X\" 0x40000000 0,0,47,47";
-    const std::string tooLong(5000, 'x');
+    const std::string tooLong(2 * TEXT_SIZE, 'x');
     const struct {
         std::string line;
         int kind;

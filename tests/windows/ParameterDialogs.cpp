@@ -129,6 +129,21 @@ TEST_CASE("every field sends its line, shows what became of it, and refuses what
     }
 }
 
+TEST_CASE("a text that is too long is refused as a whole") {
+    const TestPanel panel;
+    const HWND control = panel.Create("XOVER", "Control");
+    const HWND dialog = OpenDialog(control);
+    CHECK(Load(control, "function1=XO1*gain") == 1);
+    const std::string typed = "XO2*gain;XO3*gain;" + std::string(5000, 'x');
+    SendDlgItemMessageA(dialog, IDC_GAIN_FUNCTION, EM_SETSEL, 0, -1);
+    SendDlgItemMessageA(dialog, IDC_GAIN_FUNCTION, EM_REPLACESEL, FALSE, // as by pasting
+                        reinterpret_cast<LPARAM>(typed.c_str()));
+    Command(dialog, IDC_GAIN_FUNCTION, EDIT_ENTER);
+    CHECK(Text(control, "function1") == "XO1*gain");
+    CHECK(
+        Field(dialog, IDC_DIALOG_STATUS).ends_with("is longer than 4095 bytes, 2 of its entries would fit"));
+}
+
 TEST_CASE("leaving a field applies it once, and not at all when nothing was typed") {
     const TestPanel panel;
     const HWND knob = panel.Create("KNOB", "Knob");

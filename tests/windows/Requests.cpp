@@ -216,10 +216,15 @@ TEST_CASE("a set reaches every target and succeeds when all took it") {
     CHECK(again.success != 0); // they hold it already
     CHECK(again.result == REQUEST_UNCHANGED);
 
-    char text[TEXT_SIZE] = "-7.25 dB";
+    char text[TEXT_SIZE] = "-7.25";
     CHECK(Request(control, COMMAND_SET, DATATYPE_TEXT, text).success != 0);
     CHECK(Value(wide) == -7.25F);
-    CHECK(panel.Parameter("AMP1*label") == "-7.25 dB");
+    CHECK(panel.Parameter("AMP1*label") == "-7.25");
+    char named[TEXT_SIZE] = "-8 dB"; // a number for the device, whose unit it is, and none for the knobs
+    CHECK(Request(control, COMMAND_SET, DATATYPE_TEXT, named).success != 0); // it reached them all
+    CHECK(Value(wide) == -7.25F);
+    CHECK(panel.Parameter("AMP1*gain1") == "-8");
+    CHECK(panel.Parameter("AMP1*label") == "-8 dB");
     Load(control, "connection=Gone;Wide");
     int number = 4;
     const Outcome outcome = Request(control, COMMAND_SET, DATATYPE_INTEGER, &number);

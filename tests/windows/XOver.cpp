@@ -1,5 +1,6 @@
 // The editor of a crossover channel.
 
+#include "Controls/resources/resource.h"
 #include "logic/Crossover.h"
 #include "tests/windows/EditorPanels.h"
 
@@ -28,6 +29,17 @@ std::string GainOf(const float& gain) {
 }
 std::string PolarityOf(const int& polarity) {
     return "P " + std::to_string(polarity);
+}
+
+// What the status bar says of the control, and what its parameter dialog says of the configuration.
+std::string ShownState(HWND xover) {
+    char status[TEXT_SIZE] = "";
+    ObjectOf(xover).OnGetTooltip(0, reinterpret_cast<LPARAM>(status));
+    HWND dialog = nullptr;
+    SendMessageA(xover, CWM_PARAMETERDLG, 0, reinterpret_cast<LPARAM>(&dialog));
+    const std::string shown = std::string(status) + "|" + TextOf(Item(dialog, IDC_CONFIGURATION_STATE));
+    DestroyWindow(dialog);
+    return shown;
 }
 
 // A control whose four slots are bound to a target each, in the state of CHANNEL.
@@ -324,7 +336,7 @@ TEST_CASE_FIXTURE(Fixture, "configurations") {
     CHECK(Text(xover, "config") == "TestGood");
     CHECK(ObjectOf(xover).interval == 250);
     const std::string before = Text(xover);
-    for (const char* bad : {"TestMissing", "..\\Demo", "TestDamaged", "a/b", "C:x", "*"}) {
+    for (const char* bad : {"..\\Demo", "TestDamaged", "a/b", "C:x", "*"}) {
         CAPTURE(std::string(bad));
         const int traced = trace.CountContaining("XOver configuration");
         CHECK(Load(xover, std::string("config=") + bad) == 0);
@@ -332,8 +344,22 @@ TEST_CASE_FIXTURE(Fixture, "configurations") {
         CHECK(Text(xover, "config") == "TestGood");
         CHECK(trace.CountContaining("XOver configuration") == traced + 1);
     }
+    CHECK(Load(xover, "config=TestMissing") == 1); // the name stays, for the file may come back
+    CHECK(Text(xover) == before);
+    CHECK(Text(xover, "config") == "TestMissing");
+    CHECK(trace.CountContaining("XOver configuration TestMissing: cannot be read") == 1);
+    CHECK(ShownState(xover).ends_with("   (configuration TestMissing is missing)|file is missing"));
+    {
+        const TestFolder folder;
+        REQUIRE(ph_SavePanel(panel.Root(), folder.Path("saved.panel").c_str()) == 1);
+        const TestPanel second;
+        REQUIRE(ph_LoadPanel(second.Root(), folder.Path("saved.panel").c_str()) >= 1);
+        CHECK(a_LoadErrorCount(second.Root()) == 0);
+        CHECK(Text(second.Find("Low"), "config") == "TestMissing");
+    }
     CHECK(Sent().empty());
     CHECK(Load(xover, "config=TestPartly") == 1);
+    CHECK(ShownState(xover).ends_with("|"));
     CHECK(Text(xover).starts_with("BESS12,1600 Hz"));
     CHECK(trace.CountContaining("Keyword not found: volume") == 1);
     CHECK(Load(xover, "config=TestItself") == 1);

@@ -1,0 +1,317 @@
+// What the keywords of all classes take and refuse, and that what was taken comes back from a panel file.
+
+#include "tests/windows/ControlClasses.h"
+#include "tests/windows/TestPanel.h"
+
+#include <algorithm>
+#include <clocale>
+
+TEST_SUITE_BEGIN("PropertyValues");
+
+namespace {
+
+std::string Saved(const TestPanel& panel) {
+    const TestFolder folder;
+    const std::string path = folder.Path("saved.panel");
+    CHECK(ph_SavePanel(panel.Root(), path.c_str()) == 1);
+    return ReadBytes(path);
+}
+
+// Saves a panel, loads it into another one and saves that. Both must be the same.
+std::string SavedAgain(const TestPanel& panel) {
+    const TestFolder folder;
+    const TestPanel second;
+    const TraceCapture trace;
+    const std::string saved = Saved(panel);
+    CHECK(ph_LoadPanel(second.Root(), folder.Write("first.panel", saved).c_str()) >= 0);
+    CHECK(trace.All() == "");
+    CHECK(a_LoadErrorCount(second.Root()) == 0);
+    CHECK(Saved(second) == saved);
+    return saved;
+}
+
+// The panel itself, and a control of every class that has a keyword table.
+std::vector<HWND> Everyone(const TestPanel& panel) {
+    std::vector<HWND> all{panel.Window()};
+    for (const ExpectedClass& expected : EXPECTED_CLASSES) {
+        all.push_back(panel.Create(expected.name, expected.name));
+    }
+    return all;
+}
+
+// All that the object answers.
+std::string AllValues(HWND window) {
+    std::string all;
+    for (const KEYWORDROW* row = ObjectOf(window).GetHostinfoTable(); row->keyword != nullptr; ++row) {
+        all += std::string(row->keyword) + "=" + Text(window, row->keyword) + "\n";
+    }
+    return all;
+}
+
+// By a line and by a record.
+void CheckRefused(HWND window, const std::string& keyword, std::string text) {
+    INFO(ObjectOf(window).name, " ", keyword, "=", text.substr(0, 100));
+    const std::string before = AllValues(window);
+    TraceCapture trace;
+    CHECK(Load(window, keyword + "=" + text) == 0);
+    CHECK(trace.CountContaining("Error reading line " + keyword) == 1);
+    text.resize(std::max<std::size_t>(text.size() + 1, TEXT_SIZE));
+    CHECK(Send(window, COMMAND_SET, DATATYPE_TEXT, text.data(), keyword.c_str()) == 0);
+    CHECK(AllValues(window) == before);
+}
+
+// 273 addresses, which are as long as a value can be.
+std::string LongestList() {
+    std::string list;
+    for (int i = 1000; i < 1272; ++i) {
+        list += "AMP1*level" + std::to_string(i) + ";";
+    }
+    return list + "AMP1*level12720";
+}
+
+} // namespace
+
+TEST_CASE("a number with anything behind it, or none at all, is refused as a whole") {
+    const TestPanel panel;
+    panel.Declare("AMP1*device=simulated\nAMP1*gain=float,-80,18,-20,dB\n");
+    const std::vector<HWND> all = Everyone(panel);
+    const std::pair<const char*, const char*> prepared[] = {
+        {"KNOB", "relative=1"},
+        {"KNOB", "values=1,2.5"},
+        {"FADER", "relative=1"},
+        {"FADER", "values=1,,2.5,"},
+        {"BSTATIC", "datatype=f"},
+        {"BSTATIC", "value=2.5"},
+        {"BSTATIC", "backgroundcolor=0x00ff0000"},
+        {"BEDIT", "datatype=d"},
+        {"BEDIT", "value=7"},
+        {"BEDIT", "limits=0,10"},
+        {"BEDIT", "textcolor=0x00ff0000"},
+    };
+    for (const auto& [name, line] : prepared) {
+        INFO(name, " ", line);
+        CHECK(Load(panel.Find(name), line) == 1);
+    }
+    for (const char* line : {"size=640,480", "background=0x00402010", "layer=u2,u5"}) {
+        CHECK(Load(panel.Window(), line) == 1);
+    }
+    int checked = 0;
+    for (HWND window : all) {
+        for (const KEYWORDROW* row = ObjectOf(window).GetHostinfoTable(); row->keyword != nullptr; ++row) {
+            const std::string keyword = row->keyword;
+            const std::string value = Text(window, row->keyword);
+            const bool isWord = keyword == "focus" || keyword == "captureperiod" || keyword == "bitmap" ||
+                                keyword == "caption";
+            if (isWord || value.find_first_of("0123456789") == std::string::npos) {
+                continue;
+            }
+            ++checked;
+            for (const char* behind : {"g", ",x", " 1 2", ".."}) {
+                CheckRefused(window, keyword, value + behind);
+            }
+            for (const char* none : {"x", "nan", "1e+99", "--1", "0x"}) {
+                CheckRefused(window, keyword, none);
+            }
+        }
+    }
+    CHECK(checked > 120); // the table would be of no use if it found nothing
+    const std::pair<const char*, const char*> further[] = {
+        {"KNOB", "properties=0,100,2,5"},      {"KNOB", "properties=-10,"},
+        {"KNOB", "properties=-10,abc"},        {"FADER", "resolution=0,7"},
+        {"FADER", "resolution=0.500x"},        {"METER", "properties=1,2,3"},
+        {"BBUTTON", "properties=1.5"},         {"BBUTTON", "textcolor=0x1,0x2,0x3"},
+        {"EQ", "properties=0,PEQ,6 dB,9 kHz"}, {"XOVER", "value=OFF,80 kHz"},
+    };
+    for (const auto& [name, line] : further) {
+        const std::string text = line;
+        CheckRefused(panel.Find(name), text.substr(0, text.find('=')), text.substr(text.find('=') + 1));
+    }
+    CHECK(Load(panel.Find("BBUTTON"), "captureperiod=250") == 1);
+    CHECK(Load(panel.Find("BBUTTON"), "captureperiod=12abc") == 1); // what is no number counts as 0
+    CHECK(Text(panel.Find("BBUTTON"), "captureperiod") == "inactive");
+
+    CHECK(Load(panel.Find("KNOB"), "interval= 12 ") == 1);
+    CHECK(Load(panel.Find("KNOB"), "properties= 1 , 20 , 2.5 ") == 1);
+    CHECK(Text(panel.Find("KNOB"), "properties") == "1,20,2.5");
+    CHECK(Load(panel.Find("CLOCK"), "textcolor= 0xff ") == 1);
+
+    // A device knows its own unit.
+    CHECK(ph_SetParameter(panel.Root(), "AMP1*gain", "-6 dB") == 1);
+    CHECK(ph_SetParameter(panel.Root(), "AMP1*gain", "-7 ms") == 0);
+    CHECK(panel.Parameter("AMP1*gain") == "-6");
+}
+
+TEST_CASE("no keyword takes a control character") {
+    const TestPanel panel;
+    const std::vector<HWND> all = Everyone(panel);
+    const std::string before = Saved(panel);
+    for (HWND window : all) {
+        const bool isPanel = window == panel.Window();
+        const KEYWORDROW* table = ObjectOf(window).GetHostinfoTable();
+        for (const KEYWORDROW* row = table; row->keyword != nullptr; ++row) {
+            if (row->handler == nullptr || (row->handler == table->handler && !isPanel)) {
+                continue; // what is merely shown becomes one line
+            }
+            for (const char code : {'\1', '\t', '\n', '\r', '\x1F', '\x7F'}) {
+                CheckRefused(window, row->keyword, std::string("a") + code + "Knob*interval=7");
+            }
+        }
+    }
+    CHECK(Saved(panel) == before);
+    CHECK(Load(panel.Find("BBUTTON"), "confirm=a\\nb\\tc") == 1);
+    CHECK(Text(panel.Find("BBUTTON"), "confirm") == "a\\nb\\tc");
+}
+
+TEST_CASE("the longest value comes back, and a longer one is refused as a whole") {
+    const TestPanel panel;
+    const std::string longest = LongestList();
+    REQUIRE(longest.size() == TEXT_SIZE - 1);
+    HWND strip = panel.Create("MIXER", std::string(63, 'S').c_str());
+    const struct {
+        const char* className;
+        const char* keyword;
+        bool isList = false;
+    } keywords[] = {
+        {"KNOB", "connection", true}, {"KNOB", "function", true},   {"BTRISTATEBUTTON", "function1", true},
+        {"XOVER", "function1", true}, {"XOVER", "function3", true}, {"BBUTTON", "caption"},
+        {"BBUTTON", "confirm"},       {"BBUTTON", "click"},         {"BBUTTON", "dialogentries"},
+        {"BSTATIC", "caption"},       {"BEDIT", "caption"},
+    };
+    for (const auto& [className, keyword, isList] : keywords) {
+        INFO(className, " ", keyword);
+        HWND control = CreateControl(className, std::string(63, 'C').c_str(), strip, &ObjectOf(strip));
+        const std::string line = std::string(keyword) + "=" + longest;
+        CHECK(Load(control, line) == 1);
+        CheckRefused(control, keyword, longest + "x");
+        const TraceCapture trace;
+        CHECK(Load(control, line + ";y", LOAD_FROM_FILE) == 0);
+        CHECK(trace.CountContaining("is longer than 4095 bytes") == 1);
+        CHECK(trace.CountContaining("273 of its entries would fit") == (isList ? 1 : 0));
+    }
+    CHECK(Load(panel.Window(), "title=" + longest) == 1);
+    CheckRefused(panel.Window(), "title", longest + "x");
+    const std::string saved = SavedAgain(panel);
+    CHECK(std::count(saved.begin(), saved.end(), '\n') > 100);
+    std::size_t found = 0;
+    for (auto place = saved.find(longest); place != std::string::npos;
+         place = saved.find(longest, place + 1)) {
+        ++found;
+    }
+    CHECK(found == std::size(keywords) + 1);
+
+    // A value that is sent is not cut either.
+    HWND text = panel.Create("BSTATIC", "Text");
+    REQUESTLIST requests;
+    a_BuildRequestList({}, {"Text"}, &ObjectOf(text), requests);
+    std::string value = longest;
+    CHECK(a_SendRequest(requests, COMMAND_SET, DATATYPE_TEXT, value.data(), nullptr) != 0);
+    CHECK(Text(text) == longest);
+    value += "x";
+    CHECK(a_SendRequest(requests, COMMAND_SET, DATATYPE_TEXT, value.data(), nullptr) == 0);
+    CHECK(Text(text) == longest);
+}
+
+TEST_CASE("relative controls have as many bindings as their offsets can be saved") {
+    const TestPanel panel;
+    std::string names;
+    std::string offsets;
+    for (int i = 0; i < 292; ++i) {
+        names += "AMP1*a" + std::to_string(i) + ";";
+        offsets += "-1.17549e-38,";
+    }
+    for (const char* className : {"KNOB", "FADER"}) {
+        INFO(className);
+        HWND control = panel.Create(className, className);
+        CHECK(Load(control, "function=" + names + "more") == 1);
+        CheckRefused(control, "relative", "1");
+        CHECK(Load(control, "function=" + names) == 1);
+        CHECK(Load(control, "relative=1") == 1);
+        CheckRefused(control, "function", names + "more");
+        const TraceCapture trace;
+        CHECK(Load(control, "connection=more") == 0);
+        CHECK(trace.CountContaining("at most 292 functions and connections") == 1);
+        CHECK(Load(control, "function=") == 1);
+        CHECK(Load(control, "values=" + offsets) == 1);
+        CHECK(Text(control, "values").size() > 292 * 13 - 2);
+        CheckRefused(control, "values", offsets + "1");
+    }
+    // Offsets that are written longer than they were read do not get lost.
+    std::string shortly;
+    for (int i = 0; i < 292; ++i) {
+        shortly += "1e9,";
+    }
+    CHECK(Load(panel.Find("KNOB"), "values=" + shortly) == 1);
+    SavedAgain(panel);
+}
+
+TEST_CASE("a comma locale of the host changes nothing") {
+    const std::string before = std::setlocale(LC_ALL, nullptr);
+    const TestPanel panel;
+    panel.Declare("AMP1*device=simulated\nAMP1*gain=float,-80,18,-2.5,dB\n");
+    const std::pair<const char*, const char*> lines[] = {
+        {"KNOB", "properties=0,100,2.5"},
+        {"KNOB", "resolution=0.125"},
+        {"KNOB", "relative=1"},
+        {"KNOB", "values=1.5,-2.5"},
+        {"FADER", "properties=-80,18,2.5"},
+        {"FADER", "resolution=0.125"},
+        {"LED", "onthreshold=-6.5"},
+        {"BBUTTON", "captureperiod=100"},
+        {"BBUTTON", "captureaccel=1.5"},
+        {"BEDIT", "datatype=f"},
+        {"BEDIT", "fmt=%.2f, dB"},
+        {"BEDIT", "limits=-2.5,2.5"},
+        {"BEDIT", "value=1.5"},
+        {"EQ", "properties=0,PEQ,6 dB,80.5 Hz,1.5 dB,0.7"},
+        {"XOVER", "value=LINK24,80.5 Hz,OFF,20000 Hz,-1.5 dB,normal,0,2.5 ms"},
+        {"IWAVEGENERATOR", "signal=440.5 Hz,1000"},
+    };
+    const auto set = [&](const char* locale) {
+        REQUIRE(std::setlocale(LC_ALL, locale) != nullptr);
+        for (const auto& [name, line] : lines) {
+            INFO(name, " ", line);
+            HWND control = panel.Find(name) == nullptr ? panel.Create(name, name) : panel.Find(name);
+            Load(control, line);
+        }
+    };
+    // All that is shown and answered.
+    const auto state = [&] {
+        std::string all = Saved(panel) + panel.Parameter("AMP1*gain") + "\n";
+        for (HWND window = panel.Window(); window != nullptr;) {
+            char text[200] = "";
+            GetWindowTextA(window, text, sizeof text);
+            all += std::string(text) + "\n" + (a_FromWindow(window) != nullptr ? AllValues(window) : "");
+            HWND next = GetWindow(window, GW_CHILD);
+            for (HWND up = window; next == nullptr && up != nullptr && up != panel.Window();
+                 up = GetParent(up)) {
+                next = GetWindow(up, GW_HWNDNEXT);
+            }
+            window = next;
+        }
+        return all;
+    };
+    set("C");
+    const std::string pointState = state();
+    CHECK(pointState.find("80.5 Hz") != std::string::npos);
+    CHECK(pointState.find("+1.5 dB") != std::string::npos);
+    CHECK(pointState.find("1.50, dB") != std::string::npos);
+    for (const auto& [name, line] : lines) {
+        DestroyWindow(panel.Find(name));
+    }
+    set("German");
+    REQUIRE(std::localeconv()->decimal_point == std::string(","));
+    CHECK(state() == pointState);
+    DestroyWindow(panel.Find("IWAVEGENERATOR")); // it refuses two of its own lines
+    SavedAgain(panel);
+
+    HWND fader = panel.Find("FADER"); // it writes the limit back into the text
+    char beyond[TEXT_SIZE] = "99.5";
+    Send(fader, COMMAND_SET, DATATYPE_TEXT, beyond);
+    CHECK(beyond == std::string("18.000000"));
+    CHECK(ph_SetParameter(panel.Root(), "AMP1*gain", "-6,5") == 0);
+    CHECK(ph_SetParameter(panel.Root(), "AMP1*gain", "-6.5") == 1);
+    CHECK(panel.Parameter("AMP1*gain") == "-6.5");
+    std::setlocale(LC_ALL, before.c_str());
+}
+
+TEST_SUITE_END();
