@@ -6,6 +6,7 @@
 #include "Controls/framework/Controls.h"
 #include "Controls/framework/InterfaceControl.h"
 #include "Controls/framework/Keywords.h"
+#include "Controls/framework/WorkerThread.h"
 #include "Controls/midi/MidiDriver.h"
 #include "Panelhost/Gdi.h"
 #include "logic/PitchBend.h"
@@ -65,6 +66,7 @@ public:
 private:
     DWORD_PTR Instance() { return reinterpret_cast<DWORD_PTR>(this); } // by which drivers know it
     void OpenPorts();
+    // Both may end with the control destroyed.
     void ClosePorts();
     void CloseOutput();
 
@@ -268,28 +270,46 @@ void MIDIPROPERTIES::OpenPorts() {
         RemoveMidiReceiver(Instance());
     }
     if (outputIsOpen_) { // left open by an attempt whose input failed
+        const HWND self = window;
         CloseOutput();
+        if (!StillHas(self, this)) {
+            return;
+        }
     }
     outputIsOpen_ = Succeeded(midiOutOpen(&output, outputDevice, reinterpret_cast<DWORD_PTR>(MidiOutProc),
                                           Instance(), CALLBACK_FUNCTION),
                               FAILED_OPEN);
 }
 
+namespace {
+
+// A driver may take its time to close a port, or hang.
+void CloseAside(HMIDIIN input, HMIDIOUT output) {
+    RunAsideAndAwait([input, output] {
+        if (input != nullptr) {
+            Succeeded(midiInStop(input), FAILED_OPEN);
+            Succeeded(midiInReset(input), FAILED_INPUT_RESET);
+            if (!Succeeded(midiInClose(input), FAILED_INPUT_CLOSE)) {
+                KeepMidiProcsLoaded();
+            }
+        }
+        Succeeded(midiOutReset(output), FAILED_OUTPUT_RESET);
+        Succeeded(midiOutClose(output), FAILED_OUTPUT_CLOSE);
+    });
+}
+
+} // namespace
+
 void MIDIPROPERTIES::ClosePorts() {
     running = 0;
-    Succeeded(midiInStop(input), FAILED_OPEN);
-    Succeeded(midiInReset(input), FAILED_INPUT_RESET);
-    if (!Succeeded(midiInClose(input), FAILED_INPUT_CLOSE)) {
-        KeepMidiProcsLoaded();
-    }
-    RemoveMidiReceiver(Instance());
-    CloseOutput();
+    outputIsOpen_ = false;
+    RemoveMidiReceiver(Instance()); // nothing reaches the values from now on
+    CloseAside(input, output);
 }
 
 void MIDIPROPERTIES::CloseOutput() {
     outputIsOpen_ = false;
-    Succeeded(midiOutReset(output), FAILED_OUTPUT_RESET);
-    Succeeded(midiOutClose(output), FAILED_OUTPUT_CLOSE);
+    CloseAside(nullptr, output);
 }
 
 // Values

@@ -205,6 +205,18 @@ void Poll(HWND control) {
     object.interval = interval;
 }
 
+bool Await(const std::function<bool()>& condition, DWORD patience) {
+    for (const DWORD start = GetTickCount(); !condition(); Sleep(1)) {
+        if (GetTickCount() - start > patience) {
+            return false;
+        }
+        for (MSG message; PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE);) {
+            DispatchMessageA(&message);
+        }
+    }
+    return true;
+}
+
 bool TakePosted(HWND window, UINT message, MSG& posted) {
     return PeekMessageA(&posted, window, message, message, PM_REMOVE | PM_QS_POSTMESSAGE) != 0;
 }

@@ -5,6 +5,7 @@
 
 #include <doctest/doctest.h>
 
+#include <functional>
 #include <mutex>
 #include <string>
 #include <utility>
@@ -98,6 +99,8 @@ LRESULT SetValue(HWND control, float value);
 // Makes the control poll, however long its interval is.
 void Poll(HWND control);
 
+// Dispatches what waits for this thread until the condition holds; whether it does in time (milliseconds).
+bool Await(const std::function<bool()>& condition, DWORD patience = 10000);
 // Takes the next posted message of that kind that waits for the window.
 bool TakePosted(HWND window, UINT message, MSG& posted);
 // What is left of a mouse message's coordinates.
