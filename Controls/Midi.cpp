@@ -11,10 +11,12 @@
 #include "Panelhost/Gdi.h"
 #include "logic/PitchBend.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
+#include <string_view>
 
 namespace {
 
@@ -220,12 +222,26 @@ bool Succeeded(MMRESULT result, int code) {
     return false;
 }
 
+// "IN: name, OUT: name", each name of one letter at least. By hand: the compiler's sscanf needs memory and
+// does not say when there is none.
+bool NamesDevices(std::string_view text) {
+    const auto take = [&text](std::string_view word) {
+        const bool isThere = text.substr(0, word.size()) == word;
+        text.remove_prefix(isThere ? word.size() : 0);
+        text.remove_prefix(std::min(text.find_first_not_of(" \t\r\n\v\f"), text.size()));
+        return isThere;
+    };
+    if (!take("IN:") || text.find(',') == 0 || text.find(',') == text.npos) {
+        return false;
+    }
+    text.remove_prefix(text.find(','));
+    return take(",") && take("OUT:") && !text.empty();
+}
+
 } // namespace
 
 int MIDIPROPERTIES::ChooseDevices(const char* text) {
-    int end = 0;
-    std::sscanf(text, "IN: %*[^,], OUT: %*s%n", &end);
-    if (end == 0) {
+    if (!NamesDevices(text)) {
         return 0;
     }
     ChooseDevice(text, midiOutGetNumDevs(), midiOutGetDevCapsA, "midiOutGetDevCaps", outputDevice,

@@ -5,6 +5,7 @@
 #include "Controls/framework/ParameterDialog.h"
 #include "logic/PropertyLine.h"
 
+#include <exception>
 #include <memory>
 #include <windowsx.h>
 
@@ -239,13 +240,20 @@ LRESULT CreateControl(const ControlClass& controlClass, HWND window, const CREAT
     control->rectangle = {creation.x, creation.y, creation.x + creation.cx, creation.y + creation.cy};
     control->kind = KIND_CONTROL;
     SetWindowLongA(window, GWL_USERDATA, reinterpret_cast<LONG>(static_cast<HOSTINFO*>(created.release())));
-    if (const char* line = control->DefaultProperties(); line != nullptr) {
-        SendMessageA(window, CWM_LOAD, LOAD_FROM_DIALOG, reinterpret_cast<LPARAM>(line));
-        control->flags = static_cast<WORD>(control->flags & ~FLAG_CHANGED); // new, not changed
+    try {
+        if (const char* line = control->DefaultProperties(); line != nullptr) {
+            SendMessageA(window, CWM_LOAD, LOAD_FROM_DIALOG, reinterpret_cast<LPARAM>(line));
+            control->flags = static_cast<WORD>(control->flags & ~FLAG_CHANGED); // new, not changed
+        }
+        control->SetDefaults();
+        a_HostinfoCreated(a_FindRootHostinfo(control->parent), control);
+        control->Created();
+    } catch (const std::exception&) {
+        if (StillHas(window, control)) { // a window that is not created need not get WM_DESTROY
+            Destroy(control);
+        }
+        throw;
     }
-    control->SetDefaults();
-    a_HostinfoCreated(a_FindRootHostinfo(control->parent), control);
-    control->Created();
     return 1;
 }
 

@@ -29,6 +29,9 @@ LRESULT CONTROLPROPERTIES::OnLoad(WPARAM loadMode, LPARAM lParam) {
     const bool edited = loadMode != LOAD_FROM_FILE;
     if (edited) {
         a_NotifyEdit(EDIT_CHANGING, this);
+        if (!a_IsAlive(this)) {
+            return 0;
+        }
     }
     const int taken = table[row].handler(&record, this);
     if (!a_IsAlive(this)) { // a value that was passed on can have closed the panel
@@ -36,6 +39,9 @@ LRESULT CONTROLPROPERTIES::OnLoad(WPARAM loadMode, LPARAM lParam) {
     }
     if (edited) {
         a_NotifyEdit(EDIT_CHANGED, this);
+        if (!a_IsAlive(this)) {
+            return taken;
+        }
     }
     if (taken == 0) {
         return EDITTRACE(parent, "Error reading line %s", line);

@@ -31,6 +31,7 @@ private:
 };
 
 std::string ReadBytes(const std::string& path);
+bool WriteBytes(const std::string& path, const std::string& bytes);
 // A 24-bit bitmap file of one colour (0xrrggbb).
 std::string BitmapFile(int width, int height, unsigned colour);
 // The folder that the programs lie in, with a backslash at its end.
