@@ -7,6 +7,7 @@
 
 #include <exception>
 #include <memory>
+#include <new>
 #include <windowsx.h>
 
 namespace {
@@ -237,6 +238,11 @@ LRESULT CreateControl(const ControlClass& controlClass, HWND window, const CREAT
         }
     }
     a_AddHostinfo(control->parent, control);
+    HOSTINFO* root = a_FindRootHostinfo(control->parent);
+    if (a_FromWindow(window) != control ||
+        (root != nullptr && a_FindHostinfo(root, control->name.c_str()) != control)) {
+        throw std::bad_alloc(); // the panel would not know that it has to destroy this control
+    }
     control->rectangle = {creation.x, creation.y, creation.x + creation.cx, creation.y + creation.cy};
     control->kind = KIND_CONTROL;
     SetWindowLongA(window, GWL_USERDATA, reinterpret_cast<LONG>(static_cast<HOSTINFO*>(created.release())));
@@ -246,7 +252,7 @@ LRESULT CreateControl(const ControlClass& controlClass, HWND window, const CREAT
             control->flags = static_cast<WORD>(control->flags & ~FLAG_CHANGED); // new, not changed
         }
         control->SetDefaults();
-        a_HostinfoCreated(a_FindRootHostinfo(control->parent), control);
+        a_HostinfoCreated(root, control);
         control->Created();
     } catch (const std::exception&) {
         if (StillHas(window, control)) { // a window that is not created need not get WM_DESTROY

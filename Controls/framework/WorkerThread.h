@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Panelhost/Guard.h"
+#include "Panelhost/SharedLock.h"
 
 #include <windows.h>
 
@@ -125,7 +126,7 @@ public:
 private:
     using Action = std::function<void()>;
 
-    std::mutex lock_;
+    SharedLock lock_;
     Action pending_;
     bool isClosed_ = false;
     const std::shared_ptr<const Event> done_ = std::make_shared<const Event>(Event::AutoReset);
