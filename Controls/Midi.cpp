@@ -6,14 +6,17 @@
 #include "Controls/framework/Controls.h"
 #include "Controls/framework/InterfaceControl.h"
 #include "Controls/framework/Keywords.h"
+#include "Controls/framework/WorkerThread.h"
 #include "Controls/midi/MidiDriver.h"
 #include "Panelhost/Gdi.h"
 #include "logic/PitchBend.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
+#include <string_view>
 
 namespace {
 
@@ -65,6 +68,7 @@ public:
 private:
     DWORD_PTR Instance() { return reinterpret_cast<DWORD_PTR>(this); } // by which drivers know it
     void OpenPorts();
+    // Both may end with the control destroyed.
     void ClosePorts();
     void CloseOutput();
 
@@ -218,12 +222,26 @@ bool Succeeded(MMRESULT result, int code) {
     return false;
 }
 
+// "IN: name, OUT: name", each name of one letter at least. By hand: the compiler's sscanf needs memory and
+// does not say when there is none.
+bool NamesDevices(std::string_view text) {
+    const auto take = [&text](std::string_view word) {
+        const bool isThere = text.substr(0, word.size()) == word;
+        text.remove_prefix(isThere ? word.size() : 0);
+        text.remove_prefix(std::min(text.find_first_not_of(" \t\r\n\v\f"), text.size()));
+        return isThere;
+    };
+    if (!take("IN:") || text.find(',') == 0 || text.find(',') == text.npos) {
+        return false;
+    }
+    text.remove_prefix(text.find(','));
+    return take(",") && take("OUT:") && !text.empty();
+}
+
 } // namespace
 
 int MIDIPROPERTIES::ChooseDevices(const char* text) {
-    int end = 0;
-    std::sscanf(text, "IN: %*[^,], OUT: %*s%n", &end);
-    if (end == 0) {
+    if (!NamesDevices(text)) {
         return 0;
     }
     ChooseDevice(text, midiOutGetNumDevs(), midiOutGetDevCapsA, "midiOutGetDevCaps", outputDevice,
@@ -269,27 +287,44 @@ void MIDIPROPERTIES::OpenPorts() {
     }
     if (outputIsOpen_) { // left open by an attempt whose input failed
         CloseOutput();
+        if (!a_IsAlive(this)) { // a control that ended meanwhile opens no port
+            return;
+        }
     }
     outputIsOpen_ = Succeeded(midiOutOpen(&output, outputDevice, reinterpret_cast<DWORD_PTR>(MidiOutProc),
                                           Instance(), CALLBACK_FUNCTION),
                               FAILED_OPEN);
 }
 
+namespace {
+
+// A driver may take its time to close a port, or hang.
+void CloseAside(HMIDIIN input, HMIDIOUT output) {
+    RunAsideAndAwait([input, output] {
+        if (input != nullptr) {
+            Succeeded(midiInStop(input), FAILED_OPEN);
+            Succeeded(midiInReset(input), FAILED_INPUT_RESET);
+            if (!Succeeded(midiInClose(input), FAILED_INPUT_CLOSE)) {
+                KeepMidiProcsLoaded();
+            }
+        }
+        Succeeded(midiOutReset(output), FAILED_OUTPUT_RESET);
+        Succeeded(midiOutClose(output), FAILED_OUTPUT_CLOSE);
+    });
+}
+
+} // namespace
+
 void MIDIPROPERTIES::ClosePorts() {
     running = 0;
-    Succeeded(midiInStop(input), FAILED_OPEN);
-    Succeeded(midiInReset(input), FAILED_INPUT_RESET);
-    if (!Succeeded(midiInClose(input), FAILED_INPUT_CLOSE)) {
-        KeepMidiProcsLoaded();
-    }
-    RemoveMidiReceiver(Instance());
-    CloseOutput();
+    outputIsOpen_ = false;
+    RemoveMidiReceiver(Instance()); // nothing reaches the values from now on
+    CloseAside(input, output);
 }
 
 void MIDIPROPERTIES::CloseOutput() {
     outputIsOpen_ = false;
-    Succeeded(midiOutReset(output), FAILED_OUTPUT_RESET);
-    Succeeded(midiOutClose(output), FAILED_OUTPUT_CLOSE);
+    CloseAside(nullptr, output);
 }
 
 // Values

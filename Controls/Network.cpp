@@ -10,6 +10,12 @@
 
 #include <utility>
 
+namespace {
+
+constexpr DWORD THREAD_EXIT_CODE = 12;
+
+} // namespace
+
 class NETWORKPROPERTIES : public INTERFACEPROPERTIES {
 public:
     ~NETWORKPROPERTIES() override { Disconnect(); }
@@ -21,12 +27,12 @@ public:
     LRESULT OnMessage(WPARAM, LPARAM) override { return 0; }
     void ServeCalls() override;
 
-    CanChannel can;
+    const std::shared_ptr<CanChannel> can = std::make_shared<CanChannel>();
 
 private:
     void Disconnect();
 
-    std::unique_ptr<TerminalServer> server_;
+    std::unique_ptr<Worker<TerminalServer>> server_;
 };
 
 namespace {
@@ -37,7 +43,7 @@ int CanKeyword(VALUERECORD* record, HOSTINFO* object) {
     if (!text) {
         return 0;
     }
-    CanChannel& can = static_cast<NETWORKPROPERTIES*>(object)->can;
+    CanChannel& can = *static_cast<NETWORKPROPERTIES*>(object)->can;
     if (text->empty()) {
         can.Close();
         return 1;
@@ -69,18 +75,20 @@ const KEYWORDROW* NETWORKPROPERTIES::GetHostinfoTable() {
 
 void NETWORKPROPERTIES::Created() {
     INTERFACEPROPERTIES::Created();
-    server_ = std::make_unique<TerminalServer>(*this, can);
-    server_->Start();
+    server_ = std::make_unique<Worker<TerminalServer>>(*this, can);
+    if ((*server_)->Open()) {
+        server_->Start(THREAD_EXIT_CODE);
+    }
 }
 
 void NETWORKPROPERTIES::Disconnect() {
-    can.End();
+    can->End();
     std::exchange(server_, nullptr).reset(); // what is sent here meanwhile finds none
 }
 
 void NETWORKPROPERTIES::ServeCalls() {
     if (server_ != nullptr) {
-        server_->ServeCalls();
+        (*server_)->ServeCalls();
     }
 }
 
@@ -91,7 +99,7 @@ int a_AttachCanChannel(NETWORKPROPERTIES* object, unsigned socket) {
     if (network == nullptr || socket == INVALID_SOCKET) {
         return 0;
     }
-    network->can.Attach(Socket(socket));
+    network->can->Attach(Socket(socket));
     return 1;
 }
 

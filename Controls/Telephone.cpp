@@ -24,6 +24,7 @@ constexpr DWORD DEVICE_CAPABILITIES_SIZE = 268;
 constexpr DWORD CALL_STATUS_SIZE = 56;
 constexpr DWORD CALL_INFO_SIZE = 324;
 constexpr DWORD LARGEST_RECORD = 65536; // bytes; more than that is no port
+constexpr DWORD DATA_THREAD_EXIT_CODE = 11;
 
 static_assert(sizeof(LINEINITIALIZEEXPARAMS) == 24 && sizeof(VARSTRING) == 24);
 static_assert(sizeof(LINEDEVCAPS) >= DEVICE_CAPABILITIES_SIZE && sizeof(LINECALLSTATUS) >= CALL_STATUS_SIZE &&
@@ -56,7 +57,7 @@ private:
 
     HLINEAPP application_ = 0;
     HLINE line_ = 0;
-    std::unique_ptr<DataConnection> connection_;
+    std::unique_ptr<Worker<DataConnection>> connection_;
 };
 
 // Keyword table
@@ -172,21 +173,21 @@ Handle TELEPHONEPROPERTIES::PortOf(HCALL call) const {
 void TELEPHONEPROPERTIES::Connect(HCALL call) {
     Handle port = PortOf(call);
     if (connection_ != nullptr) { // of a call before, or of this one already
-        connection_->LeaveOpen(port.get());
+        (*connection_)->LeaveOpen(port.get());
         std::exchange(connection_, nullptr).reset();
         if (!IsOpen()) { // what was sent here meanwhile can have ended it
             return;
         }
     }
     if (port != nullptr) {
-        connection_ = std::make_unique<DataConnection>(*this, std::move(port));
-        connection_->Start();
+        connection_ = std::make_unique<Worker<DataConnection>>(*this, std::move(port));
+        connection_->Start(DATA_THREAD_EXIT_CODE);
     }
 }
 
 void TELEPHONEPROPERTIES::ServeCalls() {
     if (connection_ != nullptr) {
-        connection_->ServeCalls();
+        (*connection_)->ServeCalls();
     }
 }
 

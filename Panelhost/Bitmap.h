@@ -41,6 +41,8 @@ inline OSMIRBitmap* a_GetBitmap(const char* name) {
 }
 // Gives one reference back; the image goes with its last one. A name that is not registered is ignored.
 PANELHOST_API void a_UnregisterBitmap3(const char* name);
+// The same for an image that a_GetBitmap3 gave; needs no memory.
+PANELHOST_API void a_UnregisterBitmap(const OSMIRBitmap* bitmap);
 // Number of images in the registry.
 PANELHOST_API int a_BitmapCount();
 

@@ -2,12 +2,17 @@
 
 #include <windows.h>
 
-// A lock that many readers or one writer hold.
+// A lock that many readers or one writer hold. Never throws, other than the mutex of the standard library,
+// which takes memory when it is first locked.
 class SharedLock {
 public:
     SharedLock() = default;
     SharedLock(const SharedLock&) = delete;
     SharedLock& operator=(const SharedLock&) = delete;
+
+    // For std::lock_guard.
+    void lock() { AcquireSRWLockExclusive(&lock_); }
+    void unlock() { ReleaseSRWLockExclusive(&lock_); }
 
     class Reading {
     public:

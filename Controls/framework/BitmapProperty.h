@@ -14,26 +14,20 @@ public:
 
     // An empty name removes the image. False, and nothing changed, when the file holds no image.
     bool Load(const std::string& name) {
-        OSMIRBitmap* loaded = nullptr;
-        if (!name.empty()) {
-            loaded = a_GetBitmap(name.c_str());
-            if (loaded == nullptr) {
-                return false;
-            }
+        std::string kept = name; // before anything is changed: there may be no memory for it
+        OSMIRBitmap* loaded = name.empty() ? nullptr : a_GetBitmap(name.c_str());
+        if (!name.empty() && loaded == nullptr) {
+            return false;
         }
-        Release();
-        name_ = name;
-        bitmap_ = loaded;
+        Set(kept, loaded);
         return true;
     }
 
     // The same, but the old image goes in any case: a file that holds none leaves the name without an image.
     bool Replace(const std::string& name) {
-        OSMIRBitmap* loaded = name.empty() ? nullptr : a_GetBitmap(name.c_str());
-        Release();
-        name_ = name;
-        bitmap_ = loaded;
-        return name.empty() || loaded != nullptr;
+        std::string kept = name;
+        Set(kept, name.empty() ? nullptr : a_GetBitmap(name.c_str()));
+        return name.empty() || bitmap_ != nullptr;
     }
 
     const std::string& Name() const { return name_; }
@@ -41,9 +35,14 @@ public:
     const OSMIRBitmap* Get() const { return bitmap_; }
 
 private:
+    void Set(std::string& name, OSMIRBitmap* bitmap) {
+        Release();
+        name_.swap(name);
+        bitmap_ = bitmap;
+    }
     void Release() {
         if (bitmap_ != nullptr) {
-            a_UnregisterBitmap3(name_.c_str());
+            a_UnregisterBitmap(bitmap_);
         }
     }
 

@@ -5,7 +5,9 @@
 #include "Controls/framework/ParameterDialog.h"
 #include "logic/PropertyLine.h"
 
+#include <exception>
 #include <memory>
+#include <new>
 #include <windowsx.h>
 
 namespace {
@@ -251,17 +253,30 @@ LRESULT CreateControl(const ControlClass& controlClass, HWND window, const CREAT
         }
     }
     a_AddHostinfo(control->parent, control);
+    HOSTINFO* root = a_FindRootHostinfo(control->parent);
+    if (a_FromWindow(window) != control ||
+        (root != nullptr && a_FindHostinfo(root, control->name.c_str()) != control)) {
+        throw std::bad_alloc(); // the panel would not know that it has to destroy this control
+    }
     control->rectangle = {creation.x, creation.y, creation.x + creation.cx, creation.y + creation.cy};
     control->kind = KIND_CONTROL;
     SetWindowLongA(window, GWL_USERDATA, reinterpret_cast<LONG>(static_cast<HOSTINFO*>(created.release())));
     const Held held(*control);
-    if (const char* line = control->DefaultProperties(); line != nullptr) {
-        SendMessageA(window, CWM_LOAD, LOAD_FROM_DIALOG, reinterpret_cast<LPARAM>(line));
-        control->flags = static_cast<WORD>(control->flags & ~FLAG_CHANGED); // new, not changed
+    try {
+        if (const char* line = control->DefaultProperties(); line != nullptr) {
+            SendMessageA(window, CWM_LOAD, LOAD_FROM_DIALOG, reinterpret_cast<LPARAM>(line));
+            control->flags = static_cast<WORD>(control->flags & ~FLAG_CHANGED); // new, not changed
+        }
+        control->SetDefaults();
+        a_HostinfoCreated(root, control);
+        control->Created();
+    } catch (const std::exception&) {
+        if (PropertiesOf<CONTROLPROPERTIES>(window) ==
+            control) { // a window that is not created need not get WM_DESTROY
+            Destroy(*control);
+        }
+        throw;
     }
-    control->SetDefaults();
-    a_HostinfoCreated(a_FindRootHostinfo(control->parent), control);
-    control->Created();
     return 1;
 }
 

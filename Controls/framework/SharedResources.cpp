@@ -64,8 +64,9 @@ void ClassResources::Make(const ControlClass& controlClass, HINSTANCE module) {
 }
 
 void ClassResources::Release() {
-    if (tooltip != nullptr) {
-        DestroyWindow(tooltip);
+    // The last one to let go of the library can be a worker, and a window goes on its own thread only.
+    if (tooltip != nullptr && !DestroyWindow(tooltip)) {
+        PostMessageA(tooltip, WM_CLOSE, 0, 0);
     }
     for (HBITMAP bitmap : bitmaps) {
         if (bitmap != nullptr) {

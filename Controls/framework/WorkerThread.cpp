@@ -2,30 +2,62 @@
 
 #include "Panelhost/Trace.h"
 
-#include <process.h>
-
 #include <exception>
 
-void WaitForThread(HANDLE thread) {
-    while (MsgWaitForMultipleObjects(1, &thread, FALSE, INFINITE, QS_SENDMESSAGE) == WAIT_OBJECT_0 + 1) {
+namespace {
+
+struct Task {
+    std::function<void()> action;
+    DWORD exitCode;
+    HMODULE library;
+};
+
+void Run(const Task& task) {
+    try {
+        task.action();
+    } catch (const std::exception& failure) {
+        TRACE("A worker failed: %s\n", failure.what());
+    }
+}
+
+DWORD WINAPI TaskThread(void* parameter) {
+    auto* task = static_cast<Task*>(parameter);
+    const HMODULE library = task->library;
+    const DWORD exitCode = task->exitCode;
+    Run(*task);
+    delete task; // by hand: nothing behind the next line is carried out
+    FreeLibraryAndExitThread(library, exitCode);
+}
+
+} // namespace
+
+Handle StartThread(std::function<void()> action, DWORD exitCode) {
+    auto task = std::make_unique<Task>(Task{std::move(action), exitCode, nullptr});
+    if (!GetModuleHandleExA(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS,
+                            reinterpret_cast<const char*>(&TaskThread), &task->library)) {
+        return nullptr;
+    }
+    Handle thread(CreateThread(nullptr, 0, TaskThread, task.get(), 0, nullptr));
+    if (thread == nullptr) {
+        FreeLibrary(task->library);
+        return nullptr;
+    }
+    task.release();
+    return thread;
+}
+
+bool AwaitEnd(HANDLE thread) {
+    const ULONGLONG start = GetTickCount64();
+    for (ULONGLONG passed = 0; passed <= PATIENCE_AT_END; passed = GetTickCount64() - start) {
+        const DWORD left = PATIENCE_AT_END - static_cast<DWORD>(passed);
+        const DWORD result = MsgWaitForMultipleObjects(1, &thread, FALSE, left, QS_SENDMESSAGE);
+        if (result != WAIT_OBJECT_0 + 1) {
+            return result == WAIT_OBJECT_0;
+        }
         MSG message; // none is taken; looking dispatches what was sent
         PeekMessageA(&message, nullptr, 0, 0, PM_NOREMOVE | PM_QS_SENDMESSAGE);
     }
-}
-
-bool WorkerThread::Start(Body body, void* argument) {
-    if (thread_ != nullptr) {
-        WaitForSingleObject(thread_.get(), INFINITE);
-    }
-    thread_.reset(reinterpret_cast<HANDLE>(_beginthreadex(nullptr, 0, body, argument, 0, nullptr)));
-    return thread_ != nullptr;
-}
-
-void WorkerThread::Join() {
-    const Handle thread = std::move(thread_); // what is sent meanwhile finds none
-    if (thread != nullptr) {
-        WaitForThread(thread.get());
-    }
+    return WaitForSingleObject(thread, 0) == WAIT_OBJECT_0;
 }
 
 bool WorkerCalls::Run(HWND window, HANDLE stop, std::function<void()> action) {
@@ -70,44 +102,4 @@ void WorkerCalls::Close() {
     const std::lock_guard guard(lock_);
     isClosed_ = true;
     pending_ = nullptr;
-}
-
-namespace {
-
-struct AsideTask {
-    std::function<void()> action;
-    HMODULE library;
-};
-
-void RunTask(const AsideTask& task) {
-    try {
-        task.action();
-    } catch (const std::exception& failure) {
-        TRACE("A task failed: %s\n", failure.what());
-    }
-}
-
-DWORD WINAPI AsideThread(void* parameter) {
-    auto* task = static_cast<AsideTask*>(parameter);
-    const HMODULE library = task->library;
-    RunTask(*task);
-    delete task; // by hand: nothing behind the next line is carried out
-    FreeLibraryAndExitThread(library, 0);
-}
-
-} // namespace
-
-bool RunAside(std::function<void()> action) {
-    auto task = std::make_unique<AsideTask>(AsideTask{std::move(action), nullptr});
-    if (!GetModuleHandleExA(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS, reinterpret_cast<const char*>(&RunAside),
-                            &task->library)) {
-        return false;
-    }
-    const Handle thread(CreateThread(nullptr, 0, AsideThread, task.get(), 0, nullptr));
-    if (thread == nullptr) {
-        FreeLibrary(task->library);
-        return false;
-    }
-    task.release();
-    return true;
 }

@@ -1,5 +1,8 @@
 #pragma once
 
+#include "Panelhost/Guard.h"
+#include "Panelhost/SharedLock.h"
+
 #include <windows.h>
 
 #include <functional>
@@ -8,8 +11,12 @@
 #include <optional>
 #include <utility>
 
-// What the worker threads of controls need: events, an end that never deadlocks, and calls on the thread of
-// the control's window.
+// What the worker threads of controls need: events, an end that keeps nobody waiting, and calls on the thread
+// of the control's window.
+//
+// A worker may hang in a call of the system: on a drive that has stalled, in a driver. So it owns all that it
+// uses, keeps this library loaded until it ends, and reaches its control only through something that is cut
+// off when the control goes. It is then given a moment and otherwise left to end by itself.
 
 struct HandleCloser {
     void operator()(HANDLE handle) const { CloseHandle(handle); }
@@ -31,28 +38,63 @@ private:
     Handle handle_;
 };
 
-// Waits without limit for the end of a thread. Messages that other threads send are dispatched meanwhile, so
-// that the thread may be in the middle of sending one.
-void WaitForThread(HANDLE thread);
+// Milliseconds that the thread of the windows waits for a worker at most.
+constexpr DWORD PATIENCE_AT_END = 250;
 
-// A thread that works for one object and is joined before the object goes. It is told to stop by means of its
-// own.
-class WorkerThread {
+// Starts a thread for an action, which must own what it uses. An exception that leaves the action is traced.
+// Null when there is no thread to be had.
+Handle StartThread(std::function<void()> action, DWORD exitCode = 0);
+
+// Waits up to PATIENCE_AT_END for the end of a thread; whether it has come. Messages that other threads send
+// are dispatched meanwhile, so that the thread may be in the middle of sending one. They may destroy
+// anything.
+bool AwaitEnd(HANDLE thread);
+
+// Runs an action on a thread of its own that nobody waits for. False when there is no thread to be had.
+inline bool RunAside(std::function<void()> action) {
+    return StartThread(std::move(action)) != nullptr;
+}
+
+// The same, but the action is given the time that AwaitEnd gives: what follows usually finds it done. Without
+// a thread to be had it is done at once.
+template <class Action>
+void RunAsideAndAwait(Action action) {
+    if (const auto thread = Guarded<Handle>(nullptr, [&action] { return StartThread(action); })) {
+        AwaitEnd(thread.get());
+    } else {
+        action();
+    }
+}
+
+// Work that a control has done by a thread of its own: its Run is carried out by that thread and comes to its
+// end soon after Stop, which waits for nothing. The work lives as long as the thread or the control needs it.
+template <class Work>
+class Worker {
 public:
-    using Body = unsigned(__stdcall*)(void*); // returns the exit code; no exception may leave it
+    template <class... Arguments>
+    explicit Worker(Arguments&&... arguments)
+        : work_(std::make_shared<Work>(std::forward<Arguments>(arguments)...)) {}
+    ~Worker() { End(); }
+    Worker(const Worker&) = delete;
+    Worker& operator=(const Worker&) = delete;
 
-    WorkerThread() = default;
-    ~WorkerThread() { Join(); }
-    WorkerThread(const WorkerThread&) = delete;
-    WorkerThread& operator=(const WorkerThread&) = delete;
-
-    // Joins the thread before it, if there is one, which has to be at its end. False when no thread can be
-    // started.
-    bool Start(Body body, void* argument);
-    // Waits for the end as WaitForThread does.
-    void Join();
+    // A thread started before has to be at its end. False when there is no thread to be had.
+    bool Start(DWORD exitCode) {
+        thread_ = Guarded<Handle>(
+            nullptr, [this, exitCode] { return StartThread([work = work_] { work->Run(); }, exitCode); });
+        return thread_ != nullptr;
+    }
+    // Stops the work and waits as AwaitEnd does.
+    void End() {
+        work_->Stop();
+        if (const Handle thread = std::move(thread_)) { // what is sent meanwhile finds none
+            AwaitEnd(thread.get());
+        }
+    }
+    Work* operator->() const { return work_.get(); }
 
 private:
+    const std::shared_ptr<Work> work_;
     Handle thread_;
 };
 
@@ -84,13 +126,8 @@ public:
 private:
     using Action = std::function<void()>;
 
-    std::mutex lock_;
+    SharedLock lock_;
     Action pending_;
     bool isClosed_ = false;
     const std::shared_ptr<const Event> done_ = std::make_shared<const Event>(Event::AutoReset);
 };
-
-// Runs an action on a thread of its own that nobody waits for and that keeps the library loaded until it
-// ends: for system calls that may block long and cannot be cut short. The action must own what it uses. False
-// when there is no thread to be had.
-bool RunAside(std::function<void()> action);

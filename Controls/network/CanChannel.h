@@ -36,7 +36,7 @@ public:
 private:
     // Shared with the task that connects, which may outlive the channel.
     struct State {
-        std::mutex lock;
+        SharedLock lock;
         Socket socket;
         SocketEvent ready;
         int attached = 0; // how many sockets there have been

@@ -2,8 +2,8 @@
 
 namespace {
 
-constexpr DWORD PATIENCE = 1000;      // milliseconds that a name is waited for
-constexpr DWORD PATIENCE_AT_END = 50; // milliseconds
+constexpr DWORD PATIENCE = 1000;    // milliseconds that a name is waited for
+constexpr DWORD SETTLING_TIME = 50; // milliseconds that a look-up gets at the end
 
 std::string LookUpName(const in_addr& address) {
     const hostent* found = gethostbyaddr(reinterpret_cast<const char*>(&address), sizeof address, AF_INET);
@@ -46,6 +46,6 @@ void PeerName::Settle() const {
         isGoingOn = lookUp_->isGoingOn;
     }
     if (isGoingOn) {
-        WaitForSingleObject(lookUp_->isDone.Get(), PATIENCE_AT_END);
+        WaitForSingleObject(lookUp_->isDone.Get(), SETTLING_TIME);
     }
 }

@@ -20,7 +20,7 @@ public:
 
 private:
     struct LookUp {
-        std::mutex lock;
+        SharedLock lock;
         bool isGoingOn = false;
         std::string name; // empty: none
         Event isDone{Event::ManualReset};

@@ -12,10 +12,6 @@ constexpr u_short PORT = 23;
 constexpr int BACKLOG = 5;
 constexpr int BLOCK_SIZE = 256;
 constexpr int BLOCKS_AT_ONCE = 16; // then the others have their turn
-constexpr unsigned EXIT_CODE = 12;
-
-constexpr int NO_SOCKET = 16;
-constexpr int NO_THREAD = 42;
 
 constexpr long CLIENT_EVENTS = FD_READ | FD_CLOSE;
 // Between attempts to send to a peer that has ended its own side: its last event has been reported then.
@@ -46,18 +42,18 @@ bool SetAddressed(HOSTINFO& control, const logic::TerminalAddress& address) {
 
 } // namespace
 
-int TerminalServer::Start() {
+bool TerminalServer::Open() {
     listening_ = Socket(socket(AF_INET, SOCK_STREAM, 0));
     if (!listening_.IsOpen()) {
-        return NO_SOCKET;
+        return false;
     }
     Listen();
     if (stop_.Get() == nullptr || !listenEvent_.IsMade() || !clientEvent_.IsMade()) {
-        return NO_THREAD;
+        return false;
     }
     listening_.Select(listenEvent_.Get(), FD_ACCEPT | FD_CLOSE);
     TRACE("server initialization done\n");
-    return thread_.Start(ThreadMain, this) ? 0 : NO_THREAD;
+    return true;
 }
 
 void TerminalServer::Listen() {
@@ -76,20 +72,12 @@ void TerminalServer::Listen() {
 void TerminalServer::Stop() {
     calls_.Close();
     stop_.Set();
-    thread_.Join();
-    peerName_.Settle();
-    listening_.Close();
 }
 
-unsigned __stdcall TerminalServer::ThreadMain(void* server) {
-    static_cast<TerminalServer*>(server)->Serve();
-    return EXIT_CODE;
-}
-
-void TerminalServer::Serve() {
+void TerminalServer::Run() {
     // The first one that is signalled counts: nothing keeps the end waiting, and of client and CAN channel
     // each has its turn.
-    HANDLE handles[] = {stop_.Get(), listenEvent_.Get(), clientEvent_.Get(), can_.ReadyEvent()};
+    HANDLE handles[] = {stop_.Get(), listenEvent_.Get(), clientEvent_.Get(), can_->ReadyEvent()};
     for (;;) {
         const DWORD index = WaitForMultipleObjects(4, handles, FALSE, clientEvents_ == 0 ? INFINITE : 0);
         if (index == WAIT_OBJECT_0 || index == WAIT_FAILED) {
@@ -101,16 +89,18 @@ void TerminalServer::Serve() {
             } else if (index == WAIT_OBJECT_0 + 1) {
                 ServeListening();
             } else {
-                can_.Receive();
+                can_->Receive();
             }
         } catch (const std::exception& failure) {
             TRACE("The terminal failed: %s\n", failure.what());
         }
         std::swap(handles[2], handles[3]);
     }
-    can_.Close();
+    can_->Close();
     Drop();
     retired_.Close();
+    listening_.Close();
+    peerName_.Settle();
 }
 
 void TerminalServer::ServeListening() {
@@ -222,7 +212,7 @@ bool TerminalServer::WaitForRoom() {
         ~Reselect() { server.client_.Select(server.clientEvent_.Get(), CLIENT_EVENTS); }
         TerminalServer& server;
     } reselect{*this};
-    const HANDLE handles[] = {stop_.Get(), listenEvent_.Get(), clientEvent_.Get(), can_.ReadyEvent()};
+    const HANDLE handles[] = {stop_.Get(), listenEvent_.Get(), clientEvent_.Get(), can_->ReadyEvent()};
     for (;;) {
         const bool hasEnded = (clientEvents_ & FD_CLOSE) != 0;
         switch (WaitForMultipleObjects(4, handles, FALSE, hasEnded ? RETRY_TIME : INFINITE)) {
@@ -235,7 +225,7 @@ bool TerminalServer::WaitForRoom() {
             break;
         }
         case WAIT_OBJECT_0 + 3:
-            can_.Receive();
+            can_->Receive();
             break;
         case WAIT_TIMEOUT:
             return true;

@@ -10,26 +10,25 @@
 
 #include <string_view>
 
-// The terminal on TCP port 23 and the thread that serves it. It also receives from the CAN channel. One
-// terminal is connected at a time: another one takes its place.
+// The terminal on TCP port 23, which a thread serves. It also receives from the CAN channel. One terminal is
+// connected at a time: another one takes its place.
 class TerminalServer {
 public:
-    TerminalServer(HOSTINFO& control, CanChannel& can)
-        : control_(control), window_(control.window), can_(can) {}
-    ~TerminalServer() { Stop(); }
+    TerminalServer(HOSTINFO& control, std::shared_ptr<CanChannel> can)
+        : control_(control), window_(control.window), can_(std::move(can)) {}
     TerminalServer(const TerminalServer&) = delete;
     TerminalServer& operator=(const TerminalServer&) = delete;
 
-    // 0, 16 without a socket or 42 without a thread. A port that is taken is traced and the thread started
-    // all the same.
-    int Start();
-    // Ends the thread and closes everything; waits for no more than what the thread itself is doing.
+    // Before the thread starts. False when the system has nothing left to listen with. A port that is taken
+    // is traced and no failure.
+    bool Open();
+    // On the thread: serves, and closes everything at its end.
+    void Run();
     void Stop();
     // On WorkerCalls::MESSAGE to the control's window.
     void ServeCalls() { calls_.Serve(); }
 
 private:
-    static unsigned __stdcall ThreadMain(void* server);
     void Listen();
     void Serve();
     void ServeListening();
@@ -52,7 +51,7 @@ private:
     HOSTINFO& control_; // used on the thread of its window only
     const HWND window_;
     WorkerCalls calls_;
-    CanChannel& can_;
+    const std::shared_ptr<CanChannel> can_;
     const PeerName peerName_;
     const Event stop_{Event::ManualReset};
     const SocketEvent listenEvent_;
@@ -62,5 +61,4 @@ private:
     Socket retired_;
     long clientEvents_ = 0; // of the client socket, still to be dealt with
     logic::Terminal terminal_;
-    WorkerThread thread_;
 };

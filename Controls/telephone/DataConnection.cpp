@@ -5,11 +5,9 @@
 #include "Panelhost/Trace.h"
 
 #include <cstdio>
-#include <exception>
 
 namespace {
 
-constexpr unsigned EXIT_CODE = 11;
 constexpr DWORD RETRY_TIME = 250; // milliseconds from a read that failed to the next
 
 // What became of a line.
@@ -41,40 +39,37 @@ Outcome SetAddressed(HOSTINFO& control, const logic::TerminalAddress& address) {
 
 } // namespace
 
-DataConnection::~DataConnection() {
-    port_.Close();
+void DataConnection::Run() {
+    struct End {
+        ~End() {
+            connection.port_.Cancel(connection.reading_);
+            connection.port_.Cancel(connection.writing_);
+            connection.port_.Close();
+            connection.reading_.Await();
+            connection.writing_.Await();
+        }
+        DataConnection& connection;
+    } const end{*this};
+    if (reading_.IsMade() && writing_.IsMade() && stop_.Get() != nullptr) {
+        sent_ = logic::terminalWelcome;
+        port_.Write(writing_, sent_);
+        Serve();
+    }
+}
+
+void DataConnection::Stop() {
     calls_.Close();
     stop_.Set();
-    thread_.Join();
-    reading_.Await();
-    writing_.Await();
-}
-
-void DataConnection::Start() {
-    if (!reading_.IsMade() || !writing_.IsMade() || stop_.Get() == nullptr) {
-        return;
-    }
-    sent_ = logic::terminalWelcome;
-    port_.Write(writing_, sent_);
-    thread_.Start(ThreadMain, this);
-}
-
-unsigned __stdcall DataConnection::ThreadMain(void* connection) {
-    try {
-        static_cast<DataConnection*>(connection)->Serve();
-    } catch (const std::exception& failure) {
-        TRACE("The telephone's data thread failed: %s\n", failure.what());
-    }
-    return EXIT_CODE;
 }
 
 void DataConnection::Serve() {
     port_.Configure();
     port_.Read(reading_, received_);
-    const HANDLE events[] = {reading_.Event(), writing_.Event(), stop_.Get()};
+    // The first one that is signalled counts: nothing keeps the end waiting.
+    const HANDLE events[] = {stop_.Get(), reading_.Event(), writing_.Event()};
     for (;;) {
         switch (WaitForMultipleObjects(3, events, FALSE, reading_.IsPending() ? INFINITE : RETRY_TIME)) {
-        case WAIT_OBJECT_0:
+        case WAIT_OBJECT_0 + 1:
             if (port_.Finish(reading_) != 1U) {
                 break; // hung up, or an error that passes
             }
@@ -85,7 +80,7 @@ void DataConnection::Serve() {
         case WAIT_TIMEOUT:
             port_.Read(reading_, received_);
             break;
-        case WAIT_OBJECT_0 + 1:
+        case WAIT_OBJECT_0 + 2:
             FinishWriting();
             break;
         default:

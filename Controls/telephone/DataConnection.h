@@ -8,25 +8,25 @@
 #include <string>
 #include <string_view>
 
-// A connected data call and the thread that serves the terminal at its other end.
+// A connected data call. Its thread serves the terminal at the other end.
 class DataConnection {
 public:
     DataConnection(HOSTINFO& control, Handle port)
         : control_(control), window_(control.window), port_(std::move(port)) {}
-    // Closes the port and ends the thread, even in the middle of a line.
-    ~DataConnection();
+    ~DataConnection() { port_.Close(); }
     DataConnection(const DataConnection&) = delete;
     DataConnection& operator=(const DataConnection&) = delete;
 
-    // Gives the port up if it is that one, which then stays open.
+    // On the thread: welcomes the caller and serves the terminal. Closes the port at its end, even in the
+    // middle of a line.
+    void Run();
+    void Stop();
+    // Before the end: gives the port up if it is that one, which then stays open.
     void LeaveOpen(HANDLE port) { port_.LeaveOpen(port); }
-    // Welcomes the caller and starts the thread.
-    void Start();
     // On WorkerCalls::MESSAGE to the control's window.
     void ServeCalls() { calls_.Serve(); }
 
 private:
-    static unsigned __stdcall ThreadMain(void* connection);
     void Serve();
     // False when the connection is being ended.
     bool Take(char character);
@@ -44,5 +44,4 @@ private:
     Transfer writing_; // out of sent_
     ModemPort port_;
     logic::TelephoneTerminal terminal_;
-    WorkerThread thread_;
 };

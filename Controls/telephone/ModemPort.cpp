@@ -10,12 +10,11 @@ constexpr DWORD READ_INTERVAL = 250; // milliseconds
 
 void Transfer::Await() const {
     if (isPending_) {
-        WaitForSingleObject(event_.Get(), INFINITE);
+        WaitForSingleObject(Event(), INFINITE);
     }
 }
 
 void ModemPort::Configure() {
-    const std::lock_guard guard(lock_);
     COMMTIMEOUTS timeOuts{READ_INTERVAL, 0, 0, 0, 0};
     SetCommTimeouts(port_.get(), &timeOuts);
     DCB settings{};
@@ -28,7 +27,6 @@ void ModemPort::Configure() {
 
 template <class Start>
 void ModemPort::Begin(Transfer& transfer, Start start) {
-    const std::lock_guard guard(lock_);
     transfer.event_.Reset();
     transfer.request_ = {};
     transfer.request_.hEvent = transfer.Event();
@@ -55,24 +53,26 @@ std::optional<DWORD> ModemPort::Finish(Transfer& transfer) {
     if (!std::exchange(transfer.isPending_, false)) {
         return std::nullopt;
     }
-    const std::lock_guard guard(lock_);
     DWORD count = 0; // the transfer is over, so that the port is not looked at
     return GetOverlappedResult(port_.get(), &transfer.request_, &count, FALSE) ? std::optional(count)
                                                                                : std::nullopt;
 }
 
-void ModemPort::Close() {
-    const std::lock_guard guard(lock_);
-    if (port_ != nullptr) {
-        CancelIoEx(port_.get(), nullptr);
-        port_.reset();
+void ModemPort::Cancel(Transfer& transfer) const {
+    if (transfer.isPending_) { // others may have begun transfers of theirs on a port that is left open
+        CancelIoEx(port_.get(), &transfer.request_);
     }
 }
 
-void ModemPort::LeaveOpen(HANDLE port) {
-    const std::lock_guard guard(lock_);
-    if (port_.get() == port) {
-        CancelIoEx(port_.get(), nullptr);
+void ModemPort::Close() {
+    if (isLeftOpen_) {
         port_.release();
+    }
+    port_.reset();
+}
+
+void ModemPort::LeaveOpen(HANDLE port) {
+    if (port == name_) {
+        isLeftOpen_ = true;
     }
 }

@@ -2,6 +2,7 @@
 
 #include "Controls/framework/WorkerThread.h"
 
+#include <atomic>
 #include <optional>
 #include <string_view>
 
@@ -15,7 +16,7 @@ public:
     bool IsMade() const { return event_.Get() != nullptr; }
     HANDLE Event() const { return event_.Get(); } // signalled at the end of each transfer
     bool IsPending() const { return isPending_; }
-    // After the port was closed: the system lets go of the memory.
+    // After it was cancelled and the port closed: waits until the system lets go of the memory.
     void Await() const;
 
 private:
@@ -26,12 +27,11 @@ private:
     bool isPending_ = false;
 };
 
-// The port of a data call, opened for overlapped transfers. Nothing waits here. It may be closed on any
-// thread; whatever is tried later fails.
+// The port of a data call, opened for overlapped transfers. It belongs to one thread: any call may take as
+// long as its driver likes.
 class ModemPort {
 public:
-    explicit ModemPort(Handle port) : port_(std::move(port)) {}
-    ~ModemPort() { Close(); }
+    explicit ModemPort(Handle port) : port_(std::move(port)), name_(port_.get()) {}
     ModemPort(const ModemPort&) = delete;
     ModemPort& operator=(const ModemPort&) = delete;
 
@@ -44,15 +44,17 @@ public:
     // Ends a transfer whose event is signalled, and resets that. The number of bytes; nothing when it failed
     // or had not begun.
     std::optional<DWORD> Finish(Transfer& transfer);
-    // Cancels what is pending.
+    void Cancel(Transfer& transfer) const;
+    // Closes the port, unless it is to be left open.
     void Close();
-    // The same if the port is that one, but for others to go on with it.
+    // On any thread: if the port is that one, others go on with it.
     void LeaveOpen(HANDLE port);
 
 private:
     template <class Start>
     void Begin(Transfer& transfer, Start start);
 
-    std::mutex lock_; // guards port_ and, while a transfer begins or ends, what it stands for
     Handle port_;
+    const HANDLE name_; // what the port is or was
+    std::atomic<bool> isLeftOpen_ = false;
 };

@@ -184,6 +184,16 @@ void a_UnregisterBitmap3(const char* name) {
     });
 }
 
+void a_UnregisterBitmap(const OSMIRBitmap* bitmap) {
+    auto& registry = Registry();
+    const auto found = std::find_if(registry.begin(), registry.end(), [bitmap](const auto& entry) {
+        return entry.second.bitmap.get() == bitmap;
+    });
+    if (found != registry.end() && --found->second.references == 0) {
+        registry.erase(found);
+    }
+}
+
 int a_BitmapCount() {
     return static_cast<int>(Registry().size());
 }

@@ -49,12 +49,13 @@ HFONT a_GetFont(const char* description) {
         return nullptr;
     }
     return Guarded<HFONT>(nullptr, [&]() -> HFONT {
-        CachedFont& entry = Cache()[logic::FoldName(description)];
+        const auto place = Cache().try_emplace(logic::FoldName(description)).first;
+        CachedFont& entry = place->second;
         if (entry.font == nullptr) {
-            entry.font = CreateDescribedFont(description);
+            entry.font = Guarded<HFONT>(nullptr, [&] { return CreateDescribedFont(description); });
         }
         if (entry.font == nullptr) {
-            Cache().erase(logic::FoldName(description));
+            Cache().erase(place);
             return nullptr;
         }
         ++entry.references;

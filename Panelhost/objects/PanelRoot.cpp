@@ -336,12 +336,15 @@ std::string PanelRoot::FreeName(const std::string& path, const std::string& ownN
 
 void PanelRoot::Add(HOSTINFO* object, HOSTINFO* owner, const std::string& ownName) {
     object->name = FreeName(owner == this ? "" : owner->name + "*", ownName);
-    {
-        const SharedLock::Writing writing(lock_);
-        byName_[logic::FoldName(object->name)] = object;
-    }
     auto& list = object->kind == KIND_DEVICE ? devices_ : controls_;
     object->place_ = list.insert(object->kind == KIND_DEVICE ? list.end() : EndOf(owner), object);
+    try {
+        const SharedLock::Writing writing(lock_);
+        byName_[logic::FoldName(object->name)] = object;
+    } catch (const std::bad_alloc&) {
+        list.erase(object->place_);
+        throw;
+    }
     object->root_ = this;
     object->reachable_ = true;
     object->mode = mode;
@@ -349,12 +352,15 @@ void PanelRoot::Add(HOSTINFO* object, HOSTINFO* owner, const std::string& ownNam
 }
 
 void PanelRoot::Remove(HOSTINFO* object) {
-    if (object->root_ != this || object == this) {
+    if (object == this) {
         return;
     }
     Withdraw(object);
-    Forget(object);
+    Forget(object); // one that found no place here for want of memory can be bound all the same
     ForgetFurtherLists(object);
+    if (object->root_ != this) {
+        return;
+    }
     (object->kind == KIND_DEVICE ? devices_ : controls_).erase(object->place_);
     if (object->children_ > 0) { // its windows go right after it
         for (HOSTINFO* child : controls_) {
@@ -387,10 +393,16 @@ void PanelRoot::Withdraw(HOSTINFO* object) {
     object->reachable_ = false;
     {
         const SharedLock::Writing writing(lock_);
-        byName_.erase(logic::FoldName(object->name));
+        const bool isErased = Guarded(false, [&] {
+            byName_.erase(logic::FoldName(object->name));
+            return true;
+        });
+        if (!isErased) { // without memory it has to be looked for
+            std::erase_if(byName_, [object](const auto& entry) { return entry.second == object; });
+        }
         lastNumber_.clear(); // the name is free again
     }
-    RebuildRequests(bound_.On(object));
+    Guarded([&] { RebuildRequests(bound_.On(object)); }); // what cannot be rebuilt sends to nobody
 }
 
 void PanelRoot::Forget(HOSTINFO* object) {

@@ -18,8 +18,10 @@ template <class Key>
 class Dependence {
 public:
     void Add(HOSTINFO* object, const Key& key) {
-        if (objects_[key].insert(object).second) {
-            keys_[object].push_back(key);
+        if (auto& dependents = objects_[key]; !dependents.contains(object)) {
+            keys_[object].push_back(
+                key); // first, so that Forget finds it even if there is no memory for more
+            dependents.insert(object);
         }
     }
 
@@ -30,6 +32,9 @@ public:
         }
         for (const Key& key : entry->second) {
             const auto dependents = objects_.find(key);
+            if (dependents == objects_.end()) {
+                continue;
+            }
             dependents->second.erase(object);
             if (dependents->second.empty()) {
                 objects_.erase(dependents);

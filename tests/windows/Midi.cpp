@@ -381,6 +381,20 @@ TEST_CASE("knobs and faders follow what is received and send what they are set t
     }
 }
 
+TEST_CASE("a driver that hangs while a port is closed holds nothing up, and the port is closed in the end") {
+    for (const char* function : {"midiInReset", "midiInClose", "midiOutReset", "midiOutClose"}) {
+        CAPTURE(function);
+        const MidiPanel test;
+        test.Start();
+        Double().Delay(function, 2000);
+        const DWORD start = GetTickCount();
+        DestroyWindow(test.midi);
+        CHECK(GetTickCount() - start < 1000);
+        Double().CallInput(MM_MIM_DATA, 0x7F7FE3); // to nobody
+        CHECK(Await([] { return Double().OpenPorts() == 0; }));
+    }
+}
+
 TEST_CASE("messages that come while the control is destroyed, and after it") {
     constexpr int ROUNDS = 30;
     std::atomic<int> stored = 0;

@@ -6,6 +6,7 @@
 #include "tests/windows/Resources.h"
 #include "tests/windows/TestPanel.h"
 
+#include <atomic>
 #include <cstdio>
 #include <functional>
 #include <initializer_list>
@@ -344,6 +345,32 @@ TEST_CASE("destroyed while its thread waits for the panel, again and again") {
         ph_SetTraceSink(nullptr, nullptr);
     }
     CHECK(sent > 0);
+}
+
+TEST_CASE("destroyed while its thread hangs, which ends by itself") {
+    static HANDLE goesOn;
+    goesOn = CreateEventA(nullptr, TRUE, FALSE, nullptr);
+    static const DWORD panelThread = GetCurrentThreadId();
+    static std::atomic<bool> hangs;
+    NetworkPanel network;
+    const Resources before = CountResources();
+    ph_SetTraceSink(
+        [](int, const char*, void*) __attribute__((cdecl)) {
+            if (GetCurrentThreadId() != panelThread) {
+                hangs = true;
+                WaitForSingleObject(goesOn, INFINITE);
+            }
+        },
+        nullptr);
+    const TestSocket terminal = TestSocket::Connected(TERMINAL_PORT);
+    CHECK(Await([] { return hangs.load(); }));
+    CHECK(network.Destroy() < 1000);
+    CHECK(CountResources().threads >= before.threads);
+    SetEvent(goesOn);
+    CHECK(terminal.AwaitEnd());
+    CHECK(Await([&] { return CountResources().threads < before.threads; }));
+    ph_SetTraceSink(nullptr, nullptr);
+    CloseHandle(goesOn);
 }
 
 TEST_CASE("a terminal that never reads holds up neither another one nor the end") {

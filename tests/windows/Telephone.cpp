@@ -1,10 +1,11 @@
 // The telephone on a double of tapi32.dll: lines, calls, and the terminal of a caller, whose modem is a pipe.
 
 #include "tests/doubles/tapi32/TelephonyDouble.h"
+#include "tests/windows/ImportHook.h"
 #include "tests/windows/Resources.h"
 #include "tests/windows/TestPanel.h"
 
-#include <functional>
+#include <atomic>
 #include <random>
 #include <set>
 #include <tlhelp32.h>
@@ -18,7 +19,7 @@ using Calls = std::vector<std::string>;
 const std::string BANNER =
     "\r\n*********************\r\nWelcome to OSMIR\r\n*********************\r\n"; // 66 bytes
 
-constexpr DWORD PROMPTLY = 1500;  // milliseconds that no end may take, however it is hindered
+constexpr DWORD PROMPTLY = 1000;  // milliseconds that no end may take, however it is hindered
 constexpr DWORD PATIENCE = 10000; // for what has to come
 
 TelephonyDouble& Double() {
@@ -26,19 +27,6 @@ TelephonyDouble& Double() {
         reinterpret_cast<void*>(GetProcAddress(GetModuleHandleA("tapi32.dll"), "GetTelephonyDouble"));
     REQUIRE_MESSAGE(exported != nullptr, "the system's own tapi32.dll is loaded instead of the double");
     return *reinterpret_cast<decltype(&GetTelephonyDouble)>(exported)();
-}
-
-// Dispatches what waits for this thread until the condition holds; whether it does in time.
-bool Await(const std::function<bool()>& condition, DWORD patience = PATIENCE) {
-    for (const DWORD start = GetTickCount(); !condition(); Sleep(1)) {
-        if (GetTickCount() - start > patience) {
-            return false;
-        }
-        for (MSG message; PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE);) {
-            DispatchMessageA(&message);
-        }
-    }
-    return true;
 }
 
 void SleepDispatching(DWORD milliseconds) {
@@ -534,6 +522,32 @@ TEST_CASE("a telephone goes at any moment of a call and leaves nothing behind") 
     CHECK(CountResources().Settled(before) == before);
     CHECK(CountHeapBlocks() < blocks + COUNT / 4);
     DestroyWindow(knob);
+}
+
+TEST_CASE("a telephone goes while its modem's driver hangs, and the port is closed when that comes back") {
+    static HANDLE goesOn;
+    goesOn = CreateEventA(nullptr, TRUE, FALSE, nullptr);
+    static std::atomic<bool> hangs;
+    hangs = false;
+    const auto setTimeouts = [](HANDLE, COMMTIMEOUTS*) __attribute__((stdcall))->BOOL {
+        hangs = true;
+        WaitForSingleObject(goesOn, INFINITE);
+        return FALSE;
+    };
+    TelephonePanel test;
+    const std::set<DWORD> before = Threads();
+    const Caller caller;
+    {
+        const ImportHook hook(CONTROL_LIBRARY, "SetCommTimeouts", +setTimeouts);
+        test.Connect(caller);
+        CHECK(Await([] { return hangs.load(); }));
+        test.Destroy();
+    }
+    CHECK_FALSE(caller.IsCutOff());
+    CHECK(Threads().size() == before.size() + 1);
+    SetEvent(goesOn);
+    CHECK(Await([&] { return caller.IsCutOff() && Threads().size() <= before.size(); }));
+    CloseHandle(goesOn);
 }
 
 TEST_CASE("a call without a port is left alone") {

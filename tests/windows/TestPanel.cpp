@@ -41,7 +41,7 @@ TestFolder::~TestFolder() {
 }
 
 std::string TestFolder::Write(const std::string& name, const std::string& bytes) const {
-    std::ofstream(Path(name), std::ios::binary) << bytes;
+    WriteBytes(Path(name), bytes);
     return Path(name);
 }
 
@@ -62,6 +62,13 @@ std::vector<std::string> TestFolder::Names() const {
 std::string ReadBytes(const std::string& path) {
     std::ifstream file(path, std::ios::binary);
     return {std::istreambuf_iterator<char>(file), {}};
+}
+
+bool WriteBytes(const std::string& path, const std::string& bytes) {
+    std::ofstream file(path, std::ios::binary);
+    file << bytes;
+    file.close();
+    return !file.fail();
 }
 
 std::string BitmapFile(int width, int height, unsigned colour) {
@@ -205,6 +212,18 @@ void Poll(HWND control) {
     if (a_FromWindow(control) == &object) { // what it asked may have ended it
         object.interval = interval;
     }
+}
+
+bool Await(const std::function<bool()>& condition, DWORD patience) {
+    for (const DWORD start = GetTickCount(); !condition(); Sleep(1)) {
+        if (GetTickCount() - start > patience) {
+            return false;
+        }
+        for (MSG message; PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE);) {
+            DispatchMessageA(&message);
+        }
+    }
+    return true;
 }
 
 bool TakePosted(HWND window, UINT message, MSG& posted) {

@@ -5,6 +5,7 @@
 
 #include <doctest/doctest.h>
 
+#include <functional>
 #include <mutex>
 #include <string>
 #include <utility>
@@ -30,6 +31,7 @@ private:
 };
 
 std::string ReadBytes(const std::string& path);
+bool WriteBytes(const std::string& path, const std::string& bytes);
 // A 24-bit bitmap file of one colour (0xrrggbb).
 std::string BitmapFile(int width, int height, unsigned colour);
 // The folder that the programs lie in, with a backslash at its end.
@@ -98,6 +100,8 @@ LRESULT SetValue(HWND control, float value);
 // Makes the control poll, however long its interval is.
 void Poll(HWND control);
 
+// Dispatches what waits for this thread until the condition holds; whether it does in time (milliseconds).
+bool Await(const std::function<bool()>& condition, DWORD patience = 10000);
 // Takes the next posted message of that kind that waits for the window.
 bool TakePosted(HWND window, UINT message, MSG& posted);
 // What is left of a mouse message's coordinates.

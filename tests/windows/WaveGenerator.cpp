@@ -1,9 +1,11 @@
 // The wave generator and its file: what is written, in which order, and what happens when it cannot be.
 
 #include "Controls/wave/WaveFile.h"
+#include "tests/windows/ImportHook.h"
 #include "tests/windows/Resources.h"
 #include "tests/windows/TestPanel.h"
 
+#include <atomic>
 #include <cmath>
 #include <cstdint>
 #include <cstring>
@@ -53,19 +55,6 @@ std::string WavePath() {
 
 constexpr const char* IDLE = "0:00 min";
 
-// Whether the condition comes true within ten seconds, sent messages being handled meanwhile.
-template <class Condition>
-bool Await(Condition condition) {
-    for (const DWORD start = GetTickCount(); GetTickCount() - start < 10000; Sleep(2)) {
-        MSG message;
-        PeekMessageA(&message, nullptr, 0, 0, PM_NOREMOVE | PM_QS_SENDMESSAGE);
-        if (condition()) {
-            return true;
-        }
-    }
-    return false;
-}
-
 bool AwaitIdle(HWND generator) {
     return Await([generator] { return Text(generator, "duration") == IDLE; });
 }
@@ -91,6 +80,12 @@ struct Wave {
             samples.push_back(left);
         }
         CHECK(differing == 0);
+    }
+
+    // Whether there is a complete file without samples.
+    static bool IsEmpty() {
+        const std::string bytes = ReadBytes(WavePath());
+        return bytes.size() == 44 && bytes[4] != 0;
     }
 
     static std::uint32_t Number(const std::string& bytes, std::size_t at) {
@@ -246,7 +241,7 @@ TEST_CASE("a loaded panel writes the file as an empty one") {
     const TraceCapture trace;
     CHECK(ph_LoadPanel(panel.Root(), path.c_str()) == 1);
     CHECK(trace.CountContaining("Error reading line ") == 2); // of the filename and of the format
-    CHECK(Await([] { return ReadBytes(WavePath()).size() == 44 && ReadBytes(WavePath())[4] != 0; }));
+    CHECK(Await(Wave::IsEmpty));
     CHECK(Wave().samples.empty());
 }
 
@@ -330,6 +325,61 @@ TEST_CASE("of lengths set in quick succession the last one remains") {
     CHECK(Wave().samples.size() == 44100 - 43);
     DestroyWindow(generator);
     CHECK(CountResources().threads == threads);
+}
+
+TEST_CASE("a drive that stalls holds up no generator's end, and the library stays until it comes back") {
+    static HANDLE goesOn;
+    goesOn = CreateEventA(nullptr, TRUE, FALSE, nullptr);
+    static std::atomic<int> stalled;
+    const auto advance = [](HMMIO, LPMMIOINFO, UINT) __attribute__((stdcall))->MMRESULT {
+        ++stalled;
+        WaitForSingleObject(goesOn, INFINITE);
+        return MMIOERR_CANNOTWRITE;
+    };
+    const auto destroy = [](HWND generator) {
+        const DWORD start = GetTickCount();
+        DestroyWindow(generator);
+        CHECK(GetTickCount() - start < 1000);
+    };
+    const Resources before = CountResources();
+    for (const bool unloads : {false, true}) {
+        CAPTURE(unloads);
+        TestPanel panel;
+        ResetEvent(goesOn);
+        stalled = 0;
+        const ImportHook hook(CONTROL_LIBRARY, "mmioAdvance", +advance);
+        HWND first = panel.Create("IWAVEGENERATOR", "A");
+        HWND second = panel.Create("IWAVEGENERATOR", "B");
+        CHECK(Load(first, "duration=0:01") == 1);
+        CHECK(Await([] { return stalled == 1; }));
+        CHECK(Load(second, "duration=0:01") == 1); // waits for its turn
+        destroy(second);
+        destroy(first);
+        CHECK(CountResources().threads == before.threads + 1);
+        if (unloads) {
+            FreeLibrary(GetModuleHandleA(CONTROL_LIBRARY));
+            CHECK(GetModuleHandleA(CONTROL_LIBRARY) != nullptr);
+            SetEvent(goesOn);
+            CHECK(Await([] { return GetModuleHandleA(CONTROL_LIBRARY) == nullptr; }));
+            REQUIRE(LoadLibraryA(CONTROL_LIBRARY) != nullptr);
+        } else { // the next one has its turn when the first one's thread has ended by itself
+            HWND next = panel.Create("IWAVEGENERATOR", "C");
+            CHECK(Load(next, "duration=0:00") == 1);
+            CHECK(Text(next, "duration") == IDLE);
+            SetEvent(goesOn);
+            CHECK(AwaitIdle(next));
+            CHECK(Await(Wave::IsEmpty));
+        }
+        CHECK(stalled == 1);
+    }
+    CloseHandle(goesOn);
+    Resources after{};
+    Await([&] {
+        after = CountResources();
+        after.handles = before.handles; // the compiler's runtime keeps two for each module it was in
+        return after == before;
+    });
+    CHECK(after == before);
 }
 
 TEST_CASE("without the folder every step reports that it failed, and no file is written") {
