@@ -3,6 +3,7 @@
 #include "Controls/framework/Control.h"
 
 #include "Panelhost/Editing.h"
+#include "logic/PropertyLine.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -16,17 +17,24 @@ LRESULT CONTROLPROPERTIES::OnLoad(WPARAM loadMode, LPARAM lParam) {
     char value[TEXT_SIZE];
     a_GetKeyword(line, keyword);
     a_GetParameter(line, value);
+    const bool edited = loadMode != LOAD_FROM_FILE;
+    const bool mayRefuse = !edited && logic::IsEmptyBinding(keyword, value); // each control is saved with some
     const KEYWORDROW* table = GetHostinfoTable();
     int row = a_FindKeyword(table, keyword);
     if (row < 0) {
+        if (mayRefuse) {
+            return 0;
+        }
         TRACE("%s Keyword not found: %s\n", controlClass->displayName, keyword);
+        if (!edited) {
+            return 0; // a newer version may know it
+        }
         row = 0; // the text then sets the default value
     }
     if (table[row].handler == nullptr) {
         return EDITTRACE(parent, "Not implemented %s", line);
     }
     VALUERECORD record{COMMAND_SET, row, DATATYPE_TEXT, 0, value, nullptr, 0};
-    const bool edited = loadMode != LOAD_FROM_FILE;
     if (edited) {
         a_NotifyEdit(EDIT_CHANGING, this);
     }
@@ -35,7 +43,13 @@ LRESULT CONTROLPROPERTIES::OnLoad(WPARAM loadMode, LPARAM lParam) {
         return taken;
     }
     if (edited) {
+        if (taken != 0) {
+            a_KeywordSet(this, table[row].keyword);
+        }
         a_NotifyEdit(EDIT_CHANGED, this);
+    }
+    if (taken == 0 && mayRefuse) {
+        return 0;
     }
     if (taken == 0) {
         return EDITTRACE(parent, "Error reading line %s", line);

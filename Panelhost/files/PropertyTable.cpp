@@ -34,9 +34,15 @@ LRESULT a_ListProperties(HOSTINFO* object, const KEYWORDROW* table, HWND listVie
 
 int a_WriteText(HANDLE file, const char* text, std::size_t length) {
     DWORD written = 0;
-    if (length > 0 &&
-        (!WriteFile(file, text, static_cast<DWORD>(length), &written, nullptr) || written != length)) {
-        PanelSaving::Failed();
+    if (length == 0) {
+        return 1;
+    }
+    if (!WriteFile(file, text, static_cast<DWORD>(length), &written, nullptr)) {
+        PanelSaving::Failed(GetLastError());
+        return 0;
+    }
+    if (written != length) {
+        PanelSaving::Failed(ERROR_DISK_FULL);
         return 0;
     }
     return 1;

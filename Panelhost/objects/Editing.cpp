@@ -6,46 +6,6 @@
 #include "Panelhost/files/PanelSaving.h"
 #include "Panelhost/objects/PanelRoot.h"
 
-namespace {
-
-// A file that the system keeps in memory as far as it can, and that goes when it is closed.
-class TemporaryFile {
-public:
-    TemporaryFile() {
-        char folder[MAX_PATH];
-        char path[MAX_PATH];
-        if (GetTempPathA(MAX_PATH, folder) != 0 && GetTempFileNameA(folder, "pan", 0, path) != 0) {
-            file_ = CreateFileA(path, GENERIC_READ | GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
-                                FILE_ATTRIBUTE_TEMPORARY | FILE_FLAG_DELETE_ON_CLOSE, nullptr);
-        }
-    }
-    ~TemporaryFile() {
-        if (file_ != INVALID_HANDLE_VALUE) {
-            CloseHandle(file_);
-        }
-    }
-    TemporaryFile(const TemporaryFile&) = delete;
-    TemporaryFile& operator=(const TemporaryFile&) = delete;
-
-    HANDLE Handle() const { return file_; }
-
-    std::string Contents() const {
-        std::string text(file_ == INVALID_HANDLE_VALUE ? 0 : GetFileSize(file_, nullptr), '\0');
-        DWORD length = 0;
-        SetFilePointer(file_, 0, nullptr, FILE_BEGIN);
-        if (!ReadFile(file_, text.data(), static_cast<DWORD>(text.size()), &length, nullptr)) {
-            length = 0;
-        }
-        text.resize(length);
-        return text;
-    }
-
-private:
-    HANDLE file_ = INVALID_HANDLE_VALUE;
-};
-
-} // namespace
-
 void a_SetEditListener(HOSTINFO* root, EDITLISTENER listener, void* context) {
     if (PanelRoot* panel = PanelRoot::From(root); panel != nullptr) {
         panel->editListener = listener;
@@ -69,17 +29,24 @@ void a_DeleteObject(HOSTINFO* object) {
     }
 }
 
-std::string a_ObjectText(HOSTINFO* object) {
-    if (object == nullptr) {
-        return {};
+int a_GetObjectText(HOSTINFO* object, std::string* text) {
+    if (object == nullptr || text == nullptr) {
+        return 0;
     }
-    return Guarded<std::string>({}, [&] {
-        const TemporaryFile file;
-        if (file.Handle() != INVALID_HANDLE_VALUE) {
-            PanelSaving::WriteObject(*object, file.Handle());
+    return Guarded(0, [&] {
+        auto written = PanelSaving::ObjectText(*object);
+        if (!written) {
+            return 0;
         }
-        return file.Contents();
+        *text = std::move(*written);
+        return 1;
     });
+}
+
+std::string a_ObjectText(HOSTINFO* object) {
+    std::string text;
+    a_GetObjectText(object, &text);
+    return text;
 }
 
 int a_LoadText(HOSTINFO* root, std::string_view text, const char* nameInTraces) {
@@ -89,7 +56,7 @@ int a_LoadText(HOSTINFO* root, std::string_view text, const char* nameInTraces) 
     }
     return Guarded(-1, [&] {
         LineText lines(text, nameInTraces);
-        return PanelLoading(*panel).LoadLines(lines);
+        return PanelLoading(*panel, PanelLoading::OfNoObject::Dropped).LoadLines(lines);
     });
 }
 

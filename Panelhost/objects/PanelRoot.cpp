@@ -198,11 +198,17 @@ PanelRoot* PanelRoot::From(HOSTINFO* object) {
     return found == roots.end() ? nullptr : *found;
 }
 
+bool PanelRoot::AnyKept() {
+    return std::any_of(Roots().begin(), Roots().end(),
+                       [](const PanelRoot* root) { return !root->kept.IsEmpty(); });
+}
+
 PanelRoot* PanelRoot::Above(const HOSTINFO* object) {
     return object == nullptr ? nullptr : object->root_;
 }
 
 PanelRoot::~PanelRoot() {
+    kept.Clear();
     DestroyControls();
     while (!devices_.empty()) {
         HOSTINFO* device = devices_.front();
@@ -274,7 +280,7 @@ LRESULT PanelRoot::OnSave(WPARAM saveCode, LPARAM file) {
         }
         return 0;
     }
-    return Guarded(LRESULT{0}, [&] {
+    return Guarded(LRESULT{-1}, [&] {
         std::string lines;
         char value[TEXT_SIZE];
         for (const KEYWORDROW* row = KEYWORDS; row->keyword != nullptr; ++row) {
@@ -333,6 +339,7 @@ void PanelRoot::Add(HOSTINFO* object, HOSTINFO* owner, const std::string& ownNam
     object->reachable_ = true;
     object->mode = mode;
     ++owner->children_;
+    kept.Added(*object);
 }
 
 void PanelRoot::Remove(HOSTINFO* object) {
@@ -342,6 +349,9 @@ void PanelRoot::Remove(HOSTINFO* object) {
     Withdraw(object);
     Forget(object);
     ForgetFurtherLists(object);
+    if (object->kind != KIND_DEVICE) {
+        kept.Removed(*object, object->place_ == controls_.begin() ? *this : **std::prev(object->place_));
+    }
     (object->kind == KIND_DEVICE ? devices_ : controls_).erase(object->place_);
     if (object->children_ > 0) { // its windows go right after it
         for (HOSTINFO* child : controls_) {

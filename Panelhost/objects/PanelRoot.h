@@ -4,6 +4,7 @@
 #include "Panelhost/Editing.h"
 #include "Panelhost/Hostinfo.h"
 #include "Panelhost/SharedLock.h"
+#include "Panelhost/files/KeptLines.h"
 
 #include <list>
 #include <string>
@@ -56,6 +57,8 @@ public:
     static PanelRoot* Create(HWND panel, const char* rootName);
     // The object as a root, or null when it is none that lives.
     static PanelRoot* From(HOSTINFO* object);
+    // Whether any root keeps lines that could not be read.
+    static bool AnyKept();
     // The root above an object, or null.
     static PanelRoot* Above(const HOSTINFO* object);
     ~PanelRoot() override;
@@ -109,6 +112,7 @@ public:
     std::string size;            // "width,height" or empty
     std::string parameterDialog; // name of the control whose parameter dialog is open
     int loadErrors = 0;
+    KeptLines kept{*this};
     EDITLISTENER editListener = nullptr;
     void* editContext = nullptr;
 
