@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Panel/UnreadLines.h"
 #include "Panel/Window.h"
 #include "Panel/editing/Editor.h"
 
@@ -17,6 +18,8 @@ public:
                                              const std::string& deviceFile, std::string& error);
     ~PanelWindow() override;
 
+    // Those of its file, and of what was pasted, that could not be read and are kept.
+    std::vector<UnreadLine> Unread() const { return UnreadLines(root_); }
     bool Save(const std::string& file, std::string& error);
     bool IsChanged() const;
     void Tick();

@@ -21,11 +21,15 @@ PANELHOST_API void a_NotifyEdit(int event, HOSTINFO* object);
 // Deletes an object on behalf of the user: by the listener, or by destroying the window when there is none.
 PANELHOST_API void a_DeleteObject(HOSTINFO* object);
 
-// The lines that a panel file would hold for the object, without those of its children. Lines that could not be
-// read and belong to the object are among them. 1; 0 with the text untouched when they cannot be written.
+// The lines that a panel file would hold for the object, without those of its children. Lines that could not
+// be read and belong to the object are among them. 1; 0 with the text untouched when they cannot be written.
 PANELHOST_API int a_GetObjectText(HOSTINFO* object, std::string* text);
 // The same; empty on failure.
 PANELHOST_API std::string a_ObjectText(HOSTINFO* object);
+// The picture that a line names which could not be read: a file name, or empty.
+PANELHOST_API std::string a_MissingPicture(const HOSTINFO* object);
+// Draws a frame with that name in it, where there is one.
+PANELHOST_API void a_DrawMissingPicture(const HOSTINFO* object, HDC dc, const RECT& frame);
 // Applies the lines of a panel file, as ph_LoadPanel does. Number of controls created, -1 on failure; lines
 // that cannot be applied are traced with the name given to the text and their number. They are kept with the
 // object they belong to; those that belong to none are dropped.

@@ -3,8 +3,8 @@
 #include <exception>
 #include <utility>
 
-// How many exceptions were kept inside on this thread. Whoever has to know whether an answer was one for failure
-// compares.
+// How many exceptions were kept inside on this thread. Whoever has to know whether an answer was one for
+// failure compares.
 inline unsigned& FailureCount() {
     static thread_local unsigned count = 0;
     return count;

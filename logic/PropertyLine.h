@@ -22,8 +22,8 @@ struct PropertyLine {
 // Splits any text; nothing is trimmed, since the keyword of the default value is a single blank.
 PropertyLine SplitPropertyLine(std::string_view line);
 
-// Whether the line empties a list of bindings: `connection=`, `function=`, `function2=`. Every control is saved
-// with such lines, those that know no such list as well.
+// Whether the line empties a list of bindings: `connection=`, `function=`, `function2=`. Every control is
+// saved with such lines, those that know no such list as well.
 bool IsEmptyBinding(std::string_view keyword, std::string_view value);
 
 // Pixels. The order of the edges is not checked: whoever sizes a window by it deals with a reversed one.

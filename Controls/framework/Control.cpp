@@ -18,7 +18,8 @@ LRESULT CONTROLPROPERTIES::OnLoad(WPARAM loadMode, LPARAM lParam) {
     a_GetKeyword(line, keyword);
     a_GetParameter(line, value);
     const bool edited = loadMode != LOAD_FROM_FILE;
-    const bool mayRefuse = !edited && logic::IsEmptyBinding(keyword, value); // each control is saved with some
+    const bool mayRefuse =
+        !edited && logic::IsEmptyBinding(keyword, value); // each control is saved with some
     const KEYWORDROW* table = GetHostinfoTable();
     int row = a_FindKeyword(table, keyword);
     if (row < 0) {

@@ -339,13 +339,18 @@ void Editor::Create(const CatalogueEntry& entry, std::optional<POINT> corner) {
     SetFocus(panel_);
 }
 
+// Empty when one of the controls cannot be written.
 std::string Editor::SelectedText() const {
     std::string text;
+    std::string one;
     for (HOSTINFO* object : a_ListHostinfos(edits_.Root())) {
         // A control comes with all that is inside it.
         for (const HOSTINFO* above = object; above; above = above->parent) {
             if (selection_.Contains(above)) {
-                text += a_ObjectText(object);
+                if (a_GetObjectText(object, &one) == 0) {
+                    return {};
+                }
+                text += one;
                 break;
             }
         }

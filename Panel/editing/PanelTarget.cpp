@@ -3,6 +3,9 @@
 #include "Panel/editing/Placement.h"
 #include "Panelhost/Editing.h"
 #include "Panelhost/Hostinfo.h"
+#include "Panelhost/Root.h"
+
+#include <stdexcept>
 
 HOSTINFO* PanelTarget::Find(const std::string& name) const {
     return name.empty() ? root_ : a_FindHostinfo(root_, name.c_str());
@@ -17,12 +20,17 @@ std::string PanelTarget::Text(const std::string& name) {
     if (!object) {
         return {};
     }
+    std::string text;
+    if (a_GetObjectText(object, &text) == 0) {
+        throw std::runtime_error("the text of " + name +
+                                 " cannot be written"); // none would mean that it is gone
+    }
     // The root has a text even when it has nothing to say.
-    return (object == root_ ? "\r\n" : "") + a_ObjectText(object);
+    return (object == root_ ? "\r\n" : "") + text;
 }
 
-void PanelTarget::Load(const std::string& text) {
-    a_LoadText(root_, text, "Edit");
+bool PanelTarget::Load(const std::string& text) {
+    return a_LoadText(root_, text, "Edit") >= 0 && a_LoadErrorCount(root_) == 0;
 }
 
 void PanelTarget::Destroy(const std::string& name) {

@@ -63,7 +63,7 @@ void KeptLines::Took(HOSTINFO& object, std::string_view keyword) {
     }
 }
 
-void KeptLines::Refused(HOSTINFO& object, std::string_view line, std::size_t number, int reason) {
+bool KeptLines::Refused(HOSTINFO& object, std::string_view line, std::size_t number, int reason) {
     const logic::PropertyLine parts = logic::SplitPropertyLine(line);
     Entry entry{std::string(parts.keyword), std::string(line), number, reason, text_, true};
     const auto [known, isNew] = blocks_.try_emplace(&object);
@@ -75,10 +75,10 @@ void KeptLines::Refused(HOSTINFO& object, std::string_view line, std::size_t num
     }
     const bool replaces = Forget(block, parts.keyword);
     if (replaces && parts.value.empty()) {
-        return; // the line was to take back what was kept
+        return false;
     }
-    // A keyword that this text has set before keeps its own line, too. Connections are applied when all has been
-    // passed, so a mark says nothing about them.
+    // A keyword that this text has set before keeps its own line, too. Connections are applied when all has
+    // been passed, so a mark says nothing about them.
     const bool isDeferred = parts.keyword == "connection";
     const auto mark = std::find_if(block.begin(), block.end(), [&](const Entry& other) {
         return !other.kept && other.keyword == entry.keyword && (isDeferred || other.text != text_);
@@ -88,6 +88,7 @@ void KeptLines::Refused(HOSTINFO& object, std::string_view line, std::size_t num
     } else {
         block.push_back(std::move(entry));
     }
+    return true;
 }
 
 KeptLines::Place KeptLines::Reserve(HOSTINFO& owner, std::string_view line, std::size_t number, int reason) {
@@ -99,8 +100,7 @@ KeptLines::Place KeptLines::Reserve(HOSTINFO& owner, std::string_view line, std:
     stray.after = current_;
     if (!seen_.empty()) {
         stray.behind = seen_.back();
-        stray.occurrence =
-            static_cast<std::size_t>(std::count(seen_.begin(), seen_.end(), stray.behind));
+        stray.occurrence = static_cast<std::size_t>(std::count(seen_.begin(), seen_.end(), stray.behind));
     }
     return strays_.insert(strays_.end(), std::move(stray));
 }

@@ -9,13 +9,14 @@
 class HOSTINFO;
 class PanelRoot;
 
-// Lines of panel files that nothing could be made of here: the name of a picture that is missing, a keyword or
-// class of a newer version, damage. They are written back where they stood, so that opening a panel and saving
-// it loses nothing.
+// Lines of panel files that nothing could be made of here: the name of a picture that is missing, a keyword
+// or class of a newer version, damage. They are written back where they stood, so that opening a panel and
+// saving it loses nothing.
 //
 // A line of an object that lives stands in place of the object's own line of that keyword and goes when the
-// keyword is set. All others are strays: a control of an unknown class with all its lines, a header that cannot
-// be read. They belong to the object that was to contain them, and stand behind a line of the object in front.
+// keyword is set. All others are strays: a control of an unknown class with all its lines, a header that
+// cannot be read. They belong to the object that was to contain them, and stand behind a line of the object
+// in front.
 class KeptLines {
 public:
     struct Unread {
@@ -55,8 +56,9 @@ public:
     void Passed(HOSTINFO& object, std::string_view keyword);
     // The object took the line. This and Refused come before Passed.
     void Took(HOSTINFO& object, std::string_view keyword);
-    // The object refused the line, given without the object's name.
-    void Refused(HOSTINFO& object, std::string_view line, std::size_t number, int reason);
+    // The object refused the line, given without the object's name. False when it only took back what was
+    // kept.
+    bool Refused(HOSTINFO& object, std::string_view line, std::size_t number, int reason);
     // A line for a stray at this place of the text; it is none before Confirm.
     Place Reserve(HOSTINFO& owner, std::string_view line, std::size_t number, int reason);
     void Confirm(Place place);
@@ -94,8 +96,8 @@ private:
     struct Written;
 
     void Begin();
-    // Turns the first line of that keyword that is kept from an earlier text into a mark of its place, and drops
-    // the others. False when there is none.
+    // Turns the first line of that keyword that is kept from an earlier text into a mark of its place, and
+    // drops the others. False when there is none.
     bool Forget(Block& block, std::string_view keyword) const;
     std::vector<Written> MergedBlock(const HOSTINFO& object, std::string_view own) const;
     static std::string Prefix(const HOSTINFO& object);

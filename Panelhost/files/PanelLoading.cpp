@@ -31,7 +31,7 @@ int ReasonOfRefusal(HOSTINFO& object, const logic::PropertyLine& parts) {
     }
     const bool isColour = parts.value.starts_with("0x");
     return parts.keyword == "bitmap" || (parts.keyword == "background" && !isColour) ? PH_UNREAD_PICTURE
-                                                                                      : PH_UNREAD_VALUE;
+                                                                                     : PH_UNREAD_VALUE;
 }
 
 } // namespace
@@ -136,7 +136,8 @@ bool PanelLoading::Keeps(const HOSTINFO& owner) const {
     return &owner != &root_ || ofNoObject_ == OfNoObject::Kept;
 }
 
-KeptLines::Place PanelLoading::Reserve(const std::string& line, const logic::PropertyLine& parts, int reason) {
+KeptLines::Place PanelLoading::Reserve(const std::string& line, const logic::PropertyLine& parts,
+                                       int reason) {
     HOSTINFO& owner = OwnerOf(parts);
     const std::size_t path = owner.kind == KIND_ROOT ? 0 : owner.name.size() + 1;
     return root_.kept.Reserve(owner, std::string_view(line).substr(path), number_, reason);
@@ -220,9 +221,9 @@ int PanelLoading::CreateFromHeader(const std::string& line, const logic::Propert
         return PH_UNREAD_DAMAGED;
     }
     const bool isInside = !parts.object.empty();
-    HOSTINFO* parent = !isInside                               ? &root_
+    HOSTINFO* parent = !isInside                              ? &root_
                        : IsRefused(std::string(parts.object)) ? nullptr
-                                                               : root_.Find(std::string(parts.object));
+                                                              : root_.Find(std::string(parts.object));
     if (parent == nullptr || parent->kind == KIND_DEVICE) {
         Fail("Panel not found: %s", line);
         return PH_UNREAD_OBJECT;
@@ -281,9 +282,8 @@ bool PanelLoading::Send(HOSTINFO& object, const std::string& line, const logic::
     }
     if (taken != 0 || logic::IsEmptyBinding(parts.keyword, parts.value)) {
         root_.kept.Took(object, parts.keyword);
-    } else {
+    } else if (root_.kept.Refused(object, text, number_, ReasonOfRefusal(object, parts))) {
         ++root_.loadErrors;
-        root_.kept.Refused(object, text, number_, ReasonOfRefusal(object, parts));
     }
     return true;
 }

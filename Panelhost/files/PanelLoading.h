@@ -13,8 +13,8 @@
 // exist. What cannot be applied is traced, counted and kept.
 class PanelLoading {
 public:
-    // Lines that belong to no object are kept with the panel, or, where a text is that of single objects, not at
-    // all.
+    // Lines that belong to no object are kept with the panel, or, where a text is that of single objects, not
+    // at all.
     enum class OfNoObject { Kept, Dropped };
 
     explicit PanelLoading(PanelRoot& root, OfNoObject ofNoObject = OfNoObject::Kept)

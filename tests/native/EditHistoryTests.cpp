@@ -29,7 +29,7 @@ public:
         }
         return text;
     }
-    void Load(const std::string& text) override {
+    bool Load(const std::string& text) override {
         for (const std::string& line : SplitLines(text)) {
             const PropertyLine parts = SplitPropertyLine(line);
             if (parts.keyword != "control") {
@@ -48,6 +48,7 @@ public:
             const std::string path(parts.object);
             Create(path.empty() ? header->name : path + "*" + header->name, *header);
         }
+        return true;
     }
     void Destroy(const std::string& name) override {
         REQUIRE(Exists(name));
