@@ -40,7 +40,8 @@ PH_API int __cdecl ph_SavePanel(HOSTINFO* root, const char* file) PH_NOEXCEPT;
 /* Lines of a panel file that could not be read are kept, saved where they stood, and go when their keyword is
  * set. What was the matter: */
 #define PH_UNREAD_DAMAGED 1 /* too long, holds a NUL, or is a header that cannot be read */
-#define PH_UNREAD_CLASS 2  /* a control of a class that no library has registered, or that cannot be created \
+#define PH_UNREAD_CLASS                                                                                      \
+    2                      /* a control of a class that no library has registered, or that cannot be created \
                             */
 #define PH_UNREAD_NAME 3   /* a control whose name is taken by one of another class */
 #define PH_UNREAD_OBJECT 4 /* a line of an object that is not there */

@@ -24,8 +24,22 @@ std::string PathOf(const logic::PropertyLine& parts) {
     return parts.object.empty() ? "" : std::string(parts.object) + "*";
 }
 
-int ReasonOfRefusal(HOSTINFO& object, const logic::PropertyLine& parts) {
-    const KEYWORDROW* table = object.HasHostinfoTable() != 0 ? object.GetHostinfoTable() : nullptr;
+// Whether the object has the value already, which some answer as they do a refusal.
+bool Holds(const HOSTINFO& object, const KEYWORDROW* table, const logic::PropertyLine& parts) {
+    char value[TEXT_SIZE] = "";
+    VALUERECORD record;
+    record.command = COMMAND_GET;
+    record.index = a_FindKeyword(table, std::string(parts.keyword).c_str());
+    record.datatype = DATATYPE_TEXT;
+    record.data = value;
+    if (record.index <= 0 || (table[record.index].flags & KEYWORD_SAVED) == 0) {
+        return false;
+    }
+    SendMessageA(object.window, CWM_MESSAGE, 0, reinterpret_cast<LPARAM>(&record));
+    return parts.value == value;
+}
+
+int ReasonOfRefusal(const KEYWORDROW* table, const logic::PropertyLine& parts) {
     if (table != nullptr && a_FindKeyword(table, std::string(parts.keyword).c_str()) < 0) {
         return PH_UNREAD_KEYWORD;
     }
@@ -187,30 +201,32 @@ void PanelLoading::Apply(const std::string& line) {
 PanelLoading::Connection PanelLoading::Defer(const std::string& line, const logic::PropertyLine& parts) {
     if (HOSTINFO* object = ObjectOf(parts); object != nullptr) {
         root_.kept.Passed(*object, parts.keyword);
-        return {line, number_, false, {}};
+        return {line, number_, object, false, {}};
     }
-    return {line, number_, true, Reserve(line, parts, PH_UNREAD_OBJECT)};
+    const bool isRefused = IsRefused(std::string(parts.object));
+    return {line, number_, nullptr, isRefused, Reserve(line, parts, PH_UNREAD_OBJECT)};
 }
 
 void PanelLoading::ApplyDeferred(const Connection& connection) {
     number_ = connection.number;
     const logic::PropertyLine parts = logic::SplitPropertyLine(connection.line);
-    HOSTINFO* object = ObjectOf(parts);
-    if (object == nullptr) {
-        Fail("Object not found: %s", connection.line);
-        if (!connection.hasPlace) {
-            KeepStray(connection.line, parts, PH_UNREAD_OBJECT);
-        } else if (Keeps(OwnerOf(parts))) {
-            root_.kept.Confirm(connection.place);
-        } else {
-            root_.kept.Drop(connection.place);
+    if (connection.object != nullptr) {
+        if (a_IsAlive(connection.object)) {
+            Send(*connection.object, connection.line, parts);
         }
         return;
     }
-    if (connection.hasPlace) {
+    HOSTINFO* object = connection.isRefused ? nullptr : ObjectOf(parts);
+    if (object == nullptr && Keeps(*connection.place->owner)) {
+        root_.kept.Confirm(connection.place);
+    } else {
         root_.kept.Drop(connection.place);
     }
-    Send(*object, connection.line, parts);
+    if (object == nullptr) {
+        Fail("Object not found: %s", connection.line);
+    } else {
+        Send(*object, connection.line, parts);
+    }
 }
 
 int PanelLoading::CreateFromHeader(const std::string& line, const logic::PropertyLine& parts,
@@ -280,9 +296,12 @@ bool PanelLoading::Send(HOSTINFO& object, const std::string& line, const logic::
     if (!a_IsAlive(&object)) { // a value that was passed on can have closed it
         return false;
     }
-    if (taken != 0 || logic::IsEmptyBinding(parts.keyword, parts.value)) {
+    const KEYWORDROW* table = object.HasHostinfoTable() != 0 ? object.GetHostinfoTable() : nullptr;
+    const int reason = taken != 0 ? 0 : ReasonOfRefusal(table, parts);
+    if (taken != 0 || logic::IsEmptyBinding(parts.keyword, parts.value) ||
+        (reason == PH_UNREAD_VALUE && Holds(object, table, parts))) {
         root_.kept.Took(object, parts.keyword);
-    } else if (root_.kept.Refused(object, text, number_, ReasonOfRefusal(object, parts))) {
+    } else if (root_.kept.Refused(object, text, number_, reason)) {
         ++root_.loadErrors;
     }
     return true;

@@ -27,7 +27,8 @@ private:
     struct Connection {
         std::string line;
         std::size_t number;
-        bool hasPlace;
+        HOSTINFO* object;       // null while it is not there
+        bool isRefused;         // with its object
         KeptLines::Place place; // for the case that its object does not come
     };
 

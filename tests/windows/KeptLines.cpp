@@ -26,8 +26,36 @@ void __cdecl Receive(const PH_UNREADLINE* line, void* context) {
 
 std::vector<Listed> List(const TestPanel& panel) {
     std::vector<Listed> lines;
-    CHECK(ph_ListUnread(panel.Root(), Receive, &lines) == static_cast<int>(lines.size()));
+    const int count = ph_ListUnread(panel.Root(), Receive, &lines);
+    CHECK(count == static_cast<int>(lines.size()));
+    CHECK(ph_ListUnread(panel.Root(), nullptr, nullptr) == count);
     return lines;
+}
+
+std::string Join(const std::vector<std::string>& lines) {
+    std::string text;
+    for (const std::string& line : lines) {
+        text += line + "\r\n";
+    }
+    return text;
+}
+
+std::vector<std::string> Split(const std::string& text) {
+    std::vector<std::string> lines;
+    for (std::size_t start = 0, end = 0; (end = text.find("\r\n", start)) != std::string::npos;
+         start = end + 2) {
+        lines.push_back(text.substr(start, end - start));
+    }
+    return lines;
+}
+
+void CheckSame(const std::string& text, const std::string& expected) {
+    const auto lines = Split(text);
+    const auto wanted = Split(expected);
+    const auto first = std::mismatch(lines.begin(), lines.end(), wanted.begin(), wanted.end());
+    CHECK((first.first == lines.end() ? "(end)" : *first.first).substr(0, 100) ==
+          (first.second == wanted.end() ? "(end)" : *first.second).substr(0, 100));
+    CHECK((text == expected));
 }
 
 // A panel that was filled from a text.
@@ -49,23 +77,6 @@ public:
 private:
     TestFolder folder_;
 };
-
-std::string Join(const std::vector<std::string>& lines) {
-    std::string text;
-    for (const std::string& line : lines) {
-        text += line + "\r\n";
-    }
-    return text;
-}
-
-std::vector<std::string> Split(const std::string& text) {
-    std::vector<std::string> lines;
-    for (std::size_t start = 0, end = 0; (end = text.find("\r\n", start)) != std::string::npos;
-         start = end + 2) {
-        lines.push_back(text.substr(start, end - start));
-    }
-    return lines;
-}
 
 // Line number of the first line that begins so, from 0.
 std::size_t LineOf(const std::vector<std::string>& lines, const std::string& start) {
@@ -119,8 +130,8 @@ TEST_CASE("what cannot be read is listed, changes nothing and is saved where it 
 
     const TraceCapture trace;
     const Opened opened(file);
-    CHECK(opened.Saved() == file);
-    CHECK(Opened(opened.Saved()).Saved() == file);
+    CheckSame(opened.Saved(), file);
+    CheckSame(Opened(opened.Saved()).Saved(), file);
     CHECK(Text(opened.Find("A"), "bitmap") == ".\\Controls\\Knob.bmp");
     CHECK(Text(opened.Find("A"), "properties") == "0,100,0");
     CHECK(Value(opened.Find("A")) == 0.0F); // an unknown keyword is no value
@@ -144,7 +155,7 @@ TEST_CASE("what cannot be read is listed, changes nothing and is saved where it 
     has("A", TOO_LONG, PH_UNREAD_DAMAGED);
     has("A", "A*later=2", PH_UNREAD_KEYWORD);
     has("A", "A*newest", PH_UNREAD_KEYWORD);
-    has("M", "M*connection=A", PH_UNREAD_KEYWORD);
+    has("M", "M*connection=A", PH_UNREAD_VALUE);
     has("S", "S*Part*value=1", PH_UNREAD_OBJECT);
     has("", "control=0x00000000 NOSUCH \"N\" 0x40000000 0,0,9,9", PH_UNREAD_CLASS);
     has("", "N*In*value=1", PH_UNREAD_OBJECT);
@@ -196,7 +207,7 @@ TEST_CASE("damage at any place of a panel file is saved where it was") {
         }
         const std::string file = Join(lines);
         const Opened opened(file);
-        CHECK(opened.Saved() == file);
+        CheckSame(opened.Saved(), file);
     }
 }
 
@@ -231,7 +242,8 @@ TEST_CASE("a kept line goes when its keyword is set, and by nothing else") {
     for (const char* both : {"A*interval=50\r\nA*interval=soon", "A*interval=soon\r\nA*interval=50"}) {
         const Opened twice(head + both + "\r\n");
         CHECK(ObjectOf(twice.Find("A")).interval == 50);
-        CHECK(holds(twice, both));
+        CHECK(holds(twice, "A*interval=soon"));
+        CHECK(holds(twice, "A*interval=50"));
     }
 }
 
@@ -268,13 +280,13 @@ TEST_CASE("kept lines are copied and deleted with their control, and come back w
                          : *name == 'S' ? &ObjectOf(opened.Find("B"))
                                         : nullptr;
         a_MoveBefore(&ObjectOf(opened.Find(name)), next);
-        CHECK(opened.Saved() == text);
+        CheckSame(opened.Saved(), text);
     }
     // What belongs to no control is not brought in by the text of controls.
     a_LoadText(root, head + "NOSUCH \"Z\" 0x40000000 0,0,9,9\r\nZ*value=1\r\nZ*connection=A\r\n",
                "Clipboard");
     CHECK(a_LoadErrorCount(root) == 3);
-    CHECK(opened.Saved() == text);
+    CheckSame(opened.Saved(), text);
     // A line that sets a keyword to nothing takes back what was kept.
     a_LoadText(root, "B*later=\r\nA*bitmap=.\\Controls\\Knob.bmp\r\n", "Undo");
     CHECK(a_LoadErrorCount(root) == 0);

@@ -2,7 +2,7 @@
 
 #include "tests/windows/TestPanel.h"
 
-#include <cstring>
+#include <cstdlib>
 
 namespace {
 
@@ -48,9 +48,10 @@ LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lPar
 
 int refusals = 0;
 
-void* __cdecl RefuseMemory(std::size_t) {
-    ++refusals;
-    return nullptr;
+// One request of the size of a line or more: the compiler's runtime needs some to tell of it.
+void* __cdecl RefuseMemory(std::size_t size) {
+    constexpr std::size_t LINE = 48;
+    return size < LINE || refusals++ > 0 ? std::malloc(size) : nullptr;
 }
 
 // Where the module's imports hold the address of that function.

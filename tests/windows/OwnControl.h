@@ -16,7 +16,7 @@ public:
     OwnControl& operator=(const OwnControl&) = delete;
 };
 
-// While it lives the module is refused all memory. One at a time.
+// While it lives the module is refused memory for the first line that it makes. One at a time.
 class NoMemory {
 public:
     explicit NoMemory(HMODULE module);

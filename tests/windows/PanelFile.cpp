@@ -45,10 +45,10 @@ std::string EverythingFile() {
                   "One KNOB*resolution=0.125\r\n"
                   "One KNOB*values=1,2,3,4,5\r\n"
                   "One KNOB*valuescopy=1,2,3,4,5,\r\n"
-                  "One FADER*function=AMP1*gain;AMP1*gain\r\n"
-                  "One FADER*properties=-80,18,-20\r\n"
-                  "One FADER*relative=1\r\n"
-                  "One FADER*connection=\r\n"
+                  "control=0x00000000 FADER \"Relative\" 0x40000000 0,0,30,200\r\n"
+                  "Relative*function=AMP1*gain;AMP1*gain\r\n"
+                  "Relative*properties=-80,18,-20\r\n"
+                  "Relative*relative=1\r\n"
                   "One LED*layer=u1,u64\r\n"
                   "One LED*function=AMP1*mute\r\n";
 }
@@ -69,7 +69,7 @@ TEST_CASE("a panel of every class is saved, loaded and saved again byte for byte
     {
         const TestPanel panel;
         const TraceCapture trace;
-        CHECK(LoadFile(panel, folder.Write("everything.panel", EverythingFile())) == 90);
+        CHECK(LoadFile(panel, folder.Write("everything.panel", EverythingFile())) == 91);
         for (const char* complaint : {"Error reading", "not found", "Not implemented", "Unknown"}) {
             CHECK(trace.CountContaining(complaint) == 0);
         }
@@ -86,7 +86,7 @@ TEST_CASE("a panel of every class is saved, loaded and saved again byte for byte
         }
         CHECK(SaveFile(panel, first) == 1);
     }
-    const std::string saved = ReadBytes(first);
+    std::string saved = ReadBytes(first);
     CHECK(saved.rfind("background=0x00402010\r\nlayer=u2,u5\r\nsize=640,480\r\ntitle=All * of = them\r\n"
                       "control=0x00000000 AUTOMIXER \"One AUTOMIXER\" 0x40010000 0,5,60,45\r\n",
                       0) == 0);
@@ -107,10 +107,15 @@ TEST_CASE("a panel of every class is saved, loaded and saved again byte for byte
         if (round > 1) { // with devices that answer
             panel.Declare("AMP1*device=simulated\nAMP1*gain=float,-80,18,-20,dB\nAMP1*mute=integer,0,1,0,\n");
         }
-        CHECK(LoadFile(panel, round == 0 ? first : second) == 90);
+        CHECK(LoadFile(panel, round == 0 ? first : second) == 91);
+        INFO(trace.All());
         CHECK(a_LoadErrorCount(panel.Root()) == 0);
         CHECK(trace.CountContaining("not found") == 0);
         CHECK(SaveFile(panel, second) == 1);
+        if (round == 2) { // what they answer is saved, too
+            saved = ReadBytes(second);
+            CHECK(saved.find("\r\nRelative*values=0,,0,\r\n") != std::string::npos);
+        }
         CHECK(ReadBytes(second) == saved);
     }
     CHECK(folder.Names() == std::vector<std::string>{"everything.panel", "first.panel", "second.panel"});
