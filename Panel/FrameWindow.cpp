@@ -324,7 +324,7 @@ void FrameWindow::Replace(std::unique_ptr<PanelWindow> panel, const std::string&
 void FrameWindow::ShowNotice() {
     std::vector<UnreadLine> lines = panel_->Unread();
     fileToKeep_ = lines.empty() ? "" : file_;
-    notice_.SetText(UnreadSummary(DocumentName(), lines));
+    notice_.SetText(UnreadSummary(lines));
     if (lines.empty() && unread_.IsShown()) {
         unread_.Show(false);
     }

@@ -5,10 +5,13 @@
 
 #include <windowsx.h>
 
+#include <algorithm>
+
 namespace {
 
-constexpr int HEIGHT = 30;
+constexpr int HEIGHT = 36; // two lines of text
 constexpr int GAP = 6;
+constexpr int BUTTON_HEIGHT = 24;
 constexpr int BUTTON_WIDTH = 64;
 constexpr int ICON = 16;
 constexpr COLORREF GROUND = RGB(255, 244, 206);
@@ -51,7 +54,7 @@ void NoticeBar::Place(int top, int width) {
     int left = width;
     for (const HWND button : {close_, show_}) {
         left -= BUTTON_WIDTH + GAP;
-        SetWindowPos(button, nullptr, left, GAP / 2, BUTTON_WIDTH, HEIGHT - GAP,
+        SetWindowPos(button, nullptr, left, (HEIGHT - BUTTON_HEIGHT) / 2, BUTTON_WIDTH, BUTTON_HEIGHT,
                      SWP_NOZORDER | SWP_NOACTIVATE);
     }
     InvalidateRect(Handle(), nullptr, FALSE);
@@ -76,7 +79,12 @@ void NoticeBar::Paint() const {
         const Selected font(dc, font_);
         SetBkMode(dc, TRANSPARENT);
         SetTextColor(dc, LETTERS);
-        DrawTextA(dc, text_.c_str(), -1, &place, DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX | DT_END_ELLIPSIS);
+        constexpr UINT FORMAT = DT_WORDBREAK | DT_NOPREFIX | DT_END_ELLIPSIS;
+        RECT needed = place;
+        DrawTextA(dc, text_.c_str(), -1, &needed, FORMAT | DT_CALCRECT);
+        OffsetRect(&place, 0, std::max(1L, (HEIGHT - 1 - (needed.bottom - needed.top)) / 2));
+        place.bottom = HEIGHT - 1;
+        DrawTextA(dc, text_.c_str(), -1, &place, FORMAT);
     }
     EndPaint(Handle(), &paint);
 }

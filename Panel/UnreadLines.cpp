@@ -15,10 +15,9 @@ struct Reason {
 };
 constexpr Reason REASONS[] = {
     {PH_UNREAD_PICTURE, "picture missing", "missing picture", "missing pictures"},
-    {PH_UNREAD_CLASS, "unknown class", "control of an unknown class", "controls of unknown classes"},
-    {PH_UNREAD_NAME, "name taken", "name that is taken", "names that are taken"},
-    {PH_UNREAD_OBJECT, "no such control", "line of a control that is not there",
-     "lines of controls that are not there"},
+    {PH_UNREAD_CLASS, "unknown class", "unknown control", "unknown controls"},
+    {PH_UNREAD_NAME, "name taken", "taken name", "taken names"},
+    {PH_UNREAD_OBJECT, "no such control", "line of a missing control", "lines of missing controls"},
     {PH_UNREAD_KEYWORD, "unknown keyword", "unknown keyword", "unknown keywords"},
     {PH_UNREAD_VALUE, "value refused", "refused value", "refused values"},
     {PH_UNREAD_DAMAGED, "damaged", "damaged line", "damaged lines"},
@@ -45,7 +44,7 @@ std::string ReasonText(int reason) {
     return known == std::end(REASONS) ? "" : known->text;
 }
 
-std::string UnreadSummary(const std::string& file, const std::vector<UnreadLine>& lines) {
+std::string UnreadSummary(const std::vector<UnreadLine>& lines) {
     std::string why;
     for (const Reason& row : REASONS) {
         const auto count = std::count_if(lines.begin(), lines.end(),
@@ -58,6 +57,6 @@ std::string UnreadSummary(const std::string& file, const std::vector<UnreadLine>
     if (why.empty()) {
         return {};
     }
-    return std::to_string(lines.size()) + (lines.size() == 1 ? " line of " : " lines of ") + file +
-           " could not be read and will be saved unchanged: " + why;
+    return std::to_string(lines.size()) + (lines.size() == 1 ? " line" : " lines") +
+           " could not be read: " + why + ". They are kept and saved as they are.";
 }

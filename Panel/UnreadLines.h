@@ -16,5 +16,5 @@ struct UnreadLine {
 std::vector<UnreadLine> UnreadLines(HOSTINFO* root);
 // Why it could not be read, in a few words.
 std::string ReasonText(int reason);
-// How many lines of the file could not be read, and why: one sentence; empty for none.
-std::string UnreadSummary(const std::string& file, const std::vector<UnreadLine>& lines);
+// How many lines of the file could not be read, why, and what becomes of them; empty for none.
+std::string UnreadSummary(const std::vector<UnreadLine>& lines);

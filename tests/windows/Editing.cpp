@@ -199,8 +199,8 @@ TEST_CASE("lines that could not be read are told of, kept, and the old file at t
     const HWND notice = program.Below(program.Frame(), "PanelNotice");
     char text[256] = "";
     SendMessageA(notice, WM_GETTEXT, sizeof text, reinterpret_cast<LPARAM>(text));
-    CHECK(text == std::string("3 lines of test.panel could not be read and will be saved unchanged: 1 missing "
-                              "picture, 1 control of an unknown class, 1 line of a control that is not there"));
+    CHECK(text == std::string("3 lines could not be read: 1 missing picture, 1 unknown control, 1 line of a "
+                              "missing control. They are kept and saved as they are."));
     RECT bar;
     RECT panel;
     GetWindowRect(notice, &bar);
@@ -216,7 +216,8 @@ TEST_CASE("lines that could not be read are told of, kept, and the old file at t
     program.Beside("test.panel.bak", "of the user");
     const std::string saved = program.Saved();
     CHECK(Contains(saved, "\r\nA*bitmap=.\\Controls\\Missing.bmp\r\n"));
-    CHECK(Contains(saved, "\r\ncontrol=0x00000000 PanelWindow \"W\" 0x50000000 100,40,187,87\r\nW*value=1\r\n"));
+    CHECK(Contains(saved,
+                   "\r\ncontrol=0x00000000 PanelWindow \"W\" 0x50000000 100,40,187,87\r\nW*value=1\r\n"));
     const std::vector<std::string> names{"test.panel", "test.panel.2.bak", "test.panel.bak", "trace.txt"};
     CHECK(program.FilesBeside() == names);
     CHECK(program.Beside("test.panel.2.bak") == file);
