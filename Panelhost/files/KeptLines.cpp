@@ -46,6 +46,13 @@ bool KeptLines::Forget(Block& block, std::string_view keyword) const {
     return true;
 }
 
+// Behind what the text that is read has said so far.
+void KeptLines::Insert(Block& block, Entry entry) const {
+    const auto last =
+        std::find_if(block.rbegin(), block.rend(), [&](const Entry& other) { return other.text == text_; });
+    block.insert(last == block.rend() ? block.end() : last.base(), std::move(entry));
+}
+
 void KeptLines::Took(HOSTINFO& object, std::string_view keyword) {
     const auto known = blocks_.find(&object);
     if (known == blocks_.end()) {
@@ -59,7 +66,7 @@ void KeptLines::Took(HOSTINFO& object, std::string_view keyword) {
     if (mark != block.end()) {
         mark->text = text_;
     } else {
-        block.push_back({std::string(keyword), {}, 0, 0, text_, false});
+        Insert(block, {std::string(keyword), {}, 0, 0, text_, false});
     }
 }
 
@@ -86,7 +93,7 @@ bool KeptLines::Refused(HOSTINFO& object, std::string_view line, std::size_t num
     if (mark != block.end()) {
         *mark = std::move(entry);
     } else {
-        block.push_back(std::move(entry));
+        Insert(block, std::move(entry));
     }
     return true;
 }
@@ -97,6 +104,7 @@ KeptLines::Place KeptLines::Reserve(HOSTINFO& owner, std::string_view line, std:
     stray.line = line;
     stray.number = number;
     stray.reason = reason;
+    stray.text = text_;
     stray.after = current_;
     if (!seen_.empty()) {
         stray.behind = seen_.back();
@@ -106,10 +114,10 @@ KeptLines::Place KeptLines::Reserve(HOSTINFO& owner, std::string_view line, std:
 }
 
 void KeptLines::Confirm(Place place) {
-    // One whose owner has come back stands where it stood.
+    // One that an earlier text had, or whose owner has come back, stands where it stood.
     const std::string full = FullLine(*place);
     const auto former = std::find_if(strays_.begin(), strays_.end(), [&](const Stray& stray) {
-        return stray.owner == nullptr && stray.line == full;
+        return stray.text != text_ && (stray.present || stray.owner == nullptr) && FullLine(stray) == full;
     });
     place->present = true;
     if (former != strays_.end()) {
@@ -117,6 +125,7 @@ void KeptLines::Confirm(Place place) {
         former->line = std::move(place->line);
         former->number = place->number;
         former->reason = place->reason;
+        former->text = text_;
         former->present = true;
         strays_.erase(place);
     }

@@ -30,6 +30,7 @@ public:
         std::string line;          // without the owner's name; with it once the owner is gone
         std::size_t number = 0;
         int reason = 0;
+        unsigned text = 0; // the text it came with
         bool present = false;
 
         HOSTINFO* after = nullptr; // stands in the text of that object
@@ -99,6 +100,7 @@ private:
     // Turns the first line of that keyword that is kept from an earlier text into a mark of its place, and
     // drops the others. False when there is none.
     bool Forget(Block& block, std::string_view keyword) const;
+    void Insert(Block& block, Entry entry) const;
     std::vector<Written> MergedBlock(const HOSTINFO& object, std::string_view own) const;
     static std::string Prefix(const HOSTINFO& object);
     static std::string FullLine(const Stray& stray);

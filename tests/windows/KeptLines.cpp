@@ -139,6 +139,10 @@ TEST_CASE("what cannot be read is listed, changes nothing and is saved where it 
     CHECK(a_MissingPicture(&ObjectOf(opened.Find("A"))) == ".\\Controls\\Missing.bmp");
     CHECK(a_MissingPicture(&ObjectOf(opened.Find("B"))).empty());
 
+    const TestFolder folder; // what is read twice stands there once
+    ph_LoadPanel(opened.panel.Root(), folder.Write("again.panel", file).c_str());
+    CheckSame(opened.Saved(), file);
+
     const std::vector<Listed> listed = List(opened.panel);
     CHECK(static_cast<int>(listed.size()) == a_LoadErrorCount(opened.panel.Root()));
     CHECK(listed.size() == 23);
