@@ -86,7 +86,6 @@ class XOVERPROPERTIES : public RECORDEDITOR<Crossover> {
 public:
     XOVERPROPERTIES();
     const KEYWORDROW* GetHostinfoTable() override;
-    LRESULT OnLoad(WPARAM loadMode, LPARAM line) override;
     LRESULT OnGetTooltip(WPARAM wParam, LPARAM text) override;
     void SetDefaults() override;
     void Draw(HDC dc, const RECT& client) const override;
@@ -216,19 +215,6 @@ static_assert(KeywordsAreUnique(KEYWORDS));
 
 const KEYWORDROW* XOVERPROPERTIES::GetHostinfoTable() {
     return KEYWORDS;
-}
-
-// In a configuration an unknown keyword is a damaged line, not a value.
-LRESULT XOVERPROPERTIES::OnLoad(WPARAM loadMode, LPARAM line) {
-    if (isLoading && line != 0) {
-        char keyword[TEXT_SIZE];
-        a_GetKeyword(reinterpret_cast<const char*>(line), keyword);
-        if (a_FindKeyword(KEYWORDS, keyword) < 0) {
-            TRACE("%s Keyword not found: %s\n", controlClass->displayName, keyword);
-            return 0;
-        }
-    }
-    return EDITORPROPERTIES::OnLoad(loadMode, line);
 }
 
 LRESULT XOVERPROPERTIES::OnGetTooltip(WPARAM wParam, LPARAM lParam) {

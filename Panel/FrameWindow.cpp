@@ -46,7 +46,8 @@ bool FrameWindow::Create(std::string& error) {
     if (Window::Create("PanelFrame", "Panel", STYLE, WS_EX_CONTROLPARENT, place, nullptr,
                        LoadMenuA(instance, MAKEINTRESOURCEA(IDM_FRAME)), nullptr) &&
         toolbar_.Create(Handle()) && palette_.Create(Handle(), font_.get()) && view_.Create(Handle()) &&
-        status_.Create(Handle(), font_.get()) && trace_.Create(Handle(), font_.get())) {
+        status_.Create(Handle(), font_.get()) && trace_.Create(Handle(), font_.get()) &&
+        notice_.Create(Handle(), font_.get()) && unread_.Create(Handle(), font_.get())) {
         keys_ = LoadAcceleratorsA(instance, MAKEINTRESOURCEA(IDA_FRAME));
         editKeys_ = LoadAcceleratorsA(instance, MAKEINTRESOURCEA(IDA_EDIT));
         return true;
@@ -68,7 +69,7 @@ void FrameWindow::Start(int showCommand) {
 // Keys.
 
 bool FrameWindow::TranslateKey(MSG& message) {
-    if (trace_.TranslateKey(message)) {
+    if (trace_.TranslateKey(message) || unread_.TranslateKey(message)) {
         return true;
     }
     if (message.hwnd != Handle() && !IsChild(Handle(), message.hwnd)) {
@@ -183,6 +184,13 @@ void FrameWindow::OnCommand(int command) {
         return;
     case CMD_VIEW_TRACE:
         return trace_.Show(!trace_.IsShown());
+    case CMD_VIEW_UNREAD:
+        unread_.SetLines(panel_->Unread());
+        return unread_.Show(true);
+    case CMD_CLOSE_NOTICE:
+        notice_.SetText("");
+        OnSize();
+        return panel_->RestoreFocus();
     case CMD_ABOUT:
         return About();
     default:
@@ -227,6 +235,7 @@ void FrameWindow::UpdateMenu() const {
     if (!panel_) {
         return;
     }
+    EnableMenuItem(menu, CMD_VIEW_UNREAD, panel_->Unread().empty() ? MF_GRAYED : MF_ENABLED);
     const Editor& editor = panel_->Edit();
     for (int command = CMD_EDIT_FIRST; command <= CMD_EDIT_LAST; ++command) {
         const auto item = static_cast<UINT>(command);
@@ -266,7 +275,8 @@ void FrameWindow::OnSize() {
     toolbar_.Resize();
     RECT client;
     GetClientRect(Handle(), &client);
-    const int top = toolbar_.Height();
+    notice_.Place(toolbar_.Height(), client.right);
+    const int top = toolbar_.Height() + notice_.Height();
     const int height = std::max(0L, client.bottom - status_.Height() - top);
     const int left = PaletteWidth();
     if (editing_) {
@@ -340,6 +350,7 @@ void FrameWindow::Replace(std::unique_ptr<PanelWindow> panel, const std::string&
         palette_.SetEditor(&panel_->Edit());
     }
     statedSize_ = panel_->StatedSize();
+    ShowNotice();
     FitToPanel();
     Refresh();
     if (GetActiveWindow() == Handle()) {
@@ -357,6 +368,17 @@ void FrameWindow::ShowWarnings() {
     for (const std::string& text : std::exchange(warnings_, {})) {
         reporter_.Warn(Handle(), text);
     }
+}
+
+void FrameWindow::ShowNotice() {
+    std::vector<UnreadLine> lines = panel_->Unread();
+    fileToKeep_ = lines.empty() ? "" : file_;
+    notice_.SetText(UnreadSummary(lines));
+    if (lines.empty() && unread_.IsShown()) {
+        unread_.Show(false);
+    }
+    unread_.SetLines(std::move(lines));
+    OnSize();
 }
 
 std::string FrameWindow::DeviceFileFor(const std::string& file) const {
@@ -394,11 +416,42 @@ bool FrameWindow::SaveAs() {
     return !file.empty() && SaveTo(file);
 }
 
+bool FrameWindow::KeepOld(const std::string& file, std::string& kept, std::string& error) const {
+    kept.clear();
+    if (fileToKeep_.empty() || lstrcmpiA(file.c_str(), fileToKeep_.c_str()) != 0 || !FileExists(file)) {
+        return true;
+    }
+    constexpr int MOST_COPIES = 1000;
+    for (int copy = 1; copy <= MOST_COPIES; ++copy) {
+        kept = file + (copy == 1 ? "" : "." + std::to_string(copy)) + ".bak";
+        if (CopyFileA(file.c_str(), kept.c_str(), TRUE)) {
+            return true;
+        }
+        const DWORD code = GetLastError();
+        if (GetFileAttributesA(kept.c_str()) == INVALID_FILE_ATTRIBUTES) { // its name is not the reason
+            error =
+                "cannot save " + file + ": the old file cannot be copied to " + kept + ": " + ErrorText(code);
+            kept.clear();
+            return false;
+        }
+    }
+    kept.clear();
+    error = "cannot save " + file + ": there are too many copies of the old file";
+    return false;
+}
+
 bool FrameWindow::SaveTo(const std::string& file) {
     std::string error;
-    if (!panel_->Save(file, error)) {
+    std::string kept;
+    if (!KeepOld(file, kept, error) || !panel_->Save(file, error)) {
+        if (!kept.empty()) {
+            DeleteFileA(kept.c_str());
+        }
         reporter_.Warn(Handle(), error);
         return false;
+    }
+    if (!kept.empty()) {
+        fileToKeep_.clear();
     }
     file_ = file;
     Refresh();
@@ -465,7 +518,8 @@ void FrameWindow::FitToPanel() {
     const RECT work = WorkArea(Handle());
     RECT border{};
     AdjustWindowRectEx(&border, STYLE, TRUE, WS_EX_CONTROLPARENT);
-    border.bottom += status_.Height() + toolbar_.Height();
+    const int bars = status_.Height() + toolbar_.Height() + notice_.Height();
+    border.bottom += bars;
     border.right += PaletteWidth();
     const SIZE limits{work.right - work.left - (border.right - border.left),
                       work.bottom - work.top - (border.bottom - border.top)};
@@ -481,7 +535,7 @@ void FrameWindow::FitToPanel() {
     // A narrow window needs more than one line for its menu.
     RECT client;
     GetClientRect(Handle(), &client);
-    const LONG missing = view.cy + status_.Height() + toolbar_.Height() - client.bottom;
+    const LONG missing = view.cy + bars - client.bottom;
     if (missing > 0) {
         frame.cy = std::min(frame.cy + missing, work.bottom - work.top);
         SetWindowPos(Handle(), nullptr, 0, 0, frame.cx, frame.cy, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);

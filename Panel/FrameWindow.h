@@ -2,12 +2,14 @@
 
 #include "Panel/CommandLine.h"
 #include "Panel/Handles.h"
+#include "Panel/NoticeBar.h"
 #include "Panel/PanelView.h"
 #include "Panel/PanelWindow.h"
 #include "Panel/Report.h"
 #include "Panel/StatusBar.h"
 #include "Panel/TraceLog.h"
 #include "Panel/TraceWindow.h"
+#include "Panel/UnreadWindow.h"
 #include "Panel/Window.h"
 #include "Panel/editing/Palette.h"
 #include "Panel/editing/Toolbar.h"
@@ -56,6 +58,10 @@ private:
     bool Save();
     bool SaveAs();
     bool SaveTo(const std::string& file);
+    // Copies the file that was opened with unread lines, before it is saved for the first time, to a name of
+    // its own, which is returned; empty where there is nothing to keep. False when that fails.
+    bool KeepOld(const std::string& file, std::string& kept, std::string& error) const;
+    void ShowNotice();
     bool MayDiscard();
     void About();
 
@@ -81,9 +87,12 @@ private:
     StatusBar status_;
     TraceWindow trace_;
     Recovery recovery_;
-    std::vector<std::string> warnings_;  // to be shown when nothing else is going on
+    std::vector<std::string> warnings_; // to be shown when nothing else is going on
+    NoticeBar notice_;
+    UnreadWindow unread_;
     std::unique_ptr<PanelWindow> panel_; // null only while one is replaced
     std::string file_;                   // of the panel; empty while it has none
+    std::string fileToKeep_;             // which was opened with unread lines and not saved since
     std::string title_;
     std::string statedSize_;
     int objects_ = -1; // in this process when the controls were counted

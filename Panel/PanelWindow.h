@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Panel/UnreadLines.h"
 #include "Panel/Window.h"
 #include "Panel/editing/Editor.h"
 #include "logic/RecoveryCopy.h"
@@ -25,6 +26,8 @@ public:
                                              const PanelEdits::Warning& warn, std::string& error);
     ~PanelWindow() override;
 
+    // Those of its file, and of what was pasted, that could not be read and are kept.
+    std::vector<UnreadLine> Unread() const { return UnreadLines(root_); }
     bool Save(const std::string& file, std::string& error);
     bool IsChanged() const;
     void Tick();

@@ -1,33 +1,22 @@
 #pragma once
 
-#include "Panel/Window.h"
-
-#include <string>
+#include "Panel/ListWindow.h"
 
 class TraceLog;
 
-// Shows the trace in a list that can be copied and cleared. Closing only hides it.
-class TraceWindow : public Window {
+// Shows the trace in a list that can be copied and cleared.
+class TraceWindow : public ListWindow {
 public:
     explicit TraceWindow(TraceLog& log) : log_(log) {}
 
     bool Create(HWND frame, HFONT font);
-    bool IsShown() const { return IsWindowVisible(Handle()); }
-    void Show(bool shown);
     // Brings the list up to date with the log.
-    void Update();
-    // Serves the window's keys: true when the message was one of them.
-    bool TranslateKey(MSG& message) const;
+    void Update() override;
 
 private:
-    LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
-    void Place();
-    void OnCommand(int command);
-    LRESULT OnNotify(const NMHDR& header) const;
-    void Copy() const;
+    void OnCommand(int command) override;
+    int Count() const override;
+    std::string Cell(int row, int column) const override;
 
     TraceLog& log_;
-    HWND list_ = nullptr;
-    HACCEL keys_ = nullptr;
-    bool placed_ = false; // where its user moves it to, it stays
 };

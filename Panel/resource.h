@@ -9,9 +9,10 @@
 #define IDA_FRAME 4
 #define IDA_TRACE 5
 #define IDA_EDIT 6
+#define IDM_UNREAD 7
 
 #define IDC_STATUS 100
-#define IDC_TRACE_LIST 101
+#define IDC_LIST 101
 #define IDC_TOOLBAR 102
 #define IDC_PALETTE_TREE 103
 
@@ -21,6 +22,8 @@
 #define CMD_SAVE_AS 1004
 #define CMD_EXIT 1005
 #define CMD_VIEW_TRACE 1020
+#define CMD_VIEW_UNREAD 1021
+#define CMD_CLOSE_NOTICE 1022
 #define CMD_ABOUT 1030
 
 #define CMD_EDIT_MODE 1040

@@ -29,17 +29,21 @@ PANELHOST_API int a_ApplyEdit(HOSTINFO* object, const char* line);
 PANELHOST_API void a_DeleteObject(HOSTINFO* object);
 
 // The lines that a panel file would hold for the objects, without those of their children; a text for each.
-// 1, or 0 with the list empty when one of them could not write all of its lines. Nothing is written to a
-// disk.
+// Lines that could not be read and belong to the object are among them. 1, or 0 with the list empty when one
+// of them could not write all of its lines. Nothing is written to a disk.
 PANELHOST_API int a_ObjectTexts(const std::vector<HOSTINFO*>& objects, std::vector<std::string>* texts);
 PANELHOST_API int a_ObjectText(HOSTINFO* object, std::string* text);
 // A piece of a panel file: appends the lines of at most "count" objects to the text, from object number
 // "first" on; 0 is the root, its controls follow in the order of saving. Number of objects whose lines were
 // appended, 0 at the end, -1 with the text untouched when one of them could not write all of its lines.
 PANELHOST_API int a_PanelText(HOSTINFO* root, int first, int count, std::string* text);
+// The picture that a line names which could not be read: a file name, or empty.
+PANELHOST_API std::string a_MissingPicture(const HOSTINFO* object);
+// Draws a frame with that name in it, where there is one.
+PANELHOST_API void a_DrawMissingPicture(const HOSTINFO* object, HDC dc, const RECT& frame);
 // Applies the lines of a panel file, as ph_LoadPanel does. Number of controls created, -1 on failure; lines
-// that cannot be applied are traced with the name given to the text and their number, and skipped. What they
-// ask of devices is never sent.
+// that cannot be applied are traced with the name given to the text and their number. They are kept with the
+// object they belong to; those that belong to none are dropped. What the lines ask of devices is never sent.
 PANELHOST_API int a_LoadText(HOSTINFO* root, std::string_view text, const char* nameInTraces);
 // Moves an object in front of another one in the order of saving and of Tab, and above it on the screen; to
 // the end, behind and below all others, when that one is null. Both must have the same parent.

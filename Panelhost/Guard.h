@@ -3,6 +3,13 @@
 #include <exception>
 #include <utility>
 
+// How many exceptions were kept inside on this thread. Whoever has to know whether an answer was one for
+// failure compares.
+inline unsigned& FailureCount() {
+    static thread_local unsigned count = 0;
+    return count;
+}
+
 // Runs an action whose exceptions must not leave this library: an exception that crosses into another module
 // ends the process. What can be thrown here is lack of memory; the answer is then the one for failure.
 template <class Result, class Action>
@@ -10,6 +17,7 @@ Result Guarded(Result onFailure, Action&& action) noexcept {
     try {
         return std::forward<Action>(action)();
     } catch (const std::exception&) {
+        ++FailureCount();
         return onFailure;
     }
 }
@@ -19,6 +27,6 @@ void Guarded(Action&& action) noexcept {
     try {
         std::forward<Action>(action)();
     } catch (const std::exception&) {
-        return; // the caller sees what was done so far
+        ++FailureCount(); // the caller sees what was done so far
     }
 }

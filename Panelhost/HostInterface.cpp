@@ -59,6 +59,25 @@ int ph_SavePanel(HOSTINFO* root, const char* file) noexcept {
     return Guarded(0, [&] { return PanelSaving::Save(*panel, file) ? 1 : 0; });
 }
 
+int ph_ListUnread(HOSTINFO* root, void(__cdecl* receive)(const PH_UNREADLINE* line, void* context),
+                  void* context) noexcept {
+    PanelRoot* panel = PanelRoot::From(root);
+    if (panel == nullptr) {
+        return -1;
+    }
+    return Guarded(-1, [&] {
+        const std::vector<KeptLines::Unread> lines = panel->kept.List();
+        for (const KeptLines::Unread& line : lines) {
+            if (receive != nullptr) {
+                const PH_UNREADLINE handed{line.object.c_str(), line.line.c_str(),
+                                           static_cast<int>(line.number), line.reason};
+                receive(&handed, context);
+            }
+        }
+        return static_cast<int>(lines.size());
+    });
+}
+
 HWND ph_Find(HOSTINFO* root, const char* fullName) noexcept {
     PanelRoot* panel = PanelRoot::From(root);
     if (panel == nullptr || fullName == nullptr) {

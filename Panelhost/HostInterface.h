@@ -31,12 +31,36 @@ PH_API void __cdecl ph_DestroyRoot(HOSTINFO* root) PH_NOEXCEPT;
 /* Reads a device file. Number of devices declared, -1 when the file cannot be read. */
 PH_API int __cdecl ph_LoadDevices(HOSTINFO* root, const char* file) PH_NOEXCEPT;
 /* Reads a panel file and creates its controls. Number of controls created, -1 when the file cannot be read.
- * Lines that cannot be applied are traced with their number and skipped. No device is set meanwhile; when the
- * panel says onopen=send, the values of the file go to the devices afterwards, at once or in ph_Tick. */
+ * Lines that cannot be applied are traced with their number, kept, and otherwise skipped. No device is set
+ * meanwhile; when the panel says onopen=send, the values of the file go to the devices afterwards, at once or
+ * in ph_Tick. */
 PH_API int __cdecl ph_LoadPanel(HOSTINFO* root, const char* file) PH_NOEXCEPT;
-/* Writes the panel file. 1; 0 with the old file untouched, GetLastError telling why. The changed flags are
- * cleared on success. */
+/* Writes the panel file, with the lines that were kept. 1; 0 with the old file untouched, GetLastError
+ * telling the system's reason. The changed flags are cleared on success. */
 PH_API int __cdecl ph_SavePanel(HOSTINFO* root, const char* file) PH_NOEXCEPT;
+
+/* Lines of a panel file that could not be read are kept, saved where they stood, and go when their keyword is
+ * set. What was the matter: */
+#define PH_UNREAD_DAMAGED 1 /* too long, holds a NUL, or is a header that cannot be read */
+#define PH_UNREAD_CLASS                                                                                      \
+    2                      /* a control of a class that no library has registered, or that cannot be created \
+                            */
+#define PH_UNREAD_NAME 3   /* a control whose name is taken by one of another class */
+#define PH_UNREAD_OBJECT 4 /* a line of an object that is not there */
+#define PH_UNREAD_KEYWORD 5 /* a keyword that the class does not know */
+#define PH_UNREAD_VALUE 6   /* a value that was refused */
+#define PH_UNREAD_PICTURE 7 /* a picture that cannot be loaded */
+typedef struct PH_UNREADLINE {
+    const char* object; /* full name of the object that the line belongs to, empty for the panel itself */
+    const char* line;   /* as the file had it */
+    int number;         /* of the line in the file, from 1 */
+    int reason;         /* PH_UNREAD_... */
+} PH_UNREADLINE;
+/* Hands every line that is kept at present to a function (null: to nobody), in the order of their numbers.
+ * The texts are valid during that call, which must not change the panel. Number of lines, -1 on failure. */
+PH_API int __cdecl ph_ListUnread(HOSTINFO* root,
+                                 void(__cdecl* receive)(const PH_UNREADLINE* line, void* context),
+                                 void* context) PH_NOEXCEPT;
 
 /* The window of an object by its full name, without regard to case; null when there is none. */
 PH_API HWND __cdecl ph_Find(HOSTINFO* root, const char* fullName) PH_NOEXCEPT;
@@ -49,6 +73,16 @@ PH_API void __cdecl ph_SetMode(HOSTINFO* root, int mode) PH_NOEXCEPT;
 PH_API int __cdecl ph_GetParameter(HOSTINFO* root, const char* address, char* text, int size) PH_NOEXCEPT;
 /* Sets a device parameter as if the device itself had changed. 1 when taken, 0 otherwise. */
 PH_API int __cdecl ph_SetParameter(HOSTINFO* root, const char* address, const char* text) PH_NOEXCEPT;
+
+/* For libraries of controls: panel files and the clipboard create windows of registered classes alone, for
+ * every host. A library tells of a window class once it has registered it with the system, and takes that
+ * back before it unregisters it or is unloaded; both may be called while a library is loaded and unloaded
+ * (DllMain). The class must be one that a module other than the library can create (CS_GLOBALCLASS), and its
+ * create parameter the parent object. Names are compared without regard to case and counted: a class counts
+ * as registered until each call was taken back. 1, or 0 for a null, empty or too long name (64 characters)
+ * and without memory; 0 from the second for a name that is not registered. */
+PH_API int __cdecl ph_RegisterControlClass(const char* windowClass) PH_NOEXCEPT;
+PH_API int __cdecl ph_UnregisterControlClass(const char* windowClass) PH_NOEXCEPT;
 
 /* Receives every trace line: kind 0 debug, 1 edit. The text is as its sender wrote it, a line end included
  * where there is one. Null removes the sink; after that call returns it is not called any more. The sink is

@@ -142,6 +142,10 @@ PANELHOST_API std::string a_OwnName(const HOSTINFO* object);
 // Number of objects alive in this process.
 PANELHOST_API int a_HostinfoCount();
 
+// A keyword of the object was set by other means than a panel file: a line of it that could not be read, and
+// was kept, goes. a_DispatchRecord tells so by itself; whoever applies a property line without it calls this.
+// The object may have ended meanwhile.
+PANELHOST_API void a_KeywordSet(HOSTINFO* object, const char* keyword);
 // Handles a value record over a keyword table: resolves the name, then calls the handler of the row.
 PANELHOST_API LRESULT a_DispatchRecord(HOSTINFO* object, const KEYWORDROW* table, VALUERECORD* record);
 
@@ -163,5 +167,5 @@ PANELHOST_API HBRUSH a_AskForColours(UINT message, WPARAM dc, LPARAM window);
 PANELHOST_API void a_DestroyChildWindows(const HOSTINFO* object);
 
 // Draws the focus frame (operated) or the selection frame with its handles (edited), if the object has
-// either.
+// either. While the panel is edited, a frame with the name of a picture that could not be loaded is below it.
 PANELHOST_API void a_DrawSelection(const HOSTINFO* object, HDC dc);

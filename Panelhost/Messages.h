@@ -7,9 +7,11 @@
 
 // lParam VALUERECORD*: get, set or look up a named value. Result: that of HOSTINFO::OnMessage.
 constexpr UINT CWM_MESSAGE = 0x8000;
-// wParam a load mode, lParam one property line without line end. 1 when applied, 0 otherwise.
+// wParam a load mode, lParam one property line without line end. 1 when applied, 0 otherwise. From a file, a
+// line whose keyword is unknown changes nothing; from elsewhere it sets the default value.
 constexpr UINT CWM_LOAD = 0x8001;
-// wParam a save code, lParam the open file HANDLE the lines are written to.
+// wParam a save code, lParam the open file HANDLE the lines are written to. 0; anything else when the lines
+// could not be made: the panel is then not saved.
 constexpr UINT CWM_SAVE = 0x8002;
 // lParam a report list view with two columns: keywords and values are appended to it.
 constexpr UINT CWM_SAVETOLISTCTRL = 0x8003;

@@ -14,5 +14,5 @@ PANELHOST_API LRESULT a_ListProperties(HOSTINFO* object, const KEYWORDROW* table
                                        bool allRows = false);
 
 // Writes text at the current position of an open file. 1, or 0 when it could not be written whole; a panel
-// that is being saved on this thread is then kept as it was on the disk.
+// that is being saved on this thread is then kept as it was on the disk, with the system's reason.
 PANELHOST_API int a_WriteText(HANDLE file, const char* text, std::size_t length);

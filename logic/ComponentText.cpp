@@ -24,6 +24,18 @@ bool IsWithin(const std::string& folded, const std::string& name) {
            (folded.size() == name.size() || folded[name.size()] == '*');
 }
 
+// The innermost control of the text that an object is in, or that it is.
+using Owners = std::unordered_map<std::string, std::size_t>; // folded full name of a control: its component
+Owners::const_iterator OwnerOf(std::string_view object, const Owners& owners) {
+    std::string name = FoldName(object);
+    auto owner = owners.find(name);
+    while (owner == owners.end() && name.find('*') != std::string::npos) {
+        name.resize(name.rfind('*'));
+        owner = owners.find(name);
+    }
+    return owner;
+}
+
 // What is before the keyword: the object with its "*", then the keyword with its "=".
 std::string KeyOf(const std::string& line) {
     const PropertyLine parts = SplitPropertyLine(line);
@@ -120,28 +132,25 @@ std::optional<ControlHeader> HeaderOf(std::string_view text) {
 
 std::vector<Component> ReadComponents(std::string_view text, std::vector<std::string>& damaged) {
     std::vector<Component> components;
-    std::unordered_map<std::string, std::size_t> owners; // folded full name of a control: its component
-    LineReader reader;
+    Owners owners;
+    LineReader reader(text.size()); // what is damaged is kept with its control
     reader.Feed(text);
     reader.Finish();
     std::string line;
     bool usable = false;
     while (reader.Next(line, usable)) {
         const PropertyLine parts = SplitPropertyLine(line);
-        const auto owner = owners.find(FoldName(parts.object));
+        const auto owner = OwnerOf(parts.object, owners);
         if (line.empty()) {
             continue;
         }
-        if (!usable) {
-            damaged.push_back(line);
-        } else if (parts.keyword != "control") {
-            if (parts.object.empty() || owner == owners.end()) {
-                damaged.push_back(line);
+        auto header = usable && parts.keyword == "control" ? ParseControlHeader(parts.value) : std::nullopt;
+        if (!header) {
+            if (owner == owners.end()) {
+                damaged.push_back(line.substr(0, LineReader::excerptLength));
             } else {
                 components[owner->second].lines.push_back(line);
             }
-        } else if (auto header = ParseControlHeader(parts.value); !header) {
-            damaged.push_back(line);
         } else {
             header->name = CleanName(header->name.empty() ? header->className : header->name);
             const std::string path = parts.object.empty() ? "" : std::string(parts.object) + "*";

@@ -33,7 +33,8 @@ struct Component {
 };
 
 // Takes a text apart. A control whose path names no other control of the text stands on its own. Lines that
-// cannot be read, or that belong to no control of the text, go to the second list.
+// cannot be read belong to the control whose name they begin with, as all others do; what belongs to no
+// control of the text goes to the second list, of a long line the beginning.
 std::vector<Component> ReadComponents(std::string_view text, std::vector<std::string>& damaged);
 
 // The first name of the series "Knob 1", "Knob 2", ... that is not taken; the name itself when it is free.

@@ -79,9 +79,9 @@ void MakeAnew(const EditStep::Text& text, EditTarget& target) {
 void Change(const EditStep::Text& text, EditTarget& target) {
     const std::string lines = ChangedLines(text.before, text.after);
     if (!lines.empty()) {
-        target.Load(lines);
+        const bool isTaken = target.Load(lines);
         // An empty name is the root's, which is never made anew.
-        if (!text.name.empty() && !Holds(target.Text(text.name), lines)) {
+        if (!text.name.empty() && (!isTaken || !Holds(target.Text(text.name), lines))) {
             MakeAnew(text, target);
             return FollowHeader(text, target);
         }

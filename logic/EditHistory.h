@@ -46,8 +46,8 @@ public:
     virtual ~EditTarget() = default;
     virtual bool Exists(const std::string& name) = 0;
     virtual std::string Text(const std::string& name) = 0;
-    // Applies property text: headers create, connection lines come last.
-    virtual void Load(const std::string& text) = 0;
+    // Applies property text: headers create, connection lines come last. Whether every line was taken.
+    virtual bool Load(const std::string& text) = 0;
     // Destroys an object with all that is inside it.
     virtual void Destroy(const std::string& name) = 0;
     virtual void Place(const std::string& name, const Rectangle& place) = 0;
@@ -60,7 +60,7 @@ public:
 
 // Brings the target from the state before the step to that after it. An object that exists at both ends is
 // changed in place, so that it keeps what its text does not hold; it is made anew only when that does not
-// give the wanted text.
+// give the wanted text, or when it refuses a line of it: then its text hides what it has instead.
 void ApplyStep(const EditStep& step, EditTarget& target);
 
 struct OrderMove {

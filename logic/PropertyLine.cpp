@@ -1,5 +1,6 @@
 #include "logic/PropertyLine.h"
 
+#include <algorithm>
 #include <array>
 
 #include "logic/Numbers.h"
@@ -50,6 +51,10 @@ PropertyLine SplitPropertyLine(std::string_view line) {
     if (!hasEquals)
         return {object, {}, last, false};
     return {object, last, line.substr(equals + 1), true};
+}
+
+bool IsEmptyBinding(std::string_view keyword, std::string_view value) {
+    return value.empty() && (keyword == "connection" || keyword.starts_with("function"));
 }
 
 std::optional<Rectangle> ParseRectangle(std::string_view text) {
@@ -165,8 +170,8 @@ bool LineReader::Next(std::string& line, bool& usable) {
     const std::size_t lineEnd = bytes.find('\n', scanned);
     if (lineEnd == std::string_view::npos) {
         // One byte more than the longest line may be the first half of its end.
-        if (!dropping && bytes.size() - position > maximumLength + 1) {
-            excerpt = bytes.substr(position, excerptLength);
+        if (!dropping && bytes.size() - position > std::max(maximumLength, leftLength) + 1) {
+            excerpt = bytes.substr(position, leftLength);
             dropping = true;
         }
         scanned = bytes.size();
@@ -180,6 +185,7 @@ bool LineReader::Next(std::string& line, bool& usable) {
         bytes.substr(position, (lineEnd == std::string_view::npos ? bytes.size() : lineEnd) - position);
     position = scanned = lineEnd == std::string_view::npos ? bytes.size() : lineEnd + 1;
     ++lineNumber;
+    wasCut = dropping;
     if (dropping) {
         line = excerpt;
         usable = false;
@@ -189,7 +195,8 @@ bool LineReader::Next(std::string& line, bool& usable) {
     if (text.ends_with('\r'))
         text.remove_suffix(1);
     usable = text.size() <= maximumLength && text.find('\0') == std::string_view::npos;
-    line = usable ? text : text.substr(0, excerptLength);
+    wasCut = !usable && text.size() > leftLength;
+    line = usable ? text : text.substr(0, leftLength);
     return true;
 }
 

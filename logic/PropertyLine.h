@@ -25,6 +25,10 @@ struct PropertyLine {
 // Splits any text; nothing is trimmed, since the keyword of the default value is a single blank.
 PropertyLine SplitPropertyLine(std::string_view line);
 
+// Whether the line empties a list of bindings: `connection=`, `function=`, `function2=`. Every control is
+// saved with such lines, those that know no such list as well.
+bool IsEmptyBinding(std::string_view keyword, std::string_view value);
+
 // Pixels. The order of the edges is not checked: whoever sizes a window by it deals with a reversed one.
 struct Rectangle {
     std::int32_t left, top, right, bottom;
@@ -96,6 +100,9 @@ public:
     // What is left of a line that is not usable, for a message about it.
     static constexpr std::size_t excerptLength = 64;
 
+    // What is left of a line that is not usable can be more, up to all of it.
+    explicit LineReader(std::size_t left = excerptLength) : leftLength(left) {}
+
     void Feed(std::string_view bytes);
     // There are no further bytes; later ones are ignored.
     void Finish();
@@ -104,9 +111,14 @@ public:
     bool Next(std::string& line, bool& usable);
     // The number of the line that Next gave last, counting all lines from 1; 0 before the first.
     std::size_t LineNumber() const { return lineNumber; }
+    // The line that Next gave last was longer than what is left of it.
+    bool WasCut() const { return wasCut; }
 
 private:
     bool SkipByteOrderMark();
+
+    std::size_t leftLength;
+    bool wasCut = false;
 
     std::string buffer;
     std::size_t position = 0; // start of the current line in the buffer

@@ -137,14 +137,14 @@ LRESULT Dispatch(std::size_t row, HWND window, UINT message, WPARAM wParam, LPAR
 }
 
 // The registered procedure of each row. No exception leaves it: a window that lacks the memory to be created
-// is not created, any other message is answered with 0.
+// is not created, properties that cannot be written fail the saving, any other message is answered with 0.
 template <std::size_t row>
 LRESULT CALLBACK ClassProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
     try {
         return Dispatch(row, window, message, wParam, lParam);
     } catch (const std::exception& failure) {
         TRACE("%s: message %x failed: %s\n", CLASSES[row].name, message, failure.what());
-        return message == WM_CREATE ? -1 : 0;
+        return message == WM_CREATE || message == CWM_SAVE ? -1 : 0;
     }
 }
 
@@ -198,6 +198,7 @@ void Register(std::size_t row, HINSTANCE module) {
     }
     made.atom = RegisterClassA(&windowClass);
     if (made.atom != 0) {
+        ph_RegisterControlClass(controlClass.name);
         made.resources.Make(controlClass, module);
     }
 }
@@ -216,6 +217,7 @@ void ReleaseControls(HINSTANCE module) {
         made.resources.Release();
         // A class that stayed would send the next window of its name into the library that is gone.
         if (made.atom != 0) {
+            ph_UnregisterControlClass(CLASSES[row].name);
             UnregisterClassA(CLASSES[row].name, module);
         }
         if (made.icon != nullptr) {

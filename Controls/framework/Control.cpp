@@ -34,10 +34,19 @@ LRESULT CONTROLPROPERTIES::OnLoad(WPARAM loadMode, LPARAM lParam) {
     char value[TEXT_SIZE];
     a_GetKeyword(line, keyword);
     a_GetParameter(line, value);
+    const bool edited = loadMode != LOAD_FROM_FILE;
+    const bool mayRefuse =
+        !edited && logic::IsEmptyBinding(keyword, value); // each control is saved with some
     const KEYWORDROW* table = GetHostinfoTable();
     int row = a_FindKeyword(table, keyword);
     if (row < 0) {
+        if (mayRefuse) {
+            return 0;
+        }
         TRACE("%s Keyword not found: %s\n", controlClass->displayName, keyword);
+        if (!edited) {
+            return 0; // a newer version may know it
+        }
         row = 0; // the text then sets the default value
     }
     if (table[row].handler == nullptr) {
@@ -48,16 +57,22 @@ LRESULT CONTROLPROPERTIES::OnLoad(WPARAM loadMode, LPARAM lParam) {
     }
     VALUERECORD record{COMMAND_SET, row, DATATYPE_TEXT, 0, value, nullptr, 0};
     const int taken = [&] {
-        const Loading loading(isLoadingFile, loadMode == LOAD_FROM_FILE);
+        const Loading loading(isLoadingFile, !edited);
         return table[row].handler(&record, this);
     }();
+    if (taken != 0 && edited) {
+        a_KeywordSet(this, table[row].keyword);
+    }
+    if (taken == 0 && mayRefuse) {
+        return 0;
+    }
     if (taken == 0) {
         return EDITTRACE(parent, "Error reading line %s", line);
     }
     if (dialog != nullptr) {
         PostMessageA(dialog, CWM_ATTACHDIALOG, 0, reinterpret_cast<LPARAM>(static_cast<HOSTINFO*>(this)));
     }
-    if (loadMode != LOAD_FROM_FILE) {
+    if (edited) {
         flags |= FLAG_CHANGED;
     }
     return 1;

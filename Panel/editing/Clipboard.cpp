@@ -33,10 +33,10 @@ private:
 };
 
 bool Put(UINT format, const std::string& text) {
-    const HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, text.size() + 1);
+    const HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, text.size() + 1);
     void* target = memory ? GlobalLock(memory) : nullptr;
     if (target) {
-        std::memcpy(target, text.c_str(), text.size() + 1);
+        std::memcpy(target, text.data(), text.size());
         GlobalUnlock(memory);
         if (SetClipboardData(format, memory)) {
             return true; // the clipboard owns it now
@@ -52,8 +52,9 @@ std::string Get(UINT format) {
     if (!held) {
         return {};
     }
-    // Whoever put it there need not have ended it.
-    std::string text(held, strnlen(held, GlobalSize(memory)));
+    // Whoever put it there need not have ended it. A damaged line of ours can hold a NUL.
+    std::string text(held, format == Format() ? GlobalSize(memory) : strnlen(held, GlobalSize(memory)));
+    text.erase(text.find_last_not_of('\0') + 1);
     GlobalUnlock(memory);
     return text;
 }

@@ -8,6 +8,7 @@
 #include "Panel/editing/RubberBand.h"
 #include "Panel/editing/SizeGesture.h"
 #include "Panel/resource.h"
+#include "Panelhost/Editing.h"
 #include "Panelhost/HostInterface.h"
 #include "Panelhost/Hostinfo.h"
 
@@ -163,6 +164,9 @@ void Editor::Paint() {
     PAINTSTRUCT paint;
     const HDC dc = BeginPaint(panel_, &paint);
     grid_.Draw(dc, paint.rcPaint);
+    RECT client;
+    GetClientRect(panel_, &client);
+    a_DrawMissingPicture(edits_.Root(), dc, client);
     EndPaint(panel_, &paint);
 }
 

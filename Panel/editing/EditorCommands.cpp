@@ -145,6 +145,9 @@ std::string Editor::StatusText() const {
         char className[64] = "";
         GetClassNameA(objects.front()->window, className, sizeof className);
         text = objects.front()->name + "   " + className;
+        if (const std::string picture = a_MissingPicture(objects.front()); !picture.empty()) {
+            text += "   picture missing: " + picture;
+        }
     } else {
         text = std::to_string(objects.size()) + " selected";
     }

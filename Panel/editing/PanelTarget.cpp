@@ -3,6 +3,9 @@
 #include "Panel/editing/Placement.h"
 #include "Panelhost/Editing.h"
 #include "Panelhost/Hostinfo.h"
+#include "Panelhost/Root.h"
+
+#include <stdexcept>
 
 HOSTINFO* PanelTarget::Find(const std::string& name) const {
     return name.empty() ? root_ : a_FindHostinfo(root_, name.c_str());
@@ -38,8 +41,8 @@ std::string PanelTarget::Text(const std::string& name) {
     return Texts({name}).front();
 }
 
-void PanelTarget::Load(const std::string& text) {
-    a_LoadText(root_, text, "Edit");
+bool PanelTarget::Load(const std::string& text) {
+    return a_LoadText(root_, text, "Edit") >= 0 && a_LoadErrorCount(root_) == 0;
 }
 
 void PanelTarget::Destroy(const std::string& name) {

@@ -27,7 +27,7 @@ public:
 
     bool Exists(const std::string& name) override;
     std::string Text(const std::string& name) override;
-    void Load(const std::string& text) override;
+    bool Load(const std::string& text) override;
     void Destroy(const std::string& name) override;
     void Place(const std::string& name, const logic::Rectangle& place) override;
     void SetStyle(const std::string& name, std::uint32_t changed, std::uint32_t style) override;

@@ -1,8 +1,7 @@
 #include "Panel/editing/SizeGesture.h"
 
-#include "Panelhost/Editing.h"
 #include "Panelhost/Hostinfo.h"
-#include "logic/ComponentText.h"
+#include "Panelhost/ValueRecord.h"
 
 namespace {
 
@@ -16,16 +15,15 @@ void KeepImageSize(const Placement& before) {
     if (wanted == before.place) {
         return;
     }
-    std::string text;
-    if (a_ObjectText(object, &text) == 0) {
-        return PlaceObjects({before}); // it may be one of them
-    }
-    for (const std::string& line : logic::SplitLines(text)) {
-        const logic::PropertyLine parts = logic::SplitPropertyLine(line);
-        if (parts.keyword == "bitmap") {
-            SendMessageA(object->window, CWM_LOAD, LOAD_FROM_FILE,
-                         reinterpret_cast<LPARAM>(parts.keyword.data()));
-        }
+    VALUERECORD record;
+    record.command = COMMAND_GET;
+    record.index = a_FindKeyword(object->GetHostinfoTable(), "bitmap");
+    record.datatype = DATATYPE_TEXT;
+    char image[TEXT_SIZE] = "";
+    record.data = image;
+    if (record.index > 0 && SendMessageA(object->window, CWM_MESSAGE, 0, reinterpret_cast<LPARAM>(&record))) {
+        const std::string line = std::string("bitmap=") + image;
+        SendMessageA(object->window, CWM_LOAD, LOAD_FROM_FILE, reinterpret_cast<LPARAM>(line.c_str()));
     }
     if (!(PlaceOf(*object) == wanted)) {
         PlaceObjects({before});

@@ -1,11 +1,20 @@
-// The frame that shows which control has the focus or is selected.
+// The frames that show which control has the focus or is selected, and what it lacks.
 
+#include "Panelhost/Editing.h"
+#include "Panelhost/Gdi.h"
+#include "Panelhost/Guard.h"
+#include "Panelhost/HostInterface.h"
 #include "Panelhost/Hostinfo.h"
+#include "Panelhost/objects/PanelRoot.h"
+
+#include <algorithm>
 
 namespace {
 
 constexpr COLORREF FOCUS_COLOUR = RGB(255, 176, 0);
 constexpr COLORREF SELECTION_COLOUR = RGB(64, 160, 255);
+constexpr COLORREF MISSING_COLOUR = RGB(200, 64, 0);
+constexpr COLORREF MISSING_LETTERS = RGB(255, 255, 255);
 constexpr int HANDLE_SIZE = 5;
 
 void DrawHandles(HDC dc, const RECT& client, HBRUSH brush) {
@@ -26,16 +35,49 @@ void DrawHandles(HDC dc, const RECT& client, HBRUSH brush) {
 
 } // namespace
 
+std::string a_MissingPicture(const HOSTINFO* object) {
+    const PanelRoot* root = PanelRoot::Above(object);
+    return root == nullptr || root->kept.IsEmpty() ? std::string() : Guarded<std::string>({}, [&] {
+        return root->kept.ValueRefused(*object, PH_UNREAD_PICTURE);
+    });
+}
+
+void a_DrawMissingPicture(const HOSTINFO* object, HDC dc, const RECT& frame) {
+    const std::string picture = a_MissingPicture(object);
+    if (picture.empty()) {
+        return;
+    }
+    const std::size_t name = picture.find_last_of("\\/") + 1; // 0 without a folder
+    const Brush brush(CreateSolidBrush(MISSING_COLOUR));
+    FrameRect(dc, &frame, brush.get());
+    const Selected font(dc, GetStockObject(DEFAULT_GUI_FONT));
+    TEXTMETRICA metrics{};
+    GetTextMetricsA(dc, &metrics);
+    RECT band = frame;
+    band.top = std::max(frame.top, frame.bottom - metrics.tmHeight - 1);
+    FillRect(dc, &band, brush.get());
+    InflateRect(&band, -2, 0);
+    const COLORREF letters = SetTextColor(dc, MISSING_LETTERS);
+    const int mode = SetBkMode(dc, TRANSPARENT);
+    DrawTextA(dc, picture.c_str() + name, -1, &band,
+              DT_CENTER | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX | DT_END_ELLIPSIS);
+    SetBkMode(dc, mode);
+    SetTextColor(dc, letters);
+}
+
 void a_DrawSelection(const HOSTINFO* object, HDC dc) {
     if (object == nullptr) {
         return;
     }
     const bool selected = object->mode != 0 && (object->flags & FLAG_SELECTED) != 0;
     const bool focused = object->mode == 0 && (object->flags & FLAG_FOCUS) != 0;
+    RECT client;
+    if (object->mode != 0 && GetClientRect(object->window, &client)) {
+        a_DrawMissingPicture(object, dc, client);
+    }
     if (!selected && !focused) {
         return;
     }
-    RECT client;
     GetClientRect(object->window, &client);
     const COLORREF previous = SetDCBrushColor(dc, selected ? SELECTION_COLOUR : FOCUS_COLOUR);
     const auto brush = static_cast<HBRUSH>(GetStockObject(DC_BRUSH));

@@ -11,7 +11,12 @@
 // Lines of a text that is read front to back. While it is read, trace lines name it and the line.
 class LineSource {
 public:
-    explicit LineSource(std::string name) : name_(std::move(name)), location_(name_.c_str()) {}
+    // For whoever keeps the lines that are not usable: all of each is left, up to this length.
+    static constexpr std::size_t WHOLE_LINES = 1 << 24;
+    static constexpr std::size_t EXCERPTS = logic::LineReader::excerptLength;
+
+    LineSource(std::string name, std::size_t leftOfUnusable)
+        : name_(std::move(name)), location_(name_.c_str()), reader_(leftOfUnusable) {}
     virtual ~LineSource() = default;
     LineSource(const LineSource&) = delete;
     LineSource& operator=(const LineSource&) = delete;
@@ -32,6 +37,8 @@ public:
     }
 
     std::size_t LineNumber() const { return reader_.LineNumber(); }
+    // The line that Next gave last is not all there.
+    bool WasCut() const { return reader_.WasCut(); }
     // For lines that are applied after all were read.
     TraceLocation& Location() { return location_; }
 
@@ -49,7 +56,7 @@ private:
 // A text in memory.
 class LineText : public LineSource {
 public:
-    LineText(std::string_view text, const char* name) : LineSource(name), text_(text) {}
+    LineText(std::string_view text, const char* name) : LineSource(name, WHOLE_LINES), text_(text) {}
 
 protected:
     bool Feed(logic::LineReader& reader) override {
@@ -64,8 +71,8 @@ private:
 // A file, read block by block.
 class LineFile : public LineSource {
 public:
-    explicit LineFile(const std::string& path)
-        : LineSource(path.substr(path.find_last_of("\\/") + 1)),
+    explicit LineFile(const std::string& path, std::size_t leftOfUnusable = EXCERPTS)
+        : LineSource(path.substr(path.find_last_of("\\/") + 1), leftOfUnusable),
           file_(CreateFileA(path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
                             FILE_FLAG_SEQUENTIAL_SCAN, nullptr)) {}
     ~LineFile() override {

@@ -1,7 +1,54 @@
 #include "Panelhost/files/PanelLoading.h"
 
 #include "Panelhost/DrawingHeld.h"
+#include "Panelhost/HostInterface.h"
 #include "Panelhost/Trace.h"
+#include "Panelhost/objects/ControlClasses.h"
+
+namespace {
+
+// The part of a line that is not the name of its object: keyword and value, or all there is without "=".
+std::string_view WithoutObject(const std::string& line, const logic::PropertyLine& parts) {
+    const char* start = parts.hasEquals ? parts.keyword.data() : parts.value.data();
+    return std::string_view(line).substr(static_cast<std::size_t>(start - line.data()));
+}
+
+// The name that a header gives, as far as it can be made out.
+std::string NameInHeader(std::string_view value) {
+    const auto start = value.find('"');
+    const auto end = start == std::string_view::npos ? start : value.find('"', start + 1);
+    return end == std::string_view::npos ? "" : logic::CleanName(value.substr(start + 1, end - start - 1));
+}
+
+std::string PathOf(const logic::PropertyLine& parts) {
+    return parts.object.empty() ? "" : std::string(parts.object) + "*";
+}
+
+// Whether the object has the value already, which some answer as they do a refusal.
+bool Holds(const HOSTINFO& object, const KEYWORDROW* table, const logic::PropertyLine& parts) {
+    char value[TEXT_SIZE] = "";
+    VALUERECORD record;
+    record.command = COMMAND_GET;
+    record.index = a_FindKeyword(table, std::string(parts.keyword).c_str());
+    record.datatype = DATATYPE_TEXT;
+    record.data = value;
+    if (record.index <= 0 || (table[record.index].flags & KEYWORD_SAVED) == 0) {
+        return false;
+    }
+    SendMessageA(object.window, CWM_MESSAGE, 0, reinterpret_cast<LPARAM>(&record));
+    return parts.value == value;
+}
+
+int ReasonOfRefusal(const KEYWORDROW* table, const logic::PropertyLine& parts) {
+    if (table != nullptr && a_FindKeyword(table, std::string(parts.keyword).c_str()) < 0) {
+        return PH_UNREAD_KEYWORD;
+    }
+    const bool isColour = parts.value.starts_with("0x");
+    return parts.keyword == "bitmap" || (parts.keyword == "background" && !isColour) ? PH_UNREAD_PICTURE
+                                                                                     : PH_UNREAD_VALUE;
+}
+
+} // namespace
 
 void PanelLoading::Fail(const char* format, const std::string& text) {
     ++root_.loadErrors;
@@ -9,7 +56,7 @@ void PanelLoading::Fail(const char* format, const std::string& text) {
 }
 
 int PanelLoading::LoadFile(const std::string& path) {
-    LineFile file(path);
+    LineFile file(path, LineSource::WHOLE_LINES);
     if (!file.IsOpen()) {
         root_.loadErrors = 0;
         return -1;
@@ -36,94 +83,242 @@ int PanelLoading::LoadLines(LineSource& source, logic::OpeningValues* asked) {
     root_.loadErrors = 0;
     const OpeningScope opening(root_.opening, asked);
     const DrawingHeld held(root_.window);
+    const KeptLines::Reading reading(root_.kept);
     std::vector<Connection> connections;
     std::string line;
     bool usable = false;
     while (source.Next(line, usable)) {
+        number_ = source.LineNumber();
+        if (source.WasCut()) {
+            TRACE("Line is longer than any line of a panel file\n");
+            return -1;
+        }
+        if (line.empty()) {
+            continue;
+        }
+        const logic::PropertyLine parts = logic::SplitPropertyLine(line);
         if (!usable) {
-            Fail("Line is too long or damaged: %s", line);
-        } else if (logic::SplitPropertyLine(line).keyword == "connection") {
-            connections.push_back({line, source.LineNumber()});
-        } else if (!line.empty()) {
+            RefuseWhole(line, parts);
+        } else if (parts.keyword == "connection") {
+            connections.push_back(Defer(line, parts));
+        } else {
             Apply(line);
         }
     }
     for (const Connection& connection : connections) {
-        source.Location().SetLine(connection.lineNumber);
-        Apply(connection.line);
+        source.Location().SetLine(connection.number);
+        ApplyDeferred(connection);
     }
     PassOn(); // and what the lines have set goes as they do
     return created_;
 }
 
-void PanelLoading::Apply(const std::string& line) {
-    const logic::PropertyLine parts = logic::SplitPropertyLine(line);
-    if (parts.keyword == "control") {
-        CreateFromHeader(line, parts);
-    } else {
-        Send(line, parts);
-    }
-}
+// Objects
 
-void PanelLoading::CreateFromHeader(const std::string& line, const logic::PropertyLine& parts) {
-    const auto header = logic::ParseControlHeader(parts.value);
-    HOSTINFO* parent = parts.object.empty() ? &root_ : root_.Find(std::string(parts.object));
-    if (!header || parent == nullptr || parent->kind == KIND_DEVICE) {
-        Fail(header ? "Panel not found: %s" : "Error reading line %s", line);
-        return;
-    }
-    const logic::Rectangle& place = header->rectangle;
-    const std::string path = parts.object.empty() ? "" : std::string(parts.object) + "*";
-    if (const HOSTINFO* existing = root_.Find(path + header->name); existing != nullptr) {
-        char className[65];
-        GetClassNameA(existing->window, className, sizeof className);
-        if (header->className != className) {
-            Fail("Name is taken by a control of another class: %s", line);
-            return;
-        }
-        if (existing->kind == KIND_CONTROL &&
-            parent->kind == KIND_CONTROL) { // a strip's own child, moved by its user
-            SetWindowPos(existing->window, nullptr, place.left, place.top, place.right - place.left,
-                         place.bottom - place.top, SWP_NOZORDER | SWP_NOACTIVATE);
-        }
-        return;
-    }
-    const DWORD style = (header->style & ~static_cast<DWORD>(WS_POPUP)) | WS_CHILD;
-    HWND window = CreateWindowExA(header->extendedStyle, header->className.c_str(), header->name.c_str(),
-                                  style, place.left, place.top, place.right - place.left,
-                                  place.bottom - place.top, parent->window, nullptr, nullptr, parent);
-    if (a_FromWindow(window) == nullptr) { // no such class, or a class that is none of a control
-        if (window != nullptr) {
-            DestroyWindow(window);
-        }
-        Fail("Unknown class: %s", line);
-        return;
-    }
-    ++created_;
+void PanelLoading::ForgetLast() {
     lastName_.clear();
     lastObject_ = nullptr;
 }
 
-void PanelLoading::Send(const std::string& line, const logic::PropertyLine& parts) {
-    if (parts.object.empty() && parts.hasEquals) {
-        if (root_.OnLoad(LOAD_FROM_FILE, reinterpret_cast<LPARAM>(line.c_str())) == 0) {
-            ++root_.loadErrors;
+bool PanelLoading::IsRefused(std::string name) const {
+    name = logic::FoldName(name);
+    while (!refused_.empty() && !name.empty()) {
+        if (refused_.contains(name)) {
+            return true;
         }
-        return;
+        const auto star = name.rfind('*');
+        name.resize(star == std::string::npos ? 0 : star);
+    }
+    return false;
+}
+
+HOSTINFO* PanelLoading::ObjectOf(const logic::PropertyLine& parts) {
+    if (parts.object.empty()) {
+        return parts.hasEquals ? &root_ : nullptr;
     }
     if (lastObject_ == nullptr || lastName_ != parts.object || !a_IsAlive(lastObject_)) {
         lastName_ = parts.object;
-        lastObject_ = root_.Find(lastName_);
+        lastObject_ = IsRefused(lastName_) ? nullptr : root_.Find(lastName_);
+        if (lastObject_ != nullptr && lastObject_->kind == KIND_DEVICE) {
+            lastObject_ = nullptr;
+        }
     }
-    if (lastObject_ == nullptr || lastObject_->kind == KIND_DEVICE) {
-        Fail("Object not found: %s", line);
+    return lastObject_;
+}
+
+// The innermost object there is that the line was to be in.
+HOSTINFO& PanelLoading::OwnerOf(const logic::PropertyLine& parts) {
+    std::string name(parts.object);
+    while (!name.empty()) {
+        HOSTINFO* found = IsRefused(name) ? nullptr : root_.Find(name);
+        if (found != nullptr && found->kind != KIND_DEVICE) {
+            return *found;
+        }
+        const auto star = name.rfind('*');
+        name.resize(star == std::string::npos ? 0 : star);
+    }
+    return root_;
+}
+
+// Lines that cannot be applied
+
+bool PanelLoading::Keeps(const HOSTINFO& owner) const {
+    return &owner != &root_ || ofNoObject_ == OfNoObject::Kept;
+}
+
+KeptLines::Place PanelLoading::Reserve(const std::string& line, const logic::PropertyLine& parts,
+                                       int reason) {
+    HOSTINFO& owner = OwnerOf(parts);
+    const std::size_t path = owner.kind == KIND_ROOT ? 0 : owner.name.size() + 1;
+    return root_.kept.Reserve(owner, std::string_view(line).substr(path), number_, reason);
+}
+
+void PanelLoading::KeepStray(const std::string& line, const logic::PropertyLine& parts, int reason) {
+    if (Keeps(OwnerOf(parts))) {
+        root_.kept.Confirm(Reserve(line, parts, reason));
+    }
+}
+
+void PanelLoading::RefuseWhole(const std::string& line, const logic::PropertyLine& parts) {
+    Fail("Line is too long or damaged: %s", line.substr(0, logic::LineReader::excerptLength));
+    HOSTINFO* object = parts.keyword == "control" ? nullptr : ObjectOf(parts);
+    if (object == nullptr) {
+        KeepStray(line, parts, PH_UNREAD_DAMAGED);
         return;
     }
-    if (parts.keyword == "connection" && parts.value.empty() && lastObject_->connections.empty()) {
-        return; // every control is saved with this line, some refuse it, and it would change nothing
+    root_.kept.Refused(*object, WithoutObject(line, parts), number_, PH_UNREAD_DAMAGED);
+    root_.kept.Passed(*object, parts.keyword);
+}
+
+// Lines
+
+void PanelLoading::Apply(const std::string& line) {
+    const logic::PropertyLine parts = logic::SplitPropertyLine(line);
+    if (parts.keyword == "control") {
+        HOSTINFO* control = nullptr;
+        if (const int reason = CreateFromHeader(line, parts, control); reason != 0) {
+            KeepStray(line, parts, reason);
+            refused_.insert(logic::FoldName(PathOf(parts) + NameInHeader(parts.value)));
+        } else {
+            refused_.erase(logic::FoldName(control->name));
+            root_.kept.Passed(*control, "control");
+        }
+        ForgetLast();
+    } else if (HOSTINFO* object = ObjectOf(parts); object != nullptr) {
+        if (Send(*object, line, parts)) {
+            root_.kept.Passed(*object, parts.keyword);
+        }
+    } else {
+        Fail("Object not found: %s", line);
+        KeepStray(line, parts, PH_UNREAD_OBJECT);
     }
-    const char* text = parts.hasEquals ? parts.keyword.data() : parts.value.data();
-    if (SendMessageA(lastObject_->window, CWM_LOAD, LOAD_FROM_FILE, reinterpret_cast<LPARAM>(text)) == 0) {
+}
+
+PanelLoading::Connection PanelLoading::Defer(const std::string& line, const logic::PropertyLine& parts) {
+    if (HOSTINFO* object = ObjectOf(parts); object != nullptr) {
+        root_.kept.Passed(*object, parts.keyword);
+        return {line, number_, object, false, {}};
+    }
+    const bool isRefused = IsRefused(std::string(parts.object));
+    return {line, number_, nullptr, isRefused, Reserve(line, parts, PH_UNREAD_OBJECT)};
+}
+
+void PanelLoading::ApplyDeferred(const Connection& connection) {
+    number_ = connection.number;
+    const logic::PropertyLine parts = logic::SplitPropertyLine(connection.line);
+    if (connection.object != nullptr) {
+        if (a_IsAlive(connection.object)) {
+            Send(*connection.object, connection.line, parts);
+        }
+        return;
+    }
+    HOSTINFO* object = connection.isRefused ? nullptr : ObjectOf(parts);
+    if (object == nullptr && Keeps(*connection.place->owner)) {
+        root_.kept.Confirm(connection.place);
+    } else {
+        root_.kept.Drop(connection.place);
+    }
+    if (object == nullptr) {
+        Fail("Object not found: %s", connection.line);
+    } else {
+        Send(*object, connection.line, parts);
+    }
+}
+
+int PanelLoading::CreateFromHeader(const std::string& line, const logic::PropertyLine& parts,
+                                   HOSTINFO*& control) {
+    const auto header = logic::ParseControlHeader(parts.value);
+    if (!header) {
+        Fail("Error reading line %s", line);
+        return PH_UNREAD_DAMAGED;
+    }
+    const bool isInside = !parts.object.empty();
+    HOSTINFO* parent = !isInside                              ? &root_
+                       : IsRefused(std::string(parts.object)) ? nullptr
+                                                              : root_.Find(std::string(parts.object));
+    if (parent == nullptr || parent->kind == KIND_DEVICE) {
+        Fail("Panel not found: %s", line);
+        return PH_UNREAD_OBJECT;
+    }
+    control = root_.Find(PathOf(parts) + header->name);
+    if (control == nullptr) {
+        const int reason = Create(*header, *parent, control);
+        if (reason != 0) {
+            Fail("Unknown class: %s", line);
+        }
+        return reason;
+    }
+    char className[65];
+    GetClassNameA(control->window, className, sizeof className);
+    if (header->className != className) {
+        Fail("Name is taken by a control of another class: %s", line);
+        return PH_UNREAD_NAME;
+    }
+    if (control->kind == KIND_CONTROL &&
+        parent->kind == KIND_CONTROL) { // a strip's own child, moved by its user
+        const logic::Rectangle& place = header->rectangle;
+        SetWindowPos(control->window, nullptr, place.left, place.top, place.right - place.left,
+                     place.bottom - place.top, SWP_NOZORDER | SWP_NOACTIVATE);
+    }
+    return 0;
+}
+
+int PanelLoading::Create(const logic::ControlHeader& header, HOSTINFO& parent, HOSTINFO*& control) {
+    if (!IsControlClass(header.className)) {
+        return PH_UNREAD_CLASS;
+    }
+    const logic::Rectangle& place = header.rectangle;
+    const DWORD style = (header.style & ~static_cast<DWORD>(WS_POPUP)) | WS_CHILD;
+    HWND window = CreateWindowExA(header.extendedStyle, header.className.c_str(), header.name.c_str(), style,
+                                  place.left, place.top, place.right - place.left, place.bottom - place.top,
+                                  parent.window, nullptr, nullptr, &parent);
+    control = a_FromWindow(window);
+    if (control == nullptr || PanelRoot::Above(control) != &root_) { // it would not be saved
+        if (window != nullptr) {
+            DestroyWindow(window);
+        }
+        return PH_UNREAD_CLASS;
+    }
+    ++created_;
+    return 0;
+}
+
+bool PanelLoading::Send(HOSTINFO& object, const std::string& line, const logic::PropertyLine& parts) {
+    const std::string_view text = WithoutObject(line, parts);
+    const auto lParam = reinterpret_cast<LPARAM>(text.data()); // ends with the line
+    const bool isRoot = &object == &root_;
+    const LRESULT taken = isRoot ? root_.OnLoad(LOAD_FROM_FILE, lParam)
+                                 : SendMessageA(object.window, CWM_LOAD, LOAD_FROM_FILE, lParam);
+    if (!a_IsAlive(&object)) { // a value that was passed on can have closed it
+        return false;
+    }
+    const KEYWORDROW* table = object.HasHostinfoTable() != 0 ? object.GetHostinfoTable() : nullptr;
+    const int reason = taken != 0 ? 0 : ReasonOfRefusal(table, parts);
+    if (taken != 0 || logic::IsEmptyBinding(parts.keyword, parts.value) ||
+        (reason == PH_UNREAD_VALUE && Holds(object, table, parts))) {
+        root_.kept.Took(object, parts.keyword);
+    } else if (root_.kept.Refused(object, text, number_, reason)) {
         ++root_.loadErrors;
     }
+    return true;
 }

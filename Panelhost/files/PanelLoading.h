@@ -1,17 +1,24 @@
 #pragma once
 
+#include "Panelhost/files/KeptLines.h"
 #include "Panelhost/files/LineFile.h"
 #include "Panelhost/objects/PanelRoot.h"
 #include "logic/PropertyLine.h"
 
 #include <string>
+#include <unordered_set>
 #include <vector>
 
 // Applies a panel file to a root, line by line. Connections are applied at the end, when all their targets
-// exist.
+// exist. What cannot be applied is traced, counted and kept.
 class PanelLoading {
 public:
-    explicit PanelLoading(PanelRoot& root) : root_(root) {}
+    // Lines that belong to no object are kept with the panel, or, where a text is that of single objects, not
+    // at all.
+    enum class OfNoObject { Kept, Dropped };
+
+    explicit PanelLoading(PanelRoot& root, OfNoObject ofNoObject = OfNoObject::Kept)
+        : root_(root), ofNoObject_(ofNoObject) {}
     // Number of controls created, -1 when the file cannot be read.
     int LoadFile(const std::string& path);
     // What the lines ask of devices is left in "asked", or forgotten.
@@ -20,17 +27,38 @@ public:
 private:
     struct Connection {
         std::string line;
-        std::size_t lineNumber;
+        std::size_t number;
+        HOSTINFO* object;       // null while it is not there
+        bool isRefused;         // with its object
+        KeptLines::Place place; // for the case that its object does not come
     };
 
     void Apply(const std::string& line);
-    void CreateFromHeader(const std::string& line, const logic::PropertyLine& parts);
-    void Send(const std::string& line, const logic::PropertyLine& parts);
+    Connection Defer(const std::string& line, const logic::PropertyLine& parts);
+    void ApplyDeferred(const Connection& connection);
+    // Reason why the header creates nothing, 0 when there is the control.
+    int CreateFromHeader(const std::string& line, const logic::PropertyLine& parts, HOSTINFO*& control);
+    int Create(const logic::ControlHeader& header, HOSTINFO& parent, HOSTINFO*& control);
+    // False when the object went meanwhile.
+    bool Send(HOSTINFO& object, const std::string& line, const logic::PropertyLine& parts);
+    void RefuseWhole(const std::string& line, const logic::PropertyLine& parts);
+    void KeepStray(const std::string& line, const logic::PropertyLine& parts, int reason);
+    KeptLines::Place Reserve(const std::string& line, const logic::PropertyLine& parts, int reason);
     void PassOn();
     void Fail(const char* format, const std::string& text);
 
+    HOSTINFO* ObjectOf(const logic::PropertyLine& parts);
+    // Whether a header of the object or of what it is in was refused.
+    bool IsRefused(std::string name) const;
+    HOSTINFO& OwnerOf(const logic::PropertyLine& parts);
+    bool Keeps(const HOSTINFO& owner) const;
+    void ForgetLast();
+
     PanelRoot& root_;
+    OfNoObject ofNoObject_;
     int created_ = 0;
-    std::string lastName_; // most lines belong to the same object as the line before
+    std::size_t number_ = 0; // of the line
+    std::string lastName_;   // most lines belong to the same object as the line before
     HOSTINFO* lastObject_ = nullptr;
+    std::unordered_set<std::string> refused_; // folded names of controls whose headers were refused
 };

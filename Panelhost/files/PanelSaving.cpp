@@ -1,38 +1,131 @@
 #include "Panelhost/files/PanelSaving.h"
 
+#include "Panelhost/Guard.h"
 #include "Panelhost/PropertyTable.h"
 #include "Panelhost/Root.h"
 #include "Panelhost/Trace.h"
+#include "Panelhost/files/TextCollector.h"
 #include "logic/Layers.h"
 
+#include <cstdio>
 #include <utility>
 
-thread_local bool PanelSaving::failed_ = false;
+thread_local DWORD PanelSaving::error_ = ERROR_SUCCESS;
 
+// A new file of a name that nothing had; it goes unless it is put in the place of another one.
+class PanelSaving::File {
+public:
+    explicit File(const std::string& path) {
+        constexpr unsigned TRIES = 1000;
+        const auto start = static_cast<unsigned>(GetCurrentProcessId());
+        for (unsigned i = 0; i < TRIES; ++i) {
+            char ending[24];
+            std::snprintf(ending, sizeof ending, ".%x.%u.tmp", start, i);
+            path_ = path + ending;
+            handle_ = CreateFileA(path_.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL,
+                                  nullptr);
+            error_ = handle_ == INVALID_HANDLE_VALUE ? GetLastError() : ERROR_SUCCESS;
+            if (error_ == ERROR_SUCCESS || GetFileAttributesA(path_.c_str()) == INVALID_FILE_ATTRIBUTES) {
+                return; // made, or refused for another reason than its name
+            }
+        }
+    }
+    ~File() {
+        Close();
+        if (made_) {
+            DeleteFileA(path_.c_str());
+        }
+    }
+    File(const File&) = delete;
+    File& operator=(const File&) = delete;
+
+    DWORD Error() const { return error_; }
+    HANDLE Handle() const { return handle_; }
+
+    DWORD MoveTo(const std::string& path) {
+        Close();
+        if (!MoveFileExA(path_.c_str(), path.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH)) {
+            return GetLastError();
+        }
+        made_ = false;
+        return ERROR_SUCCESS;
+    }
+
+private:
+    void Close() {
+        if (handle_ != INVALID_HANDLE_VALUE) {
+            CloseHandle(handle_);
+            handle_ = INVALID_HANDLE_VALUE;
+            made_ = true;
+        }
+    }
+
+    std::string path_;
+    HANDLE handle_ = INVALID_HANDLE_VALUE;
+    DWORD error_ = ERROR_SUCCESS;
+    bool made_ = false; // and closed
+};
+
+void PanelSaving::Failed(DWORD error) {
+    if (error_ == ERROR_SUCCESS) {
+        error_ = error != ERROR_SUCCESS ? error : ERROR_WRITE_FAULT;
+    }
+}
+
+// What could not be written is told by Failed, by a result that is not 0 and by exceptions that were kept
+// inside.
 void PanelSaving::WriteObject(HOSTINFO& object, HANDLE file) {
     const auto lines = reinterpret_cast<LPARAM>(file);
-    SendMessageA(object.window, CWM_SAVE, SAVE_PROPERTIES, lines);
+    const unsigned failures = FailureCount();
+    LRESULT failed = SendMessageA(object.window, CWM_SAVE, SAVE_PROPERTIES, lines);
     if (object.kind != KIND_ROOT &&
         object.layers != 0) { // the panel's affair, so the controls do not write it
         const std::string line = object.name + "*layer=" + logic::LayersText(object.layers) + "\r\n";
         a_WriteText(file, line.data(), line.size());
     }
-    SendMessageA(object.window, CWM_SAVE, SAVE_CONNECTIONS, lines);
+    failed |= SendMessageA(object.window, CWM_SAVE, SAVE_CONNECTIONS, lines);
+    if (failed != 0 || FailureCount() != failures) {
+        Failed(ERROR_NOT_ENOUGH_MEMORY);
+    }
 }
 
 bool PanelSaving::WriteWhole(HOSTINFO& object, HANDLE file) {
-    const bool failedBefore = std::exchange(failed_, false);
+    const DWORD before = std::exchange(error_, ERROR_SUCCESS);
     WriteObject(object, file);
-    return !std::exchange(failed_, failedBefore);
+    return std::exchange(error_, before) == ERROR_SUCCESS;
 }
 
-bool PanelSaving::WriteAll(PanelRoot& root, HANDLE file) {
-    failed_ = false;
-    WriteObject(root, file);
+std::optional<std::string> PanelSaving::ObjectText(HOSTINFO& object, TextCollector& collector,
+                                                   Purpose purpose) {
+    auto text = collector.TextOf(object);
+    const PanelRoot* root = PanelRoot::Above(&object);
+    return text && root != nullptr
+               ? std::optional(root->kept.Merged(object, *text, purpose == Purpose::PanelFile))
+               : text;
+}
+
+void PanelSaving::WriteAll(PanelRoot& root, HANDLE file) {
+    std::optional<TextCollector> collector; // only where lines are kept
+    const auto write = [&](HOSTINFO& object) {
+        if (!root.kept.Concerns(object)) {
+            return WriteObject(object, file);
+        }
+        if (!collector) {
+            collector.emplace();
+        }
+        if (const auto text = ObjectText(object, *collector, Purpose::PanelFile)) {
+            a_WriteText(file, text->data(), text->size());
+        } else {
+            Failed(ERROR_NOT_ENOUGH_MEMORY);
+        }
+    };
+    write(root);
     for (HOSTINFO* control : root.Controls()) {
-        WriteObject(*control, file);
+        write(*control);
     }
-    return !failed_ && FlushFileBuffers(file) != 0;
+    if (!FlushFileBuffers(file)) {
+        Failed(GetLastError());
+    }
 }
 
 DWORD PanelSaving::Replace(PanelRoot& root, const std::string& path) {
@@ -40,26 +133,18 @@ DWORD PanelSaving::Replace(PanelRoot& root, const std::string& path) {
     if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY) != 0) {
         return ERROR_ACCESS_DENIED; // renaming alone would not see to that everywhere
     }
-    const std::string beside = path + ".new";
-    const HANDLE file =
-        CreateFileA(beside.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
-    if (file == INVALID_HANDLE_VALUE) {
-        return GetLastError();
+    File beside(path);
+    if (beside.Error() != ERROR_SUCCESS) {
+        return beside.Error();
     }
-    DWORD error = WriteAll(root, file) ? ERROR_SUCCESS : ERROR_WRITE_FAULT;
-    CloseHandle(file);
-    if (error == ERROR_SUCCESS &&
-        !MoveFileExA(beside.c_str(), path.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH)) {
-        error = GetLastError();
-    }
-    if (error != ERROR_SUCCESS) {
-        DeleteFileA(beside.c_str());
-    }
-    return error;
+    error_ = ERROR_SUCCESS;
+    WriteAll(root, beside.Handle());
+    return error_ != ERROR_SUCCESS ? error_ : beside.MoveTo(path);
 }
 
 bool PanelSaving::Save(PanelRoot& root, const std::string& path) {
-    if (const DWORD error = Replace(root, path); error != ERROR_SUCCESS) {
+    const DWORD error = Guarded(DWORD{ERROR_NOT_ENOUGH_MEMORY}, [&] { return Replace(root, path); });
+    if (error != ERROR_SUCCESS) {
         TRACE("Panel file %s was not saved: error %lu\n", path.c_str(), error);
         SetLastError(error); // for the host's message
         return false;

@@ -35,14 +35,22 @@ LRESULT a_ListProperties(HOSTINFO* object, const KEYWORDROW* table, HWND listVie
 }
 
 int a_WriteText(HANDLE file, const char* text, std::size_t length) {
-    std::optional<bool> whole = TextCollector::Append(file, text, length);
-    if (!whole) {
-        DWORD written = 0;
-        whole = length == 0 ||
-                (WriteFile(file, text, static_cast<DWORD>(length), &written, nullptr) && written == length);
+    if (length == 0) {
+        return 1;
     }
-    if (!*whole) {
-        PanelSaving::Failed();
+    if (const auto collected = TextCollector::Append(file, text, length)) {
+        if (!*collected) {
+            PanelSaving::Failed(ERROR_NOT_ENOUGH_MEMORY);
+        }
+        return *collected ? 1 : 0;
+    }
+    DWORD written = 0;
+    if (!WriteFile(file, text, static_cast<DWORD>(length), &written, nullptr)) {
+        PanelSaving::Failed(GetLastError());
+        return 0;
+    }
+    if (written != length) {
+        PanelSaving::Failed(ERROR_DISK_FULL);
         return 0;
     }
     return 1;

@@ -4,6 +4,7 @@
 #include "Panelhost/Messages.h"
 #include "Panelhost/files/LineFile.h"
 #include "Panelhost/files/PanelLoading.h"
+#include "Panelhost/files/PanelSaving.h"
 #include "Panelhost/files/TextCollector.h"
 #include "Panelhost/objects/PanelRoot.h"
 
@@ -59,12 +60,16 @@ void a_DeleteObject(HOSTINFO* object) {
     }
 }
 
-int a_ObjectTexts(const std::vector<HOSTINFO*>& objects, std::vector<std::string>* texts) {
+namespace {
+
+int TextsOf(const std::vector<HOSTINFO*>& objects, PanelSaving::Purpose purpose,
+            std::vector<std::string>* texts) {
     texts->clear();
     const bool whole = Guarded(false, [&] {
         TextCollector collector;
         for (HOSTINFO* object : objects) {
-            auto text = a_IsAlive(object) ? collector.TextOf(*object) : std::nullopt;
+            auto text =
+                a_IsAlive(object) ? PanelSaving::ObjectText(*object, collector, purpose) : std::nullopt;
             if (!text) {
                 return false;
             }
@@ -76,6 +81,12 @@ int a_ObjectTexts(const std::vector<HOSTINFO*>& objects, std::vector<std::string
         texts->clear();
     }
     return whole ? 1 : 0;
+}
+
+} // namespace
+
+int a_ObjectTexts(const std::vector<HOSTINFO*>& objects, std::vector<std::string>* texts) {
+    return TextsOf(objects, PanelSaving::Purpose::SingleText, texts);
 }
 
 int a_ObjectText(HOSTINFO* object, std::string* text) {
@@ -107,7 +118,7 @@ int a_PanelText(HOSTINFO* root, int first, int count, std::string* text) {
             }
         }
         std::vector<std::string> texts;
-        if (a_ObjectTexts(objects, &texts) == 0) {
+        if (TextsOf(objects, PanelSaving::Purpose::PanelFile, &texts) == 0) {
             return -1;
         }
         std::string lines;
@@ -126,7 +137,7 @@ int a_LoadText(HOSTINFO* root, std::string_view text, const char* nameInTraces) 
     }
     return Guarded(-1, [&] {
         LineText lines(text, nameInTraces);
-        return PanelLoading(*panel).LoadLines(lines);
+        return PanelLoading(*panel, PanelLoading::OfNoObject::Dropped).LoadLines(lines);
     });
 }
 

@@ -306,8 +306,8 @@ LRESULT a_DispatchRecord(HOSTINFO* object, const KEYWORDROW* table, VALUERECORD*
     if (record->index < 0) {
         return 0;
     }
-    const KEYWORDHANDLER handler = table[record->index].handler;
-    if (handler == nullptr) {
+    const KEYWORDROW& row = table[record->index];
+    if (row.handler == nullptr) {
         return 0;
     }
     if (record->command == COMMAND_SET && record->datatype == DATATYPE_TEXT && record->data != nullptr) {
@@ -316,7 +316,20 @@ LRESULT a_DispatchRecord(HOSTINFO* object, const KEYWORDROW* table, VALUERECORD*
             return 0;
         }
     }
-    return handler(record, object);
+    const int result = row.handler(record, object);
+    if (record->command == COMMAND_SET && result != 0) {
+        a_KeywordSet(object, row.keyword);
+    }
+    return result;
+}
+
+void a_KeywordSet(HOSTINFO* object, const char* keyword) {
+    if (keyword == nullptr || !PanelRoot::AnyKept() || !a_IsAlive(object)) {
+        return;
+    }
+    if (PanelRoot* root = PanelRoot::Above(object); root != nullptr) {
+        Guarded([&] { root->kept.KeywordSet(*object, keyword); });
+    }
 }
 
 std::string a_GetLayers(const HOSTINFO* object) {

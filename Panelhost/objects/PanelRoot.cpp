@@ -214,11 +214,17 @@ PanelRoot* PanelRoot::From(HOSTINFO* object) {
     return found == roots.end() ? nullptr : *found;
 }
 
+bool PanelRoot::AnyKept() {
+    return std::any_of(Roots().begin(), Roots().end(),
+                       [](const PanelRoot* root) { return !root->kept.IsEmpty(); });
+}
+
 PanelRoot* PanelRoot::Above(const HOSTINFO* object) {
     return object == nullptr ? nullptr : object->root_;
 }
 
 PanelRoot::~PanelRoot() {
+    kept.Clear();
     DestroyControls();
     while (!devices_.empty()) {
         HOSTINFO* device = devices_.front();
@@ -286,7 +292,7 @@ LRESULT PanelRoot::OnSave(WPARAM saveCode, LPARAM file) {
         }
         return 0;
     }
-    return Guarded(LRESULT{0}, [&] {
+    return Guarded(LRESULT{-1}, [&] {
         std::string lines;
         char value[TEXT_SIZE];
         for (const KEYWORDROW* row = KEYWORDS; row->keyword != nullptr; ++row) {
@@ -349,6 +355,7 @@ void PanelRoot::Add(HOSTINFO* object, HOSTINFO* owner, const std::string& ownNam
     object->reachable_ = true;
     object->mode = mode;
     ++owner->children_;
+    kept.Added(*object);
 }
 
 void PanelRoot::Remove(HOSTINFO* object) {
@@ -360,6 +367,9 @@ void PanelRoot::Remove(HOSTINFO* object) {
     ForgetFurtherLists(object);
     if (object->root_ != this) {
         return;
+    }
+    if (object->kind != KIND_DEVICE) {
+        kept.Removed(*object, object->place_ == controls_.begin() ? *this : **std::prev(object->place_));
     }
     (object->kind == KIND_DEVICE ? devices_ : controls_).erase(object->place_);
     if (object->children_ > 0) { // its windows go right after it

@@ -4,6 +4,7 @@
 #include "Panelhost/Editing.h"
 #include "Panelhost/Hostinfo.h"
 #include "Panelhost/SharedLock.h"
+#include "Panelhost/files/KeptLines.h"
 #include "Panelhost/objects/Opening.h"
 
 #include <list>
@@ -62,6 +63,8 @@ public:
     static PanelRoot* Create(HWND panel, const char* rootName);
     // The object as a root, or null when it is none that lives.
     static PanelRoot* From(HOSTINFO* object);
+    // Whether any root keeps lines that could not be read.
+    static bool AnyKept();
     // The root above an object, or null.
     static PanelRoot* Above(const HOSTINFO* object);
     ~PanelRoot() override;
@@ -119,6 +122,7 @@ public:
     int loadErrors = 0;
     bool sendsOnOpen = false; // a panel file sends the values saved in it
     Opening opening;
+    KeptLines kept{*this};
     EDITLISTENER editListener = nullptr;
     void* editContext = nullptr;
 

@@ -29,7 +29,7 @@ public:
         }
         return text;
     }
-    void Load(const std::string& text) override {
+    bool Load(const std::string& text) override {
         for (const std::string& line : SplitLines(text)) {
             const PropertyLine parts = SplitPropertyLine(line);
             if (parts.keyword != "control") {
@@ -48,6 +48,7 @@ public:
             const std::string path(parts.object);
             Create(path.empty() ? header->name : path + "*" + header->name, *header);
         }
+        return text.find("=refused") == std::string::npos;
     }
     void Destroy(const std::string& name) override {
         REQUIRE(Exists(name));
@@ -280,6 +281,20 @@ TEST_CASE("undoing all and redoing all gives the same text at both ends") {
             REQUIRE(sheet.All() == end);
         }
     }
+}
+
+TEST_CASE("a control that refuses a line of the wanted text is made anew") {
+    Sheet sheet;
+    sheet.Create("K", {0, "KNOB", "K", 0, {0, 0, 9, 9}});
+    sheet.lines["K"]["bitmap"] = "refused";
+    EditStep step;
+    step.texts.push_back({"K", sheet.Text("K"), ""});
+    sheet.lines["K"] = {{"bitmap", "there"}, {"connection", ""}, {"shown", "beside the text"}};
+    step.texts.front().after =
+        "control=0x00000000 KNOB \"K\" 0x00000000 0,0,9,9\r\nK*bitmap=there\r\nK*connection=\r\n";
+    ApplyStep(step.Reversed(), sheet);
+    CHECK_FALSE(sheet.lines["K"].contains("shown"));
+    CHECK(sheet.Text("K") == step.texts.front().before);
 }
 
 TEST_CASE("new steps end what could be redone, and the saved state with it") {

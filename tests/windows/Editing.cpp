@@ -50,6 +50,54 @@ void CheckHistory(const PanelProgram& program, const std::string& start, int ste
 
 } // namespace
 
+TEST_CASE("lines that could not be read are told of, kept, and the old file at the first saving") {
+    const std::string file = "control=0x00000000 KNOB \"A\" 0x50010000 40,40,87,87\r\n"
+                             "A*bitmap=.\\Controls\\Missing.bmp\r\n"
+                             "control=0x00000000 PanelWindow \"W\" 0x50000000 100,40,187,87\r\n"
+                             "W*value=1\r\n";
+    const PanelProgram program(file);
+    const HWND notice = program.Below(program.Frame(), "PanelNotice");
+    char text[256] = "";
+    SendMessageA(notice, WM_GETTEXT, sizeof text, reinterpret_cast<LPARAM>(text));
+    CHECK(text == std::string("3 lines could not be read: 1 missing picture, 1 unknown control, 1 line of a "
+                              "missing control. They are kept and saved as they are."));
+    RECT bar;
+    RECT panel;
+    GetWindowRect(notice, &bar);
+    GetWindowRect(program.Panel(), &panel);
+    CHECK((GetWindowLongA(notice, GWL_STYLE) & WS_VISIBLE) != 0);
+    CHECK(bar.bottom <= panel.top);
+    SendMessageA(notice, WM_COMMAND, CMD_VIEW_UNREAD, 0);
+    const HWND list = program.Below(program.Top("PanelUnread"), WC_LISTVIEWA);
+    CHECK(SendMessageA(list, LVM_GETITEMCOUNT, 0, 0) == 3);
+    SendMessageA(notice, WM_COMMAND, CMD_CLOSE_NOTICE, 0);
+    CHECK((GetWindowLongA(notice, GWL_STYLE) & WS_VISIBLE) == 0);
+
+    program.Folder().Write("test.panel.bak", "of the user");
+    const std::string saved = program.Saved();
+    CHECK(Contains(saved, "\r\nA*bitmap=.\\Controls\\Missing.bmp\r\n"));
+    CHECK(Contains(saved,
+                   "\r\ncontrol=0x00000000 PanelWindow \"W\" 0x50000000 100,40,187,87\r\nW*value=1\r\n"));
+    const std::vector<std::string> names{"test.panel", "test.panel.2.bak", "test.panel.bak", "trace.txt"};
+    CHECK(program.Folder().Names() == names);
+    CHECK(ReadBytes(program.Folder().Path("test.panel.2.bak")) == file);
+    CHECK(ReadBytes(program.Folder().Path("test.panel.bak")) == "of the user");
+    CHECK(program.Saved() == saved);
+    CHECK(program.Folder().Names() == names);
+
+    // Deleting the control takes the name of its picture along, and undoing brings it back.
+    program.Command(CMD_EDIT_MODE);
+    program.Click({60, 60});
+    program.Command(CMD_DELETE);
+    CHECK_FALSE(Contains(program.Saved(), "Missing.bmp"));
+    program.Command(CMD_UNDO);
+    CHECK(program.Saved() == saved);
+    program.Command(CMD_DUPLICATE);
+    CHECK(Contains(program.Saved(), "\r\nA 2*bitmap=.\\Controls\\Missing.bmp\r\n"));
+    program.Command(CMD_UNDO);
+    CHECK(program.Saved() == saved);
+}
+
 TEST_CASE("a control is dragged with the mouse, and the way back is byte for byte the same") {
     const PanelProgram program(PANEL);
     program.Command(CMD_EDIT_MODE);

@@ -125,6 +125,7 @@ TEST_CASE("unloading leaves no class and gives everything back") {
         CHECK(CountRegistered() == 0);
         const TestPanel panel;
         CHECK(panel.Create("KNOB", "Knob") == nullptr);
+        CHECK(ph_UnregisterControlClass("KNOB") == 0);    // the library has done so
         CHECK(CountResources().gdi < before.gdi);         // icons, bitmaps
         CHECK(CountResources().windows < before.windows); // tooltips
     }

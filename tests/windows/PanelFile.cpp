@@ -1,9 +1,12 @@
 // Panel files and device files, whole and damaged, and the functions of the host interface that read and
 // write them.
 
+#include "Panelhost/Editing.h"
 #include "tests/windows/ControlClasses.h"
+#include "tests/windows/OwnControl.h"
 #include "tests/windows/TestPanel.h"
 
+#include <algorithm>
 #include <cstring>
 #include <random>
 
@@ -42,6 +45,10 @@ std::string EverythingFile() {
                   "One KNOB*resolution=0.125\r\n"
                   "One KNOB*values=1,2,3,4,5\r\n"
                   "One KNOB*valuescopy=1,2,3,4,5,\r\n"
+                  "control=0x00000000 FADER \"Relative\" 0x40000000 0,0,30,200\r\n"
+                  "Relative*function=AMP1*gain;AMP1*gain\r\n"
+                  "Relative*properties=-80,18,-20\r\n"
+                  "Relative*relative=1\r\n"
                   "One LED*layer=u1,u64\r\n"
                   "One LED*function=AMP1*mute\r\n";
 }
@@ -62,7 +69,7 @@ TEST_CASE("a panel of every class is saved, loaded and saved again byte for byte
     {
         const TestPanel panel;
         const TraceCapture trace;
-        CHECK(LoadFile(panel, folder.Write("everything.panel", EverythingFile())) == 90);
+        CHECK(LoadFile(panel, folder.Write("everything.panel", EverythingFile())) == 91);
         for (const char* complaint : {"Error reading", "not found", "Not implemented", "Unknown"}) {
             CHECK(trace.CountContaining(complaint) == 0);
         }
@@ -79,7 +86,7 @@ TEST_CASE("a panel of every class is saved, loaded and saved again byte for byte
         }
         CHECK(SaveFile(panel, first) == 1);
     }
-    const std::string saved = ReadBytes(first);
+    std::string saved = ReadBytes(first);
     CHECK(saved.rfind("background=0x00402010\r\nlayer=u2,u5\r\nsize=640,480\r\ntitle=All * of = them\r\n"
                       "control=0x00000000 AUTOMIXER \"One AUTOMIXER\" 0x40010000 0,5,60,45\r\n",
                       0) == 0);
@@ -93,10 +100,24 @@ TEST_CASE("a panel of every class is saved, loaded and saved again byte for byte
         INFO(std::string(line));
         CHECK(saved.find("\r\n" + std::string(line) + "\r\n") != std::string::npos);
     }
-    const TestPanel panel;
-    CHECK(LoadFile(panel, first) == 90);
-    CHECK(SaveFile(panel, second) == 1);
-    CHECK(ReadBytes(second) == saved);
+    // However often: what is loaded replaces what was loaded or made before, and adds nothing to it.
+    for (int round = 0; round < 4; ++round) {
+        const TestPanel panel;
+        const TraceCapture trace;
+        if (round > 1) { // with devices that answer
+            panel.Declare("AMP1*device=simulated\nAMP1*gain=float,-80,18,-20,dB\nAMP1*mute=integer,0,1,0,\n");
+        }
+        CHECK(LoadFile(panel, round == 0 ? first : second) == 91);
+        INFO(trace.All());
+        CHECK(a_LoadErrorCount(panel.Root()) == 0);
+        CHECK(trace.CountContaining("not found") == 0);
+        CHECK(SaveFile(panel, second) == 1);
+        if (round == 2) { // what they answer is saved, too
+            saved = ReadBytes(second);
+            CHECK(saved.find("\r\nRelative*values=0,,0,\r\n") != std::string::npos);
+        }
+        CHECK(ReadBytes(second) == saved);
+    }
     CHECK(folder.Names() == std::vector<std::string>{"everything.panel", "first.panel", "second.panel"});
 }
 
@@ -360,13 +381,93 @@ TEST_CASE("a panel that cannot be saved leaves the old file as it was") {
         CHECK(ReadBytes(path).find("control=") == 0);
         a_SetChanged(panel.Root(), true);
     }
-    SUBCASE("the file beside it cannot be made") {
+    SUBCASE("a control cannot be written") {
         const std::string path = folder.Write("x.panel", old);
-        CreateDirectoryA(folder.Path("x.panel.new").c_str(), nullptr);
-        CHECK(SaveFile(panel, path) == 0);
-        CheckUntouched(folder, {"x.panel", "x.panel.new"}, path, old);
+        const OwnControl registered(OwnControl::Saves);
+        panel.Create(OwnControl::CLASS, "Own");
+        const struct {
+            OwnControl::Saving saving;
+            DWORD reason;
+        } rows[] = {
+            {OwnControl::Refuses, ERROR_NOT_ENOUGH_MEMORY},
+            {OwnControl::HitsFullDisk, ERROR_INVALID_HANDLE}, // the system's reason, whichever that is
+        };
+        for (const auto& row : rows) {
+            const OwnControl own(row.saving);
+            SetLastError(ERROR_SUCCESS);
+            CHECK(SaveFile(panel, path) == 0);
+            CHECK(GetLastError() == row.reason);
+            CheckUntouched(folder, {"x.panel"}, path, old);
+            std::string text = "as before";
+            CHECK(a_ObjectText(&ObjectOf(panel.Find("Own")), &text) == 0);
+            CHECK(text == "as before");
+        }
+        DestroyWindow(panel.Find("Own"));
+        a_SetChanged(panel.Root(), true);
+    }
+    SUBCASE("a control of the library has no memory to be written") {
+        const std::string path = folder.Write("x.panel", old);
+        {
+            const NoMemory none(GetModuleHandleA(CONTROL_LIBRARY));
+            CHECK(SaveFile(panel, path) == 0);
+            CHECK(GetLastError() == ERROR_NOT_ENOUGH_MEMORY);
+            CHECK(none.Refusals() > 0);
+        }
+        CheckUntouched(folder, {"x.panel"}, path, old);
     }
     CHECK(a_IsChanged(panel.Root()));
+}
+
+TEST_CASE("saving touches no file but its own") {
+    const TestPanel panel;
+    panel.Create("KNOB", "Knob");
+    const TestFolder folder;
+    // Whatever stands beside it, and however the file that is written first is called.
+    const std::string path = folder.Write("x.panel", "old");
+    std::vector<std::string> names{"x.panel", "x.panel.bak", "x.panel.new"};
+    char process[16];
+    std::snprintf(process, sizeof process, "%x", static_cast<unsigned>(GetCurrentProcessId()));
+    for (const char* number : {"0", "1"}) {
+        names.push_back("x.panel." + std::string(process) + "." + number + ".tmp");
+    }
+    std::sort(names.begin(), names.end());
+    for (const std::string& name : names) {
+        folder.Write(name, "of the user");
+    }
+    CHECK(SaveFile(panel, path) == 1);
+    CHECK(folder.Names() == names);
+    for (const std::string& name : names) {
+        CHECK((ReadBytes(folder.Path(name)) == "of the user") == (name != "x.panel"));
+    }
+}
+
+TEST_CASE("a panel file creates windows of registered classes alone") {
+    const TestFolder folder;
+    const auto load = [&](const TestPanel& panel, const std::string& className) {
+        return LoadFile(panel, folder.Write("x.panel", "control=0x00000000 " + className +
+                                                           " \"X\" 0x40000000 0,0,10,10\r\n"));
+    };
+    const OwnControl own(OwnControl::Saves);
+    const TestPanel panel;
+    for (const char* className :
+         {"TestPanel", "BUTTON", "#32770", "OWNCONTROLS"}) { // the first is the host's own
+        INFO(std::string(className));
+        CHECK(load(panel, className) == 0);
+        CHECK(a_LoadErrorCount(panel.Root()) == 1);
+        CHECK(GetWindow(panel.Window(), GW_CHILD) == nullptr);
+    }
+    CHECK(ph_UnregisterControlClass(OwnControl::CLASS) == 1);
+    CHECK(load(TestPanel(), OwnControl::CLASS) == 0);
+    CHECK(ph_UnregisterControlClass(OwnControl::CLASS) == 0);
+    CHECK(ph_RegisterControlClass("owncontrol") == 1); // twice
+    CHECK(ph_RegisterControlClass(OwnControl::CLASS) == 1);
+    CHECK(ph_UnregisterControlClass(OwnControl::CLASS) == 1);
+    CHECK(load(TestPanel(), OwnControl::CLASS) == 1);
+    for (const char* name : {static_cast<const char*>(nullptr), ""}) {
+        CHECK(ph_RegisterControlClass(name) == 0);
+        CHECK(ph_UnregisterControlClass(name) == 0);
+    }
+    CHECK(ph_RegisterControlClass(std::string(65, 'x').c_str()) == 0);
 }
 
 TEST_CASE("the host interface takes no harm from null and wrong arguments") {

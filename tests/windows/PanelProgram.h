@@ -41,6 +41,8 @@ public:
     HWND Below(HWND parent, const char* className) const;
     void Command(int command) const { SendMessageA(frame_, WM_COMMAND, static_cast<WPARAM>(command), 0); }
     std::string Saved() const;
+    // The folder of its own.
+    const TestFolder& Folder() const { return *own_; }
     std::string Trace() const { return ReadBytes(trace_); }
     std::string Title() const;
     // The text of the message box that it shows.

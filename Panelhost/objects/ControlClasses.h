@@ -1,0 +1,6 @@
+#pragma once
+
+#include <string>
+
+// Whether a library of controls has registered the window class (ph_RegisterControlClass).
+bool IsControlClass(const std::string& windowClass);

@@ -1,0 +1,304 @@
+// Lines of panel files that cannot be read: kept, listed, written back where they stood.
+
+#include "Panelhost/Editing.h"
+#include "tests/windows/TestPanel.h"
+
+#include <algorithm>
+#include <random>
+
+TEST_SUITE_BEGIN("KeptLines");
+
+namespace {
+
+struct Listed {
+    std::string object;
+    std::string line;
+    int number;
+    int reason;
+
+    bool operator==(const Listed&) const = default;
+};
+
+void __cdecl Receive(const PH_UNREADLINE* line, void* context) {
+    static_cast<std::vector<Listed>*>(context)->push_back(
+        {line->object, line->line, line->number, line->reason});
+}
+
+std::vector<Listed> List(const TestPanel& panel) {
+    std::vector<Listed> lines;
+    const int count = ph_ListUnread(panel.Root(), Receive, &lines);
+    CHECK(count == static_cast<int>(lines.size()));
+    CHECK(ph_ListUnread(panel.Root(), nullptr, nullptr) == count);
+    return lines;
+}
+
+std::string Join(const std::vector<std::string>& lines) {
+    std::string text;
+    for (const std::string& line : lines) {
+        text += line + "\r\n";
+    }
+    return text;
+}
+
+std::vector<std::string> Split(const std::string& text) {
+    std::vector<std::string> lines;
+    for (std::size_t start = 0, end = 0; (end = text.find("\r\n", start)) != std::string::npos;
+         start = end + 2) {
+        lines.push_back(text.substr(start, end - start));
+    }
+    return lines;
+}
+
+void CheckSame(const std::string& text, const std::string& expected) {
+    const auto lines = Split(text);
+    const auto wanted = Split(expected);
+    const auto first = std::mismatch(lines.begin(), lines.end(), wanted.begin(), wanted.end());
+    CHECK((first.first == lines.end() ? "(end)" : *first.first).substr(0, 100) ==
+          (first.second == wanted.end() ? "(end)" : *first.second).substr(0, 100));
+    CHECK((text == expected));
+}
+
+// A panel that was filled from a text.
+class Opened {
+public:
+    explicit Opened(const std::string& text) {
+        ph_LoadPanel(panel.Root(), folder_.Write("x.panel", text).c_str());
+    }
+    std::string Saved() const {
+        const std::string path = folder_.Path("saved.panel");
+        CHECK(ph_SavePanel(panel.Root(), path.c_str()) == 1);
+        return ReadBytes(path);
+    }
+    HWND Find(const char* name) const { return panel.Find(name); }
+    std::string TextOf(const char* name) const {
+        std::string text;
+        a_ObjectText(&ObjectOf(panel.Find(name)), &text);
+        return text;
+    }
+
+    TestPanel panel;
+
+private:
+    TestFolder folder_;
+};
+
+// Line number of the first line that begins so, from 0.
+std::size_t LineOf(const std::vector<std::string>& lines, const std::string& start) {
+    const auto found = std::find_if(lines.begin(), lines.end(),
+                                    [&](const std::string& line) { return line.starts_with(start); });
+    REQUIRE(found != lines.end());
+    return static_cast<std::size_t>(found - lines.begin());
+}
+
+// As it is saved: a knob, a strip with its parts and a lamp in it, a knob bound to nothing.
+std::vector<std::string> SoundLines() {
+    const Opened opened("background=0x00402010\r\nsize=640,480\r\ntitle=Kept\r\n"
+                        "control=0x00000000 KNOB \"A\" 0x40010000 0,0,47,47\r\n"
+                        "control=0x00000000 MIXER \"S\" 0x40000000 100,0,148,252\r\n"
+                        "S*control=0x00000000 LED \"Lamp\" 0x40000000 0,0,8,8\r\nS*Lamp*layer=u3\r\n"
+                        "control=0x00000000 IMIDI \"M\" 0x40000000 200,0,232,32\r\n"
+                        "control=0x00000000 KNOB \"B\" 0x40010000 300,0,347,47\r\n");
+    return Split(opened.Saved());
+}
+
+const std::string TOO_LONG = "A*properties=" + std::string(5000, 'x');
+const std::string WITH_NUL("B*values=1\0,2", 13);
+
+} // namespace
+
+TEST_CASE("what cannot be read is listed, changes nothing and is saved where it stood") {
+    std::vector<std::string> lines = SoundLines();
+    const auto replace = [&](const std::string& start, const std::string& line) {
+        return std::pair(LineOf(lines, start), lines[LineOf(lines, start)] = line).first;
+    };
+    const auto insert = [&](const std::string& behind, const std::vector<std::string>& added) {
+        const std::size_t at = LineOf(lines, behind) + 1;
+        lines.insert(lines.begin() + static_cast<std::ptrdiff_t>(at), added.begin(), added.end());
+    };
+    replace("background", "background=.\\Controls\\Missing.png");
+    replace("A*bitmap", "A*bitmap=.\\Controls\\Missing.bmp");
+    replace("A*properties", TOO_LONG);
+    replace("A*interval", "A*interval=soon");
+    replace("B*values=", WITH_NUL);
+    replace("M*connection", "M*connection=A"); // which it does not know
+    insert("A*resolution", {"A*later=1", "A*later=2", "A*newest"});
+    insert("A*connection", {"control=0x00000000 NOSUCH \"N\" 0x40000000 0,0,9,9", "N*bitmap=x",
+                            "N*control=0x00000000 KNOB \"In\" 0x40000000 0,0,9,9", "N*In*value=1",
+                            "N*In*connection=A", "N*connection=A"});
+    insert("S*Lamp*connection",
+           {"S*control=0x00000000 NOSUCH \"Part\" 0x40000000 0,0,9,9", "S*Part*value=1"});
+    insert("B*connection",
+           {"control=0x00000000 KNOB \"Bad\" 0x40000000 0,0,9", "Bad*interval=9", "control=garbage",
+            "control=0x00000000 LED \"A\" 0x40000000 0,0,9,9", "A*bitmap=.\\Controls\\Missing.bmp", "words"});
+    const std::string file = Join(lines);
+
+    const TraceCapture trace;
+    const Opened opened(file);
+    CheckSame(opened.Saved(), file);
+    CheckSame(Opened(opened.Saved()).Saved(), file);
+    CHECK(Text(opened.Find("A"), "bitmap") == ".\\Controls\\Knob.bmp");
+    CHECK(Text(opened.Find("A"), "properties") == "0,100,0");
+    CHECK(Value(opened.Find("A")) == 0.0F); // an unknown keyword is no value
+    CHECK(ObjectOf(opened.Find("A")).interval == ObjectOf(opened.Find("B")).interval);
+    CHECK(a_MissingPicture(&ObjectOf(opened.Find("A"))) == ".\\Controls\\Missing.bmp");
+    CHECK(a_MissingPicture(&ObjectOf(opened.Find("B"))).empty());
+
+    const TestFolder folder; // what is read twice stands there once
+    ph_LoadPanel(opened.panel.Root(), folder.Write("again.panel", file).c_str());
+    CheckSame(opened.Saved(), file);
+
+    const std::vector<Listed> listed = List(opened.panel);
+    CHECK(static_cast<int>(listed.size()) == a_LoadErrorCount(opened.panel.Root()));
+    CHECK(listed.size() == 23);
+    CHECK(listed.front() == Listed{"", "background=.\\Controls\\Missing.png", 1, PH_UNREAD_PICTURE});
+    const auto has = [&](const char* object, const std::string& line, int reason) {
+        INFO(line);
+        CHECK(std::any_of(listed.begin(), listed.end(), [&](const Listed& entry) {
+            return entry.object == object && entry.line == line.c_str() && entry.reason == reason &&
+                   lines[static_cast<std::size_t>(entry.number - 1)] == line;
+        }));
+    };
+    has("A", "A*bitmap=.\\Controls\\Missing.bmp", PH_UNREAD_PICTURE);
+    has("A", "A*interval=soon", PH_UNREAD_VALUE);
+    has("A", TOO_LONG, PH_UNREAD_DAMAGED);
+    has("A", "A*later=2", PH_UNREAD_KEYWORD);
+    has("A", "A*newest", PH_UNREAD_KEYWORD);
+    has("M", "M*connection=A", PH_UNREAD_VALUE);
+    has("S", "S*Part*value=1", PH_UNREAD_OBJECT);
+    has("", "control=0x00000000 NOSUCH \"N\" 0x40000000 0,0,9,9", PH_UNREAD_CLASS);
+    has("", "N*In*value=1", PH_UNREAD_OBJECT);
+    has("", "control=0x00000000 LED \"A\" 0x40000000 0,0,9,9", PH_UNREAD_NAME);
+    has("", "Bad*interval=9", PH_UNREAD_OBJECT);
+    CHECK(ph_ListUnread(nullptr, Receive, nullptr) == -1);
+    CHECK(ph_ListUnread(&ObjectOf(opened.Find("A")), Receive, nullptr) == -1);
+}
+
+TEST_CASE("damage at any place of a panel file is saved where it was") {
+    const std::vector<std::string> sound = SoundLines();
+    const std::string damaged[] = {"words",
+                                   "control=",
+                                   "control=0x00000000 NOSUCH \"X\" 0x40000000 0,0,9,9",
+                                   "X*value=1",
+                                   "S*X*value=1",
+                                   "A*nosuch=1",
+                                   "B*nosuch",
+                                   "nosuch=1",
+                                   "S*control=0x00000000 KNOB \"Y\" 0x40000000 0,0",
+                                   "X*connection=A",
+                                   WITH_NUL,
+                                   std::string(5000, 'y'),
+                                   std::string(1, '\0')};
+    for (unsigned seed = 1; seed <= 12; ++seed) {
+        CAPTURE(seed);
+        std::mt19937 random(seed);
+        std::vector<std::string> lines;
+        std::string current;
+        for (const std::string& line : sound) {
+            const bool isHeader = line.find("control=") != std::string::npos;
+            current = isHeader ? line.substr(line.find('"') + 1, 1) : current;
+            lines.push_back(line);
+            for (unsigned count = random() % 4 == 0 ? random() % 3 + 1 : 0; count > 0; --count) {
+                const std::string& added = damaged[random() % std::size(damaged)];
+                // One of an object that lives stands among its lines, in place of its own one.
+                const bool isOfObject = added[0] == 'A' || added[0] == 'B';
+                if (added == WITH_NUL ? line.starts_with("B*values=")
+                                      : !isOfObject || added.substr(0, 1) == current) {
+                    if (added == WITH_NUL) {
+                        lines.back() = added;
+                        break;
+                    }
+                    if (added != "nosuch=1" || current.empty()) {
+                        lines.push_back(added);
+                    }
+                }
+            }
+        }
+        const std::string file = Join(lines);
+        const Opened opened(file);
+        CheckSame(opened.Saved(), file);
+    }
+}
+
+TEST_CASE("a kept line goes when its keyword is set, and by nothing else") {
+    const std::string head = "control=0x00000000 KNOB \"A\" 0x40010000 0,0,47,47\r\n";
+    const auto holds = [](const Opened& opened, const char* line) {
+        return opened.Saved().find("\r\n" + std::string(line) + "\r\n") != std::string::npos;
+    };
+    const Opened opened(head +
+                        "A*interval=soon\r\nA*interval=later\r\nA*resolution=fine\r\nA*later=1\r\nA* =x\r\n"
+                        "size=all\r\n");
+    HWND knob = opened.Find("A");
+    CHECK(List(opened.panel).size() == 6);
+    ph_Tick(opened.panel.Root());
+    Load(knob, "interval=now");
+    Load(knob, "resolution=2", LOAD_FROM_FILE); // a control that configures another one
+    CHECK(holds(opened, "A*interval=soon\r\nA*interval=later"));
+    CHECK(holds(opened, "A*resolution=fine"));
+    CHECK(Load(knob, "interval=70") == 1);
+    CHECK(holds(opened, "A*interval=70"));
+    CHECK_FALSE(holds(opened, "A*interval=soon"));
+    CHECK_FALSE(holds(opened, "A*interval=later"));
+    float resolution = 0.25F;
+    CHECK(Send(knob, COMMAND_SET, DATATYPE_FLOAT, &resolution, "resolution") == 1);
+    CHECK(holds(opened, "A*resolution=0.25"));
+    CHECK_FALSE(holds(opened, "A*resolution=fine"));
+    CHECK(SetValue(knob, 5) == 1);
+    CHECK(Load(opened.panel.Window(), "size=9,9") == 1);
+    CHECK(List(opened.panel) == std::vector<Listed>{{"A", "A*later=1", 5, PH_UNREAD_KEYWORD}});
+
+    // A keyword that stands twice in a file, once readable, keeps both.
+    for (const char* both : {"A*interval=50\r\nA*interval=soon", "A*interval=soon\r\nA*interval=50"}) {
+        const Opened twice(head + both + "\r\n");
+        CHECK(ObjectOf(twice.Find("A")).interval == 50);
+        CHECK(holds(twice, "A*interval=soon"));
+        CHECK(holds(twice, "A*interval=50"));
+    }
+}
+
+TEST_CASE("kept lines are copied and deleted with their control, and come back with it") {
+    const std::string head = "control=0x00000000 ";
+    const std::string text =
+        Opened(head + "KNOB \"A\" 0x40010000 0,0,47,47\r\nA*bitmap=none.bmp\r\n" + head +
+               "MINIEDIT \"S\" 0x40000000 0,0,99,99\r\nS*" + head + "LED \"P\" 0x40000000 0,0,9,9\r\nS*" +
+               head + "NOSUCH \"N\" 0x40000000 0,0,9,9\r\nS*N*value=1\r\nS*N*connection=A\r\nS*" + head +
+               "LED \"Q\" 0x40000000 0,0,9,9\r\n" + head + "NOSUCH \"T\" 0x40000000 0,0,9,9\r\n" + head +
+               "KNOB \"B\" 0x40010000 0,0,47,47\r\nB*later=1\r\n")
+            .Saved();
+    const Opened opened(text);
+    HOSTINFO* root = opened.panel.Root();
+    REQUIRE(opened.Saved() == text);
+    for (const char* name : {"S", "A", "B"}) {
+        INFO(std::string(name));
+        std::string own = opened.TextOf(name);
+        if (*name == 'S') {
+            CHECK(own.find("\r\nS*N*connection=A\r\n") != std::string::npos);
+            own += opened.TextOf("S*P") + opened.TextOf("S*Q");
+        }
+        DestroyWindow(opened.Find(name));
+        const std::string without = opened.Saved();
+        CHECK(without.find("*bitmap=none.bmp") ==
+              (*name == 'A' ? std::string::npos : without.find("A*bitmap") + 1));
+        CHECK((without.find("\"N\"") == std::string::npos) == (*name == 'S'));
+        CHECK(without.find("\"T\"") != std::string::npos); // the panel's
+
+        const int errors = static_cast<int>(List(opened.panel).size());
+        CHECK(a_LoadText(root, own, "Undo") > 0);
+        CHECK(static_cast<int>(List(opened.panel).size()) == errors + a_LoadErrorCount(root));
+        HOSTINFO* next = *name == 'A'   ? &ObjectOf(opened.Find("S"))
+                         : *name == 'S' ? &ObjectOf(opened.Find("B"))
+                                        : nullptr;
+        a_MoveBefore(&ObjectOf(opened.Find(name)), next);
+        CheckSame(opened.Saved(), text);
+    }
+    // What belongs to no control is not brought in by the text of controls.
+    a_LoadText(root, head + "NOSUCH \"Z\" 0x40000000 0,0,9,9\r\nZ*value=1\r\nZ*connection=A\r\n",
+               "Clipboard");
+    CHECK(a_LoadErrorCount(root) == 3);
+    CheckSame(opened.Saved(), text);
+    // A line that sets a keyword to nothing takes back what was kept.
+    a_LoadText(root, "B*later=\r\nA*bitmap=.\\Controls\\Knob.bmp\r\n", "Undo");
+    CHECK(a_LoadErrorCount(root) == 0);
+    CHECK(List(opened.panel).size() == 4);
+}
+
+TEST_SUITE_END();
