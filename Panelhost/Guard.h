@@ -1,12 +1,13 @@
 #pragma once
 
+#include <atomic>
 #include <exception>
 #include <utility>
 
-// How many exceptions were kept inside on this thread. Whoever has to know whether an answer was one for
-// failure compares.
-inline unsigned& FailureCount() {
-    static thread_local unsigned count = 0;
+// How many exceptions were kept inside this library. Whoever has to know whether an answer was one for
+// failure compares. Not counted by thread: that would take memory, which is what there is none of.
+inline std::atomic<unsigned>& FailureCount() {
+    static std::atomic<unsigned> count = 0;
     return count;
 }
 

@@ -146,8 +146,24 @@ PANELHOST_API int a_HostinfoCount();
 // was kept, goes. a_DispatchRecord tells so by itself; whoever applies a property line without it calls this.
 // The object may have ended meanwhile.
 PANELHOST_API void a_KeywordSet(HOSTINFO* object, const char* keyword);
-// Handles a value record over a keyword table: resolves the name, then calls the handler of the row.
-PANELHOST_API LRESULT a_DispatchRecord(HOSTINFO* object, const KEYWORDROW* table, VALUERECORD* record);
+// The first half of a_DispatchRecord: resolves the name and finds the row whose handler is to be called. Null
+// when there is nothing to call; answer receives what the record is then answered with.
+PANELHOST_API const KEYWORDROW* a_SelectRow(HOSTINFO* object, const KEYWORDROW* table, VALUERECORD* record,
+                                            LRESULT* answer);
+// Handles a value record over a keyword table: resolves the name, then calls the handler of the row. Inline,
+// so that an exception of the handler stays in the library of the handler.
+inline LRESULT a_DispatchRecord(HOSTINFO* object, const KEYWORDROW* table, VALUERECORD* record) {
+    LRESULT answer = 0;
+    const KEYWORDROW* row = a_SelectRow(object, table, record, &answer);
+    if (row == nullptr) {
+        return answer;
+    }
+    const int result = row->handler(record, object);
+    if (record->command == COMMAND_SET && result != 0) {
+        a_KeywordSet(object, row->keyword);
+    }
+    return result;
+}
 
 // Layers: text "u1,u5"; empty for every layer. Set returns 0 and changes nothing when the text is unreadable;
 // otherwise it shows or hides the window according to the layers active on the root.

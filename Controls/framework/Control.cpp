@@ -2,6 +2,7 @@
 
 #include "Controls/framework/Control.h"
 
+#include "Panelhost/Guard.h"
 #include "logic/PropertyLine.h"
 
 #include <algorithm>
@@ -149,28 +150,30 @@ LRESULT CONTROLPROPERTIES::OnTimer(WPARAM, LPARAM) {
 }
 
 LRESULT CONTROLPROPERTIES::OnGetTooltip(WPARAM, LPARAM lParam) {
-    char value[TEXT_SIZE] = "";
-    VALUERECORD record{COMMAND_GET, 0, DATATYPE_TEXT, 0, value, nullptr, 0};
-    OnMessage(0, reinterpret_cast<LPARAM>(&record));
-    std::string text = name;
-    if (value[0] != '\0') {
-        text += std::string(" = ") + value;
-    }
-    const std::string bound = a_BuildString(functions, this);
-    const std::string connected = a_BuildString(connections, this);
-    if (!bound.empty() || !connected.empty()) {
-        text += "   " + bound + (bound.empty() || connected.empty() ? "" : ";") + connected;
-    }
-    const bool missing = std::any_of(requests.begin(), requests.end(), [](const REQUESTITEM& item) {
-        return item.target == nullptr && item.handler == nullptr;
+    return Guarded(LRESULT{0}, [&] { // called by the program itself, into which no exception may go
+        char value[TEXT_SIZE] = "";
+        VALUERECORD record{COMMAND_GET, 0, DATATYPE_TEXT, 0, value, nullptr, 0};
+        OnMessage(0, reinterpret_cast<LPARAM>(&record));
+        std::string text = name;
+        if (value[0] != '\0') {
+            text += std::string(" = ") + value;
+        }
+        const std::string bound = a_BuildString(functions, this);
+        const std::string connected = a_BuildString(connections, this);
+        if (!bound.empty() || !connected.empty()) {
+            text += "   " + bound + (bound.empty() || connected.empty() ? "" : ";") + connected;
+        }
+        const bool missing = std::any_of(requests.begin(), requests.end(), [](const REQUESTITEM& item) {
+            return item.target == nullptr && item.handler == nullptr;
+        });
+        if (missing || lastPollResult == REQUEST_UNREACHABLE) {
+            text += "   (not reachable)";
+        } else if (lastPollResult == REQUEST_DISAGREE) {
+            text += "   (values differ)";
+        }
+        std::snprintf(reinterpret_cast<char*>(lParam), TEXT_SIZE, "%s", text.c_str());
+        return LRESULT{1};
     });
-    if (missing || lastPollResult == REQUEST_UNREACHABLE) {
-        text += "   (not reachable)";
-    } else if (lastPollResult == REQUEST_DISAGREE) {
-        text += "   (values differ)";
-    }
-    std::snprintf(reinterpret_cast<char*>(lParam), TEXT_SIZE, "%s", text.c_str());
-    return 1;
 }
 
 LRESULT CONTROLPROPERTIES::OnGetDatatype(WPARAM, LPARAM keyword) {

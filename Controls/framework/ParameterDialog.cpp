@@ -3,6 +3,7 @@
 #include "Controls/resources/resource.h"
 #include "Panelhost/Dialog.h"
 #include "Panelhost/Editing.h"
+#include "Panelhost/Guard.h"
 #include "logic/Numbers.h"
 #include "logic/Text.h"
 
@@ -37,8 +38,15 @@ public:
     bool filling = false;    // the fields are being set by the program
 
 private:
-    void OnCreate() override;
-    bool OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) override;
+    // The base is in the host library, into which no exception may go.
+    void OnCreate() override {
+        Guarded([this] { Initialize(); });
+    }
+    bool OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) override {
+        return Guarded(true, [&] { return HandleMessage(message, wParam, lParam, result); });
+    }
+    void Initialize();
+    bool HandleMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result);
     bool IsHeader(int id) const override;
     void Ended();
     void ForgetOpen();
@@ -577,7 +585,7 @@ void ControlDialog::SetObject(CONTROLPROPERTIES& control) {
     context_ = {object, a_FindRootHostinfo(object->parent), object};
 }
 
-void ControlDialog::OnCreate() {
+void ControlDialog::Initialize() {
     OpenDialogs().push_back(this);
     SetWindowLongA(Handle(), GWL_USERDATA, reinterpret_cast<LONG>(&context_));
     SetObject(*object);
@@ -628,7 +636,7 @@ bool ControlDialog::IsHeader(int id) const {
     return id == IDC_CONNECTIONS_HEADER || id == IDC_PROPERTIES_HEADER || id == IDC_FUNCTIONS_HEADER;
 }
 
-bool ControlDialog::OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) {
+bool ControlDialog::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) {
     if (message == WM_DESTROY) {
         Ended();
         return true;

@@ -204,19 +204,22 @@ const OSMIRBitmap* a_GetNotEqualSign() {
         ".aaaaaaaaaaa.", "aaaaaaaaa##aa", "aaaaaaaa##aaa", "aa#########aa", "aa#########aa", "aaaaa##aaaaaa",
         "aa#########aa", "aa#########aa", "aaa##aaaaaaaa", "aa##aaaaaaaaa", ".aaaaaaaaaaa.",
     };
-    static const std::unique_ptr<OSMIRBitmap> bitmap = [] {
-        const int width = static_cast<int>(std::strlen(SIGN[0]));
-        const int height = static_cast<int>(std::size(SIGN));
-        std::uint32_t* pixels = nullptr;
-        HBITMAP handle = CreatePixels(width, height, &pixels);
-        for (const char* row : SIGN) {
-            for (; *row != '\0' && pixels != nullptr; ++row) {
-                *pixels++ = *row == '.' ? 0 : (*row == 'a' ? 0xFFFFB000 : 0xFF201000);
+    static const int width = static_cast<int>(std::strlen(SIGN[0]));
+    static const int height = static_cast<int>(std::size(SIGN));
+    // Not on the heap: it is wanted when there is no memory, too.
+    static const OSMIRBitmap bitmap(
+        [] {
+            std::uint32_t* pixels = nullptr;
+            HBITMAP handle = CreatePixels(width, height, &pixels);
+            for (const char* row : SIGN) {
+                for (; *row != '\0' && pixels != nullptr; ++row) {
+                    *pixels++ = *row == '.' ? 0 : (*row == 'a' ? 0xFFFFB000 : 0xFF201000);
+                }
             }
-        }
-        return std::make_unique<OSMIRBitmap>(handle, width, height, true);
-    }();
-    return bitmap.get();
+            return handle;
+        }(),
+        width, height, true);
+    return &bitmap;
 }
 
 int a_SavePicture(HDC source, int width, int height, const char* path) {

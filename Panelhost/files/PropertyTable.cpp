@@ -19,8 +19,9 @@ LRESULT a_ListProperties(HOSTINFO* object, const KEYWORDROW* table, HWND listVie
             continue;
         }
         value[0] = '\0';
-        VALUERECORD record{COMMAND_GET, 0, DATATYPE_TEXT, 0, value, nullptr, 0};
-        table[row].handler(&record, object);
+        // By message: an exception of the handler has to stay in its library.
+        VALUERECORD record{COMMAND_GET, row, DATATYPE_TEXT, 0, value, nullptr, 0};
+        SendMessageA(object->window, CWM_MESSAGE, 0, reinterpret_cast<LPARAM>(&record));
         LVITEMA item{};
         item.mask = LVIF_TEXT;
         item.iItem = row; // the list view counts rows that are not shown out again

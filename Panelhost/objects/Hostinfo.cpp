@@ -284,43 +284,36 @@ std::string a_OwnName(const HOSTINFO* object) {
     return star == std::string::npos ? object->name : object->name.substr(star + 1);
 }
 
-LRESULT a_DispatchRecord(HOSTINFO* object, const KEYWORDROW* table, VALUERECORD* record) {
+const KEYWORDROW* a_SelectRow(HOSTINFO* object, const KEYWORDROW* table, VALUERECORD* record,
+                              LRESULT* answer) {
+    *answer = 0;
     if (object == nullptr || table == nullptr || record == nullptr) {
-        return 0;
+        return nullptr;
     }
     if (record->name != nullptr && record->index == 0) {
         const int row = a_FindKeyword(table, record->name);
         record->index = row < 0 ? 0 : row;
     }
     if (record->command == COMMAND_RESOLVE) {
-        return 1;
+        *answer = 1;
+        return nullptr;
     }
-    if (record->command != COMMAND_GET && record->command != COMMAND_SET) {
-        return 0;
+    if ((record->command != COMMAND_GET && record->command != COMMAND_SET) || record->index < 0) {
+        return nullptr;
     }
     for (int row = 0; row <= record->index; ++row) { // the index comes from outside: never step over the end
         if (table[row].keyword == nullptr) {
-            return 0;
+            return nullptr;
         }
-    }
-    if (record->index < 0) {
-        return 0;
-    }
-    const KEYWORDROW& row = table[record->index];
-    if (row.handler == nullptr) {
-        return 0;
     }
     if (record->command == COMMAND_SET && record->datatype == DATATYPE_TEXT && record->data != nullptr) {
         const auto* text = static_cast<const char*>(record->data);
         if (!a_IsPropertyValue(object, table, record->index, {text, strnlen(text, TEXT_SIZE)})) {
-            return 0;
+            return nullptr;
         }
     }
-    const int result = row.handler(record, object);
-    if (record->command == COMMAND_SET && result != 0) {
-        a_KeywordSet(object, row.keyword);
-    }
-    return result;
+    const KEYWORDROW& row = table[record->index];
+    return row.handler == nullptr ? nullptr : &row;
 }
 
 void a_KeywordSet(HOSTINFO* object, const char* keyword) {

@@ -7,6 +7,8 @@
 #include <algorithm>
 #include <atomic>
 #include <csignal>
+#include <cstdint>
+#include <cstring>
 #include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
@@ -62,7 +64,26 @@ LONG CALLBACK ReportCrash(EXCEPTION_POINTERS* exception) {
     return EXCEPTION_EXECUTE_HANDLER;
 }
 
+// The places in our own programs and libraries that the stack holds; a symbol table names them.
+void PrintStack() {
+    const auto* words = static_cast<const volatile std::uintptr_t*>(__builtin_frame_address(0));
+    for (int i = 0, shown = 0; i < 3000 && shown < 40; ++i) {
+        HMODULE module = nullptr;
+        char path[MAX_PATH] = "";
+        if (words[i] > 0xFFFF &&
+            GetModuleHandleExA(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS |
+                                   GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+                               reinterpret_cast<const char*>(words[i]), &module) &&
+            GetModuleFileNameA(module, path, sizeof path) && std::strstr(path, "system32") == nullptr) {
+            std::printf("  %s+%x\n", std::strrchr(path, '\\') + 1,
+                        static_cast<unsigned>(words[i] - reinterpret_cast<std::uintptr_t>(module)));
+            ++shown;
+        }
+    }
+}
+
 void ReportAbort(int) {
+    PrintStack();
     Report("the process was aborted");
     TerminateProcess(GetCurrentProcess(), 3);
 }

@@ -101,7 +101,7 @@ std::vector<std::string> SoundLines() {
     return Split(opened.Saved());
 }
 
-const std::string TOO_LONG = "A*properties=" + std::string(5000, 'x');
+const std::string TOO_LONG = "A*properties=" + std::string(9000, 'x');
 const std::string WITH_NUL("B*values=1\0,2", 13);
 
 } // namespace
@@ -186,7 +186,7 @@ TEST_CASE("damage at any place of a panel file is saved where it was") {
                                    "S*control=0x00000000 KNOB \"Y\" 0x40000000 0,0",
                                    "X*connection=A",
                                    WITH_NUL,
-                                   std::string(5000, 'y'),
+                                   std::string(9000, 'y'),
                                    std::string(1, '\0')};
     for (unsigned seed = 1; seed <= 12; ++seed) {
         CAPTURE(seed);

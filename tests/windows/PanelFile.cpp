@@ -400,7 +400,7 @@ TEST_CASE("a panel that cannot be saved leaves the old file as it was") {
             CheckUntouched(folder, {"x.panel"}, path, old);
             std::string text = "as before";
             CHECK(a_ObjectText(&ObjectOf(panel.Find("Own")), &text) == 0);
-            CHECK(text == "as before");
+            CHECK(text.empty());
         }
         DestroyWindow(panel.Find("Own"));
         a_SetChanged(panel.Root(), true);
