@@ -155,7 +155,12 @@ void Round(Random& random, int number) {
             Load(control, random.Pick(LINES));
         }
         a_SetEditListener(
-            panel.Root(), [](int, HOSTINFO*, void*) { Notified("an edit"); }, nullptr);
+            panel.Root(),
+            [](int, HOSTINFO*, void*) {
+                Notified("an edit");
+                return 1;
+            },
+            nullptr);
         const int way = random.Below(6);
         notificationsBefore = random.Below(3);
         action = [&] {
