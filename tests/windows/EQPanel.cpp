@@ -117,7 +117,8 @@ TEST_CASE_FIXTURE(EqFixture, "the closed list of types has no room for their pic
     const HGDIOBJ previous = SelectObject(dc, bitmap);
     const auto isDrawn = [&](UINT number, UINT state, int left) {
         const auto text = static_cast<ULONG_PTR>(SendMessageA(list, CB_GETITEMDATA, number, 0));
-        DRAWITEMSTRUCT item{ODT_COMBOBOX, TYPES, number, ODA_DRAWENTIRE, state, list, dc, {0, 0, 72, 17}, text};
+        DRAWITEMSTRUCT item{ODT_COMBOBOX, TYPES,          number, ODA_DRAWENTIRE, state, list,
+                            dc,           {0, 0, 72, 17}, text};
         SendMessageA(eq, WM_DRAWITEM, TYPES, reinterpret_cast<LPARAM>(&item));
         int drawn = 0;
         for (int i = 0; i < 13 * 17; ++i) {

@@ -341,7 +341,8 @@ TEST_CASE("of what cannot be reached a connected control keeps what it holds") {
         {"function1=GONE*p", ",50", "LINK24,50 Hz,OFF,20000 Hz,2 dB,normal,0,2.5 ms"},
         {"function2=GONE*p", ",,,,-9", "LINK24,80 Hz,OFF,20000 Hz,-9 dB,inverted,0,2.5 ms"},
         {"function3=GONE*p", ",,,,-9", "LINK24,80 Hz,OFF,20000 Hz,-9 dB,normal,1,5 ft"},
-        {"function3=GONE*p", ",,,,,,1,8 m", "LINK24,80 Hz,OFF,20000 Hz,-3 dB,normal,1,8 m"}, // given as a whole
+        {"function3=GONE*p", ",,,,,,1,8 m",
+         "LINK24,80 Hz,OFF,20000 Hz,-3 dB,normal,1,8 m"}, // given as a whole
     };
     for (const auto& row : rows) {
         CAPTURE(row.gone);
