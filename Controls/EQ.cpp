@@ -78,7 +78,8 @@ constexpr EqField FieldOf(int id) {
 class EQPROPERTIES : public RECORDEDITOR<EqBand> {
 public:
     EQPROPERTIES() {
-        parts = {{&requests, &requests, DATATYPE_MASTER_EQ, [](EqBand& band) -> void* { return &band; }}};
+        parts = {{&requests, &requests, DATATYPE_MASTER_EQ, [](EqBand& band) -> void* { return &band; },
+                  [](EqBand& to, const EqBand& from) { to = from; }}};
     }
     const KEYWORDROW* GetHostinfoTable() override;
     void SetDefaults() override;
@@ -96,9 +97,12 @@ public:
     std::optional<EqBand> Read(std::string_view text, const EqBand& before) const override {
         return logic::ReadEqBand(text, before);
     }
-    bool IsWhole(std::string_view text) const override { return logic::IsWholeEqBand(text); }
-    bool IsKnown(const EqBand& band) const override { return logic::IsKnown(band); }
+    EqBand Different() const override { return {1, logic::AllPass, 1.0F, 1.0F, 1.0F, 2}; }
+    EqBand Known(const EqBand& answered, const EqBand& held) const override {
+        return logic::KnownOf(answered, held);
+    }
     void Show(const EqBand& next) override;
+    void ShowLists(const EqBand& band) override;
     std::string ValueText(int fieldId, bool isTyped) const override;
     void Enter(int fieldId, const std::string* typed) override;
     bool Step(int fieldId, int steps, const std::string* typed) override;
@@ -268,9 +272,6 @@ void EQPROPERTIES::Show(const EqBand& next) {
     if (next.bypass != before.bypass) {
         Check(BYPASS, next.bypass != 0);
     }
-    if (next.type != before.type) {
-        Select(TYPE_LIST, next.type);
-    }
     if (next.type != before.type || next.slope != before.slope) {
         Arrange();
     }
@@ -281,11 +282,16 @@ void EQPROPERTIES::Show(const EqBand& next) {
     }
 }
 
+void EQPROPERTIES::ShowLists(const EqBand& band) {
+    Select(TYPE_LIST, band.type);
+    Select(SLOPE_LIST, band.slope - 1);
+}
+
 void EQPROPERTIES::SetBandwidth(bool isBandwidth) {
     asBandwidth = isBandwidth;
     SetLabel(Q_LABEL, asBandwidth ? "BW" : "Q");
     ShowField(Q_FIELD, ValueText(Q_FIELD, false));
-    if (AreAllKnown()) {
+    if (AreAllKnown() && !IsAnyOdd()) {
         CommitAgain(Q_FIELD);
     }
 }
@@ -323,7 +329,7 @@ void EQPROPERTIES::SetDisabledMask(unsigned mask) {
 }
 
 const char* EQPROPERTIES::UnlistedText(int listId) const {
-    const bool isNamed = listId == TYPE_LIST && value.type >= 0 && value.type < logic::filterTypeCount;
+    const bool isNamed = listId == TYPE_LIST && value.type >= offeredTypes;
     return isNamed ? logic::filterTypeNames[static_cast<std::size_t>(value.type)].data() : "";
 }
 

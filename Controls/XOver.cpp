@@ -104,8 +104,12 @@ public:
     std::optional<Crossover> Read(std::string_view text, const Crossover& before) const override {
         return logic::ReadCrossover(text, before);
     }
-    bool IsKnown(const Crossover& crossover) const override { return logic::IsKnown(crossover); }
+    Crossover Different() const override { return {{{1, 1.0F}, {1, 1.0F}}, 1.0F, 1, {1, 1.0F, 1}}; }
+    Crossover Known(const Crossover& answered, const Crossover& held) const override {
+        return logic::KnownOf(answered, held);
+    }
     void Show(const Crossover& next) override;
+    void ShowLists(const Crossover& crossover) override;
     std::string ValueText(int fieldId, bool isTyped) const override;
     void Enter(int fieldId, const std::string* typed) override;
     bool Step(int fieldId, int steps, const std::string* typed) override;
@@ -134,14 +138,18 @@ private:
 
 XOVERPROPERTIES::XOVERPROPERTIES() {
     // A device delivers the filters of the first, a connected control the whole record.
-    parts = {
-        {&requests, &slotRequests[FILTERS], DATATYPE_CROSSOVER, [](Crossover& all) -> void* { return &all; }},
-        {&slotRequests[GAIN], &slotRequests[GAIN], DATATYPE_FLOAT,
-         [](Crossover& all) -> void* { return &all.gain; }},
-        {&slotRequests[POLARITY_SLOT], &slotRequests[POLARITY_SLOT], DATATYPE_INTEGER,
-         [](Crossover& all) -> void* { return &all.polarity; }},
-        {&slotRequests[DELAY], &slotRequests[DELAY], DATATYPE_DELAY,
-         [](Crossover& all) -> void* { return &all.delay; }}};
+    parts = {{&requests, &slotRequests[FILTERS], DATATYPE_CROSSOVER,
+              [](Crossover& all) -> void* { return &all; },
+              [](Crossover& to, const Crossover& from) { to.filters = from.filters; }},
+             {&slotRequests[GAIN], &slotRequests[GAIN], DATATYPE_FLOAT,
+              [](Crossover& all) -> void* { return &all.gain; },
+              [](Crossover& to, const Crossover& from) { to.gain = from.gain; }},
+             {&slotRequests[POLARITY_SLOT], &slotRequests[POLARITY_SLOT], DATATYPE_INTEGER,
+              [](Crossover& all) -> void* { return &all.polarity; },
+              [](Crossover& to, const Crossover& from) { to.polarity = from.polarity; }},
+             {&slotRequests[DELAY], &slotRequests[DELAY], DATATYPE_DELAY,
+              [](Crossover& all) -> void* { return &all.delay; },
+              [](Crossover& to, const Crossover& from) { to.delay = from.delay; }}};
 }
 
 namespace {
@@ -230,7 +238,7 @@ LRESULT XOVERPROPERTIES::OnGetTooltip(WPARAM wParam, LPARAM lParam) {
 
 int XOVERPROPERTIES::LoadFunctions(int slot, const char* text) {
     BINDINGLIST none;
-    parts[static_cast<std::size_t>(slot)].isKnown = false;
+    parts[static_cast<std::size_t>(slot)].SetKnown(false);
     return a_FunctionChanged(text, this, slotFunctions[slot], none, slotRequests[slot]);
 }
 
@@ -254,7 +262,7 @@ int XOVERPROPERTIES::LoadConfiguration(const std::string& wanted) {
     if (taken <= 0) {
         TRACE("XOver configuration %s: %s\n", wanted.c_str(),
               taken < 0 ? "cannot be read" : "nothing to load");
-        Show(before);
+        ShowRecord(before);
         if (taken == 0 || isLoading) {
             return 0;
         }
@@ -277,9 +285,7 @@ void XOVERPROPERTIES::SetDefaults() {
     FillList(HIGH_PASS_TYPE, logic::crossoverNames);
     FillList(LOW_PASS_TYPE, logic::crossoverNames);
     FillList(POLARITY, logic::polarities);
-    for (const int list : {HIGH_PASS_TYPE, LOW_PASS_TYPE, POLARITY}) {
-        Select(list, 0);
-    }
+    ShowLists(value);
     a_FollowRequests(this, functions, slotRequests[FILTERS]);
     for (const int slot : {GAIN, POLARITY_SLOT, DELAY}) {
         a_FollowRequests(this, slotFunctions[slot], slotRequests[slot]);
@@ -300,22 +306,14 @@ void XOVERPROPERTIES::Draw(HDC dc, const RECT& client) const {
 
 void XOVERPROPERTIES::Show(const Crossover& next) {
     const Crossover before = std::exchange(value, next);
-    const auto showFilter = [this](const CrossoverFilter& filter, const CrossoverFilter& old, int list,
-                                   int field) {
-        if (filter.type != old.type) {
-            Select(list, filter.type);
-        }
-        if (filter.frequency != old.frequency) {
-            FollowField(field, ValueText(field, false));
-        }
-    };
-    showFilter(next.filters.highPass, before.filters.highPass, HIGH_PASS_TYPE, HIGH_PASS_FIELD);
-    showFilter(next.filters.lowPass, before.filters.lowPass, LOW_PASS_TYPE, LOW_PASS_FIELD);
+    if (next.filters.highPass.frequency != before.filters.highPass.frequency) {
+        FollowField(HIGH_PASS_FIELD, ValueText(HIGH_PASS_FIELD, false));
+    }
+    if (next.filters.lowPass.frequency != before.filters.lowPass.frequency) {
+        FollowField(LOW_PASS_FIELD, ValueText(LOW_PASS_FIELD, false));
+    }
     if (next.gain != before.gain) {
         FollowField(GAIN_FIELD, ValueText(GAIN_FIELD, false));
-    }
-    if (next.polarity != before.polarity) {
-        Select(POLARITY, next.polarity);
     }
     if (next.delay.amount != before.delay.amount || next.delay.unit != before.delay.unit) {
         FollowField(DELAY_FIELD, ValueText(DELAY_FIELD, false));
@@ -325,6 +323,12 @@ void XOVERPROPERTIES::Show(const Crossover& next) {
         EnableItem(DELAY_FIELD, next.delay.bypass == 0);
         EnableItem(DELAY_SPIN, next.delay.bypass == 0);
     }
+}
+
+void XOVERPROPERTIES::ShowLists(const Crossover& crossover) {
+    Select(HIGH_PASS_TYPE, crossover.filters.highPass.type);
+    Select(LOW_PASS_TYPE, crossover.filters.lowPass.type);
+    Select(POLARITY, crossover.polarity);
 }
 
 void XOVERPROPERTIES::ChildFocused(int id) {
@@ -350,10 +354,27 @@ std::size_t XOVERPROPERTIES::PartOf(int id) const {
     }
 }
 
+// A connected control keeps what it holds of the parts of which nobody knows here what they should be.
 void XOVERPROPERTIES::PartSent() {
-    if (AreAllKnown()) {
+    for (const REQUESTITEM& item : ItemsOf(connectedControls)) {
+        REQUESTLIST one{item};
+        Crossover held = value;
+        int result = REQUEST_UNCHANGED;
+        if (!AreAllKnown() || IsAnyOdd()) {
+            a_SendRequest(one, COMMAND_GET, DATATYPE_CROSSOVER, &held, &result);
+        }
+        if (parent == nullptr) {
+            return;
+        }
         Crossover sent = value;
-        a_SendRequest(connectedControls, COMMAND_SET, DATATYPE_CROSSOVER, &sent, nullptr);
+        for (const auto& part : parts) {
+            if (!part.isKnown || part.odd) {
+                part.copy(sent, logic::KnownOf(held, value));
+            }
+        }
+        if (result <= REQUEST_DELIVERED) {
+            a_SendRequest(one, COMMAND_SET, DATATYPE_CROSSOVER, &sent, nullptr);
+        }
     }
 }
 

@@ -38,5 +38,10 @@ constexpr COLORREF FIELD_COLOUR = 0xCEFFFF;
 PANELHOST_API HBRUSH a_GetObject(int number);
 
 // Loads the first dropped file as the object's "bitmap" property, relative to the application folder where it
-// lies inside it, and frees the drop handle. 1 when the object took it.
+// lies inside it, and frees the drop handle, that of a drop on an object without pictures as well. 1 when the
+// object took it.
 PANELHOST_API int a_DropBitmap(HOSTINFO* object, HDROP drop);
+// Loads a dropped file of saved properties, one whose name ends with ".cfg", into the object as one edit of
+// the user, and frees the drop handle. 1 when the object took a line of it; anything else - another file,
+// more than one, one that cannot be read - is refused, and the edit trace says so.
+PANELHOST_API int a_DropFiles(HOSTINFO* object, HDROP drop);

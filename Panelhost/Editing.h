@@ -25,6 +25,9 @@ PANELHOST_API bool a_IsUndoable(const HOSTINFO* object);
 // CWM_LOAD with load mode 0, and tells the listener. 1 when the line was applied, 0 when the listener or the
 // object refused it. What comes from elsewhere (a terminal, another program) is sent with CWM_LOAD alone.
 PANELHOST_API int a_ApplyEdit(HOSTINFO* object, const char* line);
+// The same with all lines of a file (a_LoadFile), as one edit. Number of lines that the object took, 0 when
+// the listener refused, -1 when the file cannot be read.
+PANELHOST_API int a_ApplyEditFile(HOSTINFO* object, const char* fullPath);
 // Deletes an object on behalf of the user: by the listener, or by destroying the window when there is none.
 PANELHOST_API void a_DeleteObject(HOSTINFO* object);
 

@@ -31,7 +31,7 @@ constexpr UINT CWM_PARAMETERDLG = 0x8035;
 constexpr UINT CWM_EXTENDMENU = 0x8036;
 // lParam non-zero when "Apply" was chosen.
 constexpr UINT CWM_MENUCOMMAND = 0x8037;
-// lParam HDROP.
+// lParam HDROP, which the control frees.
 constexpr UINT CWM_DROPFILES = 0x804A;
 // Returns the width in pixels of the control's bitmap, or of its rectangle when it has none.
 constexpr UINT CWM_GETPREFERREDWIDTH = 0x804C;

@@ -77,7 +77,7 @@ void TakeDelay(FieldReader& fields, DelaySetting& delay) {
     fields.Take(delay, [&](std::string_view field) -> std::optional<DelaySetting> {
         DelaySetting read = delay;
         ReadDelayAmount(field, read);
-        read.amount = std::max(read.amount, 0.0F);
+        read.amount = std::max(0.0F, read.amount); // not -0 either
         const bool isAmount = std::any_of(delayUnits.begin(), delayUnits.end(), [&](std::string_view unit) {
             return ParseFloatIn(unit, field).has_value();
         });
@@ -119,8 +119,19 @@ bool IsKnown(const DelaySetting& delay) {
 }
 
 bool IsKnown(const Crossover& crossover) {
-    return IsSound(crossover) && IsKnown(crossover.filters) && IsIndex(crossover.polarity, 2) &&
-           IsKnown(crossover.delay);
+    return IsSound(crossover) && KnownOf(crossover, {}) == crossover;
+}
+
+Crossover KnownOf(const Crossover& answered, const Crossover& held) {
+    Crossover known = answered;
+    const auto check = [](std::int32_t& index, std::int32_t count, std::int32_t heldIndex) {
+        index = IsIndex(index, count) ? index : heldIndex;
+    };
+    check(known.filters.highPass.type, crossoverTypeCount, held.filters.highPass.type);
+    check(known.filters.lowPass.type, crossoverTypeCount, held.filters.lowPass.type);
+    check(known.polarity, polarities.size(), held.polarity);
+    check(known.delay.unit, delayUnitCount, held.delay.unit);
+    return known;
 }
 
 std::string FiltersText(const CrossoverFilters& filters) {
@@ -198,7 +209,7 @@ std::string TypedFieldText(const Crossover& crossover, CrossoverField field) {
 void TypeField(Crossover& crossover, CrossoverField field, const std::string* typed) {
     if (field == CrossoverField::Delay) {
         ReadDelayAmount(typed != nullptr ? *typed : "", crossover.delay);
-        crossover.delay.amount = std::max(crossover.delay.amount, 0.0F);
+        crossover.delay.amount = std::max(0.0F, crossover.delay.amount); // not -0 either
         return;
     }
     const auto read = ParseFloat(typed != nullptr ? *typed : "");

@@ -71,6 +71,9 @@ bool IsSound(const Crossover& crossover);
 bool IsKnown(const CrossoverFilters& filters);
 bool IsKnown(const DelaySetting& delay);
 bool IsKnown(const Crossover& crossover);
+// A sound record as far as it is known; unknown types, polarities and units are those of the record that is
+// held.
+Crossover KnownOf(const Crossover& answered, const Crossover& held);
 
 // "LINK24,80 Hz,OFF,20000 Hz": high-pass, low-pass.
 std::string FiltersText(const CrossoverFilters& filters);

@@ -21,8 +21,16 @@ bool IsSound(const EqBand& band) {
 }
 
 bool IsKnown(const EqBand& band) {
-    return IsSound(band) && band.type >= 0 && band.type < filterTypeCount && band.slope >= 0 &&
-           band.slope <= 2;
+    return IsSound(band) && KnownOf(band, {}) == band;
+}
+
+EqBand KnownOf(const EqBand& answered, const EqBand& held) {
+    EqBand known = answered;
+    if (known.type < 0 || known.type >= filterTypeCount)
+        known.type = held.type;
+    if (known.slope < 0 || known.slope > 2)
+        known.slope = held.slope;
+    return known;
 }
 
 std::string EqBandText(const EqBand& band) {
@@ -59,12 +67,6 @@ std::optional<EqBand> ReadEqBand(std::string_view text, const EqBand& before) {
     take(ParseFloatIn("dB", fields[4]), band.gain, same);
     take(ParseWholeFloat(fields[5]), band.q, same);
     return taken == count ? std::optional(band) : std::nullopt;
-}
-
-bool IsWholeEqBand(std::string_view text) {
-    const EqBand other{1, AllPass, 1.0F, 1.0F, 1.0F, 2};
-    const auto band = ReadEqBand(text, {});
-    return band && band == ReadEqBand(text, other);
 }
 
 int OfferedFilterTypes(std::string_view device, bool isMaster) {

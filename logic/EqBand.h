@@ -41,6 +41,8 @@ constexpr float highestPassQ = 2.0F; // of the types that are limited in it
 bool IsSound(const EqBand& band);
 // Whether it can be shown and set as it is: sound, of a known type and slope.
 bool IsKnown(const EqBand& band);
+// A sound record as far as it is known; an unknown type or slope is that of the record that is held.
+EqBand KnownOf(const EqBand& answered, const EqBand& held);
 
 // "%d,%s,%d dB,%g Hz,%g dB,%g": bypass, type, slope in dB an octave, frequency, gain, Q.
 std::string EqBandText(const EqBand& band);
@@ -49,8 +51,6 @@ std::string EqBandText(const EqBand& band);
 // limited to 0 to 2; the frequency is limited to 0 to 20000 (its lower end is deliberately not that of
 // typing). Nothing when there is no field, one too many, or one that cannot be read.
 std::optional<EqBand> ReadEqBand(std::string_view text, const EqBand& before);
-// Whether such a text gives every member.
-bool IsWholeEqBand(std::string_view text);
 
 // How many filter types, from the first on, a device of that name has: the name goes up to the first "_".
 int OfferedFilterTypes(std::string_view device, bool isMaster);

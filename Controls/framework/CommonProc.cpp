@@ -8,6 +8,7 @@
 #include <exception>
 #include <memory>
 #include <new>
+#include <shellapi.h>
 #include <windowsx.h>
 
 namespace {
@@ -343,11 +344,11 @@ LRESULT CALLBACK CommonProc(HWND window, UINT message, WPARAM wParam, LPARAM lPa
         }
         break;
     case WM_DROPFILES:
-        if (a_FindKeyword(control->GetHostinfoTable(), "bitmap") >= 0) {
-            a_DropBitmap(control, reinterpret_cast<HDROP>(wParam));
-            return 0;
-        }
-        break;
+        a_DropBitmap(control, reinterpret_cast<HDROP>(wParam));
+        return 0;
+    case CWM_DROPFILES: // no control takes what its panel passes on
+        DragFinish(reinterpret_cast<HDROP>(lParam));
+        return 0;
     case CWM_EXTENDMENU:
         if (lParam != 0) {
             ExtendMenu(*control, reinterpret_cast<HMENU>(lParam));

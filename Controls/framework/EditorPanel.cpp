@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <commctrl.h>
 #include <iterator>
+#include <shellapi.h>
 #include <windowsx.h>
 
 namespace {
@@ -130,6 +131,9 @@ LRESULT CALLBACK EditorProc(HWND window, UINT message, WPARAM wParam, LPARAM lPa
             return TRUE;
         }
         break;
+    case WM_DROPFILES:
+        a_DropFiles(&editor, reinterpret_cast<HDROP>(wParam));
+        return 0;
     case WM_KEYUP:
         if (wParam == VK_TAB && editor.mode == 0) {
             editor.EnterByTab(GetKeyState(VK_SHIFT) < 0);
@@ -160,6 +164,7 @@ void EDITORPROPERTIES::SetDefaults() {
     }
     interval = 1000;
     SetWindowLongA(window, GWL_STYLE, GetWindowLongA(window, GWL_STYLE) | WS_CLIPCHILDREN);
+    DragAcceptFiles(window, TRUE);
     font_.Load("ms sans serif,8");
     for (const EditorChild& row : Layout()) {
         children_.push_back(CreateEditorChild(row, window, font_.Get()));
@@ -237,7 +242,11 @@ void EDITORPROPERTIES::FillList(int id, std::span<const std::string_view> texts)
 }
 
 void EDITORPROPERTIES::Select(int listId, int item) const {
-    SendMessageA(Item(listId), CB_SETCURSEL, static_cast<WPARAM>(item), 0);
+    const HWND list = Item(listId);
+    const bool isListed = item >= 0 && item < SendMessageA(list, CB_GETCOUNT, 0, 0);
+    if (!isListed || item != SendMessageA(list, CB_GETCURSEL, 0, 0)) {
+        SendMessageA(list, CB_SETCURSEL, static_cast<WPARAM>(isListed ? item : CB_ERR), 0);
+    }
 }
 
 void EDITORPROPERTIES::Check(int id, bool isDown) const {

@@ -80,7 +80,7 @@ public:
     void EnableItem(int id, bool isEnabled);
     void SetLabel(int row, const std::string& text) const;
     void FillList(int id, std::span<const std::string_view> texts) const;
-    void Select(int listId, int item) const;
+    void Select(int listId, int item) const; // none where the list has no such item
     void Check(int id, bool isDown) const;
     // Puts a text into a field. The second leaves a field alone that is being typed in.
     void ShowField(int id, const std::string& text);

@@ -21,11 +21,19 @@ struct RecordPart {
     REQUESTLIST* told;  // when the part has changed
     int datatype;
     void* (*of)(Record&);
+    void (*copy)(Record& to, const Record& from);
     // Whether the part was set as a whole or is what the bound devices hold. What a new control starts with
     // must reach no device.
     bool isKnown = false;
+    // What the devices hold, where it has members of no known meaning: the type of another kind of device.
+    // What the control held stays in their place, and is sent with the next edit of the part.
+    std::optional<Record> odd = std::nullopt;
 
     bool IsOneNumber() const { return datatype == DATATYPE_FLOAT || datatype == DATATYPE_INTEGER; }
+    void SetKnown(bool known) {
+        isKnown = known;
+        odd.reset();
+    }
 };
 
 // Base of the editor panels that hold one record: what becomes of it when it is set, edited, polled, copied
@@ -35,7 +43,7 @@ template <class Record>
 class RECORDEDITOR : public EDITORPROPERTIES {
 public:
     int ControlType() const override { return parts.front().datatype; }
-    void BindingsChanged() override { parts.front().isKnown = false; }
+    void BindingsChanged() override { parts.front().SetKnown(false); }
 
     void PollRecord() final {
         Record next = value;
@@ -45,18 +53,15 @@ public:
             Record polled = next;
             int result = REQUEST_UNCHANGED;
             a_SendRequest(*part.asked, COMMAND_GET, part.datatype, part.of(polled), &result);
-            if (result == REQUEST_DELIVERED && !IsKnown(polled)) {
-                result = REQUEST_DISAGREE; // of another kind of device: what is shown stays
+            if (result <= REQUEST_DELIVERED && !part.asked->empty()) {
+                const std::optional<Record> before = part.odd;
+                next = Learned(part, polled, next);
+                isNew = isNew || part.odd != before;
             }
-            if (result == REQUEST_DELIVERED) {
-                next = polled;
-                isNew = true;
-            }
-            part.isKnown = part.isKnown || (result <= REQUEST_DELIVERED && !part.asked->empty());
-            worst = std::max(worst, result);
+            worst = std::max({worst, result, part.odd ? REQUEST_DISAGREE : REQUEST_UNCHANGED});
         }
-        if (isNew) {
-            Show(next);
+        if (isNew || next != value) {
+            ShowRecord(next);
         }
         ShowPollResult(worst);
     }
@@ -91,7 +96,7 @@ public:
         }
         Record next = value;
         Choose(next, listId, item);
-        Show(next);
+        ShowRecord(next);
         Select(listId, item); // what was learned may have moved it
         SendEdited(listId);
     }
@@ -102,7 +107,7 @@ public:
         }
         Record next = value;
         Bypass(next) = isDown ? 1 : 0;
-        Show(next);
+        ShowRecord(next);
         Check(id, isDown);
         SendEdited(id);
     }
@@ -110,10 +115,13 @@ public:
     // What a record is to its control.
     virtual std::string Text(const Record& record) const = 0;
     virtual std::optional<Record> Read(std::string_view text, const Record& before) const = 0;
-    virtual bool IsWhole(std::string_view /*text*/) const { return false; } // whether it leaves nothing open
-    virtual bool IsKnown(const Record& record) const = 0; // whether it can be shown and set as it is
+    virtual Record Different() const = 0; // from a new record in every member
+    // A record as far as it is known, the rest being what is held.
+    virtual Record Known(const Record& answered, const Record& held) const = 0;
     // Shows a known record; touches only what is new.
     virtual void Show(const Record& next) = 0;
+    // Selects in all lists what a record says, which may be unknown.
+    virtual void ShowLists(const Record& record) = 0;
     // The value of a field as it is shown, or as it is shown after it was typed.
     virtual std::string ValueText(int fieldId, bool isTyped) const = 0;
     // Puts into the record what was typed, limited; null: what is held, limited.
@@ -139,25 +147,68 @@ public:
             }
             Record held = value;
             const bool isAnswered =
-                part.asked->empty() || AskForValue(*part.asked, part.datatype, part.of(held));
+                !part.asked->empty() && AskForValue(*part.asked, part.datatype, part.of(held));
             if (parent == nullptr) {
                 return false;
             }
-            part.isKnown = isAnswered && IsKnown(held);
-            if (part.isKnown) {
-                Show(held);
+            if (isAnswered) {
+                Record next = Learned(part, held, value);
+                for (const RecordPart<Record>& other : parts) { // of which a linked control tells as well
+                    if (&other != &part && other.isKnown && !other.asked->empty()) {
+                        other.copy(next, value);
+                    }
+                }
+                ShowRecord(next);
             }
+            part.isKnown = isAnswered || part.asked->empty();
         }
         return true;
+    }
+
+    // What is held once the devices of a part have answered.
+    Record Learned(RecordPart<Record>& part, const Record& answered, const Record& held) const {
+        const Record known = Known(answered, held);
+        part.SetKnown(true);
+        if (known != answered) {
+            part.odd = answered;
+        }
+        return known;
+    }
+
+    // A list whose item is unknown shows none, so that whichever is chosen is a change.
+    void ShowRecord(const Record& next) {
+        Show(next);
+        Record listed = next;
+        for (const RecordPart<Record>& part : parts) {
+            if (part.odd) {
+                part.copy(listed, *part.odd);
+            }
+        }
+        ShowLists(listed);
     }
 
     bool AreAllKnown() const {
         return std::all_of(parts.begin(), parts.end(), [](const auto& part) { return part.isKnown; });
     }
 
+    bool IsAnyOdd() const {
+        return std::any_of(parts.begin(), parts.end(), [](const auto& part) { return part.odd.has_value(); });
+    }
+
     void KnowAll() {
         for (RecordPart<Record>& part : parts) {
-            part.isKnown = true;
+            part.SetKnown(true);
+        }
+    }
+
+    // Knows the parts that a text gives as a whole.
+    void KnowGiven(std::string_view text) {
+        const std::optional<Record> one = Read(text, Record{});
+        const std::optional<Record> other = Read(text, Different());
+        for (RecordPart<Record>& part : parts) {
+            Record both = *one;
+            part.copy(both, *other);
+            part.isKnown = part.isKnown || both == *one;
         }
     }
 
@@ -168,9 +219,13 @@ public:
         Send(part);
     }
 
-    void Send(const RecordPart<Record>& part) {
+    void Send(RecordPart<Record>& part) {
         if (!IsSending() || !(part.isKnown || part.IsOneNumber())) {
             return;
+        }
+        if (part.odd) {
+            part.odd.reset();
+            ShowRecord(value);
         }
         Record sent = value;
         a_SendRequest(*part.told, COMMAND_SET, part.datatype, part.of(sent), nullptr);
@@ -178,7 +233,7 @@ public:
     }
 
     void SendAll() {
-        for (const RecordPart<Record>& part : parts) {
+        for (RecordPart<Record>& part : parts) {
             Send(part);
         }
         if (IsSending() && a_IsLoading(this)) { // to no device
@@ -192,11 +247,11 @@ public:
 
     // Takes a whole record from outside and, unless it is the one that is shown, passes it on.
     void Take(const Record& next) {
-        if (next == value) {
+        if (next == value && !IsAnyOdd()) {
             return;
         }
         KnowAll();
-        Show(next);
+        ShowRecord(next);
         if (parent != nullptr) {
             SendAll();
         } else { // a window that is no panel uses the control by itself
@@ -222,11 +277,9 @@ public:
         }
         if (parent == nullptr && !isSentAlways) {
             Take(next);
-        } else if (isSentAlways || next != value) {
-            if (a_IsLoading(this) && IsWhole(text)) { // there may be devices to ask later only
-                KnowAll();
-            }
-            Show(next);
+        } else if (isSentAlways || next != value || IsAnyOdd()) {
+            KnowGiven(text);
+            ShowRecord(next);
             SendAll();
         }
         return 1;
@@ -257,7 +310,8 @@ public:
     std::vector<RecordPart<Record>> parts;
 };
 
-// The record as bytes or as text, for the keywords " " and "value".
+// The record as bytes or as text, for the keywords " " and "value". The former takes no text: it gets what is
+// meant for a keyword that the control does not have.
 template <class Record>
 int RecordKeyword(VALUERECORD* record, HOSTINFO* object) {
     auto& editor = *static_cast<RECORDEDITOR<Record>*>(object);
@@ -267,12 +321,13 @@ int RecordKeyword(VALUERECORD* record, HOSTINFO* object) {
                       : a_AnswerBytes(record, editor.ControlType(), &editor.value, sizeof(Record));
     }
     if (isText) {
-        const auto text = TextToSet(record);
+        const auto text = record->index != 0 ? TextToSet(record) : std::nullopt;
         return text ? editor.LoadText(*text, false) : 0;
     }
     Record next;
     if (record->command != COMMAND_SET ||
-        a_ReadBytes(record, editor.ControlType(), &next, sizeof next) == 0 || !editor.IsKnown(next)) {
+        a_ReadBytes(record, editor.ControlType(), &next, sizeof next) == 0 ||
+        editor.Known(next, editor.value) != next) {
         return 0;
     }
     editor.Take(next);

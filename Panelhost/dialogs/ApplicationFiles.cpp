@@ -1,4 +1,4 @@
-// File names as properties hold them, and pictures dropped on a control.
+// File names as properties hold them, and files dropped on a control.
 
 #include "Panelhost/dialogs/ApplicationFiles.h"
 
@@ -7,6 +7,7 @@
 #include "Panelhost/Guard.h"
 #include "Panelhost/Hostinfo.h"
 #include "Panelhost/PropertyText.h"
+#include "Panelhost/Trace.h"
 #include "logic/PropertyLine.h"
 
 #include <shellapi.h>
@@ -29,12 +30,24 @@ std::string PropertyFileName(const std::string& path) {
 
 namespace {
 
+struct DroppedFiles {
+    std::string first; // empty when its name is too long
+    UINT count;
+};
+
 // Frees the drop handle.
-std::string FirstFile(HDROP drop) {
+DroppedFiles TakeDrop(HDROP drop) {
     char path[MAX_PATH] = "";
     const UINT length = DragQueryFileA(drop, 0, path, MAX_PATH);
+    const UINT count = DragQueryFileA(drop, 0xFFFFFFFF, nullptr, 0);
     DragFinish(drop);
-    return {path, length < MAX_PATH ? length : 0};
+    return {{path, length < MAX_PATH ? length : 0}, count};
+}
+
+bool IsPropertyFile(const std::string& path) {
+    constexpr std::string_view EXTENSION = ".cfg";
+    return path.size() > EXTENSION.size() &&
+           logic::FoldName(path.substr(path.size() - EXTENSION.size())) == logic::FoldName(EXTENSION);
 }
 
 } // namespace
@@ -44,12 +57,33 @@ int a_DropBitmap(HOSTINFO* object, HDROP drop) {
         return 0;
     }
     return Guarded(0, [&] {
-        const std::string path = FirstFile(drop);
+        const std::string path = TakeDrop(drop).first;
         // A control without the keyword would take the name for its default value.
         if (path.empty() || !a_IsAlive(object) || a_FindKeyword(object->GetHostinfoTable(), "bitmap") < 0) {
             return 0;
         }
         const std::string line = "bitmap=" + PropertyFileName(path);
         return a_ApplyEdit(object, line.c_str());
+    });
+}
+
+int a_DropFiles(HOSTINFO* object, HDROP drop) {
+    if (drop == nullptr) {
+        return 0;
+    }
+    return Guarded(0, [&] {
+        const DroppedFiles dropped = TakeDrop(drop);
+        if (!a_IsAlive(object)) {
+            return 0;
+        }
+        const std::string& path = dropped.first;
+        if (dropped.count != 1 || !IsPropertyFile(path)) {
+            return EDITTRACE(object, "Not one file of properties (.cfg): %s", path.c_str());
+        }
+        const int taken = a_ApplyEditFile(object, path.c_str());
+        if (taken < 0 && a_IsAlive(object)) {
+            EDITTRACE(object, "Cannot be read: %s", path.c_str());
+        }
+        return taken > 0 ? 1 : 0;
     });
 }

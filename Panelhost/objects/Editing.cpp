@@ -2,6 +2,7 @@
 
 #include "Panelhost/Guard.h"
 #include "Panelhost/Messages.h"
+#include "Panelhost/PropertyText.h"
 #include "Panelhost/files/LineFile.h"
 #include "Panelhost/files/PanelLoading.h"
 #include "Panelhost/files/PanelSaving.h"
@@ -20,6 +21,23 @@ int Tell(const PanelRoot* panel, int event, HOSTINFO* object) {
                : panel->editListener(event, object, panel->editContext);
 }
 
+// What is applied between the two events; 0 when it is not.
+template <class Apply>
+int Edit(HOSTINFO* object, Apply apply) {
+    if (!a_IsAlive(object)) {
+        return 0;
+    }
+    PanelRoot* panel = PanelRoot::Above(object);
+    if (Tell(panel, EDIT_CHANGING, object) == 0) {
+        return 0;
+    }
+    // The object may have gone while the listener asked something.
+    const int taken = a_IsAlive(object) ? apply() : 0;
+    // So may the whole panel, by what was applied.
+    Tell(PanelRoot::From(panel), EDIT_CHANGED, a_IsAlive(object) ? object : nullptr);
+    return taken;
+}
+
 } // namespace
 
 void a_SetEditListener(HOSTINFO* root, EDITLISTENER listener, void* context) {
@@ -35,20 +53,15 @@ bool a_IsUndoable(const HOSTINFO* object) {
 }
 
 int a_ApplyEdit(HOSTINFO* object, const char* line) {
-    if (line == nullptr || !a_IsAlive(object)) {
-        return 0;
-    }
-    PanelRoot* panel = PanelRoot::Above(object);
-    if (Tell(panel, EDIT_CHANGING, object) == 0) {
-        return 0;
-    }
-    // The object may have gone while the listener asked something.
-    const LRESULT taken = a_IsAlive(object) ? SendMessageA(object->window, CWM_LOAD, LOAD_FROM_DIALOG,
-                                                           reinterpret_cast<LPARAM>(line))
-                                            : 0;
-    // So may the whole panel, by what the line led to.
-    Tell(PanelRoot::From(panel), EDIT_CHANGED, a_IsAlive(object) ? object : nullptr);
-    return taken != 0 ? 1 : 0;
+    return line == nullptr ? 0 : Edit(object, [object, line] {
+        const LRESULT taken =
+            SendMessageA(object->window, CWM_LOAD, LOAD_FROM_DIALOG, reinterpret_cast<LPARAM>(line));
+        return taken != 0 ? 1 : 0;
+    });
+}
+
+int a_ApplyEditFile(HOSTINFO* object, const char* fullPath) {
+    return Edit(object, [object, fullPath] { return a_LoadFile(object, fullPath, LOAD_FROM_DIALOG); });
 }
 
 void a_DeleteObject(HOSTINFO* object) {

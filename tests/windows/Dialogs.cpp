@@ -6,7 +6,6 @@
 
 #include <commctrl.h>
 #include <functional>
-#include <shlobj.h>
 #include <thread>
 
 TEST_SUITE_BEGIN("dialogs");
@@ -148,15 +147,6 @@ std::string ChoosePicture(const std::string& folder, const char* prefix, int exp
     answering.join();
     CHECK((chosen == 1) == (*name != '\0'));
     return name;
-}
-
-HDROP MakeDrop(const std::string& files) { // each ended by a zero
-    HGLOBAL memory = GlobalAlloc(GHND, sizeof(DROPFILES) + files.size() + 1);
-    auto* drop = static_cast<DROPFILES*>(GlobalLock(memory));
-    drop->pFiles = sizeof(DROPFILES);
-    std::copy(files.begin(), files.end(), reinterpret_cast<char*>(drop + 1));
-    GlobalUnlock(memory);
-    return static_cast<HDROP>(memory);
 }
 
 } // namespace

@@ -1,36 +1,11 @@
 // The editor of an equaliser band: its fields, and what they exchange with others.
 
+#include "Panelhost/Editing.h"
 #include "tests/windows/EqFixture.h"
 
 #include <limits>
 
 TEST_SUITE_BEGIN("EQ");
-
-namespace {
-
-// A device that answers with any bytes.
-class OddDevice : public DEVICE {
-public:
-    explicit OddDevice(const TestPanel& panel) { Register(panel.Root(), "ODD"); }
-    LRESULT OnRequestList(WPARAM, LPARAM item) override {
-        auto& request = *reinterpret_cast<REQUESTITEM*>(item);
-        request.handler = [](VALUERECORD* record, void* context) {
-            auto& device = *static_cast<OddDevice*>(context);
-            if (record->command == COMMAND_SET) {
-                ++device.sets;
-                return 1;
-            }
-            std::memcpy(record->data, &device.band, sizeof device.band);
-            return 1;
-        };
-        request.context = this;
-        return 1;
-    }
-    EqBand band;
-    int sets = 0;
-};
-
-} // namespace
 
 TEST_CASE_FIXTURE(EqFixture, "the children stand where they belong") {
     RECT client;
@@ -66,6 +41,7 @@ TEST_CASE_FIXTURE(EqFixture, "the children stand where they belong") {
         CHECK(arrows.right > 115);
         CHECK(arrows.right <= 120);
     }
+    CHECK(LabelsAndFields(eq) == "5 3");
     const HWND caption = FindWindowExA(eq, nullptr, "STATIC", "Band 1");
     CHECK(PlaceOf(caption) == "5,5,120,20");
     SetWindowTextA(eq, "Low");
@@ -146,6 +122,10 @@ TEST_CASE("the types that are offered depend on datatype and device") {
     Load(eq, "properties=0,Lopass");
     Load(eq, "function=ZQBCON_1*band");
     CHECK(SendMessageA(Item(eq, TYPES), CB_GETCURSEL, 0, 0) == CB_ERR); // it is none that the list has
+    Load(eq, "properties=0,Hishelv");
+    CHECK(SelectedOf(Item(eq, TYPES)) == "Hishelv");
+    Load(eq, "properties=0,Lopass");
+    CHECK(SendMessageA(Item(eq, TYPES), CB_GETCURSEL, 0, 0) == CB_ERR);
     CHECK(Text(eq, "properties") == "0,Lopass,6 dB,0 Hz,0 dB,0");
 }
 
@@ -315,7 +295,19 @@ TEST_CASE_FIXTURE(EqFixture, "records and texts from outside") {
     CHECK(Load(eq, "properties=1") == 1); // sent though nothing is new
     CHECK(Sent() == Band());
     CHECK(Load(eq, "properties=x") == 0);
-    CHECK(Load(eq, "properties=,,,5") == 1);
+    for (const char* nobody : {"gain=-6.5", "Gain=1", " =1", "1"}) { // text for no keyword of it
+        CAPTURE(nobody);
+        CHECK(Load(eq, nobody) == 0);
+    }
+    for (const char* keyword : {"gain", " ", ""}) {
+        char text[] = "0,Loshelv";
+        CHECK(Send(eq, COMMAND_SET, DATATYPE_TEXT, text, keyword) == 0);
+    }
+    CHECK(Sent().empty());
+    CHECK(Text(eq) == "1,Hipass,12 dB,1000 Hz,0 dB,0.7");
+    CHECK(Load(eq, "value=0") == 1);
+    CHECK(Sent() == "0,Hipass,12 dB,1000 Hz,0 dB,0.7");
+    CHECK(Load(eq, "properties=,,,1") == 1);
     CHECK(Sent().empty() == false);
     CHECK(SendMessageA(Item(eq, BYPASS), BM_GETCHECK, 0, 0) == BST_CHECKED);
 
@@ -345,7 +337,7 @@ TEST_CASE_FIXTURE(EqFixture, "records and texts from outside") {
 TEST_CASE("a poll follows the device, and marks what it cannot show") {
     const TestPanel panel;
     panel.Declare("EQ1*device=simulated\nEQ1*band=channeleq,,,1,Loshelv,12 dB,99.5 Hz,+4 dB,0.7\n");
-    OddDevice odd(panel);
+    OddDevice<EqBand> odd(panel);
     const HWND eq = panel.Create("EQ", "Band");
     const auto field = [eq](int id) { return TextOf(Item(eq, id)); };
     Load(eq, "datatype=channeleq");
@@ -369,23 +361,106 @@ TEST_CASE("a poll follows the device, and marks what it cannot show") {
 
     Load(eq, "function=ODD*band");
     const float notANumber = std::numeric_limits<float>::quiet_NaN();
-    const EqBand bad[] = {{0, 6, 250.0F, 0.0F, 1.0F, 1},
-                          {0, -1, 250.0F, 0.0F, 1.0F, 1},
-                          {0, 0, 250.0F, 0.0F, 1.0F, 3},
-                          {0, 0, notANumber, 0.0F, 1.0F, 1},
-                          {0, 0, 250.0F, notANumber, 1.0F, 1}};
-    for (const EqBand& band : bad) {
-        odd.band = band;
+    for (const EqBand& band :
+         {EqBand{0, 0, notANumber, 0.0F, 1.0F, 1}, {0, 0, 250.0F, notANumber, 1.0F, 1}}) {
+        odd.held = band;
         CHECK(IsMarked(eq));
         CHECK(Text(eq, "properties") == "0,Loshelv,12 dB,440 Hz,4 dB,0.7");
-        StepSpin(eq, FREQUENCY_SPIN, -1); // shown, not sent: nobody knows what the rest should be
+        TypeInto(eq, GAIN, "4"); // not sent: nobody knows what the rest should be
         CHECK(odd.sets == 0);
-        Load(eq, "properties=0,Loshelv,12,440,4,0.7");
     }
-    odd.band = {0, 0, 250.0F, 0.0F, 1.0F, 1};
+    odd.held = {0, 0, 250.0F, 0.0F, 1.0F, 1};
     CHECK(!IsMarked(eq));
     StepSpin(eq, FREQUENCY_SPIN, -1);
     CHECK(odd.sets == 1);
+}
+
+TEST_CASE("a band of an unknown type or slope is put right by the first edit") {
+    const TestPanel panel;
+    OddDevice<EqBand> odd(panel);
+    const HWND eq = panel.Create("EQ", "Band");
+    Load(eq, "datatype=channeleq");
+    Load(eq, "function=ODD*band");
+    const auto bypass = [eq] { SendMessageA(Item(eq, BYPASS), BM_CLICK, 0, 0); };
+    const auto choose = [eq] { ChooseItem(eq, TYPES, 1); };
+    const auto type = [eq] { TypeInto(eq, FREQUENCY, "300"); };
+    const auto leave = [eq] { Load(eq, "bw=q"); };
+    const struct {
+        EqBand device;
+        bool isPolled; // before the edit
+        std::function<void()> edit;
+        const char* result; // empty: nothing is sent
+    } rows[] = {{{0, 6, 250.0F, 3.0F, 1.0F, 2}, true, type, "0,Loshelv,12 dB,300 Hz,3 dB,1"},
+                {{0, -1, 250.0F, 3.0F, 1.0F, 2}, true, choose, "0,Loshelv,12 dB,250 Hz,3 dB,1"},
+                {{0, 2, 250.0F, 3.0F, 1.0F, 3}, true, bypass, "1,Hishelv,12 dB,250 Hz,3 dB,1"},
+                {{0, 77, 250.0F, 3.0F, 1.0F, -5}, false, type, "0,Loshelv,12 dB,300 Hz,3 dB,1"},
+                {{0, 6, 250.0F, 3.0F, 1.0F, 2}, true, leave, ""}};
+    for (const auto& row : rows) {
+        CAPTURE(row.device.type);
+        odd.held = {0, 1, 440.0F, 4.0F, 0.7F, 2};
+        CHECK(!IsMarked(eq));
+        odd.held = row.device;
+        odd.sets = 0;
+        if (row.isPolled) {
+            CHECK(IsMarked(eq));
+            const bool isType = row.device.type < 0 || row.device.type > 5;
+            CHECK(SelectedOf(Item(eq, TYPES)) == (isType ? "" : "Hishelv"));
+            CHECK((SelectedOf(Item(eq, SLOPES)) == "") == !isType);
+            CHECK(TextOf(Item(eq, FREQUENCY)) == "250 Hz");
+            CHECK(IsMarked(eq));
+        } else {
+            Load(eq, "function=ODD*band");
+        }
+        CHECK(odd.sets == 0);
+        row.edit();
+        CHECK(odd.sets == (*row.result != '\0' ? 1 : 0));
+        CHECK(IsMarked(eq) == (*row.result == '\0'));
+        if (*row.result != '\0') {
+            CHECK(logic::EqBandText(odd.held) == row.result);
+            CHECK(SelectedOf(Item(eq, TYPES)) == (odd.held.type == 1 ? "Loshelv" : "Hishelv"));
+            CHECK(SelectedOf(Item(eq, SLOPES)) == "12dB/Oct");
+        }
+    }
+}
+
+TEST_CASE("a dropped file of properties is taken, and another one refused") {
+    const TestFolder folder;
+    const std::string properties =
+        folder.Write("Saved.CFG", "# saved\r\nBand*interval=250\r\nBand*"
+                                  "value=BUTT24,1600\r\nBand*properties=0,Hipass,12\r\n"
+                                  "Band*gain=7\r\n");
+    const std::string other = folder.Write("Saved.txt", "interval=300\r\n");
+    const std::string empty = folder.Write("Empty.cfg", "");
+    for (const char* className : {"EQ", "XOVER"}) {
+        CAPTURE(className);
+        const TestPanel panel;
+        const HWND editor = panel.Create(className, "Band");
+        CHECK((GetWindowLongA(editor, GWL_EXSTYLE) & WS_EX_ACCEPTFILES) != 0);
+        static int changes;
+        changes = 0;
+        a_SetEditListener(
+            panel.Root(),
+            [](int event, HOSTINFO*, void*) {
+                changes += event == EDIT_CHANGED ? 1 : 0;
+                return 1;
+            },
+            nullptr);
+        const TraceCapture trace;
+        for (const std::string& refused : {other + '\0', properties + '\0' + properties + '\0', std::string(),
+                                           folder.Path("none.cfg") + '\0'}) {
+            CHECK(Drop(editor, refused));
+            CHECK(trace.CountContaining(refused.empty() ? "Not one file" : refused.c_str()) >= 1);
+        }
+        CHECK(Drop(editor, empty + '\0'));
+        CHECK(Text(editor, "interval") == "1000");
+        changes = 0;
+        CHECK(Drop(editor, properties + '\0'));
+        CHECK(changes == 1); // so that one step of undo takes it back
+        CHECK(Text(editor, "interval") == "250");
+        CHECK(Text(editor).starts_with(className[0] == 'E' ? "0,Hipass,12 dB" : "BUTT24,1600 Hz"));
+        CHECK(trace.CountContaining("Error reading line Band*gain=7") == 1);
+        DestroyWindow(editor);
+    }
 }
 
 TEST_CASE("a field that is being typed in is left alone by a poll") {

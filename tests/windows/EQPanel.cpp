@@ -109,24 +109,31 @@ TEST_CASE_FIXTURE(EqFixture, "disabled children and the focus colour") {
     CHECK(ground() == RGB(212, 208, 200));
 }
 
-TEST_CASE_FIXTURE(EqFixture, "the closed list of types has no room for their pictures") {
+TEST_CASE_FIXTURE(EqFixture, "the closed list of types has no room for their pictures, but for other names") {
     const HWND list = Item(eq, TYPES);
     const HDC screen = GetDC(nullptr);
     const HDC dc = CreateCompatibleDC(screen);
     const HBITMAP bitmap = CreateCompatibleBitmap(screen, 72, 17);
     const HGDIOBJ previous = SelectObject(dc, bitmap);
-    const auto hasPicture = [&](UINT state) {
-        const auto text = static_cast<ULONG_PTR>(SendMessageA(list, CB_GETITEMDATA, 1, 0));
-        DRAWITEMSTRUCT item{ODT_COMBOBOX, TYPES, 1, ODA_DRAWENTIRE, state, list, dc, {0, 0, 72, 17}, text};
+    const auto isDrawn = [&](UINT number, UINT state, int left) {
+        const auto text = static_cast<ULONG_PTR>(SendMessageA(list, CB_GETITEMDATA, number, 0));
+        DRAWITEMSTRUCT item{ODT_COMBOBOX, TYPES,          number, ODA_DRAWENTIRE, state, list,
+                            dc,           {0, 0, 72, 17}, text};
         SendMessageA(eq, WM_DRAWITEM, TYPES, reinterpret_cast<LPARAM>(&item));
         int drawn = 0;
         for (int i = 0; i < 13 * 17; ++i) {
-            drawn += GetPixel(dc, 59 + i % 13, i / 13) != RGB(255, 255, 200) ? 1 : 0;
+            drawn += GetPixel(dc, left + i % 13, i / 13) != RGB(255, 255, 200) ? 1 : 0;
         }
         return drawn > 0;
     };
-    CHECK(hasPicture(0));
-    CHECK_FALSE(hasPicture(ODS_COMBOBOXEDIT));
+    constexpr int PICTURE = 59;
+    constexpr UINT NONE = static_cast<UINT>(-1);
+    CHECK(isDrawn(1, 0, PICTURE));
+    CHECK_FALSE(isDrawn(1, ODS_COMBOBOXEDIT, PICTURE));
+    CHECK_FALSE(isDrawn(NONE, ODS_COMBOBOXEDIT, 2));
+    Load(eq, "function=ZQACON*band");
+    Load(eq, "properties=0,Allpass"); // which that device does not have
+    CHECK(isDrawn(NONE, ODS_COMBOBOXEDIT, 2));
     SelectObject(dc, previous);
     DeleteObject(bitmap);
     DeleteDC(dc);

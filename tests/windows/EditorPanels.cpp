@@ -41,6 +41,24 @@ std::string SelectedOf(HWND list) {
     return TextOf(list);
 }
 
+std::string LabelsAndFields(HWND panel) {
+    int labels = 0;
+    int fields = 0;
+    for (HWND child = GetWindow(panel, GW_CHILD); child != nullptr; child = GetWindow(child, GW_HWNDNEXT)) {
+        const auto style = static_cast<DWORD>(GetWindowLongA(child, GWL_STYLE));
+        char name[32] = "";
+        GetClassNameA(child, name, sizeof name);
+        if (lstrcmpiA(name, "STATIC") == 0 && (style & SS_NOTIFY) == 0) { // titles can be clicked
+            CHECK((style & SS_CENTERIMAGE) != 0);
+            ++labels;
+        } else if (lstrcmpiA(name, "EDIT") == 0) {
+            CHECK((style & ES_AUTOHSCROLL) != 0);
+            ++fields;
+        }
+    }
+    return std::to_string(labels) + " " + std::to_string(fields);
+}
+
 void TypeInto(HWND panel, int fieldId, const char* typed, WPARAM key) {
     const HWND field = Item(panel, fieldId);
     SetWindowTextA(field, typed);

@@ -46,6 +46,30 @@ public:
     Value held{};
 };
 
+// A device whose only parameter holds any bytes.
+template <class Value>
+class OddDevice : public DEVICE {
+public:
+    explicit OddDevice(const TestPanel& panel) { Register(panel.Root(), "ODD"); }
+    LRESULT OnRequestList(WPARAM, LPARAM item) override {
+        auto& request = *reinterpret_cast<REQUESTITEM*>(item);
+        request.handler = [](VALUERECORD* record, void* context) {
+            auto& device = *static_cast<OddDevice*>(context);
+            if (record->command == COMMAND_SET) {
+                ++device.sets;
+                std::memcpy(&device.held, record->data, sizeof device.held);
+            } else {
+                std::memcpy(record->data, &device.held, sizeof device.held);
+            }
+            return 1;
+        };
+        request.context = this;
+        return 1;
+    }
+    Value held{};
+    int sets = 0;
+};
+
 // The log as one text, which is then empty: "a | b".
 std::string TakeAll(std::vector<std::string>& log);
 
@@ -59,6 +83,9 @@ std::string PlaceOf(HWND child);
 // The items of a drop-down list, joined by ",", and the one that is selected.
 std::string ItemsOf(HWND list);
 std::string SelectedOf(HWND list);
+
+// Whether all labels are centred vertically and all fields scroll; how many there are: "6 3".
+std::string LabelsAndFields(HWND panel);
 
 // What a user does to a child: a text typed and ended by a key or the loss of the focus, an arrow pressed, an
 // item chosen.

@@ -5,7 +5,6 @@
 #include <commctrl.h>
 #include <cstdlib>
 #include <cstring>
-#include <shlobj.h>
 
 TEST_SUITE_BEGIN("Fader");
 
@@ -315,12 +314,7 @@ TEST_CASE("a dropped image becomes the fader's") {
     const std::string path = folder.Write("fader.bmp", PartedImage(28, 101, TRACK, KNOB));
     HWND fader = CreateFader(panel, 50, 60);
     CHECK((GetWindowLongA(fader, GWL_EXSTYLE) & WS_EX_ACCEPTFILES) != 0);
-    HGLOBAL memory = GlobalAlloc(GHND, sizeof(DROPFILES) + path.size() + 2);
-    auto* drop = static_cast<DROPFILES*>(GlobalLock(memory));
-    drop->pFiles = sizeof(DROPFILES);
-    std::memcpy(drop + 1, path.c_str(), path.size());
-    GlobalUnlock(memory);
-    SendMessageA(fader, WM_DROPFILES, reinterpret_cast<WPARAM>(memory), 0);
+    CHECK(Drop(fader, path + '\0'));
     CHECK(Text(fader, "bitmap") == path);
     CHECK(ObjectOf(fader).rectangle.right - ObjectOf(fader).rectangle.left == 14);
 }

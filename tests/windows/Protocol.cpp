@@ -126,6 +126,9 @@ TEST_CASE("a control is made with, without and with a useless parent object") {
                 SendMessageA(control, message, 0, 0);
             }
             { const Picture picture(control); }
+            for (const UINT message : {UINT{WM_DROPFILES}, CWM_DROPFILES}) {
+                CHECK(Drop(control, std::string("C:\\nosuch.xyz") + '\0', message));
+            }
             DestroyWindow(control);
             CHECK(a_FromWindow(control) == nullptr);
             CHECK(panel.Find("Own name") == nullptr);

@@ -6,6 +6,7 @@
 #include <fstream>
 #include <iterator>
 #include <limits>
+#include <shlobj.h>
 
 namespace {
 
@@ -232,6 +233,22 @@ bool TakePosted(HWND window, UINT message, MSG& posted) {
 
 LPARAM At(int x, int y) {
     return MAKELPARAM(static_cast<WORD>(x), static_cast<WORD>(y));
+}
+
+HDROP MakeDrop(const std::string& paths) {
+    const HGLOBAL memory = GlobalAlloc(GHND, sizeof(DROPFILES) + paths.size() + 1);
+    auto* drop = static_cast<DROPFILES*>(GlobalLock(memory));
+    drop->pFiles = sizeof(DROPFILES);
+    std::copy(paths.begin(), paths.end(), reinterpret_cast<char*>(drop + 1));
+    GlobalUnlock(memory);
+    return static_cast<HDROP>(memory);
+}
+
+bool Drop(HWND control, const std::string& paths, UINT message) {
+    const HDROP drop = MakeDrop(paths);
+    SendMessageA(control, message, message == WM_DROPFILES ? reinterpret_cast<WPARAM>(drop) : 0,
+                 message == WM_DROPFILES ? 0 : reinterpret_cast<LPARAM>(drop));
+    return GlobalFlags(drop) == GMEM_INVALID_HANDLE;
 }
 
 Picture::Picture(HWND control) : dc_(CreateCompatibleDC(nullptr)) {

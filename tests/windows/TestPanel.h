@@ -7,6 +7,7 @@
 
 #include <functional>
 #include <mutex>
+#include <shellapi.h>
 #include <string>
 #include <utility>
 #include <vector>
@@ -106,6 +107,11 @@ bool Await(const std::function<bool()>& condition, DWORD patience = 10000);
 bool TakePosted(HWND window, UINT message, MSG& posted);
 // What is left of a mouse message's coordinates.
 LPARAM At(int x, int y);
+
+// The handle of a drop of files; each path ends with a zero.
+HDROP MakeDrop(const std::string& paths);
+// Drops files on a control; whether it has freed the handle.
+bool Drop(HWND control, const std::string& paths, UINT message = WM_DROPFILES);
 
 // What a control paints, pixel by pixel.
 class Picture {

@@ -132,6 +132,7 @@ TEST_CASE_FIXTURE(Fixture, "the children stand where they belong") {
         CHECK(picture.At(x, y) == colour);
     }
     CHECK(SendMessageA(xover, CWM_GETCONTROLTYPE, 0, 0) == 19);
+    CHECK(LabelsAndFields(xover) == "7 4");
 }
 
 TEST_CASE_FIXTURE(Fixture, "a record is shown and goes out in four parts") {
@@ -166,6 +167,9 @@ TEST_CASE_FIXTURE(Fixture, "a record is shown and goes out in four parts") {
     }
     CHECK(Load(xover, "value=nothing,of,this") == 0);
     CHECK(Load(xover, "value=") == 0);
+    CHECK(Load(xover, "gain=BUTT6") == 0); // text for no keyword of it
+    char text[] = "BUTT6";
+    CHECK(Send(xover, COMMAND_SET, DATATYPE_TEXT, text) == 0);
     CHECK(Sent().empty());
 }
 
@@ -187,6 +191,7 @@ TEST_CASE_FIXTURE(Fixture, "typed values are limited, shown and sent to their sl
         {DELAY, "3 yards", "3 ms", "D 0,3 ms"},
         {DELAY, "1e6", "1e+06 ms", "D 0,1e+06 ms"},
         {DELAY, "-4", "0 ms", "D 0,0 ms"},
+        {DELAY, "-0 ft", "0 ft", "D 0,0 ft"},
         {HIGH_PASS, "", "80 Hz", ""},
         {GAIN, "loud", "-3.0 dB", ""},
         {DELAY, "samples", "2.5 ms", ""},
@@ -279,7 +284,7 @@ TEST_CASE("each slot is polled from its own function") {
     CHECK(TextOf(Item(xover, DELAY)) == "120 samples");
     ph_SetParameter(panel.Root(), "XO1*polarity", "4");
     CHECK(IsMarked(xover)); // it is none
-    CHECK(SelectedOf(Item(xover, POLARITY)) == "inverted");
+    CHECK(SelectedOf(Item(xover, POLARITY)).empty());
     ph_SetParameter(panel.Root(), "XO1*polarity", "0");
     CHECK(!IsMarked(xover));
     CHECK(SelectedOf(Item(xover, POLARITY)) == "normal");
@@ -318,11 +323,85 @@ TEST_CASE("connected controls have the same record") {
     ph_SetParameter(panel.Root(), "XO1*online", "0");
     Load(b, "connection=");
     Load(a, "function3=XO1*delay"); // of which nobody knows anything now, so that it must not be passed on
-    TypeInto(a, HIGH_PASS, "500");
-    CHECK(Text(b).starts_with("LINK24,80 Hz"));
+    TypeInto(a, HIGH_PASS, "400");
+    CHECK(Text(b) == "LINK24,400 Hz,OFF,20000 Hz,-6 dB,inverted,0,4 m");
     ph_SetParameter(panel.Root(), "XO1*online", "1");
     TypeInto(a, HIGH_PASS, "500");
     CHECK(Text(b) == "LINK24,500 Hz,OFF,20000 Hz,-6 dB,inverted,0,7 ms");
+}
+
+TEST_CASE("of what cannot be reached a connected control keeps what it holds") {
+    constexpr const char* OTHER = "BUTT24,40 Hz,BESS12,900 Hz,2 dB,inverted,1,5 ft";
+    const struct {
+        const char* gone;
+        const char* edit; // of the other members
+        const char* result;
+    } rows[] = {
+        {"function=GONE*p", ",,,,-9", "BUTT24,40 Hz,BESS12,900 Hz,-9 dB,inverted,1,5 ft"},
+        {"function1=GONE*p", ",50", "LINK24,50 Hz,OFF,20000 Hz,2 dB,normal,0,2.5 ms"},
+        {"function2=GONE*p", ",,,,-9", "LINK24,80 Hz,OFF,20000 Hz,-9 dB,inverted,0,2.5 ms"},
+        {"function3=GONE*p", ",,,,-9", "LINK24,80 Hz,OFF,20000 Hz,-9 dB,normal,1,5 ft"},
+        {"function3=GONE*p", ",,,,,,1,8 m",
+         "LINK24,80 Hz,OFF,20000 Hz,-3 dB,normal,1,8 m"}, // given as a whole
+    };
+    for (const auto& row : rows) {
+        CAPTURE(row.gone);
+        const TestPanel panel;
+        const HWND a = panel.Create("XOVER", "A");
+        const HWND b = panel.Create("XOVER", "B");
+        Load(a, std::string("value=") + CHANNEL);
+        Load(a, "interval=1000000");
+        Load(b, std::string("value=") + OTHER);
+        OddDevice<logic::CrossoverFilters> filters(panel);
+        filters.held = logic::ReadCrossover(CHANNEL, {})->filters;
+        Load(a, "function=ODD*filters");
+        Load(a, row.gone);
+        Load(a, "connection=B");
+        Load(a, std::string("value=") + row.edit);
+        CHECK(Text(b) == row.result);
+    }
+    const TestPanel panel; // and what the own device answers is not overruled by what the other one holds
+    panel.Declare("XO1*device=simulated\nXO1*gain=float,-30,6,-3,dB\n");
+    const HWND a = panel.Create("XOVER", "A");
+    const HWND b = panel.Create("XOVER", "B");
+    Load(b, std::string("value=") + OTHER);
+    Load(a, "function1=XO1*gain");
+    Poll(a);
+    Load(a, "function=GONE*p");
+    Load(a, "connection=B");
+    StepSpin(a, GAIN_SPIN, -1);
+    CHECK(panel.Parameter("XO1*gain") == "-2.5");
+    CHECK(Text(b) == "BUTT24,40 Hz,BESS12,900 Hz,-2.5 dB,inverted,1,5 ft");
+}
+
+TEST_CASE_FIXTURE(Fixture, "unknown types, polarities and units are put right by an edit of their part") {
+    const HWND b = panel.Create("XOVER", "B");
+    Load(b, "value=BUTT24,40,BESS12,900,2,inverted,1,5 ft");
+    filters.held.highPass.type = 18;
+    filters.held.lowPass.frequency = 1600.0F;
+    polarity.held = 2;
+    delay.held.unit = -1;
+    CHECK(IsMarked(xover));
+    CHECK(IsMarked(xover));
+    Load(xover, "connection=B");
+    CHECK(SelectedOf(Item(xover, HIGH_PASS_TYPE)).empty());
+    CHECK(SelectedOf(Item(xover, LOW_PASS_TYPE)) == "thru");
+    CHECK(SelectedOf(Item(xover, POLARITY)).empty());
+    CHECK(Field(LOW_PASS) == "1600 Hz");
+    CHECK(Sent().empty());
+    TypeInto(xover, GAIN, "-9"); // of a part of its own: the others stay as they are
+    CHECK(Sent() == "G -9.0");
+    ChooseItem(xover, POLARITY, 0);
+    CHECK(Sent() == "P 0");
+    CHECK(SelectedOf(Item(xover, HIGH_PASS_TYPE)).empty());
+    CHECK(Text(b) == "BUTT24,40 Hz,BESS12,900 Hz,-9 dB,normal,1,5 ft"); // what is unknown is not passed on
+    TypeInto(xover, DELAY, "4");
+    CHECK(Sent() == "D 0,4 ms");
+    TypeInto(xover, LOW_PASS, "1700");
+    CHECK(Sent() == "F LINK24,80 Hz,OFF,1700 Hz");
+    CHECK(SelectedOf(Item(xover, HIGH_PASS_TYPE)) == "Linkw 24");
+    CHECK(Text(b) == Text(xover));
+    CHECK(!IsMarked(xover));
 }
 
 TEST_CASE_FIXTURE(Fixture, "configurations") {
