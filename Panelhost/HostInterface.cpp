@@ -32,7 +32,11 @@ HOSTINFO* ph_CreateRoot(HWND panel, const char* name) noexcept {
 }
 
 void ph_DestroyRoot(HOSTINFO* root) noexcept {
-    Guarded([&] { delete PanelRoot::From(root); });
+    Guarded([&] {
+        if (PanelRoot* panel = PanelRoot::From(root); panel != nullptr) {
+            panel->Destroy();
+        }
+    });
 }
 
 int ph_LoadDevices(HOSTINFO* root, const char* file) noexcept {

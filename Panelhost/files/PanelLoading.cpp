@@ -61,9 +61,10 @@ int PanelLoading::LoadFile(const std::string& path) {
         root_.loadErrors = 0;
         return -1;
     }
+    const PanelRoot::Held heldRoot(root_);
     logic::OpeningValues asked;
     const int created = LoadLines(file, &asked);
-    if (root_.sendsOnOpen) {
+    if (root_.sendsOnOpen && a_IsAlive(&root_)) {
         root_.opening.SendLater(std::move(asked));
         root_.opening.Send(root_);
     }
@@ -79,7 +80,8 @@ void PanelLoading::PassOn() {
 }
 
 int PanelLoading::LoadLines(LineSource& source, logic::OpeningValues* asked) {
-    PassOn(); // what was set before goes its way
+    const PanelRoot::Held heldRoot(root_); // a line may end it
+    PassOn();                              // what was set before goes its way
     root_.loadErrors = 0;
     const OpeningScope opening(root_.opening, asked);
     const DrawingHeld held(root_.window);
@@ -87,7 +89,7 @@ int PanelLoading::LoadLines(LineSource& source, logic::OpeningValues* asked) {
     std::vector<Connection> connections;
     std::string line;
     bool usable = false;
-    while (source.Next(line, usable)) {
+    while (a_IsAlive(&root_) && source.Next(line, usable)) {
         number_ = source.LineNumber();
         if (source.WasCut()) {
             TRACE("Line is longer than any line of a panel file\n");
@@ -106,11 +108,14 @@ int PanelLoading::LoadLines(LineSource& source, logic::OpeningValues* asked) {
         }
     }
     for (const Connection& connection : connections) {
+        if (!a_IsAlive(&root_)) {
+            break; // kept lines went with it
+        }
         source.Location().SetLine(connection.number);
         ApplyDeferred(connection);
     }
     PassOn(); // and what the lines have set goes as they do
-    return created_;
+    return a_IsAlive(&root_) ? created_ : -1;
 }
 
 // Objects

@@ -15,6 +15,7 @@
 #include <algorithm>
 #include <commctrl.h>
 #include <cstdio>
+#include <utility>
 
 namespace {
 
@@ -28,6 +29,7 @@ std::vector<PanelRoot*>& Roots() {
 LRESULT CALLBACK PanelWindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
                                  DWORD_PTR reference) noexcept {
     auto* root = reinterpret_cast<PanelRoot*>(reference);
+    const PanelRoot::Held held(*root);
     switch (message) {
     case CWM_MESSAGE:
         return Guarded(LRESULT{0}, [&] { return root->OnMessage(wParam, lParam); });
@@ -224,6 +226,13 @@ PanelRoot* PanelRoot::Above(const HOSTINFO* object) {
 }
 
 PanelRoot::~PanelRoot() {
+    End();
+}
+
+void PanelRoot::End() {
+    if (std::exchange(ended_, true)) {
+        return;
+    }
     kept.Clear();
     DestroyControls();
     while (!devices_.empty()) {
@@ -235,11 +244,25 @@ PanelRoot::~PanelRoot() {
     }
     if (window != nullptr) {
         RemoveWindowSubclass(window, PanelWindowProc, SUBCLASS_ID);
+        window = nullptr;
     }
     ObjectTree::Get().Leave(this);
     auto& roots = Roots();
     roots.erase(std::remove(roots.begin(), roots.end(), this), roots.end());
     root_ = nullptr; // the base class has nothing to take out of this tree any more
+}
+
+void PanelRoot::Release() {
+    if (--holds_ == 0) {
+        delete this;
+    }
+}
+
+void PanelRoot::Destroy() {
+    if (!ended_) { // not once more by what goes with it
+        End();
+        Release();
+    }
 }
 
 void PanelRoot::DestroyControls() {
@@ -515,6 +538,7 @@ void PanelRoot::SetMode(WORD newMode) {
 }
 
 void PanelRoot::Tick() {
+    const Held held(*this);
     // Objects may come and go while they handle the tick, so the windows are listed first.
     std::vector<HWND> windows;
     windows.reserve(devices_.size() + controls_.size());

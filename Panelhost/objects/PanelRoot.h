@@ -68,6 +68,19 @@ public:
     // The root above an object, or null.
     static PanelRoot* Above(const HOSTINFO* object);
     ~PanelRoot() override;
+    // Ends it at once, with all its controls and devices. Its memory goes when nobody holds it any more.
+    void Destroy();
+    // For whoever goes on with a root after something that may end it.
+    class Held {
+    public:
+        explicit Held(PanelRoot& root) : root_(root) { ++root.holds_; }
+        ~Held() { root_.Release(); }
+        Held(const Held&) = delete;
+        Held& operator=(const Held&) = delete;
+
+    private:
+        PanelRoot& root_;
+    };
 
     int HasHostinfoTable() override { return 1; }
     const KEYWORDROW* GetHostinfoTable() override;
@@ -128,10 +141,14 @@ public:
 
 private:
     PanelRoot() = default;
+    void End();
+    void Release();
     void DestroyControls();
     std::list<HOSTINFO*>::iterator EndOf(const HOSTINFO* owner);
     std::string FreeName(const std::string& path, const std::string& ownName);
 
+    int holds_ = 1; // one until Destroy, one of each Held
+    bool ended_ = false;
     SharedLock lock_;                                   // guards byName_: other threads look names up
     std::unordered_map<std::string, HOSTINFO*> byName_; // full names in folded form
     std::unordered_map<std::string, int> lastNumber_;   // folded name: last number appended to make it free

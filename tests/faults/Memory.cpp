@@ -14,7 +14,8 @@ int failing = 0; // those that fail then
 bool hasFailed = false;
 
 // Of the two libraries only, and on this thread: the system and the compiler's runtime for other threads
-// cannot do without.
+// cannot do without. Nor can the runtime where a static of a function is made, for which it alone uses
+// calloc.
 bool Fails() {
     if (GetCurrentThreadId() != failingThread || left-- > 0 || failing <= 0) {
         return false;
@@ -26,9 +27,6 @@ bool Fails() {
 
 void* Allocate(std::size_t size) {
     return Fails() ? nullptr : std::malloc(size);
-}
-void* AllocateCleared(std::size_t count, std::size_t size) {
-    return Fails() ? nullptr : std::calloc(count, size);
 }
 void* Reallocate(void* block, std::size_t size) {
     return Fails() ? nullptr : std::realloc(block, size);
@@ -47,10 +45,8 @@ public:
 private:
     struct Hooks {
         explicit Hooks(const char* library)
-            : allocate(library, "malloc", Allocate),
-              clear(library, "calloc", AllocateCleared),
-              reallocate(library, "realloc", Reallocate) {}
-        ImportHook allocate, clear, reallocate;
+            : allocate(library, "malloc", Allocate), reallocate(library, "realloc", Reallocate) {}
+        ImportHook allocate, reallocate;
     };
     Hooks host_{"Panelhost.dll"};
     Hooks controls_{CONTROL_LIBRARY};

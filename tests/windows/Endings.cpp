@@ -310,3 +310,18 @@ TEST_CASE("controls of every class survive what their own messages lead to") {
     }
     CHECK(a_HostinfoCount() == objects);
 }
+
+TEST_CASE("a line of a panel file may close the panel") {
+    const TestFolder folder;
+    TestPanel panel;
+    const HWND trap = CreateTrap(panel);
+    REQUIRE(trap != nullptr);
+    armed = [&] { ph_DestroyRoot(panel.Root()); };
+    const std::string file =
+        folder.Write("x.panel", "control=0x00000000 KNOB \"A\" 0x40000000 0,0,47,47\r\n"
+                                "A*connection=TRAP\r\nA*relative=1\r\nA*bitmap=none.bmp\r\n"
+                                "control=0x00000000 KNOB \"B\" 0x40000000 0,0,47,47\r\n"
+                                "B*nosuch=1\r\n");
+    CHECK(ph_LoadPanel(panel.Root(), file.c_str()) == -1);
+    CHECK(a_HostinfoCount() == 0);
+}
