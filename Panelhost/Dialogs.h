@@ -42,6 +42,7 @@ PANELHOST_API HBRUSH a_GetObject(int number);
 // object took it.
 PANELHOST_API int a_DropBitmap(HOSTINFO* object, HDROP drop);
 // Loads a dropped file of saved properties, one whose name ends with ".cfg", into the object as one edit of
-// the user, and frees the drop handle. 1 when the object took a line of it; anything else - another file,
-// more than one, one that cannot be read - is refused, and the edit trace says so.
+// the user, and frees the drop handle, which is all that it does without an object. 1 when the object took a
+// line of it; anything else - another file, more than one, one that cannot be read - is refused, and the edit
+// trace says so.
 PANELHOST_API int a_DropFiles(HOSTINFO* object, HDROP drop);

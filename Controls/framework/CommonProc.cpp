@@ -8,7 +8,6 @@
 #include <exception>
 #include <memory>
 #include <new>
-#include <shellapi.h>
 #include <windowsx.h>
 
 namespace {
@@ -347,7 +346,7 @@ LRESULT CALLBACK CommonProc(HWND window, UINT message, WPARAM wParam, LPARAM lPa
         a_DropBitmap(control, reinterpret_cast<HDROP>(wParam));
         return 0;
     case CWM_DROPFILES: // no control takes what its panel passes on
-        DragFinish(reinterpret_cast<HDROP>(lParam));
+        a_DropFiles(nullptr, reinterpret_cast<HDROP>(lParam));
         return 0;
     case CWM_EXTENDMENU:
         if (lParam != 0) {

@@ -37,6 +37,9 @@ struct DroppedFiles {
 
 // Frees the drop handle.
 DroppedFiles TakeDrop(HDROP drop) {
+    if (GlobalFlags(drop) == GMEM_INVALID_HANDLE) { // anybody can send the message
+        return {"", 0};
+    }
     char path[MAX_PATH] = "";
     const UINT length = DragQueryFileA(drop, 0, path, MAX_PATH);
     const UINT count = DragQueryFileA(drop, 0xFFFFFFFF, nullptr, 0);

@@ -128,6 +128,7 @@ TEST_CASE("a control is made with, without and with a useless parent object") {
             { const Picture picture(control); }
             for (const UINT message : {UINT{WM_DROPFILES}, CWM_DROPFILES}) {
                 CHECK(Drop(control, std::string("C:\\nosuch.xyz") + '\0', message));
+                SendMessageA(control, message, 0x1230, 0x1230); // which is no drop
             }
             DestroyWindow(control);
             CHECK(a_FromWindow(control) == nullptr);
