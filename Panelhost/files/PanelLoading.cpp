@@ -92,13 +92,15 @@ void PanelLoading::CreateFromHeader(const std::string& line, const logic::Proper
     HWND window = CreateWindowExA(header->extendedStyle, header->className.c_str(), header->name.c_str(),
                                   style, place.left, place.top, place.right - place.left,
                                   place.bottom - place.top, parent->window, nullptr, nullptr, parent);
-    if (a_FromWindow(window) == nullptr) { // no such class, or a class that is none of a control
+    const HOSTINFO* object = a_FromWindow(window);
+    if (object == nullptr) { // no such class, or a class that is none of a control
         if (window != nullptr) {
             DestroyWindow(window);
         }
         Fail("Unknown class: %s", line);
         return;
     }
+    root_.ApplyLayers(object); // the header may ask for a visible one
     ++created_;
     lastName_.clear();
     lastObject_ = nullptr;
