@@ -113,9 +113,9 @@ TEST_CASE("a search that crawls, and one for what nothing fits, come to their en
     Fit fit;
     const double start[DECAY_COORDINATES] = {};
     for (double& sample : fit.samples) {
-        sample = 1e6; // far away for steps of a thousand millionth
+        sample = 1e6; // far away for steps as small as those
     }
-    CHECK(fit.Run(start, 1e-9, 1e-12) == 1);
+    CHECK(fit.Run(start, 3e-10, 1e-12) == 1);
     CHECK(fit.evaluations == 100'000);
     CHECK(fit.squaredError < fit.ErrorOf(start)); // what was found by then
     CHECK(fit.squaredError == doctest::Approx(fit.ErrorOf(fit.x)));
