@@ -13,7 +13,7 @@ class DecayFitter {
 public:
     static constexpr int sampleCount = 201;
     static constexpr int coordinateCount = 5;
-    // A search that crawls along a valley, as one with tiny first steps does, would go on for hours.
+    // A search that crawls along a valley, as for samples on a straight line, would go on and on.
     static constexpr int maximumEvaluations = 100'000;
     using Point = std::array<double, coordinateCount>;
 
