@@ -23,6 +23,8 @@ public:
     const KEYWORDROW* GetHostinfoTable() override;
     void SetDefaults() override;
     LRESULT OnTimer(WPARAM timer, LPARAM lParam) override;
+    // Destroys the window and with it the object, from any thread. 1, or 0 when it is gone already.
+    LRESULT OnDelete(WPARAM wParam, LPARAM lParam) override;
     int PreferredWidth() const override;
     void FontChanged();
     void BitmapChanged();
@@ -129,6 +131,14 @@ LRESULT CLOCKPROPERTIES::OnTimer(WPARAM, LPARAM) {
     }
     InvalidateRect(window, nullptr, TRUE);
     return 0;
+}
+
+LRESULT CLOCKPROPERTIES::OnDelete(WPARAM, LPARAM) {
+    if (a_FromWindow(window) != this) {
+        return 0;
+    }
+    SendMessageA(window, WM_CLOSE, 0, 0); // a window is destroyed on its own thread only
+    return 1;
 }
 
 // Layout

@@ -152,6 +152,10 @@ int l_SendRequest(KNOBPROPERTIES* object, int command, int datatype, long value,
     return SendByMode(object->relativeMode, *object, object->value, command, datatype, value, result);
 }
 
+int l_SendRequest(HOSTINFO* object, int command, int datatype, long value, int* result) {
+    return RequestBy<KNOBPROPERTIES>(object, command, datatype, value, result);
+}
+
 void KNOBPROPERTIES::Send() {
     float sent = value;
     l_SendRequest(this, COMMAND_SET, DATATYPE_FLOAT, reinterpret_cast<long>(&sent), nullptr);

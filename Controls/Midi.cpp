@@ -43,6 +43,10 @@ public:
     const KEYWORDROW* GetHostinfoTable() override;
     void SetDefaults() override;
     SIZE SizeWithoutPicture() const override { return {300, 50}; }
+    bool IsOnlyWritten(std::string_view keyword) const override {
+        return keyword.size() == 10 && keyword.starts_with("chan") && keyword.ends_with("value") &&
+               keyword[4] >= '1' && keyword[4] < '1' + static_cast<int>(logic::PITCH_BEND_CHANNELS);
+    }
     void Poll() override; // sends what has changed, lowest channel first
     void Draw(HDC dc, const RECT& client) const override;
 

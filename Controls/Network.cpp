@@ -93,9 +93,7 @@ void NETWORKPROPERTIES::ServeCalls() {
 }
 
 int a_AttachCanChannel(NETWORKPROPERTIES* object, unsigned socket) {
-    auto* network = a_IsAlive(object)
-                        ? dynamic_cast<NETWORKPROPERTIES*>(static_cast<HOSTINFO*>(object))
-                        : nullptr; // hosts know objects by their window and may be wrong about the class
+    auto* network = LivingObject<NETWORKPROPERTIES>(object);
     if (network == nullptr || socket == INVALID_SOCKET) {
         return 0;
     }

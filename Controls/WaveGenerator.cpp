@@ -20,6 +20,9 @@ class WAVEGENERATORPROPERTIES : public INTERFACEPROPERTIES {
 public:
     const KEYWORDROW* GetHostinfoTable() override;
     void Destroying() override { tone.End(); }
+    bool IsOnlyWritten(std::string_view keyword) const override {
+        return keyword == "filename" || keyword == "format";
+    }
 
     // Starts a generation or has one follow. False when no thread can be started.
     bool Generate(int seconds);

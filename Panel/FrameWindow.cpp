@@ -6,6 +6,7 @@
 #include "Panel/Screenshot.h"
 #include "Panel/resource.h"
 #include "Panelhost/Hostinfo.h"
+#include "Version.h"
 
 #include <algorithm>
 #include <utility>
@@ -473,7 +474,7 @@ bool FrameWindow::MayDiscard() {
 }
 
 void FrameWindow::About() {
-    std::string text = "Panel " PANEL_VERSION_TEXT "\n\nOpens, operates and saves control panels.";
+    std::string text = "Panel " PROJECT_VERSION_TEXT "\n\nOpens, operates and saves control panels.";
     const std::string stamp = library_.BuildStamp();
     if (!stamp.empty()) {
         text += "\n\nControl library: " + stamp;

@@ -1,8 +1,5 @@
 #pragma once
 
-#define PANEL_VERSION 1, 0, 0, 0
-#define PANEL_VERSION_TEXT "1.0"
-
 #define IDI_PANEL 1
 #define IDM_FRAME 2
 #define IDM_TRACE 3

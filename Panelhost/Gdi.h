@@ -35,6 +35,12 @@ inline HBITMAP CreatePixels(int width, int height, std::uint32_t** bits = nullpt
     return bitmap;
 }
 
+inline SIZE SizeOf(HBITMAP bitmap) {
+    BITMAP description{};
+    GetObjectA(bitmap, sizeof description, &description);
+    return {description.bmWidth, description.bmHeight};
+}
+
 struct ImageListDeleter {
     void operator()(HIMAGELIST list) const { ImageList_Destroy(list); }
 };

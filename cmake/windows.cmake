@@ -6,10 +6,23 @@ enable_language(RC)
 # Texts that reach the A functions are Windows-1252.
 # GCC 12 sees overlapping copies where strings are joined and optimised hard, and there are none: hence no-restrict.
 add_compile_options("$<$<COMPILE_LANGUAGE:CXX>:-msse2;-mfpmath=sse;-fexec-charset=CP1252;-Wno-restrict>")
-add_compile_definitions(WINVER=0x0602 _WIN32_WINNT=0x0602 NOMINMAX)
+# Windows 7: newer functions are not declared.
+add_compile_definitions(WINVER=0x0601 _WIN32_WINNT=0x0601 NOMINMAX)
 
-# Nothing but system DLLs is imported.
-add_link_options(-static)
+# Nothing but system DLLs is imported. The loader may put the modules anywhere and lets no data be executed. They say
+# which system they need, and no time of their making: the same sources give the same bytes.
+add_link_options(-static
+    -Wl,--dynamicbase,--nxcompat,--no-insert-timestamp
+    -Wl,--major-os-version=6,--minor-os-version=1,--major-subsystem-version=6,--minor-subsystem-version=1)
+
+configure_file(${CMAKE_CURRENT_LIST_DIR}/Version.h.in ${PROJECT_BINARY_DIR}/include/Version.h @ONLY)
+include_directories(${PROJECT_BINARY_DIR}/include)
+# Ninja does not see what a resource script includes.
+function(add_resource_inputs script)
+    set_source_files_properties(${script} PROPERTIES OBJECT_DEPENDS
+        "${PROJECT_BINARY_DIR}/include/Version.h;${PROJECT_SOURCE_DIR}/cmake/VersionResource.rc;${ARGN}")
+endfunction()
+
 link_libraries(gdiplus comctl32 comdlg32 msimg32 ws2_32 iphlpapi winmm tapi32 ole32 shell32 user32 gdi32)
 
 # Programs run from the application folder: everything they need lies there, laid out as it is installed.

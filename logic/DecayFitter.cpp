@@ -68,6 +68,10 @@ double DecayFitter::StepNearby(Point& point, Point& delta, double best) {
     for (std::size_t i = 0; i < point.size(); ++i) {
         const double origin = point[i];
         for (int attempt = 0; attempt < 2; ++attempt) {
+            if (IsExhausted()) {
+                point[i] = origin;
+                return best;
+            }
             point[i] = origin + delta[i];
             const double value = Objective(point);
             if (value < best) {
@@ -102,7 +106,7 @@ int DecayFitter::Search(int limit) {
     double best = Objective(base);
     double stepLength = rho_;
     int iterations = 0;
-    while (iterations < limit && stepLength > epsilon_) {
+    while (iterations < limit && stepLength > epsilon_ && !IsExhausted()) {
         ++iterations;
         TraceProgress(base, best);
         Point point = base;

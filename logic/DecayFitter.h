@@ -13,6 +13,8 @@ class DecayFitter {
 public:
     static constexpr int sampleCount = 201;
     static constexpr int coordinateCount = 5;
+    // A search that crawls along a valley, as for samples on a straight line, would go on and on.
+    static constexpr int maximumEvaluations = 100'000;
     using Point = std::array<double, coordinateCount>;
 
     // Receives the progress as text, line ends included; may be empty.
@@ -41,12 +43,19 @@ public:
     // The fitted model.
     double Model(double time) const { return ModelAt(result_, time); }
 
-    // Fits from the starting point in at most 200 iterations, then sets the flag to 1. Returns 0.
+    // Evaluations of the sum of squared errors in the last fit.
+    int Evaluations() const { return evaluations_; }
+
+    // Fits from the starting point in at most 200 iterations and maximumEvaluations evaluations, then sets
+    // the flag to 1. Returns 0.
     int Run(int* finished);
 
-private:
+    // The model of any point.
     static double ModelAt(const Point& point, double time);
+
+private:
     double Objective(const Point& point);
+    bool IsExhausted() const { return evaluations_ >= maximumEvaluations; }
     double StepNearby(Point& point, Point& delta, double best);
     int Search(int maximumIterations);
     void TraceProgress(const Point& point, double best) const;

@@ -14,6 +14,10 @@ namespace {
 
 constexpr WPARAM PANEL_CLICK = MK_LBUTTON | MK_CONTROL; // belongs to the panel even when it is operated
 constexpr WPARAM PROPERTY_CLICK = MK_RBUTTON | MK_SHIFT | MK_CONTROL; // opens the property dialog
+// Sent by Windows 8 and later; the headers for Windows 7 do not name them.
+constexpr UINT POINTER_UPDATE = 0x0245;
+constexpr UINT POINTER_DOWN = 0x0246;
+constexpr UINT POINTER_UP = 0x0247;
 constexpr int CAPTION_SIZE = 64;
 constexpr UINT_PTR APPLY_COMMAND = 1;
 constexpr int DRAG_CURSOR = 102;
@@ -98,9 +102,9 @@ void ButtonUp(CONTROLPROPERTIES& control) {
 
 // A touch or a pen does what the left button does.
 LRESULT PointerAsMouse(HWND window, UINT message, LPARAM lParam) {
-    const UINT mouseMessage = message == WM_POINTERDOWN ? WM_LBUTTONDOWN
-                              : message == WM_POINTERUP ? WM_LBUTTONUP
-                                                        : WM_MOUSEMOVE;
+    const UINT mouseMessage = message == POINTER_DOWN ? WM_LBUTTONDOWN
+                              : message == POINTER_UP ? WM_LBUTTONUP
+                                                      : WM_MOUSEMOVE;
     POINT point = PointOf(lParam);
     ScreenToClient(window, &point);
     SendMessageA(window, mouseMessage, MK_LBUTTON, MAKELPARAM(point.x, point.y));
@@ -159,9 +163,9 @@ bool OwnDrawn(CONTROLPROPERTIES& control, UINT message, WPARAM wParam, LPARAM lP
     case WM_GETDLGCODE:
         result = DLGC_WANTARROWS;
         return true;
-    case WM_POINTERDOWN:
-    case WM_POINTERUPDATE:
-    case WM_POINTERUP:
+    case POINTER_DOWN:
+    case POINTER_UPDATE:
+    case POINTER_UP:
         result = PointerAsMouse(control.window, message, lParam);
         return true;
     default:

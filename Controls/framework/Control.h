@@ -14,14 +14,14 @@ enum class ClassBackground { None, Null, SystemColour2 };
 // What a class makes once, when it is registered, for all its windows.
 enum class SharedResource {
     None,
-    Tooltip,         // a tooltip window
-    PopupTooltip,    // a tooltip window of style WS_POPUP
-    StatusBitmap,    // the picture that an invisible control shows while the panel is edited
-    MidiBitmap,      // the same, its failure traced
-    NetworkBitmap,   // the same and a critical section
-    MessagingBitmap, // the same and the mail library
-    FilterImages,    // the image list of the filter types
-    DelayBitmaps,    // two bitmaps of the library's resources
+    Tooltip,          // a tooltip window
+    PopupTooltip,     // a tooltip window of style WS_POPUP
+    Picture,          // of a mini view, or of an invisible control, which shows it while the panel is edited
+    MidiPicture,      // the same, its failure traced
+    NetworkPicture,   // the same and a critical section
+    MessagingPicture, // the same and the mail library
+    FilterImages,     // the image list of the filter types
+    DelayPictures,    // the picture of the mini view and two bitmaps of the library's resources
 };
 
 // What a control adds to the common part.
@@ -45,7 +45,10 @@ struct ControlClass {
     ClassBackground background = ClassBackground::None;
     const char* systemClass = nullptr; // superclassed: unhandled messages go to that class's procedure
     SharedResource resource = SharedResource::None;
-    const char* resourceFile = nullptr;
+    const char* resourceFile = nullptr; // of the picture: a bitmap without transparency
+    // The same picture with transparency. Only GDI+ reads it, which must not be started while a library is
+    // being loaded, so the first window loads it and the last one releases it.
+    const char* imageFile = nullptr;
 };
 
 // Base of every control's property object: the common protocol over the control's keyword table.
@@ -146,6 +149,13 @@ private:
 template <class Properties>
 Properties* PropertiesOf(HWND window) {
     return static_cast<Properties*>(reinterpret_cast<HOSTINFO*>(GetWindowLongA(window, GWL_USERDATA)));
+}
+
+// What a host gives as the object of a control of that class, or null: hosts know objects by their window and
+// may be wrong about class and life.
+template <class Properties>
+Properties* LivingObject(HOSTINFO* object) {
+    return a_IsAlive(object) ? dynamic_cast<Properties*>(object) : nullptr;
 }
 
 // Asks for a value that is to be changed and sent: that of the first target that answers. False when none

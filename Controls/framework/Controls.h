@@ -13,7 +13,9 @@ extern const ControlImplementation meterControl;         // Controls/Meter.cpp
 extern const ControlImplementation midiControl;          // Controls/Midi.cpp
 extern const ControlImplementation mixerControl;         // Controls/Mixer.cpp
 extern const ControlImplementation networkControl;       // Controls/Network.cpp
+extern const ControlImplementation miniView;             // the common part and a picture
 extern const ControlImplementation plainControl;         // the common part alone
+extern const ControlImplementation plainInterface;       // the common part of an interface control
 extern const ControlImplementation plainReverseMeter;    // the common part and its request helper
 extern const ControlImplementation pushButtonControl;    // Controls/PushButton.cpp
 extern const ControlImplementation staticControl;        // Controls/Static.cpp

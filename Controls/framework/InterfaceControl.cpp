@@ -6,16 +6,11 @@
 #include "Controls/framework/SharedResources.h"
 #include "Controls/framework/WorkerThread.h"
 #include "Panelhost/Gdi.h"
+#include "logic/PropertyLine.h"
 
 namespace {
 
 constexpr COLORREF TRANSPARENT_COLOUR = RGB(255, 0, 255);
-
-SIZE SizeOf(HBITMAP bitmap) {
-    BITMAP description{};
-    GetObjectA(bitmap, sizeof description, &description);
-    return {description.bmWidth, description.bmHeight};
-}
 
 void DrawPicture(HDC dc, HBITMAP bitmap) {
     const SIZE size = SizeOf(bitmap);
@@ -26,7 +21,7 @@ void DrawPicture(HDC dc, HBITMAP bitmap) {
 } // namespace
 
 void INTERFACEPROPERTIES::SetDefaults() {
-    const HBITMAP picture = ResourcesOf(*controlClass).bitmaps[0];
+    const HBITMAP picture = ResourcesOf(*controlClass).picture;
     const SIZE size = picture == nullptr ? SizeWithoutPicture() : SizeOf(picture);
     Resize(size.cx, size.cy);
     interval = DefaultInterval();
@@ -37,16 +32,27 @@ void INTERFACEPROPERTIES::Created() {
     a_ApplyVisibility(this);
 }
 
-LRESULT INTERFACEPROPERTIES::OnTimer(WPARAM timer, LPARAM lParam) {
-    // The system shows a window that is created visible after its control has hidden it.
-    if (mode == 0 && (GetWindowLongA(window, GWL_STYLE) & WS_VISIBLE) != 0) {
-        a_ApplyVisibility(this);
+LRESULT INTERFACEPROPERTIES::OnLoad(WPARAM loadMode, LPARAM line) {
+    if (loadMode == LOAD_FROM_FILE && line != 0 &&
+        IsOnlyWritten(logic::SplitPropertyLine(reinterpret_cast<const char*>(line)).keyword)) {
+        return 0;
     }
+    return CONTROLPROPERTIES::OnLoad(loadMode, line);
+}
+
+LRESULT INTERFACEPROPERTIES::OnTimer(WPARAM timer, LPARAM lParam) {
     return GetCapture() == window ? 0 : CONTROLPROPERTIES::OnTimer(timer, lParam);
 }
 
+bool INTERFACEPROPERTIES::StaysHidden() const {
+    return mode == 0 && a_FindRootHostinfo(parent) != nullptr;
+}
+
 void INTERFACEPROPERTIES::Draw(HDC dc, const RECT& client) const {
-    const HBITMAP picture = ResourcesOf(*controlClass).bitmaps[0];
+    if (StaysHidden()) {
+        return;
+    }
+    const HBITMAP picture = ResourcesOf(*controlClass).picture;
     const Selected brush(dc, picture == nullptr ? GetStockObject(WHITE_BRUSH) : a_GetObject(BRUSH_DIALOG));
     const Selected pen(dc, GetStockObject(BLACK_PEN));
     Rectangle(dc, 0, 0, client.right, client.bottom);
@@ -54,6 +60,25 @@ void INTERFACEPROPERTIES::Draw(HDC dc, const RECT& client) const {
         DrawPicture(dc, picture);
     }
 }
+
+namespace {
+
+constexpr UINT APPLY_VISIBILITY = WM_USER + 2; // posted to the control's own window
+
+// The system shows a window that is created visible after its control is made.
+void Shown(const INTERFACEPROPERTIES& control, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (!control.StaysHidden()) {
+        return;
+    }
+    if (message == WM_WINDOWPOSCHANGING) {
+        reinterpret_cast<WINDOWPOS*>(lParam)->flags &= ~static_cast<UINT>(SWP_SHOWWINDOW);
+    } else if (message == WM_SHOWWINDOW && wParam != FALSE) {
+        // Inside a hidden window the system asks nobody and sets the style after this message.
+        PostMessageA(control.window, APPLY_VISIBILITY, 0, 0);
+    }
+}
+
+} // namespace
 
 LRESULT CALLBACK InterfaceProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     if (message == WM_CLOSE) {
@@ -64,6 +89,13 @@ LRESULT CALLBACK InterfaceProc(HWND window, UINT message, WPARAM wParam, LPARAM 
     if (message == WorkerCalls::MESSAGE && control != nullptr) {
         control->ServeCalls();
         return 0;
+    }
+    if (message == APPLY_VISIBILITY) {
+        a_ApplyVisibility(control);
+        return 0;
+    }
+    if (control != nullptr) {
+        Shown(*control, message, wParam, lParam);
     }
     return IndicatorProc(window, message, wParam, lParam);
 }

@@ -2,22 +2,31 @@
 // no file of its own.
 
 #include "Controls/OSMIRControlLib.h"
+#include "Controls/framework/BitmapProperty.h"
+#include "Controls/framework/ClassTable.h"
 #include "Controls/framework/Controls.h"
+#include "Controls/framework/InterfaceControl.h"
 #include "Controls/framework/Keywords.h"
 #include "Controls/framework/RelativeMode.h"
+#include "Controls/framework/SharedResources.h"
+#include "Panelhost/Gdi.h"
 
 namespace {
 
-class PLAINPROPERTIES : public CONTROLPROPERTIES {
+// Base: CONTROLPROPERTIES or a class below it.
+template <class Base>
+class PLAINPROPERTIES : public Base {
 public:
     const KEYWORDROW* GetHostinfoTable() override;
-    void SetDefaults() override { interval = 1000; }
+    void SetDefaults() override {
+        Base::SetDefaults();
+        this->interval = 1000;
+    }
     int ValueDatatype() const override {
-        const int type = controlClass->controlType;
+        const int type = this->controlClass->controlType;
         return type == DATATYPE_INTEGER || type == DATATYPE_FLOAT ? type : DATATYPE_TEXT;
     }
     void Poll() override;
-    void Draw(HDC dc, const RECT& client) const override;
 
     int integer =
         0; // the value, in the member of the class's datatype; classes of no other datatype hold text
@@ -28,7 +37,7 @@ private:
     template <class Number>
     int PollInto(Number& member, int datatype) {
         Number polled = member;
-        const int result = Ask(requests, datatype, &polled);
+        const int result = this->Ask(this->requests, datatype, &polled);
         if (result == REQUEST_DELIVERED) {
             member = polled;
         }
@@ -37,8 +46,8 @@ private:
 };
 
 // Takes a new value and passes it on. Returns 0 when it was held already.
-template <class Value>
-int Replace(PLAINPROPERTIES& plain, Value PLAINPROPERTIES::*member, Value value) {
+template <class Plain, class Value>
+int Replace(Plain& plain, Value Plain::*member, Value value) {
     if (plain.*member == value) {
         return 0;
     }
@@ -47,8 +56,9 @@ int Replace(PLAINPROPERTIES& plain, Value PLAINPROPERTIES::*member, Value value)
     return 1;
 }
 
+template <class Plain>
 int ValueKeyword(VALUERECORD* record, HOSTINFO* object) {
-    auto& plain = *static_cast<PLAINPROPERTIES*>(object);
+    auto& plain = *static_cast<Plain*>(object);
     const bool get = record->command == COMMAND_GET;
     if (!get && record->command != COMMAND_SET) {
         return 0;
@@ -56,8 +66,7 @@ int ValueKeyword(VALUERECORD* record, HOSTINFO* object) {
     switch (plain.controlClass->controlType) {
     case DATATYPE_INTEGER: {
         int value = 0;
-        if (get || a_ReadInteger(record, &value) == 0 ||
-            Replace(plain, &PLAINPROPERTIES::integer, value) == 0) {
+        if (get || a_ReadInteger(record, &value) == 0 || Replace(plain, &Plain::integer, value) == 0) {
             return get ? a_AnswerInteger(record, plain.integer) : 0;
         }
         a_SendRequest(plain.requests, COMMAND_SET, DATATYPE_INTEGER, &value, nullptr);
@@ -65,7 +74,7 @@ int ValueKeyword(VALUERECORD* record, HOSTINFO* object) {
     }
     case DATATYPE_FLOAT: {
         float value = 0;
-        if (get || a_ReadFloat(record, &value) == 0 || Replace(plain, &PLAINPROPERTIES::number, value) == 0) {
+        if (get || a_ReadFloat(record, &value) == 0 || Replace(plain, &Plain::number, value) == 0) {
             return get ? a_AnswerFloat(record, plain.number) : 0;
         }
         a_SendRequest(plain.requests, COMMAND_SET, DATATYPE_FLOAT, &value, nullptr);
@@ -73,7 +82,7 @@ int ValueKeyword(VALUERECORD* record, HOSTINFO* object) {
     }
     default: {
         std::string value;
-        if (get || a_ReadText(record, &value) == 0 || Replace(plain, &PLAINPROPERTIES::text, value) == 0) {
+        if (get || a_ReadText(record, &value) == 0 || Replace(plain, &Plain::text, value) == 0) {
             return get ? a_AnswerText(record, plain.text.c_str()) : 0;
         }
         a_SendRequest(plain.requests, COMMAND_SET, DATATYPE_TEXT, value.data(), nullptr);
@@ -82,8 +91,9 @@ int ValueKeyword(VALUERECORD* record, HOSTINFO* object) {
     }
 }
 
+template <class Plain>
 constexpr KEYWORDROW KEYWORDS[] = {
-    {" ", ValueKeyword, 0},
+    {" ", ValueKeyword<Plain>, 0},
     {"connection", ConnectionKeyword, 0},
     {"function", FunctionKeyword, KEYWORD_SAVED},
     {"interval", IntervalKeyword, KEYWORD_SAVED},
@@ -91,15 +101,17 @@ constexpr KEYWORDROW KEYWORDS[] = {
     {"level", LayerKeyword, 0},
     {},
 };
-static_assert(KeywordsAreUnique(KEYWORDS));
 
-const KEYWORDROW* PLAINPROPERTIES::GetHostinfoTable() {
-    return KEYWORDS;
+template <class Base>
+const KEYWORDROW* PLAINPROPERTIES<Base>::GetHostinfoTable() {
+    static_assert(KeywordsAreUnique(KEYWORDS<PLAINPROPERTIES>));
+    return KEYWORDS<PLAINPROPERTIES>;
 }
 
-void PLAINPROPERTIES::Poll() {
+template <class Base>
+void PLAINPROPERTIES<Base>::Poll() {
     int result = REQUEST_UNCHANGED;
-    switch (controlClass->controlType) {
+    switch (this->controlClass->controlType) {
     case DATATYPE_INTEGER:
         result = PollInto(integer, DATATYPE_INTEGER);
         break;
@@ -109,43 +121,77 @@ void PLAINPROPERTIES::Poll() {
     default: {
         char polled[TEXT_SIZE];
         std::snprintf(polled, sizeof polled, "%s", text.c_str());
-        result = Ask(requests, DATATYPE_TEXT, polled);
+        result = this->Ask(this->requests, DATATYPE_TEXT, polled);
         if (result == REQUEST_DELIVERED) {
             text = polled;
         }
     }
     }
     if (result == REQUEST_DELIVERED) {
-        Redraw();
+        this->Redraw();
     }
-    ShowPollResult(result);
+    this->ShowPollResult(result);
 }
 
-// A plate with the name, so that it is seen where the control stands; readable on any background.
-void PLAINPROPERTIES::Draw(HDC dc, const RECT& client) const {
-    constexpr COLORREF PLATE = RGB(58, 62, 68);
-    constexpr COLORREF EDGE = RGB(92, 98, 106);
-    constexpr COLORREF LETTERS = RGB(222, 226, 230);
-    if (controlClass->name[0] == 'I' && mode == 0) {
-        return; // the interface controls are invisible while the panel is operated
-    }
+// Readable on any background.
+void DrawPlate(HDC dc, const RECT& client) {
     const auto brush = static_cast<HBRUSH>(GetStockObject(DC_BRUSH));
-    SetDCBrushColor(dc, PLATE);
+    SetDCBrushColor(dc, RGB(58, 62, 68));
     FillRect(dc, &client, brush);
-    SetDCBrushColor(dc, EDGE);
+    SetDCBrushColor(dc, RGB(92, 98, 106)); // the edge
     FrameRect(dc, &client, brush);
+}
+
+void DrawName(HDC dc, const RECT& client, const HOSTINFO& object) {
     SetBkMode(dc, TRANSPARENT);
-    SetTextColor(dc, LETTERS);
+    SetTextColor(dc, RGB(222, 226, 230));
     SelectObject(dc, GetStockObject(DEFAULT_GUI_FONT));
     RECT place = client;
-    DrawTextA(dc, a_OwnName(this).c_str(), -1, &place,
+    DrawTextA(dc, a_OwnName(&object).c_str(), -1, &place,
               DT_CENTER | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX | DT_END_ELLIPSIS);
+}
+
+// A plate with the name, so that it is seen where the control stands.
+class NAMEDPROPERTIES : public PLAINPROPERTIES<CONTROLPROPERTIES> {
+public:
+    void Draw(HDC dc, const RECT& client) const override {
+        DrawPlate(dc, client);
+        DrawName(dc, client, *this);
+    }
+};
+
+// A plate with the picture of the class.
+class MINIVIEWPROPERTIES : public PLAINPROPERTIES<CONTROLPROPERTIES> {
+public:
+    void SetDefaults() override {
+        PLAINPROPERTIES::SetDefaults();
+        image_.Load(controlClass->imageFile);
+    }
+    void Draw(HDC dc, const RECT& client) const override;
+
+private:
+    BitmapProperty image_;
+};
+
+void MINIVIEWPROPERTIES::Draw(HDC dc, const RECT& client) const {
+    DrawPlate(dc, client);
+    const HBITMAP opaque = ResourcesOf(*controlClass).picture;
+    if (const OSMIRBitmap* image = image_.Get()) {
+        image->Draw(dc, (client.right - image->Width()) / 2, (client.bottom - image->Height()) / 2);
+    } else if (opaque != nullptr) {
+        const SIZE size = SizeOf(opaque);
+        const MemoryDc memory(opaque);
+        BitBlt(dc, (client.right - size.cx) / 2, (client.bottom - size.cy) / 2, size.cx, size.cy,
+               memory.Get(), 0, 0, SRCCOPY);
+    } else {
+        DrawName(dc, client, *this);
+    }
 }
 
 } // namespace
 
 // The reverse meter sends as the knob does.
-class REVMETERPROPERTIES : public PLAINPROPERTIES {
+class REVMETERPROPERTIES : public NAMEDPROPERTIES {
 public:
     RelativeMode relativeMode;
 };
@@ -155,5 +201,12 @@ int l_SendRequest(REVMETERPROPERTIES* object, int command, int datatype, long va
                       value, result);
 }
 
-const ControlImplementation plainControl{CreateProperties<PLAINPROPERTIES>, CommonProc};
+int l_SendRequestReverseMeter(HOSTINFO* object, int command, int datatype, long value, int* result) {
+    return RequestBy<REVMETERPROPERTIES>(object, command, datatype, value, result);
+}
+
+const ControlImplementation plainControl{CreateProperties<NAMEDPROPERTIES>, CommonProc};
+const ControlImplementation plainInterface{CreateProperties<PLAINPROPERTIES<INTERFACEPROPERTIES>>,
+                                           InterfaceProc};
+const ControlImplementation miniView{CreateProperties<MINIVIEWPROPERTIES>, CommonProc};
 const ControlImplementation plainReverseMeter{CreateProperties<REVMETERPROPERTIES>, CommonProc};

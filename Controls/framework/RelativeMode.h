@@ -1,7 +1,9 @@
 #pragma once
 
+#include "Controls/OSMIRControlLib.h"
 #include "Controls/framework/Control.h"
 
+#include <exception>
 #include <string>
 #include <vector>
 
@@ -28,3 +30,19 @@ private:
 // answers with another value or cannot be reached, and 1 is returned; else what a_SendRequest returns.
 int SendByMode(const RelativeMode& mode, CONTROLPROPERTIES& control, float current, int command, int datatype,
                long value, int* result);
+
+// The exported request helper of a class, for any caller. The object stays until it returns, whatever is
+// sent.
+template <class Properties>
+int RequestBy(HOSTINFO* object, int command, int datatype, long value, int* result) noexcept {
+    Properties* control = LivingObject<Properties>(object);
+    if (control == nullptr || value == 0) {
+        return 0;
+    }
+    try {
+        const Held held(*control);
+        return l_SendRequest(control, command, datatype, value, result);
+    } catch (const std::exception&) {
+        return 0;
+    }
+}

@@ -2,6 +2,8 @@
 
 #include "Controls/resources/resource.h"
 
+#include <algorithm>
+
 namespace {
 
 constexpr DWORD TOOLTIP_STYLE = TTS_ALWAYSTIP | TTS_NOPREFIX;
@@ -34,31 +36,36 @@ void ClassResources::Make(const ControlClass& controlClass, HINSTANCE module) {
         tooltip = CreateTooltip(WS_POPUP, module);
         SendMessageA(tooltip, TTM_SETMAXTIPWIDTH, 0, MAXIMUM_TIP_WIDTH);
         break;
-    case SharedResource::StatusBitmap:
-        bitmaps[0] = LoadBitmapFile(controlClass.resourceFile);
+    case SharedResource::Picture:
+        picture = LoadBitmapFile(controlClass.resourceFile);
         break;
-    case SharedResource::MidiBitmap:
-        bitmaps[0] = LoadBitmapFile(controlClass.resourceFile);
-        if (bitmaps[0] == nullptr) {
+    case SharedResource::MidiPicture:
+        picture = LoadBitmapFile(controlClass.resourceFile);
+        if (picture == nullptr) {
             TRACE("Midi Bitmap %d\n", static_cast<int>(GetLastError()));
         }
         break;
-    case SharedResource::NetworkBitmap:
-        bitmaps[0] = LoadBitmapFile(controlClass.resourceFile);
+    case SharedResource::NetworkPicture:
+        picture = LoadBitmapFile(controlClass.resourceFile);
         lock = new CRITICAL_SECTION;
         InitializeCriticalSection(lock);
         break;
-    case SharedResource::MessagingBitmap:
-        bitmaps[0] = LoadBitmapFile(controlClass.resourceFile);
+    case SharedResource::MessagingPicture:
+        picture = LoadBitmapFile(controlClass.resourceFile);
         mailLibrary = LoadLibraryA("MAPI32.DLL");
+        if (mailLibrary != nullptr) {
+            std::transform(std::begin(MAIL_FUNCTIONS), std::end(MAIL_FUNCTIONS), mailFunctions.begin(),
+                           [this](const char* name) { return GetProcAddress(mailLibrary, name); });
+        }
         break;
     case SharedResource::FilterImages:
         images = ImageList_LoadImageA(module, MAKEINTRESOURCEA(IDB_FILTERS), FILTER_IMAGE_WIDTH, 1,
                                       FILTER_IMAGE_MASK, IMAGE_BITMAP, 0);
         break;
-    case SharedResource::DelayBitmaps:
-        bitmaps[0] = LoadBitmapA(module, MAKEINTRESOURCEA(IDB_DELAY_ON));
-        bitmaps[1] = LoadBitmapA(module, MAKEINTRESOURCEA(IDB_DELAY_OFF));
+    case SharedResource::DelayPictures:
+        picture = LoadBitmapFile(controlClass.resourceFile);
+        lamps[0] = LoadBitmapA(module, MAKEINTRESOURCEA(IDB_DELAY_ON));
+        lamps[1] = LoadBitmapA(module, MAKEINTRESOURCEA(IDB_DELAY_OFF));
         break;
     }
 }
@@ -68,7 +75,7 @@ void ClassResources::Release() {
     if (tooltip != nullptr && !DestroyWindow(tooltip)) {
         PostMessageA(tooltip, WM_CLOSE, 0, 0);
     }
-    for (HBITMAP bitmap : bitmaps) {
+    for (HBITMAP bitmap : {picture, lamps[0], lamps[1]}) {
         if (bitmap != nullptr) {
             DeleteObject(bitmap);
         }

@@ -304,6 +304,7 @@ int PanelLoading::Create(const logic::ControlHeader& header, HOSTINFO& parent, H
         }
         return PH_UNREAD_CLASS;
     }
+    root_.ApplyLayers(control); // the header may ask for a visible one
     ++created_;
     return 0;
 }

@@ -49,6 +49,11 @@ LRESULT CALLBACK PanelWindowProc(HWND window, UINT message, WPARAM wParam, LPARA
             return 1;
         }
         break;
+    case WM_SHOWWINDOW:
+        if (wParam != FALSE) { // what was created visible in the hidden panel need not be so
+            Guarded([root] { root->ApplyLayersToAll(); });
+        }
+        break;
     case WM_CTLCOLOREDIT:
     case WM_CTLCOLORSTATIC:
         if (const HBRUSH brush = a_AskForColours(message, wParam, lParam); brush != nullptr) {

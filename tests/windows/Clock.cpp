@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstring>
+#include <thread>
 
 TEST_SUITE_BEGIN("Clock");
 
@@ -324,4 +325,20 @@ TEST_CASE("a clock takes neither focus nor capture, has no dialog and colours it
         CHECK(GetBkMode(dc) == TRANSPARENT);
     }
     DeleteDC(dc);
+}
+
+TEST_CASE("the host deletes a clock, also from another thread, and once only") {
+    const TestPanel panel;
+    const int objects = a_HostinfoCount();
+    HWND clock = panel.Create("CLOCK", "Clock");
+    CHECK(ObjectOf(clock).OnDelete(0, 0) == 1);
+    CHECK_FALSE(IsWindow(clock));
+    CHECK(panel.Find("Clock") == nullptr);
+    CHECK(a_HostinfoCount() == objects);
+
+    HWND second = panel.Create("CLOCK", "Clock");
+    std::thread deleting([object = &ObjectOf(second)] { object->OnDelete(0, 0); });
+    CHECK(Await([&] { return !IsWindow(second); }));
+    deleting.join();
+    CHECK(a_HostinfoCount() == objects);
 }

@@ -373,22 +373,25 @@ TEST_CASE("a horizontal fader is dragged over the same travel that it draws, by 
     HWND fader = CreateFader(panel, 200, 14);
     Load(fader, "knobheight=9");
     Load(fader, "properties=-50,50,-50");
+    constexpr UINT POINTER_UPDATE = 0x0245; // of Windows 8 and later
+    constexpr UINT POINTER_DOWN = 0x0246;
+    constexpr UINT POINTER_UP = 0x0247;
     const auto touch = [fader](UINT message, int x, int y) {
         const POINT point = OnScreen(fader, x, y);
         SendMessageA(fader, message, 0, At(point.x, point.y));
     };
-    touch(WM_POINTERDOWN, 4, 7);
+    touch(POINTER_DOWN, 4, 7);
     REQUIRE(GetCapture() == fader);
-    touch(WM_POINTERUPDATE, 4 + 96, 7);
+    touch(POINTER_UPDATE, 4 + 96, 7);
     CHECK(Value(fader) == 0.0F);
-    touch(WM_POINTERUPDATE, 4 + 192, 7);
+    touch(POINTER_UPDATE, 4 + 192, 7);
     CHECK(Value(fader) == 50.0F);
-    touch(WM_POINTERUP, 4 + 192, 7);
+    touch(POINTER_UP, 4 + 192, 7);
     CHECK(GetCapture() == nullptr);
     Load(fader, "properties=7,7,7"); // an equal range
-    touch(WM_POINTERDOWN, 4, 7);
-    touch(WM_POINTERUPDATE, 90, 7);
-    touch(WM_POINTERUP, 90, 7);
+    touch(POINTER_DOWN, 4, 7);
+    touch(POINTER_UPDATE, 90, 7);
+    touch(POINTER_UP, 90, 7);
     CHECK(Value(fader) == 7.0F);
 }
 

@@ -45,17 +45,58 @@ COLORREF PixelOf(HWND knob, POINT point) {
     return Picture(knob).At(point.x, point.y);
 }
 
+using SendRequest = int(__cdecl*)(HOSTINFO*, int, int, long, int*);
+
+SendRequest ExportedSendRequest(const char* name) {
+    const auto send = reinterpret_cast<SendRequest>(
+        reinterpret_cast<void*>(GetProcAddress(GetModuleHandleA(CONTROL_LIBRARY), name)));
+    REQUIRE((send != nullptr));
+    return send;
+}
+
 template <class Value>
 int Request(HWND knob, int command, Value value, int& result, int datatype = DATATYPE_FLOAT) {
-    // l_SendRequest(KNOBPROPERTIES*, int, int, long, int*) as compilers of this platform name it
-    using SendRequest = int (*)(HOSTINFO*, int, int, long, int*);
-    const auto send = reinterpret_cast<SendRequest>(reinterpret_cast<void*>(
-        GetProcAddress(GetModuleHandleA(CONTROL_LIBRARY), "_Z13l_SendRequestP14KNOBPROPERTIESiilPi")));
-    REQUIRE((send != nullptr));
-    return send(&ObjectOf(knob), command, datatype, reinterpret_cast<long>(&value), &result);
+    return ExportedSendRequest("l_SendRequest")(&ObjectOf(knob), command, datatype,
+                                                reinterpret_cast<long>(&value), &result);
 }
 
 } // namespace
+
+TEST_CASE("the request helpers are found by any host and refuse what is no such control") {
+    // l_SendRequest(KNOBPROPERTIES*, int, int, long, int*) as compilers of this platform name it
+    ExportedSendRequest("_Z13l_SendRequestP14KNOBPROPERTIESiilPi");
+    const TestPanel panel;
+    const struct {
+        const char* className;
+        const char* function;
+    } rows[] = {{"KNOB", "l_SendRequest"}, {"REVMETER", "l_SendRequestReverseMeter"}};
+    for (const auto& row : rows) {
+        CAPTURE(std::string(row.function));
+        const SendRequest send = ExportedSendRequest(row.function);
+        HWND target = panel.Create("BRANGE", "Target");
+        HWND control = panel.Create(row.className, "Control");
+        REQUIRE(Load(control, "connection=Target") == 1);
+        HOSTINFO* object = &ObjectOf(control);
+        float value = 7;
+        const auto address = reinterpret_cast<long>(&value);
+        int result = 0;
+        CHECK(send(object, COMMAND_SET, DATATYPE_FLOAT, address, nullptr) != 0);
+        CHECK(Value(target) == 7.0F);
+        SetValue(target, 9.0F);
+        CHECK(send(object, COMMAND_GET, DATATYPE_FLOAT, address, &result) != 0);
+        CHECK(result == REQUEST_DELIVERED);
+        CHECK(value == 9.0F);
+        value = 5;
+        for (HOSTINFO* wrong : {static_cast<HOSTINFO*>(nullptr), &ObjectOf(target), panel.Root()}) {
+            CHECK(send(wrong, COMMAND_SET, DATATYPE_FLOAT, address, &result) == 0);
+        }
+        CHECK(send(object, COMMAND_SET, DATATYPE_FLOAT, 0, &result) == 0);
+        DestroyWindow(control);
+        CHECK(send(object, COMMAND_SET, DATATYPE_FLOAT, address, &result) == 0);
+        CHECK(Value(target) == 9.0F);
+        DestroyWindow(target);
+    }
+}
 
 TEST_CASE("a new knob has its defaults and saves them in the order of its keywords") {
     const TestKnob test;

@@ -240,21 +240,10 @@ TEST_CASE("lines that name the network interface itself, and properties that it 
     CHECK(a_LoadErrorCount(network.panel.Root()) == 0);
 }
 
-TEST_CASE("hidden while the panel is operated, a picture while it is edited") {
-    NetworkPanel network;
-    CHECK_FALSE(IsWindowVisible(network.control));
+TEST_CASE("a network interface has no main value and asks once a minute") {
+    const NetworkPanel network;
     CHECK(SendMessageA(network.control, CWM_GETCONTROLTYPE, 0, 0) == 0);
     CHECK(ObjectOf(network.control).interval == 60000);
-    const RECT& place = ObjectOf(network.control).rectangle;
-    CHECK(place.right - place.left == 32);
-    CHECK(place.bottom - place.top == 32);
-    ph_SetMode(network.panel.Root(), 1);
-    CHECK((GetWindowLongA(network.control, GWL_STYLE) & WS_VISIBLE) != 0);
-    const Picture picture(network.control);
-    CHECK(picture.At(0, 0) != RGB(255, 0, 255)); // the transparent part of the picture
-    CHECK(picture.At(16, 16) != picture.At(0, 0));
-    CHECK(SendMessageA(network.control, WM_CLOSE, 0, 0) == 1);
-    CHECK((GetWindowLongA(network.control, GWL_STYLE) & WS_VISIBLE) == 0);
 }
 
 TEST_CASE("a second network interface finds the port taken and does no harm") {

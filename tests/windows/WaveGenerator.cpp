@@ -240,7 +240,12 @@ TEST_CASE("a loaded panel writes the file as an empty one") {
     TestPanel panel;
     const TraceCapture trace;
     CHECK(ph_LoadPanel(panel.Root(), path.c_str()) == 1);
-    CHECK(trace.CountContaining("Error reading line ") == 2); // of the filename and of the format
+    CHECK(trace.CountContaining("Error reading line ") == 0); // filename and format are passed over
+    for (const char* line : {"filename=x.wav", "format=48000 Hz,16bit,Stereo"}) {
+        CHECK(Load(panel.Find("W"), line, LOAD_FROM_FILE) == 0);
+        CHECK(Load(panel.Find("W"), line) == 0);
+        CHECK(trace.Count(TRACE_EDIT, std::string("Error reading line ") + line) == 1); // when it is typed
+    }
     CHECK(Await(Wave::IsEmpty));
     CHECK(Wave().samples.empty());
 }

@@ -1,0 +1,152 @@
+// The decay fitter that the control library exports, by the names and the types that a C host sees.
+
+#include "Controls/OSMIRControlLib.h"
+#include "tests/windows/TestPanel.h"
+
+#include <cmath>
+#include <cstdio>
+
+TEST_SUITE_BEGIN("DecayFitting");
+
+namespace {
+
+constexpr double SOLUTION[] = {2.0, 5.0, 0.5, 3.0, 0.02};
+
+template <class Function>
+Function* Exported(const char* name) {
+    auto* function = reinterpret_cast<Function*>(
+        reinterpret_cast<void*>(GetProcAddress(GetModuleHandleA(CONTROL_LIBRARY), name)));
+    REQUIRE((function != nullptr));
+    return function;
+}
+
+double Model(const double* x, double time) {
+    return Exported<decltype(a_DecayModel)>("a_DecayModel")(x, time);
+}
+
+struct Fit : DECAYFIT {
+    Fit() : DECAYFIT{}, samples(DECAY_SAMPLES) {
+        for (int time = 0; time < DECAY_SAMPLES; ++time) {
+            samples[static_cast<std::size_t>(time)] =
+                2.0 + 5.0 * std::exp(-0.5 * time) + 3.0 * std::exp(-0.02 * time);
+        }
+    }
+
+    int Run(const double* start, double rho = 0.4, double epsilon = 1e-8) {
+        lines.clear();
+        return Exported<decltype(a_FitDecays)>("a_FitDecays")(samples.data(), start, rho, epsilon, this, Take,
+                                                              this);
+    }
+    int Iterations() const {
+        int count = 0;
+        for (const std::string& line : lines) {
+            count += line.starts_with("\nAfter") ? 1 : 0;
+        }
+        return count;
+    }
+    double ErrorOf(const double* point) const {
+        double sum = 0;
+        for (int time = 1; time < DECAY_SAMPLES; ++time) {
+            const double error = samples[static_cast<std::size_t>(time)] - Model(point, time);
+            sum += error * error;
+        }
+        return sum;
+    }
+
+    std::vector<double> samples;
+    std::vector<std::string> lines;
+
+private:
+    static void __cdecl Take(const char* text, void* context) {
+        static_cast<Fit*>(context)->lines.emplace_back(text);
+    }
+};
+
+} // namespace
+
+TEST_CASE("the fitter finds its way from a rough start to the decay") {
+    Fit fit;
+    fit.samples[0] = 1000; // does not count
+    CHECK(Exported<decltype(a_LargestSample)>("a_LargestSample")(fit.samples.data()) == 1000);
+    const double start[] = {1.5, 4.0, 0.4, 3.5, 0.03};
+    CHECK(fit.Run(start) == 1);
+    CHECK(fit.squaredError == doctest::Approx(fit.ErrorOf(fit.x)));
+    CHECK(fit.squaredError < fit.ErrorOf(start) / 1000);
+    CHECK(Model(fit.x, 0) == doctest::Approx(fit.x[0] + fit.x[1] + fit.x[3]));
+
+    REQUIRE(fit.lines.size() > 12);
+    char first[80];
+    std::snprintf(first, sizeof first, "\nAfter     1 funevals, f(x) =  %.4e at\n", fit.ErrorOf(start));
+    CHECK(fit.lines[0] == first);
+    CHECK(fit.lines[1] == "   x[0] = 1.5000\n");
+    CHECK(fit.lines[5] == "   x[4] = 0.0300\n");
+    // Both were computed by an independent program: any other course of the search gives other numbers.
+    CHECK(fit.Iterations() == 20);
+    CHECK(fit.lines[19 * 6].starts_with("\nAfter  1017 funevals"));
+    CHECK(fit.evaluations > 1017);
+    for (int i = 0; i < DECAY_COORDINATES; ++i) {
+        CHECK(fit.x[i] == doctest::Approx(SOLUTION[i]).epsilon(1e-6));
+    }
+    CHECK(fit.lines[20 * 6] == "\n\n\nHOOKE USED 20 ITERATIONS, AND RETURNED\n");
+    char tau[80];
+    std::snprintf(tau, sizeof tau, "tau2   = %15.7f \n", 1 / fit.x[4]);
+    CHECK(fit.lines.back() == tau);
+}
+
+TEST_CASE("a start at the solution stays there, and every shrinking step is one iteration") {
+    Fit fit;
+    const struct {
+        double rho, epsilon;
+        int iterations;
+    } rows[] = {{0.4, 1e-8, 20}, {0.4, 0.1, 2}, {0.05, 0.1, 0}}; // 0.4^20 > 1e-8 > 0.4^21
+    for (const auto& row : rows) {
+        CHECK(fit.Run(SOLUTION, row.rho, row.epsilon) == 1);
+        CHECK(fit.squaredError < 1e-20);
+        CHECK(fit.Iterations() == row.iterations);
+        for (int i = 0; i < DECAY_COORDINATES; ++i) {
+            CHECK(fit.x[i] == SOLUTION[i]);
+        }
+    }
+}
+
+TEST_CASE("a search that crawls, and one for what nothing fits, come to their end") {
+    Fit fit;
+    const double start[DECAY_COORDINATES] = {};
+    for (int time = 0; time < DECAY_SAMPLES; ++time) {
+        fit.samples[static_cast<std::size_t>(time)] =
+            time; // a slope: ever slower and larger decays fit better
+    }
+    CHECK(fit.Run(start) == 1);
+    CHECK(fit.evaluations == 100'000);
+    CHECK(fit.squaredError < fit.ErrorOf(start)); // what was found by then
+    CHECK(fit.squaredError == doctest::Approx(fit.ErrorOf(fit.x)));
+
+    for (double& sample : fit.samples) {
+        sample = std::nan("");
+    }
+    CHECK(fit.Run(start) == 1);
+    CHECK(fit.evaluations < 100'000);
+    CHECK(Exported<decltype(a_LargestSample)>("a_LargestSample")(fit.samples.data()) == -1.7e308);
+    for (const double x : fit.x) {
+        CHECK(x == 0.0);
+    }
+}
+
+TEST_CASE("calls without all that a fit needs leave the result alone") {
+    const auto fitDecays = Exported<decltype(a_FitDecays)>("a_FitDecays");
+    Fit fit;
+    fit.evaluations = -5;
+    for (const double rho : {0.0, 1.0, -0.5, std::nan(""), HUGE_VAL}) {
+        CHECK(fit.Run(SOLUTION, rho) == 0);
+    }
+    CHECK(fitDecays(nullptr, SOLUTION, 0.4, 1e-8, &fit, nullptr, nullptr) == 0);
+    CHECK(fitDecays(fit.samples.data(), nullptr, 0.4, 1e-8, &fit, nullptr, nullptr) == 0);
+    CHECK(fitDecays(fit.samples.data(), SOLUTION, 0.4, 1e-8, nullptr, nullptr, nullptr) == 0);
+    CHECK(fit.evaluations == -5);
+    CHECK(fitDecays(fit.samples.data(), SOLUTION, 0.4, 1e-8, &fit, nullptr, nullptr) ==
+          1); // the trace may be absent
+    CHECK(Model(nullptr, 1) == 0);
+    CHECK(Exported<decltype(a_LargestSample)>("a_LargestSample")(nullptr) == 0);
+}
+
+TEST_SUITE_END();

@@ -1,0 +1,174 @@
+// What the controls without a face and the mini views have in common: when they are seen, and their pictures.
+
+#include "Controls/framework/SharedResources.h"
+#include "tests/windows/TestPanel.h"
+
+#include <algorithm>
+
+TEST_SUITE_BEGIN("Interfaces");
+
+namespace {
+
+constexpr const char* INTERFACES[] = {"IMESSAGING",     "IMIDI",   "INETWORK", "ITELEPHONE",
+                                      "IWAVEGENERATOR", "IWAVEIN", "IWAVEOUT"};
+constexpr const char* MINI_VIEWS[] = {"Delay", "Dynamics", "Edit", "EQ", "Routing", "XOver"};
+constexpr DWORD VISIBLE_CHILD = WS_CHILD | WS_VISIBLE;
+
+bool HasVisibleStyle(HWND window) {
+    return (GetWindowLongA(window, GWL_STYLE) & WS_VISIBLE) != 0;
+}
+
+HWND CreateVisible(const TestPanel& panel, const char* className) {
+    const HWND window = CreateWindowExA(0, className, "I", VISIBLE_CHILD, 10, 20, 32, 32, panel.Window(),
+                                        nullptr, nullptr, panel.Root());
+    REQUIRE((window != nullptr));
+    return window;
+}
+
+// The colours that a control shows of the given file, laid with its centre on that of the control.
+int CountEqualPixels(const Picture& shown, SIZE client, const char* file, int& compared) {
+    char path[MAX_PATH];
+    a_MakeFullPathName(file, path);
+    const HBITMAP bitmap =
+        static_cast<HBITMAP>(LoadImageA(nullptr, path, IMAGE_BITMAP, 0, 0, LR_LOADFROMFILE));
+    REQUIRE((bitmap != nullptr));
+    const HDC dc = CreateCompatibleDC(nullptr);
+    const HGDIOBJ previous = SelectObject(dc, bitmap);
+    BITMAP size{};
+    GetObjectA(bitmap, sizeof size, &size);
+    int equal = 0;
+    compared = 0;
+    for (int y = 4; y < size.bmHeight - 4; ++y) { // the corners let the background through
+        for (int x = 4; x < size.bmWidth - 4; ++x) {
+            const COLORREF expected = GetPixel(dc, x, y);
+            if (expected == RGB(255, 0, 255)) {
+                continue;
+            }
+            ++compared;
+            equal +=
+                shown.At((client.cx - size.bmWidth) / 2 + x, (client.cy - size.bmHeight) / 2 + y) == expected;
+        }
+    }
+    SelectObject(dc, previous);
+    DeleteDC(dc);
+    DeleteObject(bitmap);
+    return equal;
+}
+
+} // namespace
+
+TEST_CASE("interface controls are never seen in an operated panel, and show their picture in an edited one") {
+    for (const char* name : INTERFACES) {
+        CAPTURE(std::string(name));
+        const TestPanel panel(TestPanel::Visible);
+        const HWND control = CreateVisible(panel, name);
+        CHECK_FALSE(IsWindowVisible(control));
+        ShowWindow(control, SW_SHOW); // nor by its host
+        CHECK_FALSE(IsWindowVisible(control));
+
+        ph_SetMode(panel.Root(), 1);
+        CHECK(IsWindowVisible(control));
+        RECT client{};
+        GetClientRect(control, &client);
+        CHECK(client.right == 32);
+        CHECK(client.bottom == 32);
+        std::string file = std::string("Controls\\") + (name + 1) + ".bmp";
+        int compared = 0;
+        const int equal =
+            CountEqualPixels(Picture(control), {client.right, client.bottom}, file.c_str(), compared);
+        CHECK(compared > 100);
+        CHECK(equal > (std::string("IMIDI") == name ? compared / 2 : compared - 1)); // names cover some
+        ph_SetMode(panel.Root(), 0);
+        CHECK_FALSE(IsWindowVisible(control));
+        ph_SetMode(panel.Root(), 1);
+        CHECK(SendMessageA(control, WM_CLOSE, 0, 0) == 1);
+        CHECK_FALSE(IsWindowVisible(control));
+    }
+}
+
+TEST_CASE("in a hidden panel interface controls are hidden before it is shown, those of a file at once") {
+    for (const char* name : INTERFACES) {
+        CAPTURE(std::string(name));
+        const TestPanel panel;
+        const HWND control = CreateVisible(panel, name);
+        SUBCASE("by the time the next message comes") {
+            CHECK(Await([&] { return !HasVisibleStyle(control); }));
+        }
+        SUBCASE("with the panel") {
+            ShowWindow(panel.Window(), SW_SHOWNOACTIVATE);
+            CHECK_FALSE(IsWindowVisible(control));
+        }
+    }
+    const TestFolder folder;
+    const TestPanel panel;
+    const std::string file =
+        folder.Write("visible.panel", "control=0x00000000 IWAVEIN \"I\" 0x50000000 1,2,33,34\r\n"
+                                      "control=0x00000000 KNOB \"K\" 0x50000000 1,2,33,34\r\n");
+    REQUIRE(ph_LoadPanel(panel.Root(), file.c_str()) == 2);
+    CHECK_FALSE(HasVisibleStyle(panel.Find("I")));
+    CHECK(HasVisibleStyle(panel.Find("K")));
+}
+
+TEST_CASE("mini views show their picture, with transparency where it can be read") {
+    const int bitmaps = a_BitmapCount();
+    for (const char* name : MINI_VIEWS) {
+        CAPTURE(std::string(name));
+        const TestPanel panel;
+        std::string className = std::string("MINI") + name;
+        std::transform(className.begin(), className.end(), className.begin(),
+                       [](char letter) { return static_cast<char>(std::toupper(letter)); });
+        const HWND first = panel.Create(className.c_str(), "View");
+        panel.Create(className.c_str(), "Another");
+        CHECK(a_BitmapCount() == bitmaps + 1); // one for both
+        const std::string file = std::string("Controls\\Mini") + name + ".bmp";
+        int compared = 0;
+        CHECK(CountEqualPixels(Picture(first), {100, 40}, file.c_str(), compared) > compared * 9 / 10);
+        CHECK(compared > 500);
+
+        const std::string image = ProgramFolder() + "Controls\\Mini" + name + ".png";
+        REQUIRE(MoveFileA(image.c_str(), (image + ".away").c_str()));
+        const TestPanel other; // in the other one it is loaded and stays so
+        DestroyWindow(panel.Find("Another"));
+        DestroyWindow(first);
+        CHECK(a_BitmapCount() == bitmaps);
+        const HWND without = other.Create(className.c_str(), "View");
+        CHECK(MoveFileA((image + ".away").c_str(), image.c_str()));
+        CHECK(a_BitmapCount() == bitmaps);
+        CHECK(CountEqualPixels(Picture(without), {100, 40}, file.c_str(), compared) == compared);
+    }
+    CHECK(a_BitmapCount() == bitmaps);
+}
+
+TEST_CASE("classes load their picture, their lamps and the functions of the mail library when registered") {
+    const HINSTANCE library = GetModuleHandleA(CONTROL_LIBRARY);
+    const auto made = [&](SharedResource resource, const char* file) {
+        ControlClass row{};
+        row.resource = resource;
+        row.resourceFile = file;
+        ClassResources resources;
+        resources.Make(row, library);
+        return resources;
+    };
+    for (const char* name : MINI_VIEWS) {
+        ClassResources view =
+            made(SharedResource::Picture, ("Controls\\Mini" + std::string(name) + ".bmp").c_str());
+        CHECK((view.picture != nullptr));
+        view.Release();
+        CHECK((view.picture == nullptr));
+    }
+    ClassResources delay = made(SharedResource::DelayPictures, "Controls\\MiniDelay.bmp");
+    CHECK((delay.picture != nullptr));
+    CHECK((delay.lamps[0] != nullptr));
+    CHECK((delay.lamps[1] != nullptr));
+    delay.Release();
+    ClassResources mail = made(SharedResource::MessagingPicture, "Controls\\Messaging.bmp");
+    REQUIRE((mail.mailLibrary != nullptr));
+    for (std::size_t i = 0; i < mail.mailFunctions.size(); ++i) {
+        CAPTURE(std::string(MAIL_FUNCTIONS[i]));
+        CHECK((mail.mailFunctions[i] != nullptr));
+        CHECK((mail.mailFunctions[i] == GetProcAddress(mail.mailLibrary, MAIL_FUNCTIONS[i])));
+    }
+    mail.Release();
+}
+
+TEST_SUITE_END();
