@@ -49,6 +49,7 @@ LRESULT CONTROLPROPERTIES::OnLoad(WPARAM loadMode, LPARAM lParam) {
     VALUERECORD record{COMMAND_SET, row, DATATYPE_TEXT, 0, value, nullptr, 0};
     const int taken = [&] {
         const Loading loading(isLoadingFile, loadMode == LOAD_FROM_FILE);
+        const RemoteSetting fromHere(false);
         return table[row].handler(&record, this);
     }();
     if (taken == 0) {

@@ -4,6 +4,7 @@
 
 #include "Panelhost/Guard.h"
 #include "Panelhost/PropertyText.h"
+#include "Panelhost/Remote.h"
 #include "Panelhost/objects/ObjectTree.h"
 #include "Panelhost/objects/PanelRoot.h"
 #include "logic/Layers.h"
@@ -316,6 +317,7 @@ LRESULT a_DispatchRecord(HOSTINFO* object, const KEYWORDROW* table, VALUERECORD*
             return 0;
         }
     }
+    const RemoteSetting fromHere(false);
     return handler(record, object);
 }
 
