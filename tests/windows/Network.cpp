@@ -146,6 +146,7 @@ TEST_CASE("a session of another process: prompts, values, and what is no line") 
     const HWND knob = network.panel.Create("KNOB", "Knob1");
     const HWND strip = network.panel.Create("MIXER", "Strip");
     const HWND child = CreateControl("KNOB", "Gain", strip, &ObjectOf(strip));
+    const HWND caption = network.panel.Create("BSTATIC", "Caption");
     CHECK_FALSE(IsChanged(knob));
     const std::string banner = "^M^J*********************^M^JWelcome to OSMIR^M^J*********************^M^J";
     CHECK(RunClient({
