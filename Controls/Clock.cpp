@@ -74,9 +74,10 @@ int NothingKeyword(VALUERECORD*, HOSTINFO*) {
 constexpr KEYWORDROW KEYWORDS[] = {
     {" ", NothingKeyword, 0},
     {"backgroundcolor", TextOnly<ColourKeyword<&CLOCKPROPERTIES::backgroundColor>>, KEYWORD_SAVED},
-    {"bitmap", TextOnly<FaceKeyword>, KEYWORD_SAVED},
+    {"bitmap", TextOnly<FaceKeyword>, KEYWORD_SAVED | KEYWORD_FILE},
     {"caption", TextOnly<IgnoredKeyword>, KEYWORD_SAVED},
-    {"click", TextOnly<TextKeyword<&CLOCKPROPERTIES::clickTemplate, CLICK_TEMPLATE_SIZE>>, KEYWORD_SAVED},
+    {"click", TextOnly<TextKeyword<&CLOCKPROPERTIES::clickTemplate, CLICK_TEMPLATE_SIZE>>,
+     KEYWORD_SAVED | KEYWORD_CLICK},
     {"font", TextOnly<FontKeyword<&CLOCKPROPERTIES::font>>, KEYWORD_SAVED},
     {"interval", TextOnly<IntervalKeyword>, KEYWORD_SAVED},
     {"layer", TextOnly<LayerKeyword>, 0},
@@ -85,7 +86,7 @@ constexpr KEYWORDROW KEYWORDS[] = {
     {"value", NothingKeyword, 0},
     // Every control's connections are saved, so every control has to read them back. It stands last because
     // hosts address the other rows by number as well.
-    {"connection", TextOnly<ConnectionKeyword>, 0},
+    {"connection", TextOnly<ConnectionKeyword>, KEYWORD_BINDINGS},
     {},
 };
 static_assert(KeywordsAreUnique(KEYWORDS));

@@ -192,10 +192,10 @@ constexpr KEYWORDHANDLER KNOB_HEIGHT = IntegerKeyword<&FADERPROPERTIES::knobHeig
 
 constexpr KEYWORDROW KEYWORDS[] = {
     {" ", ValueKeyword, 0},
-    {"bitmap", BitmapKeyword<&FADERPROPERTIES::face>, KEYWORD_SAVED},
-    {"connection", ConnectionKeyword, 0},
+    {"bitmap", BitmapKeyword<&FADERPROPERTIES::face>, KEYWORD_SAVED | KEYWORD_FILE},
+    {"connection", ConnectionKeyword, KEYWORD_BINDINGS},
     {"fmt", FloatFormatKeyword<&FADERPROPERTIES::fmt>, KEYWORD_SAVED},
-    {"function", FunctionKeyword, KEYWORD_SAVED},
+    {"function", FunctionKeyword, KEYWORD_SAVED | KEYWORD_BINDINGS},
     {"interval", IntervalKeyword, KEYWORD_SAVED},
     {"knobheight", Notifying<KNOB_HEIGHT, &FADERPROPERTIES::ShapeChanged>, KEYWORD_SAVED},
     {"layer", LayerKeyword, 0},

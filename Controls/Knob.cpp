@@ -124,9 +124,9 @@ int ValuesCopyKeyword(VALUERECORD* record, HOSTINFO* object) {
 
 constexpr KEYWORDROW KEYWORDS[] = {
     {" ", ValueKeyword, 0},
-    {"bitmap", BitmapKeyword<&KNOBPROPERTIES::face>, KEYWORD_SAVED},
-    {"connection", ConnectionKeyword, 0},
-    {"function", FunctionKeyword, KEYWORD_SAVED},
+    {"bitmap", BitmapKeyword<&KNOBPROPERTIES::face>, KEYWORD_SAVED | KEYWORD_FILE},
+    {"connection", ConnectionKeyword, KEYWORD_BINDINGS},
+    {"function", FunctionKeyword, KEYWORD_SAVED | KEYWORD_BINDINGS},
     {"interval", IntervalKeyword, KEYWORD_SAVED},
     {"layer", IgnoredKeyword, 0},
     {"level", IgnoredKeyword, 0},

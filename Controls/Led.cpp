@@ -74,13 +74,13 @@ constexpr KEYWORDHANDLER THRESHOLD = Notifying<FloatKeyword<Member>, &LEDPROPERT
 
 constexpr KEYWORDROW KEYWORDS[] = {
     {" ", ValueKeyword, 0},
-    {"bitmap", BitmapKeyword<&LEDPROPERTIES::image>, KEYWORD_SAVED},
-    {"connection", ConnectionKeyword, 0},
+    {"bitmap", BitmapKeyword<&LEDPROPERTIES::image>, KEYWORD_SAVED | KEYWORD_FILE},
+    {"connection", ConnectionKeyword, KEYWORD_BINDINGS},
     {"frames",
      Notifying<IntegerKeyword<&LEDPROPERTIES::frames, LEAST_FRAMES, MOST_FRAMES>,
                &LEDPROPERTIES::BitmapChanged>,
      KEYWORD_SAVED},
-    {"function", FunctionKeyword, KEYWORD_SAVED},
+    {"function", FunctionKeyword, KEYWORD_SAVED | KEYWORD_BINDINGS},
     {"interval", IntervalKeyword, KEYWORD_SAVED},
     {"layer", LayerKeyword, 0},
     {"level", LayerKeyword, 0},

@@ -103,11 +103,11 @@ int PropertiesKeyword(VALUERECORD* record, HOSTINFO* object) {
 
 constexpr KEYWORDROW KEYWORDS[] = {
     {" ", ValueKeyword, 0},
-    {"bitmap", BitmapKeyword<&METERPROPERTIES::face>, KEYWORD_SAVED},
+    {"bitmap", BitmapKeyword<&METERPROPERTIES::face>, KEYWORD_SAVED | KEYWORD_FILE},
     {"combine", CombineKeyword, KEYWORD_SAVED},
     // Deliberately saved although it answers no text: the line of the connections follows it and prevails.
-    {"connection", ConnectionKeyword, KEYWORD_SAVED},
-    {"function", FunctionKeyword, KEYWORD_SAVED},
+    {"connection", ConnectionKeyword, KEYWORD_SAVED | KEYWORD_BINDINGS},
+    {"function", FunctionKeyword, KEYWORD_SAVED | KEYWORD_BINDINGS},
     {"layer", LayerKeyword, 0},
     {"level", LayerKeyword, 0},
     {"properties", PropertiesKeyword, KEYWORD_SAVED},

@@ -204,8 +204,8 @@ int StereoKeyword(VALUERECORD* record, HOSTINFO* object) {
 
 constexpr KEYWORDROW KEYWORDS[] = {
     {" ", ValueKeyword, 0},
-    {"connection", ConnectionKeyword, 0},
-    {"function", FunctionKeyword, KEYWORD_SAVED},
+    {"connection", ConnectionKeyword, KEYWORD_BINDINGS},
+    {"function", FunctionKeyword, KEYWORD_SAVED | KEYWORD_BINDINGS},
     {"interval", IntervalKeyword, KEYWORD_SAVED},
     {"layer", LayerKeyword, 0},
     {"level", LayerKeyword, 0},

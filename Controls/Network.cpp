@@ -58,7 +58,7 @@ int CanKeyword(VALUERECORD* record, HOSTINFO* object) {
 
 constexpr KEYWORDROW KEYWORDS[] = {
     {" ", nullptr, 0},
-    {"can", CanKeyword, 0},
+    {"can", CanKeyword, KEYWORD_CLOSED},
     {"connection", RefusedKeyword, 0},
     {"interval", IntervalKeyword, KEYWORD_SAVED},
     {"layer", LayerKeyword, 0},

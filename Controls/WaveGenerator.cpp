@@ -83,8 +83,8 @@ int SignalKeyword(VALUERECORD* record, HOSTINFO* object) {
 constexpr KEYWORDROW KEYWORDS[] = {
     {" ", nullptr, 0},
     {"connection", RefusedKeyword, 0},
-    {"duration", DurationKeyword, KEYWORD_SAVED},
-    {"filename", TextOnly<FilenameKeyword>, KEYWORD_SAVED},
+    {"duration", DurationKeyword, KEYWORD_SAVED | KEYWORD_RECORDING},
+    {"filename", TextOnly<FilenameKeyword>, KEYWORD_SAVED | KEYWORD_FILE},
     {"format", TextOnly<FormatKeyword>, KEYWORD_SAVED},
     {"interval", IntervalKeyword, KEYWORD_SAVED},
     {"layer", LayerKeyword, 0},

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Panelhost/Api.h"
+#include "Panelhost/Remote.h"
 #include "Panelhost/Requests.h"
 #include "Panelhost/ValueRecord.h"
 
@@ -158,7 +159,10 @@ inline LRESULT a_DispatchRecord(HOSTINFO* object, const KEYWORDROW* table, VALUE
     if (row == nullptr) {
         return answer;
     }
-    const int result = row->handler(record, object);
+    const int result = [&] {
+        const RemoteSetting fromHere(false); // what the handler sets is not the other machine's doing
+        return row->handler(record, object);
+    }();
     if (record->command == COMMAND_SET && result != 0) {
         a_KeywordSet(object, row->keyword);
     }

@@ -15,6 +15,7 @@
 #include "Panelhost/Messages.h"
 #include "Panelhost/PropertyTable.h"
 #include "Panelhost/PropertyText.h"
+#include "Panelhost/Remote.h"
 #include "Panelhost/Requests.h"
 #include "Panelhost/Root.h"
 #include "Panelhost/Trace.h"

@@ -8,8 +8,8 @@
 
 class HOSTINFO;
 
-// Appends the keywords of a table whose rows have a handler and flags, with their values, to a report list
-// view of two columns; with allRows those without flags as well. Returns 0.
+// Appends the keywords of a table whose rows have a handler and are listed, with their values, to a report
+// list view of two columns; with allRows the other rows as well. Returns 0.
 PANELHOST_API LRESULT a_ListProperties(HOSTINFO* object, const KEYWORDROW* table, HWND listView,
                                        bool allRows = false);
 

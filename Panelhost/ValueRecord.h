@@ -47,12 +47,23 @@ using KEYWORDHANDLER = int (*)(VALUERECORD* record, HOSTINFO* object);
 
 // Written by CWM_SAVE and shown by CWM_SAVETOLISTCTRL.
 constexpr int KEYWORD_SAVED = 0x2000;
+// What another machine may not set, or not to everything (Remote.h).
+constexpr int KEYWORD_CLOSED = 0x10000;    // nothing
+constexpr int KEYWORD_FILE = 0x20000;      // names a file: it must lie below the application folder
+constexpr int KEYWORD_RECORDING = 0x40000; // a duration: at most 60 minutes
+constexpr int KEYWORD_BINDINGS = 0x80000;  // a list of addresses: they may not name keywords of these kinds
+constexpr int KEYWORD_CLICK = 0x100000;    // a property line for later: only one that may be set itself
+constexpr int KEYWORD_GUARDED =
+    KEYWORD_CLOSED | KEYWORD_FILE | KEYWORD_RECORDING | KEYWORD_BINDINGS | KEYWORD_CLICK;
 
 // A row of a keyword table. The table ends with a row whose keyword is null; row 0 is " ", the default value.
 struct KEYWORDROW {
     const char* keyword = nullptr;
     KEYWORDHANDLER handler = nullptr;
     int flags = 0;
+
+    // Whether CWM_SAVETOLISTCTRL shows it: by flags other than those for what another machine may set.
+    constexpr bool IsListed() const { return (flags & ~KEYWORD_GUARDED) != 0; }
 };
 
 // Row number of a keyword (exact, case-sensitive), or -1. A null table or keyword gives -1.

@@ -18,7 +18,7 @@
 namespace {
 
 constexpr u_short TERMINAL_PORT = 23;
-constexpr int BANNER_LENGTH = 65;
+constexpr int BANNER_LENGTH = 66;
 constexpr int SINGLE_LINES = 300;
 constexpr int LINES_AT_ONCE = 5000;
 constexpr int MANY_LINES = 100000;

@@ -13,11 +13,12 @@ namespace {
 
 void CheckAddress(const TerminalAddress& address) {
     for (const std::string& part : {address.Object(), address.Keyword(), address.Value()}) {
-        Require(part.size() <= TerminalAddress::maximumLength);
+        Require(part.size() <= TerminalText::maximumLength);
         Require(part.find_first_of(std::string_view("\n\r\b\0", 4)) == std::string::npos);
     }
     Require(address.Keyword().find_first_of("*=") == std::string::npos);
     Require(address.Object().find('=') == std::string::npos);
+    Require(!address.IsQuestion() || address.Value().empty());
 }
 
 } // namespace
@@ -30,16 +31,22 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (choice % 4 == 1)
         input.Lengthen(static_cast<char>('0' + choice % 3));
     TelephoneTerminal terminal;
+    std::size_t typed = 0; // since the last line end, the prompt included
     for (const char byte : bytes) {
-        if (!terminal.Put(byte))
+        const TelephoneTerminal::Step step = terminal.Put(byte);
+        ++typed;
+        if (step == TelephoneTerminal::Step::None)
             continue;
         Require(byte == '\r');
+        Require(step == TelephoneTerminal::Step::Execute || typed > TerminalText::maximumLength);
         CheckAddress(terminal.Address());
         if (terminal.Address().Object().size() % 2 == choice % 2)
             terminal.ObjectMissing();
         else if (terminal.Address().Keyword().size() % 2 == choice / 2 % 2)
             terminal.KeywordMissing();
-        Require(terminal.Answer() == "\r" + terminal.Address().StarredPrompt());
+        const std::string prompt = terminal.Answer();
+        Require(prompt == "\r" + terminal.Address().StarredPrompt());
+        typed = prompt.size();
     }
     // Each line begins with the prompt: an empty one addresses the same again, or without the star as it is
     // typed.

@@ -7,6 +7,7 @@
 #include "fuzz/Fuzzer.h"
 #include "logic/HostPort.h"
 #include "logic/PropertyLine.h"
+#include "logic/TelnetFilter.h"
 #include "logic/Terminal.h"
 
 using namespace logic;
@@ -14,9 +15,9 @@ using namespace logic;
 namespace {
 
 void CheckAddress(const TerminalAddress& address) {
-    constexpr std::size_t maximum = TerminalAddress::maximumLength;
-    Require(address.Object().size() <= maximum && address.Keyword().size() <= maximum &&
-            address.Value().size() <= maximum);
+    constexpr std::size_t maximum = TerminalText::maximumLength;
+    Require(address.StarredPrompt().size() <= maximum && address.Value().size() <= maximum);
+    Require(!address.IsQuestion() || address.Value().empty());
     for (const std::string& part : {address.Object(), address.Keyword(), address.Value()})
         Require(part.find_first_of("\n\r\x1b\x03\b") == std::string::npos &&
                 part.find('\0') == std::string::npos);
@@ -39,9 +40,23 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const auto& [choice, bytes] = input;
     if (choice % 4 == 1)
         input.Lengthen(static_cast<char>('0' + choice % 3));
+    // However a stream is divided, telnet's own bytes are taken out of it and no others.
+    std::string text;
+    TelnetFilter filter;
+    BlockLengths lengths(choice);
+    for (std::size_t start = 0; start < bytes.size();) {
+        const std::string block = bytes.substr(start, lengths());
+        text += filter.Text(block);
+        start += block.size();
+    }
+    Require(text == TelnetFilter().Text(bytes));
+    Require(TelnetFilter().Text(TelnetText(bytes)) == bytes);
+
     Terminal terminal;
     std::size_t number = 0;
-    for (const char byte : bytes) {
+    std::size_t typed = 0; // since the last line end, the prompt included
+    for (const char byte : text) {
+        ++typed;
         if (choice % 8 == 2 && ++number % (1 + choice) == 0)
             terminal.Restart();
         switch (terminal.Put(byte)) {
@@ -57,8 +72,14 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
             Require(byte == '\n');
             CheckAddress(terminal.Address());
             Require(terminal.Answer() == terminal.Address().Prompt());
+            typed = terminal.Address().Prompt().size();
+            break;
+        case Terminal::Step::Refuse:
+            Require(byte == '\n' && typed > TerminalText::maximumLength);
+            typed = terminal.Answer().size();
             break;
         case Terminal::Step::Abandon:
+            typed = 0;
             Require(byte == 3);
             break;
         }

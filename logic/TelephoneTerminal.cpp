@@ -10,25 +10,29 @@ constexpr char carriageReturn = 13;
 
 } // namespace
 
-bool TelephoneTerminal::Put(char byte) {
+TelephoneTerminal::Step TelephoneTerminal::Put(char byte) {
     switch (byte) {
     case backspace:
         text_.Erase();
-        return false;
+        return Step::None;
     case lineFeed:
-        return false;
+        return Step::None;
     case carriageReturn:
         break;
     default:
         text_.Append(byte);
-        return false;
+        return Step::None;
+    }
+    if (text_.IsTooLong()) {
+        address_.ForgetValue();
+        return Step::Refuse;
     }
     std::string_view line = text_.View();
     if (line.starts_with('*')) // the prompt without an object
         line.remove_prefix(1);
     address_.Forget();
     address_.Read(line);
-    return true;
+    return Step::Execute;
 }
 
 void TelephoneTerminal::KeywordMissing() {

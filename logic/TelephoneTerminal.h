@@ -9,11 +9,16 @@ namespace logic {
 
 // Carriage return ends a line, backspace takes the last character away, one of the prompt too. Line feeds,
 // which many terminals send behind the carriage return, are dropped. Nothing but the prompt is remembered
-// from line to line.
+// from line to line. The value "?" asks for the value.
 class TelephoneTerminal {
 public:
-    // Whether a line is complete: its Address is to be carried out, then answered.
-    bool Put(char byte);
+    enum class Step {
+        None,
+        Execute, // a line is complete: carry out Address(), then Answer
+        Refuse,  // a line is complete that was too long: nothing of it counts, then Answer
+    };
+
+    Step Put(char byte);
     const TerminalAddress& Address() const { return address_; }
     // The object of the line does not have the keyword.
     void KeywordMissing();

@@ -34,6 +34,8 @@ Terminal::Step Terminal::Put(char byte) {
 }
 
 Terminal::Step Terminal::EndLine() {
+    if (text_.IsTooLong())
+        return Step::Refuse;
     address_.Read(text_.View());
     if (address_.Value() == "..") {
         address_.ForgetKeyword();

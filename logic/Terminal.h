@@ -9,19 +9,14 @@
 namespace logic {
 
 // Line feed ends a line; carriage return and escape are dropped, backspace takes the last character away,
-// Ctrl-C abandons the line. The value ".." leaves the keyword, "dir" does nothing.
-//
-//     for (const char byte : block) {
-//         switch (terminal.Put(byte)) {
-//         case Terminal::Step::Execute: ... the value goes to the object; terminal.ObjectMissing() without
-//         one case Terminal::Step::Answer: ... send terminal.Answer() case Terminal::Step::Abandon: ... drop
-//         the rest of the block
+// Ctrl-C abandons the line. The value ".." leaves the keyword, "dir" does nothing, "?" asks for the value.
 class Terminal {
 public:
     enum class Step {
         None,
         Execute, // a line is complete: carry out Address(), then Answer
         Answer,  // a line is complete that reaches no object
+        Refuse,  // a line is complete that was too long: nothing of it counts, then Answer
         Abandon, // the line and the rest of the received block are to be forgotten
     };
 

@@ -3,12 +3,15 @@
 #include <algorithm>
 
 #include "logic/PropertyLine.h"
+#include "logic/Text.h"
 
 namespace logic {
 
 void TerminalText::Append(char character) {
-    if (length_ < capacity - 1)
+    if (length_ < maximumLength)
         characters_[length_++] = character;
+    else
+        isTooLong_ = true;
 }
 
 void TerminalText::Erase() {
@@ -17,8 +20,9 @@ void TerminalText::Erase() {
 }
 
 void TerminalText::Set(std::string_view text) {
-    length_ = std::min(text.size(), capacity - 1);
+    length_ = std::min(text.size(), maximumLength);
     std::copy_n(text.begin(), length_, characters_.begin());
+    isTooLong_ = false;
 }
 
 std::string_view TerminalText::View() const {
@@ -29,16 +33,24 @@ std::string_view TerminalText::View() const {
 void TerminalAddress::Read(std::string_view line) {
     const PropertyLine parts = SplitPropertyLine(line);
     if (!parts.object.empty())
-        object_ = parts.object.substr(0, maximumLength);
+        object_ = parts.object;
     if (!parts.keyword.empty())
-        keyword_ = parts.keyword.substr(0, maximumLength);
-    value_ = parts.value.substr(0, maximumLength);
+        keyword_ = parts.keyword;
+    isQuestion_ = parts.value == "?";
+    value_ = isQuestion_ ? "" : parts.value == "??" ? "?" : parts.value;
+    if (StarredPrompt().size() > TerminalText::maximumLength)
+        Forget();
+}
+
+void TerminalAddress::ForgetValue() {
+    value_.clear();
+    isQuestion_ = false;
 }
 
 void TerminalAddress::Forget() {
     object_.clear();
     keyword_.clear();
-    value_.clear();
+    ForgetValue();
 }
 
 void TerminalAddress::CapitaliseObject() {
@@ -53,6 +65,11 @@ std::string TerminalAddress::Prompt() const {
 
 std::string TerminalAddress::StarredPrompt() const {
     return object_ + "*" + KeywordPart();
+}
+
+std::string ValueLine(std::string value) {
+    std::replace_if(value.begin(), value.end(), IsControl, ' ');
+    return value + "\r\n";
 }
 
 } // namespace logic

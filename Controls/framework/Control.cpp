@@ -59,6 +59,7 @@ LRESULT CONTROLPROPERTIES::OnLoad(WPARAM loadMode, LPARAM lParam) {
     VALUERECORD record{COMMAND_SET, row, DATATYPE_TEXT, 0, value, nullptr, 0};
     const int taken = [&] {
         const Loading loading(isLoadingFile, !edited);
+        const RemoteSetting fromHere(false);
         return table[row].handler(&record, this);
     }();
     if (taken != 0 && edited) {

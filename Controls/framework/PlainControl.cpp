@@ -94,8 +94,8 @@ int ValueKeyword(VALUERECORD* record, HOSTINFO* object) {
 template <class Plain>
 constexpr KEYWORDROW KEYWORDS[] = {
     {" ", ValueKeyword<Plain>, 0},
-    {"connection", ConnectionKeyword, 0},
-    {"function", FunctionKeyword, KEYWORD_SAVED},
+    {"connection", ConnectionKeyword, KEYWORD_BINDINGS},
+    {"function", FunctionKeyword, KEYWORD_SAVED | KEYWORD_BINDINGS},
     {"interval", IntervalKeyword, KEYWORD_SAVED},
     {"layer", LayerKeyword, 0},
     {"level", LayerKeyword, 0},

@@ -1,10 +1,13 @@
 #include "Controls/network/TerminalServer.h"
 
 #include "Controls/framework/ClickTemplate.h"
+#include "Controls/framework/TerminalValue.h"
 #include "Panelhost/Panelhost.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <exception>
+#include <iterator>
 
 namespace {
 
@@ -17,16 +20,24 @@ constexpr long CLIENT_EVENTS = FD_READ | FD_CLOSE;
 // Between attempts to send to a peer that has ended its own side: its last event has been reported then.
 constexpr DWORD RETRY_TIME = 100; // milliseconds
 
-// Clients wait for 65 bytes: the last line feed is not among them.
-constexpr std::string_view BANNER = logic::terminalWelcome.substr(0, 65);
 constexpr std::string_view FAREWELL = "\r\nBye!\r\n";
 
-// On the user-interface thread: gives the object of that address its value. False when there is none.
-bool SetAddressed(HOSTINFO& control, const logic::TerminalAddress& address) {
+// What became of a line.
+struct Outcome {
+    bool hasObject = false;
+    std::string shown; // in front of the prompt
+};
+
+// On the user-interface thread: gives the object of that address its value, or asks for it.
+Outcome CarryOut(HOSTINFO& control, const logic::TerminalAddress& address) {
     const HOSTINFO* object = a_FindHostinfo(a_FindRootHostinfo(&control), address.Object().c_str());
     if (object == nullptr) {
-        return false;
+        return {false, address.IsQuestion() ? logic::ValueLine({}) : ""};
     }
+    if (address.IsQuestion()) {
+        return {true, logic::ValueLine(TerminalValue(object->window, address.Keyword()))};
+    }
+    const RemoteSetting remote;
     if (object->kind == KIND_DEVICE) {
         char keyword[TEXT_SIZE];
         char value[TEXT_SIZE];
@@ -37,7 +48,7 @@ bool SetAddressed(HOSTINFO& control, const logic::TerminalAddress& address) {
         const std::string line = address.KeywordLine();
         SendMessageA(object->window, CWM_LOAD, LOAD_FROM_DIALOG, reinterpret_cast<LPARAM>(line.c_str()));
     }
-    return true;
+    return {true, {}};
 }
 
 } // namespace
@@ -75,18 +86,21 @@ void TerminalServer::Stop() {
 }
 
 void TerminalServer::Run() {
-    // The first one that is signalled counts: nothing keeps the end waiting, and of client and CAN channel
-    // each has its turn.
+    // The first one that is signalled counts: nothing keeps the end waiting, and of the others each has its
+    // turn.
     HANDLE handles[] = {stop_.Get(), listenEvent_.Get(), clientEvent_.Get(), can_->ReadyEvent()};
     for (;;) {
-        const DWORD index = WaitForMultipleObjects(4, handles, FALSE, clientEvents_ == 0 ? INFINITE : 0);
+        const DWORD index = WaitForMultipleObjects(4, handles, FALSE, TimeToWait());
         if (index == WAIT_OBJECT_0 || index == WAIT_FAILED) {
             break;
         }
         try {
-            if (index == WAIT_TIMEOUT || handles[index] == clientEvent_.Get()) {
+            ReportRefusals();
+            if (next_.socket.IsOpen()) {
+                Welcome();
+            } else if (index == WAIT_TIMEOUT || handles[index] == clientEvent_.Get()) {
                 ServeClient();
-            } else if (index == WAIT_OBJECT_0 + 1) {
+            } else if (handles[index] == listenEvent_.Get()) {
                 ServeListening();
             } else {
                 can_->Receive();
@@ -94,42 +108,83 @@ void TerminalServer::Run() {
         } catch (const std::exception& failure) {
             TRACE("The terminal failed: %s\n", failure.what());
         }
-        std::swap(handles[2], handles[3]);
+        std::rotate(handles + 1, handles + 2, std::end(handles));
     }
     can_->Close();
     Drop();
+    next_.socket.Close();
     retired_.Close();
     listening_.Close();
     peerName_.Settle();
 }
 
+// Milliseconds.
+DWORD TerminalServer::TimeToWait() const {
+    if (clientEvents_ != 0 || next_.socket.IsOpen()) {
+        return 0;
+    }
+    return refusals_.TimeToReport(GetTickCount()).value_or(INFINITE);
+}
+
+void TerminalServer::ReportRefusals() {
+    if (const std::uint32_t count = refusals_.Report(GetTickCount()); count != 0) {
+        TRACE("Terminals that may not connect: %u, the last from %s\n", static_cast<unsigned>(count),
+              inet_ntoa(lastRefused_));
+    }
+}
+
 void TerminalServer::ServeListening() {
     const long events = listenEvent_.Take(listening_).lNetworkEvents;
     if ((events & FD_ACCEPT) != 0) { // left alone, it would not be reported again
-        Accept();
+        if (Accept()) {
+            Welcome();
+        }
     } else if (events == FD_CLOSE) {
         Send(FAREWELL);
     }
 }
 
-void TerminalServer::Accept() {
+bool TerminalServer::Accept() {
+    sockaddr_in address{};
+    int length = sizeof address;
+    Socket accepted(accept(listening_.Get(), reinterpret_cast<sockaddr*>(&address), &length));
+    if (!accepted.IsOpen()) {
+        TraceSocketError("Couldn't set up accept on socket");
+        return false;
+    }
+    accepted.SelectNothing(); // what the listening socket has selected
+    const auto mayConnect =
+        calls_.Ask(window_, stop_.Get(), [&control = control_, number = ntohl(address.sin_addr.s_addr)] {
+            return a_MayConnect(&control, number);
+        });
+    if (mayConnect == true) {
+        next_ = {std::move(accepted), address.sin_addr};
+        return true;
+    }
+    if (mayConnect == false) {
+        refusals_.Add();
+        lastRefused_ = address.sin_addr;
+        ReportRefusals();
+    }
+    return false;
+}
+
+void TerminalServer::Welcome() {
     retired_.Close();
     if (client_.IsOpen()) {
         const SOCKET replaced = client_.Get();
         Drop();
         TRACE("closesocket %x\n", static_cast<unsigned>(replaced));
     }
-    sockaddr_in address{};
-    int length = sizeof address;
-    client_ = Socket(accept(listening_.Get(), reinterpret_cast<sockaddr*>(&address), &length));
-    if (!client_.IsOpen()) {
-        TraceSocketError("Couldn't set up accept on socket");
-        return;
-    }
+    client_ = std::move(next_.socket);
+    const BOOL isInline = TRUE; // urgent bytes stay where they stand between the others
+    setsockopt(client_.Get(), SOL_SOCKET, SO_OOBINLINE, reinterpret_cast<const char*>(&isInline),
+               sizeof isInline);
     client_.Select(clientEvent_.Get(), CLIENT_EVENTS);
-    TRACE("accepting %s\n", peerName_.Find(address.sin_addr, stop_.Get()).c_str());
+    TRACE("accepting %s\n", peerName_.Find(next_.address, stop_.Get()).c_str());
     terminal_.Restart();
-    Send(BANNER);
+    telnet_ = {};
+    Send(logic::terminalWelcome);
 }
 
 void TerminalServer::ServeClient() {
@@ -153,43 +208,50 @@ int TerminalServer::ReceiveBlock() {
     if (count == SOCKET_ERROR) {
         return -WSAGetLastError();
     }
-    Take({block, static_cast<std::size_t>(count)});
+    Take(telnet_.Text({block, static_cast<std::size_t>(count)}));
     return count;
 }
 
-void TerminalServer::Take(std::string_view block) {
+void TerminalServer::Take(const std::string& text) {
     using Step = logic::Terminal::Step;
-    for (const char character : block) {
+    for (const char character : text) {
+        std::optional<std::string> shown = "";
         switch (terminal_.Put(character)) {
         case Step::None:
-            break;
-        case Step::Execute:
-            if (!Execute()) {
-                return;
-            }
-            [[fallthrough]];
-        case Step::Answer:
-            Send(terminal_.Answer());
-            if (!client_.IsOpen()) {
-                return;
-            }
-            break;
+            continue;
         case Step::Abandon:
+            return;
+        case Step::Execute:
+            shown = Execute();
+            break;
+        case Step::Refuse:
+            TraceRefusedLine("network");
+            break;
+        case Step::Answer:
+            break;
+        }
+        if (!shown) {
+            return;
+        }
+        Send(logic::TelnetText(*shown + terminal_.Answer()));
+        if (!client_.IsOpen()) {
             return;
         }
     }
 }
 
-bool TerminalServer::Execute() {
+std::optional<std::string> TerminalServer::Execute() {
     // With a copy of the address: the line may be what destroys this server.
-    const auto hasObject =
-        calls_.Ask(window_, stop_.Get(), [&control = control_, address = terminal_.Address()] {
-            return SetAddressed(control, address);
-        });
-    if (hasObject == false) {
+    auto outcome = calls_.Ask(window_, stop_.Get(), [&control = control_, address = terminal_.Address()] {
+        return CarryOut(control, address);
+    });
+    if (!outcome) {
+        return std::nullopt;
+    }
+    if (!outcome->hasObject) {
         terminal_.ObjectMissing();
     }
-    return hasObject.has_value();
+    return std::move(outcome->shown);
 }
 
 void TerminalServer::Send(std::string_view text) {
@@ -207,6 +269,9 @@ void TerminalServer::Send(std::string_view text) {
 
 // False when the rest is not to be sent any more.
 bool TerminalServer::WaitForRoom() {
+    if (next_.socket.IsOpen()) {
+        return false;
+    }
     client_.Select(clientEvent_.Get(), CLIENT_EVENTS | FD_WRITE);
     const struct Reselect {
         ~Reselect() { server.client_.Select(server.clientEvent_.Get(), CLIENT_EVENTS); }
@@ -216,6 +281,12 @@ bool TerminalServer::WaitForRoom() {
     for (;;) {
         const bool hasEnded = (clientEvents_ & FD_CLOSE) != 0;
         switch (WaitForMultipleObjects(4, handles, FALSE, hasEnded ? RETRY_TIME : INFINITE)) {
+        case WAIT_OBJECT_0 + 1:
+            // One who may not connect takes nothing away from the one who is here.
+            if ((listenEvent_.Take(listening_).lNetworkEvents & FD_ACCEPT) != 0 && Accept()) {
+                return false;
+            }
+            break;
         case WAIT_OBJECT_0 + 2: {
             const long events = clientEvent_.Take(client_).lNetworkEvents;
             clientEvents_ |= events & CLIENT_EVENTS;
@@ -229,7 +300,7 @@ bool TerminalServer::WaitForRoom() {
             break;
         case WAIT_TIMEOUT:
             return true;
-        default: // the server stops or another terminal has come
+        default: // the server stops
             return false;
         }
     }

@@ -6,8 +6,12 @@
 #include "Controls/network/CanChannel.h"
 #include "Controls/network/PeerName.h"
 #include "Panelhost/Hostinfo.h"
+#include "logic/TelnetFilter.h"
 #include "logic/Terminal.h"
+#include "logic/TerminalAdmission.h"
 
+#include <optional>
+#include <string>
 #include <string_view>
 
 // The terminal on TCP port 23, which a thread serves. It also receives from the CAN channel. One terminal is
@@ -31,14 +35,20 @@ public:
 private:
     void Listen();
     void Serve();
+    DWORD TimeToWait() const;
+    void ReportRefusals();
     void ServeListening();
     void ServeClient();
-    void Accept();
+    // Whether another terminal has come that may connect: it is the next one. Any other is closed.
+    bool Accept();
+    // The next one takes the place of the one who is connected.
+    void Welcome();
     // One block out of the socket. The number of bytes, 0 at the end, below 0 an error with its sign changed.
     int ReceiveBlock();
-    void Take(std::string_view block);
-    // Whether the line was carried out; false when the server stops.
-    bool Execute();
+    void Take(const std::string& text);
+    // What is shown in front of the prompt; nothing when the line was not carried out because the server
+    // stops.
+    std::optional<std::string> Execute();
     // All of it, or as much as is possible before the server stops, another terminal connects or this one is
     // gone.
     void Send(std::string_view text);
@@ -59,6 +69,13 @@ private:
     Socket listening_;
     Socket client_;
     Socket retired_;
+    struct {
+        Socket socket;
+        in_addr address{};
+    } next_; // may connect, and does when the present one can be left
+    logic::RefusalCount refusals_;
+    in_addr lastRefused_{};
     long clientEvents_ = 0; // of the client socket, still to be dealt with
     logic::Terminal terminal_;
+    logic::TelnetFilter telnet_; // of the client
 };

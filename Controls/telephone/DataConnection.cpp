@@ -2,6 +2,8 @@
 
 #include "Controls/telephone/DataConnection.h"
 
+#include "Controls/framework/TerminalValue.h"
+#include "Panelhost/Remote.h"
 #include "Panelhost/Trace.h"
 
 #include <cstdio>
@@ -10,31 +12,44 @@ namespace {
 
 constexpr DWORD RETRY_TIME = 250; // milliseconds from a read that failed to the next
 
-// What became of a line.
-enum class Outcome { Set, KeywordMissing, ObjectMissing };
+// A caller has no other prompt before the first line.
+constexpr const char* FIRST_PROMPT = "*";
 
-// On the user-interface thread.
-Outcome SetAddressed(HOSTINFO& control, const logic::TerminalAddress& address) {
+enum class Result { CarriedOut, KeywordMissing, ObjectMissing };
+
+// What became of a line.
+struct Outcome {
+    Result result = Result::CarriedOut;
+    std::string shown; // in front of the prompt
+};
+
+// On the user-interface thread: gives the object of that address its value, or asks for it.
+Outcome CarryOut(HOSTINFO& control, const logic::TerminalAddress& address) {
     const HWND target = a_FindHwnd(a_FindRootHostinfo(&control), address.Object().c_str());
+    std::string shown =
+        address.IsQuestion()
+            ? logic::ValueLine(target == nullptr ? "" : TerminalValue(target, address.Keyword()))
+            : "";
     if (target == nullptr) {
-        return Outcome::ObjectMissing;
-    }
-    if (address.Keyword().empty()) {
-        return Outcome::KeywordMissing;
+        return {Result::ObjectMissing, std::move(shown)};
     }
     char keyword[TEXT_SIZE];
     char value[TEXT_SIZE];
     std::snprintf(keyword, sizeof keyword, "%s", address.Keyword().c_str());
     std::snprintf(value, sizeof value, "%s", address.Value().c_str());
     VALUERECORD record{COMMAND_RESOLVE, 0, DATATYPE_TEXT, 0, keyword, keyword, 0};
-    // A control answers for any keyword: one that it does not know is its default value.
+    // A control answers for any keyword: one that it does not know, or none, is its default value.
     if (SendMessageA(target, CWM_MESSAGE, 0, reinterpret_cast<LPARAM>(&record)) == 0) {
-        return Outcome::KeywordMissing;
+        return {Result::KeywordMissing, std::move(shown)};
     }
-    record.command = COMMAND_SET;
-    record.data = value;
-    SendMessageA(target, CWM_MESSAGE, 0, reinterpret_cast<LPARAM>(&record));
-    return Outcome::Set;
+    const bool isNothing = address.Keyword().empty() && address.Value().empty();
+    if (!address.IsQuestion() && !isNothing) {
+        const RemoteSetting remote;
+        record.command = COMMAND_SET;
+        record.data = value;
+        SendMessageA(target, CWM_MESSAGE, 0, reinterpret_cast<LPARAM>(&record));
+    }
+    return {Result::CarriedOut, std::move(shown)};
 }
 
 } // namespace
@@ -51,7 +66,7 @@ void DataConnection::Run() {
         DataConnection& connection;
     } const end{*this};
     if (reading_.IsMade() && writing_.IsMade() && stop_.Get() != nullptr) {
-        sent_ = logic::terminalWelcome;
+        sent_ = std::string(logic::terminalWelcome) + FIRST_PROMPT;
         port_.Write(writing_, sent_);
         Serve();
     }
@@ -90,21 +105,35 @@ void DataConnection::Serve() {
 }
 
 bool DataConnection::Take(char character) {
-    return !terminal_.Put(character) || (Execute() && Send(terminal_.Answer()));
+    using Step = logic::TelephoneTerminal::Step;
+    std::optional<std::string> shown = "";
+    switch (terminal_.Put(character)) {
+    case Step::None:
+        return true;
+    case Step::Execute:
+        shown = Execute();
+        break;
+    case Step::Refuse:
+        TraceRefusedLine("telephone");
+        break;
+    }
+    return shown && Send(*shown + terminal_.Answer());
 }
 
-bool DataConnection::Execute() {
+std::optional<std::string> DataConnection::Execute() {
     // With a copy of the address: the line may be what destroys this connection.
-    const auto outcome =
-        calls_.Ask(window_, stop_.Get(), [&control = control_, address = terminal_.Address()] {
-            return SetAddressed(control, address);
-        });
-    if (outcome == Outcome::KeywordMissing) {
+    auto outcome = calls_.Ask(window_, stop_.Get(), [&control = control_, address = terminal_.Address()] {
+        return CarryOut(control, address);
+    });
+    if (!outcome) {
+        return std::nullopt;
+    }
+    if (outcome->result == Result::KeywordMissing) {
         terminal_.KeywordMissing();
-    } else if (outcome == Outcome::ObjectMissing) {
+    } else if (outcome->result == Result::ObjectMissing) {
         terminal_.ObjectMissing();
     }
-    return outcome.has_value();
+    return std::move(outcome->shown);
 }
 
 bool DataConnection::Send(std::string text) {

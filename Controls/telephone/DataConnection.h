@@ -5,6 +5,7 @@
 #include "Panelhost/Hostinfo.h"
 #include "logic/TelephoneTerminal.h"
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -30,7 +31,8 @@ private:
     void Serve();
     // False when the connection is being ended.
     bool Take(char character);
-    bool Execute();
+    // What is shown in front of the prompt; nothing when the connection is being ended.
+    std::optional<std::string> Execute();
     bool Send(std::string text);
     void FinishWriting();
 

@@ -3,6 +3,7 @@
 #include "Panelhost/Devices.h"
 
 #include "Panelhost/Guard.h"
+#include "Panelhost/Remote.h"
 #include "Panelhost/objects/PanelRoot.h"
 #include "logic/PropertyLine.h"
 
@@ -92,6 +93,7 @@ LRESULT DEVICE::OnMessage(WPARAM, LPARAM lParam) {
     if (record->command == COMMAND_RESOLVE) {
         return 1;
     }
+    const RemoteSetting fromHere(false);
     const int answer = item.handler(record, item.context);
     return answer < 0 ? 0 : answer;
 }

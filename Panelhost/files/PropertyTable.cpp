@@ -15,7 +15,7 @@ LRESULT a_ListProperties(HOSTINFO* object, const KEYWORDROW* table, HWND listVie
     }
     char value[TEXT_SIZE];
     for (int row = 0; table[row].keyword != nullptr; ++row) {
-        if (table[row].handler == nullptr || (table[row].flags == 0 && !allRows)) {
+        if (table[row].handler == nullptr || (!table[row].IsListed() && !allRows)) {
             continue;
         }
         value[0] = '\0';

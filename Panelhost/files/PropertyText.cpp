@@ -3,6 +3,7 @@
 #include "Panelhost/PropertyText.h"
 
 #include "Panelhost/Guard.h"
+#include "Panelhost/Remote.h"
 #include "Panelhost/Hostinfo.h"
 #include "Panelhost/Messages.h"
 #include "Panelhost/Trace.h"
@@ -109,8 +110,9 @@ bool a_IsPropertyValue(const HOSTINFO* object, const KEYWORDROW* table, int row,
         }
         if (!objection.empty()) {
             EDITTRACE(editor, "The value of %s", (std::string(keyword) + " " + objection).c_str());
+            return false;
         }
-        return objection.empty();
+        return !a_IsRemote() || a_MayBeSetRemotely(object, table, row, text);
     });
 }
 

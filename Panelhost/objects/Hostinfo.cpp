@@ -4,6 +4,7 @@
 
 #include "Panelhost/Guard.h"
 #include "Panelhost/PropertyText.h"
+#include "Panelhost/Remote.h"
 #include "Panelhost/objects/ObjectTree.h"
 #include "Panelhost/objects/PanelRoot.h"
 #include "logic/Layers.h"

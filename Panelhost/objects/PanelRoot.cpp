@@ -166,6 +166,21 @@ int SizeKeyword(VALUERECORD* record, HOSTINFO* object) {
         object);
 }
 
+int TerminalKeyword(VALUERECORD* record, HOSTINFO* object) {
+    return AnswerOrTake(
+        record, AsRoot(object).terminals,
+        [](PanelRoot& root, const std::string& text) {
+            auto networks = logic::TerminalNetworks::Parse(text);
+            if (!networks) {
+                return false;
+            }
+            root.terminals = text;
+            root.terminalNetworks = std::move(*networks);
+            return true;
+        },
+        object);
+}
+
 int TitleKeyword(VALUERECORD* record, HOSTINFO* object) {
     return AnswerOrTake(
         record, AsRoot(object).title,
@@ -184,12 +199,13 @@ void RebuildRequests(const std::vector<HOSTINFO*>& objects) {
 
 constexpr KEYWORDROW KEYWORDS[] = {
     {" ", TitleKeyword, 0},
-    {"background", BackgroundKeyword, KEYWORD_SAVED},
+    {"background", BackgroundKeyword, KEYWORD_SAVED | KEYWORD_FILE},
     {"bandwidth", BandwidthKeyword, KEYWORD_SAVED},
     {"layer", LayerKeyword, KEYWORD_SAVED},
-    {"onopen", OnOpenKeyword, KEYWORD_SAVED},
+    {"onopen", OnOpenKeyword, KEYWORD_SAVED | KEYWORD_CLOSED},
     {"parameterdlg", ParameterDialogKeyword, 0},
     {"size", SizeKeyword, KEYWORD_SAVED},
+    {"terminal", TerminalKeyword, KEYWORD_SAVED | KEYWORD_CLOSED},
     {"title", TitleKeyword, KEYWORD_SAVED},
     {},
 };

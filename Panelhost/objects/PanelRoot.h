@@ -6,6 +6,7 @@
 #include "Panelhost/SharedLock.h"
 #include "Panelhost/files/KeptLines.h"
 #include "Panelhost/objects/Opening.h"
+#include "logic/TerminalAdmission.h"
 
 #include <list>
 #include <string>
@@ -129,9 +130,11 @@ public:
     cPanelBackground background;
     std::uint64_t activeLayers = 0;
     std::string title;
-    bool showsBandwidth = false; // equaliser bands show bandwidth in place of Q
-    std::string size;            // "width,height" or empty
-    std::string parameterDialog; // name of the control whose parameter dialog is open
+    bool showsBandwidth = false;              // equaliser bands show bandwidth in place of Q
+    std::string size;                         // "width,height" or empty
+    std::string terminals;                    // networks that may connect to its terminals, or empty
+    logic::TerminalNetworks terminalNetworks; // the same
+    std::string parameterDialog;              // name of the control whose parameter dialog is open
     int loadErrors = 0;
     bool sendsOnOpen = false; // a panel file sends the values saved in it
     Opening opening;

@@ -57,7 +57,7 @@ void Round(Random& random, int) {
     if (IsWindow(network) && IsWindow(knob) && scenery.panel.Find("Level") == knob) {
         Doing("a terminal afterwards");
         const TestSocket terminal = TestSocket::Connected(TERMINAL_PORT);
-        terminal.Receive(65);
+        terminal.Receive(66);
         Load(knob, "properties=0,100,0");
         terminal.Ask("\x03", 0); // what arrives together with it is dropped
         const std::string answer = terminal.Ask("Level*value=7\n", 12);

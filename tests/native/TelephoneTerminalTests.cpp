@@ -7,15 +7,22 @@ using namespace std::string_literals;
 
 namespace {
 
-// What a terminal does with the bytes: "[object|keyword|value]" for each line and the answer to it. The
-// object "NONE" is missing, and so is every keyword "none".
+// What a terminal does with the bytes: "[object|keyword|value]" for each line, "?" behind a value that is
+// asked for, "!" for a line that is refused, and the answer. The object "NONE" is missing, and so is every
+// keyword "none".
 std::string Type(TelephoneTerminal& terminal, std::string_view bytes) {
     std::string seen;
     for (const char byte : bytes) {
-        if (!terminal.Put(byte))
+        const TelephoneTerminal::Step step = terminal.Put(byte);
+        if (step == TelephoneTerminal::Step::None)
             continue;
+        if (step == TelephoneTerminal::Step::Refuse) {
+            seen += "!" + terminal.Answer();
+            continue;
+        }
         const TerminalAddress& address = terminal.Address();
-        seen += "[" + address.Object() + "|" + address.Keyword() + "|" + address.Value() + "]";
+        seen += "[" + address.Object() + "|" + address.Keyword() + "|" + address.Value() +
+                (address.IsQuestion() ? "?]" : "]");
         if (address.Object().empty() || address.Object() == "NONE")
             terminal.ObjectMissing();
         else if (address.Keyword() == "none")
@@ -51,6 +58,10 @@ TEST_CASE("a caller's lines begin with the prompt, which backspace takes away") 
         {"KNOB1*c=3\r", "[KNOB1|c|3]\rKNOB1*c="}, // behind the star or in its place
         {std::string(90, '\b') + "*KNOB1*c=3\r", "[KNOB1|c|3]\rKNOB1*c="},
         {"\0004\r"s, "[KNOB1|c|]\rKNOB1*c="}, // a NUL ends the text
+        {"?\r", "[KNOB1|c|?]\rKNOB1*c="},
+        {"??\r", "[KNOB1|c|?]\rKNOB1*c="},
+        {"\b\b?\r", "[KNOB1||?]\rKNOB1*"},
+        {"none=?\r", "[KNOB1|none|?]\rKNOB1*"},
     };
     TelephoneTerminal terminal;
     for (const auto& row : rows) {
@@ -59,13 +70,13 @@ TEST_CASE("a caller's lines begin with the prompt, which backspace takes away") 
     }
 }
 
-TEST_CASE("a line that is too long loses what does not fit and ends all the same") {
+TEST_CASE("a caller's line of 4,095 bytes is taken whole, a longer one not at all") {
     TelephoneTerminal terminal;
-    for (int i = 0; i < 1'000'000; ++i)
-        terminal.Put('x');
-    CHECK(Type(terminal, "\r") == "[||" + std::string(127, 'x') + "]\r*");
-    const std::string n(127, 'N'), k(127, 'k'), v(127, 'v');
-    CHECK(Type(terminal, n + "n*" + k + "k=" + v + "v\r") ==
-          "[" + n + "|" + k + "|" + v + "]\r" + n + "*" + k + "=");
-    CHECK(Type(terminal, std::string(5000, '\b') + "A*b=1\r") == "[A|b|1]\rA*b=");
+    const std::string longest(4095 - 4, 'v');
+    CHECK(Type(terminal, "A*b=" + longest + "\r") == "[A|b|" + longest + "]\rA*b=");
+    CHECK(Type(terminal, longest + "\r") == "[A|b|" + longest + "]\rA*b=");
+    CHECK(Type(terminal, longest + "w\b\r") == "!\rA*b=");
+    CHECK(Type(terminal, "1\r") == "[A|b|1]\rA*b=");
+    CHECK(Type(terminal, std::string(1'000'000, 'x') + "\r") == "!\rA*b=");
+    CHECK(Type(terminal, std::string(5000, '\b') + "C*d=1\r") == "[C|d|1]\rC*d=");
 }

@@ -7,8 +7,9 @@ using namespace std::string_literals;
 
 namespace {
 
-// What a terminal does with blocks of bytes: "[object|keyword|value]" for each line that is carried out and
-// the prompt behind each line. The object "NONE" is missing.
+// What a terminal does with blocks of bytes: "[object|keyword|value]" for each line that is carried out, the
+// value followed by "?" when it is asked for, "!" for one that is refused, and the prompt behind each line.
+// The object "NONE" is missing.
 class Session {
 public:
     std::string Type(std::string_view block) {
@@ -19,13 +20,17 @@ public:
                 break;
             case Terminal::Step::Execute: {
                 const TerminalAddress& address = terminal.Address();
-                seen += "[" + address.Object() + "|" + address.Keyword() + "|" + address.Value() + "]";
+                seen += "[" + address.Object() + "|" + address.Keyword() + "|" + address.Value() +
+                        (address.IsQuestion() ? "?]" : "]");
                 if (address.Object().empty() || address.Object() == "NONE")
                     terminal.ObjectMissing();
             }
                 [[fallthrough]];
             case Terminal::Step::Answer:
                 seen += terminal.Answer();
+                break;
+            case Terminal::Step::Refuse:
+                seen += "!" + terminal.Answer();
                 break;
             case Terminal::Step::Abandon:
                 return seen + "^C";
@@ -64,6 +69,12 @@ TEST_CASE("a terminal remembers object and keyword and answers each line with th
         {"keyword=3\n", "[|keyword|3]"},
         {"keyword=..\n", ""},
         {"a*b=dir\n", "a*b="},
+        {"?\n", "[A|b|?]A*b="}, // a lone question mark asks
+        {"??\n", "[A|b|?]A*b="},
+        {"???\n", "[A|b|???]A*b="},
+        {" ?\n", "[A|b| ?]A*b="},
+        {"..\n", "A*"},
+        {"?\n", "[A||?]A*"},
     };
     Session session;
     for (const auto& row : rows) {
@@ -79,24 +90,26 @@ TEST_CASE("backspace takes characters of the prompt too and stops at the start o
     CHECK(session.Type(std::string(5000, '\b') + "B*d=3\n") == "[B|d|3]B*d=");
 }
 
-TEST_CASE("a full line drops what follows and ends all the same") {
+TEST_CASE("a line of 4,095 bytes is taken whole, a longer one not at all") {
     Session session;
-    CHECK(session.Type("A*" + std::string(5000, 'k') + "=1\n").size() == "[A||]A*"s.size() + 127);
+    const std::string longest(4095 - 4, 'v'); // behind the prompt
+    CHECK(session.Type("A*b=" + longest + "\n") == "[A|b|" + longest + "]A*b=");
+    CHECK(session.Type(longest + "\n") == "[A|b|" + longest + "]A*b=");
+    CHECK(session.Type(longest + "w\n") == "!A*b=");
+    CHECK(session.Type("1\n") == "[A|b|1]A*b=");
+    CHECK(session.Type(longest + "w\b\bx\n") == "!A*b="); // what was dropped cannot be taken back
+    CHECK(session.Type(longest + "w\x03") == "^C");
+    CHECK(session.Type("C*d=2\n") == "[C|d|2]C*d=");
+    // A prompt that is longer than any line is forgotten: nothing is addressed by a part of it.
     CHECK(session.Type("\x03") == "^C");
-    CHECK(session.Type("A*b=" + std::string(9000, 'v') + "\bw\n") ==
-          "[A|b|" + std::string(127, 'v') + "]A*b=");
-    Terminal terminal;
+    CHECK(session.Type(std::string(4000, 'o') + "*=..\n").size() == 4001);
+    CHECK(session.Type("\x03") == "^C");
+    CHECK(session.Type(std::string(94, 'k') + "=dir\n") == "[||]");
+    CHECK(session.Type("1\n") == "[||1]");
     for (int i = 0; i < 10'000'000; ++i)
-        terminal.Put('x');
-    CHECK(terminal.Put('\n') == Terminal::Step::Execute);
-    CHECK(terminal.Address().Value() == std::string(127, 'x'));
-}
-
-TEST_CASE("names and keywords that are too long are cut") {
-    Session session;
-    const std::string n(127, 'N'), k(127, 'k'), v(127, 'v');
-    CHECK(session.Type(n + "n*" + k + "k=" + v + "v\n") ==
-          "[" + n + "|" + k + "|" + v + "]" + n + "*" + k + "=");
+        session.terminal.Put('x');
+    CHECK(session.Type("\x03") == "^C");
+    CHECK(session.Type("e*f=3\n") == "[E|f|3]E*f=");
 }
 
 TEST_CASE("a line that another terminal began does not count") {

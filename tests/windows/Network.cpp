@@ -6,6 +6,8 @@
 #include "tests/windows/Resources.h"
 #include "tests/windows/TestPanel.h"
 
+#include "logic/PropertyLine.h"
+
 #include <atomic>
 #include <cstdio>
 #include <functional>
@@ -18,7 +20,7 @@ TEST_SUITE_BEGIN("Network");
 namespace {
 
 const std::string BANNER =
-    "\r\n*********************\r\nWelcome to OSMIR\r\n*********************\r"; // 65 bytes
+    "\r\n*********************\r\nWelcome to OSMIR\r\n*********************\r\n"; // 66 bytes
 
 constexpr DWORD PROMPTLY = 500; // milliseconds that nothing here may take, however it is hindered
 
@@ -42,7 +44,7 @@ public:
     // A terminal that has had its banner.
     TestSocket Connect() const {
         TestSocket terminal = TestSocket::Connected(TERMINAL_PORT);
-        CHECK(terminal.Receive(65) == BANNER);
+        CHECK(terminal.Receive(BANNER.size()) == BANNER);
         return terminal;
     }
     // The server does its work.
@@ -144,8 +146,9 @@ TEST_CASE("a session of another process: prompts, values, and what is no line") 
     const HWND knob = network.panel.Create("KNOB", "Knob1");
     const HWND strip = network.panel.Create("MIXER", "Strip");
     const HWND child = CreateControl("KNOB", "Gain", strip, &ObjectOf(strip));
+    const HWND caption = network.panel.Create("BSTATIC", "Caption");
     CHECK_FALSE(IsChanged(knob));
-    const std::string banner = "^M^J*********************^M^JWelcome to OSMIR^M^J*********************^M";
+    const std::string banner = "^M^J*********************^M^JWelcome to OSMIR^M^J*********************^M^J";
     CHECK(RunClient({
               {"", banner.c_str()},
               {"knob1*value=3^M^J", "KNOB1*value="},
@@ -166,11 +169,30 @@ TEST_CASE("a session of another process: prompts, values, and what is no line") 
               {"AMP1*nosuch=1^J", "AMP1*nosuch="},
               {"^C", ""},
               {"amp1*GAIN=1^J", "AMP1*GAIN="}, // keywords are case-sensitive
+              {"?^J", "^M^JAMP1*GAIN="},       // and there is nothing to read
+              {"^C", ""},
+              {"amp1*gain=?^J", "-5.5^M^JAMP1*gain="},
+              {"..^J", "AMP1*"},
+              {"?^J", "^M^JAMP1*"},
+              {"^C", ""},
+              {"nobody*value=?^J", "^M^J"},
+              {"knob1*value=?^J", "5^M^JKNOB1*value="},
+              {"^C", ""},
+              {"knob1*?^J", "5^M^JKNOB1*value="},
+              {"..^J", "KNOB1*"},
+              {"?^J", "5^M^JKNOB1*"}, // the default value
+              {"^C", ""},
+              {"net*interval=?^J", "60000^M^JNET*interval="},
+              {"^C", ""},
+              {"caption*caption=??^J", "CAPTION*caption="},
+              {"?^J", "?^M^JCAPTION*caption="},
+              {"a?^J", "CAPTION*caption="},
           }) == 0);
     CHECK(Value(knob) == 5.0F);
     CHECK(ObjectOf(knob).interval == 801);
     CHECK(IsChanged(knob));
     CHECK(Value(child) == 7.0F);
+    CHECK(Text(caption, "caption") == "a?");
     CHECK(network.panel.Parameter("AMP1*gain") == "-5.5");
     CHECK(network.trace.Count(TRACE_DEBUG, "server initialization done\n") == 1);
     CHECK(network.trace.CountContaining("accepting ") == 1);
@@ -216,9 +238,10 @@ TEST_CASE("lines that name the network interface itself, and properties that it 
     CHECK(terminal.Ask("NET*interval=5\n", 13) == "NET*interval=");
     CHECK(ObjectOf(network.control).interval == 5);
     CHECK(terminal.Ask("\x03", 0).empty());
-    CHECK(terminal.Ask("NET*can=nowhere\n", 8) == "NET*can=");
-    CHECK(network.trace.Count(TRACE_EDIT, "Error reading line can=nowhere") == 1);
-    for (const char* line : {"value=1", "connection=Net", "interval=-1", "can=:5", "can=host:0"}) {
+    CHECK(terminal.Ask("NET*can=127.0.0.1:9\n", 8) == "NET*can=");
+    CHECK(network.trace.Count(TRACE_EDIT, "Not to be set by a terminal: Net*can=127.0.0.1:9") == 1);
+    for (const char* line :
+         {"can=nowhere", "value=1", "connection=Net", "interval=-1", "can=:5", "can=host:0"}) {
         CAPTURE(line);
         CHECK(Load(network.control, line) == 0);
         CHECK(network.trace.Count(TRACE_EDIT, std::string("Error reading line ") + line) == 1);
@@ -263,6 +286,150 @@ TEST_CASE("a second network interface finds the port taken and does no harm") {
     CHECK(network.trace.CountContaining("Couldn't bind") == 1);
     network.control = third;
     network.CheckAnswers();
+}
+
+TEST_CASE("telnet's negotiation never becomes text") {
+    NetworkPanel network;
+    HWND knob = network.panel.Create("KNOB", "Knob");
+    HWND caption = network.panel.Create("BSTATIC", "Caption");
+    const TestSocket terminal = network.Connect();
+    CHECK(terminal.Ask("\xFF\xFD\x03\xFF\xFB\x18Kn", 0).empty());
+    CHECK(terminal.Ask("ob*value=4\xFF", 0).empty());
+    CHECK(terminal.Ask("\xFA\x18\n\xFF", 0).empty());
+    CHECK(terminal.Ask("\xF0"
+                       "2\r\n",
+                       11) == "KNOB*value=");
+    CHECK(Value(knob) == 42.0F);
+    // What is dropped behind Ctrl-C has begun a command all the same. The mark is sent as urgent data.
+    CHECK(terminal
+              .Ask("\x03"
+                   "dropped\xFF",
+                   0)
+              .empty());
+    CHECK(send(terminal.Get(), "\xF2", 1, MSG_OOB) == 1);
+    CHECK(terminal.Ask("Knob*value=5\n", 11) == "KNOB*value=");
+    CHECK(Value(knob) == 5.0F);
+    CHECK(terminal.Ask("\x03", 0).empty());
+    CHECK(terminal.Ask("Caption*caption=a\xFF\xFF\n", 16) == "CAPTION*caption=");
+    CHECK(Text(caption, "caption") == "a\xFF");
+    CHECK(terminal.Ask("?\n", 21) == "a\xFF\xFF\r\nCAPTION*caption=");
+    terminal.Ask("\xFF\xFA", 0); // never ended, but its connection is
+    network.CheckAnswers();
+}
+
+TEST_CASE("what a terminal may not set") {
+    NetworkPanel network;
+    const TestFolder folder;
+    const std::string picture = folder.Write("knob.bmp", BitmapFile(4, 4, 0));
+    HWND knob = network.panel.Create("KNOB", "Knob");
+    HWND button = network.panel.Create("BBUTTON", "Go");
+    HWND edit = network.panel.Create("BEDIT", "Edit");
+    HWND tone = network.panel.Create("IWAVEGENERATOR", "Tone");
+    const struct {
+        HWND control;
+        const char* keyword;
+        std::string value;
+        bool isTaken;
+    } rows[] = {
+        {knob, "bitmap", ".\\Controls\\KNOB_amber.bmp", true},
+        {knob, "bitmap", picture, false},
+        {knob, "bitmap", "\\\\10.255.255.1\\share\\x.bmp", false},
+        {knob, "bitmap", "Controls\\..\\..\\x.bmp", false},
+        {knob, "bitmap", "NUL", false},
+        {knob, "connection", "Go;Edit*value", true},
+        {knob, "connection", "Net*can", false},
+        {knob, "connection", "Go;Knob*bitmap", false},
+        {edit, "connection", "Tone*duration", false},
+        {edit, "connection", "Go*click", false},
+        {edit, "function", "AMP1*gain1", true},
+        {edit, "function", "AMP1*terminal", false},
+        {button, "click", "Knob*value=%l", true},
+        {button, "click", "Tone*duration=60:00", true},
+        {button, "click", "Tone*duration=60:01", false},
+        {button, "click", "Tone*duration=%l", false},
+        {button, "click", "*onopen=send", false},
+        {button, "click", "terminal=", false},
+        {button, "click", "%l", false},
+        {button, "click", "Net*can=10.255.255.1:9", false},
+        {button, "click", "Go*click=Go*click=Net*can=10.255.255.1:9", false},
+        {button, "click", "Edit*connection=Net*can", false},
+        {button, "click", "background=\\\\10.255.255.1\\share\\x.bmp", false},
+        {tone, "duration", "60:01", false},
+        {tone, "duration", "0", true},
+    };
+    const TestSocket terminal = network.Connect();
+    for (const auto& row : rows) {
+        const std::string line = std::string(row.keyword) + "=" + row.value;
+        const std::string name = ObjectOf(row.control).name;
+        CAPTURE(name + "*" + line);
+        network.trace.Clear();
+        const std::string prompt = logic::FoldName(name) + "*" + row.keyword + "=";
+        CHECK(terminal.Ask("\x03", 0).empty());
+        CHECK(logic::FoldName(terminal.Ask(name + "*" + line + "\n", prompt.size())) == prompt);
+        CHECK(network.trace.Count(TRACE_EDIT, "Not to be set by a terminal: " + name + "*" + line) ==
+              (row.isTaken ? 0 : 1));
+        if (row.isTaken && row.control != tone) {
+            CHECK(network.trace.CountContaining("Error reading line") == 0);
+        } else if (row.control == button) {
+            CHECK(Text(button, "click") != row.value);
+        }
+        if (std::string_view(row.keyword) != "bitmap" || row.value == picture) { // here, anybody may
+            CHECK(Load(row.control, row.control == tone ? "duration=0" : line) == 1);
+        }
+    }
+}
+
+TEST_CASE("who may connect") {
+    NetworkPanel network;
+    HWND root = network.panel.Window();
+    CHECK(Text(root, "terminal").empty());
+    const TestSocket present = network.Connect();
+    CHECK(present.Ask("\x03", 0).empty());
+    CHECK(Load(root, "terminal=10.0.0.0/8,192.168.1.7") == 1);
+    CHECK(Load(root, "terminal=127.0.0.1,all") == 0);
+    CHECK(Text(root, "terminal") == "10.0.0.0/8,192.168.1.7");
+    for (int i = 0; i < 20; ++i) { // without a welcome, and nothing happens to the one who is here
+        const TestSocket refused = TestSocket::Connected(TERMINAL_PORT);
+        CHECK(refused.Receive(1).empty());
+        CHECK(refused.AwaitEnd());
+    }
+    CHECK(present.Ask("net*interval=78\n", 13) == "NET*interval=");
+    CHECK(network.trace.Count(TRACE_DEBUG, "Terminals that may not connect: 1, the last from 127.0.0.1\n") ==
+          1);
+    CHECK(network.trace.CountContaining("Terminals that may not connect") == 1);
+    CHECK(network.trace.CountContaining("accepting") == 1);
+
+    const TestFolder folder;
+    const std::string path = folder.Path("net.panel");
+    CHECK(ph_SavePanel(network.panel.Root(), path.c_str()) == 1);
+    CHECK(ReadBytes(path).find("terminal=10.0.0.0/8,192.168.1.7\r\n") != std::string::npos);
+    CHECK(Load(root, "terminal=none") == 1);
+    CHECK(TestSocket::Connected(TERMINAL_PORT).Receive(1).empty());
+    for (const char* line : {"terminal=10.0.0.0/8,127.0.0.0/24", "terminal="}) {
+        CHECK(Load(root, line) == 1);
+        network.CheckAnswers();
+    }
+    CHECK(ph_SavePanel(network.panel.Root(), path.c_str()) == 1);
+    CHECK(ReadBytes(path).find("terminal") == std::string::npos);
+}
+
+TEST_CASE("one who may not connect takes no answer away from a slow terminal") {
+    NetworkPanel network;
+    const TestSocket slow = network.Connect();
+    CHECK(slow.Ask("\x03", 0).empty());
+    CHECK(slow.Ask(std::string(120, 'n') + "*k=..\n", 121).size() == 121);
+    constexpr std::size_t LINES = 50'000; // their answers are more than anything buffers
+    std::string lines;
+    for (std::size_t i = 0; i < LINES; ++i) {
+        lines += "..\n";
+    }
+    CHECK(slow.Send(lines) == lines.size());
+    CHECK(Load(network.panel.Window(), "terminal=10.0.0.1") == 1);
+    for (int i = 0; i < 5; ++i) {
+        CHECK(TestSocket::Connected(TERMINAL_PORT).AwaitEnd());
+    }
+    slow.EndSending();
+    CHECK(slow.Receive(121 * LINES).size() == 121 * LINES);
 }
 
 TEST_CASE("destroyed while a terminal is connected, or by the very line that it sent") {
@@ -419,6 +586,9 @@ TEST_CASE("bad clients: resets, single bytes, no line end, random bytes") {
         CHECK(terminal.Send(std::string(10'000'000, '5')) == 10'000'000);
         terminal.Send("\n");
         CHECK(terminal.Receive(11, 30000) == "KNOB*value=");
+        CHECK(network.trace.Count(TRACE_DEBUG,
+                                  "The network terminal refused a line of more than 4095 bytes\n") == 1);
+        CHECK(Value(knob) == 44.0F);
         CHECK(terminal.Ask("12\n", 11) == "KNOB*value=");
         CHECK(Value(knob) == 12.0F);
     }
@@ -458,7 +628,7 @@ TEST_CASE("1,000 connects in a row, and many lines, while the panel goes on") {
     const HWND knob = network.panel.Create("KNOB", "Knob");
     for (int i = 0; i < 1000; ++i) {
         const TestSocket terminal = TestSocket::Connected(TERMINAL_PORT);
-        REQUIRE(terminal.Receive(65) == BANNER);
+        REQUIRE(terminal.Receive(BANNER.size()) == BANNER);
     }
     network.CheckAnswers();
 

@@ -17,7 +17,7 @@ namespace {
 using Calls = std::vector<std::string>;
 
 const std::string BANNER =
-    "\r\n*********************\r\nWelcome to OSMIR\r\n*********************\r\n"; // 66 bytes
+    "\r\n*********************\r\nWelcome to OSMIR\r\n*********************\r\n*"; // 67 bytes
 
 constexpr DWORD PROMPTLY = 1000;  // milliseconds that no end may take, however it is hindered
 constexpr DWORD PATIENCE = 10000; // for what has to come
@@ -298,7 +298,7 @@ TEST_CASE("a session: prompts, values, and what is no line") {
     const Caller caller;
     test.Connect(caller);
     CHECK(caller.Hear(1, 30).empty());
-    CHECK(test.AwaitTrace("Write 66\n"));
+    CHECK(test.AwaitTrace("Write 67\n"));
 
     caller.Ask("KNOB1*GAIN=3\r", "\rKNOB1*GAIN="); // a keyword that it does not know is its value
     CHECK(Value(knob) == 3.0F);
@@ -318,6 +318,23 @@ TEST_CASE("a session: prompts, values, and what is no line") {
     caller.Ask("\r", "\rknob1*");
     caller.Ask("..\r", "\rknob1*");
     CHECK(Value(knob) == 4.0F);
+    caller.Ask(erase + "knob1*6\r", "\rknob1*"); // without a keyword: the value
+    CHECK(Value(knob) == 6.0F);
+    caller.Ask("?\r", "6\r\n\rknob1*");
+    caller.Ask("value=4\r?\r", "\rknob1*value=4\r\n\rknob1*value=");
+    caller.Ask(erase + "nobody*value=?\r", "\r\n\r*");
+    caller.Ask("Tel*interval=?\r", "60000\r\n\rTel*");
+    caller.Ask(erase + "knob1*bitmap=NUL\r", "\rknob1*bitmap=");
+    CHECK(test.trace.Count(TRACE_EDIT, "Not to be set by a terminal: Knob1*bitmap=NUL") == 1);
+    CHECK(Load(knob, "properties=0,100,4") == 1);
+    const std::string longest(4095 - 13, '0');
+    caller.Ask(erase + "knob1*value=" + longest + "7\r", "\rknob1*value=");
+    CHECK(Value(knob) == 7.0F);
+    caller.Ask(longest + "18\r", "\rknob1*value=");
+    CHECK(Value(knob) == 7.0F);
+    CHECK(test.trace.CountContaining("The telephone terminal refused a line") == 1);
+    caller.Ask("4\r", "\rknob1*value=");
+    caller.Ask(erase + "AMP1*nosuch=?\r", "\r\n\rAMP1*");
     caller.Ask(erase + "AMP1*gain=-5.5\r", "\rAMP1*gain=");
     CHECK(test.panel.Parameter("AMP1*gain") == "-5.5");
     caller.Ask(erase + "AMP1*nosuch=1\r", "\rAMP1*");
@@ -426,7 +443,7 @@ TEST_CASE("a caller who hears nothing gets everything later, and delays no end")
     CHECK(caller.Hear(BANNER.size()) == BANNER);
     caller.Ask("", "\rKnob*value=\rKnob*value=\rKnob*value=");
     CHECK(Value(knob) == 3.0F);
-    CHECK(test.AwaitTrace("Write 66\n"));
+    CHECK(test.AwaitTrace("Write 67\n"));
     CHECK(test.AwaitTrace("Write 12\n", 3));
     caller.Type("4\r5\r");
     CHECK(Await([&] { return Value(knob) == 5.0F; })); // one answer is pending, another one waits
