@@ -5,11 +5,14 @@
 #include "Panelhost/Gdi.h"
 #include "Panelhost/Guard.h"
 #include "Panelhost/PropertyText.h"
+#include "logic/BitmapFile.h"
 #include "logic/PropertyLine.h"
 
 #include <cstdint>
 #include <cstring>
 #include <memory>
+#include <optional>
+#include <string>
 #include <objidl.h>
 #include <string>
 #include <unordered_map>
@@ -66,8 +69,28 @@ bool ReadPixels(Gdiplus::Bitmap& image, Gdiplus::PixelFormat format, std::uint32
     return true;
 }
 
+// The file as a whole; nothing when it cannot be read or is larger than any picture is.
+std::optional<std::string> ReadWholeFile(const char* path) {
+    constexpr DWORD LARGEST = 0x40000000;
+    const HANDLE file = CreateFileA(path, GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
+                                    FILE_FLAG_SEQUENTIAL_SCAN, nullptr);
+    if (file == INVALID_HANDLE_VALUE) {
+        return std::nullopt;
+    }
+    const std::unique_ptr<void, decltype(&CloseHandle)> closed(file, CloseHandle);
+    const DWORD size = GetFileType(file) == FILE_TYPE_DISK ? GetFileSize(file, nullptr) : INVALID_FILE_SIZE;
+    if (size > LARGEST) {
+        return std::nullopt;
+    }
+    std::string bytes(size, '\0');
+    DWORD length = 0;
+    return ReadFile(file, bytes.data(), size, &length, nullptr) && length == size ? std::optional(bytes)
+                                                                                  : std::nullopt;
+}
+
 std::unique_ptr<OSMIRBitmap> LoadImageFile(const char* path) {
-    if (!StartGdiplus()) {
+    const auto bytes = ReadWholeFile(path);
+    if (!bytes || !logic::IsSoundBitmapFile(*bytes) || !StartGdiplus()) {
         return nullptr;
     }
     Gdiplus::Bitmap image(Widen(path).c_str());
