@@ -53,9 +53,11 @@ private:
     static INT_PTR CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
     HBRUSH ColourStatic(HDC dc, HWND item) const;
     void Arrange();
+    bool KeepFocus(UINT message, WPARAM wParam);
 
     HWND handle_ = nullptr;
     bool closing_ = false;
+    HWND focus_ = nullptr; // of its items, the one that gets the focus back
     std::shared_ptr<Dialog> self_;
     std::vector<Place> places_;
     SIZE smallestClient_{};

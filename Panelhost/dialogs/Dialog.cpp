@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <commctrl.h>
+#include <utility>
 
 extern "C" IMAGE_DOS_HEADER __ImageBase; // this library
 
@@ -117,6 +118,29 @@ HBRUSH Dialog::ColourStatic(HDC dc, HWND item) const {
     return a_GetObject(header ? BRUSH_HEADER : BRUSH_DIALOG);
 }
 
+// The dialog manager writes to its own memory of the dialog once it has given the focus back. Whoever loses
+// the focus may have ended the dialog by then, so it is kept and given back here.
+bool Dialog::KeepFocus(UINT message, WPARAM wParam) {
+    const bool isActivation = message == WM_ACTIVATE;
+    if (!isActivation && message != WM_SETFOCUS) {
+        return false;
+    }
+    if (isActivation && LOWORD(wParam) == WA_INACTIVE) {
+        if (HWND focus = GetFocus(); IsChild(handle_, focus)) {
+            focus_ = focus;
+        }
+    } else if (!IsIconic(handle_)) {
+        HWND item = std::exchange(focus_, nullptr);
+        if (!IsChild(handle_, item)) {
+            item = isActivation ? nullptr : GetNextDlgTabItem(handle_, nullptr, FALSE);
+        }
+        if (item != nullptr) {
+            SetFocus(item);
+        }
+    }
+    return true;
+}
+
 bool Dialog::OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) {
     const auto dc = reinterpret_cast<HDC>(wParam);
     switch (message) {
@@ -172,7 +196,7 @@ INT_PTR CALLBACK Dialog::Procedure(HWND window, UINT message, WPARAM wParam, LPA
             dialog->closing_ = true;
         }
         LRESULT result = 0;
-        if (!dialog->OnMessage(message, wParam, lParam, result)) {
+        if (!dialog->KeepFocus(message, wParam) && !dialog->OnMessage(message, wParam, lParam, result)) {
             return FALSE;
         }
         if (WantsBrush(message)) {
