@@ -30,6 +30,15 @@ constexpr WORD EDIT_ENTER = 13;
 constexpr WORD EDIT_ESCAPE = 27;
 constexpr WORD EDIT_LEFT = 28;
 
+// The system's lists and arrows go on using themselves after CBN_SELCHANGE and UDN_DELTAPOS, and do not stand
+// it when they go meanwhile. So their windows post these to themselves, as WM_COMMAND of the child with the
+// index of the item, or with the number of steps, as lParam, and do then what was asked for.
+constexpr WORD LIST_CHOSEN = 29;
+constexpr WORD ARROW_PRESSED = 30;
+inline void PostFromChild(HWND window, int id, WORD code, LPARAM number) {
+    PostMessageA(window, WM_COMMAND, MAKEWPARAM(id, code), number);
+}
+
 // Brushes that all parameter dialogs share; they belong to the library. Null for any other number.
 constexpr int BRUSH_FIELD = 1;  // edit fields, lists and buttons
 constexpr int BRUSH_DIALOG = 2; // the ground

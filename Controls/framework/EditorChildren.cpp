@@ -143,6 +143,16 @@ LRESULT HandleChild(EDITORPROPERTIES& editor, HWND child, UINT message, WPARAM w
             return 0;
         }
         break;
+    case WM_LBUTTONDOWN:
+    case WM_LBUTTONDBLCLK: // the system's list takes the focus in the middle of it and does not stand its own
+                           // end there
+        if ((GetWindowLongA(child, GWL_STYLE) & WS_TABSTOP) != 0 && GetFocus() != child) {
+            SetFocus(child);
+            if (!IsWindow(child)) {
+                return 0;
+            }
+        }
+        break;
     case WM_SETFOCUS:
         editor.ChildFocused(GetDlgCtrlID(child));
         break;

@@ -45,14 +45,18 @@ void DrawItem(const EDITORPROPERTIES& editor, const DRAWITEMSTRUCT& item) {
 // Messages
 
 // True when the command is one of a child.
-bool Command(EDITORPROPERTIES& editor, int id, WORD code) {
+bool Command(EDITORPROPERTIES& editor, int id, WORD code, LPARAM number) {
     const EditorChild* row = id == 0 ? nullptr : editor.RowOf(id);
     if (row == nullptr) {
         return false;
     }
     HWND child = editor.Item(id);
     if (IsList(row->part) && code == CBN_SELCHANGE) {
-        editor.ItemSelected(id, static_cast<int>(SendMessageA(child, CB_GETCURSEL, 0, 0)));
+        PostFromChild(editor.window, id, LIST_CHOSEN, SendMessageA(child, CB_GETCURSEL, 0, 0));
+    } else if (IsList(row->part) && code == LIST_CHOSEN) {
+        editor.ItemSelected(id, static_cast<int>(number));
+    } else if (row->part == EditorPart::Spin && code == ARROW_PRESSED) {
+        editor.StepField((row - 1)->id, static_cast<int>(number));
     } else if (row->part == EditorPart::Toggle) {
         editor.Toggled(id, SendMessageA(child, BM_GETCHECK, 0, 0) == BST_CHECKED);
     } else if (row->part == EditorPart::Title && code == STN_CLICKED) {
@@ -72,7 +76,7 @@ bool Notified(EDITORPROPERTIES& editor, const NMHDR& header) {
         constexpr int MOST_STEPS = 10000;
         const int delta = reinterpret_cast<const NMUPDOWN&>(header).iDelta;
         if (editor.mode == 0) {
-            editor.StepField((row - 1)->id, -std::clamp(delta, -MOST_STEPS, MOST_STEPS));
+            PostFromChild(editor.window, id, ARROW_PRESSED, -std::clamp(delta, -MOST_STEPS, MOST_STEPS));
         }
         return true;
     }
@@ -104,7 +108,7 @@ LRESULT CALLBACK EditorProc(HWND window, UINT message, WPARAM wParam, LPARAM lPa
     EDITORPROPERTIES& editor = *PropertiesOf<EDITORPROPERTIES>(window);
     switch (message) {
     case WM_COMMAND:
-        if (editor.mode == 0 && Command(editor, LOWORD(wParam), HIWORD(wParam))) {
+        if (editor.mode == 0 && Command(editor, LOWORD(wParam), HIWORD(wParam), lParam)) {
             return 0;
         }
         break;

@@ -508,7 +508,16 @@ void OpenAdvanced(ControlDialog& dialog) {
     dialog.advanced = a_PropertyDlg(1, dialog.object->window, dialog.object);
 }
 
-void HandleCommand(ControlDialog& dialog, int id, WORD code) {
+// Whether a command is a choice from that list; the number is then the item.
+bool IsChoice(ControlDialog& dialog, int id, WORD code) {
+    if (code == CBN_SELCHANGE) {
+        PostFromChild(dialog.Handle(), id, LIST_CHOSEN,
+                      SendDlgItemMessageA(dialog.Handle(), id, CB_GETCURSEL, 0, 0));
+    }
+    return code == LIST_CHOSEN;
+}
+
+void HandleCommand(ControlDialog& dialog, int id, WORD code, LPARAM number) {
     if (const DialogEdit* edit = FindEdit(dialog, id); edit != nullptr) {
         if (code == EDIT_ENTER || (code == EDIT_LEFT && !dialog.filling)) {
             ApplyField(dialog, *edit);
@@ -531,10 +540,9 @@ void HandleCommand(ControlDialog& dialog, int id, WORD code) {
         }
     }
     for (const DialogChoice& choice : dialog.description->choices) {
-        if (choice.id == id && code == CBN_SELCHANGE) {
+        if (choice.id == id && IsChoice(dialog, id, code)) {
             char text[64] = "";
-            const auto place = SendDlgItemMessageA(dialog.Handle(), id, CB_GETCURSEL, 0, 0);
-            SendDlgItemMessageA(dialog.Handle(), id, CB_GETLBTEXT, static_cast<WPARAM>(place),
+            SendDlgItemMessageA(dialog.Handle(), id, CB_GETLBTEXT, static_cast<WPARAM>(number),
                                 reinterpret_cast<LPARAM>(text));
             SendLine(dialog, std::string("*") + choice.keyword + "=" + text);
             return;
@@ -544,10 +552,9 @@ void HandleCommand(ControlDialog& dialog, int id, WORD code) {
     case IDC_OBJECT_SELECTOR:
         if (code == CBN_DROPDOWN) {
             FillSelector(dialog); // controls may have come and gone
-        } else if (code == CBN_SELCHANGE) {
-            const auto place = SendDlgItemMessageA(dialog.Handle(), id, CB_GETCURSEL, 0, 0);
+        } else if (IsChoice(dialog, id, code)) {
             SwitchTo(dialog, reinterpret_cast<HWND>(SendDlgItemMessageA(dialog.Handle(), id, CB_GETITEMDATA,
-                                                                        static_cast<WPARAM>(place), 0)));
+                                                                        static_cast<WPARAM>(number), 0)));
         }
         break;
     case IDC_DELETE_CONTROL:
@@ -661,7 +668,7 @@ bool ControlDialog::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam, LR
         }
         return true;
     case WM_COMMAND:
-        HandleCommand(*this, LOWORD(wParam), HIWORD(wParam));
+        HandleCommand(*this, LOWORD(wParam), HIWORD(wParam), lParam);
         return true;
     case WM_NOTIFY: {
         const auto& note = *reinterpret_cast<const NMHDR*>(lParam);

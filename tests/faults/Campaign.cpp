@@ -2,6 +2,7 @@
 
 #include "tests/faults/Campaign.h"
 
+#include "tests/windows/FreedMemory.h"
 #include "tests/windows/Resources.h"
 
 #include <algorithm>
@@ -21,7 +22,7 @@ namespace {
 
 constexpr const char* USAGE =
     "Usage: faults [--seed NUMBER] [--seconds NUMBER | --minutes NUMBER] [--topic NAME [--round NUMBER]]\n"
-    "              [--small-volume FOLDER]\n";
+    "              [--small-volume FOLDER] [--trap-freed-memory]\n";
 constexpr const Topic* TOPICS[] = {&recordsTopic, &destructionTopic, &savingTopic,  &filesTopic,
                                    &memoryTopic,  &diskTopic,        &terminalTopic};
 constexpr int WARM_UP = 4;                // rounds in which the system may make things that it keeps
@@ -33,6 +34,7 @@ struct Options {
     double seconds = 25;
     std::string_view topic;
     int round = -1;
+    bool trapsFreedMemory = false;
 } options;
 
 const char* topicName = "";
@@ -200,10 +202,15 @@ void RunTopic(const Topic& topic, double seconds) {
 }
 
 bool ReadOptions(int count, char** arguments) {
-    for (int i = 1; i + 1 < count; i += 2) {
+    for (int i = 1; i < count; i += 2) {
         const std::string_view name = arguments[i];
-        const char* value = arguments[i + 1];
-        if (name == "--seed") {
+        const char* value = i + 1 < count ? arguments[i + 1] : "";
+        if (name == "--trap-freed-memory") {
+            options.trapsFreedMemory = true;
+            --i;
+        } else if (i + 1 == count) {
+            return false;
+        } else if (name == "--seed") {
             options.seed = std::strtoul(value, nullptr, 10);
         } else if (name == "--seconds" || name == "--minutes") {
             options.seconds = std::atof(value) * (name == "--minutes" ? 60 : 1);
@@ -217,7 +224,7 @@ bool ReadOptions(int count, char** arguments) {
             return false;
         }
     }
-    return count % 2 == 1;
+    return true;
 }
 
 } // namespace
@@ -268,6 +275,10 @@ int main(int argc, char** argv) {
     }
     SetUnhandledExceptionFilter(ReportCrash);
     std::signal(SIGABRT, ReportAbort);
+    if (options.trapsFreedMemory && !TrapFreedMemory()) {
+        std::fputs("freed memory cannot be trapped on this system\n", stderr);
+        return 1;
+    }
     if (LoadLibraryA(CONTROL_LIBRARY) == nullptr) {
         std::fprintf(stderr, "%s cannot be loaded: error %lu\n", CONTROL_LIBRARY, GetLastError());
         return 1;

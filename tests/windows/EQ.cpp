@@ -228,11 +228,13 @@ TEST_CASE_FIXTURE(EqFixture, "arrows step, and send nothing at the limits") {
         SendMessageA(spin, WM_LBUTTONDOWN, MK_LBUTTON, At(arrows.right / 2, 3));
         SendMessageA(spin, WM_LBUTTONUP, 0, At(arrows.right / 2, 3));
     }
+    DispatchCommands(eq);
     CHECK(Field(GAIN) == "-1.5 dB");
     for (int i = 0; i < 200; ++i) {
         SendMessageA(Item(eq, GAIN), WM_KEYDOWN, VK_DOWN, 0);
         SendMessageA(Item(eq, GAIN), WM_KEYUP, VK_DOWN, 0);
     }
+    DispatchCommands(eq);
     CHECK(Field(GAIN) == "-18.0 dB");
     CHECK(sent.size() == 3 + 33);
 }

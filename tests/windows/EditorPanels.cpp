@@ -79,12 +79,14 @@ void StepSpin(HWND panel, int spinId, int delta) {
     NMUPDOWN step{
         {Item(panel, spinId), static_cast<UINT_PTR>(spinId), static_cast<UINT>(UDN_DELTAPOS)}, 50, delta};
     SendMessageA(panel, WM_NOTIFY, step.hdr.idFrom, reinterpret_cast<LPARAM>(&step));
+    DispatchCommands(panel);
 }
 
 void ChooseItem(HWND panel, int listId, int item) {
     const HWND list = Item(panel, listId);
     SendMessageA(list, CB_SETCURSEL, static_cast<WPARAM>(item), 0);
     SendMessageA(panel, WM_COMMAND, MAKEWPARAM(listId, CBN_SELCHANGE), reinterpret_cast<LPARAM>(list));
+    DispatchCommands(panel);
 }
 
 void PressKey(WPARAM key, bool shift) {

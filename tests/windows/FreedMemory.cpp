@@ -1,112 +1,243 @@
 #include "tests/windows/FreedMemory.h"
 
-#include "tests/windows/TestPanel.h"
+#include <windows.h>
 
 #include <algorithm>
+#include <cstdint>
+#include <cstdio>
 #include <cstring>
+#include <iterator>
 
 namespace {
 
-constexpr std::size_t SMALLEST = 150; // the objects; smaller blocks would take a page each for nothing
-constexpr std::size_t PAGE = 4096;
-constexpr std::size_t PAGE_COUNT = 65536; // once they are used up, blocks come from the heap again
+constexpr SIZE_T SMALLEST = 8;
+constexpr SIZE_T PAGE = 4096;
+constexpr LONG PAGE_COUNT = 100000; // used in turn; where none is free a block comes from the heap as before
+constexpr ULONG USER_FLAGS = 0xE00; // of an allocation; the system keeps them for the owner
 
-using Allocate = void*(__cdecl*)(std::size_t);
-using Reallocate = void*(__cdecl*)(void*, std::size_t);
-using Free = void(__cdecl*)(void*);
+struct Block {
+    SIZE_T size;
+    void* userValue;
+    ULONG userFlags;
+    void* freedBy[12]; // return addresses
+    LONG isUsed;
+};
 
 char* pages = nullptr;
-std::size_t sizes[PAGE_COUNT];
-LONG taken = 0;
-Allocate heapAllocate = nullptr;
-Reallocate heapReallocate = nullptr;
-Free heapFree = nullptr;
+Block* blocks = nullptr;
+LONG turn = 0;
 
-bool IsPage(const void* block) {
-    const auto* byte = static_cast<const char*>(block);
+bool IsTrapped(const void* memory) {
+    const auto* byte = static_cast<const char*>(memory);
     return byte >= pages && byte < pages + PAGE_COUNT * PAGE;
 }
 
-void* __cdecl TrapAllocate(std::size_t size) {
-    if (size < SMALLEST || size > PAGE || taken >= static_cast<LONG>(PAGE_COUNT)) {
-        return heapAllocate(size);
-    }
-    const LONG page = InterlockedIncrement(&taken) - 1;
-    if (page >= static_cast<LONG>(PAGE_COUNT)) {
-        return heapAllocate(size);
-    }
-    sizes[page] = size;
-    return VirtualAlloc(pages + static_cast<std::size_t>(page) * PAGE, PAGE, MEM_COMMIT, PAGE_READWRITE);
+SIZE_T PageOf(const void* memory) {
+    return static_cast<SIZE_T>(static_cast<const char*>(memory) - pages) / PAGE;
 }
 
-void __cdecl TrapFree(void* block) {
-    if (IsPage(block)) {
-        VirtualFree(block, PAGE, MEM_DECOMMIT);
-    } else {
-        heapFree(block);
-    }
+Block& BlockOf(const void* memory) {
+    return blocks[PageOf(memory)];
 }
 
-void* __cdecl TrapReallocate(void* block, std::size_t size) {
-    if (!IsPage(block)) {
-        return heapReallocate(block, size);
+// The system's functions as they were.
+namespace heap {
+void*(WINAPI* allocate)(HANDLE, ULONG, SIZE_T);
+BOOLEAN(WINAPI* release)(HANDLE, ULONG, void*);
+void*(WINAPI* reallocate)(HANDLE, ULONG, void*, SIZE_T);
+SIZE_T(WINAPI* size)(HANDLE, ULONG, const void*);
+BOOLEAN(WINAPI* validate)(HANDLE, ULONG, const void*);
+BOOLEAN(WINAPI* getUserInfo)(HANDLE, ULONG, void*, void**, ULONG*);
+BOOLEAN(WINAPI* setUserValue)(HANDLE, ULONG, void*, void*);
+BOOLEAN(WINAPI* setUserFlags)(HANDLE, ULONG, void*, ULONG, ULONG);
+} // namespace heap
+
+// At the end of its page, so that going beyond it is seen, too.
+void* WINAPI Allocate(HANDLE from, ULONG flags, SIZE_T size) {
+    for (int tries = 0; size >= SMALLEST && size <= PAGE && tries < 1000; ++tries) {
+        const LONG page = static_cast<LONG>(static_cast<ULONG>(InterlockedIncrement(&turn)) % PAGE_COUNT);
+        Block& block = blocks[page];
+        if (InterlockedCompareExchange(&block.isUsed, 1, 0) != 0) {
+            continue;
+        }
+        char* begin = pages + static_cast<SIZE_T>(page) * PAGE;
+        if (VirtualAlloc(begin, PAGE, MEM_COMMIT, PAGE_READWRITE) == nullptr) {
+            InterlockedExchange(&block.isUsed, 0);
+            break;
+        }
+        block.size = size;
+        block.userValue = nullptr;
+        block.userFlags = flags & USER_FLAGS;
+        return begin + ((PAGE - size) & ~SIZE_T{7});
     }
-    const std::size_t held = sizes[static_cast<std::size_t>(static_cast<char*>(block) - pages) / PAGE];
-    void* moved = heapAllocate(size);
-    std::memcpy(moved, block, std::min(held, size));
-    TrapFree(block);
+    return heap::allocate(from, flags, size);
+}
+
+BOOLEAN WINAPI Release(HANDLE from, ULONG flags, void* memory) {
+    if (!IsTrapped(memory)) {
+        return heap::release(from, flags, memory);
+    }
+    Block& block = BlockOf(memory);
+    if (block.isUsed == 0) {
+        *static_cast<volatile char*>(memory) = 0; // freed twice: is reported as any use of freed memory
+    }
+    std::fill(std::begin(block.freedBy), std::end(block.freedBy), nullptr);
+    CaptureStackBackTrace(1, static_cast<DWORD>(std::size(block.freedBy)), block.freedBy, nullptr);
+    VirtualFree(pages + PageOf(memory) * PAGE, PAGE, MEM_DECOMMIT);
+    InterlockedExchange(&block.isUsed, 0);
+    return TRUE;
+}
+
+void* WINAPI Reallocate(HANDLE from, ULONG flags, void* memory, SIZE_T size) {
+    if (!IsTrapped(memory)) {
+        return heap::reallocate(from, flags, memory, size);
+    }
+    if ((flags & HEAP_REALLOC_IN_PLACE_ONLY) != 0) {
+        return nullptr;
+    }
+    const Block& block = BlockOf(memory);
+    void* moved = Allocate(from, flags | block.userFlags, size);
+    if (moved == nullptr) {
+        return nullptr;
+    }
+    std::memcpy(moved, memory, std::min(size, block.size));
+    if (IsTrapped(moved)) {
+        BlockOf(moved).userValue = block.userValue;
+    } else if ((flags & HEAP_ZERO_MEMORY) != 0 && size > block.size) {
+        std::memset(static_cast<char*>(moved) + block.size, 0, size - block.size);
+    }
+    Release(from, flags, memory);
     return moved;
 }
 
-// Puts another function in the place of one that a library, or with null this program, imports from the C
-// runtime.
-void Redirect(const char* library, const char* function, void* replacement) {
-    auto* base = reinterpret_cast<char*>(GetModuleHandleA(library));
-    REQUIRE(base != nullptr);
-    const auto* dos = reinterpret_cast<const IMAGE_DOS_HEADER*>(base);
-    const auto* headers = reinterpret_cast<const IMAGE_NT_HEADERS*>(base + dos->e_lfanew);
-    const auto& directory = headers->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT];
-    bool found = false;
-    for (auto* import = reinterpret_cast<const IMAGE_IMPORT_DESCRIPTOR*>(base + directory.VirtualAddress);
-         import->Name != 0; ++import) {
-        auto* name = reinterpret_cast<const IMAGE_THUNK_DATA*>(base + import->OriginalFirstThunk);
-        auto* address = reinterpret_cast<IMAGE_THUNK_DATA*>(base + import->FirstThunk);
-        for (; name->u1.AddressOfData != 0; ++name, ++address) {
-            const auto* entry = reinterpret_cast<const IMAGE_IMPORT_BY_NAME*>(base + name->u1.AddressOfData);
-            const bool byName = (name->u1.Ordinal & IMAGE_ORDINAL_FLAG) == 0;
-            if (byName && std::strcmp(reinterpret_cast<const char*>(entry->Name), function) == 0) {
-                DWORD before = 0;
-                VirtualProtect(address, sizeof *address, PAGE_READWRITE, &before);
-                address->u1.Function = reinterpret_cast<DWORD_PTR>(replacement);
-                VirtualProtect(address, sizeof *address, before, &before);
-                found = true;
-            }
+SIZE_T WINAPI Size(HANDLE from, ULONG flags, const void* memory) {
+    return IsTrapped(memory) ? BlockOf(memory).size : heap::size(from, flags, memory);
+}
+
+BOOLEAN WINAPI Validate(HANDLE from, ULONG flags, const void* memory) {
+    return IsTrapped(memory) ? BlockOf(memory).isUsed != 0 : heap::validate(from, flags, memory);
+}
+
+BOOLEAN WINAPI GetUserInfo(HANDLE from, ULONG flags, void* memory, void** value, ULONG* userFlags) {
+    if (!IsTrapped(memory)) {
+        return heap::getUserInfo(from, flags, memory, value, userFlags);
+    }
+    *value = BlockOf(memory).userValue;
+    *userFlags = BlockOf(memory).userFlags;
+    return TRUE;
+}
+
+BOOLEAN WINAPI SetUserValue(HANDLE from, ULONG flags, void* memory, void* value) {
+    if (!IsTrapped(memory)) {
+        return heap::setUserValue(from, flags, memory, value);
+    }
+    BlockOf(memory).userValue = value;
+    return TRUE;
+}
+
+BOOLEAN WINAPI SetUserFlags(HANDLE from, ULONG flags, void* memory, ULONG cleared, ULONG set) {
+    if (!IsTrapped(memory)) {
+        return heap::setUserFlags(from, flags, memory, cleared, set);
+    }
+    BlockOf(memory).userFlags = (BlockOf(memory).userFlags & ~cleared) | set;
+    return TRUE;
+}
+
+// Beginnings of functions that do not depend on where they stand, as long as a jump or longer.
+struct Beginning {
+    unsigned char length;
+    unsigned char code[7];
+};
+constexpr Beginning BEGINNINGS[] = {
+    {5, {0x8B, 0xFF, 0x55, 0x8B, 0xEC}},             // the place that the system leaves for it
+    {7, {0x8D, 0x4C, 0x24, 0x04, 0x83, 0xE4, 0xF0}}, // lea ecx,[esp+4]; and esp,-16
+    {6, {0x55, 0x89, 0xE5, 0x57, 0x56, 0x53}},       // push ebp; mov ebp,esp; push edi, esi, ebx
+};
+constexpr int JUMP = 5; // bytes
+
+void WriteJump(unsigned char* at, const void* destination) {
+    at[0] = 0xE9;
+    const auto distance =
+        static_cast<std::int32_t>(static_cast<const unsigned char*>(destination) - at - JUMP);
+    std::memcpy(at + 1, &distance, sizeof distance);
+}
+
+// Every call of that function goes to another one from now on, whoever calls it.
+template <class Function>
+bool Redirect(const char* name, Function* replacement, Function*& original) {
+    auto* code = reinterpret_cast<unsigned char*>(GetProcAddress(GetModuleHandleA("ntdll.dll"), name));
+    const auto* beginning =
+        std::find_if(std::begin(BEGINNINGS), std::end(BEGINNINGS), [code](const Beginning& known) {
+            return std::memcmp(code, known.code, known.length) == 0;
+        });
+    auto* moved = static_cast<unsigned char*>(
+        VirtualAlloc(nullptr, PAGE, MEM_COMMIT | MEM_RESERVE, PAGE_EXECUTE_READWRITE));
+    if (beginning == std::end(BEGINNINGS) || moved == nullptr) {
+        return false;
+    }
+    const unsigned char length = beginning->length;
+    std::memcpy(moved, code, length);
+    WriteJump(moved + length, code + length);
+    original = reinterpret_cast<Function*>(moved);
+    DWORD protection = 0;
+    VirtualProtect(code, JUMP, PAGE_EXECUTE_READWRITE, &protection);
+    WriteJump(code, reinterpret_cast<const void*>(replacement));
+    VirtualProtect(code, JUMP, protection, &protection);
+    return true;
+}
+
+void PrintPlace(const char* what, const void* address) {
+    HMODULE module = nullptr;
+    char path[MAX_PATH] = "?";
+    GetModuleHandleExA(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+                       static_cast<const char*>(address), &module);
+    GetModuleFileNameA(module, path, sizeof path);
+    std::printf(
+        "  %s %s+%lx\n", what, path,
+        static_cast<unsigned long>(static_cast<const char*>(address) - reinterpret_cast<char*>(module)));
+}
+
+// Also of code of the system, whose windows' procedures would go on after it.
+LONG CALLBACK EndAtUse(EXCEPTION_POINTERS* exception) {
+    const EXCEPTION_RECORD& record = *exception->ExceptionRecord;
+    const auto* used = reinterpret_cast<const char*>(record.ExceptionInformation[1]);
+    if (record.ExceptionCode != EXCEPTION_ACCESS_VIOLATION || !IsTrapped(used)) {
+        return EXCEPTION_CONTINUE_SEARCH;
+    }
+    const Block& block = BlockOf(used);
+    const char* begin = pages + PageOf(used) * PAGE + ((PAGE - block.size) & ~SIZE_T{7});
+    std::printf("freed memory: byte %d of %lu is %s\n", static_cast<int>(used - begin), block.size,
+                record.ExceptionInformation[0] == 0 ? "read" : "written");
+    PrintPlace("by", record.ExceptionAddress);
+    for (const void* caller : block.freedBy) {
+        if (caller != nullptr) {
+            PrintPlace("freed through", caller);
         }
     }
-    REQUIRE(found);
+    std::fflush(stdout);
+    TerminateProcess(GetCurrentProcess(), 3);
+    return EXCEPTION_CONTINUE_SEARCH;
 }
 
 } // namespace
 
-void TrapFreedMemory() {
+bool TrapFreedMemory() {
     if (pages != nullptr) {
-        return;
+        return true;
     }
+    blocks = static_cast<Block*>(
+        VirtualAlloc(nullptr, PAGE_COUNT * sizeof(Block), MEM_COMMIT | MEM_RESERVE, PAGE_READWRITE));
     pages = static_cast<char*>(VirtualAlloc(nullptr, PAGE_COUNT * PAGE, MEM_RESERVE, PAGE_READWRITE));
-    REQUIRE(pages != nullptr);
-    HMODULE runtime = GetModuleHandleA("msvcrt.dll");
-    const auto original = [runtime](const char* name) {
-        return reinterpret_cast<void*>(GetProcAddress(runtime, name));
-    };
-    heapAllocate = reinterpret_cast<Allocate>(original("malloc"));
-    heapReallocate = reinterpret_cast<Reallocate>(original("realloc"));
-    heapFree = reinterpret_cast<Free>(original("free"));
-    // This program frees what the libraries hand out.
-    for (const char* library : {CONTROL_LIBRARY, "Panelhost.dll", static_cast<const char*>(nullptr)}) {
-        Redirect(library, "free", reinterpret_cast<void*>(TrapFree));
-        Redirect(library, "realloc", reinterpret_cast<void*>(TrapReallocate));
+    if (blocks == nullptr || pages == nullptr) {
+        return false;
     }
-    for (const char* library : {CONTROL_LIBRARY, "Panelhost.dll"}) {
-        Redirect(library, "malloc", reinterpret_cast<void*>(TrapAllocate));
-    }
+    AddVectoredExceptionHandler(1, EndAtUse);
+    return Redirect("RtlSizeHeap", Size, heap::size) &&
+           Redirect("RtlValidateHeap", Validate, heap::validate) &&
+           Redirect("RtlGetUserInfoHeap", GetUserInfo, heap::getUserInfo) &&
+           Redirect("RtlSetUserValueHeap", SetUserValue, heap::setUserValue) &&
+           Redirect("RtlSetUserFlagsHeap", SetUserFlags, heap::setUserFlags) &&
+           Redirect("RtlReAllocateHeap", Reallocate, heap::reallocate) &&
+           Redirect("RtlFreeHeap", Release, heap::release) &&
+           Redirect("RtlAllocateHeap", Allocate, heap::allocate);
 }

@@ -1,6 +1,7 @@
 #pragma once
 
-// From the first call on, blocks of 150 to 4,096 bytes that the control library and the host library free can
-// be touched no more: whoever reads or writes an object that is gone crashes there and then, whatever the
-// optimiser makes of it. Lasts to the end of the process.
-void TrapFreedMemory();
+// From now on every block of a heap, of this program, our libraries and the system's, lies at the end of a
+// page of its own, which is taken away when the block is freed: whoever uses freed memory, or goes beyond the
+// end of a block, ends the process there, with a line that says who. It stays on. False where the system's
+// functions begin in a way that is not known here.
+bool TrapFreedMemory();

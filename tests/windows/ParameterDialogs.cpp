@@ -52,6 +52,7 @@ bool Choose(HWND dialog, int id, const char* text) {
         return false;
     }
     Command(dialog, id, CBN_SELCHANGE);
+    DispatchCommands(dialog);
     return true;
 }
 

@@ -231,6 +231,12 @@ bool TakePosted(HWND window, UINT message, MSG& posted) {
     return PeekMessageA(&posted, window, message, message, PM_REMOVE | PM_QS_POSTMESSAGE) != 0;
 }
 
+void DispatchCommands(HWND window) {
+    for (MSG posted; TakePosted(window, WM_COMMAND, posted);) {
+        DispatchMessageA(&posted);
+    }
+}
+
 LPARAM At(int x, int y) {
     return MAKELPARAM(static_cast<WORD>(x), static_cast<WORD>(y));
 }
