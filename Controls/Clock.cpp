@@ -23,6 +23,7 @@ public:
     const KEYWORDROW* GetHostinfoTable() override;
     void SetDefaults() override;
     LRESULT OnTimer(WPARAM timer, LPARAM lParam) override;
+    DWORD DueIn(DWORD now) const noexcept override;
     // Destroys the window and with it the object, from any thread. 1, or 0 when it is gone already.
     LRESULT OnDelete(WPARAM wParam, LPARAM lParam) override;
     int PreferredWidth() const override;
@@ -121,9 +122,14 @@ const LocalTime& Now() {
 
 } // namespace
 
+DWORD CLOCKPROPERTIES::DueIn(DWORD now) const noexcept {
+    const DWORD passed = now - lastTick;
+    return passed < REDRAW_INTERVAL ? REDRAW_INTERVAL - passed : 0;
+}
+
 LRESULT CLOCKPROPERTIES::OnTimer(WPARAM, LPARAM) {
     const DWORD now = GetTickCount();
-    if (now - lastTick < REDRAW_INTERVAL || GetCapture() == window) {
+    if (DueIn(now) > 0 || GetCapture() == window) {
         return 0;
     }
     lastTick = now;

@@ -243,7 +243,7 @@ void PUSHBUTTONPROPERTIES::StopRepeat() {
 
 LRESULT PUSHBUTTONPROPERTIES::OnTimer(WPARAM timer, LPARAM) {
     const DWORD now = GetTickCount();
-    if (timer != REPEAT_TIMER && now - lastPoll <= static_cast<DWORD>(interval)) {
+    if (timer != REPEAT_TIMER && UntilPoll(now) > 0) {
         return 0;
     }
     lastPoll = now;

@@ -2,6 +2,7 @@
 
 #include "Panel/ControlLibrary.h"
 #include "Panel/FileDialogs.h"
+#include "Panel/LoadProgress.h"
 #include "Panel/Paths.h"
 #include "Panel/Screenshot.h"
 #include "Panel/resource.h"
@@ -19,6 +20,11 @@ constexpr ULONGLONG REFRESH_AFTER = 200; // milliseconds
 constexpr POINT SCREENSHOT_PLACE{40, 40};
 constexpr DWORD STYLE = WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN;
 constexpr UINT SHOW_WARNINGS = WM_APP; // posted to itself
+
+// Of a panel with that file.
+std::string NameOf(const std::string& file) {
+    return file.empty() ? "Untitled" : FileName(file);
+}
 
 } // namespace
 
@@ -289,14 +295,21 @@ void FrameWindow::OnSize() {
 // The panel and its file.
 
 bool FrameWindow::OpenPanel(const std::string& file, std::string& error) {
-    return OpenSource({file, DeviceFileFor(file)}, error);
+    return OpenSource({file, DeviceFileFor(file)}, error) ||
+           (error.empty() && !panel_ && OpenSource({}, error));
+}
+
+std::unique_ptr<PanelWindow> FrameWindow::Load(const PanelSource& source, bool mayCancel,
+                                               std::string& error) {
+    LoadProgress progress(Handle(), status_, NameOf(source.panelFile), mayCancel);
+    const auto warn = [this](const std::string& text) { WarnLater(text); };
+    return PanelWindow::Open(view_.Handle(), source, progress, warn, error);
 }
 
 bool FrameWindow::OpenSource(const PanelSource& source, std::string& error) {
-    const auto warn = [this](const std::string& text) { WarnLater(text); };
     const int messages = log_.MessageCount();
     log_.SetMessageCount(0);
-    auto opened = PanelWindow::Open(view_.Handle(), source, warn, error);
+    auto opened = Load(source, true, error);
     if (!opened) {
         log_.SetMessageCount(messages);
         return false;
@@ -307,10 +320,10 @@ bool FrameWindow::OpenSource(const PanelSource& source, std::string& error) {
         opened.reset();
         Replace(nullptr, "");
         log_.SetMessageCount(0);
-        opened = PanelWindow::Open(view_.Handle(), source, warn, error);
+        opened = Load(source, false, error);
         if (!opened) { // the file changed this very moment
             std::string ignored;
-            Replace(PanelWindow::Open(view_.Handle(), {}, warn, ignored), "");
+            Replace(Load({}, false, ignored), "");
             return false;
         }
     }
@@ -329,7 +342,9 @@ bool FrameWindow::Recover() {
         source.deviceFile = copy.devices;
     }
     if (std::string error; !OpenSource(source, error)) {
-        reporter_.Warn(nullptr, error);
+        if (!error.empty()) {
+            reporter_.Warn(nullptr, error);
+        }
         return false;
     }
     recovery_.Adopt(std::move(found->file), panel_->Edit().Edits());
@@ -403,7 +418,7 @@ void FrameWindow::Open() {
     }
     const std::string file = AskFileToOpen(Handle());
     std::string error;
-    if (!file.empty() && !OpenPanel(file, error)) {
+    if (!file.empty() && !OpenPanel(file, error) && !error.empty()) {
         reporter_.Warn(Handle(), error);
     }
 }
@@ -485,7 +500,7 @@ void FrameWindow::About() {
 // What is shown.
 
 std::string FrameWindow::DocumentName() const {
-    return file_.empty() ? "Untitled" : FileName(file_);
+    return NameOf(file_);
 }
 
 void FrameWindow::Refresh() {

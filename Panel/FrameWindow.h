@@ -30,7 +30,8 @@ public:
 
     bool Create(std::string& error);
     // Replaces the panel by that of the file, or by an empty one without a file. On failure the running panel
-    // stays.
+    // stays; the error is empty when the user has cancelled the loading. At the start an empty panel takes
+    // the place of a cancelled one.
     bool OpenPanel(const std::string& file, std::string& error);
     // Offers panels that were not saved when a program ended otherwise than it should; true when one was
     // opened.
@@ -51,6 +52,7 @@ private:
     int PaletteWidth() const { return editing_ ? Palette::WIDTH : 0; }
 
     bool OpenSource(const PanelSource& source, std::string& error);
+    std::unique_ptr<PanelWindow> Load(const PanelSource& source, bool mayCancel, std::string& error);
     // Lets go of the running panel; null for no panel while another is opened.
     void Replace(std::unique_ptr<PanelWindow> panel, const std::string& file);
     void New();

@@ -1,6 +1,7 @@
 #include "Panel/PanelWindow.h"
 
 #include "Panel/Handles.h"
+#include "Panel/LoadProgress.h"
 #include "Panel/Paths.h"
 #include "Panelhost/Editing.h"
 #include "Panelhost/HostInterface.h"
@@ -42,7 +43,7 @@ std::string LoadFailure(int created, HOSTINFO* root, const std::string& file, co
 
 } // namespace
 
-std::unique_ptr<PanelWindow> PanelWindow::Open(HWND view, const PanelSource& source,
+std::unique_ptr<PanelWindow> PanelWindow::Open(HWND view, const PanelSource& source, LoadProgress& progress,
                                                const PanelEdits::Warning& warn, std::string& error) {
     std::unique_ptr<PanelWindow> panel(new PanelWindow);
     // Hidden while it is filled: creating thousands of visible children is slow.
@@ -52,15 +53,15 @@ std::unique_ptr<PanelWindow> PanelWindow::Open(HWND view, const PanelSource& sou
         error = "cannot make a panel window: " + ErrorText(GetLastError());
         return nullptr;
     }
-    if (!panel->Load(source, warn, error)) {
+    if (!panel->Load(source, progress, warn, error)) {
         return nullptr;
     }
     return panel;
 }
 
-bool PanelWindow::Load(const PanelSource& source, const PanelEdits::Warning& warn, std::string& error) {
-    const std::string& file = source.panelFile;
-    root_ = ph_CreateRoot(Handle(), FileName(file).c_str());
+bool PanelWindow::Load(const PanelSource& source, LoadProgress& progress, const PanelEdits::Warning& warn,
+                       std::string& error) {
+    root_ = ph_CreateRoot(Handle(), FileName(source.panelFile).c_str());
     if (!root_) {
         error = "cannot make a panel";
         return false;
@@ -73,22 +74,29 @@ bool PanelWindow::Load(const PanelSource& source, const PanelEdits::Warning& war
     if (!error.empty()) {
         return false;
     }
-    if (source.copy) {
-        return LoadCopy(*source.copy, error);
+    ph_SetLoadProgress(root_, LoadProgress::Tell, &progress);
+    const bool isLoaded = LoadControls(source, error);
+    ph_SetLoadProgress(root_, nullptr, nullptr);
+    if (progress.IsCancelled()) {
+        error.clear();
+        return false;
     }
-    if (!file.empty()) {
+    return isLoaded;
+}
+
+bool PanelWindow::LoadControls(const PanelSource& source, std::string& error) {
+    if (source.copy) {
+        if (a_LoadText(root_, source.copy->panel, "Copy") < 0) {
+            error = "cannot open the copy";
+            return false;
+        }
+        editor_->Edits().MarkUnsaved(source.copy->changes);
+        return true;
+    }
+    if (const std::string& file = source.panelFile; !file.empty()) {
         error = LoadFailure(ph_LoadPanel(root_, file.c_str()), root_, file, "panel");
     }
     return error.empty();
-}
-
-bool PanelWindow::LoadCopy(const logic::RecoveryCopy& copy, std::string& error) {
-    if (a_LoadText(root_, copy.panel, "Copy") < 0) {
-        error = "cannot open the copy";
-        return false;
-    }
-    editor_->Edits().MarkUnsaved(copy.changes);
-    return true;
 }
 
 PanelWindow::~PanelWindow() {

@@ -9,6 +9,7 @@
 #include <string>
 
 class HOSTINFO;
+class LoadProgress;
 
 // What a panel is made from. An empty name stands for no file.
 struct PanelSource {
@@ -21,8 +22,9 @@ struct PanelSource {
 class PanelWindow : public Window {
 public:
     // A hidden panel window in the view with what the source holds. Null when one of the files cannot be
-    // used: then the error says which and why. The warning is for what goes wrong while it is edited.
-    static std::unique_ptr<PanelWindow> Open(HWND view, const PanelSource& source,
+    // used: then the error says which and why; there is none when the progress tells that the loading was
+    // cancelled. The warning is for what goes wrong while it is edited.
+    static std::unique_ptr<PanelWindow> Open(HWND view, const PanelSource& source, LoadProgress& progress,
                                              const PanelEdits::Warning& warn, std::string& error);
     ~PanelWindow() override;
 
@@ -56,8 +58,9 @@ public:
 
 private:
     PanelWindow() = default;
-    bool Load(const PanelSource& source, const PanelEdits::Warning& warn, std::string& error);
-    bool LoadCopy(const logic::RecoveryCopy& copy, std::string& error);
+    bool Load(const PanelSource& source, LoadProgress& progress, const PanelEdits::Warning& warn,
+              std::string& error);
+    bool LoadControls(const PanelSource& source, std::string& error);
     LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
 
     std::string RootText(const char* keyword) const;

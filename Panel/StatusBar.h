@@ -19,6 +19,8 @@ public:
     void Resize();
 
     void SetText(const std::string& text);
+    // Draws what is new at once.
+    void Update() const { UpdateWindow(bar_); }
     void SetControlCount(int count);
     void SetMessageCount(int count);
     // Whether the notification is a click on the number of messages.

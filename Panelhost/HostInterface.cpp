@@ -55,9 +55,20 @@ int ph_LoadPanel(HOSTINFO* root, const char* file) noexcept {
     return Guarded(-1, [&] { return PanelLoading(*panel).LoadFile(file); });
 }
 
+void ph_SetLoadProgress(HOSTINFO* root, int(__cdecl* progress)(int read, int total, void* context),
+                        void* context) noexcept {
+    if (PanelRoot* panel = PanelRoot::From(root); panel != nullptr) {
+        panel->progress = {progress, context};
+    }
+}
+
 int ph_SavePanel(HOSTINFO* root, const char* file) noexcept {
     PanelRoot* panel = PanelRoot::From(root);
     if (panel == nullptr || file == nullptr) {
+        return 0;
+    }
+    if (panel->opening.IsUnderWay()) {
+        SetLastError(ERROR_BUSY); // half of it would take the place of the file
         return 0;
     }
     return Guarded(0, [&] { return PanelSaving::Save(*panel, file) ? 1 : 0; });

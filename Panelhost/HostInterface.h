@@ -30,13 +30,23 @@ PH_API void __cdecl ph_DestroyRoot(HOSTINFO* root) PH_NOEXCEPT;
 
 /* Reads a device file. Number of devices declared, -1 when the file cannot be read. */
 PH_API int __cdecl ph_LoadDevices(HOSTINFO* root, const char* file) PH_NOEXCEPT;
-/* Reads a panel file and creates its controls. Number of controls created, -1 when the file cannot be read.
+/* Reads a panel file and creates its controls. Number of controls created, -1 when the file cannot be read or
+ * its loading was cancelled.
  * Lines that cannot be applied are traced with their number, kept, and otherwise skipped. No device is set
  * meanwhile; when the panel says onopen=send, the values of the file go to the devices afterwards, at once or
  * in ph_Tick. */
 PH_API int __cdecl ph_LoadPanel(HOSTINFO* root, const char* file) PH_NOEXCEPT;
+/* While a panel file, or text of one, is read into the root: the function is called some twenty times a
+ * second with the number of headers of controls that have been read and of those that there are, and answers
+ * 0 to cancel the loading. Everything is then as it was before, and the answer to the loading is -1; a root
+ * that had controls (or lines that were kept) before goes on instead. The function may draw and look at the
+ * keyboard; it must not dispatch messages, nor change the panel. Null for none. */
+PH_API void __cdecl ph_SetLoadProgress(HOSTINFO* root,
+                                       int(__cdecl* progress)(int read, int total, void* context),
+                                       void* context) PH_NOEXCEPT;
 /* Writes the panel file, with the lines that were kept. 1; 0 with the old file untouched, GetLastError
- * telling the system's reason. The changed flags are cleared on success. */
+ * telling the system's reason, also while a panel file is being loaded. The changed flags are cleared on
+ * success. */
 PH_API int __cdecl ph_SavePanel(HOSTINFO* root, const char* file) PH_NOEXCEPT;
 
 /* Lines of a panel file that could not be read are kept, saved where they stood, and go when their keyword is
@@ -64,7 +74,8 @@ PH_API int __cdecl ph_ListUnread(HOSTINFO* root,
 
 /* The window of an object by its full name, without regard to case; null when there is none. */
 PH_API HWND __cdecl ph_Find(HOSTINFO* root, const char* fullName) PH_NOEXCEPT;
-/* One timer tick: moves the simulated devices and sends WM_TIMER to every control. */
+/* One timer tick: moves the simulated devices and sends WM_TIMER to every control that has something to do at
+ * this time or does not say when it has. Nothing while a panel file is being loaded. */
 PH_API void __cdecl ph_Tick(HOSTINFO* root) PH_NOEXCEPT;
 /* 0 the panel is operated, 1 it is edited. */
 PH_API void __cdecl ph_SetMode(HOSTINFO* root, int mode) PH_NOEXCEPT;

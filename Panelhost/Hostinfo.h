@@ -24,6 +24,8 @@ constexpr WORD FLAG_FOCUS = 0x0008;     // the window has the keyboard focus
 constexpr WORD FLAG_SELECTED = 0x0010;  // selected while the panel is edited
 constexpr WORD FLAG_EDIT_ONLY = 0x0020; // its window is shown only while the panel is edited
 
+constexpr DWORD NO_TICK = 0xFFFFFFFF; // HOSTINFO::DueIn
+
 // Base of every property object: the root, devices, panels and controls. An object lives from the creation of
 // its window to its destruction and belongs to the thread of that window.
 class PANELHOST_API HOSTINFO {
@@ -101,6 +103,10 @@ public:
     HOSTINFO(const HOSTINFO&) = delete;
     HOSTINFO& operator=(const HOSTINFO&) = delete;
     virtual ~HOSTINFO(); // after the operations, so that their slots start at 0
+    // Milliseconds from the tick count "now" until the next tick that OnTimer has something to do at; 0: at
+    // this one, NO_TICK: at none, as things are. The panel asks at each tick and leaves out those that have
+    // nothing to do. An object that does not say gets every tick.
+    virtual DWORD DueIn(DWORD now) const noexcept;
 
 private:
     friend class PanelRoot;

@@ -2,9 +2,11 @@
 
 #include "Panelhost/Trace.h"
 
+#include "Panelhost/Guard.h"
 #include "Panelhost/HostInterface.h"
 #include "Panelhost/SharedLock.h"
 
+#include <algorithm>
 #include <cstdarg>
 #include <cstdio>
 #include <cstring>
@@ -22,6 +24,10 @@ struct TraceState {
     static TraceState& Get() {
         static TraceState state;
         return state;
+    }
+
+    static bool Admits(int kind, const char* format) {
+        return location == nullptr || location->Admit(kind, format);
     }
 
     // "file(line): " of what this thread reads at the moment; returns the number of characters.
@@ -80,9 +86,47 @@ TraceLocation::TraceLocation(const char* file) : file_(file), outer_(TraceState:
 
 TraceLocation::~TraceLocation() {
     TraceState::location = outer_;
+    for (const Kind& kind : kinds_) {
+        if (kind.count > TRACED_OF_A_KIND) {
+            Guarded([&] { TellRest(kind); });
+        }
+    }
+}
+
+bool TraceLocation::Admit(int kind, const char* format) noexcept {
+    return Guarded(true, [&] {
+        const auto same = std::find_if(kinds_.begin(), kinds_.end(), [&](const Kind& known) {
+            return known.kind == kind && known.format == format;
+        });
+        Kind& known = same != kinds_.end() ? *same : kinds_.emplace_back(Kind{kind, format, 0});
+        return ++known.count <= TRACED_OF_A_KIND;
+    });
+}
+
+// The format without what stands for the differences.
+void TraceLocation::TellRest(const Kind& kind) const {
+    std::string text;
+    bool isConversion = false;
+    for (const char c : kind.format) {
+        if (c == '%' && !isConversion) {
+            isConversion = true;
+        } else if (!isConversion) {
+            text += c;
+        } else if (std::strchr("diouxXeEfgGcsp%", c) != nullptr) {
+            isConversion = false;
+            text += c == '%' ? "%" : "...";
+        }
+    }
+    char line[TraceState::TEXT_AND_LOCATION];
+    std::snprintf(line, sizeof line, "%.500s: %u more: %s", file_, kind.count - TRACED_OF_A_KIND,
+                  text.c_str());
+    TraceState::Get().Emit(kind.kind, line);
 }
 
 void TRACE(const char* format, ...) {
+    if (!TraceState::Admits(TRACE_DEBUG, format)) {
+        return;
+    }
     char text[TraceState::TEXT_AND_LOCATION];
     const int start = TraceState::Location(text, 512);
     va_list arguments;
@@ -93,7 +137,7 @@ void TRACE(const char* format, ...) {
 }
 
 int EDITTRACE(const HOSTINFO* target, const char* format, const char* text) {
-    if (target == nullptr || format == nullptr) {
+    if (target == nullptr || format == nullptr || !TraceState::Admits(TRACE_EDIT, format)) {
         return 0;
     }
     char line[TraceState::TEXT_AND_LOCATION];

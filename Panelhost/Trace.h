@@ -3,6 +3,8 @@
 #include "Panelhost/Api.h"
 
 #include <cstddef>
+#include <string>
+#include <vector>
 #include <windows.h>
 
 class HOSTINFO;
@@ -21,7 +23,12 @@ PANELHOST_API int EDITTRACE(const HOSTINFO* target, const char* format, const ch
 // Appends every trace line to that file, from now on; null ends it. 1, or 0 when the file cannot be written.
 PANELHOST_API int a_SetTraceFile(const char* path);
 
-// While it lives, trace lines of this thread begin with the file name and the line number last set.
+// Of trace lines that differ only in what was put into their format, so many are traced singly while a file
+// is read.
+constexpr unsigned TRACED_OF_A_KIND = 20;
+
+// While it lives, trace lines of this thread begin with the file name and the line number last set. Where
+// there are too many of a kind, one line says at its end how many more there were.
 class PANELHOST_API TraceLocation {
 public:
     explicit TraceLocation(const char* file);
@@ -32,7 +39,17 @@ public:
 
 private:
     friend struct TraceState;
+    struct Kind {
+        int kind = TRACE_DEBUG;
+        std::string format;
+        unsigned count = 0;
+    };
+    // Counts a line of that format; whether it is to be traced.
+    bool Admit(int kind, const char* format) noexcept;
+    void TellRest(const Kind& kind) const;
+
     const char* file_;
     std::size_t line_ = 0;
     TraceLocation* outer_;
+    std::vector<Kind> kinds_;
 };

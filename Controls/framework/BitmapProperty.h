@@ -14,6 +14,9 @@ public:
 
     // An empty name removes the image. False, and nothing changed, when the file holds no image.
     bool Load(const std::string& name) {
+        if (bitmap_ != nullptr && name == name_) {
+            return true; // as in most panel files, which name the picture that a control starts with
+        }
         std::string kept = name; // before anything is changed: there may be no memory for it
         OSMIRBitmap* loaded = name.empty() ? nullptr : a_GetBitmap(name.c_str());
         if (!name.empty() && loaded == nullptr) {

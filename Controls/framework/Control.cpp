@@ -142,12 +142,21 @@ LRESULT CONTROLPROPERTIES::OnMessage(WPARAM, LPARAM record) {
 
 LRESULT CONTROLPROPERTIES::OnTimer(WPARAM, LPARAM) {
     const DWORD now = GetTickCount();
-    if (dragging || now - lastPoll <= static_cast<DWORD>(interval)) {
+    if (dragging || UntilPoll(now) > 0) {
         return 0;
     }
     lastPoll = now;
     Poll();
     return 0;
+}
+
+DWORD CONTROLPROPERTIES::UntilPoll(DWORD now) const noexcept {
+    const DWORD passed = now - lastPoll;
+    const auto period = static_cast<DWORD>(interval);
+    if (passed > period) {
+        return 0;
+    }
+    return std::min(period - passed, NO_TICK - 1) + 1;
 }
 
 LRESULT CONTROLPROPERTIES::OnGetTooltip(WPARAM, LPARAM lParam) {

@@ -65,6 +65,8 @@ public:
     LRESULT OnGetTooltip(WPARAM wParam, LPARAM text) override;
     // Of all keywords but the main value it is text, in which each of them can be had.
     LRESULT OnGetDatatype(WPARAM wParam, LPARAM keyword) override;
+    // The next poll. A control that has more to do at a tick answers the least of all its times.
+    DWORD DueIn(DWORD now) const noexcept override { return UntilPoll(now); }
 
     // What a control adds. Drawing changes nothing; the panel's background is there already.
     virtual const char* DefaultProperties() const { return nullptr; } // a property line loaded at creation
@@ -99,6 +101,8 @@ public:
             InvalidateRect(window, nullptr, FALSE);
         }
     }
+    // Milliseconds from the tick count "now" until the interval has passed since the last poll.
+    DWORD UntilPoll(DWORD now) const noexcept;
     bool HasFocus() const { return (flags & FLAG_FOCUS) != 0; }
     // Asks everything in a list of this control for a value. data points to the one that is held and receives
     // a new one. The result of the poll.

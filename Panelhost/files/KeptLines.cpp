@@ -20,6 +20,7 @@ std::string_view KeywordOf(std::string_view line) {
 void KeptLines::Begin() {
     reading_ = true;
     ++text_;
+    older_ = strays_.size();
     current_ = &root_;
     seen_.clear();
 }
@@ -116,11 +117,12 @@ KeptLines::Place KeptLines::Reserve(HOSTINFO& owner, std::string_view line, std:
 void KeptLines::Confirm(Place place) {
     // One that an earlier text had, or whose owner has come back, stands where it stood.
     const std::string full = FullLine(*place);
-    const auto former = std::find_if(strays_.begin(), strays_.end(), [&](const Stray& stray) {
+    const auto end = std::next(strays_.begin(), static_cast<std::ptrdiff_t>(older_));
+    const auto former = std::find_if(strays_.begin(), end, [&](const Stray& stray) {
         return stray.text != text_ && (stray.present || stray.owner == nullptr) && FullLine(stray) == full;
     });
     place->present = true;
-    if (former != strays_.end()) {
+    if (former != end) {
         former->owner = place->owner;
         former->line = std::move(place->line);
         former->number = place->number;
@@ -175,6 +177,7 @@ void KeptLines::Removed(HOSTINFO& object, HOSTINFO& before) noexcept {
 void KeptLines::Clear() {
     blocks_.clear();
     strays_.clear();
+    older_ = 0;
     current_ = nullptr;
 }
 

@@ -107,7 +107,8 @@ private:
 
     PanelRoot& root_;
     std::unordered_map<const HOSTINFO*, Block> blocks_;
-    std::list<Stray> strays_;
+    std::list<Stray> strays_; // those of earlier texts first
+    std::size_t older_ = 0;   // number of these
 
     bool reading_ = false;
     unsigned text_ = 0;             // number of the text that is read, or was read last

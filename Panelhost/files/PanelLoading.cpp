@@ -7,6 +7,8 @@
 
 namespace {
 
+constexpr DWORD PROGRESS_PERIOD = 50; // milliseconds, at least, from one call of who watches to the next
+
 // The part of a line that is not the name of its object: keyword and value, or all there is without "=".
 std::string_view WithoutObject(const std::string& line, const logic::PropertyLine& parts) {
     const char* start = parts.hasEquals ? parts.keyword.data() : parts.value.data();
@@ -61,10 +63,14 @@ int PanelLoading::LoadFile(const std::string& path) {
         root_.loadErrors = 0;
         return -1;
     }
+    if (root_.progress.tell != nullptr) {
+        LineFile same(path);
+        CountHeaders(same);
+    }
     const PanelRoot::Held heldRoot(root_);
     logic::OpeningValues asked;
     const int created = LoadLines(file, &asked);
-    if (root_.sendsOnOpen && a_IsAlive(&root_)) {
+    if (!isCancelled_ && root_.sendsOnOpen && a_IsAlive(&root_)) {
         root_.opening.SendLater(std::move(asked));
         root_.opening.Send(root_);
     }
@@ -79,17 +85,53 @@ void PanelLoading::PassOn() {
     }
 }
 
+int PanelLoading::LoadText(std::string_view text, const char* nameInTraces) {
+    if (root_.progress.tell != nullptr) {
+        LineText same(text, nameInTraces);
+        CountHeaders(same);
+    }
+    LineText lines(text, nameInTraces);
+    return LoadLines(lines, nullptr);
+}
+
+void PanelLoading::CountHeaders(LineSource& source) {
+    std::string line;
+    bool usable = false;
+    while (source.Next(line, usable)) {
+        total_ += usable && logic::SplitPropertyLine(line).keyword == "control" ? 1 : 0;
+    }
+}
+
+bool PanelLoading::GoesOn() {
+    if (!a_IsAlive(&root_)) {
+        return false;
+    }
+    const PanelRoot::Progress progress = root_.progress;
+    const DWORD now = GetTickCount();
+    if (progress.tell == nullptr || now - lastTold_ < PROGRESS_PERIOD) {
+        return true;
+    }
+    lastTold_ = now;
+    isCancelled_ = progress.tell(headers_, total_, progress.context) == 0 && mayCancel_;
+    return !isCancelled_ && a_IsAlive(&root_);
+}
+
 int PanelLoading::LoadLines(LineSource& source, logic::OpeningValues* asked) {
+    if (root_.opening.IsUnderWay()) {
+        return -1; // by whoever watches
+    }
     const PanelRoot::Held heldRoot(root_); // a line may end it
     PassOn();                              // what was set before goes its way
     root_.loadErrors = 0;
     const OpeningScope opening(root_.opening, asked);
     const DrawingHeld held(root_.window);
     const KeptLines::Reading reading(root_.kept);
+    mayCancel_ = root_.progress.tell != nullptr && root_.Controls().empty() && root_.kept.IsEmpty();
+    const std::vector<std::string> before = mayCancel_ ? root_.SavedValues() : std::vector<std::string>();
     std::vector<Connection> connections;
     std::string line;
     bool usable = false;
-    while (a_IsAlive(&root_) && source.Next(line, usable)) {
+    while (GoesOn() && source.Next(line, usable)) {
         number_ = source.LineNumber();
         if (source.WasCut()) {
             TRACE("Line is longer than any line of a panel file\n");
@@ -108,11 +150,16 @@ int PanelLoading::LoadLines(LineSource& source, logic::OpeningValues* asked) {
         }
     }
     for (const Connection& connection : connections) {
-        if (!a_IsAlive(&root_)) {
-            break; // kept lines went with it
+        if (!GoesOn()) {
+            break; // kept lines may have gone with the root
         }
         source.Location().SetLine(connection.number);
         ApplyDeferred(connection);
+    }
+    if (isCancelled_) {
+        TRACE("The loading was cancelled\n");
+        root_.MakeEmpty(before);
+        return -1;
     }
     PassOn(); // and what the lines have set goes as they do
     return a_IsAlive(&root_) ? created_ : -1;
@@ -200,6 +247,7 @@ void PanelLoading::RefuseWhole(const std::string& line, const logic::PropertyLin
 void PanelLoading::Apply(const std::string& line) {
     const logic::PropertyLine parts = logic::SplitPropertyLine(line);
     if (parts.keyword == "control") {
+        ++headers_;
         HOSTINFO* control = nullptr;
         if (const int reason = CreateFromHeader(line, parts, control); reason != 0) {
             KeepStray(line, parts, reason);

@@ -6,11 +6,13 @@
 #include "logic/PropertyLine.h"
 
 #include <string>
+#include <string_view>
 #include <unordered_set>
 #include <vector>
 
 // Applies a panel file to a root, line by line. Connections are applied at the end, when all their targets
-// exist. What cannot be applied is traced, counted and kept.
+// exist. What cannot be applied is traced, counted and kept. Whoever watches the root's progress can cancel
+// it.
 class PanelLoading {
 public:
     // Lines that belong to no object are kept with the panel, or, where a text is that of single objects, not
@@ -19,10 +21,10 @@ public:
 
     explicit PanelLoading(PanelRoot& root, OfNoObject ofNoObject = OfNoObject::Kept)
         : root_(root), ofNoObject_(ofNoObject) {}
-    // Number of controls created, -1 when the file cannot be read.
+    // Number of controls created, -1 when the file cannot be read or the loading was cancelled. What the
+    // lines of a file ask of devices is sent where the root asks for it, that of a text is forgotten.
     int LoadFile(const std::string& path);
-    // What the lines ask of devices is left in "asked", or forgotten.
-    int LoadLines(LineSource& source, logic::OpeningValues* asked = nullptr);
+    int LoadText(std::string_view text, const char* nameInTraces);
 
 private:
     struct Connection {
@@ -33,6 +35,10 @@ private:
         KeptLines::Place place; // for the case that its object does not come
     };
 
+    int LoadLines(LineSource& source, logic::OpeningValues* asked);
+    void CountHeaders(LineSource& source);
+    // Tells whoever watches; false when the loading was cancelled, or the root has gone.
+    bool GoesOn();
     void Apply(const std::string& line);
     Connection Defer(const std::string& line, const logic::PropertyLine& parts);
     void ApplyDeferred(const Connection& connection);
@@ -57,6 +63,11 @@ private:
     PanelRoot& root_;
     OfNoObject ofNoObject_;
     int created_ = 0;
+    int headers_ = 0; // read so far
+    int total_ = 0;   // headers that there are, when somebody watches
+    DWORD lastTold_ = 0;
+    bool mayCancel_ = false;
+    bool isCancelled_ = false;
     std::size_t number_ = 0; // of the line
     std::string lastName_;   // most lines belong to the same object as the line before
     HOSTINFO* lastObject_ = nullptr;

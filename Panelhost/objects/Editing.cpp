@@ -149,8 +149,7 @@ int a_LoadText(HOSTINFO* root, std::string_view text, const char* nameInTraces) 
         return -1;
     }
     return Guarded(-1, [&] {
-        LineText lines(text, nameInTraces);
-        return PanelLoading(*panel, PanelLoading::OfNoObject::Dropped).LoadLines(lines);
+        return PanelLoading(*panel, PanelLoading::OfNoObject::Dropped).LoadText(text, nameInTraces);
     });
 }
 

@@ -152,6 +152,10 @@ LRESULT HOSTINFO::OnIPAddressChanged(WPARAM, LPARAM) {
     return 0;
 }
 
+DWORD HOSTINFO::DueIn(DWORD) const noexcept {
+    return 0;
+}
+
 HOSTINFO::~HOSTINFO() {
     Guarded([this] { a_RemoveHostinfo(parent, this); }); // nothing may find an object that is gone
 }

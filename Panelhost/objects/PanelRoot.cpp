@@ -9,66 +9,19 @@
 #include "Panelhost/Root.h"
 #include "Panelhost/Trace.h"
 #include "Panelhost/objects/ObjectTree.h"
+#include "Panelhost/objects/PanelProcedure.h"
 #include "logic/Layers.h"
 #include "logic/PropertyLine.h"
 
 #include <algorithm>
-#include <commctrl.h>
 #include <cstdio>
 #include <utility>
 
 namespace {
 
-constexpr UINT_PTR SUBCLASS_ID = 1;
-
 std::vector<PanelRoot*>& Roots() {
     static std::vector<PanelRoot*> roots;
     return roots;
-}
-
-LRESULT CALLBACK PanelWindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
-                                 DWORD_PTR reference) noexcept {
-    auto* root = reinterpret_cast<PanelRoot*>(reference);
-    const PanelRoot::Held held(*root);
-    switch (message) {
-    case CWM_MESSAGE:
-        return Guarded(LRESULT{0}, [&] { return root->OnMessage(wParam, lParam); });
-    case CWM_LOAD:
-        return Guarded(LRESULT{0}, [&] { return root->OnLoad(wParam, lParam); });
-    case CWM_SAVE:
-        return root->OnSave(wParam, lParam);
-    case CWM_SAVETOLISTCTRL:
-        return root->OnSaveToListCtrl(wParam, lParam);
-    case CWM_GETPROPERTIES:
-        return reinterpret_cast<LRESULT>(static_cast<HOSTINFO*>(root));
-    case WM_ERASEBKGND:
-        if (!root->background.Text().empty()) {
-            RECT client;
-            GetClientRect(window, &client);
-            root->background.Draw(reinterpret_cast<HDC>(wParam), client.right, client.bottom, 0, 0);
-            return 1;
-        }
-        break;
-    case WM_SHOWWINDOW:
-        if (wParam != FALSE) { // what was created visible in the hidden panel need not be so
-            Guarded([root] { root->ApplyLayersToAll(); });
-        }
-        break;
-    case WM_CTLCOLOREDIT:
-    case WM_CTLCOLORSTATIC:
-        if (const HBRUSH brush = a_AskForColours(message, wParam, lParam); brush != nullptr) {
-            return reinterpret_cast<LRESULT>(brush);
-        }
-        break;
-    case WM_NCDESTROY:
-        RemoveWindowSubclass(window, PanelWindowProc, SUBCLASS_ID);
-        ObjectTree::Get().Leave(root);
-        root->window = nullptr;
-        break;
-    default:
-        break;
-    }
-    return DefSubclassProc(window, message, wParam, lParam);
 }
 
 PanelRoot& AsRoot(HOSTINFO* object) {
@@ -224,7 +177,7 @@ PanelRoot* PanelRoot::Create(HWND panel, const char* rootName) {
     GetClientRect(panel, &root->rectangle);
     Roots().push_back(root);
     ObjectTree::Get().Enter(root);
-    if (!SetWindowSubclass(panel, PanelWindowProc, SUBCLASS_ID, reinterpret_cast<DWORD_PTR>(root))) {
+    if (!Guarded(false, [&] { return PanelProcedure::Attach(panel, *root); })) {
         delete root;
         return nullptr;
     }
@@ -264,7 +217,7 @@ void PanelRoot::End() {
         }
     }
     if (window != nullptr) {
-        RemoveWindowSubclass(window, PanelWindowProc, SUBCLASS_ID);
+        PanelProcedure::Detach(window);
         window = nullptr;
     }
     ObjectTree::Get().Leave(this);
@@ -327,6 +280,33 @@ LRESULT PanelRoot::OnLoad(WPARAM loadMode, LPARAM line) {
         flags |= FLAG_CHANGED;
     }
     return 1;
+}
+
+std::vector<std::string> PanelRoot::SavedValues() {
+    std::vector<std::string> values;
+    for (const KEYWORDROW* row = KEYWORDS; row->keyword != nullptr; ++row) {
+        char value[TEXT_SIZE] = "";
+        VALUERECORD record{COMMAND_GET, 0, DATATYPE_TEXT, 0, value, nullptr, 0};
+        if ((row->flags & KEYWORD_SAVED) != 0) {
+            row->handler(&record, this);
+            values.emplace_back(value);
+        }
+    }
+    return values;
+}
+
+void PanelRoot::MakeEmpty(const std::vector<std::string>& values) {
+    kept.Clear();
+    DestroyControls();
+    loadErrors = 0;
+    auto value = values.begin();
+    for (const KEYWORDROW* row = KEYWORDS; row->keyword != nullptr && value != values.end(); ++row) {
+        if ((row->flags & KEYWORD_SAVED) != 0) {
+            std::string text = *value++;
+            VALUERECORD record{COMMAND_SET, 0, DATATYPE_TEXT, 0, text.data(), nullptr, 0};
+            row->handler(&record, this);
+        }
+    }
 }
 
 LRESULT PanelRoot::OnSave(WPARAM saveCode, LPARAM file) {
@@ -427,6 +407,7 @@ void PanelRoot::Remove(HOSTINFO* object) {
         --object->parent->children_;
     }
     object->root_ = nullptr;
+    ++removals_;
 }
 
 HOSTINFO* PanelRoot::Find(const std::string& fullName) {
@@ -559,19 +540,24 @@ void PanelRoot::SetMode(WORD newMode) {
 }
 
 void PanelRoot::Tick() {
+    if (opening.IsUnderWay()) {
+        return; // some of it is not there yet
+    }
     const Held held(*this);
-    // Objects may come and go while they handle the tick, so the windows are listed first.
-    std::vector<HWND> windows;
-    windows.reserve(devices_.size() + controls_.size());
-    for (const HOSTINFO* device : devices_) {
-        windows.push_back(device->window);
-    }
-    for (const HOSTINFO* control : controls_) {
-        windows.push_back(control->window);
-    }
+    // Objects may come and go while one of them handles the tick, so they are listed first.
+    std::vector<HOSTINFO*> objects(devices_.begin(), devices_.end());
+    objects.insert(objects.end(), controls_.begin(), controls_.end());
+    const unsigned removals = removals_;
+    const auto isThere = [&](const HOSTINFO* object) {
+        return removals == removals_ || (a_IsAlive(object) && Above(object) == this);
+    };
     opening.Send(*this); // before a poll brings what it replaces
-    for (HWND target : windows) {
-        SendMessageA(target, WM_TIMER, 0, 0);
+    DWORD now = GetTickCount();
+    for (const HOSTINFO* object : objects) {
+        if (isThere(object) && object->DueIn(now) == 0) {
+            SendMessageA(object->window, WM_TIMER, 0, 0);
+            now = GetTickCount();
+        }
     }
 }
 

@@ -127,6 +127,16 @@ public:
     void SetMode(WORD newMode);
     void Tick();
 
+    // Values of the root's own saved keywords, and the way back to an empty panel with those.
+    std::vector<std::string> SavedValues();
+    void MakeEmpty(const std::vector<std::string>& values);
+
+    // Whoever watches the loading of panel files.
+    struct Progress {
+        int(__cdecl* tell)(int read, int total, void* context) = nullptr;
+        void* context = nullptr;
+    };
+
     cPanelBackground background;
     std::uint64_t activeLayers = 0;
     std::string title;
@@ -138,6 +148,7 @@ public:
     int loadErrors = 0;
     bool sendsOnOpen = false; // a panel file sends the values saved in it
     Opening opening;
+    Progress progress;
     KeptLines kept{*this};
     EDITLISTENER editListener = nullptr;
     void* editContext = nullptr;
@@ -152,6 +163,7 @@ private:
 
     int holds_ = 1; // one until Destroy, one of each Held
     bool ended_ = false;
+    unsigned removals_ = 0;                             // of objects so far
     SharedLock lock_;                                   // guards byName_: other threads look names up
     std::unordered_map<std::string, HOSTINFO*> byName_; // full names in folded form
     std::unordered_map<std::string, int> lastNumber_;   // folded name: last number appended to make it free

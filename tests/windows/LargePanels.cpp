@@ -1,0 +1,248 @@
+// What large panels depend on: ticks for those alone that have something to do, loading that is watched and
+// cancelled, and junk that is traced in a few lines.
+
+#include "Panel/LoadProgress.h"
+#include "Panel/StatusBar.h"
+#include "tests/windows/ControlClasses.h"
+#include "tests/windows/OwnControl.h"
+#include "tests/windows/PanelProgram.h"
+
+#include <commctrl.h>
+#include <map>
+
+TEST_SUITE_BEGIN("LargePanels");
+
+namespace {
+
+// When each window received a tick, and what else happens then.
+std::map<HWND, std::vector<DWORD>> ticks;
+std::function<void(HWND)> atTick;
+
+LRESULT CALLBACK Listen(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR, DWORD_PTR) {
+    if (message == WM_TIMER) {
+        ticks[window].push_back(GetTickCount());
+        if (atTick) {
+            atTick(window);
+        }
+    }
+    return DefSubclassProc(window, message, wParam, lParam);
+}
+
+HWND CreateWatched(const TestPanel& panel, const char* className) {
+    const HWND control = panel.Create(className, className);
+    REQUIRE(SetWindowSubclass(control, Listen, 1, 0));
+    ticks[control].clear();
+    return control;
+}
+
+std::size_t TicksAtOne(const TestPanel& panel, HWND control) {
+    const std::size_t before = ticks[control].size();
+    ph_Tick(panel.Root());
+    return ticks[control].size() - before;
+}
+
+std::string Headers(int count, const char* className = "KNOB") {
+    std::string text;
+    for (int i = 0; i < count; ++i) {
+        text += "control=0x00000000 " + std::string(className) + " \"K" + std::to_string(i) +
+                "\" 0x50010000 0,0,47,47\r\n";
+    }
+    return text;
+}
+
+// What watches a loading: at each call it does something, and says whether to go on.
+using Watch = std::function<bool(int read, int total)>;
+
+int __cdecl Tell(int read, int total, void* context) noexcept {
+    return (*static_cast<Watch*>(context))(read, total) ? 1 : 0;
+}
+
+// A trace that takes its time, so that whoever watches is called after each line that is traced.
+void __cdecl TraceSlowly(int, const char*, void*) {
+    Sleep(60);
+}
+
+} // namespace
+
+TEST_CASE("a control gets its ticks when something is due, and at its interval") {
+    for (const ExpectedClass& expected : EXPECTED_CLASSES) {
+        CAPTURE(expected.name);
+        const TestPanel panel;
+        const HWND control = CreateWatched(panel, expected.name);
+        HOSTINFO& object = ObjectOf(control);
+        const bool isClock = std::string_view(expected.name) == "CLOCK"; // which has a time of its own
+        ph_Tick(panel.Root());                                           // it catches up
+        object.interval = 1000000;
+        const DWORD now = GetTickCount();
+        const DWORD wait = object.DueIn(now);
+        CHECK(object.DueIn(now + wait) == 0);
+        CHECK((wait == 0 || object.DueIn(now + wait - 1) == 1));
+        CHECK((isClock || wait > 900000));
+        CHECK((isClock || TicksAtOne(panel, control) == 0));
+        SendMessageA(control, WM_TIMER, 0, 0); // by the host itself: at any time
+        CHECK(ticks[control].size() >= 1);
+        object.interval = 40;
+        ticks[control].clear();
+        CHECK(Await([&] {
+            ph_Tick(panel.Root());
+            return ticks[control].size() == 3;
+        }));
+        CHECK(ticks[control][2] - ticks[control][1] > (isClock ? 500U : 40U));
+    }
+}
+
+TEST_CASE("what does not say when it is due gets every tick, until it goes") {
+    const OwnControl own(OwnControl::Saves);
+    const TestPanel panel;
+    const HWND foreign = CreateWatched(panel, OwnControl::CLASS);
+    const HWND knob = CreateWatched(panel, "KNOB");
+    const HWND last = CreateWatched(panel, OwnControl::CLASS);
+    CHECK(TicksAtOne(panel, knob) == 1);
+    Load(knob, "interval=1000000");
+    CHECK(TicksAtOne(panel, foreign) == 1);
+    CHECK(TicksAtOne(panel, knob) == 0);
+    atTick = [&](HWND) { Load(knob, "interval=0"); }; // due by what another one does at the same tick
+    const std::size_t before = ticks[knob].size();
+    CHECK(Await([&] {
+        ph_Tick(panel.Root());
+        return ticks[knob].size() > before;
+    }));
+    atTick = [&](HWND window) { DestroyWindow(window == foreign ? last : nullptr); };
+    CHECK(TicksAtOne(panel, last) == 0);
+    CHECK_FALSE(IsWindow(last));
+    atTick = nullptr;
+}
+
+TEST_CASE("a cancelled loading leaves the panel as it was") {
+    const TestFolder folder;
+    const std::string junk = "Nobody*value=1\r\n";
+    const std::string text = "title=New\r\nsize=300,200\r\nonopen=send\r\n" + Headers(2) + junk + junk +
+                             Headers(6) + "K1*function=AMP1*gain\r\nK1*value=7\r\nK1*connection=K0\r\n" +
+                             junk;
+    const std::string file = folder.Write("new.panel", text);
+    const std::string saved = folder.Path("saved.panel");
+    ph_SetTraceSink(TraceSlowly, nullptr);
+    for (const int enough : {0, 2, 8}) { // headers read
+        CAPTURE(enough);
+        TestPanel panel;
+        panel.Declare("AMP1*device=simulated\nAMP1*gain=float,0,10,5,\n");
+        Load(panel.Window(), "title=Old", LOAD_FROM_FILE);
+        REQUIRE(ph_SavePanel(panel.Root(), saved.c_str()) == 1);
+        const std::string before = ReadBytes(saved);
+        const int objects = a_HostinfoCount();
+        Watch watch = [&](int read, int total) {
+            CHECK(total == 8);
+            ph_Tick(panel.Root()); // nothing acts on half a panel
+            CHECK(ph_SavePanel(panel.Root(), saved.c_str()) == 0);
+            CHECK(GetLastError() == ERROR_BUSY);
+            CHECK(ph_LoadPanel(panel.Root(), file.c_str()) == -1);
+            return read < enough;
+        };
+        ph_SetLoadProgress(panel.Root(), Tell, &watch);
+        CHECK(ph_LoadPanel(panel.Root(), file.c_str()) == -1);
+        CHECK(a_HostinfoCount() == objects);
+        CHECK(GetWindow(panel.Window(), GW_CHILD) == nullptr);
+        CHECK(ph_ListUnread(panel.Root(), nullptr, nullptr) == 0);
+        CHECK(a_LoadErrorCount(panel.Root()) == 0);
+        REQUIRE(ph_SavePanel(panel.Root(), saved.c_str()) == 1);
+        CHECK(ReadBytes(saved) == before);
+        ph_Tick(panel.Root());
+        CHECK(panel.Parameter("AMP1*gain") == "5");
+        ph_SetLoadProgress(panel.Root(), nullptr, nullptr);
+        CHECK(ph_LoadPanel(panel.Root(), file.c_str()) == 6); // two headers for each of the first two
+        ph_SetLoadProgress(panel.Root(), Tell, &watch);       // what is there cannot be taken apart again
+        watch = [](int, int) { return false; };
+        CHECK(ph_LoadPanel(panel.Root(), folder.Write("more.panel", Headers(1, "FADER")).c_str()) == 0);
+        CHECK(ph_LoadPanel(panel.Root(),
+                           folder.Write("led.panel", "control=0x0 LED \"L\" 0x50000000 0,0,9,9").c_str()) ==
+              1);
+        watch = [&](int, int) {
+            ph_DestroyRoot(panel.Root());
+            return true;
+        };
+        CHECK(ph_LoadPanel(panel.Root(), file.c_str()) == -1);
+        CHECK(GetWindow(panel.Window(), GW_CHILD) == nullptr);
+    }
+    ph_SetTraceSink(nullptr, nullptr);
+}
+
+TEST_CASE("junk is traced in a few lines, counted and kept as a whole") {
+    constexpr int LINES = 2000;
+    const TestFolder folder;
+    std::string text = Headers(1);
+    for (int i = 0; i < LINES; ++i) {
+        text += "junk " + std::to_string(i) + "\r\nK0*newer=" + std::to_string(i) + "\r\nK0*value=x\r\n";
+    }
+    const TestPanel panel;
+    const TraceCapture trace;
+    CHECK(ph_LoadPanel(panel.Root(), folder.Write("junk.panel", text).c_str()) == 1);
+    const std::string rest = std::to_string(LINES - 20) + " more: ";
+    for (const auto& [kind, format, single] :
+         {std::tuple{TRACE_EDIT, "Object not found: ...", "Object not found: junk"},
+          std::tuple{TRACE_DEBUG, "... Keyword not found: ...\n", "Keyword not found: newer"},
+          std::tuple{TRACE_EDIT, "Error reading line ...", "Error reading line value=x"}}) {
+        CAPTURE(format);
+        CHECK(trace.CountContaining(single) == 20);
+        CHECK(trace.Count(kind, "junk.panel: " + rest + format) == 1);
+    }
+    CHECK(a_LoadErrorCount(panel.Root()) == 3 * LINES);
+    CHECK(ph_ListUnread(panel.Root(), nullptr, nullptr) == 3 * LINES);
+    TRACE("%s Keyword not found: %s\n", "elsewhere", "x"); // outside a file nothing is left out
+    CHECK(trace.CountContaining("elsewhere") == 1);
+}
+
+TEST_CASE("the status bar tells how far the loading of a large panel is") {
+    const TestPanel window;
+    StatusBar bar;
+    REQUIRE(bar.Create(window.Window(), static_cast<HFONT>(GetStockObject(DEFAULT_GUI_FONT))));
+    for (const bool mayCancel : {false, true}) {
+        LoadProgress progress(window.Window(), bar, "Big.panel", mayCancel);
+        char text[128] = "";
+        bar.SetText("before");
+        CHECK(LoadProgress::Tell(7, LoadProgress::LARGE, &progress) == 1);
+        SendMessageA(GetWindow(window.Window(), GW_CHILD), SB_GETTEXTA, 0, reinterpret_cast<LPARAM>(text));
+        CHECK(std::string(text) == "before");
+        CHECK(LoadProgress::Tell(7, 2001, &progress) == 1);
+        SendMessageA(GetWindow(window.Window(), GW_CHILD), SB_GETTEXTA, 0, reinterpret_cast<LPARAM>(text));
+        CHECK(text ==
+              std::string("Loading Big.panel: 7 of 2001 controls") + (mayCancel ? " (Escape cancels)" : ""));
+        CHECK_FALSE(progress.IsCancelled());
+    }
+}
+
+TEST_CASE("Escape cancels the loading of a large panel, and the panel before it stays") {
+    const TestFolder folder;
+    const std::string large = folder.Write("large.panel", Headers(4000));
+    const auto cancel = [](HWND frame) {
+        SetForegroundWindow(frame);
+        CHECK(WaitFor([&] {
+            keybd_event(VK_ESCAPE, 0, 0, 0);
+            Sleep(100);
+            keybd_event(VK_ESCAPE, 0, KEYEVENTF_KEYUP, 0);
+            DWORD_PTR answer = 0; // it comes once nothing is loaded any more
+            return SendMessageTimeoutA(frame, WM_NULL, 0, 0, SMTO_NORMAL, 50, &answer) != 0;
+        }));
+    };
+    PanelProgram program(Headers(1));
+    PostMessageA(program.Frame(), WM_COMMAND, CMD_OPEN, 0);
+    HWND dialog = nullptr;
+    REQUIRE(WaitFor([&] { return (dialog = program.Top("#32770")) != nullptr; }));
+    constexpr int FILE_NAME = 0x047C; // cmb13
+    SendDlgItemMessageA(dialog, FILE_NAME, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(large.c_str()));
+    PostMessageA(dialog, WM_COMMAND, IDOK, 0);
+    REQUIRE(WaitFor([&] { return !IsWindow(dialog); }));
+    cancel(program.Frame());
+    CHECK(program.Title() == "test.panel - Panel");
+    CHECK(Contains(program.Trace(), "The loading was cancelled"));
+    CHECK(program.Close() == 0);
+
+    PanelProgram started(folder, large); // at the start there is no panel before it
+    HWND frame = nullptr;
+    REQUIRE(WaitFor([&] { return (frame = started.Top("PanelFrame")) != nullptr; }));
+    cancel(frame);
+    started.FindFrame();
+    CHECK(WaitFor([&] { return started.Title() == "Untitled - Panel"; }));
+    CHECK(started.Close() == 0);
+}
+
+TEST_SUITE_END();
