@@ -7,19 +7,19 @@
 
 namespace {
 
-constexpr int COUNT = 1000;
+constexpr int COUNT = 500;
 
 // Seconds for one window.
-Workload CreateAndDestroy(const BenchPanel& panel, const char* className, int windowsOfEach = 1) {
-    return [&panel, className, windowsOfEach] {
+Workload CreateAndDestroy(const BenchPanel& panel, const char* className, int count, int windowsOfEach = 1) {
+    return [&panel, className, count = count / windowsOfEach, windowsOfEach] {
         const double start = Now();
-        const std::vector<HWND> windows = panel.AddMany(className, COUNT / windowsOfEach);
+        const std::vector<HWND> windows = panel.AddMany(className, count);
         for (const HWND window : windows) {
             DestroyWindow(window);
         }
         const double seconds = Now() - start;
         Settle();
-        return seconds / (COUNT / windowsOfEach * windowsOfEach);
+        return seconds / (count * windowsOfEach);
     };
 }
 
@@ -27,6 +27,7 @@ Workload CreateAndDestroy(const BenchPanel& panel, const char* className, int wi
 
 void MeasureCreation(Report& report) {
     const BenchPanel panel(false);
+    const int count = report.Repetitions(COUNT);
     for (const auto& [className, name, bindings, windows, systemClass] : SUBJECTS) {
         const HWND probe = panel.Add(className, 0);
         if (probe == nullptr) {
@@ -36,11 +37,11 @@ void MeasureCreation(Report& report) {
         DestroyWindow(probe);
         const char* plainClass = systemClass != nullptr ? systemClass : BARE_CLASS;
         const std::vector<Samples> samples =
-            TakeTurns(report.Rounds(7),
-                      {CreateAndDestroy(panel, className, windows), CreateAndDestroy(panel, plainClass),
-                       CreateAndDestroy(panel, TRACKBAR_CLASSA)});
+            TakeTurns(report.Rounds(5), {CreateAndDestroy(panel, className, count, windows),
+                                         CreateAndDestroy(panel, plainClass, count),
+                                         CreateAndDestroy(panel, TRACKBAR_CLASSA, count)});
         const std::string figure = windows == 1
-                                       ? "create and destroy one " + std::string(name) + " of 1,000"
+                                       ? "create and destroy one " + std::string(name)
                                        : "create and destroy one of the windows of an " + std::string(name);
         report.Add(figure, samples[0], systemClass != nullptr ? "the system's" : "bare window", samples[1],
                    Unit::Seconds, windows == 1 ? RatioUpTo(1.5) : NO_AIM);

@@ -1,5 +1,6 @@
 // bench: the speed and the memory of the controls beside those of plain windows.
 
+#include "benchmarks/Load.h"
 #include "benchmarks/Suites.h"
 #include "benchmarks/Windows.h"
 
@@ -10,15 +11,20 @@
 #include <cstdlib>
 #include <cstring>
 #include <exception>
+#include <string_view>
 
 namespace {
 
-constexpr const char* USAGE = "Usage: bench [--rounds N] [GROUP]\n"
-                              "\n"
-                              "Measures by turns a figure of ours and its yardstick and prints the medians.\n"
-                              "  --rounds N   samples of each (default: between 3 and 15)\n"
-                              "  GROUP        one of create, paint, record, memory, file, work, wave, strip, "
-                              "network, panel (default: all)\n";
+constexpr const char* USAGE =
+    "Usage: bench [--quick] [--busy] [--rounds N] [--json FILE] [GROUP]\n"
+    "\n"
+    "Measures by turns a figure of ours and its yardstick and prints the medians.\n"
+    "  --quick      the same figures in a fifth of the time, less exact\n"
+    "  --busy       with a program beside it for each processor that keeps it busy\n"
+    "  --rounds N   samples of each (default: between 3 and 51)\n"
+    "  --json FILE  writes the results there as well (tools/compare-benchmarks compares two of them)\n"
+    "  GROUP        one of create, paint, record, memory, file, work, wave, strip, network, panel (default: "
+    "all)\n";
 
 struct Group {
     const char* name;
@@ -42,25 +48,43 @@ int Run(int count, char** arguments) {
     if (count == 5 && std::strcmp(arguments[1], "--memory") == 0) {
         return PrintMemory(arguments[2], std::atoi(arguments[3]), arguments[4]);
     }
-    int rounds = 0;
-    std::string filter;
+    if (count == 3 && std::strcmp(arguments[1], "--calculate-beside") == 0) {
+        return Load::Calculate(std::strtoul(arguments[2], nullptr, 10));
+    }
+    RunSettings settings;
     for (int i = 1; i < count; ++i) {
-        if (std::strcmp(arguments[i], "--rounds") == 0 && i + 1 < count) {
-            rounds = std::atoi(arguments[++i]);
-        } else if (arguments[i][0] == '-') {
-            std::fputs(USAGE, std::strcmp(arguments[i], "--help") == 0 ? stdout : stderr);
-            return std::strcmp(arguments[i], "--help") == 0 ? EXIT_SUCCESS : EXIT_FAILURE;
+        const std::string_view argument = arguments[i];
+        if (argument == "--rounds" && i + 1 < count) {
+            settings.rounds = std::atoi(arguments[++i]);
+        } else if (argument == "--json" && i + 1 < count) {
+            settings.jsonFile = arguments[++i];
+        } else if (argument == "--quick") {
+            settings.isQuick = true;
+        } else if (argument == "--busy") {
+            settings.isBusy = true;
+        } else if (argument.starts_with('-')) {
+            const bool isHelp = argument == "--help";
+            std::fputs(USAGE, isHelp ? stdout : stderr);
+            return isHelp ? EXIT_SUCCESS : EXIT_FAILURE;
         } else {
-            filter = arguments[i];
+            settings.group = argument;
         }
     }
-    Report report(rounds, filter);
+    Load load;
+    if (settings.isBusy && !load.Start()) {
+        std::fputs("bench: the processors cannot be kept busy\n", stderr);
+        return EXIT_FAILURE;
+    }
+    Report report(settings);
     for (const Group& group : GROUPS) {
         if (report.Wants(group.name)) {
             group.measure(report);
         }
     }
-    std::printf("\n%s\n", report.Missed() == 0 ? "All aims met." : "Some aims were missed.");
+    if (!report.Finish()) {
+        std::fprintf(stderr, "bench: %s cannot be written\n", settings.jsonFile.c_str());
+        return EXIT_FAILURE;
+    }
     return report.HasFailed() ? EXIT_FAILURE : EXIT_SUCCESS;
 }
 

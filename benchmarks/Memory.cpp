@@ -14,7 +14,10 @@
 
 namespace {
 
-constexpr int COUNT = 2000;
+constexpr int COUNT = 1000;
+constexpr int COUNT_WHEN_QUICK = 500; // fewer, and the pages that the heaps grow by would show
+
+constexpr const char* UNRELIABLE = "the system's counts do not follow what is taken";
 
 struct Memory {
     double privateBytes;
@@ -128,19 +131,18 @@ std::optional<Memory> MemoryOf(const std::string& className, const std::string& 
     return Memory{held.privateBytes / count, held.heapBytes / count};
 }
 
-void MeasureControl(Report& report, const char* className, const std::string& name, const char* line,
-                    int windows) {
+void MeasureControl(Report& report, const std::vector<Memory>& bare, int count, const char* className,
+                    const std::string& name, const char* line, int windows) {
     Samples beyondWindow;
     Samples onHeap;
-    for (int round = 0; round < report.Rounds(3); ++round) {
-        const auto control = MemoryOf(className, line, COUNT / windows);
-        const auto bare = MemoryOf(BARE_CLASS, "", COUNT);
-        if (!control || !bare) {
-            report.Fail("memory of a " + name, "the system's counts do not follow what is taken");
+    for (const Memory& plain : bare) {
+        const auto control = MemoryOf(className, line, count / windows);
+        if (!control) {
+            report.Fail("memory of a " + name, UNRELIABLE);
             return;
         }
-        beyondWindow.push_back(control->privateBytes - windows * bare->privateBytes);
-        onHeap.push_back(control->heapBytes - windows * bare->heapBytes);
+        beyondWindow.push_back(control->privateBytes - windows * plain.privateBytes);
+        onHeap.push_back(control->heapBytes - windows * plain.heapBytes);
     }
     report.Add("memory of a " + name + " beyond its window", beyondWindow, "", {}, Unit::Bytes,
                windows == 1 ? Below(4096) : NO_AIM); // lists and fields hold what the system gives them
@@ -172,10 +174,20 @@ int PrintMemory(const char* className, int count, const char* line) {
 }
 
 void MeasureMemory(Report& report) {
+    const int count = report.IsQuick() ? COUNT_WHEN_QUICK : COUNT;
+    std::vector<Memory> bare;
+    for (int round = 0; round < report.Rounds(3); ++round) {
+        const auto plain = MemoryOf(BARE_CLASS, "", count);
+        if (!plain) {
+            report.Fail("memory", UNRELIABLE);
+            return;
+        }
+        bare.push_back(*plain);
+    }
     for (const auto& [className, name, bindings, windows, systemClass] : SUBJECTS) {
-        MeasureControl(report, className, name, "", windows);
+        MeasureControl(report, bare, count, className, name, "", windows);
         if (*bindings != '\0') {
-            MeasureControl(report, className, std::string("bound ") + name, bindings, windows);
+            MeasureControl(report, bare, count, className, std::string("bound ") + name, bindings, windows);
         }
     }
 }

@@ -1,9 +1,12 @@
 #include "benchmarks/Report.h"
 
+#include "benchmarks/Json.h"
+
 #include <windows.h>
 
 #include <algorithm>
 #include <cstdio>
+#include <tuple>
 #include <utility>
 
 namespace {
@@ -76,8 +79,22 @@ std::vector<Samples> TakeTurns(int rounds, const std::vector<Workload>& workload
     return samples;
 }
 
-Report::Report(int rounds, std::string filter) : rounds_(rounds), filter_(std::move(filter)) {
+Report::Report(RunSettings settings) : settings_(std::move(settings)) {
     std::printf(ROW, "Figure", "ours", "yardstick", "", "ratio", "middle half", "aim", "");
+}
+
+int Report::Rounds(int usual) const {
+    if (settings_.rounds > 0) {
+        return settings_.rounds;
+    }
+    if (!settings_.isQuick) {
+        return usual;
+    }
+    return usual <= 3 ? 1 : std::max(3, usual / 5);
+}
+
+int Report::Repetitions(int usual) const {
+    return settings_.isQuick ? std::max(1, usual / 5) : usual;
 }
 
 void Report::Measure(const std::string& name, const Workload& ours, const std::string& yardstickName,
@@ -90,37 +107,41 @@ void Report::Measure(const std::string& name, const Workload& ours, const std::s
 
 void Report::Add(const std::string& name, const Samples& ours, const std::string& yardstickName,
                  const Samples& yardstick, Unit unit, Aim aim) {
-    const double value = Median(ours);
-    double ratio = 0;
+    Figure figure{name, yardstick.empty() ? "" : yardstickName, unit, Median(ours), 0, 0, 0, 0, aim};
     std::string ratioText;
     std::string spread;
-    if (!yardstick.empty()) {
+    if (figure.HasYardstick()) {
         Samples ratios;
         for (std::size_t round = 0; round < ours.size(); ++round) {
             ratios.push_back(ours[round] / yardstick[round]); // of one round, so that slow moments cancel out
         }
-        ratio = Median(ratios);
-        const auto [low, high] = Quartiles(ratios);
-        ratioText = Formatted("%.2f", ratio);
-        spread = Formatted("%.2f", low) + "-" + Formatted("%.2f", high);
+        figure.yardstick = Median(yardstick);
+        figure.ratio = Median(ratios);
+        std::tie(figure.low, figure.high) = Quartiles(ratios);
+        ratioText = Formatted("%.2f", figure.ratio);
+        spread = Formatted("%.2f", figure.low) + "-" + Formatted("%.2f", figure.high);
     } else {
-        const auto [low, high] = Quartiles(ours);
-        spread = ValueText(low, unit) + "-" + ValueText(high, unit);
+        std::tie(figure.low, figure.high) = Quartiles(ours);
+        spread = ValueText(figure.low, unit) + "-" + ValueText(figure.high, unit);
     }
-    const bool missed =
-        (aim.of == Aim::Of::Ratio && ratio > aim.limit) || (aim.of == Aim::Of::Value && value >= aim.limit);
-    missed_ += missed ? 1 : 0;
-    std::printf(ROW, name.c_str(), ValueText(value, unit).c_str(), yardstickName.c_str(),
-                yardstick.empty() ? "" : ValueText(Median(yardstick), unit).c_str(), ratioText.c_str(),
+    missed_ += figure.IsMissed() ? 1 : 0;
+    std::printf(ROW, name.c_str(), ValueText(figure.ours, unit).c_str(), figure.yardstickName.c_str(),
+                figure.HasYardstick() ? ValueText(figure.yardstick, unit).c_str() : "", ratioText.c_str(),
                 spread.c_str(), AimText(aim, unit).c_str(),
                 aim.of == Aim::Of::Nothing ? ""
-                : missed                   ? "MISSED"
+                : figure.IsMissed()        ? "MISSED"
                                            : "met");
     std::fflush(stdout);
+    figures_.push_back(std::move(figure));
 }
 
 void Report::Fail(const std::string& name, const std::string& reason) {
     failed_ = true;
     std::printf("%-50s not measured: %s\n", name.c_str(), reason.c_str());
     std::fflush(stdout);
+}
+
+bool Report::Finish() const {
+    std::printf("\n%s\n", missed_ == 0 ? "All aims met." : "Some aims were missed.");
+    return settings_.jsonFile.empty() || WriteJson(settings_, figures_);
 }

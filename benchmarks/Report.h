@@ -35,13 +35,44 @@ double Now();
 // Runs each workload once a round, every other round in reverse order. One list of samples for each workload.
 std::vector<Samples> TakeTurns(int rounds, const std::vector<Workload>& workloads);
 
+// What a run measures, and how thoroughly.
+struct RunSettings {
+    int rounds = 0;       // of every figure; 0 for what each takes by itself
+    bool isQuick = false; // the same figures from fewer and shorter samples
+    bool isBusy = false;  // other programs keep the processors busy; said in the results
+    std::string group;    // only groups whose name holds it are measured
+    std::string jsonFile; // receives the results as well; empty for none
+};
+
+// One line of the report.
+struct Figure {
+    std::string name;
+    std::string yardstickName; // empty without a yardstick
+    Unit unit = Unit::Seconds;
+    double ours = 0; // medians
+    double yardstick = 0;
+    double ratio = 0;
+    double low = 0; // the middle half of the ratios; without a yardstick, of ours
+    double high = 0;
+    Aim aim;
+
+    bool HasYardstick() const { return !yardstickName.empty(); }
+    bool IsMissed() const {
+        return (aim.of == Aim::Of::Ratio && ratio > aim.limit) ||
+               (aim.of == Aim::Of::Value && ours >= aim.limit);
+    }
+};
+
 class Report {
 public:
-    // rounds: 0 for what each figure takes by itself. Only groups whose name holds the filter are measured.
-    Report(int rounds, std::string filter);
+    explicit Report(RunSettings settings);
 
-    int Rounds(int usual) const { return rounds_ > 0 ? rounds_ : usual; }
-    bool Wants(const std::string& group) const { return group.find(filter_) != std::string::npos; }
+    // How often a figure is measured, and how much is done for one sample of it: what it usually takes, or
+    // what this run leaves of it.
+    int Rounds(int usual) const;
+    int Repetitions(int usual) const;
+    bool IsQuick() const { return settings_.isQuick; }
+    bool Wants(const std::string& group) const { return group.find(settings_.group) != std::string::npos; }
 
     // Measures both by turns and adds the line.
     void Measure(const std::string& name, const Workload& ours, const std::string& yardstickName,
@@ -53,12 +84,15 @@ public:
     // What could not be measured.
     void Fail(const std::string& name, const std::string& reason);
 
+    // Writes the results where they are wanted. False when the file cannot be written.
+    bool Finish() const;
+
     bool HasFailed() const { return failed_; }
     int Missed() const { return missed_; }
 
 private:
-    int rounds_;
-    std::string filter_;
+    RunSettings settings_;
+    std::vector<Figure> figures_;
     int missed_ = 0;
     bool failed_ = false;
 };

@@ -79,7 +79,7 @@ void MeasureWaveFiles(Report& report) {
     const Workload blocks = [&plain] { return WriteBlocks(plain); };
     report.Measure(
         "write 5,292,000 sample pairs", [&wave] { return WritePairs(wave); },
-        "WriteFile of as many bytes, 4 KiB at a time", blocks, Unit::Seconds, RatioUpTo(2));
+        "WriteFile of as many bytes, 4 KiB at a time", blocks, Unit::Seconds, RatioUpTo(1.2));
     const DWORD written = SizeOf(wave);
     DeleteFileA(wave.c_str());
     const BenchPanel panel(false);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -23,7 +24,9 @@ struct CrossoverFilters {
 
     bool operator==(const CrossoverFilters&) const = default;
 };
-static_assert(sizeof(CrossoverFilters) == 16, "exchanged as bytes");
+static_assert(offsetof(CrossoverFilter, frequency) == 4 && offsetof(CrossoverFilters, lowPass) == 8 &&
+                  sizeof(CrossoverFilters) == 16,
+              "exchanged as bytes");
 
 struct DelaySetting {
     std::int32_t bypass = 0; // 1: bypassed
@@ -32,7 +35,9 @@ struct DelaySetting {
 
     bool operator==(const DelaySetting&) const = default;
 };
-static_assert(sizeof(DelaySetting) == 12, "exchanged as bytes");
+static_assert(offsetof(DelaySetting, amount) == 4 && offsetof(DelaySetting, unit) == 8 &&
+                  sizeof(DelaySetting) == 12,
+              "exchanged as bytes");
 
 struct Crossover {
     CrossoverFilters filters;
@@ -42,7 +47,9 @@ struct Crossover {
 
     bool operator==(const Crossover&) const = default;
 };
-static_assert(sizeof(Crossover) == 36, "exchanged as bytes");
+static_assert(offsetof(Crossover, gain) == 16 && offsetof(Crossover, polarity) == 20 &&
+                  offsetof(Crossover, delay) == 24 && sizeof(Crossover) == 36,
+              "exchanged as bytes");
 
 constexpr std::int32_t crossoverTypeCount = 18;
 // In texts.

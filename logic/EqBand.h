@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -25,7 +26,10 @@ struct EqBand {
 
     bool operator==(const EqBand&) const = default;
 };
-static_assert(sizeof(EqBand) == 24, "exchanged as bytes");
+static_assert(offsetof(EqBand, type) == 4 && offsetof(EqBand, frequency) == 8 &&
+                  offsetof(EqBand, gain) == 12 && offsetof(EqBand, q) == 16 &&
+                  offsetof(EqBand, slope) == 20 && sizeof(EqBand) == 24,
+              "exchanged as bytes");
 
 // Shown in lists; the index is the slope less 1.
 constexpr std::array<std::string_view, 2> filterSlopes{"6dB/Oct", "12dB/Oct"};

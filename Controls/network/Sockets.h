@@ -44,7 +44,10 @@ private:
 
 class SocketEvent {
 public:
-    SocketEvent() : event_(WSACreateEvent()) {}
+    enum Kind { StaysSignalled, ResetsItself }; // once it was waited for
+
+    explicit SocketEvent(Kind kind = StaysSignalled)
+        : event_(CreateEventA(nullptr, kind == StaysSignalled, FALSE, nullptr)) {}
     ~SocketEvent() {
         if (IsMade()) {
             WSACloseEvent(event_);

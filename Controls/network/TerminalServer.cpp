@@ -5,6 +5,7 @@
 #include "Panelhost/Panelhost.h"
 
 #include <algorithm>
+#include <chrono>
 #include <cstdio>
 #include <exception>
 #include <iterator>
@@ -15,6 +16,10 @@ constexpr u_short PORT = 23;
 constexpr int BACKLOG = 5;
 constexpr int BLOCK_SIZE = 256;
 constexpr int BLOCKS_AT_ONCE = 16; // then the others have their turn
+
+// How long lines may keep the user-interface thread busy at a time; then it has a moment for its own.
+constexpr auto TURN = std::chrono::milliseconds(10);
+constexpr DWORD MOMENT = 1; // milliseconds
 
 constexpr long CLIENT_EVENTS = FD_READ | FD_CLOSE;
 // Between attempts to send to a peer that has ended its own side: its last event has been reported then.
@@ -49,6 +54,55 @@ Outcome CarryOut(HOSTINFO& control, const logic::TerminalAddress& address) {
         SendMessageA(object->window, CWM_LOAD, LOAD_FROM_DIALOG, reinterpret_cast<LPARAM>(line.c_str()));
     }
     return {true, {}};
+}
+
+// Received text on its way through the terminal.
+struct Reading {
+    // Takes it up to the next line that is to be carried out. False when there is none.
+    bool FindLine() {
+        using Step = logic::Terminal::Step;
+        while (position < text.size()) {
+            switch (terminal.Put(text[position++])) {
+            case Step::None:
+                break;
+            case Step::Abandon:
+                position = text.size();
+                break;
+            case Step::Execute:
+                return true;
+            case Step::Refuse:
+                TraceRefusedLine("network");
+                [[fallthrough]];
+            case Step::Answer:
+                answers += logic::TelnetText(terminal.Answer());
+                break;
+            }
+        }
+        return false;
+    }
+
+    logic::Terminal terminal;
+    std::string text;
+    std::size_t position = 0; // of what has not been taken yet
+    std::string answers;      // to be sent
+};
+
+// On the user-interface thread: carries out the line that was found and those behind it, as long as it is
+// their turn and the control is there. Whether another line was found.
+bool CarryOutLines(HOSTINFO& control, HWND window, Reading& reading) {
+    const auto end = std::chrono::steady_clock::now() + TURN;
+    do {
+        const Outcome outcome =
+            Guarded(Outcome{}, [&] { return CarryOut(control, reading.terminal.Address()); });
+        if (!outcome.hasObject) {
+            reading.terminal.ObjectMissing();
+        }
+        reading.answers += logic::TelnetText(outcome.shown + reading.terminal.Answer());
+        if (!reading.FindLine()) {
+            return false;
+        }
+    } while (a_FromWindow(window) == &control && std::chrono::steady_clock::now() < end);
+    return true;
 }
 
 } // namespace
@@ -187,17 +241,32 @@ void TerminalServer::Welcome() {
     Send(logic::terminalWelcome);
 }
 
+// The events of the client are not asked for: that would take longer than receiving. What has happened shows
+// when everything is received that there is.
 void TerminalServer::ServeClient() {
-    clientEvents_ |= clientEvent_.Take(client_).lNetworkEvents;
-    const bool hasEnded = (clientEvents_ & FD_CLOSE) != 0;
-    clientEvents_ &= FD_CLOSE; // stays until all that arrived before the end has been taken
-    int result = BLOCK_SIZE;
-    for (int i = 0; i < BLOCKS_AT_ONCE && result == BLOCK_SIZE && client_.IsOpen(); ++i) {
+    int result = 1;
+    for (int i = 0; i < BLOCKS_AT_ONCE && result > 0 && client_.IsOpen(); ++i) {
         result = ReceiveBlock();
+        if (panelTime_ >= TURN && result > 0) {
+            WaitForSingleObject(stop_.Get(), MOMENT);
+            panelTime_ = {};
+        }
     }
-    if (hasEnded && result <= 0) {
+    if (!client_.IsOpen()) {
+        return;
+    }
+    if (result > 0) {
+        clientEvents_ |= FD_READ; // the rest has its turn behind the others
+        return;
+    }
+    clientEvents_ = 0;
+    panelTime_ = {};
+    if (result == -WSAEWOULDBLOCK) {
+        return;
+    }
+    if (result == 0 || (clientEvent_.Take(client_).lNetworkEvents & FD_CLOSE) != 0) {
         Retire();
-    } else if (result < 0 && result != -WSAEWOULDBLOCK) {
+    } else {
         TraceSocketError("Couldn't read on socket", -result);
     }
 }
@@ -213,45 +282,25 @@ int TerminalServer::ReceiveBlock() {
 }
 
 void TerminalServer::Take(const std::string& text) {
-    using Step = logic::Terminal::Step;
-    for (const char character : text) {
-        std::optional<std::string> shown = "";
-        switch (terminal_.Put(character)) {
-        case Step::None:
-            continue;
-        case Step::Abandon:
-            return;
-        case Step::Execute:
-            shown = Execute();
-            break;
-        case Step::Refuse:
-            TraceRefusedLine("network");
-            break;
-        case Step::Answer:
-            break;
+    // Shared, because a line may be what destroys this server.
+    const auto reading = std::make_shared<Reading>(Reading{terminal_, text, 0, {}});
+    bool hasLine = reading->FindLine();
+    do {
+        if (hasLine) {
+            const auto start = std::chrono::steady_clock::now();
+            const auto found =
+                calls_.Ask(window_, stop_.Get(), [&control = control_, window = window_, reading] {
+                    return CarryOutLines(control, window, *reading);
+                });
+            if (!found) {
+                return; // the server stops
+            }
+            hasLine = *found;
+            panelTime_ += std::chrono::steady_clock::now() - start;
         }
-        if (!shown) {
-            return;
-        }
-        Send(logic::TelnetText(*shown + terminal_.Answer()));
-        if (!client_.IsOpen()) {
-            return;
-        }
-    }
-}
-
-std::optional<std::string> TerminalServer::Execute() {
-    // With a copy of the address: the line may be what destroys this server.
-    auto outcome = calls_.Ask(window_, stop_.Get(), [&control = control_, address = terminal_.Address()] {
-        return CarryOut(control, address);
-    });
-    if (!outcome) {
-        return std::nullopt;
-    }
-    if (!outcome->hasObject) {
-        terminal_.ObjectMissing();
-    }
-    return std::move(outcome->shown);
+        terminal_ = reading->terminal;
+        Send(std::exchange(reading->answers, {}));
+    } while (hasLine && client_.IsOpen());
 }
 
 void TerminalServer::Send(std::string_view text) {
@@ -272,6 +321,7 @@ bool TerminalServer::WaitForRoom() {
     if (next_.socket.IsOpen()) {
         return false;
     }
+    clientEvents_ |= clientEvent_.Take(client_).lNetworkEvents & CLIENT_EVENTS;
     client_.Select(clientEvent_.Get(), CLIENT_EVENTS | FD_WRITE);
     const struct Reselect {
         ~Reselect() { server.client_.Select(server.clientEvent_.Get(), CLIENT_EVENTS); }

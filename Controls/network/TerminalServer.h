@@ -10,7 +10,7 @@
 #include "logic/Terminal.h"
 #include "logic/TerminalAdmission.h"
 
-#include <optional>
+#include <chrono>
 #include <string>
 #include <string_view>
 
@@ -45,10 +45,8 @@ private:
     void Welcome();
     // One block out of the socket. The number of bytes, 0 at the end, below 0 an error with its sign changed.
     int ReceiveBlock();
+    // Carries out the lines that the text completes and sends the answers, those of several lines at once.
     void Take(const std::string& text);
-    // What is shown in front of the prompt; nothing when the line was not carried out because the server
-    // stops.
-    std::optional<std::string> Execute();
     // All of it, or as much as is possible before the server stops, another terminal connects or this one is
     // gone.
     void Send(std::string_view text);
@@ -65,7 +63,7 @@ private:
     const PeerName peerName_;
     const Event stop_{Event::ManualReset};
     const SocketEvent listenEvent_;
-    const SocketEvent clientEvent_;
+    const SocketEvent clientEvent_{SocketEvent::ResetsItself};
     Socket listening_;
     Socket client_;
     Socket retired_;
@@ -75,7 +73,8 @@ private:
     } next_; // may connect, and does when the present one can be left
     logic::RefusalCount refusals_;
     in_addr lastRefused_{};
-    long clientEvents_ = 0; // of the client socket, still to be dealt with
+    std::chrono::steady_clock::duration panelTime_{}; // that lines took without a pause
+    long clientEvents_ = 0;                           // of the client socket, still to be dealt with
     logic::Terminal terminal_;
     logic::TelnetFilter telnet_; // of the client
 };

@@ -1,50 +1,30 @@
 #include "logic/ButtonLogic.h"
-
-#include <cmath>
-#include <cstdint>
-#include <limits>
-#include <random>
-#include <string>
-
-#include <doctest/doctest.h>
+#include "tests/native/Tables.h"
 
 using namespace logic;
 
-namespace {
-
-constexpr std::int32_t lowest = std::numeric_limits<std::int32_t>::min();
-constexpr std::int32_t highest = std::numeric_limits<std::int32_t>::max();
-
-} // namespace
-
 TEST_CASE("a held button steps by the number of periods times the acceleration") {
-    struct Row {
-        std::uint32_t held;
-        std::int32_t period;
-        float acceleration;
-        std::int32_t steps;
+    const Row<std::int32_t, std::uint32_t, std::int32_t, float> rows[] = {
+        {{99U, 100, 1.0F}, 0},       {{100U, 100, 1.0F}, 1}, {{299U, 100, 1.0F}, 2},
+        {{350U, 100, 1.0F}, 3},      {{100U, 100, 0.5F}, 1}, // 0.5 + 0.5
+        {{300U, 100, 0.5F}, 2},      {{500U, 100, 0.7F}, 4}, {{1000U, 100, 10.0F}, 100},
+        {{1000U, 0, 1.0F}, 0},       {{1000U, -5, 1.0F}, 0}, {{0xFFFFFFFFU, 1, 10.0F}, highest},
+        {{1000U, 1, notANumber}, 0}, {{1000U, 1, -1.0F}, 0},
     };
-    const Row rows[] = {
-        {99, 100, 1.0F, 0},          {100, 100, 1.0F, 1}, {299, 100, 1.0F, 2},
-        {350, 100, 1.0F, 3},         {100, 100, 0.5F, 1}, // 0.5 + 0.5
-        {300, 100, 0.5F, 2},         {500, 100, 0.7F, 4}, {1000, 100, 10.0F, 100},
-        {1000, 0, 1.0F, 0},          {1000, -5, 1.0F, 0}, {0xFFFFFFFF, 1, 10.0F, highest},
-        {1000, 1, std::nanf(""), 0}, {1000, 1, -1.0F, 0},
-    };
-    for (const Row& row : rows) {
-        CAPTURE(row.held);
-        CAPTURE(row.acceleration);
-        CHECK(RepeatSteps(row.held, row.period, row.acceleration) == row.steps);
-    }
+    CheckRows(RepeatSteps, rows);
 }
 
 TEST_CASE("steps stop at the ends of 32 bits") {
-    CHECK(StepValue(5, PressMode::Increment, 3) == 8);
-    CHECK(StepValue(5, PressMode::Decrement, 30) == -25);
-    CHECK(StepValue(5, PressMode::Absolute, 3) == 5);
-    CHECK(StepValue(highest - 1, PressMode::Increment, 3) == highest);
-    CHECK(StepValue(lowest, PressMode::Decrement, highest) == lowest);
-    CHECK(StepValue(0, PressMode::Decrement, lowest) == highest);
+    using enum PressMode;
+    const Row<std::int32_t, std::int32_t, PressMode, std::int32_t> rows[] = {
+        {{5, Increment, 3}, 8},
+        {{5, Decrement, 30}, -25},
+        {{5, Absolute, 3}, 5},
+        {{highest - 1, Increment, 3}, highest},
+        {{lowest, Decrement, highest}, lowest},
+        {{0, Decrement, lowest}, highest},
+    };
+    CheckRows(StepValue, rows);
 }
 
 TEST_CASE("the mode goes by its first letter") {
@@ -57,21 +37,27 @@ TEST_CASE("the mode goes by its first letter") {
 }
 
 TEST_CASE("questions have line feeds and tabs") {
-    CHECK(QuestionText("Really?\\nAll\\tof it?") == "Really?\nAll\tof it?");
-    CHECK(QuestionText("\\n\\n") == "\n\n");
-    CHECK(QuestionText("C:\\temp\\new") == "C:\temp\new");
-    CHECK(QuestionText("\\\\n") == "\\\n"); // every pair, whatever stands in front of it
-    CHECK(QuestionText("\\N \\x \\") == "\\N \\x \\");
-    CHECK(QuestionText("") == "");
+    const Row<std::string, const char*> rows[] = {
+        {"Really?\\nAll\\tof it?", "Really?\nAll\tof it?"},
+        {"\\n\\n", "\n\n"},
+        {"C:\\temp\\new", "C:\temp\new"},
+        {"\\\\n", "\\\n"}, // every pair, whatever stands in front of it
+        {"\\N \\x \\", "\\N \\x \\"},
+        {"", ""},
+    };
+    CheckRows(QuestionText, rows);
 }
 
 TEST_CASE("placeholders are replaced once") {
     const Placeholder placeholders[] = {{'l', "50%n"}, {'c', "A;B"}, {'n', "Strip1*Mute"}};
-    CHECK(ExpandTemplate("%n*caption=%l", placeholders) == "Strip1*Mute*caption=50%n");
-    CHECK(ExpandTemplate("template=X \"%n - \" %c", placeholders) == "template=X \"Strip1*Mute - \" A;B");
-    CHECK(ExpandTemplate("%%n 100% %d %", placeholders) == "%Strip1*Mute 100% %d %");
-    CHECK(ExpandTemplate("%n", {}) == "%n");
-    CHECK(ExpandTemplate("", placeholders) == "");
+    const auto expand = [&](const char* text) { return ExpandTemplate(text, placeholders); };
+    const Row<std::string, const char*> rows[] = {
+        {"%n*caption=%l", "Strip1*Mute*caption=50%n"},
+        {"template=X \"%n - \" %c", "template=X \"Strip1*Mute - \" A;B"},
+        {"%%n 100% %d %", "%Strip1*Mute 100% %d %"},
+        {"", ""},
+    };
+    CheckRows(expand, rows);
 }
 
 TEST_CASE("any text survives") {

@@ -1,8 +1,7 @@
 #include "logic/CanRecords.h"
+#include "tests/native/Tables.h"
 
 #include <algorithm>
-
-#include <doctest/doctest.h>
 
 using namespace logic;
 using namespace std::string_literals;
@@ -35,15 +34,18 @@ TEST_CASE("each type of CAN record has its line") {
         std::snprintf(record, sizeof record, "S%02xT", type);
         CHECK(DescribeCanRecord(record) == "CPC_MSG_T_"s + names[type] + "\n");
     }
-    const struct {
-        const char *record, *line;
-    } rows[] = {
+    const Row<std::string, const char*> rows[] = {
         {"SffT", "CPC_MSG_T_UNKNOWN (255)\n"},
         {"SFfT", "CPC_MSG_T_UNKNOWN (255)\n"},
         {"ST", "CPC_MSG_T_RESYNC\n"},
         {"S1T", "CPC_MSG_T_CAN\n"},      // the first digit alone
         {"Sx2T", "CPC_MSG_T_BUSLOAD\n"}, // the second alone
         {"SGgT", "CPC_MSG_T_RESYNC\n"},
+        {"S0AT", "CPC_MSG_T_POWERUP\n"},
+        {"SA0T", "CPC_MSG_T_UNKNOWN (160)\n"},
+        {"S@`T", "CPC_MSG_T_RESYNC\n"}, // beside the letters
+        {"S/:T", "CPC_MSG_T_RESYNC\n"}, // beside the digits
+        {"S09T", "CPC_MSG_T_TXACK\n"},
         //  type     1-10                id       count data
         {"S10 0102030405060708090", "0 ()\n"},
         {"S100102030405060708090a2301000003aB00 7T", "123 (ab 00 07 )\n"},
@@ -51,10 +53,7 @@ TEST_CASE("each type of CAN record has its line") {
         {"S10010203040506070809000000000000T", "0 ()\n"},
         {"S100102030405060708090001000000022T", "1 (02 00 )\n"}, // announced, but not there
     };
-    for (const auto& row : rows) {
-        CAPTURE(row.record);
-        CHECK(DescribeCanRecord(row.record) == row.line);
-    }
+    CheckRows(DescribeCanRecord, rows);
     CHECK(DescribeCanRecord("S1001020304050607080900000000 0ff1T").size() == 3 + 255 * 3 + 2);
 }
 

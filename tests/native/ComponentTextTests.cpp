@@ -1,9 +1,7 @@
 #include "logic/ComponentText.h"
+#include "tests/native/Tables.h"
 
-#include <random>
 #include <set>
-
-#include <doctest/doctest.h>
 
 using namespace logic;
 

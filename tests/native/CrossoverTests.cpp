@@ -1,11 +1,5 @@
 #include "logic/Crossover.h"
-
-#include <cmath>
-#include <cstddef>
-#include <limits>
-#include <string>
-
-#include <doctest/doctest.h>
+#include "tests/native/Tables.h"
 
 using namespace logic;
 
@@ -15,23 +9,14 @@ const Crossover channel{{{17, 80.0F}, {0, 20000.0F}}, -3.0F, 1, {0, 2.5F, 0}};
 
 } // namespace
 
-TEST_CASE("the bytes of a channel are those that devices exchange") {
-    CHECK(offsetof(Crossover, gain) == 16);
-    CHECK(offsetof(Crossover, polarity) == 20);
-    CHECK(offsetof(Crossover, delay) == 24);
-    CHECK(offsetof(DelaySetting, unit) == 8);
-    CHECK(offsetof(CrossoverFilters, lowPass) + offsetof(CrossoverFilter, frequency) == 12);
-}
-
 TEST_CASE("a channel as text") {
     CHECK(CrossoverText(channel) == "LINK24,80 Hz,OFF,20000 Hz,-3 dB,inverted,0,2.5 ms");
     CHECK(FiltersText({{99, 80.0F}, {-1, 20.0F}}) == ",80 Hz,,20 Hz");
     CHECK(DelayAmountText({0, 0.5F, 99}) == "0.5 ");
     CHECK(ReadCrossover(CrossoverText(channel), {}) == channel);
-    const struct {
-        const char* text;
-        const char* result; // read into the channel above
-    } rows[] = {
+    const auto read = [](const std::string& text) { return ReadCrossover(text, channel); };
+    const auto result = [&read](const char* text) { return CrossoverText(read(text).value()); };
+    const Row<std::string, const char*> rows[] = {
         {"bess12", "BESS12,80 Hz,OFF,20000 Hz,-3 dB,inverted,0,2.5 ms"},
         {"12dB/0.7,5", "S12Q07,20 Hz,OFF,20000 Hz,-3 dB,inverted,0,2.5 ms"},
         {",,Linkw 24,2 hz", "LINK24,80 Hz,LINK24,20 Hz,-3 dB,inverted,0,2.5 ms"},
@@ -41,13 +26,9 @@ TEST_CASE("a channel as text") {
         {",,,,,,,-4 ft", "LINK24,80 Hz,OFF,20000 Hz,-3 dB,inverted,0,0 ft"},
         {",,,,,,,7", "LINK24,80 Hz,OFF,20000 Hz,-3 dB,inverted,0,7 ms"},
     };
-    for (const auto& row : rows) {
-        CAPTURE(row.text);
-        CHECK(CrossoverText(ReadCrossover(row.text, channel).value_or(Crossover{})) == row.result);
-    }
-    for (const char* text : {"", "x", ",,,,,,,", "bess12,80 kHz", "bess12,,,,3 dBu", ",,,,,upside",
-                             ",,,,,,1x", ",,,,,,,7 parsecs", ",,,,,,,7 ms late", ",,,,3,normal,0,1 ms,4"})
-        CHECK_FALSE(ReadCrossover(text, channel));
+    CheckRows(result, rows);
+    CheckRefused(read, "", "x", ",,,,,,,", "bess12,80 kHz", "bess12,,,,3 dBu", ",,,,,upside", ",,,,,,1x",
+                 ",,,,,,,7 parsecs", ",,,,,,,7 ms late", ",,,,3,normal,0,1 ms,4");
     for (std::int32_t type = 0; type < crossoverTypeCount; ++type) {
         const auto index = static_cast<std::size_t>(type);
         for (const auto name : {crossoverKeys[index], crossoverNames[index]})
@@ -56,38 +37,34 @@ TEST_CASE("a channel as text") {
 }
 
 TEST_CASE("a typed delay keeps its unit unless another one stands behind it") {
-    const struct {
-        const char* text;
-        int items;
-        float amount;
-        int unit;
-    } rows[] = {
-        {"3", 1, 3.0F, 4},          {" 1.5  samples ", 2, 1.5F, 1}, {"2 US", 2, 2.0F, 6},
-        {"2 furlongs", 1, 2.0F, 4}, {"2 ms later", 2, 2.0F, 0},     {"ms", 0, 9.0F, 4},
-        {"", 0, 9.0F, 4},           {"nan ms", 0, 9.0F, 4},         {"1e99 s", 0, 9.0F, 4},
-        {"-2", 1, -2.0F, 4},        {"12in", 2, 12.0F, 3},
-    };
-    for (const auto& row : rows) {
-        CAPTURE(row.text);
+    using Read = std::tuple<int, float, int>; // items read, amount, unit
+    const auto read = [](const char* text) {
         DelaySetting delay{1, 9.0F, 4};
-        CHECK(ReadDelayAmount(row.text, delay) == row.items);
-        CHECK(delay == DelaySetting{1, row.amount, row.unit});
-    }
+        const int items = ReadDelayAmount(text, delay);
+        CHECK(delay.bypass == 1);
+        return Read(items, delay.amount, delay.unit);
+    };
+    const Row<Read, const char*> rows[] = {
+        {"3", {1, 3.0F, 4}},          {" 1.5  samples ", {2, 1.5F, 1}}, {"2 US", {2, 2.0F, 6}},
+        {"2 furlongs", {1, 2.0F, 4}}, {"2 ms later", {2, 2.0F, 0}},     {"ms", {0, 9.0F, 4}},
+        {"", {0, 9.0F, 4}},           {"nan ms", {0, 9.0F, 4}},         {"1e99 s", {0, 9.0F, 4}},
+        {"-2", {1, -2.0F, 4}},        {"12in", {2, 12.0F, 3}},
+    };
+    CheckRows(read, rows);
 }
 
 TEST_CASE("what can be shown and set") {
     CHECK(IsKnown(channel));
-    const float endless = std::numeric_limits<float>::infinity();
     for (int fault = 0; fault < 8; ++fault) {
         Crossover bad = channel;
         CrossoverFilters& filters = bad.filters;
         (fault == 0 ? filters.highPass.type : fault == 1 ? filters.lowPass.type : bad.delay.bypass) = 18;
         bad.polarity = fault == 2 ? 2 : 0;
         bad.delay.unit = fault == 3 ? 8 : 7;
-        filters.highPass.frequency = fault == 4 ? std::nanf("") : 20.0F;
-        filters.lowPass.frequency = fault == 5 ? -endless : 20.0F;
-        bad.gain = fault == 6 ? endless : 0.0F;
-        bad.delay.amount = fault == 7 ? std::nanf("") : 0.0F;
+        filters.highPass.frequency = fault == 4 ? notANumber : 20.0F;
+        filters.lowPass.frequency = fault == 5 ? -infinity : 20.0F;
+        bad.gain = fault == 6 ? infinity : 0.0F;
+        bad.delay.amount = fault == 7 ? notANumber : 0.0F;
         CAPTURE(fault);
         CHECK_FALSE(IsKnown(bad));
         CHECK(IsSound(bad) == (fault < 4));

@@ -1,10 +1,7 @@
 #include "logic/EditGeometry.h"
+#include "tests/native/Tables.h"
 
 #include <array>
-#include <random>
-#include <vector>
-
-#include <doctest/doctest.h>
 
 using namespace logic;
 
@@ -15,28 +12,17 @@ constexpr SnapSettings SNAPPING{8, 4};
 } // namespace
 
 TEST_CASE("the handles of a frame are grasped at its corners and the middles of its edges") {
-    const Rectangle frame{10, 20, 70, 60};
-    struct Row {
-        Offset point;
-        Handle handle;
+    using enum Handle;
+    const auto handleAt = [](int x, int y) { return HandleAt({10, 20, 70, 60}, {x, y}); };
+    const Row<Handle, int, int> rows[] = {
+        {{10, 20}, TopLeft},     {{40, 20}, Top},    {{69, 20}, TopRight},   {{69, 40}, Right},
+        {{69, 59}, BottomRight}, {{40, 59}, Bottom}, {{10, 59}, BottomLeft}, {{10, 40}, Left},
+        {{40, 40}, None},        {{25, 20}, None},   {{9, 20}, None},        {{70, 59}, None},
     };
-    const Row rows[] = {
-        {{10, 20}, Handle::TopLeft},    {{40, 20}, Handle::Top},         {{69, 20}, Handle::TopRight},
-        {{69, 40}, Handle::Right},      {{69, 59}, Handle::BottomRight}, {{40, 59}, Handle::Bottom},
-        {{10, 59}, Handle::BottomLeft}, {{10, 40}, Handle::Left},        {{40, 40}, Handle::None},
-        {{25, 20}, Handle::None},       {{9, 20}, Handle::None},         {{70, 59}, Handle::None},
-    };
-    for (const Row& row : rows) {
-        CAPTURE(row.point.x);
-        CAPTURE(row.point.y);
-        CHECK(HandleAt(frame, row.point) == row.handle);
-    }
-}
-
-TEST_CASE("even a small control can be grasped in its middle to be moved") {
-    for (int size = 3; size <= 40; ++size) {
+    CheckRows(handleAt, rows);
+    for (int size = 3; size <= 40; ++size) { // even a small control can be grasped in its middle to be moved
         CAPTURE(size);
-        CHECK(HandleAt({0, 0, size, size}, {size / 2, size / 2}) == Handle::None);
+        CHECK(HandleAt({0, 0, size, size}, {size / 2, size / 2}) == None);
     }
 }
 
@@ -52,12 +38,12 @@ TEST_CASE("sizing moves the edges of the handle and keeps the minimum") {
 }
 
 TEST_CASE("a rubber band selects what it touches, whichever way it was drawn") {
-    const Rectangle control{10, 10, 20, 20};
-    CHECK(Touches(Spanned({19, 19}, {40, 40}), control));
-    CHECK(Touches(Spanned({40, 40}, {0, 0}), control));
-    CHECK_FALSE(Touches(Spanned({20, 10}, {40, 40}), control));
-    CHECK_FALSE(Touches(Spanned({0, 0}, {10, 40}), control));
-    CHECK_FALSE(Touches(Spanned({15, 15}, {15, 15}), {30, 30, 40, 40}));
+    const auto touches = [](Offset from, Offset to) { return Touches(Spanned(from, to), {10, 10, 20, 20}); };
+    const Row<bool, Offset, Offset> rows[] = {
+        {{{19, 19}, {40, 40}}, true}, {{{40, 40}, {0, 0}}, true},    {{{20, 10}, {40, 40}}, false},
+        {{{0, 0}, {10, 40}}, false},  {{{25, 25}, {25, 25}}, false},
+    };
+    CheckRows(touches, rows);
 }
 
 TEST_CASE("what is moved snaps to near edges and centres, else to the grid") {
@@ -99,13 +85,13 @@ TEST_CASE("a control cannot be moved wholly out of the panel") {
     CHECK(ReachableMove({-20, 0}, outside, 300, 200) == Offset{-20, 0});
     std::mt19937 random(7);
     for (int i = 0; i < 2000; ++i) {
-        const auto any = [&](int from, int to) { return std::uniform_int_distribution(from, to)(random); };
         std::vector<Rectangle> group;
-        for (int n = any(1, 4); n > 0; --n) {
-            const Offset corner{any(0, 250), any(0, 150)};
-            group.push_back({corner.x, corner.y, corner.x + any(1, 50), corner.y + any(1, 50)});
+        for (int n = Any(random, 1, 4); n > 0; --n) {
+            const Offset corner{Any(random, 0, 250), Any(random, 0, 150)};
+            group.push_back(
+                {corner.x, corner.y, corner.x + Any(random, 1, 50), corner.y + Any(random, 1, 50)});
         }
-        const Offset by = ReachableMove({any(-900, 900), any(-900, 900)}, group, 300, 200);
+        const Offset by = ReachableMove({Any(random, -900, 900), Any(random, -900, 900)}, group, 300, 200);
         for (const Rectangle& one2 : group) {
             CHECK(Touches({0, 0, 300, 200}, Moved(one2, by)));
         }
@@ -115,26 +101,22 @@ TEST_CASE("a control cannot be moved wholly out of the panel") {
 TEST_CASE("alignment follows the first selected") {
     const std::array start{Rectangle{40, 40, 80, 60}, Rectangle{0, 10, 20, 90},
                            Rectangle{100, 100, 150, 105}};
-    struct Row {
-        Alignment alignment;
-        Rectangle second, third;
-    };
-    const Row rows[] = {
-        {Alignment::Left, {40, 10, 60, 90}, {40, 100, 90, 105}},
-        {Alignment::Right, {60, 10, 80, 90}, {30, 100, 80, 105}},
-        {Alignment::Top, {0, 40, 20, 120}, {100, 40, 150, 45}},
-        {Alignment::Bottom, {0, -20, 20, 60}, {100, 55, 150, 60}},
-        {Alignment::CentreAcross, {50, 10, 70, 90}, {35, 100, 85, 105}},
-        {Alignment::CentreDown, {0, 10, 20, 90}, {100, 48, 150, 53}},
-    };
-    for (const Row& row : rows) {
-        CAPTURE(static_cast<int>(row.alignment));
+    const auto aligned = [&start](Alignment alignment) {
         auto places = start;
-        Align(row.alignment, places);
+        Align(alignment, places);
         CHECK(places[0] == start[0]);
-        CHECK(places[1] == row.second);
-        CHECK(places[2] == row.third);
-    }
+        return std::pair(places[1], places[2]);
+    };
+    using enum Alignment;
+    const Row<std::pair<Rectangle, Rectangle>, Alignment> rows[] = {
+        {Left, {{40, 10, 60, 90}, {40, 100, 90, 105}}},
+        {Right, {{60, 10, 80, 90}, {30, 100, 80, 105}}},
+        {Top, {{0, 40, 20, 120}, {100, 40, 150, 45}}},
+        {Bottom, {{0, -20, 20, 60}, {100, 55, 150, 60}}},
+        {CentreAcross, {{50, 10, 70, 90}, {35, 100, 85, 105}}},
+        {CentreDown, {{0, 10, 20, 90}, {100, 48, 150, 53}}},
+    };
+    CheckRows(aligned, rows);
 }
 
 TEST_CASE("distribution makes the gaps equal and leaves the outermost where they are") {

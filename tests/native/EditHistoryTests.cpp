@@ -1,123 +1,100 @@
 #include "logic/ComponentText.h"
 #include "logic/EditHistory.h"
+#include "tests/native/Tables.h"
 
 #include <algorithm>
-#include <list>
 #include <map>
-#include <random>
-#include <set>
-
-#include <doctest/doctest.h>
 
 using namespace logic;
 
 namespace {
 
+bool IsPart(const std::string& name, const std::string& whole) {
+    return name == whole || name.starts_with(whole + "*");
+}
+
 // A panel without windows: controls with property lines, in order. A control of class STRIP makes its own
 // part.
 class Sheet : public EditTarget {
 public:
-    bool Exists(const std::string& name) override { return lines.contains(name); }
+    struct Control {
+        ControlHeader header;
+        std::map<std::string, std::string> lines;
+    };
+
+    bool Exists(const std::string& name) override { return controls.contains(name); }
     std::string Text(const std::string& name) override {
-        if (!Exists(name)) {
+        if (!Exists(name))
             return {};
-        }
-        const std::size_t ownName = name.rfind('*') + 1;
-        std::string text = HeaderLine(name.substr(0, ownName), headers.at(name)) + "\r\n";
-        for (const auto& [keyword, value] : lines.at(name)) {
+        std::string text = HeaderLine(name.substr(0, name.rfind('*') + 1), controls.at(name).header) + "\r\n";
+        for (const auto& [keyword, value] : controls.at(name).lines)
             text += name + "*" + keyword + "=" + value + "\r\n";
-        }
         return text;
     }
     bool Load(const std::string& text) override {
         for (const std::string& line : SplitLines(text)) {
             const PropertyLine parts = SplitPropertyLine(line);
-            if (parts.keyword != "control") {
-                const std::string object(parts.object);
-                REQUIRE(Exists(object));
-                auto& held = lines[object];
-                if (parts.value.empty() && parts.keyword != "connection") {
-                    held.erase(std::string(parts.keyword));
-                } else {
-                    held[std::string(parts.keyword)] = parts.value;
-                }
-                continue;
+            const std::string object(parts.object);
+            const std::string keyword(parts.keyword);
+            if (keyword == "control") {
+                const ControlHeader header = ParseControlHeader(parts.value).value();
+                Create((object.empty() ? "" : object + "*") + header.name, header);
+            } else if (parts.value.empty() && keyword != "connection") {
+                controls.at(object).lines.erase(keyword);
+            } else {
+                controls.at(object).lines[keyword] = parts.value;
             }
-            const auto header = ParseControlHeader(parts.value);
-            REQUIRE(header);
-            const std::string path(parts.object);
-            Create(path.empty() ? header->name : path + "*" + header->name, *header);
         }
         return text.find("=refused") == std::string::npos;
     }
     void Destroy(const std::string& name) override {
         REQUIRE(Exists(name));
-        const auto gone = [&](const std::string& other) {
-            return other == name || other.starts_with(name + "*");
-        };
-        for (const std::string& other : std::vector<std::string>(order.begin(), order.end())) {
-            if (gone(other)) {
-                lines.erase(other);
-                headers.erase(other);
-            }
-        }
-        order.remove_if(gone);
+        std::erase_if(controls, [&](const auto& control) { return IsPart(control.first, name); });
+        std::erase_if(order, [&](const std::string& other) { return IsPart(other, name); });
     }
     void Place(const std::string& name, const Rectangle& place) override {
-        headers.at(name).rectangle = place;
+        controls.at(name).header.rectangle = place;
     }
     void SetStyle(const std::string& name, std::uint32_t changed, std::uint32_t style) override {
-        std::uint32_t& held = headers.at(name).style;
+        std::uint32_t& held = controls.at(name).header.style;
         held = (held & ~changed) | (style & changed);
     }
-    std::vector<std::string> Order() override { return {order.begin(), order.end()}; }
+    std::vector<std::string> Order() override { return order; }
     void MoveBefore(const std::string& name, const std::string& other) override {
-        std::list<std::string> moved;
-        for (auto place = order.begin(); place != order.end();) {
-            const auto next = std::next(place);
-            if (*place == name || place->starts_with(name + "*")) {
-                moved.splice(moved.end(), order, place);
-            }
-            place = next;
-        }
-        order.splice(other.empty() ? End(name) : std::find(order.begin(), order.end(), other), moved);
+        const auto rest = std::stable_partition(order.begin(), order.end(),
+                                                [&](const auto& each) { return !IsPart(each, name); });
+        const std::vector<std::string> moved(rest, order.end());
+        order.erase(rest, order.end());
+        order.insert(other.empty() ? End(name) : std::find(order.begin(), order.end(), other), moved.begin(),
+                     moved.end());
     }
 
     std::string All() {
         std::string text;
-        for (const std::string& name : order) {
+        for (const std::string& name : order)
             text += Text(name);
-        }
         return text;
     }
     void Create(const std::string& name, const ControlHeader& header) {
-        if (Exists(name)) {
-            headers[name].rectangle = header.rectangle;
-            return;
-        }
+        if (Exists(name))
+            return Place(name, header.rectangle);
         order.insert(End(name), name);
-        headers[name] = header;
-        lines[name]["connection"] = "";
-        if (header.className == "STRIP") {
+        controls[name] = {header, {{"connection", ""}}};
+        if (header.className == "STRIP")
             Create(name + "*Part", {0, "KNOB", "Part", 0, {1, 1, 5, 5}});
-        }
     }
 
-    std::list<std::string> order;
-    std::map<std::string, ControlHeader> headers;
-    std::map<std::string, std::map<std::string, std::string>> lines;
+    std::map<std::string, Control> controls;
+    std::vector<std::string> order;
 
 private:
-    std::list<std::string>::iterator End(const std::string& name) {
+    // Behind the last part of what holds the control.
+    std::vector<std::string>::iterator End(const std::string& name) {
         const auto star = name.rfind('*');
-        if (star == std::string::npos) {
+        if (star == std::string::npos)
             return order.end();
-        }
-        auto place = std::find(order.begin(), order.end(), name.substr(0, star));
-        do {
-            ++place;
-        } while (place != order.end() && place->starts_with(name.substr(0, star + 1)));
-        return place;
+        const auto isBeside = [&](const auto& each) { return IsPart(each, name.substr(0, star)); };
+        return std::find_if(order.rbegin(), order.rend(), isBeside).base();
     }
 };
 
@@ -128,116 +105,90 @@ public:
         : sheet_(sheet), history_(history), random_(seed) {}
 
     void Edit() {
-        switch (Any(0, 5)) {
+        switch (Any(random_, 0, 5)) {
         case 0:
-            return Change({}, [&] { return std::vector{Create()}; });
-        case 1: {
-            const auto names = Some();
-            return Change(names, [&] {
-                for (const std::string& name : names) {
-                    if (sheet_.Exists(name)) {
+            return Change([&] { Create(); });
+        case 1:
+            return Change([&] {
+                for (const std::string& name : Some()) {
+                    if (sheet_.Exists(name))
                         sheet_.Destroy(name);
-                    }
                 }
-                return std::vector<std::string>{};
             });
-        }
-        case 2: {
-            const auto names = Some();
-            return Change(names, [&] {
-                for (const std::string& name : names) {
-                    auto& lines = sheet_.lines[name];
-                    sheet_.headers[name].style ^= Any(0, 1) == 0 ? 0x04000000U : 0U;
-                    if (Any(0, 2) == 0) {
-                        lines.erase("layer");
-                    } else {
-                        lines[Any(0, 1) == 0 ? "layer" : "connection"] = "u" + std::to_string(Any(1, 9));
-                    }
-                }
-                return std::vector<std::string>{};
+        case 2:
+            return Change([&] {
+                for (const std::string& name : Some())
+                    SetSomething(sheet_.controls.at(name));
             });
-        }
-        case 3: {
-            const auto names = Some();
-            return Change({}, [&] {
-                if (!names.empty()) {
-                    const std::string& name = names.front();
-                    for (const std::string& other : sheet_.Order()) {
-                        if (other != name && other.rfind('*') == name.rfind('*') &&
-                            other.substr(0, other.rfind('*') + 1) == name.substr(0, name.rfind('*') + 1)) {
-                            sheet_.MoveBefore(name, Any(0, 3) == 0 ? "" : other);
-                            break;
-                        }
-                    }
-                }
-                return std::vector<std::string>{};
-            });
-        }
+        case 3:
+            return Change([&] { Reorder(); });
         default:
             return Move();
         }
     }
 
 private:
-    int Any(int from, int to) { return std::uniform_int_distribution(from, to)(random_); }
-
-    std::string Create() {
+    void Create() {
         const std::string name =
             FreeName("Knob 1", [&](const std::string& candidate) { return sheet_.Exists(candidate); });
-        sheet_.Create(name,
-                      {0, Any(0, 3) == 0 ? "STRIP" : "KNOB", name, 0x50010000, {Any(0, 99), 0, 120, 30}});
-        if (Any(0, 1) == 0) {
-            const auto order = sheet_.Order();
-            sheet_.MoveBefore(name, order.front() == name ? "" : order.front());
+        const char* className = Any(random_, 0, 3) == 0 ? "STRIP" : "KNOB";
+        sheet_.Create(name, {0, className, name, 0x50010000, {Any(random_, 0, 99), 0, 120, 30}});
+        if (Any(random_, 0, 1) == 0)
+            sheet_.MoveBefore(name, sheet_.order.front() == name ? "" : sheet_.order.front());
+    }
+
+    void SetSomething(Sheet::Control& control) {
+        control.header.style ^= Any(random_, 0, 1) == 0 ? 0x04000000U : 0U;
+        if (Any(random_, 0, 2) == 0)
+            control.lines.erase("layer");
+        else
+            control.lines[Any(random_, 0, 1) == 0 ? "layer" : "connection"] =
+                "u" + std::to_string(Any(random_, 1, 9));
+    }
+
+    void Reorder() {
+        const auto names = Some();
+        for (const std::string& other : sheet_.Order()) {
+            const auto path = [](const std::string& name) { return name.substr(0, name.rfind('*') + 1); };
+            if (!names.empty() && other != names[0] && path(other) == path(names[0]))
+                return sheet_.MoveBefore(names[0], Any(random_, 0, 3) == 0 ? "" : other);
         }
-        return name;
     }
 
     std::vector<std::string> Some() {
-        std::vector<std::string> names;
-        for (const std::string& name : sheet_.Order()) {
-            if (Any(0, 4) == 0) {
-                names.push_back(name);
-            }
-        }
+        std::vector<std::string> names = sheet_.Order();
+        std::erase_if(names, [&](const std::string&) { return Any(random_, 0, 4) != 0; });
         return names;
     }
 
     template <class Action>
-    void Change(const std::vector<std::string>& touched, Action action) {
+    void Change(Action action) {
+        Sheet before = sheet_;
+        action();
         EditStep step;
-        step.orderBefore = sheet_.Order();
-        std::set<std::string> seen;
-        const auto add = [&](const std::string& root, bool existed) {
-            for (const std::string& name : sheet_.Order()) {
-                if ((name == root || name.starts_with(root + "*")) && seen.insert(name).second) {
-                    step.texts.push_back({name, existed ? sheet_.Text(name) : "", ""});
-                }
-            }
-        };
-        for (const std::string& name : touched) {
-            add(name, true);
+        step.orderBefore = before.order;
+        step.orderAfter = sheet_.order;
+        for (const std::string& name : before.order) {
+            if (before.Text(name) != sheet_.Text(name))
+                step.texts.push_back({name, before.Text(name), sheet_.Text(name)});
         }
-        for (const std::string& name : action()) {
-            add(name, false);
+        for (const std::string& name : sheet_.order) {
+            if (!before.Exists(name))
+                step.texts.push_back({name, "", sheet_.Text(name)});
         }
-        for (EditStep::Text& text : step.texts) {
-            text.after = sheet_.Text(text.name);
-        }
-        step.orderAfter = sheet_.Order();
         history_.Commit(std::move(step), "Change");
     }
 
     void Move() {
         EditStep step;
-        const Offset by{Any(-9, 9), Any(-9, 9)};
+        const Offset by{Any(random_, -9, 9), Any(random_, -9, 9)};
         for (const std::string& name : Some()) {
-            const Rectangle before = sheet_.headers[name].rectangle;
+            const Rectangle before = sheet_.controls.at(name).header.rectangle;
             sheet_.Place(name, Moved(before, by));
             step.places.push_back({name, before, Moved(before, by)});
         }
-        now_ += static_cast<unsigned>(Any(0, 1000));
-        history_.CommitRun(std::move(step), "Move", Any(0, 2), now_);
+        now_ += static_cast<unsigned>(Any(random_, 0, 1000));
+        history_.CommitRun(std::move(step), "Move", Any(random_, 0, 2), now_);
     }
 
     Sheet& sheet_;
@@ -245,6 +196,18 @@ private:
     std::mt19937 random_;
     std::uint64_t now_ = 0;
 };
+
+// Moves control A from one place to another.
+EditStep Shift(int from, int to) {
+    EditStep step;
+    step.places.push_back({"A", {from, 0, from + 1, 1}, {to, 0, to + 1, 1}});
+    return step;
+}
+
+// Where a step takes control A; -1 without a step.
+int Target(const std::optional<EditStep>& step) {
+    return step ? step->places[0].after.left : -1;
+}
 
 } // namespace
 
@@ -256,29 +219,28 @@ TEST_CASE("undoing all and redoing all gives the same text at both ends") {
             const std::string name = "Start " + std::to_string(i);
             sheet.Create(name, {0, i % 3 == 0 ? "STRIP" : "KNOB", name, 0x50010000, {i, i, i + 40, i + 40}});
         }
-        const std::string start = sheet.All();
         EditHistory history;
         RandomEditor editor(sheet, history, seed);
-        for (int i = 0; i < 40; ++i) {
+        const std::string start = sheet.All();
+        for (int i = 0; i < 40; ++i)
             editor.Edit();
+        std::vector<std::string> stations{sheet.All()};
+        while (const auto step = history.Undo()) {
+            ApplyStep(*step, sheet);
+            stations.push_back(sheet.All());
         }
-        const std::string end = sheet.All();
-        std::vector<std::string> stations{end};
+        REQUIRE(stations.back() == start);
         for (int round = 0; round < 2; ++round) {
-            while (const auto step = history.Undo()) {
-                ApplyStep(*step, sheet);
-                if (round == 0) {
-                    stations.push_back(sheet.All());
-                }
-            }
-            REQUIRE(sheet.All() == start);
-            std::size_t station = stations.size();
-            REQUIRE(--station + 1 == stations.size());
+            std::size_t station = stations.size() - 1;
             while (const auto step = history.Redo()) {
                 ApplyStep(*step, sheet);
-                REQUIRE(sheet.All() == stations[--station]);
+                REQUIRE(sheet.All() == stations.at(--station));
             }
-            REQUIRE(sheet.All() == end);
+            REQUIRE(station == 0);
+            while (const auto step = history.Undo()) {
+                ApplyStep(*step, sheet);
+                REQUIRE(sheet.All() == stations.at(++station));
+            }
         }
     }
 }
@@ -286,39 +248,34 @@ TEST_CASE("undoing all and redoing all gives the same text at both ends") {
 TEST_CASE("a control that refuses a line of the wanted text is made anew") {
     Sheet sheet;
     sheet.Create("K", {0, "KNOB", "K", 0, {0, 0, 9, 9}});
-    sheet.lines["K"]["bitmap"] = "refused";
+    auto& lines = sheet.controls["K"].lines;
+    lines["bitmap"] = "refused";
     EditStep step;
     step.texts.push_back({"K", sheet.Text("K"), ""});
-    sheet.lines["K"] = {{"bitmap", "there"}, {"connection", ""}, {"shown", "beside the text"}};
+    lines = {{"bitmap", "there"}, {"connection", ""}, {"shown", "beside the text"}};
     step.texts.front().after =
         "control=0x00000000 KNOB \"K\" 0x00000000 0,0,9,9\r\nK*bitmap=there\r\nK*connection=\r\n";
     ApplyStep(step.Reversed(), sheet);
-    CHECK_FALSE(sheet.lines["K"].contains("shown"));
     CHECK(sheet.Text("K") == step.texts.front().before);
 }
 
 TEST_CASE("new steps end what could be redone, and the saved state with it") {
-    const auto move = [](int to) {
-        EditStep step;
-        step.places.push_back({"A", {0, 0, 1, 1}, {to, 0, to + 1, 1}});
-        return step;
-    };
     EditHistory history;
     CHECK(history.IsSaved());
     history.Commit({}, "Nothing");
     CHECK_FALSE(history.CanUndo());
-    history.Commit(move(1), "One");
+    history.Commit(Shift(0, 1), "One");
     CHECK_FALSE(history.IsSaved());
-    history.Commit(move(2), "Two");
+    history.Commit(Shift(0, 2), "Two");
     history.MarkSaved();
     CHECK(history.UndoLabel() == "Two");
-    CHECK(history.Undo()->places[0].after == Rectangle{0, 0, 1, 1});
+    CHECK(Target(history.Undo()) == 0);
     CHECK_FALSE(history.IsSaved());
     CHECK(history.RedoLabel() == "Two");
-    CHECK(history.Redo()->places[0].after == Rectangle{2, 0, 3, 1});
+    CHECK(Target(history.Redo()) == 2);
     CHECK(history.IsSaved());
     history.Undo();
-    history.Commit(move(3), "Three");
+    history.Commit(Shift(0, 3), "Three");
     CHECK_FALSE(history.CanRedo());
     CHECK_FALSE(history.IsSaved());
     history.Undo();
@@ -326,27 +283,18 @@ TEST_CASE("new steps end what could be redone, and the saved state with it") {
 }
 
 TEST_CASE("a quick run of the same key is one step, a pause or another key begins the next") {
-    const auto nudge = [](int from) {
-        EditStep step;
-        step.places.push_back({"A", {from, 0, from + 1, 1}, {from + 1, 0, from + 2, 1}});
-        return step;
-    };
     EditHistory history;
-    history.CommitRun(nudge(0), "Nudge", 1, 1000);
-    history.CommitRun(nudge(1), "Nudge", 1, 1700);
-    history.CommitRun(nudge(2), "Nudge", 1, 2401); // 701 ms later
-    history.CommitRun(nudge(3), "Nudge", 2, 2402);
+    history.CommitRun(Shift(0, 1), "Nudge", 1, 1000);
+    history.CommitRun(Shift(1, 2), "Nudge", 1, 1700);
+    history.CommitRun(Shift(2, 3), "Nudge", 1, 2401); // 701 ms later
+    history.CommitRun(Shift(3, 4), "Nudge", 2, 2402);
     history.MarkSaved();
-    history.CommitRun(nudge(4), "Nudge", 2, 2403); // what is saved stays a place of its own
-    CHECK(history.Undo()->places[0].before == Rectangle{5, 0, 6, 1});
+    history.CommitRun(Shift(4, 5), "Nudge", 2, 2403); // what is saved stays a place of its own
+    CHECK(Target(history.Undo()) == 4);
     CHECK(history.IsSaved());
-    CHECK(history.Undo()->places[0].before == Rectangle{4, 0, 5, 1});
-    CHECK(history.Undo()->places[0].before == Rectangle{3, 0, 4, 1});
-    const auto first = history.Undo();
-    REQUIRE(first);
-    CHECK(first->places[0].before == Rectangle{2, 0, 3, 1});
-    CHECK(first->places[0].after == Rectangle{0, 0, 1, 1});
-    CHECK_FALSE(history.Undo());
+    for (const int target : {3, 2, 0, -1})
+        CHECK(Target(history.Undo()) == target);
+    CHECK(Target(history.Redo()) == 2); // of the whole run
 }
 
 TEST_CASE("the history holds the last steps that its limit has room for") {
@@ -354,7 +302,6 @@ TEST_CASE("the history holds the last steps that its limit has room for") {
     for (unsigned seed = 1; seed <= 40; ++seed) {
         CAPTURE(seed);
         std::mt19937 random(seed);
-        const auto any = [&](int count) { return static_cast<int>(random() % static_cast<unsigned>(count)); };
         EditHistory history(LIMIT);
         // All steps ever, by their labels; of those from "first" on the history still knows.
         struct Known {
@@ -366,43 +313,36 @@ TEST_CASE("the history holds the last steps that its limit has room for") {
         std::size_t position = 0;
         std::optional<std::size_t> saved = 0;
         for (int i = 0; i < 400; ++i) {
-            switch (any(6)) {
+            switch (Any(random, 0, 5)) {
             case 0:
-                if (history.Undo()) {
-                    --position;
-                }
+                position -= history.Undo() ? 1 : 0;
                 break;
             case 1:
-                if (history.Redo()) {
-                    ++position;
-                }
+                position += history.Redo() ? 1 : 0;
                 break;
             case 2:
-                if (any(3) == 0) {
+                if (Any(random, 0, 2) == 0) {
                     history.MarkSaved();
                     saved = position;
                 }
                 break;
             default: {
                 EditStep step;
-                const int length = any(20) == 0 ? 7000 : any(900);
+                const int length = Any(random, 0, 19) == 0 ? 7000 : Any(random, 0, 899);
                 step.texts.push_back({"A", "", std::string(static_cast<std::size_t>(length), 'x')});
-                if (saved && *saved > position) {
+                if (saved && *saved > position)
                     saved.reset();
-                }
                 known.resize(position);
                 known.push_back({std::to_string(i), step.Bytes()});
                 ++position;
                 CHECK(history.Commit(std::move(step), known.back().label));
                 std::size_t total = 0;
                 std::size_t from = known.size();
-                while (from > first && (from == known.size() || total + known[from - 1].bytes <= LIMIT)) {
+                while (from > first && (from == known.size() || total + known[from - 1].bytes <= LIMIT))
                     total += known[--from].bytes;
-                }
                 first = from;
-                if (saved && *saved < first) {
+                if (saved && *saved < first)
                     saved.reset();
-                }
                 CHECK(history.Bytes() == total);
             }
             }
@@ -416,15 +356,20 @@ TEST_CASE("the history holds the last steps that its limit has room for") {
 }
 
 TEST_CASE("an order is restored by the fewest moves") {
-    const auto moves = [](const std::vector<std::string>& from, const std::vector<std::string>& to) {
+    const auto moves = [](const std::string& from, const std::string& to) {
+        const auto names = [](const std::string& letters) {
+            std::vector<std::string> each;
+            for (const char letter : letters)
+                each.emplace_back(1, letter);
+            return each;
+        };
         std::string text;
-        for (const OrderMove& move : OrderMoves(from, to)) {
+        for (const OrderMove& move : OrderMoves(names(from), names(to)))
             text += move.name + "<" + move.before + " ";
-        }
         return text;
     };
-    CHECK(moves({"a", "b", "c"}, {"a", "b", "c"}) == "");
-    CHECK(moves({"b", "c", "d", "a"}, {"a", "b", "c", "d"}) == "a<b ");
-    CHECK(moves({"a", "b", "c", "d"}, {"b", "c", "d", "a"}) == "a< ");
-    CHECK(moves({"a", "x", "b"}, {"b", "y", "a"}).size() == 4);
+    CHECK(moves("abc", "abc") == "");
+    CHECK(moves("bcda", "abcd") == "a<b ");
+    CHECK(moves("abcd", "bcda") == "a< ");
+    CHECK(moves("axb", "bya").size() == 4);
 }

@@ -1,29 +1,15 @@
 #include "logic/EqBand.h"
 #include "logic/FilterValues.h"
-
-#include <cmath>
-#include <cstring>
-#include <limits>
-#include <string>
-
-#include <doctest/doctest.h>
+#include "tests/native/Tables.h"
 
 using namespace logic;
 
-TEST_CASE("the bytes of a band are those that devices exchange") {
-    const EqBand band{1, HighPass, 1000.0F, -3.0F, 0.5F, 2};
-    const unsigned char bytes[] = {1, 0, 0,    0,    3, 0, 0, 0,    0, 0, 0x7A, 0x44,
-                                   0, 0, 0x40, 0xC0, 0, 0, 0, 0x3F, 2, 0, 0,    0};
-    CHECK(std::memcmp(&band, bytes, 24) == 0);
-}
-
 TEST_CASE("a band as text") {
     const EqBand before{0, LowShelf, 500.0F, -6.0F, 2.0F, 1};
-    struct Row {
+    const struct {
         const char* text;
         EqBand band;
-    };
-    const Row rows[] = {
+    } rows[] = {
         {"1,Hipass,12 dB,1000,0,0.7", {1, HighPass, 1000.0F, 0.0F, 0.7F, 2}},
         {"0,PEQ,6 dB,62.5 Hz,+3.5 dB,1.4", {0, Peak, 62.5F, 3.5F, 1.4F, 1}},
         {"-7", {1, LowShelf, 500.0F, -6.0F, 2.0F, 1}},
@@ -36,41 +22,41 @@ TEST_CASE("a band as text") {
         {"0,PEQ,6,99999", {0, Peak, 20000.0F, -6.0F, 2.0F, 1}},
         {"1,,,PEQ", {1, Peak, 500.0F, -6.0F, 2.0F, 1}}, // empty fields are none
     };
-    for (const Row& row : rows) {
+    for (const auto& row : rows) {
         CAPTURE(row.text);
         CHECK(ReadEqBand(row.text, before).value_or(before) == row.band);
     }
-    for (const char* text : {"", "x", ",,,", "0,Hi pass", "0x", "1.5", "0,PEQ,6 dB/Oct", "0,PEQ,6,80 kHz",
-                             "0,PEQ,6,80,nan", "0,PEQ,6,80,3 dBu", "0,PEQ,6,80,3,1e99", "0,PEQ,6,80,3,1,1"})
-        CHECK_FALSE(ReadEqBand(text, before));
+    CheckRefused([&](const auto& text) { return ReadEqBand(text, before); }, "", "x", ",,,", "0,Hi pass",
+                 "0x", "1.5", "0,PEQ,6 dB/Oct", "0,PEQ,6,80 kHz", "0,PEQ,6,80,nan", "0,PEQ,6,80,3 dBu",
+                 "0,PEQ,6,80,3,1e99", "0,PEQ,6,80,3,1,1");
     CHECK(EqBandText(rows[0].band) == "1,Hipass,12 dB,1000 Hz,0 dB,0.7");
     CHECK(EqBandText({}) == "0,PEQ,6 dB,0 Hz,0 dB,0");
     CHECK(EqBandText({0, 77, 20.0F, 0.0F, 1.0F, 3}) == "0,,18 dB,20 Hz,0 dB,1");
-    for (const Row& row : rows)
+    for (const auto& row : rows)
         CHECK(ReadEqBand(EqBandText(row.band), {}) == row.band);
 }
 
 TEST_CASE("what can be shown and set") {
     CHECK(IsKnown({}));
-    CHECK_FALSE(IsKnown({0, 6, 20.0F, 0.0F, 1.0F, 1}));
-    CHECK_FALSE(IsKnown({0, -1, 20.0F, 0.0F, 1.0F, 1}));
-    CHECK_FALSE(IsKnown({0, 0, 20.0F, 0.0F, 1.0F, 3}));
-    CHECK_FALSE(IsKnown({0, 0, 20.0F, 0.0F, 1.0F, -1}));
     CHECK(IsSound({0, 99, 20.0F, 0.0F, 1.0F, 99}));
-    CHECK_FALSE(IsSound({0, 0, std::nanf(""), 0.0F, 1.0F, 1}));
-    CHECK_FALSE(IsSound({0, 0, 20.0F, std::numeric_limits<float>::infinity(), 1.0F, 1}));
-    CHECK_FALSE(IsSound({0, 0, 20.0F, 0.0F, std::nanf(""), 1}));
+    for (const auto& [type, slope] : {std::pair(6, 1), {-1, 1}, {0, 3}, {0, -1}})
+        CHECK_FALSE(IsKnown({0, type, 20.0F, 0.0F, 1.0F, slope}));
+    for (float EqBand::*member : {&EqBand::frequency, &EqBand::gain, &EqBand::q}) {
+        for (const float odd : {notANumber, infinity}) {
+            EqBand band{0, 0, 20.0F, 0.0F, 1.0F, 1};
+            band.*member = odd;
+            CHECK_FALSE(IsSound(band));
+        }
+    }
 }
 
 TEST_CASE("devices offer different types") {
-    CHECK(OfferedFilterTypes("DSP", true) == 5);
-    CHECK(OfferedFilterTypes("DSP_ZQBCON", false) == 6);
-    for (const char* device : {"ZQBCON", "ZQBCON_1", "zqacon_left_2"}) {
-        CHECK(OfferedFilterTypes(device, true) == 4);
-        CHECK(OfferedFilterTypes(device, false) == 5);
-    }
-    CHECK(OfferedFilterTypes("ZQBCONX", true) == 5);
-    CHECK(OfferedFilterTypes("", false) == 6);
+    const Row<int, const char*, bool> rows[] = {
+        {{"DSP", true}, 5},     {{"DSP_ZQBCON", false}, 6}, {{"ZQBCON", true}, 4},
+        {{"ZQBCON", false}, 5}, {{"ZQBCON_1", true}, 4},    {{"zqacon_left_2", false}, 5},
+        {{"ZQBCONX", true}, 5}, {{"", false}, 6},
+    };
+    CheckRows(OfferedFilterTypes, rows);
 }
 
 TEST_CASE("what the types have") {

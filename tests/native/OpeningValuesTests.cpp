@@ -1,16 +1,12 @@
 #include "logic/OpeningValues.h"
-
-#include <doctest/doctest.h>
-
-TEST_SUITE_BEGIN("OpeningValues");
+#include "tests/native/Tables.h"
 
 TEST_CASE("the last value of each address is kept in order, until its time is over") {
     logic::OpeningValues values;
     const auto text = [&values] {
         std::string all;
-        for (const auto& value : values.All()) {
+        for (const auto& value : values.All())
             all += value.address + "=" + value.bytes + " ";
-        }
         return all;
     };
     values.Keep({"A*x", 11, "1"});
@@ -38,5 +34,3 @@ TEST_CASE("the last value of each address is kept in order, until its time is ov
     values.Keep({"C*x", 11, "7"});
     CHECK(text() == "C*x=7 ");
 }
-
-TEST_SUITE_END();

@@ -1,35 +1,26 @@
 #include "logic/PropertyLine.h"
-
-#include <random>
-
-#include <doctest/doctest.h>
+#include "tests/native/Tables.h"
 
 using namespace logic;
 using namespace std::string_literals;
 
 TEST_CASE("property lines are split at the first equals sign and the last star in front of it") {
-    struct Row {
-        const char *line, *object, *keyword, *value;
-        bool hasEquals;
+    using Parts = std::tuple<std::string, std::string, std::string, bool>; // object, keyword, value, has "="
+    const auto split = [](const char* text) {
+        const PropertyLine line = SplitPropertyLine(text);
+        return Parts(line.object, line.keyword, line.value, line.hasEquals);
     };
-    const Row rows[] = {
-        {"bitmap=", "", "bitmap", "", true},
-        {"Strip1*Fader*value=-3.5", "Strip1*Fader", "value", "-3.5", true},
-        {"Gain*function=AMP1*gain1;AMP2*gain=2", "Gain", "function", "AMP1*gain1;AMP2*gain=2", true},
-        {"* =0.0", "", " ", "0.0", true},
-        {"hello", "", "", "hello", false},
-        {"Strip1*Fader*12", "Strip1*Fader", "", "12", false},
-        {"", "", "", "", false},
-        {"Gain 1* value = 2 ", "Gain 1", " value ", " 2 ", true},
+    const Row<Parts, const char*> rows[] = {
+        {"bitmap=", {"", "bitmap", "", true}},
+        {"Strip1*Fader*value=-3.5", {"Strip1*Fader", "value", "-3.5", true}},
+        {"Gain*function=AMP1*gain1;AMP2*gain=2", {"Gain", "function", "AMP1*gain1;AMP2*gain=2", true}},
+        {"* =0.0", {"", " ", "0.0", true}},
+        {"hello", {"", "", "hello", false}},
+        {"Strip1*Fader*12", {"Strip1*Fader", "", "12", false}},
+        {"", {"", "", "", false}},
+        {"Gain 1* value = 2 ", {"Gain 1", " value ", " 2 ", true}},
     };
-    for (const Row& row : rows) {
-        CAPTURE(row.line);
-        const PropertyLine line = SplitPropertyLine(row.line);
-        CHECK(line.object == row.object);
-        CHECK(line.keyword == row.keyword);
-        CHECK(line.value == row.value);
-        CHECK(line.hasEquals == row.hasEquals);
-    }
+    CheckRows(split, rows);
 }
 
 TEST_CASE("a control header is read whole or not at all") {
@@ -43,24 +34,15 @@ TEST_CASE("a control header is read whole or not at all") {
     CHECK(RectangleText(header->rectangle) == "-10,10,57,32767");
     CHECK(ParseControlHeader("0x0 "s + std::string(64, 'K') + " \"\" 0xFFFFFFFF 0,0,0,0"));
 
-    const std::string damaged[] = {
-        "",
-        "0x00000000 KNOB Gain 0x50010000 10,10,57,57",
-        "0x00000000 KNOB \"Gain 0x50010000 10,10,57,57",
-        "0x00000000 KNOB \"Gain\"0x50010000 10,10,57,57",
-        "0x00000000 KNOB \"Strip*Gain\" 0x50010000 10,10,57,57",
-        "0x00000000 \"Gain\" 0x50010000 10,10,57,57",
-        "0x00000000 KNOB \"Gain\" 0x150010000 10,10,57,57",
-        "0x KNOB \"Gain\" 0x50010000 10,10,57,57",
+    CheckRefused(
+        ParseControlHeader, "", "0x00000000 KNOB Gain 0x50010000 10,10,57,57",
+        "0x00000000 KNOB \"Gain 0x50010000 10,10,57,57", "0x00000000 KNOB \"Gain\"0x50010000 10,10,57,57",
+        "0x00000000 KNOB \"Strip*Gain\" 0x50010000 10,10,57,57", "0x00000000 \"Gain\" 0x50010000 10,10,57,57",
+        "0x00000000 KNOB \"Gain\" 0x150010000 10,10,57,57", "0x KNOB \"Gain\" 0x50010000 10,10,57,57",
         "0x00000000 KNOB \"Gain\" 0x50010000 10,10,57,57,57",
         "0x00000000 KNOB \"Gain\" 0x50010000 10,10,57,32768",
         "0x00000000 KNOB \"Gain\" 0x50010000 10,10,57,57 more",
-        "0x00000000 " + std::string(65, 'K') + " \"Gain\" 0x50010000 10,10,57,57",
-    };
-    for (const std::string& text : damaged) {
-        CAPTURE(text);
-        CHECK(!ParseControlHeader(text));
-    }
+        "0x00000000 " + std::string(65, 'K') + " \"Gain\" 0x50010000 10,10,57,57");
 }
 
 TEST_CASE("lists lose blanks and empty entries and survive text") {
@@ -88,31 +70,23 @@ TEST_CASE("names are folded and cleaned") {
 
 namespace {
 
-struct Line {
-    std::string text;
-    bool usable;
-    std::size_t number;
-    bool operator==(const Line&) const = default;
-};
-
-void Read(LineReader& reader, std::vector<Line>& lines) {
-    Line line;
-    while (reader.Next(line.text, line.usable)) {
-        line.number = reader.LineNumber();
-        lines.push_back(line);
-    }
-}
+using Line = std::tuple<std::string, bool, std::size_t>; // its text, whether it is usable, its number
 
 std::vector<Line> ReadBlocks(const std::vector<std::string>& blocks) {
     LineReader reader;
     std::vector<Line> lines;
+    const auto read = [&] {
+        std::string text;
+        for (bool isUsable = false; reader.Next(text, isUsable);)
+            lines.emplace_back(text, isUsable, reader.LineNumber());
+    };
     for (const std::string& block : blocks) {
         reader.Feed(block);
-        Read(reader, lines);
+        read();
     }
     reader.Finish();
     reader.Feed("late\n");
-    Read(reader, lines);
+    read();
     return lines;
 }
 
@@ -129,11 +103,10 @@ TEST_CASE("as many entries of a list fit as a value has room for") {
 TEST_CASE("the line reader gives the same lines wherever the blocks are divided") {
     const std::string longest(LineReader::maximumLength, 'x');
     const std::string excerpt(LineReader::excerptLength, 'x');
-    struct Row {
+    const struct {
         std::string bytes;
         std::vector<Line> lines;
-    };
-    const Row rows[] = {
+    } rows[] = {
         {"", {}},
         {"\xEF\xBB\xBF", {}},
         {"\xEF\xBB", {{"\xEF\xBB", true, 1}}},
@@ -147,7 +120,7 @@ TEST_CASE("the line reader gives the same lines wherever the blocks are divided"
         {"\xEF\xBB\xBF" + longest + "\r\n" + longest + longest + "\r\ny\r\n",
          {{longest, true, 1}, {excerpt, false, 2}, {"y", true, 3}}},
     };
-    for (const Row& row : rows) {
+    for (const auto& row : rows) {
         const std::string& bytes = row.bytes;
         CAPTURE(bytes.size());
         CHECK(ReadBlocks({bytes}) == row.lines);

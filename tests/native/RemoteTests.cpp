@@ -1,10 +1,9 @@
 // Telnet's own bytes, who may connect, and what values may come from another machine.
-#include <doctest/doctest.h>
-
 #include "logic/RemoteValues.h"
 #include "logic/TelnetFilter.h"
 #include "logic/TerminalAdmission.h"
 #include "logic/TerminalLine.h"
+#include "tests/native/Tables.h"
 
 using namespace logic;
 using namespace std::string_literals;
@@ -40,20 +39,15 @@ TEST_CASE("a value is shown as one line") {
 }
 
 TEST_CASE("networks that may connect") {
-    const auto address = [](unsigned a, unsigned b, unsigned c, unsigned d) {
-        return a << 24 | b << 16 | c << 8 | d;
+    const std::uint32_t addresses[] = {0xC0A80709, 0xC0A90001, 0x0A010203, 0x0A010204,
+                                       0xFFFFFFFF, 0x7F000001, 0};
+    const auto allowed = [&addresses](const char* text) {
+        std::string result;
+        for (const std::uint32_t address : addresses)
+            result += TerminalNetworks::Parse(text).value().Contain(address) ? '1' : '0';
+        return result;
     };
-    const std::uint32_t addresses[] = {address(192, 168, 7, 9),
-                                       address(192, 169, 0, 1),
-                                       address(10, 1, 2, 3),
-                                       address(10, 1, 2, 4),
-                                       address(255, 255, 255, 255),
-                                       address(127, 0, 0, 1),
-                                       0};
-    const struct {
-        const char* text;
-        const char* allowed; // for each of the addresses
-    } rows[] = {
+    const Row<std::string, const char*> rows[] = {
         {"", "1111111"},
         {"none", "0000000"},
         {" none ", "0000000"},
@@ -66,41 +60,11 @@ TEST_CASE("networks that may connect") {
         {"0.0.0.0", "0000001"},
         {"255.255.255.255", "0000100"},
     };
-    for (const auto& row : rows) {
-        CAPTURE(row.text);
-        const auto networks = TerminalNetworks::Parse(row.text);
-        REQUIRE(networks.has_value());
-        for (std::size_t i = 0; i < std::size(addresses); ++i)
-            CHECK(networks->Contain(addresses[i]) == (row.allowed[i] == '1'));
-    }
-    for (const char* bad : {" ",
-                            ",",
-                            "10.1.2.3,",
-                            ",10.1.2.3",
-                            "None",
-                            "none,10.1.2.3",
-                            "all",
-                            "10.1.2",
-                            "10.1.2.3.4",
-                            "10.1.2.256",
-                            "10.1.2.3/33",
-                            "10.1.2.3/",
-                            "10.1.2.3/-1",
-                            "10.1.2.3/8/8",
-                            "10.1.2.3 /8",
-                            "010.1.2.3",
-                            "10.1.2.+3",
-                            "10.1..3",
-                            "0x0a.1.2.3",
-                            "10.1.2.3;10.1.2.4",
-                            "10.1.2.3 10.1.2.4",
-                            "localhost",
-                            "::1",
-                            "*",
-                            "10.1.2.0000000003"}) {
-        CAPTURE(bad);
-        CHECK_FALSE(TerminalNetworks::Parse(bad).has_value());
-    }
+    CheckRows(allowed, rows);
+    CheckRefused(TerminalNetworks::Parse, " ", ",", "10.1.2.3,", ",10.1.2.3", "None", "none,10.1.2.3", "all",
+                 "10.1.2", "10.1.2.3.4", "10.1.2.256", "10.1.2.3/33", "10.1.2.3/", "10.1.2.3/-1",
+                 "10.1.2.3/8/8", "10.1.2.3 /8", "010.1.2.3", "10.1.2.+3", "10.1..3", "0x0a.1.2.3",
+                 "10.1.2.3;10.1.2.4", "10.1.2.3 10.1.2.4", "localhost", "::1", "*", "10.1.2.0000000003");
 }
 
 TEST_CASE("those who were turned away are reported once a minute, all together") {
@@ -123,58 +87,18 @@ TEST_CASE("those who were turned away are reported once a minute, all together")
 }
 
 TEST_CASE("files below the folder, and no others") {
-    for (const char* good :
-         {"", ".", "knob.bmp", ".\\Controls\\Knob.bmp", "./a/b.c", "a..b\\..c", "console.bmp", "com.bmp",
-          "com10", "lpt", "nulls\\xnul.bmp", "0x00ff8800", "a b.bmp", "...a"}) {
-        CAPTURE(good);
-        CHECK(IsPathBelow(good));
-    }
-    for (const char* bad : {"\\x.bmp",
-                            "/x.bmp",
-                            "\\\\server\\share\\x.bmp",
-                            "//server/x",
-                            " \\\\server\\x",
-                            "c:\\x.bmp",
-                            "c:x.bmp",
-                            "x.bmp:stream",
-                            "\\\\?\\c:\\x",
-                            "..",
-                            "..\\x.bmp",
-                            "a\\..\\..\\x",
-                            "a/../x",
-                            ".. \\x",
-                            "... \\x",
-                            " ..\\x",
-                            ". . .\\..",
-                            "NUL",
-                            "nul.bmp",
-                            "Con",
-                            "a\\COM1",
-                            "com1.x.bmp",
-                            "LPT9 .bmp",
-                            "prn",
-                            "aux\\x",
-                            "COM\xB9",
-                            "con ",
-                            "CONIN$",
-                            "nul .txt"}) {
-        CAPTURE(bad);
-        CHECK_FALSE(IsPathBelow(bad));
-    }
+    CheckTaken(IsPathBelow, "", ".", "knob.bmp", ".\\Controls\\Knob.bmp", "./a/b.c", "a..b\\..c",
+               "console.bmp", "com.bmp", "com10", "lpt", "nulls\\xnul.bmp", "0x00ff8800", "a b.bmp", "...a");
+    CheckRefused(IsPathBelow, "\\x.bmp", "/x.bmp", "\\\\server\\share\\x.bmp", "//server/x", " \\\\server\\x",
+                 "c:\\x.bmp", "c:x.bmp", "x.bmp:stream", "\\\\?\\c:\\x", "..", "..\\x.bmp", "a\\..\\..\\x",
+                 "a/../x", ".. \\x", "... \\x", " ..\\x", ". . .\\..", "NUL", "nul.bmp", "Con", "a\\COM1",
+                 "com1.x.bmp", "LPT9 .bmp", "prn", "aux\\x", "COM\xB9", "con ", "CONIN$", "nul .txt");
 }
 
 TEST_CASE("durations, and click templates whose keyword is certain") {
-    for (const char* good : {"60:00", "1", "3600:00 x", "", "-5", "60:00 min"})
-        CHECK(IsRemoteDuration(good));
-    for (const char* bad : {"60:01", "61", "35791394", "202:53 min"})
-        CHECK_FALSE(IsRemoteDuration(bad));
-    for (const char* good : {"", "Knob*value=%l", "%n*value=1", "a*b=%l*%c=", "plain", "A%n*b=%"}) {
-        CAPTURE(good);
-        CHECK(HasFixedKeyword(good));
-    }
-    for (const char* bad :
-         {"%l=1", "%l", "%c*can=1", "a*%l=1", "a*%n=1", "%n%c*b=1", "%n*a%=1", "%n", "Net%l*b"}) {
-        CAPTURE(bad);
-        CHECK_FALSE(HasFixedKeyword(bad));
-    }
+    CheckTaken(IsRemoteDuration, "60:00", "1", "3600:00 x", "", "-5", "60:00 min");
+    CheckRefused(IsRemoteDuration, "60:01", "61", "35791394", "202:53 min");
+    CheckTaken(HasFixedKeyword, "", "Knob*value=%l", "%n*value=1", "a*b=%l*%c=", "plain", "A%n*b=%");
+    CheckRefused(HasFixedKeyword, "%l=1", "%l", "%c*can=1", "a*%l=1", "a*%n=1", "%n%c*b=1", "%n*a%=1", "%n",
+                 "Net%l*b");
 }

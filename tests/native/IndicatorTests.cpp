@@ -1,0 +1,162 @@
+// What the controls show that take no input: meter, lamp, clock, and the frames and shades they are drawn
+// with.
+#include "logic/ClockText.h"
+#include "logic/ImageFrames.h"
+#include "logic/LedLogic.h"
+#include "logic/MeterLogic.h"
+#include "logic/Shading.h"
+#include "tests/native/Tables.h"
+
+using namespace logic;
+
+namespace {
+
+// No answer is nothing.
+std::int32_t Combine(MeterCombination combination, std::int32_t minimum, std::int32_t maximum,
+                     const std::vector<std::optional<std::int32_t>>& answers) {
+    MeterAnswers round(combination, minimum, maximum);
+    for (const auto& answer : answers) {
+        if (answer)
+            round.Cell() = *answer;
+        round.Take();
+    }
+    return round.Result();
+}
+
+} // namespace
+
+TEST_CASE("answers combine by maximum or average, and a silent target repeats the one before") {
+    constexpr auto maximum = MeterCombination::Maximum;
+    constexpr auto average = MeterCombination::Average;
+    using Answers = std::vector<std::optional<std::int32_t>>;
+    const Row<std::int32_t, MeterCombination, std::int32_t, std::int32_t, Answers> rows[] = {
+        {{average, 0, 100, {10, 20, {}}}, 16},
+        {{average, 0, 100, {{}, 20}}, 10},
+        {{average, -80, 0, {-3, -4}}, -3}, // towards zero
+        {{average, 0, 100, {highest, highest, highest}}, highest},
+        {{average, 0, 100, {lowest, lowest}}, lowest},
+        {{maximum, 0, 100, {10, 30, {}, 20}}, 30},
+        {{maximum, -20, -80, {-90}}, -80},
+    };
+    CheckRows(Combine, rows);
+    for (const MeterCombination combination : {maximum, average}) {
+        CHECK(Combine(combination, -80, 0, {}) == -80);
+        CHECK(Combine(combination, 0, -80, {}) == -80);
+        CHECK(Combine(combination, -80, 0, {std::nullopt}) == -80);
+    }
+}
+
+TEST_CASE("the bar is filled in proportion") {
+    const Row<int, int, int, int, int> rows[] = {
+        {{50, 0, 100, 100}, 50},
+        {{50, 100, 0, 100}, 50},
+        {{-1, 0, 100, 100}, 0},
+        {{0, 0, 100, 100}, 0},
+        {{100, 0, 100, 80}, 80},
+        {{101, 0, 100, 80}, 80},
+        {{1, 0, 3, 100}, 33},
+        {{0, 0, 0, 100}, 0},
+        {{1, 0, 0, 100}, 100},
+        {{0, lowest, highest, 100}, 50},
+        {{highest - 1, lowest, highest, 32767}, 32766},
+    };
+    CheckRows(FillHeight, rows);
+}
+
+TEST_CASE("a lamp goes on at one threshold and off below another") {
+    const struct {
+        float value;
+        bool lit;
+    } steps[] = {{-60, false},    {-10, false}, {-6, true}, {-6.1F, true}, {-12, true},
+                 {-12.1F, false}, {-7, false},  {0, true},  {-90, false}};
+    bool lit = false;
+    for (const auto& step : steps) {
+        CAPTURE(step.value);
+        lit = IsLit(step.value, -6, -12, lit);
+        CHECK(lit == step.lit);
+    }
+    // A reversed pair is one threshold.
+    CHECK(IsLit(1, 1, 5, true));
+    CHECK_FALSE(IsLit(0.9F, 1, 5, true));
+    CHECK_FALSE(IsLit(notANumber, 0, 0, true));
+}
+
+TEST_CASE("a value picks a frame") {
+    const Row<std::int32_t, float, std::int32_t> rows[] = {
+        {{0.0F, 4}, 0},  {{1.9F, 4}, 1},     {{3.0F, 4}, 3},      {{4.0F, 4}, 3}, {{-0.5F, 4}, 0},
+        {{-7.0F, 4}, 0}, {{infinity, 4}, 3}, {{-infinity, 4}, 0}, {{5.0F, 0}, 0},
+    };
+    CheckRows(FrameOfValue, rows);
+}
+
+TEST_CASE("an image has three frames when its name and its size say so") {
+    const Row<int, const char*, int, int> rows[] = {
+        {{".\\Controls\\SWITCH_26x16.bmp", 78, 16}, 3},
+        {{"SWITCH_26x16", 78, 16}, 3},
+        {{"SWITCH_26x16.bmp", 52, 16}, 2},
+        {{"SWITCH_26x16.bmp", 78, 17}, 2},
+        {{"SWITCH_26x16.bmp", 79, 16}, 2},
+        {{"SWITCH_126x16.bmp", 78, 16}, 2},
+        {{"SWITCH.bmp", 78, 16}, 2},
+        {{"", 0, 0}, 2},
+    };
+    CheckRows(ButtonFrameCount, rows);
+}
+
+TEST_CASE("a clock names the time in English and German") {
+    const CalendarTime time{2025, 3, 3, 1, 9, 5, 7};
+    CHECK(ClockText(time, ClockLanguage::English) == "9:05:07\nMonday\n3. March 2025");
+    CHECK(ClockText(time, ClockLanguage::German) == "9:05:07\nMontag\n3. M\xE4rz 2025");
+    const char* const days[][2] = {{"Sunday", "Sonntag"},      {"Monday", "Montag"},
+                                   {"Tuesday", "Dienstag"},    {"Wednesday", "Mittwoch"},
+                                   {"Thursday", "Donnerstag"}, {"Friday", "Freitag"},
+                                   {"Saturday", "Samstag"},    {"", ""}}; // what does not exist has no name
+    const char* const months[][2] = {{"January", "Januar"},
+                                     {"February", "Februar"},
+                                     {"March", "M\xE4rz"},
+                                     {"April", "April"},
+                                     {"May", "Mai"},
+                                     {"June", "Juni"},
+                                     {"July", "Juli"},
+                                     {"August", "August"},
+                                     {"September", "September"},
+                                     {"October", "Oktober"},
+                                     {"November", "November"},
+                                     {"December", "Dezember"},
+                                     {"", ""}};
+    for (int month = 1; month <= 13; ++month) {
+        const int weekday = (month - 1) % 8;
+        const CalendarTime row{2024, month, 31, weekday, 23, 0, 59};
+        for (const ClockLanguage language : {ClockLanguage::English, ClockLanguage::German}) {
+            const int word = language == ClockLanguage::German ? 1 : 0;
+            CHECK(ClockText(row, language) == "23:00:59\n" + std::string(days[weekday][word]) + "\n31. " +
+                                                  months[month - 1][word] + " 2024");
+        }
+    }
+    CHECK(ClockText({1, lowest, 2, -1, 0, 0, 0}, ClockLanguage::German) == "0:00:00\n\n2.  1");
+}
+
+TEST_CASE("German is spoken in every German-speaking country") {
+    for (const std::uint16_t german : {0x0407, 0x0807, 0x0C07, 0x1007, 0x1407, 0x0007}) {
+        CHECK(ClockLanguageOf(german) == ClockLanguage::German);
+    }
+    for (const std::uint16_t other : {0x0409, 0x040C, 0x0000, 0x0417, 0x0413}) {
+        CHECK(ClockLanguageOf(other) == ClockLanguage::English);
+    }
+}
+
+TEST_CASE("a shaded bar is brightest in the middle") {
+    const int greens[] = {144, 150, 157, 162, 167, 172, 175, 178, 181, 182, 183, 184};
+    for (int line = 0; line <= 11; ++line) {
+        CHECK(ShadedGreen(144, 22, line) == greens[line]);
+        if (line > 0)
+            CHECK(ShadedGreen(144, 22, 22 - line) == greens[line]); // mirrored around line 11
+    }
+    const Row<int, int, int, int> rows[] = {
+        {{184, 22, 11}, 224},
+        {{144, 23, 22}, 144},
+        {{144, 1, 0}, 184},
+        {{250, 22, 11}, 34},
+    };
+    CheckRows(ShadedGreen, rows); // wraps around
+}
