@@ -39,11 +39,13 @@ public:
         delays_.clear();
         calls_.clear();
         ports_.clear();
+        ResetEvent(goesOn_);
     }
     void AddInput(const char* name) override { inputs.emplace_back(name); }
     void AddOutput(const char* name) override { outputs.emplace_back(name); }
     void Fail(const char* function, MMRESULT result) override { results_[function] = result; }
     void Delay(const char* function, DWORD milliseconds) override { delays_[function] = milliseconds; }
+    void EndDelays() override { SetEvent(goesOn_); }
 
     std::vector<std::string> TakeCalls() override {
         const std::lock_guard guard(lock_);
@@ -64,7 +66,7 @@ public:
     // What the test wants of a call of that function.
     MMRESULT Begin(const char* function) {
         if (const auto delay = delays_.find(function); delay != delays_.end()) {
-            Sleep(delay->second);
+            WaitForSingleObject(goesOn_, delay->second);
         }
         const auto result = results_.find(function);
         return result == results_.end() ? MMRESULT{MMSYSERR_NOERROR} : result->second;
@@ -167,6 +169,7 @@ private:
         idle_.notify_all();
     }
 
+    HANDLE goesOn_ = CreateEventA(nullptr, TRUE, FALSE, nullptr);
     mutable std::mutex lock_;
     std::condition_variable idle_;
     std::map<std::string, MMRESULT> results_;
