@@ -149,7 +149,7 @@ TEST_CASE("interface controls that hold no value refuse one, and what else they 
         {"IMIDI", "Midi", {"connection=I", "run=", "run=on"}},
         {"IWAVEGENERATOR",
          "WaveGenerator",
-         {"value=1", "connection=I", "filename=x.wav", "format=8000 Hz,8bit"}},
+         {"value=1", "connection=I", "filename=x.wav", "format=8000 Hz,8bit", "signal=", "signal=Hz,1"}},
     };
     const TestPanel panel;
     for (const auto& row : rows) {

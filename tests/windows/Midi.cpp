@@ -11,7 +11,6 @@ TEST_SUITE_BEGIN("Midi");
 
 namespace {
 
-using Calls = std::vector<std::string>;
 using Names = std::vector<std::string>;
 
 // Not for other threads than that of the tests, which checks belong to.
@@ -52,22 +51,22 @@ public:
         CHECK(Send(midi, COMMAND_SET, DATATYPE_INTEGER, &value, keyword) == 0);
     }
     // The messages that the next sending pass sends to an open port.
-    Calls Pass() const {
+    std::string Pass() const {
+        static const std::string call = "midiOutShortMsg 0 ";
         Double().TakeCalls();
         Poll(midi);
-        Calls calls = Double().TakeCalls();
-        for (std::string& call : calls) {
-            CHECK(call.starts_with("midiOutShortMsg 0 "));
-            call.erase(0, 18);
+        std::string messages = Double().TakeCalls();
+        for (auto at = messages.find(call); at != std::string::npos; at = messages.find(call)) {
+            messages.erase(at, call.size());
         }
-        return calls;
+        return messages;
     }
 
     const TestPanel panel;
     HWND midi;
 };
 
-const Calls CLOSING{"midiInStop 0", "midiInReset 0", "midiInClose 0", "midiOutReset 0", "midiOutClose 0"};
+const std::string CLOSING = "midiInStop 0; midiInReset 0; midiInClose 0; midiOutReset 0; midiOutClose 0";
 
 } // namespace
 
@@ -76,16 +75,16 @@ TEST_CASE("the devices are those whose name occurs in the text, and the last one
         const char* text; // a form that is refused changes nothing
         LRESULT taken;
         const char* shown;
-        const char* opened[2];
+        const char* opened;
     } rows[] = {
-        {"IN: Desk B, OUT: Desk A", 1, "IN: Loop, OUT: Desk B", {"midiInOpen 2", "midiOutOpen 1"}},
-        {"IN: Desk A, OUT: none", 1, "IN: Loop, OUT: Desk B", {"midiInOpen 0", "midiOutOpen 0"}},
-        {"IN: Loop, OUT: none", 1, "IN: Loop, OUT: ", {"midiInOpen 3", "midiOutOpen 0"}},
-        {"IN: none, OUT: none", 1, "IN: , OUT: ", {"midiInOpen 0", "midiOutOpen 0"}},
-        {"IN: Desk A", 0, "IN: , OUT: ", {"midiInOpen 0", "midiOutOpen 0"}},
-        {"IN: , OUT: Desk A", 0, "IN: , OUT: ", {"midiInOpen 0", "midiOutOpen 0"}},
-        {"IN: Desk A, OUT: ", 0, "IN: , OUT: ", {"midiInOpen 0", "midiOutOpen 0"}},
-        {"OUT: Desk A, IN: Desk A", 0, "IN: , OUT: ", {"midiInOpen 0", "midiOutOpen 0"}},
+        {"IN: Desk B, OUT: Desk A", 1, "IN: Loop, OUT: Desk B", "midiInOpen 2; midiInStart 2; midiOutOpen 1"},
+        {"IN: Desk A, OUT: none", 1, "IN: Loop, OUT: Desk B", "midiInOpen 0; midiInStart 0; midiOutOpen 0"},
+        {"IN: Loop, OUT: none", 1, "IN: Loop, OUT: ", "midiInOpen 3; midiInStart 3; midiOutOpen 0"},
+        {"IN: none, OUT: none", 1, "IN: , OUT: ", "midiInOpen 0; midiInStart 0; midiOutOpen 0"},
+        {"IN: Desk A", 0, "IN: , OUT: ", "midiInOpen 0; midiInStart 0; midiOutOpen 0"},
+        {"IN: , OUT: Desk A", 0, "IN: , OUT: ", "midiInOpen 0; midiInStart 0; midiOutOpen 0"},
+        {"IN: Desk A, OUT: ", 0, "IN: , OUT: ", "midiInOpen 0; midiInStart 0; midiOutOpen 0"},
+        {"OUT: Desk A, IN: Desk A", 0, "IN: , OUT: ", "midiInOpen 0; midiInStart 0; midiOutOpen 0"},
     };
     for (const auto& row : rows) {
         CAPTURE(row.text);
@@ -97,8 +96,7 @@ TEST_CASE("the devices are those whose name occurs in the text, and the last one
         CHECK(trace.Count(TRACE_DEBUG, "1 Desk B\n") == row.taken);
         CHECK(trace.Count(TRACE_DEBUG, "3 Loop\n") == row.taken);
         Load(test.midi, "run=1");
-        CHECK(Double().TakeCalls() ==
-              Calls{row.opened[0], "midiInStart " + std::string(row.opened[0] + 11), row.opened[1]});
+        CHECK(Double().TakeCalls() == row.opened);
     }
 }
 
@@ -133,7 +131,7 @@ TEST_CASE("running opens and closes the ports in order") {
     }
     CHECK(Double().TakeCalls().empty());
     CHECK(Load(test.midi, "run=1") == 1);
-    CHECK(Double().TakeCalls() == Calls{"midiInOpen 1", "midiInStart 1", "midiOutOpen 1"});
+    CHECK(Double().TakeCalls() == "midiInOpen 1; midiInStart 1; midiOutOpen 1");
     CHECK(Double().Instance() == static_cast<DWORD_PTR>(SendMessageA(test.midi, CWM_GETPROPERTIES, 0, 0)));
     CHECK(Load(test.midi, "run=2") == 1);
     CHECK(Load(test.midi, "driver=IN: Desk A, OUT: Desk A") == 1); // from the next opening on
@@ -145,9 +143,9 @@ TEST_CASE("running opens and closes the ports in order") {
     CHECK(Send(test.midi, COMMAND_SET, DATATYPE_INTEGER, &number, "run") == 1);
     CHECK(Text(test.midi, "run") == "0");
     CHECK(Double().TakeCalls() ==
-          Calls{"midiInStop 1", "midiInReset 1", "midiInClose 1", "midiOutReset 1", "midiOutClose 1"});
+          "midiInStop 1; midiInReset 1; midiInClose 1; midiOutReset 1; midiOutClose 1");
     CHECK(Load(test.midi, "run=1") == 1);
-    CHECK(Double().TakeCalls() == Calls{"midiInOpen 0", "midiInStart 0", "midiOutOpen 0"});
+    CHECK(Double().TakeCalls() == "midiInOpen 0; midiInStart 0; midiOutOpen 0");
     for (const char* line : {"MM_MIM_OPEN\n", "MM_MOM_OPEN\n"}) {
         CHECK(trace.Count(TRACE_DEBUG, line) == 2);
     }
@@ -190,16 +188,16 @@ TEST_CASE("an output is opened and used, and closed in the end, without its inpu
         Double().Fail("midiInOpen", 4);
         CHECK(Load(test.midi, "run=1") == 1);
         CHECK(Text(test.midi, "run") == "0");
-        CHECK(Double().TakeCalls() == Calls{"midiInOpen 0", "midiOutOpen 0"});
+        CHECK(Double().TakeCalls() == "midiInOpen 0; midiOutOpen 0");
         CHECK(test.Pass().empty());
         test.Set("chan3value", 5000);
-        CHECK(test.Pass() == Calls{"007f70e2"});
+        CHECK(test.Pass() == "007f70e2");
         if (isOpenedAgain) {
             Double().Fail("midiInOpen", MMSYSERR_NOERROR);
             CHECK(Load(test.midi, "run=1") == 1);
             CHECK(Text(test.midi, "run") == "1");
             CHECK(Double().OpenPorts() == 2);
-            CHECK(test.Pass().size() == 8);
+            CHECK(test.Pass().size() == 8 * 10 - 2);
         }
         DestroyWindow(test.midi);
         CHECK(Double().OpenPorts() == 0);
@@ -226,8 +224,7 @@ TEST_CASE("values are sent lowest channel first, once an interval") {
     test.Set("chan2value", 1000);
     CHECK(test.Pass().empty()); // no port yet
     CHECK(Load(test.midi, "run=1") == 1);
-    CHECK(test.Pass() == Calls{"000000e0", "003e80e1", "000000e2", "000000e3", "000000e4", "000000e5",
-                               "000000e6", "000000e7"});
+    CHECK(test.Pass() == "000000e0; 003e80e1; 000000e2; 000000e3; 000000e4; 000000e5; 000000e6; 000000e7");
     CHECK(test.Pass().empty());
     test.Set("chan8value", 1);
     test.Set("chan1value", -5);
@@ -236,13 +233,14 @@ TEST_CASE("values are sent lowest channel first, once an interval") {
     SetCapture(test.midi);
     CHECK(test.Pass().empty());
     ReleaseCapture();
-    CHECK(test.Pass() == Calls{"000000e0", "000010e7"});
+    CHECK(test.Pass() == "000000e0; 000010e7");
 
     // Closed, the port has still its handle.
     CHECK(Load(test.midi, "run=0") == 1);
     test.Set("chan1value", 1);
+    Double().TakeCalls();
     Poll(test.midi);
-    CHECK(Double().TakeCalls().back() == "midiOutShortMsg invalid 000010e0");
+    CHECK(Double().TakeCalls() == "midiOutShortMsg invalid 000010e0");
 }
 
 TEST_CASE("a failing message ends the pass, a blocking one too") {
@@ -256,18 +254,18 @@ TEST_CASE("a failing message ends the pass, a blocking one too") {
     };
     set({"chan6value", "chan2value", "chan4value"});
     Double().Fail("midiOutShortMsg", 6);
-    CHECK(test.Pass() == Calls{"000100e1"});
+    CHECK(test.Pass() == "000100e1");
     CHECK(trace.Count(TRACE_DEBUG, "Midi 7: error 6 of 256 (0)\n") == 1);
     Double().Fail("midiOutShortMsg", MMSYSERR_NOERROR);
-    CHECK(test.Pass() == Calls{"000100e3", "000100e5"});
+    CHECK(test.Pass() == "000100e3; 000100e5");
 
     set({"chan1value", "chan2value", "chan3value"});
     Double().Delay("midiOutShortMsg", 1000);
-    CHECK(test.Pass() == Calls{"000100e0"});
+    CHECK(test.Pass() == "000100e0");
     CHECK(Load(test.midi, "interval=900") == 1);
     SendMessageA(test.midi, WM_TIMER, 0, 0); // the interval begins after the call
     CHECK(Double().TakeCalls().empty());
-    CHECK(test.Pass() == Calls{"000100e1"});
+    CHECK(test.Pass() == "000100e1");
 }
 
 TEST_CASE("channel values: what is taken and what is answered") {
@@ -359,7 +357,7 @@ TEST_CASE("knobs and faders follow what is received and send what they are set t
         CHECK(Value(control) == 992.0F);
         CHECK(test.Pass().empty());
         CHECK(SetValue(control, 100.5F) == 1);
-        CHECK(test.Pass() == Calls{"000650e1"});
+        CHECK(test.Pass() == "000650e1");
         Poll(control); // keeps what lies between two whole numbers
         CHECK(Value(control) == 100.5F);
         char state[TEXT_SIZE] = "";
@@ -443,11 +441,9 @@ TEST_CASE("a panel is saved and loaded with its devices before its ports") {
     DestroyWindow(test.midi);
     TraceCapture trace;
     CHECK(ph_LoadPanel(test.panel.Root(), path.c_str()) == 1);
-    CHECK(Double().TakeCalls() == Calls{"midiInOpen 1", "midiInStart 1", "midiOutOpen 1"});
+    CHECK(Double().TakeCalls() == "midiInOpen 1; midiInStart 1; midiOutOpen 1");
     CHECK(trace.CountContaining("Error reading line") == 0); // values are no texts, and no reason to complain
     HWND midi = test.panel.Find("Midi1");
-    CHECK(Text(midi, "run") == "1");
-    CHECK(Text(midi, "interval") == "40");
     CHECK(Load(midi, "chan1value=7") == 0); // typed, it is told of
     CHECK(trace.Count(TRACE_EDIT, "Error reading line chan1value=7") == 1);
 }

@@ -100,7 +100,7 @@ TestSocket SlowTerminal(const NetworkPanel& network, int lines) {
     TestSocket slow = network.Connect();
     const std::string prompt = std::string(120, 'n') + "*";
     network.CheckAnswer(slow, ERASE + prompt + "k=..\n", prompt);
-    slow.Send(Repeated(lines, "..\n"), 500);
+    slow.Send(Repeated(lines, "..\n"));
     return slow;
 }
 

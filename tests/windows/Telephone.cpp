@@ -15,8 +15,6 @@ TEST_SUITE_BEGIN("Telephone");
 
 namespace {
 
-using Calls = std::vector<std::string>;
-
 const std::string BANNER =
     "\r\n*********************\r\nWelcome to OSMIR\r\n*********************\r\n*"; // 67 bytes
 
@@ -173,25 +171,34 @@ private:
 } // namespace
 
 TEST_CASE("the first device that knows one of the versions is opened, and everything is closed in order") {
+    const std::string initialise = "lineInitializeExA program ITELEPHONE 00020002, 24 bytes, options 1";
+    const auto negotiated = [](int device) {
+        return "; lineNegotiateAPIVersion 100 " + std::to_string(device) + " 00010003 00020002";
+    };
+    const auto opened = [](const char* device, const char* version, const char* line) {
+        return std::string("; lineGetDevCapsA 100 ") + device + " 00020002, 268 bytes; lineOpenA 100 " +
+               device + version + " privileges 6 media 16; lineSetStatusMessages " + line + " 2 0";
+    };
     const struct {
         std::vector<DWORD> devices; // the version that each settles on
         const char* failing;
-        int asked;          // devices
-        std::string opened; // device and version
-        std::string line;
-        Calls closing;
+        std::string opening, closing;
     } rows[] = {
-        {{}, "lineInitializeExA", 0, "", "", {}},
-        {{}, "", 0, "", "", {"lineShutdown 100"}},
-        {{0x00010004}, "", 1, "0 00010004", "200", {"lineClose 200", "lineShutdown 100"}},
+        {{}, "lineInitializeExA", initialise, ""},
+        {{}, "", initialise + "; lineShutdown 100", ""},
+        {{0x00010004},
+         "",
+         initialise + negotiated(0) + opened("0", " 00010004", "200"),
+         "lineClose 200; lineShutdown 100"},
         {{0, 0x00020001, 0x00020002},
          "lineGetDevCapsA", // does not matter
-         2,
-         "1 00020001",
-         "201",
-         {"lineClose 201", "lineShutdown 100"}},
-        {{0, 0}, "", 2, "", "", {"lineShutdown 100"}},
-        {{0x00020002}, "lineOpenA", 1, "0 00020002", "0", {"lineShutdown 100"}},
+         initialise + negotiated(0) + negotiated(1) + opened("1", " 00020001", "201"),
+         "lineClose 201; lineShutdown 100"},
+        {{0, 0}, "", initialise + negotiated(0) + negotiated(1), "lineShutdown 100"},
+        {{0x00020002},
+         "lineOpenA",
+         initialise + negotiated(0) + opened("0", " 00020002", "0"),
+         "lineShutdown 100"},
     };
     for (const auto& row : rows) {
         CAPTURE(&row - rows);
@@ -200,18 +207,9 @@ TEST_CASE("the first device that knows one of the versions is opened, and everyt
             Double().AddDevice(version);
         }
         Double().Fail(row.failing, -5);
-        Calls opening{"lineInitializeExA program ITELEPHONE 00020002, 24 bytes, options 1"};
-        for (int device = 0; device < row.asked; ++device) {
-            opening.push_back("lineNegotiateAPIVersion 100 " + std::to_string(device) + " 00010003 00020002");
-        }
-        if (!row.opened.empty()) {
-            opening.push_back("lineGetDevCapsA 100 " + row.opened.substr(0, 1) + " 00020002, 268 bytes");
-            opening.push_back("lineOpenA 100 " + row.opened + " privileges 6 media 16");
-            opening.push_back("lineSetStatusMessages " + row.line + " 2 0");
-        }
         const TestPanel panel;
         HWND telephone = panel.Create("ITELEPHONE", "Tel");
-        CHECK(Double().TakeCalls() == opening);
+        CHECK(Double().TakeCalls() == row.opening);
         DestroyWindow(telephone);
         CHECK(Double().TakeCalls() == row.closing);
     }
@@ -221,36 +219,31 @@ TEST_CASE("the callback traces every message, and acts for a telephone that live
     TelephonePanel test;
     const struct {
         DWORD message, parameter;
-        const char* line;
-        Calls calls;
+        std::string line, calls;
     } rows[] = {
-        {2, 0x1, "LINECALLSTATE_IDLE...\n", {}},
-        {2,
-         0x2,
-         "LINECALLSTATE_OFFERING...\n",
-         {"lineGetCallStatus 77, 56 bytes", "lineGetCallInfoA 77, 324 bytes", "lineAnswer 77 null 0"}},
-        {2, 0x4, "LINECALLSTATE_ACCEPTED...\n", {}},
-        {2,
-         0x100,
-         "LINECALLSTATE_CONNECTED...\n",
-         {"lineGetIDA 200 77 4 comm/datamodem, 24 bytes", "lineGetIDA 200 77 4 comm/datamodem, 38 bytes"}},
-        {2, 0x4000, "LINECALLSTATE_DISCONNECTED...\n", {"lineDeallocateCall 77"}},
-        {2, 0x8, "LINECALLSTATE_?2\n", {}},
-        {3, 0, "LINE_CLOSED...\n", {}},
-        {8, 0x2, "LINEDEVSTATE_RINGING...\n", {}},
-        {8, 0x40000, "LINEDEVSTATE_REINIT...\n", {}},
-        {8, 0x4, "LINE_LINEDEVSTATE ?8\n", {}},
-        {12, 0, "LINE_REPLY...\n", {}},
-        {0, 0, "LINE_ ?0\n", {}},
-        {19, 2, "LINE_ ?19\n", {}},
+        {2, 0x1, "LINECALLSTATE_IDLE...\n", ""},
+        {2, 0x2, "LINECALLSTATE_OFFERING...\n",
+         "lineGetCallStatus 77, 56 bytes; lineGetCallInfoA 77, 324 bytes; lineAnswer 77 null 0"},
+        {2, 0x4, "LINECALLSTATE_ACCEPTED...\n", ""},
+        {2, 0x100, "LINECALLSTATE_CONNECTED...\n",
+         "lineGetIDA 200 77 4 comm/datamodem, 24 bytes; lineGetIDA 200 77 4 comm/datamodem, 38 bytes"},
+        {2, 0x4000, "LINECALLSTATE_DISCONNECTED...\n", "lineDeallocateCall 77"},
+        {2, 0x8, "LINECALLSTATE_?2\n", ""},
+        {3, 0, "LINE_CLOSED...\n", ""},
+        {8, 0x2, "LINEDEVSTATE_RINGING...\n", ""},
+        {8, 0x40000, "LINEDEVSTATE_REINIT...\n", ""},
+        {8, 0x4, "LINE_LINEDEVSTATE ?8\n", ""},
+        {12, 0, "LINE_REPLY...\n", ""},
+        {0, 0, "LINE_ ?0\n", ""},
+        {19, 2, "LINE_ ?19\n", ""},
     };
     const auto check = [&](bool lives) {
         for (const auto& row : rows) {
             CAPTURE(row.line);
             test.trace.Clear();
             test.Tell(row.message, row.parameter);
-            CHECK(Double().TakeCalls() == (lives ? row.calls : Calls{}));
-            CHECK(test.trace.All() == std::string("0 ") + row.line + "\n");
+            CHECK(Double().TakeCalls() == (lives ? row.calls : ""));
+            CHECK(test.trace.All() == "0 " + row.line + "\n");
         }
     };
     check(true);

@@ -8,6 +8,7 @@
 #include <cstring>
 #include <map>
 #include <utility>
+#include <vector>
 
 namespace {
 
@@ -25,7 +26,7 @@ public:
     void SetPort(HANDLE newPort) override { port = newPort; }
     void SetNeededSize(DWORD size) override { neededSize = size; }
     void SetOffset(DWORD newOffset) override { offset = newOffset; }
-    std::vector<std::string> TakeCalls() override { return std::exchange(calls_, {}); }
+    std::string TakeCalls() override { return std::exchange(calls_, {}); }
     LINECALLBACK Callback() const override { return callback; }
     DWORD_PTR Instance() const override { return instance; }
 
@@ -36,7 +37,7 @@ public:
         va_start(list, format);
         std::vsnprintf(arguments, sizeof arguments, format, list);
         va_end(list);
-        calls_.push_back(std::string(function) + arguments);
+        calls_ += (calls_.empty() ? "" : "; ") + std::string(function) + arguments;
         const auto result = results_.find(function);
         return result == results_.end() ? 0 : result->second;
     }
@@ -50,7 +51,7 @@ public:
 
 private:
     std::map<std::string, LONG> results_;
-    std::vector<std::string> calls_;
+    std::string calls_;
 };
 Provider provider;
 

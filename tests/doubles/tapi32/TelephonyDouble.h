@@ -6,7 +6,6 @@
 
 #include <string>
 #include <tapi.h>
-#include <vector>
 
 class TelephonyDouble {
 public:
@@ -25,8 +24,8 @@ public:
     virtual void SetOffset(DWORD offset) = 0;
 
     // The calls since the last time: name and arguments, sizes and versions in the way that they are written
-    // down.
-    virtual std::vector<std::string> TakeCalls() = 0;
+    // down. "; " stands between them.
+    virtual std::string TakeCalls() = 0;
     // Callback of the application that was initialised as the last, instance of the line opened as the last.
     virtual LINECALLBACK Callback() const = 0;
     virtual DWORD_PTR Instance() const = 0;

@@ -13,6 +13,7 @@
 #include <mutex>
 #include <set>
 #include <utility>
+#include <vector>
 
 namespace {
 
@@ -47,7 +48,7 @@ public:
     void Delay(const char* function, DWORD milliseconds) override { delays_[function] = milliseconds; }
     void EndDelays() override { SetEvent(goesOn_); }
 
-    std::vector<std::string> TakeCalls() override {
+    std::string TakeCalls() override {
         const std::lock_guard guard(lock_);
         return std::exchange(calls_, {});
     }
@@ -135,7 +136,7 @@ private:
 
     void Log(const std::string& call) {
         const std::lock_guard guard(lock_);
-        calls_.push_back(call);
+        calls_ += (calls_.empty() ? "" : "; ") + call;
     }
 
     Port* Find(bool isInput, const void* handle) {
@@ -174,7 +175,7 @@ private:
     std::condition_variable idle_;
     std::map<std::string, MMRESULT> results_;
     std::map<std::string, DWORD> delays_;
-    std::vector<std::string> calls_;
+    std::string calls_;
     std::deque<Port> ports_; // stay where they are
 };
 Driver driver;

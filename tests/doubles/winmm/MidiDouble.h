@@ -6,7 +6,6 @@
 
 #include <mmsystem.h>
 #include <string>
-#include <vector>
 
 class MidiDouble {
 public:
@@ -22,8 +21,8 @@ public:
     virtual void EndDelays() = 0;
 
     // The calls since the last time, apart from those that ask: name and arguments, the handle as the device
-    // that it stands for.
-    virtual std::vector<std::string> TakeCalls() = 0;
+    // that it stands for. "; " stands between them.
+    virtual std::string TakeCalls() = 0;
     virtual int OpenPorts() const = 0;
     // The instance data of the port that was opened as the last.
     virtual DWORD_PTR Instance() const = 0;
