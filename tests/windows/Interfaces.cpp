@@ -1,6 +1,5 @@
 // What the controls without a face and the mini views have in common: when they are seen, and their pictures.
 
-#include "Controls/framework/SharedResources.h"
 #include "tests/windows/TestPanel.h"
 
 #include <algorithm>
@@ -165,31 +164,6 @@ TEST_CASE("interface controls that hold no value refuse one, and what else they 
         CHECK(Text(control).empty());
         DestroyWindow(control);
     }
-}
-
-TEST_CASE("classes load their picture, their lamps and the functions of the mail library when registered") {
-    const HINSTANCE library = GetModuleHandleA(CONTROL_LIBRARY);
-    const auto made = [&](SharedResource resource, const char* file) {
-        ControlClass row{};
-        row.resource = resource;
-        row.resourceFile = file;
-        ClassResources resources;
-        resources.Make(row, library);
-        return resources;
-    };
-    ClassResources delay = made(SharedResource::DelayPictures, "Controls\\MiniDelay.bmp");
-    CHECK((delay.picture != nullptr));
-    CHECK((delay.lamps[0] != nullptr));
-    CHECK((delay.lamps[1] != nullptr));
-    delay.Release();
-    CHECK((delay.picture == nullptr));
-    ClassResources mail = made(SharedResource::MessagingPicture, "Controls\\Messaging.bmp");
-    REQUIRE((mail.mailLibrary != nullptr));
-    for (std::size_t i = 0; i < mail.mailFunctions.size(); ++i) {
-        CHECK((mail.mailFunctions[i] == GetProcAddress(mail.mailLibrary, MAIL_FUNCTIONS[i])));
-    }
-    CHECK((mail.mailFunctions.back() != nullptr));
-    mail.Release();
 }
 
 TEST_SUITE_END();

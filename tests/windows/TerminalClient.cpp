@@ -58,36 +58,24 @@ void TestSocket::Reset() {
 std::size_t TestSocket::Send(const std::string& bytes, DWORD patience) const {
     std::size_t sent = 0;
     const auto sendSome = [&] {
-        const std::size_t rest = bytes.size() - sent;
-        const int count =
-            send(socket_, bytes.data() + sent, static_cast<int>(rest < 65536 ? rest : 65536), 0);
+        const int count = send(socket_, bytes.data() + sent, static_cast<int>(bytes.size() - sent), 0);
         sent += count > 0 ? static_cast<std::size_t>(count) : 0;
-        return count > 0 || WSAGetLastError() != WSAEWOULDBLOCK;
+        return sent == bytes.size() || (count < 0 && WSAGetLastError() != WSAEWOULDBLOCK);
     };
-    for (std::size_t before = 0; sent < bytes.size(); before = sent) {
-        if (!Await(sendSome, patience) || sent == before) {
-            break;
-        }
-    }
+    Await(sendSome, patience);
     return sent;
 }
 
 std::string TestSocket::Receive(std::size_t count, DWORD patience) const {
-    std::string received;
+    std::string received(count, '\0');
+    std::size_t size = 0;
     const auto receiveSome = [&] {
-        char block[4096];
-        const std::size_t rest = count - received.size();
-        const int got = recv(socket_, block, static_cast<int>(rest < sizeof block ? rest : sizeof block), 0);
-        if (got > 0) {
-            received.append(block, static_cast<std::size_t>(got));
-        }
-        return got >= 0 || WSAGetLastError() != WSAEWOULDBLOCK;
+        const int got = recv(socket_, received.data() + size, static_cast<int>(count - size), 0);
+        size += got > 0 ? static_cast<std::size_t>(got) : 0;
+        return size == count || got == 0 || (got < 0 && WSAGetLastError() != WSAEWOULDBLOCK);
     };
-    for (std::size_t before = 0; received.size() < count; before = received.size()) {
-        if (!Await(receiveSome, patience) || received.size() == before) {
-            break;
-        }
-    }
+    Await(receiveSome, patience);
+    received.resize(size);
     return received;
 }
 

@@ -23,9 +23,9 @@ public:
     void Reset();
     // Nothing more will be sent.
     void EndSending() const { shutdown(socket_, SD_SEND); }
-    // How much of it was sent until the peer took no more for as long as that, in milliseconds.
+    // How much of it was sent in that time, in milliseconds.
     std::size_t Send(const std::string& bytes, DWORD patience = 20000) const;
-    // That many bytes, or as many as there were until the peer ended the connection or nothing came any more.
+    // That many bytes, or as many as came in time or until the peer ended the connection.
     std::string Receive(std::size_t count, DWORD patience = 20000) const;
     // Whether the peer ends the connection in time.
     bool AwaitEnd(DWORD patience = 20000) const;
