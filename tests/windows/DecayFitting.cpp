@@ -107,9 +107,7 @@ TEST_CASE("a search that crawls comes to its end, and calls without all that a f
         CHECK(fit.Run(SOLUTION, rho) == 0);
     }
     const auto fitDecays = Exported<decltype(a_FitDecays)>("a_FitDecays");
-    CHECK(fitDecays(nullptr, SOLUTION, 0.4, 1e-8, &fit, nullptr, nullptr) == 0);
-    CHECK(fitDecays(fit.samples.data(), nullptr, 0.4, 1e-8, &fit, nullptr, nullptr) == 0);
-    CHECK(fitDecays(fit.samples.data(), SOLUTION, 0.4, 1e-8, nullptr, nullptr, nullptr) == 0);
+    CHECK(fitDecays(nullptr, nullptr, 0.4, 1e-8, nullptr, nullptr, nullptr) == 0);
     CHECK(fit.evaluations == -5);
     CHECK(fitDecays(fit.samples.data(), SOLUTION, 0.4, 1e-8, &fit, nullptr, nullptr) == 1); // without a trace
 

@@ -221,6 +221,7 @@ TEST_CASE("an output is opened and used, and closed in the end, without its inpu
 
 TEST_CASE("values are sent lowest channel first, once an interval") {
     const MidiPanel test;
+    CHECK(Load(test.midi, "interval=60000") == 1);
     test.Set("chan2value", 1000);
     CHECK(test.Pass().empty()); // no port yet
     CHECK(Load(test.midi, "run=1") == 1);
@@ -228,7 +229,7 @@ TEST_CASE("values are sent lowest channel first, once an interval") {
     CHECK(test.Pass().empty());
     test.Set("chan8value", 1);
     test.Set("chan1value", -5);
-    SendMessageA(test.midi, WM_TIMER, 0, 0); // 1000 ms are not over
+    SendMessageA(test.midi, WM_TIMER, 0, 0); // which are not over
     CHECK(Double().TakeCalls().empty());
     SetCapture(test.midi);
     CHECK(test.Pass().empty());
@@ -260,9 +261,9 @@ TEST_CASE("a failing message ends the pass, a blocking one too") {
     CHECK(test.Pass() == "000100e3; 000100e5");
 
     set({"chan1value", "chan2value", "chan3value"});
-    Double().Delay("midiOutShortMsg", 1000);
+    Double().Delay("midiOutShortMsg", 2000);
     CHECK(test.Pass() == "000100e0");
-    CHECK(Load(test.midi, "interval=900") == 1);
+    CHECK(Load(test.midi, "interval=1900") == 1);
     SendMessageA(test.midi, WM_TIMER, 0, 0); // the interval begins after the call
     CHECK(Double().TakeCalls().empty());
     CHECK(test.Pass() == "000100e1");

@@ -24,13 +24,6 @@ bool AwaitIdle(HWND generator) {
     return Await([generator] { return Text(generator, "duration") == IDLE; }, 30000);
 }
 
-// Starts one, of which something is in the file soon.
-void Start(HWND generator, const char* duration) {
-    DeleteFileA(WavePath().c_str());
-    CHECK(Load(generator, duration) == 1);
-    CHECK(Await([] { return ReadBytes(WavePath()).size() > 5000; }));
-}
-
 // A short one, from its beginning to its end.
 void Generate(HWND generator, const char* duration = "duration=0:01") {
     CHECK(Load(generator, duration) == 1);
@@ -94,6 +87,32 @@ struct Wave {
     int differing = 0;                 // from those of the right one
 };
 
+// Until it goes on, whoever has filled a buffer waits. A faulty one takes nothing then.
+class StalledDrive {
+public:
+    explicit StalledDrive(bool isFaulty) : hook_(CONTROL_LIBRARY, "mmioAdvance", Advance) {
+        fails = isFaulty;
+        stalled = 0;
+        original = hook_.Original<decltype(mmioAdvance)>();
+        ResetEvent(goesOn);
+    }
+    void GoOn() const { SetEvent(goesOn); }
+
+    static inline std::atomic<int> stalled; // how often somebody came to wait
+
+private:
+    static MMRESULT WINAPI Advance(HMMIO file, LPMMIOINFO info, UINT flags) {
+        ++stalled;
+        WaitForSingleObject(goesOn, INFINITE);
+        return fails ? MMIOERR_CANNOTWRITE : original(file, info, flags);
+    }
+
+    static inline const HANDLE goesOn = CreateEventA(nullptr, TRUE, FALSE, nullptr);
+    static inline std::atomic<bool> fails;
+    static inline decltype(mmioAdvance)* original;
+    ImportHook hook_;
+};
+
 // The application folder without its folder for wave files.
 class NoTempFolder {
 public:
@@ -130,37 +149,41 @@ TEST_CASE("a tone is written, less the pair that finds the buffer full, and the 
 
 TEST_CASE("generators write one after the other, and show their length until their file is complete") {
     TestPanel panel;
-    HWND first = panel.Create("IWAVEGENERATOR", "A");
-    HWND second = panel.Create("IWAVEGENERATOR", "B");
-    HWND third = panel.Create("IWAVEGENERATOR", "C");
-    CHECK(Load(third, "signal=1250 Hz,40000") == 1);
-    CHECK(Text(third, "signal") == "1250 Hz,32767");
-    for (const bool isDestroyed : {false, true}) {
-        Start(first, isDestroyed ? "duration=150:00" : "duration=5:00");
-        CHECK(Load(second, "duration=0:75") == 1); // waits for its turn
-        CHECK(Text(second, "duration") == "1:00 min");
-        int seconds = 0;
-        CHECK(Send(second, COMMAND_GET, DATATYPE_INTEGER, &seconds, "duration") == 1);
-        CHECK(seconds == 60);
-        CHECK(Load(second, "duration=x") == 0);
-        CHECK(Load(third, "duration=0:03") == 1);
-        if (isDestroyed) {
-            DestroyWindow(first);
-            DestroyWindow(second);
-        } else { // the one that writes gets a new length, and so does the one that waits
-            CHECK(Load(first, "duration=0:02") == 1);
-            CHECK(Load(second, "duration=0:02") == 1);
-            CHECK(Text(second, "duration") == "0:02 min");
-            CHECK(AwaitIdle(first));
-            CHECK(AwaitIdle(second));
-        }
-        CHECK(AwaitIdle(third));
-        const Wave wave; // whole, whoever was the last
-        if (isDestroyed) {
-            CHECK(wave.samples.size() == 132300 - 129);
-            wave.CheckSine(1250.0, 32767, 0, 132300);
-        }
+    const int threads = CountResources().threads;
+    HWND generators[3];
+    for (HWND& generator : generators) {
+        generator = panel.Create("IWAVEGENERATOR", "W");
+        CHECK(Load(generator, "signal=1250 Hz,40000") == 1);
+        CHECK(Text(generator, "signal") == "1250 Hz,32767");
     }
+    {
+        const StalledDrive drive(false);
+        for (HWND generator : generators) { // the first writes, the others wait for their turn
+            CHECK(Load(generator, "duration=0:75") == 1);
+            CHECK(Text(generator, "duration") == "1:00 min");
+            int seconds = 0;
+            CHECK(Send(generator, COMMAND_GET, DATATYPE_INTEGER, &seconds, "duration") == 1);
+            CHECK(seconds == 60);
+            CHECK(Load(generator, "duration=x") == 0);
+            CHECK(Await([&drive] { return drive.stalled == 1; }));
+        }
+        for (HWND generator :
+             {generators[0], generators[1]}) { // and get other lengths, the last of which remains
+            for (int length = 20; length >= 2; --length) {
+                CHECK(Load(generator, "duration=0:" + std::to_string(length)) == 1);
+            }
+            CHECK(Text(generator, "duration") == "0:02 min");
+        }
+        DestroyWindow(generators[2]);
+        CHECK(Await([threads] { return CountResources().threads == threads + 2; }));
+        CHECK(drive.stalled == 1);
+        drive.GoOn();
+        CHECK(AwaitIdle(generators[0]));
+        CHECK(AwaitIdle(generators[1]));
+    }
+    const Wave wave;
+    CHECK(wave.samples.size() == 88200 - 86);
+    CHECK(Await([threads] { return CountResources().threads == threads; }));
 }
 
 TEST_CASE("a loaded panel writes the file as an empty one") {
@@ -188,7 +211,13 @@ TEST_CASE("a generator that goes cuts its file short and leaves it in order") {
     const int threads = CountResources().threads;
     HWND first = panel.Create("IWAVEGENERATOR", "A");
     HWND second = panel.Create("IWAVEGENERATOR", "B");
-    Start(first, "duration=150:00");
+    DeleteFileA(WavePath().c_str());
+    CHECK(Load(first, "duration=150:00") == 1);
+    WIN32_FILE_ATTRIBUTE_DATA file{};
+    CHECK(Await([&file] {
+        return GetFileAttributesExA(WavePath().c_str(), GetFileExInfoStandard, &file) &&
+               file.nFileSizeLow > 5000;
+    }));
     CHECK(Load(second, "duration=1:00") == 1);
     CHECK(Text(first, "duration") == "150:00 min");
     DestroyWindow(second); // waits for its turn
@@ -200,42 +229,16 @@ TEST_CASE("a generator that goes cuts its file short and leaves it in order") {
     wave.CheckSine(1000.0, 24575, 0, 150 * 60 * 44100);
 }
 
-TEST_CASE("of lengths set in quick succession the last one remains") {
-    TestPanel panel;
-    const int threads = CountResources().threads;
-    HWND generator = panel.Create("IWAVEGENERATOR", "W");
-    Start(generator, "duration=5:00");
-    for (int length = 20; length >= 1; --length) {
-        CHECK(Load(generator, "duration=0:" + std::to_string(length)) == 1);
-    }
-    CHECK(Text(generator, "duration") == "0:01 min");
-    CHECK(CountResources().threads <= threads + 1);
-    CHECK(AwaitIdle(generator));
-    CHECK(Wave().samples.size() == 44100 - 43);
-    DestroyWindow(generator);
-    CHECK(Await([threads] { return CountResources().threads == threads; }));
-}
-
 TEST_CASE("a drive that stalls holds up no generator's end, and the library stays until it comes back") {
-    static HANDLE goesOn;
-    goesOn = CreateEventA(nullptr, TRUE, FALSE, nullptr);
-    static std::atomic<int> stalled;
-    const auto advance = [](HMMIO, LPMMIOINFO, UINT) __attribute__((stdcall))->MMRESULT {
-        ++stalled;
-        WaitForSingleObject(goesOn, INFINITE);
-        return MMIOERR_CANNOTWRITE;
-    };
     const Resources before = CountResources();
     for (const bool unloads : {false, true}) {
         CAPTURE(unloads);
         TestPanel panel;
-        ResetEvent(goesOn);
-        stalled = 0;
-        const ImportHook hook(CONTROL_LIBRARY, "mmioAdvance", +advance);
+        const StalledDrive drive(true);
         HWND first = panel.Create("IWAVEGENERATOR", "A");
         HWND second = panel.Create("IWAVEGENERATOR", "B");
         CHECK(Load(first, "duration=0:01") == 1);
-        CHECK(Await([] { return stalled == 1; }));
+        CHECK(Await([&drive] { return drive.stalled == 1; }));
         CHECK(Load(second, "duration=0:01") == 1); // waits for its turn
         DestroyWindow(second);
         DestroyWindow(first);
@@ -243,20 +246,19 @@ TEST_CASE("a drive that stalls holds up no generator's end, and the library stay
         if (unloads) {
             FreeLibrary(GetModuleHandleA(CONTROL_LIBRARY));
             CHECK(GetModuleHandleA(CONTROL_LIBRARY) != nullptr);
-            SetEvent(goesOn);
+            drive.GoOn();
             CHECK(Await([] { return GetModuleHandleA(CONTROL_LIBRARY) == nullptr; }));
             REQUIRE(LoadLibraryA(CONTROL_LIBRARY) != nullptr);
         } else { // the next one has its turn when the first one's thread has ended by itself
             HWND next = panel.Create("IWAVEGENERATOR", "C");
             CHECK(Load(next, "duration=0:00") == 1);
             CHECK(Text(next, "duration") == IDLE);
-            SetEvent(goesOn);
+            drive.GoOn();
             CHECK(AwaitIdle(next));
             CHECK(Await(Wave::IsEmpty));
         }
-        CHECK(stalled == 1);
+        CHECK(drive.stalled == 1);
     }
-    CloseHandle(goesOn);
     CHECK(Await([&before] {
         Resources after = CountResources();
         after.handles = before.handles; // the compiler's runtime keeps two for each module it was in
