@@ -89,13 +89,10 @@ TEST_CASE("in a hidden panel interface controls are hidden before it is shown, t
         CAPTURE(std::string(name));
         const TestPanel panel;
         const HWND control = CreateVisible(panel, name);
-        SUBCASE("by the time the next message comes") {
-            CHECK(Await([&] { return !HasVisibleStyle(control); }));
-        }
-        SUBCASE("with the panel") {
-            ShowWindow(panel.Window(), SW_SHOWNOACTIVATE);
-            CHECK_FALSE(IsWindowVisible(control));
-        }
+        CHECK(Await([&] { return !HasVisibleStyle(control); }));
+        const HWND another = CreateVisible(panel, name);
+        ShowWindow(panel.Window(), SW_SHOWNOACTIVATE);
+        CHECK_FALSE(IsWindowVisible(another));
     }
     const TestFolder folder;
     const TestPanel panel;

@@ -11,8 +11,6 @@ TEST_SUITE_BEGIN("Midi");
 
 namespace {
 
-using Names = std::vector<std::string>;
-
 // Not for other threads than that of the tests, which checks belong to.
 MidiDouble& Double() {
     const auto exported =
@@ -25,27 +23,21 @@ MidiDouble& Double() {
 class MidiPanel {
 public:
     MidiPanel() {
-        SetDevices({"Desk A", "Desk B"}, {"Desk A", "Desk B"});
+        Double().Reset({"Desk A", "Desk B"}, {"Desk A", "Desk B"});
         midi = panel.Create("IMIDI", "Midi1");
-    }
-
-    static void SetDevices(const Names& inputs, const Names& outputs) {
-        Double().Reset();
-        for (const std::string& name : inputs) {
-            Double().AddInput(name.c_str());
-        }
-        for (const std::string& name : outputs) {
-            Double().AddOutput(name.c_str());
-        }
     }
 
     // Chooses the devices, opens the ports and sends what is to be sent at first.
     void Start(const char* devices = "driver=IN: Desk A, OUT: Desk A") const {
         CHECK(Load(midi, devices) == 1);
-        CHECK(Load(midi, "run=1") == 1);
-        REQUIRE(Text(midi, "run") == "1");
+        Run("run=1", "1");
         Poll(midi);
         Double().TakeCalls();
+    }
+    // Sets whether the ports are to be open; what it says about that afterwards.
+    void Run(const char* line, const char* shown) const {
+        CHECK(Load(midi, line) == 1);
+        CHECK(Text(midi, "run") == shown);
     }
     void Set(const char* keyword, int value) const {
         CHECK(Send(midi, COMMAND_SET, DATATYPE_INTEGER, &value, keyword) == 0);
@@ -89,7 +81,7 @@ TEST_CASE("the devices are those whose name occurs in the text, and the last one
     for (const auto& row : rows) {
         CAPTURE(row.text);
         const MidiPanel test;
-        test.SetDevices({"Desk A", "Desk C", "Desk B", "Loop"}, {"Desk A", "Desk B"});
+        Double().Reset({"Desk A", "Desk C", "Desk B", "Loop"}, {"Desk A", "Desk B"});
         const TraceCapture trace;
         CHECK(Load(test.midi, std::string("driver=") + row.text) == row.taken);
         CHECK(Text(test.midi, "driver") == row.shown);
@@ -107,13 +99,12 @@ TEST_CASE("without devices, with faulty ones and with too long a name") {
         CHECK(Load(test.midi, "driver=IN: a name of thirty-two characters, OUT: Desk A") == 1);
         return Text(test.midi, "driver");
     };
-    Double().Reset();
+    Double().Reset({}, {});
     CHECK(find() == "IN: , OUT: ");
-    CHECK(Load(test.midi, "run=1") == 1);
-    CHECK(Text(test.midi, "run") == "0");
+    test.Run("run=1", "0");
     CHECK(trace.Count(TRACE_DEBUG, "Midi 7: error 2 of 256 (0)\n") == 2);
 
-    test.SetDevices({"a name of thirty-two characters!"}, {"Desk A"});
+    Double().Reset({"a name of thirty-two characters!"}, {"Desk A"});
     Double().Fail("midiOutGetDevCapsA", 5);
     CHECK(find() == "IN: a name of thirty-two characters, OUT: ");
     CHECK(trace.Count(TRACE_DEBUG, "midiOutGetDevCaps error 5 for device 0\n") == 1);
@@ -127,7 +118,7 @@ TEST_CASE("running opens and closes the ports in order") {
     const TraceCapture trace;
     CHECK(Load(test.midi, "driver=IN: Desk B, OUT: Desk B") == 1);
     for (const char* line : {"run=2", "run=-1", "run=0"}) {
-        CHECK(Load(test.midi, line) == 1);
+        test.Run(line, "0");
     }
     CHECK(Double().TakeCalls().empty());
     CHECK(Load(test.midi, "run=1") == 1);
@@ -186,16 +177,14 @@ TEST_CASE("an output is opened and used, and closed in the end, without its inpu
         const MidiPanel test;
         const TraceCapture trace;
         Double().Fail("midiInOpen", 4);
-        CHECK(Load(test.midi, "run=1") == 1);
-        CHECK(Text(test.midi, "run") == "0");
+        test.Run("run=1", "0");
         CHECK(Double().TakeCalls() == "midiInOpen 0; midiOutOpen 0");
         CHECK(test.Pass().empty());
         test.Set("chan3value", 5000);
         CHECK(test.Pass() == "007f70e2");
         if (isOpenedAgain) {
             Double().Fail("midiInOpen", MMSYSERR_NOERROR);
-            CHECK(Load(test.midi, "run=1") == 1);
-            CHECK(Text(test.midi, "run") == "1");
+            test.Run("run=1", "1");
             CHECK(Double().OpenPorts() == 2);
             CHECK(test.Pass().size() == 8 * 10 - 2);
         }
@@ -207,8 +196,7 @@ TEST_CASE("an output is opened and used, and closed in the end, without its inpu
     const MidiPanel test;
     const TraceCapture trace;
     Double().Fail("midiOutOpen", 4);
-    CHECK(Load(test.midi, "run=1") == 1);
-    CHECK(Text(test.midi, "run") == "1");
+    test.Run("run=1", "1");
     CHECK(test.Pass().empty());
     Double().CallInput(MM_MIM_DATA, 0x4000E7);
     CHECK(Text(test.midi, "chan8value") == "1024");
@@ -280,7 +268,6 @@ TEST_CASE("channel values: what is taken and what is answered") {
         return Text(test.midi, keyword);
     };
     CHECK(set(12.5F) == "13");
-    CHECK(set(12.4F) == "12");
     CHECK(set(1e30F) == "2039");
     CHECK(set(-1e30F) == "0");
     CHECK(set(700) == "700");
@@ -296,10 +283,6 @@ TEST_CASE("channel values: what is taken and what is answered") {
 
     char text[TEXT_SIZE] = "700";
     CHECK(Send(test.midi, COMMAND_GET, DATATYPE_TEXT, text, keyword) == 1); // even when it is the same
-    for (int held : {700, 699}) {
-        CHECK(Send(test.midi, COMMAND_GET, DATATYPE_INTEGER, &held, keyword) == (held == 700 ? 0 : 1));
-        CHECK(held == 700);
-    }
     for (const auto& [held, answered] : {std::pair{700.4F, 0}, {699.5F, 0}, {700.5F, 1}, {699.4F, 1}}) {
         CAPTURE(held);
         float number = held;

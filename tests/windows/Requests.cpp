@@ -32,6 +32,10 @@ HWND CreateKnob(const TestPanel& panel, const char* name, const char* properties
 struct Outcome {
     int success;
     int result;
+
+    bool Is(int wantedSuccess, int wantedResult) const {
+        return success == wantedSuccess && result == wantedResult;
+    }
 };
 
 template <class Data>
@@ -77,9 +81,7 @@ TEST_CASE(
         INFO(std::string(row.functions), " with ", row.held);
         Load(control, std::string("function=") + row.functions);
         float data = row.held;
-        const Outcome outcome = Request(control, COMMAND_GET, DATATYPE_FLOAT, &data);
-        CHECK(outcome.success == row.success);
-        CHECK(outcome.result == row.result);
+        CHECK(Request(control, COMMAND_GET, DATATYPE_FLOAT, &data).Is(row.success, row.result));
         CHECK(data == row.delivered);
     }
 
@@ -139,9 +141,7 @@ TEST_CASE("what is asked for a datatype that it has no form for is out of reach,
     Load(eq, "properties=0,PEQ,6 dB,440 Hz,-3 dB,1");
     CHECK(panel.Parameter("AMP1*gain1") == "-20");
     logic::EqBand band;
-    const Outcome refused = Request(eq, COMMAND_SET, DATATYPE_MASTER_EQ, &band);
-    CHECK(refused.success == 0);
-    CHECK(refused.result == REQUEST_UNREACHABLE);
+    CHECK(Request(eq, COMMAND_SET, DATATYPE_MASTER_EQ, &band).Is(0, REQUEST_UNREACHABLE));
     Load(eq, "connection=Band"); // a master's band asked of a channel's
     Load(eq, "function=");
     CHECK(IsMarked(eq));
@@ -165,9 +165,7 @@ TEST_CASE("a set reaches every target and succeeds when all took it") {
     CHECK(panel.Parameter("AMP1*gain1") == "12.5");
     CHECK(panel.Parameter("AMP1*label") == "12.5");
 
-    const Outcome again = Request(control, COMMAND_SET, DATATYPE_FLOAT, &value);
-    CHECK(again.success != 0); // they hold it already
-    CHECK(again.result == REQUEST_UNCHANGED);
+    CHECK(Request(control, COMMAND_SET, DATATYPE_FLOAT, &value).Is(1, REQUEST_UNCHANGED)); // they hold it
 
     // A number for the device, whose unit it is, and none for the knobs: it reaches them all.
     for (const auto& [sent, gain, held] : {std::array{"-7.25", "-7.25", "-7.25"}, {"-8 dB", "-8", "-7.25"}}) {
@@ -180,9 +178,7 @@ TEST_CASE("a set reaches every target and succeeds when all took it") {
     }
     Load(control, "connection=Gone;Wide");
     int number = 4;
-    const Outcome outcome = Request(control, COMMAND_SET, DATATYPE_INTEGER, &number);
-    CHECK(outcome.success == 0);
-    CHECK(outcome.result == REQUEST_UNREACHABLE);
+    CHECK(Request(control, COMMAND_SET, DATATYPE_INTEGER, &number).Is(0, REQUEST_UNREACHABLE));
     CHECK(Value(wide) == 4.0F); // the others take it all the same
 }
 
@@ -404,10 +400,8 @@ TEST_CASE("a device that goes while a value is sent is not asked any more") {
     HWND control = panel.Create("LED", "Control");
     Load(control, "function=SECOND*x;FIRST*x;SECOND*x");
     float value = 3.0F;
-    const Outcome outcome = Request(control, COMMAND_SET, DATATYPE_FLOAT, &value);
+    CHECK(Request(control, COMMAND_SET, DATATYPE_FLOAT, &value).Is(0, REQUEST_UNREACHABLE));
     CHECK(answers == 1);
-    CHECK(outcome.success == 0);
-    CHECK(outcome.result == REQUEST_UNREACHABLE);
 }
 
 TEST_CASE("records are compared, limited to finite numbers, and passed on as a whole") {

@@ -101,8 +101,7 @@ public:
     TelephonePanel() { Create(); }
 
     void Create() {
-        Double().Reset();
-        Double().AddDevice(0x00020000);
+        Double().Reset({0x00020000});
         control = panel.Create("ITELEPHONE", "Tel");
         Double().TakeCalls();
     }
@@ -202,10 +201,7 @@ TEST_CASE("the first device that knows one of the versions is opened, and everyt
     };
     for (const auto& row : rows) {
         CAPTURE(&row - rows);
-        Double().Reset();
-        for (const DWORD version : row.devices) {
-            Double().AddDevice(version);
-        }
+        Double().Reset(row.devices);
         Double().Fail(row.failing, -5);
         const TestPanel panel;
         HWND telephone = panel.Create("ITELEPHONE", "Tel");
@@ -273,7 +269,6 @@ TEST_CASE("a session: prompts, values, and what is no line") {
         {"KNOB1*GAIN=3\r", "\rKNOB1*GAIN=", 3}, // a keyword that it does not know is its value
         {"4\r\n", "\rKNOB1*GAIN=", 4},
         {"\b\b\b\b\binterval=900\n\r", "\rKNOB1*interval=", 4}, // a line feed is no end
-        {"no\r", "\rKNOB1*interval=", 4},                       // refused
         {erase + "Strip*Gain*value=7\r", "\rStrip*Gain*value=", 4},
         {erase + "knob1*\r..\r", "\rknob1*\rknob1*", 4},
         {erase + "knob1*6\r?\r", "\rknob1*6\r\n\rknob1*", 6}, // without a keyword: the value
@@ -283,7 +278,6 @@ TEST_CASE("a session: prompts, values, and what is no line") {
         {erase + "knob1*bitmap=NUL\r", "\rknob1*bitmap=", 4},
         {erase + "knob1*value=" + std::string(5000, '0') + "8\r", "\rknob1*bitmap=", 4}, // is too long
         {erase + "AMP1*gain=-5.5\r", "\rAMP1*gain=", 4},
-        {erase + "AMP1*nosuch=1\r", "\rAMP1*", 4},
         {erase + "nobody*value=1\r", "\r*", 4},
         {"\bTel*interval=7\r", "\rTel*", 4}, // it does not take values itself
         {erase + "KNOB1*value=1\r2\r3\r", "\rKNOB1*value=\rKNOB1*value=\rKNOB1*value=", 3},
@@ -431,8 +425,7 @@ TEST_CASE("a telephone goes at any moment of a call and leaves nothing behind") 
     std::minstd_rand random(7);
     TestPanel panel;
     HWND knob = panel.Create("KNOB", "Knob");
-    Double().Reset();
-    Double().AddDevice(0x00020000);
+    Double().Reset({0x00020000});
     // As a window that shows the trace: whoever traces waits for this thread.
     ph_SetTraceSink(
         [](int, const char*, void* window) { SendMessageA(static_cast<HWND>(window), WM_NULL, 0, 0); },
@@ -444,15 +437,10 @@ TEST_CASE("a telephone goes at any moment of a call and leaves nothing behind") 
         Double().TakeCalls();
         Double().Callback()(CALL, LINE_CALLSTATE, Double().Instance(), LINECALLSTATE_CONNECTED, 0, 0);
         caller.Type("Knob*value=1\r2\r3\r");
-        switch (random() % 4) {
-        case 0:
+        if (const auto way = random() % 4; way == 0) {
             caller.HangUp();
-            break;
-        case 1:
+        } else if (way == 1) {
             caller.Type(std::string(60000, 'x')); // takes seconds to be read
-            break;
-        default:
-            break;
         }
         Await([] { return false; }, random() % 4);
         DestroyWindow(control);

@@ -8,7 +8,6 @@
 #include <cstring>
 #include <map>
 #include <utility>
-#include <vector>
 
 namespace {
 
@@ -20,8 +19,10 @@ constexpr DWORD PORT_SIZE = sizeof(HANDLE) + sizeof PORT_NAME;
 
 class Provider final : public TelephonyDouble {
 public:
-    void Reset() override { *this = Provider(); }
-    void AddDevice(DWORD version) override { versions.push_back(version); }
+    void Reset(const std::vector<DWORD>& newVersions) override {
+        *this = Provider();
+        versions = newVersions;
+    }
     void Fail(const char* function, LONG result) override { results_[function] = result; }
     void SetPort(HANDLE newPort) override { port = newPort; }
     void SetNeededSize(DWORD size) override { neededSize = size; }

@@ -6,13 +6,12 @@
 
 #include <string>
 #include <tapi.h>
+#include <vector>
 
 class TelephonyDouble {
 public:
-    // No devices, no port, and every call succeeds.
-    virtual void Reset() = 0;
-    // A device that settles on that version; 0: on none.
-    virtual void AddDevice(DWORD version) = 0;
+    // No port, and every call succeeds. Of each device the version that it settles on; 0: on none.
+    virtual void Reset(const std::vector<DWORD>& versions) = 0;
 
     // What that function returns from now on; all except lineNegotiateAPIVersion do nothing then. 0: it works
     // again.

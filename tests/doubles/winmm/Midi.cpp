@@ -13,7 +13,6 @@
 #include <mutex>
 #include <set>
 #include <utility>
-#include <vector>
 
 namespace {
 
@@ -32,18 +31,17 @@ struct Port {
 
 class Driver final : public MidiDouble {
 public:
-    void Reset() override {
+    void Reset(const std::vector<std::string>& newInputs,
+               const std::vector<std::string>& newOutputs) override {
         const std::lock_guard guard(lock_);
-        inputs.clear();
-        outputs.clear();
+        inputs = newInputs;
+        outputs = newOutputs;
         results_.clear();
         delays_.clear();
         calls_.clear();
         ports_.clear();
         ResetEvent(goesOn_);
     }
-    void AddInput(const char* name) override { inputs.emplace_back(name); }
-    void AddOutput(const char* name) override { outputs.emplace_back(name); }
     void Fail(const char* function, MMRESULT result) override { results_[function] = result; }
     void Delay(const char* function, DWORD milliseconds) override { delays_[function] = milliseconds; }
     void EndDelays() override { SetEvent(goesOn_); }

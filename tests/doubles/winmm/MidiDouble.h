@@ -6,13 +6,12 @@
 
 #include <mmsystem.h>
 #include <string>
+#include <vector>
 
 class MidiDouble {
 public:
-    // No devices and no ports, and every call succeeds at once.
-    virtual void Reset() = 0;
-    virtual void AddInput(const char* name) = 0;
-    virtual void AddOutput(const char* name) = 0;
+    // These devices and no ports, and every call succeeds at once.
+    virtual void Reset(const std::vector<std::string>& inputs, const std::vector<std::string>& outputs) = 0;
 
     // What that function returns from now on without doing anything; MMSYSERR_NOERROR: it works again.
     virtual void Fail(const char* function, MMRESULT result) = 0;
