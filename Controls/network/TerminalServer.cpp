@@ -309,7 +309,8 @@ void TerminalServer::Send(std::string_view text) {
         if (count > 0) {
             text.remove_prefix(static_cast<std::size_t>(count));
         } else if (WSAGetLastError() != WSAEWOULDBLOCK) {
-            Drop();
+            clientEvents_ |= FD_CLOSE; // the peer is gone: what it sent before is still carried out
+            return;
         } else if (!WaitForRoom()) {
             return;
         }

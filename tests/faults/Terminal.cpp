@@ -59,8 +59,10 @@ void Round(Random& random, int) {
         const TestSocket terminal = TestSocket::Connected(TERMINAL_PORT);
         terminal.Receive(66);
         Load(knob, "properties=0,100,0");
-        terminal.Ask("\x03", 0); // what arrives together with it is dropped
-        const std::string answer = terminal.Ask("Level*value=7\n", 12);
+        terminal.Send("\x03");
+        terminal.Receive(1, 60); // what arrives together with it is dropped
+        terminal.Send("Level*value=7\n");
+        const std::string answer = terminal.Receive(12);
         Expect(answer == "LEVEL*value=", "the terminal answers %s", Shown(answer).c_str());
         Expect(Value(knob) == 7.0F, "the terminal sets %g", static_cast<double>(Value(knob)));
     }

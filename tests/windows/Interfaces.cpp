@@ -1,6 +1,5 @@
 // What the controls without a face and the mini views have in common: when they are seen, and their pictures.
 
-#include "Controls/framework/SharedResources.h"
 #include "tests/windows/TestPanel.h"
 
 #include <algorithm>
@@ -25,10 +24,19 @@ HWND CreateVisible(const TestPanel& panel, const char* className) {
     return window;
 }
 
-// The colours that a control shows of the given file, laid with its centre on that of the control.
-int CountEqualPixels(const Picture& shown, SIZE client, const char* file, int& compared) {
+struct Comparison {
+    int compared = 0;
+    int equal = 0;
+};
+
+// The colours that a control shows of a bitmap in the folder of the controls, laid with its centre on that of
+// the control.
+Comparison Compare(HWND control, const std::string& file) {
+    const Picture shown(control);
+    RECT client{};
+    GetClientRect(control, &client);
     char path[MAX_PATH];
-    a_MakeFullPathName(file, path);
+    a_MakeFullPathName(("Controls\\" + file).c_str(), path);
     const HBITMAP bitmap =
         static_cast<HBITMAP>(LoadImageA(nullptr, path, IMAGE_BITMAP, 0, 0, LR_LOADFROMFILE));
     REQUIRE((bitmap != nullptr));
@@ -36,23 +44,20 @@ int CountEqualPixels(const Picture& shown, SIZE client, const char* file, int& c
     const HGDIOBJ previous = SelectObject(dc, bitmap);
     BITMAP size{};
     GetObjectA(bitmap, sizeof size, &size);
-    int equal = 0;
-    compared = 0;
+    Comparison result;
     for (int y = 4; y < size.bmHeight - 4; ++y) { // the corners let the background through
         for (int x = 4; x < size.bmWidth - 4; ++x) {
             const COLORREF expected = GetPixel(dc, x, y);
-            if (expected == RGB(255, 0, 255)) {
-                continue;
-            }
-            ++compared;
-            equal +=
-                shown.At((client.cx - size.bmWidth) / 2 + x, (client.cy - size.bmHeight) / 2 + y) == expected;
+            const COLORREF colour =
+                shown.At((client.right - size.bmWidth) / 2 + x, (client.bottom - size.bmHeight) / 2 + y);
+            result.compared += expected != RGB(255, 0, 255) ? 1 : 0;
+            result.equal += expected != RGB(255, 0, 255) && colour == expected ? 1 : 0;
         }
     }
     SelectObject(dc, previous);
     DeleteDC(dc);
     DeleteObject(bitmap);
-    return equal;
+    return result;
 }
 
 } // namespace
@@ -68,16 +73,9 @@ TEST_CASE("interface controls are never seen in an operated panel, and show thei
 
         ph_SetMode(panel.Root(), 1);
         CHECK(IsWindowVisible(control));
-        RECT client{};
-        GetClientRect(control, &client);
-        CHECK(client.right == 32);
-        CHECK(client.bottom == 32);
-        std::string file = std::string("Controls\\") + (name + 1) + ".bmp";
-        int compared = 0;
-        const int equal =
-            CountEqualPixels(Picture(control), {client.right, client.bottom}, file.c_str(), compared);
-        CHECK(compared > 100);
-        CHECK(equal > (std::string("IMIDI") == name ? compared / 2 : compared - 1)); // names cover some
+        const Comparison picture = Compare(control, name + 1 + std::string(".bmp"));
+        CHECK(picture.compared > 100); // names cover some
+        CHECK(picture.equal > (std::string("IMIDI") == name ? picture.compared / 2 : picture.compared - 1));
         ph_SetMode(panel.Root(), 0);
         CHECK_FALSE(IsWindowVisible(control));
         ph_SetMode(panel.Root(), 1);
@@ -91,13 +89,10 @@ TEST_CASE("in a hidden panel interface controls are hidden before it is shown, t
         CAPTURE(std::string(name));
         const TestPanel panel;
         const HWND control = CreateVisible(panel, name);
-        SUBCASE("by the time the next message comes") {
-            CHECK(Await([&] { return !HasVisibleStyle(control); }));
-        }
-        SUBCASE("with the panel") {
-            ShowWindow(panel.Window(), SW_SHOWNOACTIVATE);
-            CHECK_FALSE(IsWindowVisible(control));
-        }
+        CHECK(Await([&] { return !HasVisibleStyle(control); }));
+        const HWND another = CreateVisible(panel, name);
+        ShowWindow(panel.Window(), SW_SHOWNOACTIVATE);
+        CHECK_FALSE(IsWindowVisible(another));
     }
     const TestFolder folder;
     const TestPanel panel;
@@ -120,10 +115,10 @@ TEST_CASE("mini views show their picture, with transparency where it can be read
         const HWND first = panel.Create(className.c_str(), "View");
         panel.Create(className.c_str(), "Another");
         CHECK(a_BitmapCount() == bitmaps + 1); // one for both
-        const std::string file = std::string("Controls\\Mini") + name + ".bmp";
-        int compared = 0;
-        CHECK(CountEqualPixels(Picture(first), {100, 40}, file.c_str(), compared) > compared * 9 / 10);
-        CHECK(compared > 500);
+        const std::string file = std::string("Mini") + name + ".bmp";
+        const Comparison picture = Compare(first, file);
+        CHECK(picture.compared > 500);
+        CHECK(picture.equal > picture.compared * 9 / 10);
 
         const std::string image = ProgramFolder() + "Controls\\Mini" + name + ".png";
         REQUIRE(MoveFileA(image.c_str(), (image + ".away").c_str()));
@@ -134,41 +129,38 @@ TEST_CASE("mini views show their picture, with transparency where it can be read
         const HWND without = other.Create(className.c_str(), "View");
         CHECK(MoveFileA((image + ".away").c_str(), image.c_str()));
         CHECK(a_BitmapCount() == bitmaps);
-        CHECK(CountEqualPixels(Picture(without), {100, 40}, file.c_str(), compared) == compared);
+        CHECK(Compare(without, file).equal == picture.compared);
     }
     CHECK(a_BitmapCount() == bitmaps);
 }
 
-TEST_CASE("classes load their picture, their lamps and the functions of the mail library when registered") {
-    const HINSTANCE library = GetModuleHandleA(CONTROL_LIBRARY);
-    const auto made = [&](SharedResource resource, const char* file) {
-        ControlClass row{};
-        row.resource = resource;
-        row.resourceFile = file;
-        ClassResources resources;
-        resources.Make(row, library);
-        return resources;
+TEST_CASE("interface controls that hold no value refuse one, and what else they do not have") {
+    const struct {
+        const char* className;
+        const char* tracedName;
+        std::vector<std::string> refused;
+    } rows[] = {
+        {"INETWORK", "Network", {"value=1", "connection=I", "can=nowhere", "can=:5", "can=host:0"}},
+        {"ITELEPHONE", "Telephone", {"value=1", "connection=I"}},
+        {"IMIDI", "Midi", {"connection=I", "run=", "run=on"}},
+        {"IWAVEGENERATOR",
+         "WaveGenerator",
+         {"value=1", "connection=I", "filename=x.wav", "format=8000 Hz,8bit", "signal=", "signal=Hz,1"}},
     };
-    for (const char* name : MINI_VIEWS) {
-        ClassResources view =
-            made(SharedResource::Picture, ("Controls\\Mini" + std::string(name) + ".bmp").c_str());
-        CHECK((view.picture != nullptr));
-        view.Release();
-        CHECK((view.picture == nullptr));
+    const TestPanel panel;
+    for (const auto& row : rows) {
+        CAPTURE(std::string(row.className));
+        const HWND control = panel.Create(row.className, "I");
+        TraceCapture trace;
+        for (const std::string& line : row.refused) {
+            CHECK(Load(control, line) == 0);
+            CHECK(trace.Count(TRACE_EDIT, "Error reading line " + line) == 1);
+        }
+        CHECK(Load(control, "nosuch=1") == 0);
+        CHECK(trace.Count(TRACE_DEBUG, row.tracedName + std::string(" Keyword not found: nosuch\n")) == 1);
+        CHECK(Text(control).empty());
+        DestroyWindow(control);
     }
-    ClassResources delay = made(SharedResource::DelayPictures, "Controls\\MiniDelay.bmp");
-    CHECK((delay.picture != nullptr));
-    CHECK((delay.lamps[0] != nullptr));
-    CHECK((delay.lamps[1] != nullptr));
-    delay.Release();
-    ClassResources mail = made(SharedResource::MessagingPicture, "Controls\\Messaging.bmp");
-    REQUIRE((mail.mailLibrary != nullptr));
-    for (std::size_t i = 0; i < mail.mailFunctions.size(); ++i) {
-        CAPTURE(std::string(MAIL_FUNCTIONS[i]));
-        CHECK((mail.mailFunctions[i] != nullptr));
-        CHECK((mail.mailFunctions[i] == GetProcAddress(mail.mailLibrary, MAIL_FUNCTIONS[i])));
-    }
-    mail.Release();
 }
 
 TEST_SUITE_END();

@@ -30,20 +30,19 @@ TEST_CASE("controls are shown when one of their layers is active, and all while 
         {"U3", {true, false, false, false, false}}, {" u2 , u64 ", {true, false, true, true, true}},
         {"", {true, true, true, true, true}},
     };
+    const auto check = [&](const bool(&shown)[5]) {
+        for (int i = 0; i < 5; ++i) {
+            CHECK(IsShown(controls[i]) == shown[i]);
+        }
+    };
     for (const auto& row : rows) {
         INFO("active: ", std::string(row.active));
         CHECK(Load(panel.Window(), std::string("layer=") + row.active) == 1);
-        for (int i = 0; i < 5; ++i) {
-            CHECK(IsShown(controls[i]) == row.shown[i]);
-        }
+        check(row.shown);
         ph_SetMode(panel.Root(), 1);
-        for (HWND control : controls) {
-            CHECK(IsShown(control));
-        }
+        check({true, true, true, true, true});
         ph_SetMode(panel.Root(), 0);
-        for (int i = 0; i < 5; ++i) {
-            CHECK(IsShown(controls[i]) == row.shown[i]);
-        }
+        check(row.shown);
     }
     std::uint64_t active = 1;
     CHECK(panel.Root()->OnGetActiveLayer(0, reinterpret_cast<LPARAM>(&active)) == 1);
@@ -64,12 +63,10 @@ TEST_CASE("a control moves to another layer, and unreadable layers are refused")
         CHECK(Load(panel.Window(), std::string("layer=") + bad) == 0);
         CHECK_FALSE(IsShown(lamp));
     }
-    Load(lamp, "layer=u1,u2");
-    CHECK(IsShown(lamp));
-    Load(lamp, "layer=u3");
-    CHECK_FALSE(IsShown(lamp));
-    Load(lamp, "layer="); // on every layer again
-    CHECK(IsShown(lamp));
+    for (const auto& [layers, isShown] : {std::pair{"u1,u2", true}, {"u3", false}, {"", true}}) {
+        Load(lamp, std::string("layer=") + layers);
+        CHECK(IsShown(lamp) == isShown);
+    }
 }
 
 TEST_CASE("a panel is saved the same whatever it shows just now") {

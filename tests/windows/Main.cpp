@@ -1,7 +1,5 @@
 // Loads the control library, as a host does, and runs the test cases.
 
-#include "tests/windows/TerminalClient.h"
-
 #define DOCTEST_CONFIG_IMPLEMENT
 #include "tests/windows/TestPanel.h"
 
@@ -56,9 +54,6 @@ int main(int argc, char** argv) {
     SetUnhandledExceptionFilter(FailAtCrash);
     AddVectoredExceptionHandler(1, FailAtOwnCrash);
     CopyReplacedLibraries();
-    if (argc > 1 && std::strcmp(argv[1], TERMINAL_CLIENT_SWITCH) == 0) {
-        return RunTerminalClient(argc - 2, argv + 2);
-    }
     if (LoadLibraryA(CONTROL_LIBRARY) == nullptr) {
         std::fprintf(stderr, "%s cannot be loaded: error %lu\n", CONTROL_LIBRARY, GetLastError());
         return 1;

@@ -11,8 +11,6 @@ TEST_SUITE_BEGIN("Midi");
 
 namespace {
 
-using Calls = std::vector<std::string>;
-
 // Not for other threads than that of the tests, which checks belong to.
 MidiDouble& Double() {
     const auto exported =
@@ -25,123 +23,106 @@ MidiDouble& Double() {
 class MidiPanel {
 public:
     MidiPanel() {
-        Double().Reset();
-        for (const char* name : {"Desk A", "Desk B"}) {
-            Double().AddInput(name);
-            Double().AddOutput(name);
-        }
+        Double().Reset({"Desk A", "Desk B"}, {"Desk A", "Desk B"});
         midi = panel.Create("IMIDI", "Midi1");
     }
 
     // Chooses the devices, opens the ports and sends what is to be sent at first.
     void Start(const char* devices = "driver=IN: Desk A, OUT: Desk A") const {
         CHECK(Load(midi, devices) == 1);
-        CHECK(Load(midi, "run=1") == 1);
-        REQUIRE(Text(midi, "run") == "1");
+        Run("run=1", "1");
         Poll(midi);
         Double().TakeCalls();
+    }
+    // Sets whether the ports are to be open; what it says about that afterwards.
+    void Run(const char* line, const char* shown) const {
+        CHECK(Load(midi, line) == 1);
+        CHECK(Text(midi, "run") == shown);
     }
     void Set(const char* keyword, int value) const {
         CHECK(Send(midi, COMMAND_SET, DATATYPE_INTEGER, &value, keyword) == 0);
     }
-    // What the next sending pass calls.
-    Calls Pass() const {
+    // The messages that the next sending pass sends to an open port.
+    std::string Pass() const {
+        static const std::string call = "midiOutShortMsg 0 ";
         Double().TakeCalls();
         Poll(midi);
-        return Double().TakeCalls();
+        std::string messages = Double().TakeCalls();
+        for (auto at = messages.find(call); at != std::string::npos; at = messages.find(call)) {
+            messages.erase(at, call.size());
+        }
+        return messages;
     }
 
     const TestPanel panel;
     HWND midi;
 };
 
-const Calls CLOSING{"midiInStop 0", "midiInReset 0", "midiInClose 0", "midiOutReset 0", "midiOutClose 0"};
+const std::string CLOSING = "midiInStop 0; midiInReset 0; midiInClose 0; midiOutReset 0; midiOutClose 0";
 
 } // namespace
-
-TEST_CASE("the double passes on what is not MIDI to the real library") {
-    const auto address =
-        reinterpret_cast<void*>(GetProcAddress(GetModuleHandleA("winmm.dll"), "mmioStringToFOURCCA"));
-    REQUIRE(address != nullptr);
-    CHECK(reinterpret_cast<decltype(&mmioStringToFOURCCA)>(address)("wave", 0) == 0x65766177);
-    HMODULE owner = nullptr;
-    GetModuleHandleExA(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
-                       static_cast<const char*>(address), &owner);
-    CHECK(owner == GetModuleHandleA("winmm_real.dll"));
-    CHECK(owner != nullptr);
-}
 
 TEST_CASE("the devices are those whose name occurs in the text, and the last one gives its name") {
     const struct {
         const char* text; // a form that is refused changes nothing
         LRESULT taken;
         const char* shown;
-        const char* opened[2];
+        const char* opened;
     } rows[] = {
-        {"IN: Desk B, OUT: Desk A", 1, "IN: Loop, OUT: Desk B", {"midiInOpen 2", "midiOutOpen 1"}},
-        {"IN: Desk A, OUT: none", 1, "IN: Loop, OUT: Desk B", {"midiInOpen 0", "midiOutOpen 0"}},
-        {"IN: Loop, OUT: none", 1, "IN: Loop, OUT: ", {"midiInOpen 3", "midiOutOpen 0"}},
-        {"IN: none, OUT: none", 1, "IN: , OUT: ", {"midiInOpen 0", "midiOutOpen 0"}},
-        {"IN: Desk A", 0, "IN: , OUT: ", {"midiInOpen 0", "midiOutOpen 0"}},
-        {"IN: , OUT: Desk A", 0, "IN: , OUT: ", {"midiInOpen 0", "midiOutOpen 0"}},
-        {"IN: Desk A, OUT: ", 0, "IN: , OUT: ", {"midiInOpen 0", "midiOutOpen 0"}},
-        {"OUT: Desk A, IN: Desk A", 0, "IN: , OUT: ", {"midiInOpen 0", "midiOutOpen 0"}},
+        {"IN: Desk B, OUT: Desk A", 1, "IN: Loop, OUT: Desk B", "midiInOpen 2; midiInStart 2; midiOutOpen 1"},
+        {"IN: Desk A, OUT: none", 1, "IN: Loop, OUT: Desk B", "midiInOpen 0; midiInStart 0; midiOutOpen 0"},
+        {"IN: Loop, OUT: none", 1, "IN: Loop, OUT: ", "midiInOpen 3; midiInStart 3; midiOutOpen 0"},
+        {"IN: none, OUT: none", 1, "IN: , OUT: ", "midiInOpen 0; midiInStart 0; midiOutOpen 0"},
+        {"IN: Desk A", 0, "IN: , OUT: ", "midiInOpen 0; midiInStart 0; midiOutOpen 0"},
+        {"IN: , OUT: Desk A", 0, "IN: , OUT: ", "midiInOpen 0; midiInStart 0; midiOutOpen 0"},
+        {"IN: Desk A, OUT: ", 0, "IN: , OUT: ", "midiInOpen 0; midiInStart 0; midiOutOpen 0"},
+        {"OUT: Desk A, IN: Desk A", 0, "IN: , OUT: ", "midiInOpen 0; midiInStart 0; midiOutOpen 0"},
     };
     for (const auto& row : rows) {
         CAPTURE(row.text);
         const MidiPanel test;
-        Double().Reset();
-        for (const char* name : {"Desk A", "Desk C", "Desk B", "Loop"}) {
-            Double().AddInput(name);
-        }
-        for (const char* name : {"Desk A", "Desk B"}) {
-            Double().AddOutput(name);
-        }
-        TraceCapture trace;
+        Double().Reset({"Desk A", "Desk C", "Desk B", "Loop"}, {"Desk A", "Desk B"});
+        const TraceCapture trace;
         CHECK(Load(test.midi, std::string("driver=") + row.text) == row.taken);
         CHECK(Text(test.midi, "driver") == row.shown);
         CHECK(trace.Count(TRACE_DEBUG, "1 Desk B\n") == row.taken);
         CHECK(trace.Count(TRACE_DEBUG, "3 Loop\n") == row.taken);
         Load(test.midi, "run=1");
-        CHECK(Double().TakeCalls() ==
-              Calls{row.opened[0], "midiInStart " + std::string(row.opened[0] + 11), row.opened[1]});
+        CHECK(Double().TakeCalls() == row.opened);
     }
 }
 
 TEST_CASE("without devices, with faulty ones and with too long a name") {
     const MidiPanel test;
-    Double().Reset();
-    TraceCapture trace;
-    CHECK(Load(test.midi, "driver=IN: Desk A, OUT: Desk A") == 1);
-    CHECK(Text(test.midi, "driver") == "IN: , OUT: ");
-    CHECK(Load(test.midi, "run=1") == 1);
-    CHECK(Text(test.midi, "run") == "0");
+    const TraceCapture trace;
+    const auto find = [&test] {
+        CHECK(Load(test.midi, "driver=IN: a name of thirty-two characters, OUT: Desk A") == 1);
+        return Text(test.midi, "driver");
+    };
+    Double().Reset({}, {});
+    CHECK(find() == "IN: , OUT: ");
+    test.Run("run=1", "0");
     CHECK(trace.Count(TRACE_DEBUG, "Midi 7: error 2 of 256 (0)\n") == 2);
 
-    Double().AddInput("a name of thirty-two characters!");
-    Double().AddOutput("Desk A");
+    Double().Reset({"a name of thirty-two characters!"}, {"Desk A"});
     Double().Fail("midiOutGetDevCapsA", 5);
-    CHECK(Load(test.midi, "driver=IN: a name of thirty-two characters, OUT: Desk A") == 1);
-    CHECK(Text(test.midi, "driver") == "IN: a name of thirty-two characters, OUT: ");
+    CHECK(find() == "IN: a name of thirty-two characters, OUT: ");
     CHECK(trace.Count(TRACE_DEBUG, "midiOutGetDevCaps error 5 for device 0\n") == 1);
     Double().Fail("midiInGetDevCapsA", 6); // the name of the last time does not count
-    CHECK(Load(test.midi, "driver=IN: a name of thirty-two characters, OUT: Desk A") == 1);
-    CHECK(Text(test.midi, "driver") == "IN: , OUT: ");
+    CHECK(find() == "IN: , OUT: ");
     CHECK(trace.Count(TRACE_DEBUG, "midiInGetDevCaps error 6 for device 0\n") == 1);
 }
 
 TEST_CASE("running opens and closes the ports in order") {
     const MidiPanel test;
-    TraceCapture trace;
+    const TraceCapture trace;
     CHECK(Load(test.midi, "driver=IN: Desk B, OUT: Desk B") == 1);
     for (const char* line : {"run=2", "run=-1", "run=0"}) {
-        CHECK(Load(test.midi, line) == 1);
+        test.Run(line, "0");
     }
-    CHECK(Load(test.midi, "run=") == 0);
-    CHECK(Load(test.midi, "run=on") == 0);
     CHECK(Double().TakeCalls().empty());
     CHECK(Load(test.midi, "run=1") == 1);
-    CHECK(Double().TakeCalls() == Calls{"midiInOpen 1", "midiInStart 1", "midiOutOpen 1"});
+    CHECK(Double().TakeCalls() == "midiInOpen 1; midiInStart 1; midiOutOpen 1");
     CHECK(Double().Instance() == static_cast<DWORD_PTR>(SendMessageA(test.midi, CWM_GETPROPERTIES, 0, 0)));
     CHECK(Load(test.midi, "run=2") == 1);
     CHECK(Load(test.midi, "driver=IN: Desk A, OUT: Desk A") == 1); // from the next opening on
@@ -153,9 +134,9 @@ TEST_CASE("running opens and closes the ports in order") {
     CHECK(Send(test.midi, COMMAND_SET, DATATYPE_INTEGER, &number, "run") == 1);
     CHECK(Text(test.midi, "run") == "0");
     CHECK(Double().TakeCalls() ==
-          Calls{"midiInStop 1", "midiInReset 1", "midiInClose 1", "midiOutReset 1", "midiOutClose 1"});
+          "midiInStop 1; midiInReset 1; midiInClose 1; midiOutReset 1; midiOutClose 1");
     CHECK(Load(test.midi, "run=1") == 1);
-    CHECK(Double().TakeCalls() == Calls{"midiInOpen 0", "midiInStart 0", "midiOutOpen 0"});
+    CHECK(Double().TakeCalls() == "midiInOpen 0; midiInStart 0; midiOutOpen 0");
     for (const char* line : {"MM_MIM_OPEN\n", "MM_MOM_OPEN\n"}) {
         CHECK(trace.Count(TRACE_DEBUG, line) == 2);
     }
@@ -167,118 +148,113 @@ TEST_CASE("running opens and closes the ports in order") {
 }
 
 TEST_CASE("whatever fails while closing is told, and the rest goes on") {
-    const char* const functions[] = {"midiInStop", "midiInReset", "midiInClose", "midiOutReset",
-                                     "midiOutClose"};
-    const int codes[] = {7, 11, 13, 14, 15};
+    const std::pair<const char*, int> steps[] = {{"midiInStop", 7},
+                                                 {"midiInReset", 11},
+                                                 {"midiInClose", 13},
+                                                 {"midiOutReset", 14},
+                                                 {"midiOutClose", 15}};
     const MidiPanel test;
     test.Start();
-    TraceCapture trace;
-    for (MMRESULT error = 0; error < 5; ++error) {
-        Double().Fail(functions[error], error + 1);
+    const TraceCapture trace;
+    for (const auto& [function, code] : steps) {
+        Double().Fail(function, static_cast<MMRESULT>(code + 100));
     }
     Double().Fail("midiInGetErrorTextA", 11);
     CHECK(Load(test.midi, "run=0") == 1);
     CHECK(Double().TakeCalls() == CLOSING);
-    for (int error = 0; error < 5; ++error) {
-        const std::string line = "Midi " + std::to_string(codes[error]) + ": error " +
-                                 std::to_string(error + 1) + " of 256 (11)\n";
-        CAPTURE(line);
-        CHECK(trace.Count(TRACE_DEBUG, line) == 1);
+    for (const auto& [function, code] : steps) {
+        CAPTURE(function);
+        CHECK(trace.Count(TRACE_DEBUG, "Midi " + std::to_string(code) + ": error " +
+                                           std::to_string(code + 100) + " of 256 (11)\n") == 1);
     }
     CHECK(Text(test.midi, "run") == "0");
     Double().CallInput(MM_MIM_DATA, 0x7F7FE0); // the input could not be closed
     CHECK(Text(test.midi, "chan1value") == "0");
 }
 
-TEST_CASE("an output is opened and used, and closed in the end, without its input") {
+TEST_CASE("an output is opened and used, and closed in the end, without its input, and the other way round") {
     for (const bool isOpenedAgain : {false, true}) {
         const MidiPanel test;
-        TraceCapture trace;
+        const TraceCapture trace;
         Double().Fail("midiInOpen", 4);
-        CHECK(Load(test.midi, "run=1") == 1);
-        CHECK(Text(test.midi, "run") == "0");
-        CHECK(Double().TakeCalls() == Calls{"midiInOpen 0", "midiOutOpen 0"});
-        CHECK(trace.Count(TRACE_DEBUG, "Midi 7: error 4 of 256 (0)\n") == 1);
+        test.Run("run=1", "0");
+        CHECK(Double().TakeCalls() == "midiInOpen 0; midiOutOpen 0");
         CHECK(test.Pass().empty());
         test.Set("chan3value", 5000);
-        CHECK(Text(test.midi, "chan3value") == "2039");
-        CHECK(test.Pass() == Calls{"midiOutShortMsg 0 007f70e2"});
+        CHECK(test.Pass() == "007f70e2");
         if (isOpenedAgain) {
             Double().Fail("midiInOpen", MMSYSERR_NOERROR);
-            CHECK(Load(test.midi, "run=1") == 1);
-            CHECK(Text(test.midi, "run") == "1");
+            test.Run("run=1", "1");
             CHECK(Double().OpenPorts() == 2);
-            CHECK(test.Pass().size() == 8);
+            CHECK(test.Pass().size() == 8 * 10 - 2);
         }
         DestroyWindow(test.midi);
         CHECK(Double().OpenPorts() == 0);
+        CHECK(trace.Count(TRACE_DEBUG, "Midi 7: error 4 of 256 (0)\n") == 1);
         CHECK(trace.CountContaining("Midi ") == 1);
     }
-}
-
-TEST_CASE("an input runs without its output") {
     const MidiPanel test;
-    TraceCapture trace;
+    const TraceCapture trace;
     Double().Fail("midiOutOpen", 4);
-    CHECK(Load(test.midi, "run=1") == 1);
-    CHECK(Text(test.midi, "run") == "1");
+    test.Run("run=1", "1");
     CHECK(test.Pass().empty());
     Double().CallInput(MM_MIM_DATA, 0x4000E7);
     CHECK(Text(test.midi, "chan8value") == "1024");
     CHECK(Load(test.midi, "run=0") == 1);
     CHECK(Double().OpenPorts() == 0);
-    for (const int code : {14, 15}) {
-        CHECK(trace.Count(TRACE_DEBUG, "Midi " + std::to_string(code) + ": error 5 of 256 (0)\n") == 1);
+    for (const char* code : {"14", "15"}) {
+        CHECK(trace.CountContaining(std::string("Midi ") + code + ": error 5 of 256 (0)\n") == 1);
     }
 }
 
 TEST_CASE("values are sent lowest channel first, once an interval") {
     const MidiPanel test;
+    CHECK(Load(test.midi, "interval=60000") == 1);
     test.Set("chan2value", 1000);
     CHECK(test.Pass().empty()); // no port yet
     CHECK(Load(test.midi, "run=1") == 1);
-    CHECK(test.Pass() == Calls{"midiOutShortMsg 0 000000e0", "midiOutShortMsg 0 003e80e1",
-                               "midiOutShortMsg 0 000000e2", "midiOutShortMsg 0 000000e3",
-                               "midiOutShortMsg 0 000000e4", "midiOutShortMsg 0 000000e5",
-                               "midiOutShortMsg 0 000000e6", "midiOutShortMsg 0 000000e7"});
+    CHECK(test.Pass() == "000000e0; 003e80e1; 000000e2; 000000e3; 000000e4; 000000e5; 000000e6; 000000e7");
     CHECK(test.Pass().empty());
     test.Set("chan8value", 1);
     test.Set("chan1value", -5);
-    SendMessageA(test.midi, WM_TIMER, 0, 0); // 1000 ms are not over
+    SendMessageA(test.midi, WM_TIMER, 0, 0); // which are not over
     CHECK(Double().TakeCalls().empty());
     SetCapture(test.midi);
     CHECK(test.Pass().empty());
     ReleaseCapture();
-    CHECK(test.Pass() == Calls{"midiOutShortMsg 0 000000e0", "midiOutShortMsg 0 000010e7"});
+    CHECK(test.Pass() == "000000e0; 000010e7");
 
     // Closed, the port has still its handle.
     CHECK(Load(test.midi, "run=0") == 1);
     test.Set("chan1value", 1);
-    CHECK(test.Pass() == Calls{"midiOutShortMsg invalid 000010e0"});
+    Double().TakeCalls();
+    Poll(test.midi);
+    CHECK(Double().TakeCalls() == "midiOutShortMsg invalid 000010e0");
 }
 
 TEST_CASE("a failing message ends the pass, a blocking one too") {
     const MidiPanel test;
     test.Start();
     TraceCapture trace;
-    for (const char* keyword : {"chan6value", "chan2value", "chan4value"}) {
-        test.Set(keyword, 16);
-    }
+    const auto set = [&test](std::initializer_list<const char*> keywords) {
+        for (const char* keyword : keywords) {
+            test.Set(keyword, 16);
+        }
+    };
+    set({"chan6value", "chan2value", "chan4value"});
     Double().Fail("midiOutShortMsg", 6);
-    CHECK(test.Pass() == Calls{"midiOutShortMsg 0 000100e1"});
+    CHECK(test.Pass() == "000100e1");
     CHECK(trace.Count(TRACE_DEBUG, "Midi 7: error 6 of 256 (0)\n") == 1);
     Double().Fail("midiOutShortMsg", MMSYSERR_NOERROR);
-    CHECK(test.Pass() == Calls{"midiOutShortMsg 0 000100e3", "midiOutShortMsg 0 000100e5"});
+    CHECK(test.Pass() == "000100e3; 000100e5");
 
-    for (const char* keyword : {"chan1value", "chan2value", "chan3value"}) {
-        test.Set(keyword, 16);
-    }
-    Double().Delay("midiOutShortMsg", 150);
-    CHECK(test.Pass() == Calls{"midiOutShortMsg 0 000100e0", "midiOutShortMsg 0 000100e1"});
-    CHECK(Load(test.midi, "interval=250") == 1);
-    SendMessageA(test.midi, WM_TIMER, 0, 0); // the interval begins after the calls
+    set({"chan1value", "chan2value", "chan3value"});
+    Double().Delay("midiOutShortMsg", 2000);
+    CHECK(test.Pass() == "000100e0");
+    CHECK(Load(test.midi, "interval=1900") == 1);
+    SendMessageA(test.midi, WM_TIMER, 0, 0); // the interval begins after the call
     CHECK(Double().TakeCalls().empty());
-    CHECK(test.Pass() == Calls{"midiOutShortMsg 0 000100e2"});
+    CHECK(test.Pass() == "000100e1");
 }
 
 TEST_CASE("channel values: what is taken and what is answered") {
@@ -292,7 +268,6 @@ TEST_CASE("channel values: what is taken and what is answered") {
         return Text(test.midi, keyword);
     };
     CHECK(set(12.5F) == "13");
-    CHECK(set(12.4F) == "12");
     CHECK(set(1e30F) == "2039");
     CHECK(set(-1e30F) == "0");
     CHECK(set(700) == "700");
@@ -308,18 +283,12 @@ TEST_CASE("channel values: what is taken and what is answered") {
 
     char text[TEXT_SIZE] = "700";
     CHECK(Send(test.midi, COMMAND_GET, DATATYPE_TEXT, text, keyword) == 1); // even when it is the same
-    int integer = 700;
-    CHECK(Send(test.midi, COMMAND_GET, DATATYPE_INTEGER, &integer, keyword) == 0);
-    integer = 699;
-    CHECK(Send(test.midi, COMMAND_GET, DATATYPE_INTEGER, &integer, keyword) == 1);
-    CHECK(integer == 700);
     for (const auto& [held, answered] : {std::pair{700.4F, 0}, {699.5F, 0}, {700.5F, 1}, {699.4F, 1}}) {
         CAPTURE(held);
         float number = held;
         CHECK(Send(test.midi, COMMAND_GET, DATATYPE_FLOAT, &number, keyword) == answered);
         CHECK(number == (answered == 1 ? 700.0F : held));
     }
-    CHECK(SendMessageA(test.midi, CWM_GETCONTROLTYPE, 0, 0) == 37);
 }
 
 TEST_CASE("received messages are traced, and pitch bends on eight channels are taken and not sent back") {
@@ -372,7 +341,7 @@ TEST_CASE("knobs and faders follow what is received and send what they are set t
         CHECK(Value(control) == 992.0F);
         CHECK(test.Pass().empty());
         CHECK(SetValue(control, 100.5F) == 1);
-        CHECK(test.Pass() == Calls{"midiOutShortMsg 0 000650e1"});
+        CHECK(test.Pass() == "000650e1");
         Poll(control); // keeps what lies between two whole numbers
         CHECK(Value(control) == 100.5F);
         char state[TEXT_SIZE] = "";
@@ -386,11 +355,11 @@ TEST_CASE("a driver that hangs while a port is closed holds nothing up, and the 
         CAPTURE(function);
         const MidiPanel test;
         test.Start();
-        Double().Delay(function, 2000);
-        const DWORD start = GetTickCount();
+        Double().Delay(function, INFINITE);
         DestroyWindow(test.midi);
-        CHECK(GetTickCount() - start < 1000);
+        CHECK(Double().OpenPorts() > 0);
         Double().CallInput(MM_MIM_DATA, 0x7F7FE3); // to nobody
+        Double().EndDelays();
         CHECK(Await([] { return Double().OpenPorts() == 0; }));
     }
 }
@@ -456,30 +425,16 @@ TEST_CASE("a panel is saved and loaded with its devices before its ports") {
     DestroyWindow(test.midi);
     TraceCapture trace;
     CHECK(ph_LoadPanel(test.panel.Root(), path.c_str()) == 1);
-    CHECK(Double().TakeCalls() == Calls{"midiInOpen 1", "midiInStart 1", "midiOutOpen 1"});
+    CHECK(Double().TakeCalls() == "midiInOpen 1; midiInStart 1; midiOutOpen 1");
     CHECK(trace.CountContaining("Error reading line") == 0); // values are no texts, and no reason to complain
     HWND midi = test.panel.Find("Midi1");
-    CHECK(Text(midi, "run") == "1");
-    CHECK(Text(midi, "interval") == "40");
-    CHECK(Load(midi, "chan1value=7", LOAD_FROM_FILE) == 0);
-    CHECK(trace.CountContaining("Error reading line") == 0);
     CHECK(Load(midi, "chan1value=7") == 0); // typed, it is told of
     CHECK(trace.Count(TRACE_EDIT, "Error reading line chan1value=7") == 1);
-    CHECK(Load(midi, "chan9value=7", LOAD_FROM_FILE) == 0);
-    CHECK(trace.Count(TRACE_DEBUG, "Midi Keyword not found: chan9value\n") == 1);
-    CHECK(Load(midi, "connection=Midi1") == 0);
-    CHECK(Load(midi, "nosuch=1") == 0);
-    CHECK(trace.Count(TRACE_DEBUG, "Midi Keyword not found: nosuch\n") == 1);
-    CHECK(trace.Count(TRACE_EDIT, "Not implemented nosuch=1") == 1);
 }
 
 TEST_CASE("the picture shows the names of the devices") {
     const MidiPanel test;
     ph_SetMode(test.panel.Root(), 1);
-    RECT client;
-    GetClientRect(test.midi, &client);
-    CHECK(client.right == 32); // that of the class
-    CHECK(client.bottom == 32);
     SetWindowPos(test.midi, nullptr, 0, 0, 300, 60, SWP_NOMOVE | SWP_NOZORDER);
     const auto darkPixels = [&](int top, int bottom) {
         const Picture picture(test.midi);
@@ -497,3 +452,5 @@ TEST_CASE("the picture shows the names of the devices") {
     CHECK(darkPixels(2, 20) > withoutNames + 30);
     CHECK(darkPixels(20, 58) == 0);
 }
+
+TEST_SUITE_END();

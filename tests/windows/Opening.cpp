@@ -72,14 +72,10 @@ void MoveParameters(const TestPanel& panel) {
         if (address.ends_with("*online")) {
             continue;
         }
-        const std::string number = before.substr(0, before.find(' '));
-        const std::string tries[] = {std::to_string(std::atoi(number.c_str()) + 1),
-                                     std::to_string(std::atoi(number.c_str()) - 1),
-                                     "Hishelv,123 Hz",
-                                     "0,123 Hz",
-                                     ",123 Hz",
-                                     "Moved"};
-        for (const std::string& text : tries) {
+        const int number = std::atoi(before.c_str());
+        for (const std::string& text :
+             {std::to_string(number + 1), std::to_string(number - 1), std::string("Hishelv,123 Hz"),
+              std::string("0,123 Hz"), std::string(",123 Hz"), std::string("Moved")}) {
             ph_SetParameter(panel.Root(), address.c_str(), text.c_str());
             if (panel.Parameter(address.c_str()) != before) {
                 break;
@@ -144,20 +140,18 @@ TEST_CASE("what is loaded, pasted or brought back moves no device, and that alon
     CHECK(Value(panel.Find("Inner")) == -3.0F);
 
     int loadings = 0;
-    const auto setElsewhere = [&] { // nested in the loading, on a panel that is not loaded
+    const auto setElsewhere = [&] { // within the loading, on a panel that is not loaded
         CHECK(a_IsLoading(panel.Root()));
         CHECK_FALSE(a_IsLoading(other.Root()));
         SetValue(elsewhere, static_cast<float>(-40 - ++loadings));
     };
-    const auto byFile = [&] { LoadFile(panel, AGAIN); };
-    const auto byText = [&] { a_LoadText(panel.Root(), AGAIN, "Test"); };
-    for (const auto& load : {std::function<void()>(byFile), std::function<void()>(byText)}) {
+    for (const bool isFile : {true, false}) {
         Load(panel.Find("Lamp"), "value=1");
         Load(panel.Find("Lamp"), "value=0"); // moves the knob, and by it the device
         CHECK(panel.Parameter("DEV*inner") == "0");
         const Values held = ParametersOf(panel);
         hook.onSet = setElsewhere;
-        load();
+        isFile ? LoadFile(panel, AGAIN) : a_LoadText(panel.Root(), AGAIN, "Test");
         hook.onSet = nullptr;
         CHECK(Value(panel.Find("Inner")) == 7.0F); // between controls all goes on
         CHECK(other.Parameter("DEV*knob") == std::to_string(-40 - loadings));
@@ -180,11 +174,10 @@ TEST_CASE("what is loaded, pasted or brought back moves no device, and that alon
 TEST_CASE("with onopen=send what is saved goes once to each device, when that is there") {
     const TestPanel panel;
     panel.Declare(Device("DEV"));
-    for (const char* place : {"first", "last"}) { // in the file
-        INFO(std::string(place));
-        CHECK(LoadFile(panel, place == std::string("first") ? std::string("onopen=send\r\n") + PANEL
-                                                            : PANEL + std::string("onopen=send\r\n")) ==
-              (place == std::string("first") ? 6 : 0));
+    const std::string send = "onopen=send\r\n";
+    for (const auto& [lines, created] : {std::pair{send + PANEL, 6}, {PANEL + send, 0}}) {
+        CAPTURE(created);
+        CHECK(LoadFile(panel, lines) == created);
         CHECK(panel.Parameter("DEV*knob") == "-30"); // of two lines the last
         CHECK(panel.Parameter("DEV*strip") == "-12");
         ph_SetParameter(panel.Root(), "DEV*knob", "-5");
@@ -216,19 +209,21 @@ TEST_CASE("with onopen=send what is saved goes once to each device, when that is
     ph_Tick(panel.Root());
     CHECK(panel.Parameter("LATE*knob") == "-7");
 
+    const auto saved = [&panel] {
+        const TestFolder folder;
+        REQUIRE(ph_SavePanel(panel.Root(), folder.Path("saved.panel").c_str()) == 1);
+        return ReadBytes(folder.Path("saved.panel"));
+    };
     for (const char* word : {"Send", " ", "yes"}) {
         CHECK(Load(panel.Window(), std::string("onopen=") + word) == 0);
     }
-    const TestFolder folder;
-    REQUIRE(ph_SavePanel(panel.Root(), folder.Path("saved.panel").c_str()) == 1);
-    CHECK(ReadBytes(folder.Path("saved.panel")).starts_with("onopen=send\r\n"));
+    CHECK(saved().starts_with(send));
     for (const char* word : {"follow", ""}) {
         CHECK(Load(panel.Window(), "onopen=send") == 1);
         CHECK(Load(panel.Window(), std::string("onopen=") + word) == 1);
         CHECK(Text(panel.Window(), "onopen") == "follow");
     }
-    REQUIRE(ph_SavePanel(panel.Root(), folder.Path("saved.panel").c_str()) == 1);
-    CHECK(ReadBytes(folder.Path("saved.panel")).starts_with("control="));
+    CHECK(saved().starts_with("control="));
 }
 
 TEST_SUITE_END();

@@ -48,35 +48,15 @@ LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lPar
 
 int refusals = 0;
 
+std::string PathOf(HMODULE module) {
+    char path[MAX_PATH];
+    return {path, GetModuleFileNameA(module, path, sizeof path)};
+}
+
 // One request of the size of a line or more: the compiler's runtime needs some to tell of it.
 void* __cdecl RefuseMemory(std::size_t size) {
     constexpr std::size_t LINE = 48;
     return size < LINE || refusals++ > 0 ? std::malloc(size) : nullptr;
-}
-
-// Where the module's imports hold the address of that function.
-void** ImportOf(HMODULE module, const void* function) {
-    auto* base = reinterpret_cast<char*>(module);
-    const auto* dos = reinterpret_cast<IMAGE_DOS_HEADER*>(base);
-    const auto* headers = reinterpret_cast<IMAGE_NT_HEADERS*>(base + dos->e_lfanew);
-    const auto& directory = headers->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT];
-    auto* library = reinterpret_cast<IMAGE_IMPORT_DESCRIPTOR*>(base + directory.VirtualAddress);
-    for (; library->Name != 0; ++library) {
-        for (auto** entry = reinterpret_cast<void**>(base + library->FirstThunk); *entry != nullptr;
-             ++entry) {
-            if (*entry == function) {
-                return entry;
-            }
-        }
-    }
-    return nullptr;
-}
-
-void Write(void** place, void* value) {
-    DWORD protection = 0;
-    VirtualProtect(place, sizeof value, PAGE_READWRITE, &protection);
-    *place = value;
-    VirtualProtect(place, sizeof value, protection, &protection);
 }
 
 } // namespace
@@ -96,17 +76,8 @@ OwnControl::~OwnControl() {
     saving = Saves;
 }
 
-NoMemory::NoMemory(HMODULE module) {
-    void* allocate = reinterpret_cast<void*>(GetProcAddress(GetModuleHandleA("msvcrt.dll"), "malloc"));
-    import_ = ImportOf(module, allocate);
-    REQUIRE(import_ != nullptr);
+NoMemory::NoMemory(HMODULE module) : hook_(PathOf(module).c_str(), "malloc", RefuseMemory) {
     refusals = 0;
-    original_ = *import_;
-    Write(import_, reinterpret_cast<void*>(RefuseMemory));
-}
-
-NoMemory::~NoMemory() {
-    Write(import_, original_);
 }
 
 int NoMemory::Refusals() const {

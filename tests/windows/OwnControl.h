@@ -1,6 +1,6 @@
 #pragma once
 
-#include <windows.h>
+#include "tests/windows/ImportHook.h"
 
 // A control class of the test program, as another library of controls could have it. Registered, with the
 // system and with the host, while one of these lives; what its controls do when they are saved is said by the
@@ -20,13 +20,9 @@ public:
 class NoMemory {
 public:
     explicit NoMemory(HMODULE module);
-    ~NoMemory();
-    NoMemory(const NoMemory&) = delete;
-    NoMemory& operator=(const NoMemory&) = delete;
 
     int Refusals() const;
 
 private:
-    void** import_;
-    void* original_;
+    ImportHook hook_;
 };

@@ -2,11 +2,12 @@
 
 #include "tests/windows/Resources.h"
 
-#include "Panelhost/Panelhost.h"
+#include "tests/windows/TestPanel.h"
 
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <sstream>
 #include <tlhelp32.h>
 #include <vector>
 #include <winternl.h>
@@ -93,23 +94,30 @@ int CountWindows() {
     return count;
 }
 
-int CountThreads() {
+} // namespace
+
+std::set<DWORD> ListThreads() {
     HANDLE snapshot = CreateToolhelp32Snapshot(TH32CS_SNAPTHREAD, 0);
     THREADENTRY32 entry{};
     entry.dwSize = sizeof entry;
-    int count = 0;
+    std::set<DWORD> threads;
     for (BOOL found = Thread32First(snapshot, &entry); found; found = Thread32Next(snapshot, &entry)) {
-        count += entry.th32OwnerProcessID == GetCurrentProcessId() ? 1 : 0;
+        if (entry.th32OwnerProcessID == GetCurrentProcessId()) {
+            threads.insert(entry.th32ThreadID);
+        }
     }
     CloseHandle(snapshot);
-    return count;
+    return threads;
 }
 
-} // namespace
-
 Resources CountResources() {
-    return {a_HostinfoCount(),    a_BitmapCount(), a_FontCount(), CountGdiObjects(),
-            CountKernelHandles(), CountWindows(),  CountThreads()};
+    return {a_HostinfoCount(),
+            a_BitmapCount(),
+            a_FontCount(),
+            CountGdiObjects(),
+            CountKernelHandles(),
+            CountWindows(),
+            static_cast<int>(ListThreads().size())};
 }
 
 int CountHeapBlocks() {
@@ -125,4 +133,26 @@ int CountHeapBlocks() {
         HeapUnlock(heaps[i]);
     }
     return count;
+}
+
+std::string LeftBehind(int rounds, const std::function<void()>& live) {
+    live();
+    live();
+    const Resources before = CountResources();
+    const int blocks = CountHeapBlocks();
+    for (int round = 0; round < rounds; ++round) {
+        live();
+    }
+    Resources after = CountResources();
+    const int blocksAfter = CountHeapBlocks();
+    const bool isAll = Await([&] {
+        after = CountResources().Settled(before);
+        return after == before;
+    });
+    if (isAll && blocksAfter < blocks + 5 + rounds / 4) {
+        return "";
+    }
+    std::ostringstream text;
+    text << before << " blocks " << blocks << "; then " << after << " blocks " << blocksAfter;
+    return text.str();
 }

@@ -1,6 +1,11 @@
 #pragma once
 
+#include <windows.h>
+
+#include <functional>
 #include <ostream>
+#include <set>
+#include <string>
 
 // What this process holds at the moment.
 struct Resources {
@@ -30,5 +35,9 @@ struct Resources {
 };
 
 Resources CountResources();
+std::set<DWORD> ListThreads(); // of this process
 // Blocks on all heaps. Caches of the system let it vary a little.
 int CountHeapBlocks();
+// What is left behind by something that comes and goes that often: no text when it is nothing. The first
+// times may fill caches.
+std::string LeftBehind(int rounds, const std::function<void()>& live);

@@ -1,11 +1,10 @@
 #include "tests/windows/TerminalClient.h"
 
-#include <cstdio>
+#include "tests/windows/TestPanel.h"
+
 #include <utility>
 
 namespace {
-
-constexpr DWORD QUIET = 60; // milliseconds after which nothing more is expected
 
 sockaddr_in Loopback(u_short port) {
     sockaddr_in address{};
@@ -15,33 +14,7 @@ sockaddr_in Loopback(u_short port) {
     return address;
 }
 
-// Runs the attempt until it succeeds or that many milliseconds have passed without progress.
-template <class Attempt>
-bool Await(DWORD patience, Attempt attempt) {
-    for (DWORD start = GetTickCount(); GetTickCount() - start < patience; Pump()) {
-        if (attempt()) {
-            return true;
-        }
-    }
-    return false;
-}
-
-std::string Unescaped(const char* text) {
-    std::string bytes;
-    for (; *text != '\0'; ++text) {
-        bytes += *text == '^' && text[1] != '\0' ? static_cast<char>(*++text - '@') : *text;
-    }
-    return bytes;
-}
-
 } // namespace
-
-void Pump() {
-    MsgWaitForMultipleObjects(0, nullptr, FALSE, 1, QS_ALLINPUT);
-    for (MSG message; PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE);) {
-        DispatchMessageA(&message);
-    }
-}
 
 TestSocket::TestSocket(SOCKET socket) : socket_(socket) {
     u_long isNonBlocking = 1;
@@ -85,57 +58,40 @@ void TestSocket::Reset() {
 std::size_t TestSocket::Send(const std::string& bytes, DWORD patience) const {
     std::size_t sent = 0;
     const auto sendSome = [&] {
-        const std::size_t rest = bytes.size() - sent;
-        const int count =
-            send(socket_, bytes.data() + sent, static_cast<int>(rest < 65536 ? rest : 65536), 0);
+        const int count = send(socket_, bytes.data() + sent, static_cast<int>(bytes.size() - sent), 0);
         sent += count > 0 ? static_cast<std::size_t>(count) : 0;
-        return count > 0 || WSAGetLastError() != WSAEWOULDBLOCK;
+        return sent == bytes.size() || (count < 0 && WSAGetLastError() != WSAEWOULDBLOCK);
     };
-    for (std::size_t before = 0; sent < bytes.size(); before = sent) {
-        if (!Await(patience, sendSome) || sent == before) {
-            break;
-        }
-    }
+    Await(sendSome, patience);
     return sent;
 }
 
 std::string TestSocket::Receive(std::size_t count, DWORD patience) const {
-    std::string received;
+    std::string received(count, '\0');
+    std::size_t size = 0;
     const auto receiveSome = [&] {
-        char block[4096];
-        const std::size_t rest = count - received.size();
-        const int got = recv(socket_, block, static_cast<int>(rest < sizeof block ? rest : sizeof block), 0);
-        if (got > 0) {
-            received.append(block, static_cast<std::size_t>(got));
-        }
-        return got >= 0 || WSAGetLastError() != WSAEWOULDBLOCK;
+        const int got = recv(socket_, received.data() + size, static_cast<int>(count - size), 0);
+        size += got > 0 ? static_cast<std::size_t>(got) : 0;
+        return size == count || got == 0 || (got < 0 && WSAGetLastError() != WSAEWOULDBLOCK);
     };
-    for (std::size_t before = 0; received.size() < count; before = received.size()) {
-        if (!Await(patience, receiveSome) || received.size() == before) {
-            break;
-        }
-    }
+    Await(receiveSome, patience);
+    received.resize(size);
     return received;
 }
 
-std::string TestSocket::Ask(const std::string& bytes, std::size_t expectedCount) const {
-    Send(bytes);
-    const std::string answer = Receive(expectedCount);
-    return answer + Receive(4096, QUIET);
-}
-
 bool TestSocket::AwaitEnd(DWORD patience) const {
-    return Await(patience, [&] {
+    const auto hasEnded = [this] {
         char block[4096];
         const int got = recv(socket_, block, sizeof block, 0);
         return got == 0 || (got < 0 && WSAGetLastError() != WSAEWOULDBLOCK);
-    });
+    };
+    return Await(hasEnded, patience);
 }
 
-TestListener::TestListener() : socket_(socket(AF_INET, SOCK_STREAM, 0)) {
-    sockaddr_in address = Loopback(0);
+TestListener::TestListener(u_short port) : socket_(socket(AF_INET, SOCK_STREAM, 0)) {
+    sockaddr_in address = Loopback(port);
     int length = sizeof address;
-    bind(socket_.Get(), reinterpret_cast<const sockaddr*>(&address), sizeof address);
+    isBound_ = bind(socket_.Get(), reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0;
     listen(socket_.Get(), 5);
     getsockname(socket_.Get(), reinterpret_cast<sockaddr*>(&address), &length);
     port_ = ntohs(address.sin_port);
@@ -143,24 +99,9 @@ TestListener::TestListener() : socket_(socket(AF_INET, SOCK_STREAM, 0)) {
 
 TestSocket TestListener::Accept() const {
     TestSocket accepted;
-    Await(5000, [&] {
+    Await([&] {
         accepted = TestSocket(accept(socket_.Get(), nullptr, nullptr));
         return accepted.IsOpen();
     });
     return accepted;
-}
-
-int RunTerminalClient(int count, char** arguments) {
-    WSADATA data;
-    WSAStartup(0x0202, &data);
-    const TestSocket terminal = TestSocket::Connected(TERMINAL_PORT);
-    for (int i = 0; i + 1 < count; i += 2) {
-        const std::string expected = Unescaped(arguments[i + 1]);
-        const std::string answer = terminal.Ask(Unescaped(arguments[i]), expected.size());
-        if (answer != expected) {
-            std::printf("\"%s\" was answered by \"%s\"\n", arguments[i], answer.c_str());
-            return i / 2 + 1;
-        }
-    }
-    return 0;
 }

@@ -216,10 +216,11 @@ void Poll(HWND control) {
 }
 
 bool Await(const std::function<bool()>& condition, DWORD patience) {
-    for (const DWORD start = GetTickCount(); !condition(); Sleep(1)) {
+    for (const DWORD start = GetTickCount(); !condition();) {
         if (GetTickCount() - start > patience) {
             return false;
         }
+        MsgWaitForMultipleObjects(0, nullptr, FALSE, 1, QS_ALLINPUT);
         for (MSG message; PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE);) {
             DispatchMessageA(&message);
         }

@@ -19,13 +19,15 @@ constexpr DWORD PORT_SIZE = sizeof(HANDLE) + sizeof PORT_NAME;
 
 class Provider final : public TelephonyDouble {
 public:
-    void Reset() override { *this = Provider(); }
-    void AddDevice(DWORD version) override { versions.push_back(version); }
+    void Reset(const std::vector<DWORD>& newVersions) override {
+        *this = Provider();
+        versions = newVersions;
+    }
     void Fail(const char* function, LONG result) override { results_[function] = result; }
     void SetPort(HANDLE newPort) override { port = newPort; }
     void SetNeededSize(DWORD size) override { neededSize = size; }
     void SetOffset(DWORD newOffset) override { offset = newOffset; }
-    std::vector<std::string> TakeCalls() override { return std::exchange(calls_, {}); }
+    std::string TakeCalls() override { return std::exchange(calls_, {}); }
     LINECALLBACK Callback() const override { return callback; }
     DWORD_PTR Instance() const override { return instance; }
 
@@ -36,7 +38,7 @@ public:
         va_start(list, format);
         std::vsnprintf(arguments, sizeof arguments, format, list);
         va_end(list);
-        calls_.push_back(std::string(function) + arguments);
+        calls_ += (calls_.empty() ? "" : "; ") + std::string(function) + arguments;
         const auto result = results_.find(function);
         return result == results_.end() ? 0 : result->second;
     }
@@ -50,7 +52,7 @@ public:
 
 private:
     std::map<std::string, LONG> results_;
-    std::vector<std::string> calls_;
+    std::string calls_;
 };
 Provider provider;
 

@@ -10,10 +10,8 @@
 
 class TelephonyDouble {
 public:
-    // No devices, no port, and every call succeeds.
-    virtual void Reset() = 0;
-    // A device that settles on that version; 0: on none.
-    virtual void AddDevice(DWORD version) = 0;
+    // No port, and every call succeeds. Of each device the version that it settles on; 0: on none.
+    virtual void Reset(const std::vector<DWORD>& versions) = 0;
 
     // What that function returns from now on; all except lineNegotiateAPIVersion do nothing then. 0: it works
     // again.
@@ -25,8 +23,8 @@ public:
     virtual void SetOffset(DWORD offset) = 0;
 
     // The calls since the last time: name and arguments, sizes and versions in the way that they are written
-    // down.
-    virtual std::vector<std::string> TakeCalls() = 0;
+    // down. "; " stands between them.
+    virtual std::string TakeCalls() = 0;
     // Callback of the application that was initialised as the last, instance of the line opened as the last.
     virtual LINECALLBACK Callback() const = 0;
     virtual DWORD_PTR Instance() const = 0;

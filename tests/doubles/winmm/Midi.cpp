@@ -31,21 +31,22 @@ struct Port {
 
 class Driver final : public MidiDouble {
 public:
-    void Reset() override {
+    void Reset(const std::vector<std::string>& newInputs,
+               const std::vector<std::string>& newOutputs) override {
         const std::lock_guard guard(lock_);
-        inputs.clear();
-        outputs.clear();
+        inputs = newInputs;
+        outputs = newOutputs;
         results_.clear();
         delays_.clear();
         calls_.clear();
         ports_.clear();
+        ResetEvent(goesOn_);
     }
-    void AddInput(const char* name) override { inputs.emplace_back(name); }
-    void AddOutput(const char* name) override { outputs.emplace_back(name); }
     void Fail(const char* function, MMRESULT result) override { results_[function] = result; }
     void Delay(const char* function, DWORD milliseconds) override { delays_[function] = milliseconds; }
+    void EndDelays() override { SetEvent(goesOn_); }
 
-    std::vector<std::string> TakeCalls() override {
+    std::string TakeCalls() override {
         const std::lock_guard guard(lock_);
         return std::exchange(calls_, {});
     }
@@ -64,7 +65,7 @@ public:
     // What the test wants of a call of that function.
     MMRESULT Begin(const char* function) {
         if (const auto delay = delays_.find(function); delay != delays_.end()) {
-            Sleep(delay->second);
+            WaitForSingleObject(goesOn_, delay->second);
         }
         const auto result = results_.find(function);
         return result == results_.end() ? MMRESULT{MMSYSERR_NOERROR} : result->second;
@@ -133,7 +134,7 @@ private:
 
     void Log(const std::string& call) {
         const std::lock_guard guard(lock_);
-        calls_.push_back(call);
+        calls_ += (calls_.empty() ? "" : "; ") + call;
     }
 
     Port* Find(bool isInput, const void* handle) {
@@ -167,11 +168,12 @@ private:
         idle_.notify_all();
     }
 
+    HANDLE goesOn_ = CreateEventA(nullptr, TRUE, FALSE, nullptr);
     mutable std::mutex lock_;
     std::condition_variable idle_;
     std::map<std::string, MMRESULT> results_;
     std::map<std::string, DWORD> delays_;
-    std::vector<std::string> calls_;
+    std::string calls_;
     std::deque<Port> ports_; // stay where they are
 };
 Driver driver;

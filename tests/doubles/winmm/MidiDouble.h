@@ -1,5 +1,5 @@
 // How a test drives the double of winmm.dll: devices and failures to come, calls that have been made, and
-// messages from the input. Everything else of winmm.dll is passed on to the real one.
+// messages from the input. What else the control library needs of winmm.dll is passed on to the real one.
 #pragma once
 
 #include <windows.h>
@@ -10,19 +10,18 @@
 
 class MidiDouble {
 public:
-    // No devices and no ports, and every call succeeds at once.
-    virtual void Reset() = 0;
-    virtual void AddInput(const char* name) = 0;
-    virtual void AddOutput(const char* name) = 0;
+    // These devices and no ports, and every call succeeds at once.
+    virtual void Reset(const std::vector<std::string>& inputs, const std::vector<std::string>& outputs) = 0;
 
     // What that function returns from now on without doing anything; MMSYSERR_NOERROR: it works again.
     virtual void Fail(const char* function, MMRESULT result) = 0;
-    // Every call of that function takes so long from now on.
+    // Every call of that function takes so long from now on, or until the delays are ended.
     virtual void Delay(const char* function, DWORD milliseconds) = 0;
+    virtual void EndDelays() = 0;
 
     // The calls since the last time, apart from those that ask: name and arguments, the handle as the device
-    // that it stands for.
-    virtual std::vector<std::string> TakeCalls() = 0;
+    // that it stands for. "; " stands between them.
+    virtual std::string TakeCalls() = 0;
     virtual int OpenPorts() const = 0;
     // The instance data of the port that was opened as the last.
     virtual DWORD_PTR Instance() const = 0;
