@@ -98,7 +98,7 @@ void PressKey(WPARAM key, bool shift) {
 }
 
 bool WaitForMenu(bool isOpen) {
-    for (int i = 0; i < 400; ++i) {
+    for (int i = 0; i < 4000; ++i) {
         if ((FindWindowA("#32768", nullptr) != nullptr) == isOpen) {
             return true;
         }
@@ -110,18 +110,30 @@ bool WaitForMenu(bool isOpen) {
     return false;
 }
 
-void ChooseFromMenu(HWND owner, int down, const std::function<void()>& open) {
-    std::thread user([owner, down] {
+void ChooseFromMenu(HWND panel, int childId, int down) {
+    std::thread user([panel, down] {
         WaitForMenu(true);
         for (int i = 0; i < down; ++i) {
-            PostMessageA(owner, WM_KEYDOWN, VK_DOWN, 0);
+            PostMessageA(panel, WM_KEYDOWN, VK_DOWN, 0);
         }
-        PostMessageA(owner, WM_KEYDOWN, VK_RETURN, 0);
+        PostMessageA(panel, WM_KEYDOWN, VK_RETURN, 0);
         if (!WaitForMenu(false)) {
-            PostMessageA(owner, WM_KEYDOWN, VK_ESCAPE, 0);
+            PostMessageA(panel, WM_KEYDOWN, VK_ESCAPE, 0);
         }
     });
-    open();
+    SendMessageA(panel, WM_CONTEXTMENU, reinterpret_cast<WPARAM>(Item(panel, childId)), At(200, 200));
     user.join();
     Pump(1);
+}
+
+void PutOnClipboard(UINT format, const void* bytes, std::size_t size) {
+    REQUIRE(OpenClipboard(nullptr));
+    EmptyClipboard();
+    if (bytes != nullptr) {
+        const HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE, size);
+        std::memcpy(GlobalLock(block), bytes, size);
+        GlobalUnlock(block);
+        SetClipboardData(format, block);
+    }
+    CloseClipboard();
 }

@@ -4,7 +4,6 @@
 
 #include <commctrl.h>
 #include <cstring>
-#include <functional>
 #include <string>
 #include <thread>
 #include <vector>
@@ -98,6 +97,10 @@ void PressKey(WPARAM key, bool shift = false);
 
 // Whether a menu opens, or closes, soon. Called from another thread.
 bool WaitForMenu(bool isOpen);
-// Chooses an entry of the menu that the action opens, by the number of steps down. One that cannot be chosen
-// is left by Escape.
-void ChooseFromMenu(HWND owner, int down, const std::function<void()>& open);
+// Chooses an entry of the menu of a child, by the number of steps down. One that cannot be chosen is left by
+// Escape.
+void ChooseFromMenu(HWND panel, int childId, int down);
+constexpr int COPY = 1, PASTE = 2; // the entries
+
+// Null only empties it.
+void PutOnClipboard(UINT format, const void* bytes, std::size_t size);

@@ -185,7 +185,7 @@ constexpr Event EVENTS[] = {
      [](const Scene& scene) {
          for (const char* line : {"value=5", "properties=0,100,7", "relative=1", "connection=TRAP;TRAP",
                                   "function=TRAP;TRAP;TRAP", "valuescopy=1,2", "mode=increment",
-                                  "PEQ,1000,3,1", "config=nosuch"}) {
+                                  "PEQ,1000,3,1", "config=TwoWayHigh"}) {
              scene.Arm();
              Load(scene.control, line);
          }

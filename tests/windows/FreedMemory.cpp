@@ -1,112 +1,104 @@
 #include "tests/windows/FreedMemory.h"
 
+#include "tests/windows/ImportHook.h"
 #include "tests/windows/TestPanel.h"
 
 #include <algorithm>
-#include <cstring>
 
 namespace {
 
 constexpr std::size_t SMALLEST = 150; // the objects; smaller blocks would take a page each for nothing
 constexpr std::size_t PAGE = 4096;
-constexpr std::size_t PAGE_COUNT = 65536; // once they are used up, blocks come from the heap again
+constexpr std::size_t SLOT = 2 * PAGE;    // for one block
+constexpr std::size_t SLOT_COUNT = 32768; // a slot is used again when all others were
+constexpr int ATTEMPTS = 64;              // to find one that is free; then the block comes from the heap
+constexpr std::size_t ALIGNMENT = 16;
+constexpr int NEVER_WRITTEN = 0xCD;
 
-using Allocate = void*(__cdecl*)(std::size_t);
-using Reallocate = void*(__cdecl*)(void*, std::size_t);
-using Free = void(__cdecl*)(void*);
+using Allocate = void*(std::size_t);
+using Reallocate = void*(void*, std::size_t);
+using Free = void(void*);
 
-char* pages = nullptr;
-std::size_t sizes[PAGE_COUNT];
+char* slots = nullptr;
+LONG sizes[SLOT_COUNT]; // of the blocks; 0: the slot is free
 LONG taken = 0;
-Allocate heapAllocate = nullptr;
-Reallocate heapReallocate = nullptr;
-Free heapFree = nullptr;
+Allocate* heapAllocate = nullptr;
+Reallocate* heapReallocate = nullptr;
+Free* heapFree = nullptr;
 
-bool IsPage(const void* block) {
+bool IsTrap(const void* block) {
     const auto* byte = static_cast<const char*>(block);
-    return byte >= pages && byte < pages + PAGE_COUNT * PAGE;
+    return byte >= slots && byte < slots + SLOT_COUNT * SLOT;
 }
 
-void* __cdecl TrapAllocate(std::size_t size) {
-    if (size < SMALLEST || size > PAGE || taken >= static_cast<LONG>(PAGE_COUNT)) {
-        return heapAllocate(size);
-    }
-    const LONG page = InterlockedIncrement(&taken) - 1;
-    if (page >= static_cast<LONG>(PAGE_COUNT)) {
-        return heapAllocate(size);
-    }
-    sizes[page] = size;
-    return VirtualAlloc(pages + static_cast<std::size_t>(page) * PAGE, PAGE, MEM_COMMIT, PAGE_READWRITE);
+std::size_t SlotOf(const void* block) {
+    return static_cast<std::size_t>(static_cast<const char*>(block) - slots) / SLOT;
 }
 
-void __cdecl TrapFree(void* block) {
-    if (IsPage(block)) {
-        VirtualFree(block, PAGE, MEM_DECOMMIT);
-    } else {
+void* TrapAllocate(std::size_t size) {
+    for (int attempt = 0; attempt < ATTEMPTS && size >= SMALLEST && size <= SLOT; ++attempt) {
+        const std::size_t slot = static_cast<std::size_t>(InterlockedIncrement(&taken)) % SLOT_COUNT;
+        if (InterlockedCompareExchange(&sizes[slot], static_cast<LONG>(size), 0) != 0) {
+            continue;
+        }
+        const std::size_t held = (size + PAGE - 1) / PAGE * PAGE;
+        auto* pages = static_cast<char*>(VirtualAlloc(slots + slot * SLOT, held, MEM_COMMIT, PAGE_READWRITE));
+        if (pages == nullptr) {
+            return nullptr;
+        }
+        // At the end of its pages, so that nobody goes beyond it either.
+        return std::memset(pages + held - (size + ALIGNMENT - 1) / ALIGNMENT * ALIGNMENT, NEVER_WRITTEN,
+                           size);
+    }
+    return heapAllocate(size);
+}
+
+void TrapFree(void* block) {
+    if (!IsTrap(block)) {
         heapFree(block);
+        return;
     }
+    *static_cast<volatile char*>(block) = 0; // crashes at what was freed before
+    VirtualFree(slots + SlotOf(block) * SLOT, SLOT, MEM_DECOMMIT);
+    InterlockedExchange(&sizes[SlotOf(block)], 0);
 }
 
-void* __cdecl TrapReallocate(void* block, std::size_t size) {
-    if (!IsPage(block)) {
+void* TrapReallocate(void* block, std::size_t size) {
+    if (!IsTrap(block)) {
         return heapReallocate(block, size);
     }
-    const std::size_t held = sizes[static_cast<std::size_t>(static_cast<char*>(block) - pages) / PAGE];
     void* moved = heapAllocate(size);
-    std::memcpy(moved, block, std::min(held, size));
-    TrapFree(block);
+    if (moved != nullptr) {
+        std::memcpy(moved, block, std::min(static_cast<std::size_t>(sizes[SlotOf(block)]), size));
+        TrapFree(block);
+    }
     return moved;
 }
 
-// Puts another function in the place of one that a library, or with null this program, imports from the C
-// runtime.
-void Redirect(const char* library, const char* function, void* replacement) {
-    auto* base = reinterpret_cast<char*>(GetModuleHandleA(library));
-    REQUIRE(base != nullptr);
-    const auto* dos = reinterpret_cast<const IMAGE_DOS_HEADER*>(base);
-    const auto* headers = reinterpret_cast<const IMAGE_NT_HEADERS*>(base + dos->e_lfanew);
-    const auto& directory = headers->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT];
-    bool found = false;
-    for (auto* import = reinterpret_cast<const IMAGE_IMPORT_DESCRIPTOR*>(base + directory.VirtualAddress);
-         import->Name != 0; ++import) {
-        auto* name = reinterpret_cast<const IMAGE_THUNK_DATA*>(base + import->OriginalFirstThunk);
-        auto* address = reinterpret_cast<IMAGE_THUNK_DATA*>(base + import->FirstThunk);
-        for (; name->u1.AddressOfData != 0; ++name, ++address) {
-            const auto* entry = reinterpret_cast<const IMAGE_IMPORT_BY_NAME*>(base + name->u1.AddressOfData);
-            const bool byName = (name->u1.Ordinal & IMAGE_ORDINAL_FLAG) == 0;
-            if (byName && std::strcmp(reinterpret_cast<const char*>(entry->Name), function) == 0) {
-                DWORD before = 0;
-                VirtualProtect(address, sizeof *address, PAGE_READWRITE, &before);
-                address->u1.Function = reinterpret_cast<DWORD_PTR>(replacement);
-                VirtualProtect(address, sizeof *address, before, &before);
-                found = true;
-            }
-        }
-    }
-    REQUIRE(found);
+// For the rest of the process. Null is this program.
+template <class Function>
+Function* Redirect(const char* library, const char* function, Function* replacement) {
+    return (new ImportHook(library, function, replacement))->Original<Function>();
 }
 
 } // namespace
 
 void TrapFreedMemory() {
-    if (pages != nullptr) {
+    if (slots != nullptr) {
         return;
     }
-    pages = static_cast<char*>(VirtualAlloc(nullptr, PAGE_COUNT * PAGE, MEM_RESERVE, PAGE_READWRITE));
-    REQUIRE(pages != nullptr);
-    HMODULE runtime = GetModuleHandleA("msvcrt.dll");
-    const auto original = [runtime](const char* name) {
-        return reinterpret_cast<void*>(GetProcAddress(runtime, name));
-    };
-    heapAllocate = reinterpret_cast<Allocate>(original("malloc"));
-    heapReallocate = reinterpret_cast<Reallocate>(original("realloc"));
-    heapFree = reinterpret_cast<Free>(original("free"));
+    slots = static_cast<char*>(VirtualAlloc(nullptr, SLOT_COUNT * SLOT, MEM_RESERVE, PAGE_READWRITE));
+    if (slots == nullptr) {
+        throw std::runtime_error("no room for traps");
+    }
     // This program frees what the libraries hand out.
     for (const char* library : {CONTROL_LIBRARY, "Panelhost.dll", static_cast<const char*>(nullptr)}) {
-        Redirect(library, "free", reinterpret_cast<void*>(TrapFree));
-        Redirect(library, "realloc", reinterpret_cast<void*>(TrapReallocate));
+        heapFree = Redirect<Free>(library, "free", TrapFree);
+        heapReallocate = Redirect<Reallocate>(library, "realloc", TrapReallocate);
     }
+    heapAllocate = reinterpret_cast<Allocate*>(
+        reinterpret_cast<void*>(GetProcAddress(GetModuleHandleA("msvcrt.dll"), "malloc")));
     for (const char* library : {CONTROL_LIBRARY, "Panelhost.dll"}) {
-        Redirect(library, "malloc", reinterpret_cast<void*>(TrapAllocate));
+        Redirect<Allocate>(library, "malloc", TrapAllocate);
     }
 }

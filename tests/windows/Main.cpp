@@ -1,5 +1,6 @@
 // Loads the control library, as a host does, and runs the test cases.
 
+#include "tests/windows/FreedMemory.h"
 #include "tests/windows/TerminalClient.h"
 
 #define DOCTEST_CONFIG_IMPLEMENT
@@ -62,6 +63,9 @@ int main(int argc, char** argv) {
     if (LoadLibraryA(CONTROL_LIBRARY) == nullptr) {
         std::fprintf(stderr, "%s cannot be loaded: error %lu\n", CONTROL_LIBRARY, GetLastError());
         return 1;
+    }
+    if (argc > 1 && std::strcmp(argv[1], TRAP_SWITCH) == 0) {
+        TrapFreedMemory();
     }
     return doctest::Context(argc, argv).run();
 }

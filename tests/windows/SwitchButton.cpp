@@ -50,16 +50,6 @@ TEST_CASE_FIXTURE(Fixture, "clicks switch on and off in turn") {
     ReleaseCapture();
     CHECK(target.Take().empty());
     CHECK(LooksOn(button));
-
-    HMENU menu = CreatePopupMenu();
-    SendMessageA(button, CWM_EXTENDMENU, 0, reinterpret_cast<LPARAM>(menu));
-    CHECK(GetMenuItemCount(menu) == 2);
-    CHECK(GetMenuItemID(menu, 1) == 1);
-    DestroyMenu(menu);
-    SendMessageA(button, CWM_MENUCOMMAND, 0, 0);
-    CHECK(target.Take().empty());
-    SendMessageA(button, CWM_MENUCOMMAND, 0, 1);
-    CHECK(target.Take() == "5");
 }
 
 TEST_CASE("a switch that is left while it is held stays as it is") {
@@ -179,39 +169,6 @@ TEST_CASE_FIXTURE(Fixture, "a set takes one of the two values and sends a change
     Click(other);
     CHECK(Text(button) == "0");
     CHECK(target.Take() == "0");
-
-    target.onSet = [this] { DestroyWindow(button); };
-    Click(button);
-    CHECK(!IsWindow(button));
-}
-
-TEST_CASE_FIXTURE(Fixture, "what is saved comes back") {
-    CHECK(Text(button, "onvalue") == "1");
-    CHECK(Text(button, "textcolor") == "0x00000000,0x00000000");
-    CHECK(Load(button, "textcolor=0xffffff,0") == 1);
-    CHECK(Text(button, "textcolor") == "0x00ffffff,0x00000000");
-    CHECK(Text(button, "textcolorwhenreleased") == "0x00ffffff");
-    CHECK(Load(button, "textcolorwhenpressed=12345678901") == 0);
-    CHECK(Text(button, "textcolorwhenpressed") == "0x00000000");
-    for (const char* line : {"confirmwhenpressed=a\\tb", "confirmwhenreleased=c", "font=Small Fonts,5",
-                             "function1=Nobody*text", "onvalue=-7", "caption=MUTE"}) {
-        CHECK(Load(button, line) == 1);
-    }
-    const TestFolder folder;
-    const std::string file = folder.Path("saved.panel");
-    CHECK(ph_SavePanel(panel.Root(), file.c_str()) == 1);
-    const std::string saved = ReadBytes(file);
-    TestPanel second;
-    const TraceCapture trace;
-    REQUIRE(ph_LoadPanel(second.Root(), file.c_str()) >= 1);
-    CHECK(trace.CountContaining("Error reading") == 0);
-    for (const char* keyword : {"confirmwhenpressed", "confirmwhenreleased", "font", "function1", "onvalue",
-                                "properties", "textcolor", "caption"}) {
-        CAPTURE(keyword);
-        CHECK(saved.find(std::string("Switch*") + keyword + "=" + Text(button, keyword)) !=
-              std::string::npos);
-        CHECK(Text(second.Find("Switch"), keyword) == Text(button, keyword));
-    }
 }
 
 TEST_CASE_FIXTURE(Fixture, "the image has the dark and the lit face") {
