@@ -41,22 +41,33 @@ std::string SelectedOf(HWND list) {
     return TextOf(list);
 }
 
-std::string LabelsAndFields(HWND panel) {
-    int labels = 0;
-    int fields = 0;
+std::string LayoutOf(HWND panel) {
+    std::string layout;
     for (HWND child = GetWindow(panel, GW_CHILD); child != nullptr; child = GetWindow(child, GW_HWNDNEXT)) {
         const auto style = static_cast<DWORD>(GetWindowLongA(child, GWL_STYLE));
         char name[32] = "";
         GetClassNameA(child, name, sizeof name);
-        if (lstrcmpiA(name, "STATIC") == 0 && (style & SS_NOTIFY) == 0) { // titles can be clicked
-            CHECK((style & SS_CENTERIMAGE) != 0);
-            ++labels;
-        } else if (lstrcmpiA(name, "EDIT") == 0) {
-            CHECK((style & ES_AUTOHSCROLL) != 0);
-            ++fields;
+        const std::string kind = name;
+        const auto buddy = reinterpret_cast<HWND>(SendMessageA(child, UDM_GETBUDDY, 0, 0));
+        std::string place = PlaceOf(child);
+        if (kind == UPDOWN_CLASSA) {
+            RECT arrows{};
+            RECT field{};
+            GetWindowRect(child, &arrows);
+            GetWindowRect(buddy, &field);
+            CHECK((arrows.left == field.right || arrows.right > field.right)); // beside or on it
+            place = std::to_string(GetDlgCtrlID(buddy));
+        } else if (kind == "Edit") {
+            place.resize(place.find(',', place.find(',') + 1));
         }
+        layout += (layout.empty() ? "" : "; ") + std::to_string(GetDlgCtrlID(child)) + " " + kind + " " +
+                  (kind == "Edit" || kind == "ComboBox" ? "" : TextOf(child)) + " " + place;
+        layout += IsShown(child) ? "" : " hidden";
+        layout += (style & WS_TABSTOP) != 0 ? " Tab" : "";
+        layout += kind == "Static" && (style & SS_CENTERIMAGE) != 0 ? " centred" : "";
+        layout += kind == "Edit" && (style & ES_AUTOHSCROLL) != 0 ? " scrolls" : "";
     }
-    return std::to_string(labels) + " " + std::to_string(fields);
+    return layout;
 }
 
 void TypeInto(HWND panel, int fieldId, const char* typed, WPARAM key) {

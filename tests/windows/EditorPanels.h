@@ -83,8 +83,10 @@ std::string PlaceOf(HWND child);
 std::string ItemsOf(HWND list);
 std::string SelectedOf(HWND list);
 
-// Whether all labels are centred vertically and all fields scroll; how many there are: "6 3".
-std::string LabelsAndFields(HWND panel);
+// All children in their order: number, class, text, place (of a field only left and top, its arrows take some
+// of it; of arrows the number of their field), and "hidden", "Tab", "centred", "scrolls" where it is so. "; "
+// between.
+std::string LayoutOf(HWND panel);
 
 // What a user does to a child: a text typed and ended by a key or the loss of the focus, an arrow pressed, an
 // item chosen.

@@ -1,6 +1,6 @@
 // What is particular to the knob.
 
-#include "tests/windows/TestPanel.h"
+#include "tests/windows/Buttons.h"
 
 #include <initializer_list>
 
@@ -10,11 +10,9 @@ namespace {
 
 constexpr COLORREF DOT = RGB(192, 0, 0);
 constexpr COLORREF FOCUSED_DOT = RGB(255, 0, 0);
-constexpr COLORREF BADGE = RGB(255, 176, 0);
 constexpr POINT DOT_AT_MAXIMUM{33, 33}; // middle of the dot
 constexpr POINT DOT_AT_MINIMUM{13, 33};
 constexpr POINT DOT_HALFWAY{23, 9};
-constexpr POINT ON_BADGE{7, 4};
 
 class TestKnob {
 public:
@@ -244,14 +242,11 @@ TEST_CASE("a relative knob moves its targets at their distances") {
     HWND group = panel.Create("KNOB", "Group");
     Load(left, "properties=-80,18,-30");
     Load(right, "properties=-80,18,-15");
-    Load(group, "properties=-80,18,-20");
-    Load(group, "connection=Left;Right");
-    Load(group, "relative=1");
+    LoadLines(group, "properties=-80,18,-20|connection=Left;Right|relative=1");
     CHECK(Text(group, "values") == "-10,5");
     CHECK(Text(group, "valuescopy") == "-10,5,");
     SetValue(group, -25.0F);
-    CHECK(Value(left) == -35.0F);
-    CHECK(Value(right) == -20.0F);
+    CHECK((Value(left) == -35.0F && Value(right) == -20.0F));
 
     int result = 0;
     CHECK(Request(group, COMMAND_GET, 0.0F, result) == 1); // the targets are where they should be
@@ -262,39 +257,30 @@ TEST_CASE("a relative knob moves its targets at their distances") {
     CHECK(Request(group, COMMAND_SET, 0.0F, result) == 1);
     CHECK(Value(left) == -35.0F);
 
-    Load(group, "values=1,2");
-    Load(group, "function=AMP1*gain"); // functions come first in the list, and no device is moved
+    LoadLines(group,
+              "values=1,2|function=AMP1*gain"); // functions come first in the list, and no device is moved
     CHECK(Text(group, "values").substr(0, 2) == "0,");
     SetValue(group, -24.0F);
     CHECK(panel.Parameter("AMP1*gain") == "1");
-
     Load(group, "relative=0");
-    CHECK(Text(group, "values") == "");
-    CHECK(Text(group, "valuescopy") == "");
-    Load(group, "function=");
-    Load(group, "connection=");
-    Load(group, "relative=1");
+    CHECK(Text(group, "values") + Text(group, "valuescopy") == "");
+    LoadLines(group, "function=|connection=|relative=1");
     result = 0;
     CHECK(Request(group, COMMAND_SET, 0.0F, result) == 1); // nobody to send to
     CHECK(Request(group, COMMAND_GET, 0.0F, result) == 1);
     CHECK(result == 0);
 }
 
-TEST_CASE("offsets that a file gives before the connections are kept") {
+TEST_CASE("offsets that a file gives before the connections are kept, also for a target that comes late") {
     const TestPanel panel;
     HWND group = panel.Create("KNOB", "Group");
-    for (const char* line : {"relative=1", "values=-10,5", "valuescopy=-10,5,", "connection=Left;Right"}) {
-        Load(group, line, LOAD_FROM_FILE);
-    }
-    CHECK(Text(group, "values") == "-10,5");
-    HWND left = panel.Create("KNOB", "Left"); // and when a target comes late
+    LoadLines(group, "relative=1|values=-10,5|valuescopy=-10,5,|connection=Left;Right", LOAD_FROM_FILE);
+    HWND left = panel.Create("KNOB", "Left");
     CHECK(Text(group, "values") == "-10,5");
     SetValue(group, 50.0F);
     CHECK(Value(left) == 40.0F);
     // In another number than the connections they stay all the same, until anyone but a file says otherwise.
-    for (const char* line : {"values=-10,5,7", "connection=Left"}) {
-        Load(group, line, LOAD_FROM_FILE);
-    }
+    LoadLines(group, "values=-10,5,7|connection=Left", LOAD_FROM_FILE);
     CHECK(Text(group, "values") == "-10,5,7");
     Load(group, "connection=Left");
     CHECK(Text(group, "values") == "-10");
@@ -351,29 +337,6 @@ TEST_CASE("the dot turns with the value and brightens with the focus") {
     CHECK(PixelOf(test.knob, DOT_AT_MAXIMUM) != DOT); // without a face there is no dot
 }
 
-TEST_CASE("the not-equal sign shows that the targets disagree or are gone") {
-    const TestKnob test;
-    HWND other = test.panel.Create("KNOB", "Other");
-    Load(test.knob, "connection=Target;Other");
-    SetValue(test.knob, 30.0F);
-    Poll(test.knob);
-    CHECK(PixelOf(test.knob, ON_BADGE) != BADGE);
-    SetValue(other, 31.0F);
-    Poll(test.knob);
-    CHECK(PixelOf(test.knob, ON_BADGE) == BADGE);
-    CHECK(Value(test.knob) == 30.0F);
-    SetValue(test.target, 31.0F); // both the same: the knob takes it
-    Poll(test.knob);
-    CHECK(PixelOf(test.knob, ON_BADGE) != BADGE);
-    CHECK(Value(test.knob) == 31.0F);
-    DestroyWindow(other);
-    Poll(test.knob);
-    CHECK(PixelOf(test.knob, ON_BADGE) == BADGE);
-    Load(test.knob, "connection=");
-    Poll(test.knob);
-    CHECK(PixelOf(test.knob, ON_BADGE) != BADGE);
-}
-
 TEST_CASE("a face sets the size, and only an image is taken as one") {
     const TestKnob test;
     const TestFolder folder;
@@ -381,29 +344,26 @@ TEST_CASE("a face sets the size, and only an image is taken as one") {
     const std::string small = folder.Write("small.bmp", BitmapFile(30, 20, 0x204060));
     const std::string noImage = folder.Write("text.bmp", "BM this is no image");
     const std::string cut = folder.Write("cut.bmp", BitmapFile(30, 20, 0).substr(0, 40));
-    const auto width = [&] { return SendMessageA(test.knob, CWM_GETPREFERREDWIDTH, 0, 0); };
-    CHECK(width() == 47);
+    const auto isFace = [&] { return PixelOf(test.knob, {1, 1}) == RGB(0x20, 0x40, 0x60); };
+    CHECK(SizeText(test.knob) == "47 x 47");
     CHECK(Load(test.knob, "bitmap=" + small) == 1);
-    CHECK(width() == 30);
-    CHECK(ObjectOf(test.knob).rectangle.right == 40);
-    CHECK(ObjectOf(test.knob).rectangle.bottom == 40);
-    CHECK(PixelOf(test.knob, {1, 1}) == RGB(0x20, 0x40, 0x60));
+    CHECK(SizeText(test.knob) == "30 x 20");
+    CHECK(isFace());
     for (const std::string& bad : {noImage, cut, folder.Path("missing.bmp"), folder.Path(""),
                                    std::string("\x01|?*"), std::string(300, 'x')}) {
         INFO(bad);
         CHECK(Load(test.knob, "bitmap=" + bad) == 0);
         CHECK(trace.Count(TRACE_EDIT, "Error reading line bitmap=" + bad) == 1);
         CHECK(Text(test.knob, "bitmap") == small);
-        CHECK(PixelOf(test.knob, {1, 1}) == RGB(0x20, 0x40, 0x60));
+        CHECK(isFace());
     }
     CHECK(Load(test.knob, "bitmap=") == 1);
-    CHECK(Text(test.knob, "bitmap") == "");
-    CHECK(width() == 30); // without a face it stays as large as it is
-    CHECK(PixelOf(test.knob, {1, 1}) != RGB(0x20, 0x40, 0x60));
+    CHECK(SizeText(test.knob) == "30 x 20"); // without a face it stays as large as it is
+    CHECK_FALSE(isFace());
     SetWindowPos(test.knob, nullptr, 0, 0, 70, 60, SWP_NOMOVE | SWP_NOZORDER);
-    CHECK(width() == 70);
+    CHECK(SendMessageA(test.knob, CWM_GETPREFERREDWIDTH, 0, 0) == 70);
     CHECK(Load(test.knob, "bitmap=.\\Controls\\Knob.bmp") == 1);
-    CHECK(width() == 47);
+    CHECK(SizeText(test.knob) == "47 x 47");
 }
 
 TEST_SUITE_END();

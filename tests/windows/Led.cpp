@@ -83,27 +83,6 @@ TEST_CASE("with more than two frames the value picks one") {
     CHECK(Picture(led).At(2, 5) != dark);
 }
 
-TEST_CASE("a LED follows levels, numbers and switches") {
-    TestPanel panel;
-    panel.Declare("AMP1*device=simulated\nAMP1*level=float,-80,18,-20,dB\nAMP1*mute=integer,0,1,1,\n");
-    HWND led = panel.Create("LED", "Led");
-    HWND button = panel.Create("BTRISTATEBUTTON", "Switch");
-    Load(led, "function=AMP1*level");
-    Poll(led);
-    CHECK(Value(led) == -20.0F);
-    Load(led, "function=AMP1*mute");
-    Poll(led);
-    CHECK(Value(led) == 1.0F);
-    Load(led, "function=");
-    Load(led, "connection=Switch");
-    Poll(led);
-    CHECK(Value(led) == 0.0F);
-    Click(button);
-    Poll(led);
-    CHECK(Value(led) == 1.0F);
-    CHECK(SendMessageA(led, CWM_GETCONTROLTYPE, 0, 0) == DATATYPE_INTEGER);
-}
-
 TEST_CASE("a LED that is too small for the sign is crossed out when its device is gone") {
     TestPanel panel;
     panel.Declare("AMP1*device=simulated\nAMP1*on=integer,0,1,1,\n");

@@ -88,33 +88,18 @@ private:
 } // namespace
 
 TEST_CASE_FIXTURE(Fixture, "the children stand where they belong") {
-    RECT client;
-    GetClientRect(xover, &client);
-    CHECK(a_GetRectString(client) == "0,0,292,170");
-    const struct {
-        int id;
-        const char* place; // of a field only left and top: its arrows take some of it
-    } rows[] = {{HIGH_PASS_TITLE, "5,5,141,20"},
-                {LOW_PASS_TITLE, "151,5,287,20"},
-                {HIGH_PASS_TYPE, "66,26,141,50"},
-                {LOW_PASS_TYPE, "212,26,287,50"},
-                {HIGH_PASS, "66,54,"},
-                {LOW_PASS, "212,54,"},
-                {GAIN, "66,106,"},
-                {DELAY, "212,106,"},
-                {BYPASS, "151,134,286,157"},
-                {POLARITY, "66,134,141,158"}};
-    for (const auto& row : rows) {
-        CAPTURE(row.id);
-        CHECK(PlaceOf(Item(xover, row.id)).substr(0, std::strlen(row.place)) == row.place);
-    }
-    for (const auto& [field, spin] : {std::pair(HIGH_PASS, HIGH_PASS_SPIN),
-                                      {LOW_PASS, LOW_PASS_SPIN},
-                                      {GAIN, GAIN_SPIN},
-                                      {DELAY, DELAY_SPIN}}) {
-        CHECK(SendMessageA(Item(xover, spin), UDM_GETBUDDY, 0, 0) ==
-              reinterpret_cast<LRESULT>(Item(xover, field)));
-    }
+    CHECK(SizeText(xover) == "292 x 170");
+    CHECK(
+        LayoutOf(xover) ==
+        "100 Static HIPASS 5,5,141,20; 104 Static LOPASS 151,5,287,20; 0 Static RESPONSE 5,26,65,50 centred; "
+        "0 Static RESPONSE 151,26,211,50 centred; 101 ComboBox  66,26,141,50 Tab; "
+        "105 ComboBox  212,26,287,50 Tab; 0 Static FREQ 5,54,65,77 centred; 0 Static FREQ 151,54,211,77 "
+        "centred; "
+        "102 Edit  66,54 Tab scrolls; 103 msctls_updown32  102; 106 Edit  212,54 Tab scrolls; "
+        "107 msctls_updown32  106; 0 Static GAIN TRIM 5,106,65,129 centred; 108 Edit  66,106 Tab scrolls; "
+        "109 msctls_updown32  108; 0 Static POLARITY 5,134,65,157 centred; 113 ComboBox  66,134,141,158 Tab; "
+        "0 Static DELAY 151,106,211,129 centred; 110 Edit  212,106 scrolls; 111 msctls_updown32  110; "
+        "112 Button BYPASS 151,134,286,157");
     const std::string types =
         "thru,6dB,12dB/0.5,12dB/0.6,12dB/0.7,12dB/0.8,12dB/1.0,12dB/1.2,12dB/1.5,12dB/2.0,"
         "Bessel 12,Butter 12,Linkw 12,Bessel 18,Butter 18,Bessel 24,Butter 24,Linkw 24";
@@ -129,7 +114,6 @@ TEST_CASE_FIXTURE(Fixture, "the children stand where they belong") {
         CHECK(picture.At(x, y) == colour);
     }
     CHECK(SendMessageA(xover, CWM_GETCONTROLTYPE, 0, 0) == 19);
-    CHECK(LabelsAndFields(xover) == "7 4");
 }
 
 TEST_CASE_FIXTURE(Fixture, "a record is shown and goes out in four parts") {
@@ -170,68 +154,61 @@ TEST_CASE_FIXTURE(Fixture, "a record is shown and goes out in four parts") {
     CHECK(Sent().empty());
 }
 
-TEST_CASE_FIXTURE(Fixture, "typed values are limited, shown and sent to their slot") {
+TEST_CASE_FIXTURE(Fixture, "what is typed and stepped is limited, shown and sent to its slot") {
     const struct {
-        int id;
+        const char* value;
+        int id; // of a field, or of arrows
         const char* typed;
+        int delta;
         const char* shown;
         const char* sent;
     } rows[] = {
-        {HIGH_PASS, "5", "20 Hz", "F LINK24,20 Hz,OFF,20000 Hz"},
-        {LOW_PASS, "1600 Hz", "1600 Hz", "F LINK24,80 Hz,OFF,1600 Hz"},
-        {GAIN, "+10", "+6.0 dB", "G 6.0"},
-        {DELAY, "7", "7 ms", "D 0,7 ms"},
-        {DELAY, "48 Samples", "48 samples", "D 0,48 samples"},
-        {DELAY, "-4", "0 ms", "D 0,0 ms"},
-        {DELAY, "-0 ft", "0 ft", "D 0,0 ft"},
-        {HIGH_PASS, "", "80 Hz", ""},
-        {GAIN, "loud", "-3.0 dB", ""},
-        {DELAY, "samples", "2.5 ms", ""},
+        {",", HIGH_PASS, "5", 0, "20 Hz", "F LINK24,20 Hz,OFF,20000 Hz"},
+        {",", LOW_PASS, "1600 Hz", 0, "1600 Hz", "F LINK24,80 Hz,OFF,1600 Hz"},
+        {",", GAIN, "+10", 0, "+6.0 dB", "G 6.0"},
+        {",", DELAY, "7", 0, "7 ms", "D 0,7 ms"},
+        {",", DELAY, "48 Samples", 0, "48 samples", "D 0,48 samples"},
+        {",", DELAY, "-4", 0, "0 ms", "D 0,0 ms"},
+        {",", DELAY, "-0 ft", 0, "0 ft", "D 0,0 ft"},
+        {",", HIGH_PASS, "", 0, "80 Hz", ""},
+        {",", GAIN, "loud", 0, "-3.0 dB", ""},
+        {",", DELAY, "samples", 0, "2.5 ms", ""},
+        {"OFF,20", HIGH_PASS_SPIN, "", 1, "20.0 Hz", ""},
+        {"OFF,20", HIGH_PASS_SPIN, "", -1, "20.2 Hz", "F OFF,20.2417 Hz,OFF,20000 Hz"},
+        {",,,1000", LOW_PASS_SPIN, "", -1, "1017 Hz", "F LINK24,80 Hz,OFF,1016.52 Hz"},
+        {",,,,5.8", GAIN_SPIN, "", -1, "+6.0 dB", "G 6.0"},
+        {",,,,-30", GAIN_SPIN, "", 1, "-30.0 dB", ""},
+        {",,,,,,,0 ms", DELAY_SPIN, "", 1, "0 ms", "D 0,0 ms"},
+        {",,,,,,,3 in", DELAY_SPIN, "", -2, "5 in", "D 0,5 in"},
+        {",", DELAY_SPIN, "10 cm", -1, "11 cm",
+         "D 0,11 cm"}, // typed and not committed: it goes on from there
+        {",,,,,,,11 ms", DELAY_SPIN, "10", -1, "11 ms", "D 0,11 ms"}, // and arrives at what is held already
     };
     for (const auto& row : rows) {
+        CAPTURE(std::string(row.value));
         CAPTURE(std::string(row.typed));
+        const bool isSpin = row.delta != 0;
+        const int field = row.id == GAIN_SPIN    ? GAIN
+                          : row.id == DELAY_SPIN ? DELAY
+                          : isSpin               ? row.id - 1
+                                                 : row.id;
         Load(xover, std::string("value=") + CHANNEL);
+        Load(xover, std::string("value=") + row.value);
         Sent();
-        TypeInto(xover, row.id, row.typed);
-        CHECK(Field(row.id) == row.shown);
+        if (!isSpin) {
+            TypeInto(xover, row.id, row.typed);
+        } else {
+            if (*row.typed != '\0') {
+                SetWindowTextA(Item(xover, field), row.typed);
+            }
+            StepSpin(xover, row.id, row.delta);
+        }
+        CHECK(Field(field) == row.shown);
         CHECK(Sent() == row.sent);
     }
 }
 
-TEST_CASE_FIXTURE(Fixture, "arrows, lists and the toggle") {
-    const struct {
-        const char* value;
-        int spin, delta, field;
-        const char* shown;
-        const char* sent;
-    } rows[] = {
-        {"OFF,20", HIGH_PASS_SPIN, 1, HIGH_PASS, "20.0 Hz", ""},
-        {"OFF,20", HIGH_PASS_SPIN, -1, HIGH_PASS, "20.2 Hz", "F OFF,20.2417 Hz,OFF,20000 Hz"},
-        {",,,1000", LOW_PASS_SPIN, -1, LOW_PASS, "1017 Hz", "F LINK24,80 Hz,OFF,1016.52 Hz"},
-        {",,,,5.8", GAIN_SPIN, -1, GAIN, "+6.0 dB", "G 6.0"},
-        {",,,,-30", GAIN_SPIN, 1, GAIN, "-30.0 dB", ""},
-        {",,,,,,,0 ms", DELAY_SPIN, 1, DELAY, "0 ms", "D 0,0 ms"},
-        {",,,,,,,3 in", DELAY_SPIN, -2, DELAY, "5 in", "D 0,5 in"},
-    };
-    for (const auto& row : rows) {
-        CAPTURE(std::string(row.value));
-        Load(xover, std::string("value=") + CHANNEL);
-        Load(xover, std::string("value=") + row.value);
-        Sent();
-        StepSpin(xover, row.spin, row.delta);
-        CHECK(Field(row.field) == row.shown);
-        CHECK(Sent() == row.sent);
-    }
-    Load(xover, std::string("value=") + CHANNEL);
-    Sent();
-    SetWindowTextA(Item(xover, DELAY), "10 cm"); // typed and not committed: the arrow goes on from there
-    StepSpin(xover, DELAY_SPIN, -1);
-    CHECK(Sent() == "D 0,11 cm");
-    SetWindowTextA(Item(xover, DELAY), "10"); // and arrives at what is held already
-    StepSpin(xover, DELAY_SPIN, -1);
-    CHECK(Field(DELAY) == "11 cm");
-    CHECK(Sent() == "D 0,11 cm");
-
+TEST_CASE_FIXTURE(Fixture, "lists and the toggle send their slot") {
     ChooseItem(xover, HIGH_PASS_TYPE, 1);
     ChooseItem(xover, LOW_PASS_TYPE, 17);
     ChooseItem(xover, POLARITY, 1);
@@ -240,12 +217,12 @@ TEST_CASE_FIXTURE(Fixture, "arrows, lists and the toggle") {
     }
     CHECK(Sent() == "F BUTT6,80 Hz,OFF,20000 Hz | F BUTT6,80 Hz,LINK24,20000 Hz | P 1");
     SendMessageA(Item(xover, BYPASS), BM_CLICK, 0, 0);
-    CHECK(Sent() == "D 1,11 cm");
+    CHECK(Sent() == "D 1,2.5 ms");
     CHECK_FALSE(IsWindowEnabled(Item(xover, DELAY)));
     SendMessageA(Item(xover, BYPASS), BM_CLICK, 0, 0);
     CHECK(IsWindowEnabled(Item(xover, DELAY)));
     SendMessageA(xover, WM_COMMAND, MAKEWPARAM(114, 0), 0);
-    CHECK(Sent() == "D 0,11 cm");
+    CHECK(Sent() == "D 0,2.5 ms");
 }
 
 TEST_CASE("each slot is polled from its own function") {
