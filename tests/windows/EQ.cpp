@@ -59,33 +59,25 @@ TEST_CASE("the types that are offered depend on datatype and device") {
     const struct {
         const char* datatype;
         const char* function;
-        const char* kept;
         LRESULT type;
         const char* items;
-    } rows[] = {
-        {"mastereq", "DSP*band", "mastereq", 30, "PEQ,Loshelv,Hishelv,Hipass,Lopass"},
-        {"ChannelEQ", "DSP_ZQACON*band", "channeleq", 32, "PEQ,Loshelv,Hishelv,Hipass,Lopass,Allpass"},
-        {"channeleq", "ZQBCON_2*band", "channeleq", 32, "PEQ,Loshelv,Hishelv,Hipass,Lopass"},
-        {"", "ZQACON*band", "mastereq", 30, "PEQ,Loshelv,Hishelv,Hipass"},
-        {"anything", "", "mastereq", 30, "PEQ,Loshelv,Hishelv,Hipass,Lopass"},
-    };
-    CHECK(SendMessageA(eq, CWM_GETCONTROLTYPE, 0, 0) == 30);
+    } rows[] = {{"mastereq", "DSP*band", 30, "PEQ,Loshelv,Hishelv,Hipass,Lopass"},
+                {"ChannelEQ", "DSP_ZQACON*band", 32, "PEQ,Loshelv,Hishelv,Hipass,Lopass,Allpass"},
+                {"channeleq", "ZQBCON_2*band", 32, "PEQ,Loshelv,Hishelv,Hipass,Lopass"},
+                {"", "ZQACON*band", 30, "PEQ,Loshelv,Hishelv,Hipass"},
+                {"anything", "", 30, "PEQ,Loshelv,Hishelv,Hipass,Lopass"}};
     for (const auto& row : rows) {
-        CHECK(Load(eq, std::string("datatype=") + row.datatype) == 1);
-        Load(eq, std::string("function=") + row.function);
-        CHECK(Text(eq, "datatype") == row.kept);
+        CHECK(LoadLines(eq, std::string("datatype=") + row.datatype + "|function=" + row.function));
         CHECK(Text(eq, "function") == row.function);
         CHECK(SendMessageA(eq, CWM_GETCONTROLTYPE, 0, 0) == row.type);
         CHECK(ItemsOf(Item(eq, TYPES)) == row.items);
         CHECK(SelectedOf(Item(eq, TYPES)) == "PEQ");
     }
-    Load(eq, "properties=0,Lopass");
     Load(eq, "function=ZQBCON_1*band");
-    CHECK(SendMessageA(Item(eq, TYPES), CB_GETCURSEL, 0, 0) == CB_ERR); // it is none that the list has
-    Load(eq, "properties=0,Hishelv");
-    CHECK(SelectedOf(Item(eq, TYPES)) == "Hishelv");
-    Load(eq, "properties=0,Lopass");
-    CHECK(SendMessageA(Item(eq, TYPES), CB_GETCURSEL, 0, 0) == CB_ERR);
+    for (const auto& [type, selected] : {std::pair("Lopass", ""), {"Hishelv", "Hishelv"}, {"Lopass", ""}}) {
+        Load(eq, std::string("properties=0,") + type); // one that the list does not have shows none
+        CHECK(SelectedOf(Item(eq, TYPES)) == selected);
+    }
     CHECK(Text(eq, "properties") == "0,Lopass,6 dB,0 Hz,0 dB,0");
 }
 
@@ -174,28 +166,32 @@ TEST_CASE_FIXTURE(EqFixture, "the arrows themselves step, far more often than th
 }
 
 TEST_CASE_FIXTURE(EqFixture, "bandwidth in place of Q") {
-    CHECK(Text(eq, "bw") == "q");
     Load(eq, "properties=0,PEQ,6 dB,1000,0,1");
     Sent();
     CHECK(Load(eq, "bw=bw") == 1);
-    CHECK(Text(eq, "bw") == "bw");
     CHECK(Field(Q) == "1.39 Oct");
     CHECK(FindWindowExA(eq, nullptr, "STATIC", "BW") != nullptr);
     CHECK(Sent() == "0,PEQ,6 dB,1000 Hz,0 dB,1"); // committed again, unchanged by the two digits shown
     StepSpin(eq, Q_SPIN, -1);
     CHECK(Field(Q) == "1.49 Oct");
-    TypeInto(eq, Q, "99");
-    CHECK(Field(Q) == "6.67 Oct");
-    TypeInto(eq, Q, "0.001 Oct");
-    CHECK(Field(Q) == "0.01 Oct");
-    Load(eq, "properties=0,Hipass,12 dB,1000,0,1");
-    TypeInto(eq, Q, "0.2885"); // no limit but 100 for a pass filter
-    CHECK(Field(Q) == "0.29 Oct");
-    Load(eq, "properties=0,Allpass,12 dB,1000,0,1");
-    TypeInto(eq, Q, "0.2885");
-    CHECK(Field(Q) == "0.71 Oct");
+    const struct {
+        const char* band; // null: as it is
+        const char* typed;
+        const char* shown;
+    } rows[] = {{nullptr, "99", "6.67 Oct"},
+                {nullptr, "0.001 Oct", "0.01 Oct"},
+                {"0,Hipass,12 dB,1000,0,1", "0.2885", "0.29 Oct"}, // no limit but 100 for a pass filter
+                {"0,Allpass,12 dB,1000,0,1", "0.2885", "0.71 Oct"}};
+    for (const auto& row : rows) {
+        if (row.band != nullptr) {
+            Load(eq, std::string("properties=") + row.band);
+        }
+        TypeInto(eq, Q, row.typed);
+        CHECK(Field(Q) == row.shown);
+    }
     CHECK(Load(eq, "bw=quality") == 1);
     CHECK(Field(Q) == "2.0");
+    CHECK(FindWindowExA(eq, nullptr, "STATIC", "Q") != nullptr);
     Load(panel.Window(), "bandwidth=bw");
     CHECK(Text(panel.Create("EQ", "Other"), "bw") == "bw");
 }
@@ -276,25 +272,19 @@ TEST_CASE("a poll follows the device, and marks what it cannot show") {
     OddDevice<EqBand> odd(panel);
     const HWND eq = panel.Create("EQ", "Band");
     const auto field = [eq](int id) { return TextOf(Item(eq, id)); };
-    Load(eq, "datatype=channeleq");
-    Load(eq, "function=EQ1*band");
+    LoadLines(eq, "datatype=channeleq|function=EQ1*band");
     CHECK(!IsMarked(eq));
     CHECK(Text(eq, "properties") == "1,Loshelv,12 dB,99.5 Hz,4 dB,0.7");
-    CHECK(field(GAIN) == "+4.0 dB");
-    CHECK(field(FREQUENCY) == "99.5 Hz");
-    CHECK(SelectedOf(Item(eq, SLOPES)) == "12dB/Oct");
+    CHECK(field(GAIN) + field(FREQUENCY) + SelectedOf(Item(eq, SLOPES)) == "+4.0 dB99.5 Hz12dB/Oct");
     SetWindowTextA(Item(eq, GAIN), "typing");
     ph_SetParameter(panel.Root(), "EQ1*band", "0,Loshelv,12 dB,440,4,0.7");
     CHECK(!IsMarked(eq));
-    CHECK(field(FREQUENCY) == "440 Hz");
-    CHECK(field(GAIN) == "typing"); // what has not changed is not touched
-    ph_SetParameter(panel.Root(), "EQ1*online", "0");
-    CHECK(IsMarked(eq));
-    CHECK(Picture(eq).At(9, 25) != RGB(212, 208, 200)); // the sign
-    ph_SetParameter(panel.Root(), "EQ1*online", "1");
-    CHECK(!IsMarked(eq));
-    CHECK(Picture(eq).At(9, 25) == RGB(212, 208, 200));
-
+    CHECK(field(GAIN) + field(FREQUENCY) == "typing440 Hz"); // what has not changed is not touched
+    for (const char* online : {"0", "1"}) {
+        ph_SetParameter(panel.Root(), "EQ1*online", online);
+        CHECK(IsMarked(eq) == (*online == '0'));
+        CHECK((Picture(eq).At(9, 25) != RGB(212, 208, 200)) == (*online == '0')); // the sign
+    }
     Load(eq, "function=ODD*band");
     const float notANumber = std::numeric_limits<float>::quiet_NaN();
     for (const EqBand& band :
@@ -362,17 +352,14 @@ TEST_CASE("a band of an unknown type or slope is put right by the first edit") {
 TEST_CASE("a dropped file of properties is taken, and another one refused") {
     const TestFolder folder;
     const std::string properties =
-        folder.Write("Saved.CFG", "# saved\r\nBand*interval=250\r\nBand*"
-                                  "value=BUTT24,1600\r\nBand*properties=0,Hipass,12\r\n"
-                                  "Band*gain=7\r\n");
+        folder.Write("Saved.CFG", "# saved\r\nBand*interval=250\r\nBand*value=BUTT24,1600\r\n"
+                                  "Band*properties=0,Hipass,12\r\nBand*gain=7\r\n");
     const std::string other = folder.Write("Saved.txt", "interval=300\r\n");
-    const std::string empty = folder.Write("Empty.cfg", "");
+    static int changes;
     for (const char* className : {"EQ", "XOVER"}) {
         CAPTURE(className);
         const TestPanel panel;
         const HWND editor = panel.Create(className, "Band");
-        static int changes;
-        changes = 0;
         a_SetEditListener(
             panel.Root(),
             [](int event, HOSTINFO*, void*) {
@@ -386,7 +373,7 @@ TEST_CASE("a dropped file of properties is taken, and another one refused") {
             CHECK(Drop(editor, refused));
             CHECK(trace.CountContaining(refused.empty() ? "Not one file" : refused.c_str()) >= 1);
         }
-        CHECK(Drop(editor, empty + '\0'));
+        CHECK(Drop(editor, folder.Write("Empty.cfg", "") + '\0'));
         CHECK(Text(editor, "interval") == "1000");
         changes = 0;
         CHECK(Drop(editor, properties + '\0'));
@@ -394,7 +381,6 @@ TEST_CASE("a dropped file of properties is taken, and another one refused") {
         CHECK(Text(editor, "interval") == "250");
         CHECK(Text(editor).starts_with(className[0] == 'E' ? "0,Hipass,12 dB" : "BUTT24,1600 Hz"));
         CHECK(trace.CountContaining("Error reading line Band*gain=7") == 1);
-        DestroyWindow(editor);
     }
 }
 

@@ -59,20 +59,21 @@ HWND ShownTip() {
     return tip;
 }
 
-TOOLINFOA ToolOf(HWND tip, HWND control, char* text) {
+struct Tip {
+    std::string text;
+    UINT flags;
+    LONG top; // of the area that it is for
+};
+
+Tip TipOf(HWND tip, HWND control) {
+    char text[256] = "";
     TOOLINFOA tool{};
     tool.cbSize = TTTOOLINFOA_V2_SIZE;
     tool.hwnd = control;
     tool.uId = reinterpret_cast<UINT_PTR>(control);
     tool.lpszText = text;
     SendMessageA(tip, TTM_GETTOOLINFOA, 0, reinterpret_cast<LPARAM>(&tool));
-    return tool;
-}
-
-std::string TipText(HWND tip, HWND control) {
-    char text[256] = "";
-    ToolOf(tip, control, text);
-    return text;
+    return {text, tool.uFlags, tool.rect.top};
 }
 
 POINT OnScreen(HWND window, int x, int y) {
@@ -437,7 +438,7 @@ TEST_CASE("while the knob is held a tooltip shows the value below the mouse") {
     SendMessageA(fader, WM_LBUTTONDOWN, MK_LBUTTON, At(10, 100));
     HWND tip = ShownTip();
     REQUIRE(tip != nullptr);
-    CHECK(TipText(tip, fader) == "-40.0 dB");
+    CHECK(TipOf(tip, fader).text == "-40.0 dB");
     const auto checkPlace = [tip](POINT expected) {
         RECT place;
         GetWindowRect(tip, &place);
@@ -446,18 +447,18 @@ TEST_CASE("while the knob is held a tooltip shows the value below the mouse") {
     };
     checkPlace(OnScreen(fader, 10, 121));
     SendMessageA(fader, WM_MOUSEMOVE, MK_LBUTTON, At(12, 56));
-    CHECK(TipText(tip, fader) == "-20.0 dB");
+    CHECK(TipOf(tip, fader).text == "-20.0 dB");
     checkPlace(OnScreen(fader, 12, 77));
     ReleaseCapture();
     CHECK(ShownTip() == nullptr);
-    char text[256];
-    CHECK(ToolOf(tip, fader, text).uFlags == (TTF_IDISHWND | TTF_ABSOLUTE));
+    CHECK(TipOf(tip, fader).flags == (TTF_IDISHWND | TTF_ABSOLUTE));
 
     SendMessageA(fader, WM_MOUSEMOVE, 0, At(12, 56)); // resting there would show it
-    CHECK(TipText(tip, fader) == "-20.0 dB");
-    CHECK(ToolOf(tip, fader, text).uFlags == TTF_IDISHWND);
+    CHECK(TipOf(tip, fader).text == "-20.0 dB");
+    CHECK(TipOf(tip, fader).flags == TTF_IDISHWND);
+    CHECK(TipOf(tip, fader).top == 0);
     SendMessageA(fader, WM_MOUSEWHEEL, MAKEWPARAM(0, WHEEL_DELTA), 0);
-    CHECK(TipText(tip, fader) == "-19.0 dB");
+    CHECK(TipOf(tip, fader).text == "-19.0 dB");
 
     const auto tools = SendMessageA(tip, TTM_GETTOOLCOUNT, 0, 0);
     SendMessageA(fader, WM_LBUTTONDOWN, MK_LBUTTON, At(10, 56));

@@ -63,16 +63,13 @@ int Request(HWND knob, int command, Value value, int& result, int datatype = DAT
 TEST_CASE("the request helpers are found by any host and refuse what is no such control") {
     // l_SendRequest(KNOBPROPERTIES*, int, int, long, int*) as compilers of this platform name it
     ExportedSendRequest("_Z13l_SendRequestP14KNOBPROPERTIESiilPi");
-    const TestPanel panel;
-    const struct {
-        const char* className;
-        const char* function;
-    } rows[] = {{"KNOB", "l_SendRequest"}, {"REVMETER", "l_SendRequestReverseMeter"}};
-    for (const auto& row : rows) {
-        CAPTURE(std::string(row.function));
-        const SendRequest send = ExportedSendRequest(row.function);
+    for (const auto& [className, function] :
+         {std::pair("KNOB", "l_SendRequest"), {"REVMETER", "l_SendRequestReverseMeter"}}) {
+        INFO(std::string(function));
+        const TestPanel panel;
+        const SendRequest send = ExportedSendRequest(function);
         HWND target = panel.Create("BRANGE", "Target");
-        HWND control = panel.Create(row.className, "Control");
+        HWND control = panel.Create(className, "Control");
         REQUIRE(Load(control, "connection=Target") == 1);
         HOSTINFO* object = &ObjectOf(control);
         float value = 7;
@@ -82,17 +79,14 @@ TEST_CASE("the request helpers are found by any host and refuse what is no such 
         CHECK(Value(target) == 7.0F);
         SetValue(target, 9.0F);
         CHECK(send(object, COMMAND_GET, DATATYPE_FLOAT, address, &result) != 0);
-        CHECK(result == REQUEST_DELIVERED);
-        CHECK(value == 9.0F);
+        CHECK((result == REQUEST_DELIVERED && value == 9.0F));
         value = 5;
-        for (HOSTINFO* wrong : {static_cast<HOSTINFO*>(nullptr), &ObjectOf(target), panel.Root()}) {
-            CHECK(send(wrong, COMMAND_SET, DATATYPE_FLOAT, address, &result) == 0);
-        }
         CHECK(send(object, COMMAND_SET, DATATYPE_FLOAT, 0, &result) == 0);
         DestroyWindow(control);
-        CHECK(send(object, COMMAND_SET, DATATYPE_FLOAT, address, &result) == 0);
+        for (HOSTINFO* wrong : {object, static_cast<HOSTINFO*>(nullptr), &ObjectOf(target), panel.Root()}) {
+            CHECK(send(wrong, COMMAND_SET, DATATYPE_FLOAT, address, &result) == 0);
+        }
         CHECK(Value(target) == 9.0F);
-        DestroyWindow(target);
     }
 }
 
@@ -142,22 +136,14 @@ TEST_CASE("a drag that loses the capture ends where it is") {
     CHECK(GetCapture() == nullptr);
 }
 
-TEST_CASE("polls wait for the end of a drag and for the interval") {
+TEST_CASE("polls wait for the end of a drag") {
     const TestKnob test;
     test.panel.Declare("AMP1*device=simulated\nAMP1*gain=float,0,100,50,\n");
-    HOSTINFO* root = test.panel.Root();
-    Load(test.knob, "connection=");
-    Load(test.knob, "function=AMP1*gain");
+    LoadLines(test.knob, "connection=|function=AMP1*gain");
     Poll(test.knob);
-    CHECK(Value(test.knob) == 50.0F);
-    ph_SetParameter(root, "AMP1*gain", "70");
-    Load(test.knob, "interval=3600000");
-    ph_Tick(root);
-    CHECK(Value(test.knob) == 50.0F);
-
     test.Drag({30});
     CHECK(test.panel.Parameter("AMP1*gain") == "60");
-    ph_SetParameter(root, "AMP1*gain", "70");
+    ph_SetParameter(test.panel.Root(), "AMP1*gain", "70");
     Poll(test.knob);
     CHECK(Value(test.knob) == 60.0F);
     test.Release();
@@ -212,24 +198,19 @@ TEST_CASE("a value is limited, given back limited, and sent only when it is new"
     CHECK(Send(test.knob, COMMAND_GET, DATATYPE_INTEGER, &whole) == 0); // towards zero it is 7
 }
 
-TEST_CASE("a properties line may stop early, and is refused as a whole") {
+TEST_CASE("a range is sent with any part of its line") {
     const struct {
         const char* text;
         LRESULT taken;
-        const char* properties;
         float sent;
     } rows[] = {
-        {"5", 1, "5,50,20", 20.0F},           {"5,30", 1, "5,30,20", 20.0F},
-        {"5,30,99", 1, "5,30,30", 30.0F},     {"-5,5,-1e30", 1, "-5,5,-5", -5.0F},
-        {"100,0,50", 1, "100,0,100", 100.0F}, {"5,30,x", 0, "0,50,20", NOTHING_SENT},
-    };
+        {"5", 1, 20.0F}, {"5,30,99", 1, 30.0F}, {"-5,5,-1e30", 1, -5.0F}, {"5,30,x", 0, NOTHING_SENT}};
     for (const auto& row : rows) {
         INFO(std::string(row.text));
         const TestKnob test;
         Load(test.knob, "properties=0,50,20");
         SetValue(test.target, NOTHING_SENT);
         CHECK(Load(test.knob, std::string("properties=") + row.text) == row.taken);
-        CHECK(Text(test.knob, "properties") == row.properties);
         CHECK(Value(test.target) == row.sent);
     }
 }

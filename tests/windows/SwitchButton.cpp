@@ -163,45 +163,33 @@ TEST_CASE_FIXTURE(Fixture, "a set takes one of the two values and sends a change
     CHECK(target.Take() == "0");
 }
 
-TEST_CASE_FIXTURE(Fixture, "the image has the dark and the lit face") {
-    Load(button, "caption=");
-    CHECK(Load(button, "bitmap=.\\Controls\\SWITCHBUTTON_green_48x24.bmp") == 1);
-    const auto centre = [this] {
-        ObjectOf(button).flags = 0;
-        return Picture(button).At(24, 12);
-    };
-    const COLORREF dark = centre();
-    PressButton(button);
-    const COLORREF held = centre();
-    ReleaseButton(button);
-    CHECK(held != dark);
-    CHECK(centre() == held);
-    CHECK(SendMessageA(button, CWM_GETPREFERREDWIDTH, 0, 0) == 48);
-    Click(button);
-    CHECK(centre() == dark);
-}
-
-TEST_CASE_FIXTURE(Fixture, "an image of three faces has one for a switch that is held down") {
-    Load(button, "caption=");
-    REQUIRE(Load(button, "bitmap=.\\Controls\\SWITCHBUTTON_lamp_red_32x28.bmp") == 1);
-    CHECK(SendMessageA(button, CWM_GETPREFERREDWIDTH, 0, 0) == 32);
+TEST_CASE_FIXTURE(Fixture,
+                  "the image has a dark and a lit face, and of three one for a switch that is held down") {
     struct Face {
         COLORREF lamp, key;
     };
-    const auto face = [this] {
-        ObjectOf(button).flags = 0;
-        const Picture picture(button);
-        return Face{picture.At(16, 6), picture.At(16, 20)};
-    };
-    const Face off = face();
-    PressButton(button);
-    const Face held = face();
-    ReleaseButton(button);
-    const Face on = face();
-    CHECK(held.key != off.key);
-    CHECK(GetRValue(held.lamp) < 100);
-    CHECK(on.key == off.key);
-    CHECK(GetRValue(on.lamp) > 200);
+    for (const bool hasThree : {false, true}) {
+        CAPTURE(hasThree);
+        LoadLines(button, "caption=|value=0");
+        REQUIRE(Load(button, hasThree ? "bitmap=.\\Controls\\SWITCHBUTTON_lamp_red_32x28.bmp"
+                                      : "bitmap=.\\Controls\\SWITCHBUTTON_green_48x24.bmp") == 1);
+        CHECK(SizeText(button) == (hasThree ? "32 x 28" : "48 x 24"));
+        const auto face = [this, hasThree] {
+            ObjectOf(button).flags = 0;
+            const Picture picture(button);
+            return hasThree ? Face{picture.At(16, 6), picture.At(16, 20)} : Face{picture.At(24, 12), 0};
+        };
+        const Face off = face();
+        PressButton(button);
+        const Face held = face();
+        ReleaseButton(button);
+        const Face on = face();
+        CHECK(on.lamp != off.lamp);
+        CHECK(on.key == off.key);
+        CHECK((held.key != off.key) == hasThree);
+        CHECK((held.lamp == on.lamp) == !hasThree); // of two it is the lit one
+        CHECK((!hasThree || (GetRValue(held.lamp) < 100 && GetRValue(on.lamp) > 200)));
+    }
 }
 
 TEST_SUITE_END();
