@@ -1,5 +1,7 @@
 #include "tests/windows/Buttons.h"
 
+#include "logic/Text.h"
+
 namespace {
 
 constexpr const char* RECORDER_CLASS = "TestRecorder";
@@ -98,6 +100,22 @@ std::string Answer::Question() {
 
 Answer::~Answer() {
     Question();
+}
+
+bool LoadLines(HWND control, const std::string& lines, WPARAM mode) {
+    bool areTaken = true;
+    for (const std::string_view line : logic::SplitFields(lines, '|')) {
+        areTaken = Load(control, std::string(line), mode) == 1 && areTaken;
+    }
+    return areTaken;
+}
+
+std::string SizeText(HWND control) {
+    RECT client;
+    GetClientRect(control, &client);
+    const RECT& known = ObjectOf(control).rectangle;
+    CHECK((known.right - known.left == client.right && known.bottom - known.top == client.bottom));
+    return std::to_string(client.right) + " x " + std::to_string(client.bottom);
 }
 
 void PressButton(HWND button, WPARAM keys) {

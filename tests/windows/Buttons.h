@@ -47,6 +47,11 @@ private:
     std::thread thread_;
 };
 
+// Loads lines that are separated by "|"; whether all were taken.
+bool LoadLines(HWND control, const std::string& lines, WPARAM mode = LOAD_FROM_DIALOG);
+// "WIDTH x HEIGHT"; the rectangle that the panel knows is to have the same size.
+std::string SizeText(HWND control);
+
 void PressButton(HWND button, WPARAM keys = MK_LBUTTON);
 void ReleaseButton(HWND button, WPARAM keys = 0);
 void Click(HWND button);

@@ -1,11 +1,10 @@
 // The clock: its text, its size, its timer and what a click sends.
 
 #include "logic/ClockText.h"
-#include "tests/windows/TestPanel.h"
+#include "tests/windows/Buttons.h"
+#include "tests/windows/ImportHook.h"
 
 #include <algorithm>
-#include <cstdio>
-#include <cstring>
 #include <thread>
 
 TEST_SUITE_BEGIN("Clock");
@@ -13,30 +12,30 @@ TEST_SUITE_BEGIN("Clock");
 namespace {
 
 SIZE SizeOf(HWND control) {
-    RECT client;
-    GetClientRect(control, &client);
     const RECT& rectangle = ObjectOf(control).rectangle;
-    CHECK(rectangle.right - rectangle.left == client.right);
-    CHECK(rectangle.bottom - rectangle.top == client.bottom);
-    return {client.right, client.bottom};
+    return {rectangle.right - rectangle.left, rectangle.bottom - rectangle.top};
 }
 
-bool AwaitsPaint(HWND control) {
-    const bool awaits = GetUpdateRect(control, nullptr, FALSE) != 0;
-    ValidateRect(control, nullptr);
-    return awaits;
-}
+// What the library takes for the local time, and for the milliseconds since the start.
+SYSTEMTIME localTime{2026, 8, 1, 31, 23, 59, 59, 0};
+DWORD ticks = 0;
 
-void Click(HWND control) {
-    SendMessageA(control, WM_LBUTTONDOWN, MK_LBUTTON, At(5, 5));
-    SendMessageA(control, WM_LBUTTONUP, 0, At(5, 5));
+struct OwnTime {
+    ImportHook local{CONTROL_LIBRARY, "GetLocalTime",
+                     +[](SYSTEMTIME* time) __attribute__((stdcall)){* time = localTime;
 }
+}; // namespace
+ImportHook count{CONTROL_LIBRARY, "GetTickCount", +[]() __attribute__((stdcall)){return ticks;
+}
+}
+;
+}
+;
 
-SYSTEMTIME Now() {
-    SYSTEMTIME now;
-    GetLocalTime(&now);
-    now.wMilliseconds = 0;
-    return now;
+std::string TextOf(const SYSTEMTIME& time, logic::ClockLanguage language) {
+    return logic::ClockText(
+        {time.wYear, time.wMonth, time.wDay, time.wDayOfWeek, time.wHour, time.wMinute, time.wSecond},
+        language);
 }
 
 // A text drawn by the test itself, centred on a ground of the given colour.
@@ -77,40 +76,29 @@ private:
     RECT extent_{};
 };
 
-// Whether the clock, 40 pixels wider and higher than it has to be, shows the present time in that language.
+// Whether the clock, 40 pixels wider and higher than it has to be, shows the time in that language.
 void CheckShownTime(logic::ClockLanguage language) {
+    const OwnTime time;
     TestPanel panel;
     Load(panel.Window(), "background=0x00204060");
-    for (int attempt = 0; attempt < 5; ++attempt) { // the second may change in between
-        const SYSTEMTIME now = Now();
-        HWND clock = panel.Create("CLOCK", "Clock");
-        const SIZE measured = SizeOf(clock);
-        const SIZE size{measured.cx + 40, measured.cy + 40};
-        SetWindowPos(clock, nullptr, 0, 0, size.cx, size.cy, SWP_NOMOVE | SWP_NOZORDER);
-        const Picture picture(clock);
-        if (const SYSTEMTIME after = Now(); std::memcmp(&now, &after, sizeof now) != 0) {
-            DestroyWindow(clock);
-            continue;
+    HWND clock = panel.Create("CLOCK", "Clock");
+    const SIZE measured = SizeOf(clock);
+    const SIZE size{measured.cx + 40, measured.cy + 40};
+    SetWindowPos(clock, nullptr, 0, 0, size.cx, size.cy, SWP_NOMOVE | SWP_NOZORDER);
+    const Picture picture(clock);
+    const DrawnText expected(TextOf(localTime, language), "Tahoma,20,bold", 0x00E6160B, 0x00204060, size);
+    CHECK(measured.cx == std::max(expected.Extent().cx, 100L));
+    CHECK(measured.cy == std::max(expected.Extent().cy, 40L));
+    int letters = 0;
+    int different = 0;
+    for (int y = 0; y < size.cy; ++y) {
+        for (int x = 0; x < size.cx; ++x) {
+            letters += expected.At(x, y) != 0x00204060;
+            different += picture.At(x, y) != expected.At(x, y);
         }
-        const std::string text = logic::ClockText(
-            {now.wYear, now.wMonth, now.wDay, now.wDayOfWeek, now.wHour, now.wMinute, now.wSecond}, language);
-        CAPTURE(text);
-        const DrawnText expected(text, "Tahoma,20,bold", 0x00E6160B, 0x00204060, size);
-        CHECK(measured.cx == std::max(expected.Extent().cx, 100L));
-        CHECK(measured.cy == std::max(expected.Extent().cy, 40L));
-        int letters = 0;
-        int different = 0;
-        for (int y = 0; y < size.cy; ++y) {
-            for (int x = 0; x < size.cx; ++x) {
-                letters += expected.At(x, y) != 0x00204060;
-                different += picture.At(x, y) != expected.At(x, y);
-            }
-        }
-        CHECK(letters > 500);
-        CHECK(different == 0);
-        return;
     }
-    FAIL("every attempt took more than a second");
+    CHECK(letters > 500);
+    CHECK(different == 0);
 }
 
 } // namespace
@@ -127,66 +115,22 @@ TEST_CASE("German: the clock speaks it" * doctest::skip()) { // run by itself, o
     CheckShownTime(logic::ClockLanguage::German);
 }
 
-TEST_CASE("keywords are answered, taken and refused") {
+TEST_CASE("the keywords of a clock take texts only, and it has no value") {
     TestPanel panel;
-    const TraceCapture trace;
-    const TestFolder folder;
-    const std::string face = folder.Write("face.bmp", BitmapFile(3, 2, 0));
     HWND clock = panel.Create("CLOCK", "Clock");
-    const struct {
-        const char* keyword;
-        std::string initial;
-        std::string set;
-        std::vector<std::string> refused;
-    } rows[] = {
-        {"backgroundcolor", "0x00000000", "0x00123456", {"", "red"}},
-        {"bitmap", "", face, {}},
-        {"caption", "", "", {}},
-        {"click", "", "exactly15bytes=", {"sixteen=16 bytes"}},
-        {"font", "Tahoma,20,bold", "Tahoma,8", {"", "Tahoma", ",8", "Tahoma,0", "Tahoma,8,italic"}},
-        {"interval", "250", "700", {"", "-1"}},
-        {"layer", "", "u1,u3", {"u99"}},
-        {"level", "u1,u3", "u2", {"no"}},
-        {"textcolor", "0x00e6160b", "0x0000ff00", {"", "x"}},
-    };
-    for (const auto& row : rows) {
-        CAPTURE(row.keyword);
-        const std::string line = std::string(row.keyword) + "=";
-        CHECK(Text(clock, row.keyword) == row.initial);
-        CHECK(Load(clock, line + row.set) == 1);
-        CHECK(Text(clock, row.keyword) == row.set);
-        for (const std::string& text : row.refused) {
-            CAPTURE(text);
-            CHECK(Load(clock, line + text) == 0);
-            CHECK(Text(clock, row.keyword) == row.set);
-        }
-        int number = 7; // texts only
-        CHECK(Send(clock, COMMAND_SET, DATATYPE_INTEGER, &number, row.keyword) == 0);
-        CHECK(Send(clock, COMMAND_GET, DATATYPE_INTEGER, &number, row.keyword) == 0);
+    int number = 7;
+    for (const KEYWORDROW* row = ObjectOf(clock).GetHostinfoTable(); row->keyword != nullptr; ++row) {
+        CAPTURE(row->keyword);
+        CHECK(Send(clock, COMMAND_SET, DATATYPE_INTEGER, &number, row->keyword) == 0);
+        CHECK(Send(clock, COMMAND_GET, DATATYPE_INTEGER, &number, row->keyword) == 0);
         CHECK(number == 7);
     }
-    CHECK(Load(clock, "caption=anything") == 1);
-    CHECK(Text(clock, "caption").empty());
-    for (const char* keyword : {"value", " "}) {
+    const TraceCapture trace;
+    for (const char* keyword : {"value", " ", "nosuch"}) {
         CHECK(Load(clock, std::string(keyword) + "=1") == 0);
         CHECK(Text(clock, keyword).empty());
     }
-    CHECK(Load(clock, "nosuch=1") == 0);
     CHECK(trace.Count(TRACE_DEBUG, "Clock Keyword not found: nosuch\n") == 1);
-}
-
-TEST_CASE("what a clock saves it loads again without complaint") {
-    const TestFolder folder;
-    const std::string path = folder.Path("clock.panel");
-    TestPanel panel;
-    Load(panel.Create("CLOCK", "Clock"), "connection=Clock");
-    CHECK(ph_SavePanel(panel.Root(), path.c_str()) == 1);
-    CHECK(ReadBytes(path).find("Clock*backgroundcolor=0x00000000\r\nClock*bitmap=\r\nClock*caption=\r\n"
-                               "Clock*click=\r\nClock*font=Tahoma,20,bold\r\nClock*interval=250\r\n"
-                               "Clock*textcolor=0x00e6160b\r\nClock*connection=Clock\r\n") !=
-          std::string::npos);
-    CHECK(ph_LoadPanel(panel.Root(), path.c_str()) >= 0);
-    CHECK(a_LoadErrorCount(panel.Root()) == 0);
 }
 
 TEST_CASE("the text widens the clock and never narrows it, an image gives it its size") {
@@ -194,20 +138,16 @@ TEST_CASE("the text widens the clock and never narrows it, an image gives it its
     const TestFolder folder;
     const std::string face = folder.Write("face.bmp", BitmapFile(30, 20, 0x0000FF));
     HWND clock = panel.Create("CLOCK", "Clock");
-    const SIZE initial = SizeOf(clock);
+    const std::string initial = SizeText(clock);
     CHECK(Load(clock, "font=Tahoma,8") == 1);
-    CHECK(SizeOf(clock).cx == initial.cx);
-    CHECK(SizeOf(clock).cy == initial.cy);
+    CHECK(SizeText(clock) == initial);
+    const SIZE before = SizeOf(clock);
     CHECK(Load(clock, "font=Tahoma,40,bold") == 1);
-    CHECK(SizeOf(clock).cx > initial.cx);
-    CHECK(SizeOf(clock).cy > initial.cy);
-
-    CHECK(Load(clock, "bitmap=" + face) == 1);
-    CHECK(SizeOf(clock).cx == 30);
-    CHECK(SizeOf(clock).cy == 20);
-    CHECK(Load(clock, "font=Tahoma,20") == 1);
-    CHECK(SizeOf(clock).cx == 30);
-    CHECK(SendMessageA(clock, CWM_GETPREFERREDWIDTH, 0, 0) == 30);
+    CHECK((SizeOf(clock).cx > before.cx && SizeOf(clock).cy > before.cy));
+    for (const std::string& line : {"bitmap=" + face, std::string("font=Tahoma,20")}) {
+        CHECK(Load(clock, line) == 1);
+        CHECK(SizeText(clock) == "30 x 20");
+    }
     CHECK(Picture(clock).At(15, 10) == RGB(0, 0, 255)); // on top of the text
     const int bitmaps = a_BitmapCount();
     CHECK(Load(clock, "bitmap=nosuch.bmp") == 0);
@@ -215,36 +155,42 @@ TEST_CASE("the text widens the clock and never narrows it, an image gives it its
     CHECK(a_BitmapCount() == bitmaps - 1);
     CHECK(Picture(clock).At(0, 0) != RGB(0, 0, 255));
     CHECK(Load(clock, "bitmap=") == 1);
-    CHECK(SizeOf(clock).cx == 30);
+    CHECK(SizeText(clock) == "30 x 20");
 }
 
-TEST_CASE("the timer redraws at most about twice a second") {
+TEST_CASE("the timer redraws about twice a second, and measures the text of each new day") {
+    const OwnTime time;
     TestPanel panel(TestPanel::Visible);
     HWND clock = panel.Create("CLOCK", "Clock");
-    const DWORD start = GetTickCount();
-    SendMessageA(clock, WM_TIMER, 0, 0);
-    CHECK(AwaitsPaint(clock));
-    for (bool early = true; early; Sleep(5)) {
+    Load(clock, "font=Tahoma,30,bold");
+    const auto isRedrawnAfter = [clock](DWORD milliseconds) {
+        UpdateWindow(clock);
+        ticks += milliseconds;
         SendMessageA(clock, WM_TIMER, 0, 0);
-        early = GetTickCount() - start < 501; // the tick itself was even earlier
-        CHECK_FALSE((early && AwaitsPaint(clock)));
-    }
-    SendMessageA(clock, WM_TIMER, 0, 0);
-    ValidateRect(clock, nullptr);
-    for (const DWORD second = GetTickCount(); GetTickCount() - second < 501;) {
-        Sleep(5);
-    }
+        return GetUpdateRect(clock, nullptr, FALSE) != 0;
+    };
+    CHECK(isRedrawnAfter(501));
+    CHECK_FALSE(isRedrawnAfter(500));
+    CHECK(isRedrawnAfter(1));
     SetCapture(clock);
-    SendMessageA(clock, WM_TIMER, 0, 0);
-    CHECK_FALSE(AwaitsPaint(clock));
+    CHECK_FALSE(isRedrawnAfter(501));
     ReleaseCapture();
-    SendMessageA(clock, WM_TIMER, 0, 0);
-    CHECK(AwaitsPaint(clock));
+    CHECK(isRedrawnAfter(0));
+    const SYSTEMTIME days[] = {{2026, 9, 2, 1, 0, 0, 0, 0}, {2026, 5, 6, 2, 0, 0, 0, 0}}; // September is wide
+    LONG width = SizeOf(clock).cx;
+    for (const SYSTEMTIME& day : days) {
+        localTime = day;
+        CHECK(isRedrawnAfter(501));
+        const std::string text = TextOf(day, logic::ClockLanguageOf(GetUserDefaultLangID()));
+        const LONG needed = DrawnText(text, "Tahoma,30,bold", 0, 0, {1, 1}).Extent().cx;
+        CHECK((needed > width) == (day.wMonth == 9));
+        width = std::max(width, needed);
+        CHECK(SizeOf(clock).cx == width);
+    }
 }
 
-TEST_CASE("a click sends the click template") {
+TEST_CASE("a click sends the click template, looked for among siblings first") {
     TestPanel panel;
-    panel.Declare("A*device=simulated\r\nA*gain=float,-80,18,-20,dB\r\n");
     HWND other = panel.Create("BSTATIC", "B");
     HWND strip = panel.Create("MIXER", "S");
     HWND child = CreateControl("BSTATIC", "B", strip, &ObjectOf(strip));
@@ -255,74 +201,50 @@ TEST_CASE("a click sends the click template") {
         Click(control);
     };
     const auto title = [&panel] { return Text(panel.Window(), "title"); };
-
+    const auto intervals = [&] { return std::pair(ObjectOf(other).interval, ObjectOf(child).interval); };
     clickOn(clock, "B*interval=7");
-    CHECK(ObjectOf(other).interval == 7);
-    CHECK(ObjectOf(child).interval == 1000);
-    clickOn(inner, "B*interval=8"); // among its siblings first
-    CHECK(ObjectOf(other).interval == 7);
-    CHECK(ObjectOf(child).interval == 8);
-    clickOn(clock, "A*gain=-5.5");
-    CHECK(panel.Parameter("A*gain") == "-5.5");
-    clickOn(clock, "A*nosuch=1");
-    clickOn(clock, "B*nosuch=1");
-    CHECK(Text(other) == "B"); // an unknown keyword sets nothing
-    clickOn(clock, "Z*interval=9");
-
+    CHECK(intervals() == std::pair(7, 1000));
+    clickOn(inner, "B*interval=8");
+    CHECK(intervals() == std::pair(7, 8));
     clickOn(inner, "title=%n");
     CHECK(title() == "S*Clock");
-    clickOn(clock, "title=%l 100%");
+    clickOn(clock, "title=%l 100%"); // it has no caption
     CHECK(title() == "%l 100%");
     CHECK(Load(clock, "connection=B;S*B;%n*nobody") == 1);
     clickOn(clock, "title=%c");
     CHECK(title() == "B;S*B;%n*nobody");
     clickOn(clock, "interval=9"); // the root does not know it
-    CHECK(ObjectOf(other).interval == 9);
-    CHECK(ObjectOf(child).interval == 9);
-
-    clickOn(clock, "%n*click=!");
-    CHECK(Text(clock, "click") == "!");
-    Click(clock);
+    CHECK(intervals() == std::pair(9, 9));
     DestroyWindow(child);
     clickOn(clock, "interval=10"); // one of the connected is gone
     CHECK(ObjectOf(other).interval == 10);
+    clickOn(clock, "%n*click=!");
+    CHECK(Text(clock, "click") == "!");
 
     // A click that is the panel's sends nothing.
     Load(clock, "click=title=no");
     SendMessageA(clock, WM_LBUTTONUP, MK_CONTROL, At(5, 5));
     ph_SetMode(panel.Root(), 1);
     Click(clock);
-    MSG posted;
-    CHECK(TakePosted(panel.Window(), WM_LBUTTONDOWN, posted));
     CHECK(title() == "B;S*B;%n*nobody");
 }
 
-TEST_CASE("a clock takes neither focus nor capture, has no dialog and colours its children") {
+TEST_CASE("a clock has no dialog and colours its children") {
     TestPanel panel(TestPanel::Visible);
     HWND clock = panel.Create("CLOCK", "Clock");
-    SetFocus(panel.Window());
-    SendMessageA(clock, WM_LBUTTONDOWN, MK_LBUTTON, At(5, 5));
-    CHECK(GetFocus() == panel.Window());
-    CHECK(GetCapture() == nullptr);
-    CHECK(SendMessageA(clock, CWM_GETCONTROLTYPE, 0, 0) == 0);
     HWND dialog = panel.Window();
     CHECK(SendMessageA(clock, CWM_PARAMETERDLG, 0, reinterpret_cast<LPARAM>(&dialog)) == 0);
-    CHECK(dialog == panel.Window());
-    CHECK(ObjectOf(clock).dialog == nullptr);
-
+    CHECK((dialog == panel.Window() && ObjectOf(clock).dialog == nullptr));
     const HDC dc = CreateCompatibleDC(nullptr);
-    for (const COLORREF colour : {RGB(0, 0, 0), RGB(1, 2, 3)}) {
-        char line[40];
-        std::snprintf(line, sizeof line, "backgroundcolor=0x%08x", static_cast<unsigned>(colour));
+    for (const auto& [line, colour] :
+         {std::pair("backgroundcolor=0x00000000", 0), {"backgroundcolor=0x00030201", 0x030201}}) {
         Load(clock, line);
         const auto brush =
             reinterpret_cast<HBRUSH>(SendMessageA(clock, WM_CTLCOLORSTATIC, reinterpret_cast<WPARAM>(dc), 0));
         LOGBRUSH described{};
         CHECK(GetObjectA(brush, sizeof described, &described) != 0);
-        CHECK(described.lbColor == colour);
-        CHECK(GetBkColor(dc) == colour);
-        CHECK(GetTextColor(dc) == 0x00E6160B);
-        CHECK(GetBkMode(dc) == TRANSPARENT);
+        CHECK((described.lbColor == static_cast<COLORREF>(colour) && GetBkColor(dc) == described.lbColor));
+        CHECK((GetTextColor(dc) == 0x00E6160B && GetBkMode(dc) == TRANSPARENT));
     }
     DeleteDC(dc);
 }

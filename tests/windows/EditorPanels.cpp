@@ -41,22 +41,33 @@ std::string SelectedOf(HWND list) {
     return TextOf(list);
 }
 
-std::string LabelsAndFields(HWND panel) {
-    int labels = 0;
-    int fields = 0;
+std::string LayoutOf(HWND panel) {
+    std::string layout;
     for (HWND child = GetWindow(panel, GW_CHILD); child != nullptr; child = GetWindow(child, GW_HWNDNEXT)) {
         const auto style = static_cast<DWORD>(GetWindowLongA(child, GWL_STYLE));
         char name[32] = "";
         GetClassNameA(child, name, sizeof name);
-        if (lstrcmpiA(name, "STATIC") == 0 && (style & SS_NOTIFY) == 0) { // titles can be clicked
-            CHECK((style & SS_CENTERIMAGE) != 0);
-            ++labels;
-        } else if (lstrcmpiA(name, "EDIT") == 0) {
-            CHECK((style & ES_AUTOHSCROLL) != 0);
-            ++fields;
+        const std::string kind = name;
+        const auto buddy = reinterpret_cast<HWND>(SendMessageA(child, UDM_GETBUDDY, 0, 0));
+        std::string place = PlaceOf(child);
+        if (kind == UPDOWN_CLASSA) {
+            RECT arrows{};
+            RECT field{};
+            GetWindowRect(child, &arrows);
+            GetWindowRect(buddy, &field);
+            CHECK((arrows.left == field.right || arrows.right > field.right)); // beside or on it
+            place = std::to_string(GetDlgCtrlID(buddy));
+        } else if (kind == "Edit") {
+            place.resize(place.find(',', place.find(',') + 1));
         }
+        layout += (layout.empty() ? "" : "; ") + std::to_string(GetDlgCtrlID(child)) + " " + kind + " " +
+                  (kind == "Edit" || kind == "ComboBox" ? "" : TextOf(child)) + " " + place;
+        layout += IsShown(child) ? "" : " hidden";
+        layout += (style & WS_TABSTOP) != 0 ? " Tab" : "";
+        layout += kind == "Static" && (style & SS_CENTERIMAGE) != 0 ? " centred" : "";
+        layout += kind == "Edit" && (style & ES_AUTOHSCROLL) != 0 ? " scrolls" : "";
     }
-    return std::to_string(labels) + " " + std::to_string(fields);
+    return layout;
 }
 
 void TypeInto(HWND panel, int fieldId, const char* typed, WPARAM key) {
@@ -100,7 +111,7 @@ void PressKey(WPARAM key, bool shift) {
 }
 
 bool WaitForMenu(bool isOpen) {
-    for (int i = 0; i < 400; ++i) {
+    for (int i = 0; i < 4000; ++i) {
         if ((FindWindowA("#32768", nullptr) != nullptr) == isOpen) {
             return true;
         }
@@ -112,18 +123,30 @@ bool WaitForMenu(bool isOpen) {
     return false;
 }
 
-void ChooseFromMenu(HWND owner, int down, const std::function<void()>& open) {
-    std::thread user([owner, down] {
+void ChooseFromMenu(HWND panel, int childId, int down) {
+    std::thread user([panel, down] {
         WaitForMenu(true);
         for (int i = 0; i < down; ++i) {
-            PostMessageA(owner, WM_KEYDOWN, VK_DOWN, 0);
+            PostMessageA(panel, WM_KEYDOWN, VK_DOWN, 0);
         }
-        PostMessageA(owner, WM_KEYDOWN, VK_RETURN, 0);
+        PostMessageA(panel, WM_KEYDOWN, VK_RETURN, 0);
         if (!WaitForMenu(false)) {
-            PostMessageA(owner, WM_KEYDOWN, VK_ESCAPE, 0);
+            PostMessageA(panel, WM_KEYDOWN, VK_ESCAPE, 0);
         }
     });
-    open();
+    SendMessageA(panel, WM_CONTEXTMENU, reinterpret_cast<WPARAM>(Item(panel, childId)), At(200, 200));
     user.join();
     Pump(1);
+}
+
+void PutOnClipboard(UINT format, const void* bytes, std::size_t size) {
+    REQUIRE(OpenClipboard(nullptr));
+    EmptyClipboard();
+    if (bytes != nullptr) {
+        const HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE, size);
+        std::memcpy(GlobalLock(block), bytes, size);
+        GlobalUnlock(block);
+        SetClipboardData(format, block);
+    }
+    CloseClipboard();
 }

@@ -4,7 +4,6 @@
 
 #include <commctrl.h>
 #include <cstring>
-#include <functional>
 #include <string>
 #include <thread>
 #include <vector>
@@ -84,8 +83,10 @@ std::string PlaceOf(HWND child);
 std::string ItemsOf(HWND list);
 std::string SelectedOf(HWND list);
 
-// Whether all labels are centred vertically and all fields scroll; how many there are: "6 3".
-std::string LabelsAndFields(HWND panel);
+// All children in their order: number, class, text, place (of a field only left and top, its arrows take some
+// of it; of arrows the number of their field), and "hidden", "Tab", "centred", "scrolls" where it is so. "; "
+// between.
+std::string LayoutOf(HWND panel);
 
 // What a user does to a child: a text typed and ended by a key or the loss of the focus, an arrow pressed, an
 // item chosen.
@@ -98,6 +99,10 @@ void PressKey(WPARAM key, bool shift = false);
 
 // Whether a menu opens, or closes, soon. Called from another thread.
 bool WaitForMenu(bool isOpen);
-// Chooses an entry of the menu that the action opens, by the number of steps down. One that cannot be chosen
-// is left by Escape.
-void ChooseFromMenu(HWND owner, int down, const std::function<void()>& open);
+// Chooses an entry of the menu of a child, by the number of steps down. One that cannot be chosen is left by
+// Escape.
+void ChooseFromMenu(HWND panel, int childId, int down);
+constexpr int COPY = 1, PASTE = 2; // the entries
+
+// Null only empties it.
+void PutOnClipboard(UINT format, const void* bytes, std::size_t size);

@@ -12,7 +12,8 @@ namespace {
 
 constexpr SIZE_T SMALLEST = 8;
 constexpr SIZE_T PAGE = 4096;
-constexpr LONG PAGE_COUNT = 100000; // used in turn; where none is free a block comes from the heap as before
+constexpr SIZE_T SLOT = 2 * PAGE;   // for one block
+constexpr LONG SLOT_COUNT = 50000;  // used in turn; where none is free a block comes from the heap as before
 constexpr ULONG USER_FLAGS = 0xE00; // of an allocation; the system keeps them for the owner
 
 struct Block {
@@ -23,21 +24,21 @@ struct Block {
     LONG isUsed;
 };
 
-char* pages = nullptr;
+char* slots = nullptr;
 Block* blocks = nullptr;
 LONG turn = 0;
 
 bool IsTrapped(const void* memory) {
     const auto* byte = static_cast<const char*>(memory);
-    return byte >= pages && byte < pages + PAGE_COUNT * PAGE;
+    return byte >= slots && byte < slots + SLOT_COUNT * SLOT;
 }
 
-SIZE_T PageOf(const void* memory) {
-    return static_cast<SIZE_T>(static_cast<const char*>(memory) - pages) / PAGE;
+SIZE_T SlotOf(const void* memory) {
+    return static_cast<SIZE_T>(static_cast<const char*>(memory) - slots) / SLOT;
 }
 
 Block& BlockOf(const void* memory) {
-    return blocks[PageOf(memory)];
+    return blocks[SlotOf(memory)];
 }
 
 // The system's functions as they were.
@@ -52,23 +53,31 @@ BOOLEAN(WINAPI* setUserValue)(HANDLE, ULONG, void*, void*);
 BOOLEAN(WINAPI* setUserFlags)(HANDLE, ULONG, void*, ULONG, ULONG);
 } // namespace heap
 
-// At the end of its page, so that going beyond it is seen, too.
+SIZE_T PagesFor(SIZE_T size) {
+    return (size + PAGE - 1) / PAGE * PAGE;
+}
+
+// Blocks lie at the end of their pages, so that going beyond it is seen, too.
+SIZE_T OffsetOf(SIZE_T size) {
+    return (PagesFor(size) - size) & ~SIZE_T{7};
+}
+
 void* WINAPI Allocate(HANDLE from, ULONG flags, SIZE_T size) {
-    for (int tries = 0; size >= SMALLEST && size <= PAGE && tries < 1000; ++tries) {
-        const LONG page = static_cast<LONG>(static_cast<ULONG>(InterlockedIncrement(&turn)) % PAGE_COUNT);
-        Block& block = blocks[page];
+    for (int tries = 0; size >= SMALLEST && size <= SLOT && tries < 1000; ++tries) {
+        const ULONG slot = static_cast<ULONG>(InterlockedIncrement(&turn)) % SLOT_COUNT;
+        Block& block = blocks[slot];
         if (InterlockedCompareExchange(&block.isUsed, 1, 0) != 0) {
             continue;
         }
-        char* begin = pages + static_cast<SIZE_T>(page) * PAGE;
-        if (VirtualAlloc(begin, PAGE, MEM_COMMIT, PAGE_READWRITE) == nullptr) {
+        char* begin = slots + slot * SLOT;
+        if (VirtualAlloc(begin, PagesFor(size), MEM_COMMIT, PAGE_READWRITE) == nullptr) {
             InterlockedExchange(&block.isUsed, 0);
             break;
         }
         block.size = size;
         block.userValue = nullptr;
         block.userFlags = flags & USER_FLAGS;
-        return begin + ((PAGE - size) & ~SIZE_T{7});
+        return begin + OffsetOf(size);
     }
     return heap::allocate(from, flags, size);
 }
@@ -83,7 +92,7 @@ BOOLEAN WINAPI Release(HANDLE from, ULONG flags, void* memory) {
     }
     std::fill(std::begin(block.freedBy), std::end(block.freedBy), nullptr);
     CaptureStackBackTrace(1, static_cast<DWORD>(std::size(block.freedBy)), block.freedBy, nullptr);
-    VirtualFree(pages + PageOf(memory) * PAGE, PAGE, MEM_DECOMMIT);
+    VirtualFree(slots + SlotOf(memory) * SLOT, SLOT, MEM_DECOMMIT);
     InterlockedExchange(&block.isUsed, 0);
     return TRUE;
 }
@@ -205,7 +214,7 @@ LONG CALLBACK EndAtUse(EXCEPTION_POINTERS* exception) {
         return EXCEPTION_CONTINUE_SEARCH;
     }
     const Block& block = BlockOf(used);
-    const char* begin = pages + PageOf(used) * PAGE + ((PAGE - block.size) & ~SIZE_T{7});
+    const char* begin = slots + SlotOf(used) * SLOT + OffsetOf(block.size);
     std::printf("freed memory: byte %d of %lu is %s\n", static_cast<int>(used - begin), block.size,
                 record.ExceptionInformation[0] == 0 ? "read" : "written");
     PrintPlace("by", record.ExceptionAddress);
@@ -222,13 +231,13 @@ LONG CALLBACK EndAtUse(EXCEPTION_POINTERS* exception) {
 } // namespace
 
 bool TrapFreedMemory() {
-    if (pages != nullptr) {
+    if (slots != nullptr) {
         return true;
     }
     blocks = static_cast<Block*>(
-        VirtualAlloc(nullptr, PAGE_COUNT * sizeof(Block), MEM_COMMIT | MEM_RESERVE, PAGE_READWRITE));
-    pages = static_cast<char*>(VirtualAlloc(nullptr, PAGE_COUNT * PAGE, MEM_RESERVE, PAGE_READWRITE));
-    if (blocks == nullptr || pages == nullptr) {
+        VirtualAlloc(nullptr, SLOT_COUNT * sizeof(Block), MEM_COMMIT | MEM_RESERVE, PAGE_READWRITE));
+    slots = static_cast<char*>(VirtualAlloc(nullptr, SLOT_COUNT * SLOT, MEM_RESERVE, PAGE_READWRITE));
+    if (blocks == nullptr || slots == nullptr) {
         return false;
     }
     AddVectoredExceptionHandler(1, EndAtUse);

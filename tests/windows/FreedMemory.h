@@ -5,3 +5,6 @@
 // end of a block, ends the process there, with a line that says who. It stays on. False where the system's
 // functions begin in a way that is not known here.
 bool TrapFreedMemory();
+
+// First argument of a test program that has it call TrapFreedMemory before anything else.
+constexpr const char* TRAP_SWITCH = "--trap-freed-memory";

@@ -83,27 +83,6 @@ TEST_CASE("with more than two frames the value picks one") {
     CHECK(Picture(led).At(2, 5) != dark);
 }
 
-TEST_CASE("a LED follows levels, numbers and switches") {
-    TestPanel panel;
-    panel.Declare("AMP1*device=simulated\nAMP1*level=float,-80,18,-20,dB\nAMP1*mute=integer,0,1,1,\n");
-    HWND led = panel.Create("LED", "Led");
-    HWND button = panel.Create("BTRISTATEBUTTON", "Switch");
-    Load(led, "function=AMP1*level");
-    Poll(led);
-    CHECK(Value(led) == -20.0F);
-    Load(led, "function=AMP1*mute");
-    Poll(led);
-    CHECK(Value(led) == 1.0F);
-    Load(led, "function=");
-    Load(led, "connection=Switch");
-    Poll(led);
-    CHECK(Value(led) == 0.0F);
-    Click(button);
-    Poll(led);
-    CHECK(Value(led) == 1.0F);
-    CHECK(SendMessageA(led, CWM_GETCONTROLTYPE, 0, 0) == DATATYPE_INTEGER);
-}
-
 TEST_CASE("a LED that is too small for the sign is crossed out when its device is gone") {
     TestPanel panel;
     panel.Declare("AMP1*device=simulated\nAMP1*on=integer,0,1,1,\n");
@@ -128,52 +107,6 @@ TEST_CASE("a LED that is too small for the sign is crossed out when its device i
     ph_SetParameter(panel.Root(), "AMP1*online", "1");
     CHECK_FALSE(IsMarked(led));
     CHECK(Picture(led).At(5, 5) == LIT);
-}
-
-TEST_CASE("single and double presses are the panel's or nobody's") {
-    TestPanel panel(TestPanel::Visible);
-    HWND led = panel.Create("LED", "Led");
-    SetFocus(panel.Window());
-    MSG posted;
-    for (const UINT message : {WM_LBUTTONDOWN, WM_LBUTTONDBLCLK}) {
-        CAPTURE(message);
-        ph_SetMode(panel.Root(), 0);
-        SendMessageA(led, message, MK_LBUTTON, At(1, 1));
-        CHECK_FALSE(TakePosted(panel.Window(), message, posted));
-        SendMessageA(led, message, MK_LBUTTON | MK_CONTROL, At(1, 1));
-        CHECK(TakePosted(panel.Window(), message, posted));
-        ph_SetMode(panel.Root(), 1);
-        SendMessageA(led, message, MK_LBUTTON, At(1, 1));
-        CHECK(TakePosted(panel.Window(), message, posted));
-        SendMessageA(panel.Create("MINIEQ", "Other"), message, MK_LBUTTON, At(1, 1)); // of the same style
-        CHECK(TakePosted(panel.Window(), message, posted));
-    }
-    CHECK(GetCapture() == nullptr);
-}
-
-TEST_CASE("a LED's lines are saved in their order and give the same LED again") {
-    TestPanel panel;
-    const TestFolder folder;
-    const std::string lamp = Lamp(folder);
-    HWND led = panel.Create("LED", "Led");
-    for (const std::string& line :
-         {"bitmap=" + lamp, std::string("frames=4"), std::string("onthreshold=-6"),
-          std::string("offthreshold=-9.5"), std::string("interval=100"), std::string("connection=Other")}) {
-        CHECK(Load(led, line) == 1);
-    }
-    const std::string path = folder.Path("saved.panel");
-    REQUIRE(ph_SavePanel(panel.Root(), path.c_str()) == 1);
-    const std::string saved = ReadBytes(path);
-    CHECK(saved.substr(saved.find("\r\n", saved.find("LED")) + 2) ==
-          "Led*bitmap=" + lamp +
-              "\r\nLed*frames=4\r\nLed*function=\r\nLed*interval=100\r\nLed*offthreshold=-9.5\r\n"
-              "Led*onthreshold=-6\r\nLed*connection=Other\r\n");
-    TestPanel loaded;
-    REQUIRE(ph_LoadPanel(loaded.Root(), path.c_str()) == 1);
-    RECT client;
-    GetClientRect(loaded.Find("Led"), &client);
-    CHECK(client.right == 4);
-    CHECK(Text(loaded.Find("Led"), "offthreshold") == "-9.5");
 }
 
 TEST_SUITE_END();

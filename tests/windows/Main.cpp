@@ -1,5 +1,7 @@
 // Loads the control library, as a host does, and runs the test cases.
 
+#include "tests/windows/FreedMemory.h"
+
 #define DOCTEST_CONFIG_IMPLEMENT
 #include "tests/windows/TestPanel.h"
 
@@ -54,6 +56,10 @@ int main(int argc, char** argv) {
     SetUnhandledExceptionFilter(FailAtCrash);
     AddVectoredExceptionHandler(1, FailAtOwnCrash);
     CopyReplacedLibraries();
+    if (argc > 1 && std::strcmp(argv[1], TRAP_SWITCH) == 0 && !TrapFreedMemory()) {
+        std::fputs("freed memory cannot be trapped on this system\n", stderr);
+        return 1;
+    }
     if (LoadLibraryA(CONTROL_LIBRARY) == nullptr) {
         std::fprintf(stderr, "%s cannot be loaded: error %lu\n", CONTROL_LIBRARY, GetLastError());
         return 1;

@@ -1,5 +1,6 @@
 // What the keywords of all classes take and refuse, and that what was taken comes back from a panel file.
 
+#include "logic/Text.h"
 #include "tests/windows/ControlClasses.h"
 #include "tests/windows/TestPanel.h"
 
@@ -70,6 +71,124 @@ std::string LongestList() {
 }
 
 } // namespace
+
+TEST_CASE("a new control saves its defaults, in the order of its keywords") {
+    const std::pair<const char*, const char*> rows[] = {
+        {"KNOB",
+         "bitmap=.\\Controls\\Knob.bmp|function=|interval=1000|properties=0,100,0|relative=0|resolution=0.5|"
+         "values=|valuescopy=|connection="},
+        {"FADER",
+         "bitmap=|fmt=|function=|interval=100|knobheight=22|properties=-80,0,0|relative=0|resolution=0|"
+         "setvalue=0|values=|valuescopy=|connection="},
+        {"METER", "bitmap=|combine=max|connection=|function=|properties=0,0|connection="},
+        {"LED", "bitmap=|frames=2|function=|interval=250|offthreshold=0.5|onthreshold=0.5|connection="},
+        {"CLOCK", "backgroundcolor=0x00000000|bitmap=|caption=|click=|font=Tahoma,20,bold|interval=250|"
+                  "textcolor=0x00e6160b|connection="},
+        {"BBUTTON",
+         "bitmap=|caption=Click!|captureaccel=1|captureperiod=100|confirm=|click=|dialogentries=|font=ms "
+         "sans "
+         "serif,8|function=|interval=1000|mode=absolute|offvalue=inactive|onvalue=inactive|properties=0,0|"
+         "textcolorwhenpressed=0x00000000|textcolorwhenunpressed=0x00000000|connection="},
+        {"BTRISTATEBUTTON",
+         "bitmap=|caption=Click!|confirm=|confirmwhenpressed=|confirmwhenreleased=|font=ms sans "
+         "serif,8|function=|function1=|interval=1000|offvalue=0|onvalue=1|properties=1,0|textcolor="
+         "0x00000000,0x00000000|textcolorwhenpressed=0x00000000|textcolorwhenreleased=0x00000000|"
+         "connection="},
+        {"BSTATIC", "alignment=left|backgroundcolor=|caption=Control|datatype=string|fmt=|font=ms sans "
+                    "serif,8|function=|interval=1000|textcolor=|connection="},
+        {"BEDIT", "alignment=left|backgroundcolor=|caption=Control|datatype=string|fmt=|font=ms sans "
+                  "serif,8|function=|interval=1000|limits=|readonly=0|textcolor=|connection="},
+        {"EQ", "datatype=mastereq|focus=0|focuscolor=0x0000c800|function=|properties=0,PEQ,6 dB,0 Hz,0 "
+               "dB,0|interval=1000|connection="},
+        {"XOVER", "config=|function=|function1=|function2=|function3=|interval=1000|connection="},
+        {"MIXER", "function=|interval=250|mode=input|stereo=no|connection="},
+    };
+    for (const auto& [className, expected] : rows) {
+        INFO(std::string(className));
+        const TestPanel panel;
+        panel.Create(className, "Control");
+        std::string lines = Saved(panel);
+        std::string own;
+        for (auto end = lines.find("\r\n"); end != std::string::npos; end = lines.find("\r\n")) {
+            const std::string line = lines.substr(0, end);
+            lines.erase(0, end + 2);
+            if (line.starts_with("Control*") && line.find('*', 8) > line.find('=') &&
+                line.find("Control*control=") == std::string::npos) { // none of a child
+                own += (own.empty() ? "" : "|") + line.substr(8);
+            }
+        }
+        CHECK(own == expected);
+    }
+}
+
+TEST_CASE("what a keyword takes, keeps and refuses") {
+    // Lines, with what is answered where it is another, and "!" behind those that are refused.
+    const std::pair<const char*, const char*> classes[] = {
+        {"KNOB",
+         "interval=20|interval=0|interval=-1!|relative=1|resolution=0.125|resolution=0|"
+         "values=1,-2.5,3|values=|layer=u1>layer=|level=anything>level=|properties=-5>properties=-5,100,0|"
+         "properties=100,0,50>properties=100,0,100|properties= 5 , 30>properties=5,30,30"},
+        {"FADER",
+         "properties=-60>properties=-60,0,0|properties=loud!|resolution=.1230>resolution=0.123|"
+         "resolution=0.12345!|resolution=.0005!|resolution=1e5!|resolution=1e400!|" // of five characters
+         "setvalue=-12|knobheight=0!|knobheight=16385!|knobheight=16384|knobheight=1|fmt=%d!|fmt=%f %f!|"
+         "fmt=loud!|fmt=%n!|fmt=%.1f dB, as loud as it gets....!!|"
+         "fmt=%.1f dB, as loud as it gets....|values=1,,2,,3,>values="},
+        {"METER",
+         "properties=5>properties=5,0|properties=,7!|combine=min!|combine=avg|value=loud!| =-4>value=-4"},
+        {"LED", "value=loud!|offthreshold=!|frames=1!|frames=65!|frames=64|onthreshold=-6|offthreshold=-9.5"},
+        {"CLOCK",
+         "backgroundcolor=0x00123456|backgroundcolor=!|backgroundcolor=red!|textcolor=0x00ffffff|"
+         "textcolor=0x01000000!|caption=anything>caption=|click=exactly15bytes=|click=sixteen=16 bytes!|"
+         "font=Tahoma,8|font=!|font=Tahoma!|font=,8!|font=Tahoma,0!|font=Tahoma,8,italic!|interval=700|"
+         "interval=!|layer=u1,u3|layer=u99!|level=u2>layer=u2|level=no!"},
+        {"BBUTTON",
+         "captureperiod=5000>captureperiod=1000|captureperiod=99999999999>captureperiod=1000|"
+         "captureperiod=250|captureaccel=20>captureaccel=10|captureaccel=0.1>captureaccel=0.5|"
+         "captureaccel=2.5|captureaccel=inactive>captureaccel=2.5|captureperiod=-3>captureperiod=inactive|"
+         "captureaccel=3>captureaccel=inactive|captureperiod=abc>captureperiod=inactive|"
+         "properties=6>properties=6,0|properties=7,8|onvalue=9|onvalue=inactive>onvalue=9|value=12|"
+         "onvalue=12>onvalue=inactive|" // the same as the off value
+         "mode=inc>mode=increment|mode=d>mode=decrement|mode=>mode=absolute|confirm=a\\nb|"
+         "dialogentries=1=2*3|font=tahoma,11,bold|font=tahoma!|"
+         "textcolor=ff,0x00FF00>textcolorwhenunpressed=0x000000ff|textcolor=1,1000000!|textcolor=1!|"
+         "textcolorwhenpressed=0xff000000!|ispressed=1!"},
+        {"BTRISTATEBUTTON",
+         "textcolor=0xffffff,0>textcolor=0x00ffffff,0x00000000|textcolorwhenreleased=0x00010203|"
+         "textcolorwhenpressed=12345678901!|confirm=a>confirmwhenreleased=a|"
+         "confirmwhenpressed=a\\tb>confirm=|font=Small Fonts,5|function1=Nobody*text|onvalue=-7|"
+         "caption=MUTE|value=1!|value=on!|offvalue=3>value=3"},
+        {"BSTATIC",
+         "datatype=x!|datatype=!|fmt=%d!|fmt=%f%f!|alignment=middle!|alignment=right|textcolor=red!|"
+         "textcolor=0x0000ff00|backgroundcolor=0x1000000!|backgroundcolor=0x00ffffff|font=Tahoma!"},
+        {"BEDIT", "readonly=2!|readonly=1|limits=-2.5,2.5|limits=5!|limits=|alignment=center|datatype=d|"
+                  "value=6.6>value=7"},
+        {"EQ",
+         "bw=bw|bw=quality>bw=q|datatype=ChannelEQ>datatype=channeleq|datatype=anything>datatype=mastereq|"
+         "disableitems=3f>disableitems=0x3f|disableitems=x!|disableitems=0xfffffff0>disableitems=0x30|"
+         "focus=yes>focus=1|focuscolor=ff>focuscolor=0x000000ff|properties=x!"},
+        {"XOVER", "value=nothing,of,this!|value=!|focus=0"},
+        {"MIXER", "mode=Output>mode=output|mode=Input>mode=input|stereo=maybe>stereo=no|stereo=Y>stereo=yes"},
+    };
+    const TestPanel panel;
+    for (const auto& [className, text] : classes) {
+        HWND control = panel.Create(className, className);
+        for (const std::string_view row : logic::SplitFields(text, '|')) {
+            INFO(std::string(className), " ", std::string(row));
+            const std::string line(row.substr(0, row.find('>')));
+            const std::string answer(row.substr(row.find('>') + 1)); // all of it where there is none
+            const auto valueAt = answer.find('=') + 1;
+            if (row.ends_with('!')) {
+                CheckRefused(control, line.substr(0, valueAt - 1),
+                             line.substr(valueAt, line.size() - valueAt - 1));
+                continue;
+            }
+            CHECK(Load(control, line) == 1);
+            CHECK(Text(control, answer.substr(0, valueAt - 1).c_str()) == answer.substr(valueAt));
+        }
+    }
+    SavedAgain(panel);
+}
 
 TEST_CASE("a number with anything behind it, or none at all, is refused as a whole") {
     const TestPanel panel;
