@@ -4,7 +4,7 @@
 
 #include <windows.h>
 
-// An image in memory, as a 32-bit DIB section with premultiplied alpha. Owned by the registry.
+// An image in memory, as a top-down 32-bit DIB section with premultiplied alpha. Owned by the registry.
 class PANELHOST_API OSMIRBitmap {
 public:
     OSMIRBitmap(HBITMAP bitmap, int width, int height, bool hasAlpha);

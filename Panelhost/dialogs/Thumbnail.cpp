@@ -10,9 +10,8 @@ namespace {
 struct Pixels {
     const std::uint32_t* bits;
     int width, height;
-    std::ptrdiff_t stride; // pixels from a row to the one below it
 
-    std::uint32_t At(int x, int y) const { return bits[y * stride + x]; }
+    std::uint32_t At(int x, int y) const { return bits[static_cast<std::ptrdiff_t>(y) * width + x]; }
 };
 
 bool PixelsOf(const OSMIRBitmap& image, Pixels& pixels) {
@@ -23,10 +22,8 @@ bool PixelsOf(const OSMIRBitmap& image, Pixels& pixels) {
         return false;
     }
     GdiFlush();
-    const auto* bits = static_cast<const std::uint32_t*>(section.dsBm.bmBits);
-    const bool bottomUp = section.dsBmih.biHeight > 0;
-    pixels = {bottomUp ? bits + static_cast<std::ptrdiff_t>(image.Height() - 1) * image.Width() : bits,
-              image.Width(), image.Height(), bottomUp ? -image.Width() : image.Width()};
+    // The first row is the upper one, although the system tells a positive height of such a bitmap, too.
+    pixels = {static_cast<const std::uint32_t*>(section.dsBm.bmBits), image.Width(), image.Height()};
     return true;
 }
 

@@ -1,11 +1,15 @@
 // The dialogs of the library, driven by the messages that keys, clicks and objects cause.
 
+#include "Panelhost/Gdi.h"
 #include "Panelhost/dialogs/resource.h"
+#include "tests/windows/HeldKeys.h"
 #include "tests/windows/Resources.h"
 #include "tests/windows/TestPanel.h"
 
 #include <commctrl.h>
+#include <algorithm>
 #include <functional>
+#include <initializer_list>
 #include <thread>
 
 TEST_SUITE_BEGIN("dialogs");
@@ -50,6 +54,24 @@ void Press(HWND window, WPARAM key) {
     SendMessageA(window, WM_KEYDOWN, key, 0);
 }
 
+// Keys as they come from the keyboard to whatever has the focus, through the dialog's own handling of them.
+void Type(HWND dialog, std::initializer_list<WPARAM> keys, const char* held = "") {
+    for (const WPARAM key : keys) {
+        const HeldKeys down(held);
+        PostMessageA(GetFocus(), WM_KEYDOWN, key, 0);
+        for (MSG message; PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE | PM_QS_POSTMESSAGE);) {
+            if (!IsDialogMessageA(dialog, &message)) {
+                TranslateMessage(&message);
+                DispatchMessageA(&message);
+            }
+        }
+    }
+}
+
+int Focused() {
+    return GetDlgCtrlID(GetFocus());
+}
+
 void Command(HWND dialog, int id) {
     SendMessageA(dialog, WM_COMMAND, static_cast<WPARAM>(id),
                  reinterpret_cast<LPARAM>(GetDlgItem(dialog, id)));
@@ -88,13 +110,14 @@ struct ConnectionDialog {
         }
         char text[128] = "";
         TVITEMA entry{};
-        entry.mask = TVIF_TEXT;
+        entry.mask = TVIF_TEXT | TVIF_STATE;
+        entry.stateMask = TVIS_BOLD;
         entry.hItem = item;
         entry.pszText = text;
         entry.cchTextMax = sizeof text;
         TreeView_GetItem(tree, &entry);
         std::string shown = text;
-        shown += "|";
+        shown += (entry.state & TVIS_BOLD) != 0 ? "!|" : "|"; // bound
         shown += Tree(TreeView_GetChild(tree, item));
         return shown + Tree(TreeView_GetNextSibling(tree, item));
     }
@@ -308,8 +331,16 @@ TEST_CASE("the search shows what leads to a match") {
         dialog.Search(row.search);
         CHECK(dialog.Tree() == row.shown);
     }
+    const auto amp = [&] { return TreeView_GetChild(dialog.tree, TreeView_GetRoot(dialog.tree)); };
+    TreeView_Expand(dialog.tree, amp(), TVE_EXPAND); // what the user opened is open again behind a search
     dialog.Search("knob");
     CHECK(dialog.Status() == "Nothing found.");
+    dialog.Search("");
+    CHECK(dialog.Status().empty());
+    CHECK(dialog.Tree() == "Devices|AMP1|online|gain1|gain2|Controls|Other|Outer|");
+    TreeView_SelectItem(dialog.tree, amp());
+    Press(dialog.tree, VK_LEFT);
+    dialog.Search("knob");
     scene.panel.Create("KNOB", "New");
     dialog.Search("");
     SendMessageA(dialog.window, CWM_ATTACHDIALOG, 0, 0);
@@ -334,13 +365,20 @@ TEST_CASE("bindings are added, moved and removed by property lines") {
         const char* search; // what is then added
         const char* functions;
         const char* connections;
+        const char* status;
+        const char* tree;
     };
     const Row rows[] = {
-        {"gain2", "AMP1*gain2", ""},
-        {"gain1", "AMP1*gain2;AMP1*gain1", ""},
-        {"gain2", "AMP1*gain2;AMP1*gain1", ""}, // twice is once
-        {"other", "AMP1*gain2;AMP1*gain1", "Other"},
-        {"outer inner", "AMP1*gain2;AMP1*gain1", "Other;Outer*Inner"},
+        {"gain2", "AMP1*gain2", "", "AMP1*gain2 was added to the functions.",
+         "Devices|AMP1|gain2!|Controls|"},
+        {"gain1", "AMP1*gain2;AMP1*gain1", "", "AMP1*gain1 was added to the functions.",
+         "Devices|AMP1|gain1!|Controls|"},
+        {"gain2", "AMP1*gain2;AMP1*gain1", "", "AMP1*gain2 is among the functions already.",
+         "Devices|AMP1|gain2!|Controls|"},
+        {"other", "AMP1*gain2;AMP1*gain1", "Other", "Other was added to the connections.",
+         "Devices|Controls|Other!|"},
+        {"outer inner", "AMP1*gain2;AMP1*gain1", "Other;Outer*Inner",
+         "Outer*Inner was added to the connections.", "Devices|Controls|Outer|Inner!|"},
     };
     for (const Row& row : rows) {
         INFO(row.search);
@@ -348,7 +386,11 @@ TEST_CASE("bindings are added, moved and removed by property lines") {
         Press(dialog.tree, VK_RETURN);
         CHECK(a_BuildString(scene.Object().functions) == row.functions);
         CHECK(scene.Connections() == row.connections);
+        CHECK(dialog.Status() == row.status);
+        CHECK(dialog.Tree() == row.tree);
     }
+    const HWND added = scene.Connections().empty() ? dialog.functions : dialog.connections;
+    CHECK(SelectedRow(added) == 1);
     const HTREEITEM shown = TreeView_GetSelection(dialog.tree);
     TreeView_Expand(dialog.tree, shown, TVE_EXPAND);
     RECT place{};
@@ -362,15 +404,29 @@ TEST_CASE("bindings are added, moved and removed by property lines") {
     CHECK(ListView_GetItemCount(dialog.connections) == 3);
     CHECK(Cell(dialog.connections, 2, 0) == "Gone  (not reachable)");
 
+    const auto enabled = [&] { // Add, Remove, Up and Down
+        std::string letters;
+        for (const auto& [id, letter] :
+             {std::pair(IDC_ADD, 'A'), {IDC_REMOVE, 'R'}, {IDC_UP, 'U'}, {IDC_DOWN, 'D'}}) {
+            letters += IsWindowEnabled(GetDlgItem(dialog.window, id)) ? letter : ' ';
+        }
+        return letters;
+    };
     SelectRow(dialog.connections, 2);
+    CHECK(enabled() == "ARU ");
     Command(dialog.window, IDC_UP);
     CHECK(scene.Connections() == "Other;Gone;Outer*Inner*resolution");
+    CHECK(dialog.Status() == "Gone was moved up.");
+    CHECK(enabled() == "ARUD");
     Command(dialog.window, IDC_DOWN);
     CHECK(scene.Connections() == "Other;Outer*Inner*resolution;Gone");
-    CHECK(!IsWindowEnabled(GetDlgItem(dialog.window, IDC_DOWN)));
+    CHECK(dialog.Status() == "Gone was moved down.");
+    CHECK(SelectedRow(dialog.connections) == 2);
     SelectRow(dialog.connections, 0);
+    CHECK(enabled() == "AR D");
     Press(dialog.connections, VK_DELETE);
     CHECK(scene.Connections() == "Outer*Inner*resolution;Gone");
+    CHECK(dialog.Status() == "Other was removed from the connections.");
     SelectRow(dialog.functions, 1);
     CHECK(SelectedRow(dialog.connections) == -1);
     Command(dialog.window, IDC_REMOVE);
@@ -382,6 +438,234 @@ TEST_CASE("bindings are added, moved and removed by property lines") {
     dialog.Search("");
     CHECK(Cell(dialog.functions, 0, 0) == "AMP1*gain2  (not reachable)");
     CHECK(dialog.Tree() == "Devices|AMP1  (not reachable)|Controls|Other|Outer|");
+}
+
+TEST_CASE("dialogs are used by the keyboard alone") {
+    const Scene scene;
+    scene.panel.Create("KNOB", "gone later");
+    const ConnectionDialog dialog(scene.Object());
+    const auto type = [&](std::initializer_list<WPARAM> keys, const char* held = "") {
+        Type(dialog.window, keys, held);
+        return Focused();
+    };
+    CHECK(Focused() == IDC_SEARCH);
+    CHECK(type({'I', 'N', '2', VK_RETURN}) == IDC_SEARCH); // the first match
+    CHECK(a_BuildString(scene.Object().functions) == "AMP1*gain2");
+    CHECK(type({VK_ESCAPE}) == IDC_SEARCH);
+    CHECK(TextOf(GetDlgItem(dialog.window, IDC_SEARCH)).empty());
+    CHECK(type({VK_DOWN}) == IDC_AVAILABLE);
+    CHECK(type({VK_DOWN, VK_RIGHT, VK_DOWN, VK_RETURN}) == IDC_AVAILABLE);
+    CHECK(a_BuildString(scene.Object().functions) == "AMP1*gain2;AMP1*online");
+    for (const int next :
+         {IDC_ADD, IDC_REMOVE, IDC_UP, IDC_FUNCTIONS, IDC_CONNECTIONS, IDCANCEL, IDC_SEARCH}) {
+        CHECK(type({VK_TAB}) == next);
+    }
+    CHECK(type({VK_TAB, VK_TAB, VK_TAB, VK_TAB, VK_TAB}) == IDC_FUNCTIONS);
+    CHECK(type({VK_HOME, VK_RETURN, VK_DELETE}) == IDC_FUNCTIONS); // Enter adds nothing from here
+    CHECK(a_BuildString(scene.Object().functions) == "AMP1*online");
+    CHECK(type({VK_DELETE}) == IDC_FUNCTIONS);
+    CHECK(scene.Object().functions.empty());
+    SetDlgItemTextA(dialog.window, IDC_SEARCH, "other");
+    CHECK(type({'F'}, "Ctrl") == IDC_SEARCH);
+    CHECK(type({'K'}) == IDC_SEARCH); // in place of what was there
+    CHECK(TextOf(GetDlgItem(dialog.window, IDC_SEARCH)) == "k");
+    type({VK_ESCAPE});
+    CHECK(IsWindow(dialog.window));
+    type({VK_ESCAPE});
+    CHECK_FALSE(IsWindow(dialog.window));
+
+    const PropertyDialog properties(scene.Object());
+    const auto press = [&](std::initializer_list<WPARAM> keys, const char* held = "") {
+        Type(properties.window, keys, held);
+        return properties.Edit() == nullptr ? std::string("none") : TextOf(properties.Edit());
+    };
+    CHECK(GetFocus() == properties.list);
+    SelectRow(properties.list, RowOf(properties.list, "interval"));
+    CHECK(press({VK_RETURN}) == Text(scene.knob, "interval"));
+    CHECK(press({'8', '1', VK_RETURN}) == "none");
+    CHECK(Text(scene.knob, "interval") == "81");
+    CHECK(SelectedRow(properties.list) == RowOf(properties.list, "interval") + 1);
+    CHECK(press({VK_UP, '9', '2'}) == "92");
+    CHECK(press({VK_TAB}) == properties.Value("properties"));
+    CHECK(press({VK_TAB}, "Shift") == "92");
+    CHECK(press({'X', VK_RETURN}) == "x");
+    CHECK(press({VK_ESCAPE}) == "none");
+    CHECK(properties.Value("interval") == "92");
+    CHECK(GetFocus() == properties.list);
+    press({VK_ESCAPE});
+    CHECK_FALSE(IsWindow(properties.window));
+}
+
+TEST_CASE("items keep their places in a dialog that is made larger") {
+    struct Growth {
+        int id;
+        LONG left, top, right, bottom;
+    };
+    const auto check = [](HWND dialog, const std::vector<Growth>& rules) {
+        const auto place = [&](int id) {
+            RECT now;
+            GetWindowRect(GetDlgItem(dialog, id), &now);
+            MapWindowPoints(nullptr, dialog, reinterpret_cast<POINT*>(&now), 2);
+            return now;
+        };
+        std::vector<RECT> before;
+        for (HWND item = nullptr; (item = FindWindowExA(dialog, item, nullptr, nullptr)) != nullptr;) {
+            const bool isThere = GetDlgCtrlID(item) != 0; // and no scratch
+            CHECK(isThere == std::any_of(rules.begin(), rules.end(),
+                                         [&](const Growth& rule) { return rule.id == GetDlgCtrlID(item); }));
+        }
+        for (const Growth& rule : rules) {
+            before.push_back(place(rule.id));
+        }
+        RECT window;
+        GetWindowRect(dialog, &window);
+        const LONG width = window.right - window.left;
+        const LONG height = window.bottom - window.top;
+        MINMAXINFO limits{};
+        SendMessageA(dialog, WM_GETMINMAXINFO, 0, reinterpret_cast<LPARAM>(&limits));
+        CHECK(limits.ptMinTrackSize.x == width);
+        CHECK(limits.ptMinTrackSize.y == height);
+        for (const int times : {1, 2, 0}) {
+            SetWindowPos(dialog, nullptr, 0, 0, width + times * 100, height + times * 60,
+                         SWP_NOMOVE | SWP_NOZORDER);
+            for (std::size_t i = 0; i < rules.size(); ++i) {
+                const Growth& by = rules[i];
+                CAPTURE(by.id);
+                const RECT& old = before[i];
+                CHECK(a_GetRectString(place(by.id)) ==
+                      a_GetRectString({old.left + times * by.left, old.top + times * by.top,
+                                       old.right + times * by.right, old.bottom + times * by.bottom}));
+            }
+        }
+    };
+    const Scene scene;
+    const ConnectionDialog connections(scene.Object());
+    check(connections.window, {{IDC_HEADER_AVAILABLE, 0, 0, 50, 0},
+                               {IDC_SEARCH_LABEL, 0, 0, 0, 0},
+                               {IDC_SEARCH, 0, 0, 50, 0},
+                               {IDC_AVAILABLE, 0, 0, 50, 60},
+                               {IDC_ADD, 50, 24, 50, 24},
+                               {IDC_REMOVE, 50, 24, 50, 24},
+                               {IDC_UP, 50, 24, 50, 24},
+                               {IDC_DOWN, 50, 24, 50, 24},
+                               {IDC_HEADER_FUNCTIONS, 50, 0, 100, 0},
+                               {IDC_FUNCTIONS, 50, 0, 100, 30},
+                               {IDC_HEADER_CONNECTIONS, 50, 30, 100, 30},
+                               {IDC_CONNECTIONS, 50, 30, 100, 60},
+                               {IDC_STATUS, 0, 60, 100, 60},
+                               {IDCANCEL, 100, 60, 100, 60}});
+    const PropertyDialog properties(scene.Object());
+    check(properties.window, {{IDC_PROPERTY_LIST, 0, 0, 100, 60}, {IDCANCEL, 100, 60, 100, 60}});
+    RECT client;
+    GetClientRect(properties.list, &client);
+    CHECK(ListView_GetColumnWidth(properties.list, 0) == client.right / 5);
+    CHECK(ListView_GetColumnWidth(properties.list, 2) == client.right * 32 / 100);
+    CHECK(ListView_GetColumnWidth(properties.list, 0) + ListView_GetColumnWidth(properties.list, 1) +
+              ListView_GetColumnWidth(properties.list, 2) ==
+          client.right);
+    ChoosePicture("Controls", "KNOB_amber", 1, [&](HWND dialog, HWND) {
+        check(dialog, {{IDC_PICTURES, 0, 0, 100, 60},
+                       {IDC_NO_PICTURES, 0, 30, 100, 30},
+                       {IDC_PICTURE_NAME, 0, 60, 100, 60},
+                       {IDOK, 100, 60, 100, 60},
+                       {IDCANCEL, 100, 60, 100, 60}});
+        Command(dialog, IDCANCEL);
+    });
+}
+
+TEST_CASE("what is lost or refused is red, fields and headings have colours of their own") {
+    const Scene scene;
+    REQUIRE(Load(scene.knob, "connection=Other;Gone") == 1);
+    const ConnectionDialog connections(scene.Object());
+    const PropertyDialog properties(scene.Object());
+    properties.Type("interval", "x");
+    Press(properties.Edit(), VK_RETURN);
+    const auto colour = [](HWND dialog, HWND list, int row, int column, DWORD stage) {
+        NMLVCUSTOMDRAW draw{};
+        draw.nmcd.hdr = {list, static_cast<UINT_PTR>(GetDlgCtrlID(list)), static_cast<UINT>(NM_CUSTOMDRAW)};
+        draw.nmcd.dwItemSpec = static_cast<DWORD_PTR>(row);
+        draw.iSubItem = column;
+        draw.clrText = 0x123456;
+        for (const DWORD one : {DWORD(CDDS_PREPAINT), DWORD(CDDS_ITEMPREPAINT), stage}) {
+            draw.nmcd.dwDrawStage = one;
+            const LRESULT answer = SendMessageA(dialog, WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&draw));
+            CHECK((answer == CDRF_NOTIFYITEMDRAW || one != CDDS_PREPAINT));
+        }
+        return draw.clrText;
+    };
+    const COLORREF red = RGB(176, 0, 32);
+    CHECK(colour(connections.window, connections.connections, 0, 0, CDDS_ITEMPREPAINT) == 0x123456);
+    CHECK(colour(connections.window, connections.connections, 1, 0, CDDS_ITEMPREPAINT) == red);
+    const int refused = RowOf(properties.list, "interval");
+    constexpr DWORD CELL = CDDS_ITEMPREPAINT | CDDS_SUBITEM;
+    CHECK(colour(properties.window, properties.list, refused, 1, CELL) == red);
+    CHECK(colour(properties.window, properties.list, refused, 0, CELL) == 0);
+    CHECK(colour(properties.window, properties.list, refused + 1, 1, CELL) == 0);
+
+    const HDC dc = CreateCompatibleDC(nullptr);
+    const auto brush = [&](UINT message, int id) {
+        return reinterpret_cast<HBRUSH>(
+            SendMessageA(connections.window, message, reinterpret_cast<WPARAM>(dc),
+                         reinterpret_cast<LPARAM>(GetDlgItem(connections.window, id))));
+    };
+    for (const int heading : {IDC_HEADER_AVAILABLE, IDC_HEADER_FUNCTIONS, IDC_HEADER_CONNECTIONS}) {
+        CHECK(brush(WM_CTLCOLORSTATIC, heading) == a_GetObject(BRUSH_HEADER));
+        CHECK(GetTextColor(dc) == RGB(255, 255, 255));
+        CHECK(GetBkMode(dc) == TRANSPARENT);
+    }
+    CHECK(brush(WM_CTLCOLORSTATIC, IDC_STATUS) == a_GetObject(BRUSH_DIALOG));
+    CHECK(GetTextColor(dc) == 0);
+    CHECK(brush(WM_CTLCOLOREDIT, IDC_SEARCH) == a_GetObject(BRUSH_FIELD));
+    CHECK(GetBkColor(dc) == FIELD_COLOUR);
+    CHECK(brush(WM_CTLCOLORDLG, IDC_SEARCH) == a_GetObject(BRUSH_DIALOG));
+    DeleteDC(dc);
+}
+
+TEST_CASE("thumbnails show the whole picture, in its shape and over white") {
+    const TestFolder folder;
+    std::string two = BitmapFile(128, 128, 0x00FF00); // lower half green and black by turns, upper one blue
+    for (std::size_t i = 0; i < 128 * 128; ++i) {
+        two.replace(54 + 3 * i, 3,
+                    i >= 64 * 128 ? std::string("\xFF\0\0", 3)
+                    : i % 2 == 0  ? std::string(3, '\0')
+                                  : std::string("\0\xFF\0", 3));
+    }
+    folder.Write("1.bmp", two);
+    folder.Write("2.bmp", BitmapFile(200, 50, 0xFF0000));
+    folder.Write("3.bmp", BitmapFile(3, 200, 0xFF0000));
+    folder.Write("4.bmp", BitmapFile(20, 10, 0xFF0000));
+    folder.Write("5.png", ReadBytes("Controls\\MiniEdit.png")); // its corners are round
+    const struct {
+        int image, x, y;
+        COLORREF colour;
+    } rows[] = {
+        {0, 0, 0, 0xFF0000},   {0, 63, 31, 0xFF0000}, {0, 0, 32, 0x007F00},  {0, 63, 63, 0x007F00},
+        {1, 0, 24, 0x0000FF},  {1, 63, 39, 0x0000FF}, {1, 30, 23, 0xFFFFFF}, {1, 30, 40, 0xFFFFFF},
+        {2, 31, 0, 0x0000FF},  {2, 31, 63, 0x0000FF}, {2, 30, 30, 0xFFFFFF}, {2, 32, 30, 0xFFFFFF},
+        {3, 22, 27, 0x0000FF}, {3, 41, 36, 0x0000FF}, {3, 21, 30, 0xFFFFFF}, {3, 42, 30, 0xFFFFFF},
+        {3, 30, 26, 0xFFFFFF}, {3, 30, 37, 0xFFFFFF}, {4, 8, 16, 0xFFFFFF},  {4, 9, 16, 0xCFCECE},
+        {4, 32, 32, 0x1E1916},
+    };
+    const std::string base = folder.Path("");
+    ChoosePicture(base, "", 5, [&](HWND dialog, HWND list) {
+        const auto images =
+            reinterpret_cast<HIMAGELIST>(SendMessageA(list, LVM_GETIMAGELIST, LVSIL_NORMAL, 0));
+        std::uint32_t* bits = nullptr;
+        const Bitmap bitmap(CreatePixels(64, 64, &bits));
+        const MemoryDc dc(bitmap.get());
+        for (const auto& row : rows) {
+            CAPTURE(row.image);
+            CAPTURE(row.x);
+            CAPTURE(row.y);
+            ImageList_Draw(images, row.image, dc.Get(), 0, 0, ILD_NORMAL);
+            CHECK(GetPixel(dc.Get(), row.x, row.y) == row.colour);
+        }
+        CHECK(TextOf(GetDlgItem(dialog, IDC_PICTURE_NAME)).ends_with("1.bmp   128 x 128 pixels"));
+        Press(list, VK_DOWN);
+        Press(list, VK_RIGHT);
+        CHECK(SelectedRow(list) > 0);
+        Command(dialog, IDCANCEL);
+    });
 }
 
 TEST_CASE("pictures are chosen by key and double click") {

@@ -1,5 +1,7 @@
 #include "tests/windows/PanelProgram.h"
 
+#include "Panel/MessageLoop.h"
+
 #include <commctrl.h>
 #include <cstring>
 
@@ -25,10 +27,18 @@ BOOL CALLBACK MatchWindow(HWND window, LPARAM parameter) {
     return TRUE;
 }
 
-HWND MessageBoxOf(DWORD process) {
-    Search search{process, "#32770", nullptr};
+HWND TopOf(DWORD process, const char* className) {
+    Search search{process, className, nullptr};
     EnumWindows(MatchWindow, reinterpret_cast<LPARAM>(&search));
     return search.found;
+}
+
+constexpr const char* BOX = "#32770";
+
+CommandLine WithRecovery(const std::string& folder) {
+    CommandLine commandLine;
+    commandLine.recoveryFolder = folder;
+    return commandLine;
 }
 
 } // namespace
@@ -36,6 +46,83 @@ HWND MessageBoxOf(DWORD process) {
 bool Contains(const std::string& text, const std::string& part) {
     return text.find(part) != std::string::npos;
 }
+
+std::string OnClipboard() {
+    REQUIRE(OpenClipboard(nullptr));
+    const HANDLE memory = GetClipboardData(CF_TEXT);
+    const std::string text = memory == nullptr ? "" : static_cast<const char*>(GlobalLock(memory));
+    GlobalUnlock(memory);
+    CloseClipboard();
+    return text;
+}
+
+void PutOnClipboard(const std::string& text) {
+    REQUIRE(OpenClipboard(nullptr));
+    EmptyClipboard();
+    const HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, text.size() + 1);
+    std::memcpy(GlobalLock(memory), text.c_str(), text.size() + 1);
+    GlobalUnlock(memory);
+    SetClipboardData(CF_TEXT, memory);
+    CloseClipboard();
+}
+
+// What both do.
+
+HWND PanelUser::Below(HWND parent, const char* className) const {
+    Search search{process_, className, nullptr};
+    EnumChildWindows(parent, MatchWindow, reinterpret_cast<LPARAM>(&search));
+    return search.found;
+}
+
+std::string PanelUser::Saved() const {
+    Command(CMD_SAVE);
+    return ReadBytes(file_);
+}
+
+std::string PanelUser::Title() const {
+    char title[128] = "";
+    GetWindowTextA(frame_, title, sizeof title);
+    return title;
+}
+
+void PanelUser::Press(POINT point, WPARAM keys) const {
+    SendMessageA(panel_, WM_LBUTTONDOWN, MK_LBUTTON | keys, At(point.x, point.y));
+}
+
+void PanelUser::MoveTo(POINT point) const {
+    SendMessageA(panel_, WM_MOUSEMOVE, MK_LBUTTON, At(point.x, point.y));
+}
+
+void PanelUser::Release(POINT point) const {
+    SendMessageA(panel_, WM_LBUTTONUP, 0, At(point.x, point.y));
+}
+
+void PanelUser::Drag(POINT from, POINT to) const {
+    Press(from);
+    MoveTo({(from.x + to.x) / 2, (from.y + to.y) / 2});
+    MoveTo(to);
+    Release(to);
+}
+
+void PanelUser::Click(POINT point, WPARAM keys) const {
+    Press(point, keys);
+    Release(point);
+}
+
+// Until its button can be pressed no more.
+int PanelUser::Repeat(int command) const {
+    const HWND toolbar = Part(TOOLBARCLASSNAMEA);
+    Command(CMD_GRID); // any edit command brings the buttons up to date
+    Command(CMD_GRID);
+    int steps = 0;
+    while (SendMessageA(toolbar, TB_ISBUTTONENABLED, static_cast<WPARAM>(command), 0) != 0) {
+        Command(command);
+        ++steps;
+    }
+    return steps;
+}
+
+// In a process of its own.
 
 PanelProgram::PanelProgram(const std::string& contents, const char* temporaryFolder) : own_(std::in_place) {
     const std::string file = own_->Write("test.panel", contents);
@@ -55,113 +142,127 @@ PanelProgram::PanelProgram(const TestFolder& folder, const std::string& file) {
 
 PanelProgram::~PanelProgram() {
     Kill();
-    CloseHandle(process_.hThread);
-    CloseHandle(process_.hProcess);
+    CloseHandle(started_.hThread);
+    CloseHandle(started_.hProcess);
 }
 
 void PanelProgram::Start(const TestFolder& folder, const std::string& file) {
     file_ = file;
-    trace_ = folder.Path("trace.txt");
     STARTUPINFOA startup{};
     startup.cb = sizeof startup;
     std::string command = "\"";
     command += ProgramFolder() + "Panel.exe\"" + (file.empty() ? "" : " \"" + file + "\"") +
-               " --recovery \"" + folder.Path("") + ".\"" + (own_ ? " --trace \"" + trace_ + "\"" : "");
+               " --recovery \"" + folder.Path("") + ".\"";
     REQUIRE(CreateProcessA(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup,
-                           &process_));
+                           &started_));
+    process_ = started_.dwProcessId;
 }
 
 void PanelProgram::FindFrame() {
     REQUIRE(WaitFor([&] { return (frame_ = Top("PanelFrame")) != nullptr; }));
-    panel_ = Below(frame_, "PanelWindow");
+    panel_ = Part("PanelWindow");
     REQUIRE(panel_ != nullptr);
     SetForegroundWindow(frame_);
 }
 
 HWND PanelProgram::Top(const char* className) const {
-    Search search{process_.dwProcessId, className, nullptr};
-    EnumWindows(MatchWindow, reinterpret_cast<LPARAM>(&search));
-    return search.found;
-}
-
-HWND PanelProgram::Below(HWND parent, const char* className) const {
-    Search search{process_.dwProcessId, className, nullptr};
-    EnumChildWindows(parent, MatchWindow, reinterpret_cast<LPARAM>(&search));
-    return search.found;
-}
-
-std::string PanelProgram::Saved() const {
-    Command(CMD_SAVE);
-    return ReadBytes(file_);
-}
-
-std::string PanelProgram::Title() const {
-    char title[128] = "";
-    GetWindowTextA(frame_, title, sizeof title);
-    return title;
+    return TopOf(process_, className);
 }
 
 std::string PanelProgram::Question() const {
     HWND box = nullptr;
-    REQUIRE(WaitFor([&] { return (box = MessageBoxOf(process_.dwProcessId)) != nullptr; }));
+    REQUIRE(WaitFor([&] { return (box = Top(BOX)) != nullptr; }));
     char text[1024] = "";
     GetDlgItemTextA(box, 0xFFFF, text, sizeof text);
     return text;
 }
 
 void PanelProgram::Answer(int button) const {
-    const HWND box = MessageBoxOf(process_.dwProcessId);
+    const HWND box = Top(BOX);
     REQUIRE(box != nullptr);
     PostMessageA(box, WM_COMMAND, static_cast<WPARAM>(button), 0);
     CHECK(WaitFor([&] { return !IsWindow(box); }));
 }
 
-void PanelProgram::Press(POINT point, WPARAM keys) const {
-    SendMessageA(panel_, WM_LBUTTONDOWN, MK_LBUTTON | keys, MAKELPARAM(point.x, point.y));
-}
-
-void PanelProgram::MoveTo(POINT point) const {
-    SendMessageA(panel_, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(point.x, point.y));
-}
-
-void PanelProgram::Release(POINT point) const {
-    SendMessageA(panel_, WM_LBUTTONUP, 0, MAKELPARAM(point.x, point.y));
-}
-
-void PanelProgram::Drag(POINT from, POINT to) const {
-    Press(from);
-    MoveTo({(from.x + to.x) / 2, (from.y + to.y) / 2});
-    MoveTo(to);
-    Release(to);
-}
-
-void PanelProgram::Click(POINT point, WPARAM keys) const {
-    Press(point, keys);
-    Release(point);
-}
-
 int PanelProgram::Close() const {
     PostMessageA(frame_, WM_CLOSE, 0, 0);
     DWORD code = 1;
-    REQUIRE(WaitForSingleObject(process_.hProcess, 30000) == WAIT_OBJECT_0);
-    GetExitCodeProcess(process_.hProcess, &code);
+    REQUIRE(WaitForSingleObject(started_.hProcess, 30000) == WAIT_OBJECT_0);
+    GetExitCodeProcess(started_.hProcess, &code);
     return static_cast<int>(code);
 }
 
 void PanelProgram::Kill() const {
-    TerminateProcess(process_.hProcess, 1);
-    WaitForSingleObject(process_.hProcess, 5000);
+    TerminateProcess(started_.hProcess, 1);
+    WaitForSingleObject(started_.hProcess, 5000);
 }
 
-// Until its button can be pressed no more; a menu cannot be looked into from another program.
-int PanelProgram::Repeat(int command) const {
-    const HWND toolbar = Below(frame_, TOOLBARCLASSNAMEA);
-    Command(CMD_GRID); // any edit command brings the buttons up to date
-    Command(CMD_GRID);
-    int steps = 0;
-    while (SendMessageA(toolbar, TB_ISBUTTONENABLED, static_cast<WPARAM>(command), 0) != 0) {
-        Command(command);
-        ++steps;
+// In this process.
+
+PanelHere::PanelHere(const std::string& contents)
+    : commandLine_(WithRecovery(folder_.Path("recovery"))), window_(commandLine_, reporter_, library_, log_) {
+    std::string error;
+    REQUIRE(library_.Load(error));
+    REQUIRE(window_.Create(error));
+    frame_ = window_.Handle();
+    REQUIRE(Open(folder_.Write("test.panel", contents)));
+    window_.Start(SW_SHOW);
+    SetForegroundWindow(frame_);
+}
+
+bool PanelHere::Open(const std::string& file) {
+    std::string error;
+    file_ = file;
+    const bool opened = window_.OpenPanel(file, error);
+    FindPanel();
+    return opened;
+}
+
+void PanelHere::Serve() {
+    PostQuitMessage(0); // comes behind what was posted, and before input, painting and timers
+    RunMessageLoop(window_);
+}
+
+void PanelHere::Type(WPARAM key, const std::string& held, HWND window) {
+    const HeldKeys keys(held);
+    PostMessageA(window != nullptr ? window : GetFocus(), WM_KEYDOWN, key, 0);
+    Serve();
+}
+
+bool PanelHere::HasEnded() const {
+    MSG message;
+    return PeekMessageA(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE) != 0;
+}
+
+PanelHere::MenuItem PanelHere::Item(int command) const {
+    const HMENU menu = GetMenu(frame_);
+    const auto id = static_cast<UINT>(command);
+    SendMessageA(frame_, WM_INITMENUPOPUP, reinterpret_cast<WPARAM>(menu), 0);
+    char text[128] = "";
+    GetMenuStringA(menu, id, text, sizeof text, MF_BYCOMMAND);
+    const UINT state = GetMenuState(menu, id, MF_BYCOMMAND);
+    return {text, (state & (MF_GRAYED | MF_DISABLED)) == 0, (state & MF_CHECKED) != 0};
+}
+
+std::string PanelHere::Status(int part) const {
+    char text[256] = "";
+    SendMessageA(Part(STATUSCLASSNAMEA), SB_GETTEXTA, static_cast<WPARAM>(part),
+                 reinterpret_cast<LPARAM>(text));
+    return text;
+}
+
+std::string PanelHere::Trace() {
+    log_.Collect();
+    std::string all;
+    for (const TraceLine& line : log_.Lines()) {
+        all += line.text + "\n";
     }
-    return steps;
+    return all;
+}
+
+std::string PanelHere::PlaceOf(HWND window, HWND inside) const {
+    RECT place;
+    GetWindowRect(window, &place);
+    MapWindowPoints(nullptr, inside == nullptr ? frame_ : inside, reinterpret_cast<POINT*>(&place), 2);
+    return a_GetRectString(place);
 }

@@ -1,6 +1,12 @@
 #pragma once
 
+#include "Panel/CommandLine.h"
+#include "Panel/ControlLibrary.h"
+#include "Panel/FrameWindow.h"
+#include "Panel/Report.h"
+#include "Panel/TraceLog.h"
 #include "Panel/resource.h"
+#include "tests/windows/HeldKeys.h"
 #include "tests/windows/TestPanel.h"
 
 #include <optional>
@@ -20,9 +26,46 @@ bool WaitFor(Condition condition) {
 }
 
 bool Contains(const std::string& text, const std::string& part);
+// What the clipboard holds as text, and putting it there.
+std::string OnClipboard();
+void PutOnClipboard(const std::string& text);
 
-// A running Panel.exe, operated from outside. Killed in the end unless it was closed.
-class PanelProgram {
+// What the user of a panel program does, by messages to its windows.
+class PanelUser {
+public:
+    HWND Frame() const { return frame_; }
+    HWND Panel() const { return panel_; }
+    HWND Below(HWND parent, const char* className) const;
+    HWND Part(const char* className) const { return Below(frame_, className); }
+    void Command(int command) const { SendMessageA(frame_, WM_COMMAND, static_cast<WPARAM>(command), 0); }
+    std::string Saved() const;
+    std::string Title() const;
+
+    void Press(POINT point, WPARAM keys = 0) const;
+    void MoveTo(POINT point) const;
+    void Release(POINT point) const;
+    void Drag(POINT from, POINT to) const;
+    void Click(POINT point, WPARAM keys = 0) const;
+    void Key(WPARAM key) const { SendMessageA(panel_, WM_KEYDOWN, key, 0); }
+
+    // How many steps there were.
+    int UndoAll() const { return Repeat(CMD_UNDO); }
+    int RedoAll() const { return Repeat(CMD_REDO); }
+
+protected:
+    PanelUser() = default;
+
+    std::string file_;
+    DWORD process_ = GetCurrentProcessId();
+    HWND frame_ = nullptr;
+    HWND panel_ = nullptr;
+
+private:
+    int Repeat(int command) const;
+};
+
+// A running Panel.exe. Killed in the end unless it was closed.
+class PanelProgram : public PanelUser {
 public:
     // With a panel file and a folder of its own. Another folder for temporary files, when one is given.
     explicit PanelProgram(const std::string& contents, const char* temporaryFolder = nullptr);
@@ -35,42 +78,58 @@ public:
 
     // Waits for its window.
     void FindFrame();
-    HWND Frame() const { return frame_; }
-    HWND Panel() const { return panel_; }
     HWND Top(const char* className) const;
-    HWND Below(HWND parent, const char* className) const;
-    void Command(int command) const { SendMessageA(frame_, WM_COMMAND, static_cast<WPARAM>(command), 0); }
-    std::string Saved() const;
-    // The folder of its own.
-    const TestFolder& Folder() const { return *own_; }
-    std::string Trace() const { return ReadBytes(trace_); }
-    std::string Title() const;
     // The text of the message box that it shows.
     std::string Question() const;
     void Answer(int button) const;
-
-    void Press(POINT point, WPARAM keys = 0) const;
-    void MoveTo(POINT point) const;
-    void Release(POINT point) const;
-    void Drag(POINT from, POINT to) const;
-    void Click(POINT point, WPARAM keys = 0) const;
-    void Key(WPARAM key) const { SendMessageA(panel_, WM_KEYDOWN, key, 0); }
-
-    // How many steps there were.
-    int UndoAll() const { return Repeat(CMD_UNDO); }
-    int RedoAll() const { return Repeat(CMD_REDO); }
     // The exit code.
     int Close() const;
     void Kill() const;
 
 private:
     void Start(const TestFolder& folder, const std::string& file);
-    int Repeat(int command) const;
 
     std::optional<TestFolder> own_;
-    std::string file_;
-    std::string trace_;
-    PROCESS_INFORMATION process_{};
-    HWND frame_ = nullptr;
-    HWND panel_ = nullptr;
+    PROCESS_INFORMATION started_{};
+};
+
+// The same inside the test, where menus, cursors and drawings can be looked at. It serves no message by
+// itself.
+class PanelHere : public PanelUser {
+public:
+    struct MenuItem {
+        std::string text;
+        bool enabled;
+        bool checked;
+        bool operator==(const MenuItem&) const = default;
+    };
+
+    explicit PanelHere(const std::string& contents);
+
+    const TestFolder& Folder() const { return folder_; }
+    HOSTINFO* Root() const { return a_FromWindow(panel_); }
+    bool Open(const std::string& file);
+    // After a command that opened a panel.
+    void FindPanel() { panel_ = Part("PanelWindow"); }
+    // The program's own message loop, for all that was posted.
+    void Serve();
+    // A key for the window with the focus, or for that one, with "Ctrl", "Shift", "Alt" or more held down.
+    void Type(WPARAM key, const std::string& held = "", HWND window = nullptr);
+    void Tick() const { SendMessageA(frame_, WM_TIMER, 1, 0); }
+    // Whether it has ended itself since the last question.
+    bool HasEnded() const;
+    // As the menu bar shows it when it is opened.
+    MenuItem Item(int command) const;
+    std::string Status(int part = 0) const;
+    std::string Trace();
+    // Left, top, right and bottom of a window in the client area of the frame or of another window.
+    std::string PlaceOf(HWND window, HWND inside = nullptr) const;
+
+private:
+    TestFolder folder_;
+    CommandLine commandLine_;
+    Reporter reporter_{false};
+    ControlLibrary library_;
+    TraceLog log_;
+    FrameWindow window_;
 };

@@ -1,0 +1,426 @@
+// Every command of the panel program: its key, when it can be chosen, and what it changes.
+
+#include "Panelhost/Trace.h"
+#include "Version.h"
+#include "tests/windows/Buttons.h"
+#include "tests/windows/PanelCommands.h"
+#include "tests/windows/PanelProgram.h"
+
+#include <commctrl.h>
+
+#include <algorithm>
+#include <cstring>
+#include <iterator>
+#include <map>
+#include <set>
+
+TEST_SUITE_BEGIN("PanelCommands");
+
+namespace {
+
+constexpr int NONE = 0; // no command: a key alone
+constexpr int ANY = 1000;
+
+// Of the edit mode.
+struct Edit {
+    int command;
+    WPARAM key; // 0: none
+    const char* held;
+    int least; // how many controls have to be selected, and may be
+    int most;
+    const char* selected; // by their letters, the first of them first
+    const char* label;    // of the step that undoes it; empty where nothing changes
+    const char* order;    // first letters of the controls, as they are saved
+    const char* status;
+    const char* line; // that is saved
+};
+constexpr const char* SAME = "ABCSLC";
+const Edit EDITS[] = {
+    {CMD_ALIGN_LEFT, 0, "", 2, ANY, "CA", "Align", SAME, "2 selected   250,40   100 x 50",
+     "\"A\" 0x54010000 250,40,297,87"},
+    {CMD_ALIGN_TOP, 0, "", 2, ANY, "AB", "Align", SAME, "2 selected   40,40   147 x 47",
+     "\"B\" 0x50010000 140,40,187,87"},
+    {CMD_ALIGN_RIGHT, 0, "", 2, ANY, "CA", "Align", SAME, "2 selected   250,40   100 x 50",
+     "\"A\" 0x54010000 303,40,350,87"},
+    {CMD_ALIGN_BOTTOM, 0, "", 2, ANY, "CA", "Align", SAME, "2 selected   40,43   310 x 47",
+     "\"A\" 0x50010000 40,43,87,90"},
+    {CMD_ALIGN_CENTRE_ACROSS, 0, "", 2, ANY, "CA", "Align", SAME, "2 selected   250,40   100 x 50",
+     "\"A\" 0x54010000 277,40,324,87"},
+    {CMD_ALIGN_CENTRE_DOWN, 0, "", 2, ANY, "CA", "Align", SAME, "2 selected   40,47   310 x 47",
+     "\"A\" 0x50010000 40,47,87,94"},
+    {CMD_DISTRIBUTE_ACROSS, 0, "", 3, ANY, "ABC", "Distribute", SAME, "3 selected   40,40   310 x 67",
+     "\"B\" 0x50010000 145,60,192,107"},
+    {CMD_DISTRIBUTE_DOWN, 0, "", 3, ANY, "ABS", "Distribute", SAME, "3 selected   40,40   460 x 260",
+     "\"B\" 0x50010000 140,90,187,137"},
+    {CMD_TO_FOREGROUND, 0, "", 1, ANY, "C", "Move To Foreground", "CABSLC", "C   BSTATIC   250,50   100 x 40",
+     "size=600,400"},
+    {CMD_TO_BACKGROUND, 0, "", 1, ANY, "AB", "Move To Background", "CSLCAB", "2 selected   40,40   147 x 67",
+     "size=600,400"},
+    {CMD_CUT, 'X', "Ctrl", 1, ANY, "AB", "Delete", "CSLC", "Edit: click", "C*connection=A"},
+    {CMD_DELETE, VK_DELETE, "", 1, ANY, "S", "Delete", "ABCLC", "Edit: click", "C*connection=A"},
+    {CMD_DUPLICATE, 'D', "Ctrl", 1, ANY, "AB", "Duplicate", "ABABCSLC", "2 selected   48,48   147 x 67",
+     "A 2*connection=B 2*resolution;C"},
+    {CMD_COPY, 'C', "Ctrl", 1, ANY, "S", "", SAME, "S   MINIEDIT   340,140   160 x 160", "S*Part*connection"},
+    {CMD_PASTE, 'V', "Ctrl", 0, ANY, "", "Paste", "SABCSLC", "S 2   MINIEDIT   348,148   160 x 160",
+     "S 2*control=0x00000000 LED \"Part\" 0x50010000 20,20,36,36"},
+    {CMD_PASTE, 'V', "Ctrl", 0, ANY, "A", "Paste", "SABCSLC", "S 2   MINIEDIT   356,156   160 x 160",
+     "S 2*Part*connection=A"},
+    {CMD_SELECT_ALL, 'A', "Ctrl", 0, ANY, "", "", SAME, "6 selected   20,40   540 x 348", "size=600,400"},
+    {CMD_GRID, 'G', "Ctrl", 0, ANY, "", "", SAME, "Edit: click", "size=600,400"},
+    {CMD_GRID, 'G', "Ctrl", 0, ANY, "", "", SAME, "Edit: click", "size=600,400"},
+    {CMD_PROPERTIES, 0, "", 0, ANY, "S", "", SAME, "S   MINIEDIT   340,140   160 x 160", "size=600,400"},
+    {CMD_CONNECTIONS, 0, "", 1, 1, "S", "", SAME, "S   MINIEDIT   340,140   160 x 160", "size=600,400"},
+    {NONE, VK_TAB, "", 0, 0, "A", "", SAME, "B   KNOB   140,60   47 x 47", "size=600,400"},
+    {NONE, VK_TAB, "Shift", 0, 0, "A", "", SAME, "Combo   BCOMBOBOX   440,340   120 x 48", "size=600,400"},
+    {NONE, VK_TAB, "", 0, 0, "P", "", SAME, "S*Part   LED   20,20   16 x 16", "size=600,400"},
+    {NONE, VK_TAB, "", 0, 0, "", "", SAME, "A   KNOB   40,40   47 x 47", "size=600,400"},
+    {NONE, VK_ESCAPE, "", 0, 0, "AB", "", SAME, "Edit: click", "size=600,400"},
+    {NONE, VK_RIGHT, "", 0, 0, "AB", "Move", SAME, "2 selected   41,40   147 x 67", "141,60,188,107"},
+    {NONE, VK_LEFT, "", 0, 0, "P", "Move", SAME, "S*Part   LED   19,20   16 x 16", "19,20,35,36"},
+    {NONE, VK_UP, "Shift", 0, 0, "A", "Move", SAME, "A   KNOB   40,32   47 x 47", "40,32,87,79"},
+    {NONE, VK_DOWN, "", 0, 0, "A", "Move", SAME, "A   KNOB   40,41   47 x 47", "40,41,87,88"},
+};
+
+void Select(PanelHere& program, const std::string& letters) {
+    const std::map<char, POINT> places{
+        {'A', {60, 60}}, {'B', {160, 80}}, {'C', {300, 75}}, {'S', {420, 220}}, {'P', {368, 168}}};
+    program.Click({5, 5});
+    for (const char letter : letters) {
+        program.Click(places.at(letter), letter == letters.front() ? 0 : MK_CONTROL);
+    }
+    if (letters == "P") {
+        SendMessageA(program.Panel(), WM_LBUTTONDBLCLK, MK_LBUTTON, At(368, 168));
+    }
+}
+
+// First letters of the controls on the panel itself.
+std::string OrderOf(const std::string& saved) {
+    std::string order;
+    for (std::size_t at = 0; (at = saved.find("\r\ncontrol=", at + 1)) != std::string::npos;) {
+        order += saved[saved.find('"', at) + 1];
+    }
+    return order;
+}
+
+LRESULT ButtonState(const PanelHere& program, int command) {
+    return SendMessageA(program.Part(TOOLBARCLASSNAMEA), TB_GETSTATE, static_cast<WPARAM>(command), 0);
+}
+
+HWND Shown(const char* className, const char* title) {
+    const HWND window = FindWindowA(className, title);
+    return IsWindowVisible(window) ? window : nullptr;
+}
+
+// What the command asks, which is answered with that button, in a file dialog after the name of a file.
+std::string Ask(const PanelHere& program, int command, const char* title, int button,
+                const std::string& file = "") {
+    Answer answer(title, button, [&] {
+        for (const int field : {0x480, 0x47C}) { // of one make of the dialog and the other
+            SetDlgItemTextA(FindWindowA("#32770", title), field, file.c_str());
+        }
+    });
+    program.Command(command);
+    return answer.Question();
+}
+
+int Rows(const PanelHere& program, const char* window) {
+    const HWND list = program.Below(FindWindowA(window, nullptr), WC_LISTVIEWA);
+    return static_cast<int>(SendMessageA(list, LVM_GETITEMCOUNT, 0, 0));
+}
+
+// Those of the frame and its other windows, in this order.
+struct Other {
+    int command;
+    void (*check)(PanelHere& program);
+};
+const Other OTHERS[] = {
+    {CMD_EDIT_MODE,
+     [](PanelHere& program) {
+         for (const bool edited : {true, false}) {
+             program.Command(CMD_EDIT_MODE);
+             CHECK(program.Item(CMD_EDIT_MODE).checked == edited);
+             CHECK((program.Root()->mode != 0) == edited);
+         }
+     }},
+    {CMD_SAVE,
+     [](PanelHere& program) {
+         Load(program.Panel(), "title=New title");
+         program.Command(CMD_SAVE);
+         CHECK(program.Title() == "New title - Panel");
+         CHECK(Contains(ReadBytes(program.Folder().Path("test.panel")), "title=New title\r\n"));
+         Load(program.Panel(), "title=");
+     }},
+    {CMD_SAVE_AS,
+     [](PanelHere& program) {
+         const std::string file = program.Folder().Path("other.panel");
+         Ask(program, CMD_SAVE_AS, "Save As", IDCANCEL, program.Folder().Path("other"));
+         CHECK(ReadBytes(file).empty());
+         Ask(program, CMD_SAVE_AS, "Save As", IDOK, program.Folder().Path("other"));
+         CHECK(Contains(ReadBytes(file), "\"Combo\""));
+         CHECK(program.Title() == "other.panel - Panel");
+     }},
+    {CMD_NEW,
+     [](PanelHere& program) {
+         Load(program.Panel(), "title=not saved");
+         CHECK(Ask(program, CMD_NEW, "Panel", IDCANCEL) == "Save the changes to other.panel?");
+         CHECK(ph_Find(program.Root(), "A") != nullptr);
+         Ask(program, CMD_NEW, "Panel", IDNO);
+         program.FindPanel();
+         CHECK(program.Title() == "Untitled - Panel");
+         CHECK(ph_Find(program.Root(), "A") == nullptr);
+         CHECK_FALSE(Contains(ReadBytes(program.Folder().Path("other.panel")), "not saved"));
+     }},
+    {CMD_OPEN,
+     [](PanelHere& program) {
+         program.Folder().Write("bad.panel", "no panel\r\n");
+         Ask(program, CMD_OPEN, "Open", IDCANCEL, program.Folder().Path("other.panel"));
+         CHECK(program.Title() == "Untitled - Panel");
+         Answer told("Panel", IDOK);
+         Ask(program, CMD_OPEN, "Open", IDOK, program.Folder().Path("bad.panel"));
+         CHECK(told.Question() == program.Folder().Path("bad.panel") + " is not a panel file");
+         CHECK(program.Title() == "Untitled - Panel");
+         Ask(program, CMD_OPEN, "Open", IDOK, program.Folder().Path("other.panel"));
+         program.FindPanel();
+         CHECK(program.Title() == "other.panel - Panel");
+         CHECK(ph_Find(program.Root(), "Combo") != nullptr);
+     }},
+    {CMD_VIEW_TRACE,
+     [](PanelHere& program) {
+         for (const bool shown : {true, false, true}) {
+             program.Type(VK_F9, "", program.Panel());
+             CHECK((Shown("PanelTrace", "Trace") != nullptr) == shown);
+             CHECK(program.Item(CMD_VIEW_TRACE).checked == shown);
+         }
+     }},
+    {CMD_TRACE_COPY,
+     [](PanelHere& program) {
+         EDITTRACE(program.Root(), "first\tline %s\n", "");
+         TRACE("second line %d\n", 2);
+         program.Command(CMD_GRID); // what was traced is shown now
+         CHECK(Rows(program, "PanelTrace") >= 2);
+         const HWND trace = Shown("PanelTrace", "Trace");
+         const HWND list = program.Below(trace, WC_LISTVIEWA);
+         program.Type('C', "Ctrl", trace);
+         const std::string all = OnClipboard();
+         CHECK(Contains(all, "\tEdit\tfirst line \r\n"));
+         CHECK(Contains(all, "\tDebug\tsecond line 2\r\n"));
+         CHECK(all[2] == ':');
+         ListView_SetItemState(list, Rows(program, "PanelTrace") - 1, LVIS_SELECTED, LVIS_SELECTED);
+         program.Type('C', "Ctrl", list);
+         CHECK(OnClipboard() == all.substr(all.rfind("\r\n", all.size() - 3) + 2)); // the last line
+     }},
+    {CMD_TRACE_SELECT_ALL,
+     [](PanelHere& program) {
+         const HWND trace = Shown("PanelTrace", "Trace");
+         program.Type('A', "Ctrl", trace);
+         CHECK(SendMessageA(program.Below(trace, WC_LISTVIEWA), LVM_GETSELECTEDCOUNT, 0, 0) ==
+               Rows(program, "PanelTrace"));
+     }},
+    {CMD_TRACE_CLEAR,
+     [](PanelHere& program) {
+         CHECK(program.Status(2) == "1 message");
+         program.Type('L', "Ctrl", Shown("PanelTrace", "Trace"));
+         CHECK(Rows(program, "PanelTrace") == 0);
+         program.Command(CMD_GRID);
+         CHECK(SendMessageA(program.Part(STATUSCLASSNAMEA), SB_GETPARTS, 0, 0) == 2);
+     }},
+    {CMD_TRACE_CLOSE,
+     [](PanelHere& program) {
+         for (const WPARAM key : {VK_ESCAPE, VK_F9}) {
+             program.Type(key, "", Shown("PanelTrace", "Trace"));
+             CHECK(Shown("PanelTrace", "Trace") == nullptr);
+             program.Command(CMD_VIEW_TRACE);
+         }
+         SendMessageA(Shown("PanelTrace", "Trace"), WM_CLOSE, 0, 0);
+         CHECK(Shown("PanelTrace", "Trace") == nullptr);
+     }},
+    {CMD_VIEW_UNREAD,
+     [](PanelHere& program) {
+         CHECK_FALSE(program.Item(CMD_VIEW_UNREAD).enabled);
+         CHECK(program.Open(program.Folder().Write(
+             "unread.panel", "control=0x00000000 KNOB \"A\" 0x50010000 40,40,87,87\r\nA*new\tword=1\r\n")));
+         CHECK(program.Item(CMD_VIEW_UNREAD).enabled);
+         program.Command(CMD_VIEW_UNREAD);
+         program.Type('C', "Ctrl", Shown("PanelUnread", "Unread lines"));
+         CHECK(OnClipboard() == "2\tunknown keyword\tA\tA*new word=1\r\n");
+     }},
+    {CMD_CLOSE_NOTICE,
+     [](PanelHere& program) {
+         const HWND notice = program.Part("PanelNotice");
+         CHECK(IsWindowVisible(notice));
+         SendMessageA(GetDlgItem(notice, CMD_CLOSE_NOTICE), BM_CLICK, 0, 0);
+         program.Serve();
+         CHECK_FALSE(IsWindowVisible(notice));
+         CHECK(program.Open(program.Folder().Path("other.panel")));
+         CHECK(Shown("PanelUnread", "Unread lines") == nullptr); // it went with its lines
+     }},
+    {CMD_ABOUT,
+     [](PanelHere& program) {
+         const std::string text = Ask(program, CMD_ABOUT, "About Panel", IDOK);
+         CHECK(Contains(text, "Panel " PROJECT_VERSION_TEXT));
+         CHECK(Contains(text, "Control library: "));
+     }},
+    {CMD_EXIT,
+     [](PanelHere& program) {
+         Load(program.Panel(), "title=kept");
+         Ask(program, CMD_EXIT, "Panel", IDCANCEL);
+         CHECK_FALSE(program.HasEnded());
+         Ask(program, CMD_EXIT, "Panel", IDYES);
+         CHECK(program.HasEnded());
+         CHECK(Contains(ReadBytes(program.Folder().Path("other.panel")), "title=kept\r\n"));
+         program.Command(CMD_EXIT); // nothing is left to ask for
+         CHECK(program.HasEnded());
+     }},
+};
+
+// As a menu writes it.
+std::string NameOf(const ACCEL& key) {
+    std::string name = (key.fVirt & FCONTROL) != 0 ? "Ctrl+" : "";
+    name += (key.fVirt & FSHIFT) != 0 ? "Shift+" : "";
+    if (key.key == VK_DELETE || key.key == VK_ESCAPE) {
+        return name + (key.key == VK_DELETE ? "Del" : "Esc");
+    }
+    return name + (key.key >= VK_F1 && key.key <= VK_F24 ? "F" + std::to_string(key.key - VK_F1 + 1)
+                                                         : std::string(1, static_cast<char>(key.key)));
+}
+
+} // namespace
+
+TEST_CASE("every command has its row here") {
+    const HRSRC resource = FindResourceA(nullptr, "COMMANDS", RT_RCDATA);
+    REQUIRE(resource != nullptr);
+    const std::string text(static_cast<const char*>(LockResource(LoadResource(nullptr, resource))),
+                           SizeofResource(nullptr, resource));
+    std::set<int> named{NONE};
+    for (std::size_t at = 0; (at = text.find("#define CMD_", at)) != std::string::npos;) {
+        at = text.find(' ', at + 8);
+        named.insert(std::atoi(text.c_str() + at)); // 0 for another name of one
+    }
+    std::set<int> tested{CMD_UNDO, CMD_REDO}; // after every row
+    std::transform(std::begin(EDITS), std::end(EDITS), std::inserter(tested, tested.end()),
+                   [](const Edit& row) { return row.command; });
+    std::transform(std::begin(OTHERS), std::end(OTHERS), std::inserter(tested, tested.end()),
+                   [](const Other& row) { return row.command; });
+    CHECK(named.size() > 30);
+    CHECK(named == tested);
+}
+
+TEST_CASE("menus and buttons name the keys that are at work") {
+    const PanelHere program("size=300,200\r\n");
+    std::set<std::string> named;
+    for (const int table : {IDA_FRAME, IDA_EDIT}) {
+        ACCEL keys[32];
+        const HACCEL loaded = LoadAcceleratorsA(GetModuleHandleA(nullptr), MAKEINTRESOURCEA(table));
+        const int count = CopyAcceleratorTableA(loaded, keys, std::size(keys));
+        CHECK(count > 5);
+        for (int i = 0; i < count; ++i) {
+            CAPTURE(NameOf(keys[i]));
+            CHECK(program.Item(keys[i].cmd).text.ends_with("\t" + NameOf(keys[i])) ==
+                  (NameOf(keys[i]) != "Ctrl+Shift+Z")); // the second one of Redo
+            CHECK(named.insert(NameOf(keys[i])).second);
+        }
+    }
+    const HWND toolbar = program.Part(TOOLBARCLASSNAMEA);
+    for (int i = 0; i < SendMessageA(toolbar, TB_BUTTONCOUNT, 0, 0); ++i) {
+        TBBUTTON button{};
+        SendMessageA(toolbar, TB_GETBUTTON, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(&button));
+        NMTTDISPINFOA tip{};
+        tip.hdr = {toolbar, static_cast<UINT_PTR>(button.idCommand), static_cast<UINT>(TTN_GETDISPINFOA)};
+        tip.lpszText = tip.szText;
+        SendMessageA(program.Frame(), WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&tip));
+        const std::string text = tip.lpszText;
+        const std::string item = program.Item(button.idCommand).text;
+        CAPTURE(text);
+        CHECK(text.empty() == ((button.fsStyle & BTNS_SEP) != 0));
+        if (const std::size_t tab = item.find('\t'); tab != std::string::npos) {
+            CHECK(text.ends_with("(" + item.substr(tab + 1) + ")"));
+            CHECK(named.count(item.substr(tab + 1)) == 1);
+        }
+    }
+}
+
+TEST_CASE("commands can be chosen when there is something to do, in menu and toolbar alike") {
+    PanelHere program(EDITED_PANEL);
+    PutOnClipboard("x");
+    for (const bool edited : {false, true}) {
+        for (const char* selected : {"", "A", "AB", "ABC"}) {
+            edited ? Select(program, selected) : void();
+            program.Command(CMD_GRID);
+            for (const Edit& row : EDITS) {
+                const int count = static_cast<int>(std::strlen(selected));
+                const bool possible = edited && count >= row.least && count <= row.most;
+                CAPTURE(row.command);
+                CAPTURE(std::string(selected));
+                if (row.command == NONE) {
+                    continue;
+                }
+                CHECK(program.Item(row.command).enabled == possible);
+                if (const LRESULT state = ButtonState(program, row.command); state != -1) {
+                    CHECK(((state & TBSTATE_ENABLED) != 0) == possible);
+                    CHECK(((state & TBSTATE_HIDDEN) != 0) == !edited);
+                    CHECK(((state & TBSTATE_CHECKED) != 0) == program.Item(row.command).checked);
+                }
+                if (!possible && row.command != CMD_GRID) {
+                    program.Command(row.command);
+                }
+            }
+        }
+        edited ? void() : program.Command(CMD_EDIT_MODE);
+    }
+    CHECK_FALSE(program.Item(CMD_UNDO).enabled); // what cannot be chosen did nothing
+    CHECK(Shown("#32770", nullptr) == nullptr);
+}
+
+TEST_CASE("each edit changes what it should, is named, undone and done again") {
+    PanelHere program(EDITED_PANEL);
+    program.Command(CMD_EDIT_MODE);
+    const std::string start = program.Saved();
+    for (const Edit& row : EDITS) {
+        CAPTURE(row.command);
+        CAPTURE(row.key);
+        Select(program, row.selected);
+        const bool hadGrid = program.Item(CMD_GRID).checked;
+        if (row.key != 0) {
+            program.Type(row.key, row.held, program.Panel());
+        } else {
+            program.Command(row.command);
+        }
+        program.Tick();
+        const std::string label = row.label;
+        const std::string saved = program.Saved();
+        CHECK(OrderOf(saved) == row.order);
+        CHECK(program.Status().substr(0, std::strlen(row.status)) == row.status);
+        CHECK(Contains(saved, row.line));
+        CHECK(program.Item(CMD_GRID).checked == (hadGrid != (row.command == CMD_GRID)));
+        const std::string named = label.empty() ? "" : " " + label;
+        CHECK(program.Item(CMD_UNDO) ==
+              PanelHere::MenuItem{"&Undo" + named + "\tCtrl+Z", !label.empty(), false});
+        if (!label.empty()) {
+            program.Type('Z', "Ctrl", program.Panel());
+            CHECK(program.Saved() == start);
+            CHECK(program.Item(CMD_UNDO).text == "&Undo\tCtrl+Z");
+            CHECK(program.Item(CMD_REDO).text == "&Redo" + named + "\tCtrl+Y");
+            program.Type(row.command == NONE ? 'Y' : 'Z', row.command == NONE ? "Ctrl" : "Ctrl+Shift",
+                         program.Panel());
+            CHECK(program.Saved() == saved);
+            program.Command(CMD_UNDO);
+        }
+        if (row.command == CMD_PROPERTIES || row.command == CMD_CONNECTIONS) {
+            const HWND dialog = Shown(
+                "#32770", row.command == CMD_PROPERTIES ? "S - Properties" : "S - Functions and Connections");
+            CHECK(dialog != nullptr);
+            SendMessageA(dialog, WM_CLOSE, 0, 0);
+        }
+        CHECK(program.Saved() == start);
+    }
+}
+
+TEST_CASE("the commands of the frame and its other windows") {
+    PanelHere program(EDITED_PANEL);
+    for (const Other& row : OTHERS) {
+        CAPTURE(row.command);
+        row.check(program);
+    }
+}
+
+TEST_SUITE_END();

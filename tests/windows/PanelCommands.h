@@ -1,0 +1,16 @@
+#pragma once
+
+// A panel with knobs that overlap nothing, a text, a control with a part, one on a layer and a drop-down
+// list.
+constexpr const char* EDITED_PANEL = "size=600,400\r\n"
+                                     "control=0x00000000 KNOB \"A\" 0x50010000 40,40,87,87\r\n"
+                                     "A*connection=B*resolution;C\r\n"
+                                     "control=0x00000000 KNOB \"B\" 0x50010000 140,60,187,107\r\n"
+                                     "control=0x00000000 BSTATIC \"C\" 0x50000000 250,50,350,90\r\n"
+                                     "C*connection=A\r\n"
+                                     "control=0x00000000 MINIEDIT \"S\" 0x50000000 340,140,500,300\r\n"
+                                     "S*control=0x00000000 LED \"Part\" 0x50010000 20,20,36,36\r\n"
+                                     "S*Part*connection=A\r\n"
+                                     "control=0x00000000 LED \"Layered\" 0x50010000 20,300,36,316\r\n"
+                                     "Layered*layer=u2\r\n"
+                                     "control=0x00000000 BCOMBOBOX \"Combo\" 0x50010003 440,340,560,388\r\n";

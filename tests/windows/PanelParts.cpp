@@ -1,0 +1,455 @@
+// The window of the panel program: where its parts are, what they show, and who has the keyboard.
+
+#include "Panel/editing/Icons.h"
+#include "Panel/editing/Palette.h"
+#include "tests/windows/Buttons.h"
+#include "tests/windows/EditorPanels.h"
+#include "tests/windows/PanelCommands.h"
+#include "tests/windows/PanelProgram.h"
+
+#include <commctrl.h>
+
+#include <algorithm>
+#include <set>
+
+TEST_SUITE_BEGIN("PanelParts");
+
+namespace {
+
+SIZE SizeOf(HWND window) {
+    RECT client;
+    GetClientRect(window, &client);
+    return {client.right, client.bottom};
+}
+
+LONG HeightOf(HWND window) {
+    RECT place;
+    GetWindowRect(window, &place);
+    return place.bottom - place.top;
+}
+
+// The pixels of a picture of a list, over white.
+std::vector<COLORREF> Pixels(HIMAGELIST list, int image, int side) {
+    std::uint32_t* bits = nullptr;
+    const Bitmap bitmap(CreatePixels(side, side, &bits));
+    const MemoryDc dc(bitmap.get());
+    PatBlt(dc.Get(), 0, 0, side, side, WHITENESS);
+    ImageList_Draw(list, image, dc.Get(), 0, 0, ILD_NORMAL);
+    GdiFlush();
+    std::vector<COLORREF> pixels;
+    std::transform(bits, bits + side * side, std::back_inserter(pixels),
+                   [](std::uint32_t pixel) { return pixel & 0xFFFFFF; });
+    return pixels;
+}
+
+// The same, mirrored or turned about the diagonal.
+std::vector<COLORREF> Mirrored(const std::vector<COLORREF>& pixels, int side) {
+    std::vector<COLORREF> result = pixels;
+    for (auto row = result.begin(); row != result.end(); row += side) {
+        std::reverse(row, row + side);
+    }
+    return result;
+}
+std::vector<COLORREF> Turned(const std::vector<COLORREF>& pixels, int side) {
+    std::vector<COLORREF> result = pixels;
+    for (int i = 0; i < side * side; ++i) {
+        result[static_cast<std::size_t>(i)] = pixels[static_cast<std::size_t>(i % side * side + i / side)];
+    }
+    return result;
+}
+
+// Shares of 255 that are neither white nor of one of three equal channels, and of all that are not white.
+std::pair<int, int> Colours(const std::vector<COLORREF>& pixels) {
+    std::pair counted(0, 0);
+    for (const COLORREF pixel : pixels) {
+        counted.first += GetRValue(pixel) != GetBValue(pixel) ? 1 : 0;
+        counted.second += pixel != 0xFFFFFF ? 1 : 0;
+    }
+    return counted;
+}
+
+} // namespace
+
+TEST_CASE("the parts share the room of the window, which is as large as the panel needs") {
+    PanelHere program(EDITED_PANEL);
+    const std::string unread = program.Folder().Write(
+        "unread.panel", "size=600,400\r\ncontrol=0x00000000 KNOB \"A\" 0x50010000 40,40,87,87\r\nwords\r\n");
+    const std::string plain =
+        program.Folder().Write("plain.panel", "control=0x00000000 KNOB \"A\" 0x50010000 400,40,447,87\r\n");
+    const struct {
+        const char* name;
+        std::function<void()> change;
+        int palette, notice;
+        SIZE panel;
+    } rows[] = {
+        {"operated", [] {}, 0, 0, {600, 400}},
+        {"edited", [&] { program.Command(CMD_EDIT_MODE); }, Palette::WIDTH, 0, {600, 400}},
+        {"unread lines", [&] { program.Open(unread); }, Palette::WIDTH, 36, {600, 400}},
+        {"operated again", [&] { program.Command(CMD_EDIT_MODE); }, 0, 36, {600, 400}},
+        {"notice closed", [&] { program.Command(CMD_CLOSE_NOTICE); }, 0, 0, {600, 400}},
+        {"without a size", [&] { program.Open(plain); }, 0, 0, {457, 200}},
+    };
+    for (const auto& row : rows) {
+        CAPTURE(std::string(row.name));
+        row.change();
+        const SIZE client = SizeOf(program.Frame());
+        const HWND status = program.Part(STATUSCLASSNAMEA);
+        const LONG top = HeightOf(program.Part(TOOLBARCLASSNAMEA)) + row.notice;
+        const LONG bottom = client.cy - HeightOf(status);
+        CHECK(SizeOf(program.Panel()).cx == row.panel.cx);
+        CHECK(SizeOf(program.Panel()).cy == row.panel.cy);
+        CHECK(program.PlaceOf(program.Part(TOOLBARCLASSNAMEA)).starts_with("0,"));
+        CHECK(program.PlaceOf(status) == a_GetRectString({0, bottom, client.cx, client.cy}));
+        CHECK(program.PlaceOf(program.Part("PanelView")) ==
+              a_GetRectString({row.palette, top, client.cx, bottom}));
+        CHECK((row.palette > 0) == (IsWindowVisible(program.Part("PanelPalette")) != FALSE));
+        if (row.palette > 0) {
+            CHECK(program.PlaceOf(program.Part("PanelPalette")) ==
+                  a_GetRectString({0, top, row.palette, bottom}));
+            CHECK(program.PlaceOf(program.Part(WC_TREEVIEWA)) ==
+                  a_GetRectString({0, top, row.palette, bottom}));
+        }
+        if (row.notice > 0) {
+            const HWND notice = program.Part("PanelNotice");
+            CHECK(program.PlaceOf(notice) == a_GetRectString({0, top - 36, client.cx, top}));
+            CHECK(program.PlaceOf(GetDlgItem(notice, CMD_VIEW_UNREAD), notice) ==
+                  a_GetRectString({client.cx - 140, 6, client.cx - 76, 30}));
+            CHECK(program.PlaceOf(GetDlgItem(notice, CMD_CLOSE_NOTICE), notice) ==
+                  a_GetRectString({client.cx - 70, 6, client.cx - 6, 30}));
+        }
+        if (row.panel.cy == 400) { // no wider than the toolbar needs
+            CHECK(SizeOf(program.Part("PanelView")).cy >= 400);
+            CHECK(SizeOf(program.Part("PanelView")).cx >= 600);
+        }
+    }
+    // The panel's own statement of its size is followed, as far as the screen goes.
+    program.Open(program.Folder().Path("test.panel"));
+    SendMessageA(program.Panel(), WM_ERASEBKGND, 0, 0);
+    Load(program.Panel(), "size=3000,2000");
+    program.Command(CMD_GRID);
+    RECT frame;
+    GetWindowRect(program.Frame(), &frame);
+    const RECT work = WorkArea(program.Frame());
+    CHECK(EqualRect(&frame, &work));
+    Load(program.Panel(), "size=500,300");
+    program.Command(CMD_GRID);
+    CHECK(SizeOf(program.Part("PanelView")).cy == 300);
+    CHECK(program.PlaceOf(program.Panel(), GetParent(program.Panel())) == "0,0,500,300");
+}
+
+TEST_CASE("a panel that is larger than its view is scrolled, one that is smaller lies in the middle") {
+    PanelHere program("size=2000,1500\r\ncontrol=0x00000000 KNOB \"A\" 0x50010000 10,10,57,57\r\n"
+                      "control=0x00000000 KNOB \"B\" 0x50010000 1900,1400,1947,1447\r\n");
+    SetWindowPos(program.Frame(), nullptr, 30, 30, 500, 400, SWP_NOZORDER);
+    const HWND view = program.Part("PanelView");
+    const SIZE room = SizeOf(view);
+    const int bar = GetSystemMetrics(SM_CXVSCROLL);
+    RECT whole;
+    GetWindowRect(view, &whole);
+    CHECK(whole.right - whole.left == room.cx + bar);
+    CHECK(whole.bottom - whole.top == room.cy + bar);
+    const struct {
+        UINT message;
+        int low, high;
+        int left, top;
+    } rows[] = {
+        {WM_NULL, 0, 0, 0, 0},
+        {WM_VSCROLL, SB_LINEDOWN, 0, 0, -20},
+        {WM_VSCROLL, SB_PAGEDOWN, 0, 0, -20 - room.cy},
+        {WM_VSCROLL, SB_LINEUP, 0, 0, -room.cy},
+        {WM_HSCROLL, SB_PAGERIGHT, 0, -room.cx, -room.cy},
+        {WM_HSCROLL, SB_LINERIGHT, 0, -room.cx - 20, -room.cy},
+        {WM_VSCROLL, SB_BOTTOM, 0, -room.cx - 20, room.cy - 1500},
+        {WM_VSCROLL, SB_PAGEDOWN, 0, -room.cx - 20, room.cy - 1500},
+        {WM_VSCROLL, SB_TOP, 0, -room.cx - 20, 0},
+        {WM_HSCROLL, SB_PAGELEFT, 0, -20, 0},
+        {WM_HSCROLL, SB_LEFT, 0, 0, 0},
+        {WM_MOUSEWHEEL, 0, -WHEEL_DELTA, 0, -60},
+        {WM_MOUSEWHEEL, 0, -WHEEL_DELTA / 2, 0, -60},
+        {WM_MOUSEWHEEL, 0, -WHEEL_DELTA / 2, 0, -120},
+        {WM_MOUSEWHEEL, MK_SHIFT, -2 * WHEEL_DELTA, -120, -120},
+        {WM_MOUSEWHEEL, 0, 9 * WHEEL_DELTA, -120, 0},
+    };
+    const auto at = [&](LONG left, LONG top) {
+        return a_GetRectString({left, top, left + 2000, top + 1500});
+    };
+    for (const auto& row : rows) {
+        CAPTURE(row.message);
+        CAPTURE(row.low);
+        SendMessageA(view, row.message, MAKEWPARAM(row.low, row.high), 0);
+        CHECK(program.PlaceOf(program.Panel(), view) == at(row.left, row.top));
+        SCROLLINFO info{};
+        info.cbSize = sizeof info;
+        info.fMask = SIF_ALL;
+        GetScrollInfo(view, SB_VERT, &info);
+        CHECK(info.nPos == -row.top);
+        CHECK(info.nMax == 1499);
+        CHECK(static_cast<int>(info.nPage) == room.cy);
+    }
+    // Whoever gets the focus by a key is brought into view.
+    SetFocus(ph_Find(program.Root(), "A"));
+    program.Type(VK_TAB);
+    CHECK(program.PlaceOf(program.Panel(), view) == at(room.cx - 1947, room.cy - 1447));
+    program.Type(VK_TAB, "Shift");
+    CHECK(GetFocus() == ph_Find(program.Root(), "A"));
+    CHECK(program.PlaceOf(program.Panel(), view) == at(-10, -10));
+
+    CHECK(program.Open(program.Folder().Write("small.panel", "size=101,51\r\n")));
+    SetWindowPos(program.Frame(), nullptr, 30, 30, 500, 400, SWP_NOZORDER);
+    const SIZE now = SizeOf(view);
+    const LONG left = (now.cx - 101) / 2;
+    const LONG top = (now.cy - 51) / 2;
+    CHECK(now.cx == room.cx + bar);
+    CHECK(program.PlaceOf(program.Panel(), view) == a_GetRectString({left, top, left + 101, top + 51}));
+}
+
+TEST_CASE("the keyboard goes through the controls and comes back to the one that had it") {
+    PanelHere program("size=400,300\r\ncontrol=0x00000000 KNOB \"A\" 0x50010000 10,10,57,57\r\n"
+                      "control=0x00000000 BSTATIC \"T\" 0x50000000 60,10,107,57\r\n"
+                      "control=0x00000000 BEDIT \"E\" 0x50010000 110,10,197,30\r\nE*value=text\r\n"
+                      "control=0x00000000 KNOB \"B\" 0x50010000 200,10,247,57\r\n");
+    const auto find = [&](const char* name) { return ph_Find(program.Root(), name); };
+    const HWND edit =
+        program.Below(find("E"), "EDIT") != nullptr ? program.Below(find("E"), "EDIT") : find("E");
+    SetFocus(program.Panel());
+    for (const HWND next : {find("A"), edit, find("B"), find("A")}) {
+        program.Type(VK_TAB);
+        CHECK(GetFocus() == next);
+    }
+    program.Type(VK_TAB, "Ctrl"); // the control's own
+    CHECK(GetFocus() == find("A"));
+    for (const HWND next : {find("B"), edit}) {
+        program.Type(VK_TAB, "Shift");
+        CHECK(GetFocus() == next);
+    }
+    CHECK(SendMessageA(edit, EM_GETSEL, 0, 0) == MAKELONG(0, 4)); // its whole text
+    // The program is left and comes back.
+    const auto leave = [&](HWND focused) {
+        SetFocus(focused);
+        SendMessageA(program.Frame(), WM_ACTIVATE, WA_INACTIVE, 0);
+        SetFocus(nullptr);
+    };
+    leave(find("B"));
+    SendMessageA(program.Frame(), WM_SETFOCUS, 0, 0);
+    CHECK(GetFocus() == find("B"));
+    leave(find("B"));
+    EnableWindow(find("B"), FALSE);
+    SendMessageA(program.Frame(), WM_SETFOCUS, 0, 0);
+    CHECK(GetFocus() == program.Panel());
+    EnableWindow(find("B"), TRUE);
+    // No control has it while the panel is edited; keys that reach one are the panel's.
+    SetFocus(find("A"));
+    program.Command(CMD_EDIT_MODE);
+    CHECK(GetFocus() == program.Panel());
+    program.Click({20, 20});
+    SetFocus(find("B"));
+    program.Type(VK_RIGHT);
+    CHECK(GetFocus() == program.Panel());
+    CHECK(ObjectOf(find("A")).rectangle.left == 11);
+    CHECK(program.Open(program.Folder().Write("none.panel", "size=100,100\r\n")));
+    program.Command(CMD_EDIT_MODE);
+    program.Type(VK_TAB, "", program.Panel()); // nobody takes it
+    CHECK(GetFocus() == program.Panel());
+}
+
+TEST_CASE(
+    "the status bar tells what is under the mouse or has the keyboard, how much there is, what went wrong") {
+    PanelHere program(EDITED_PANEL);
+    const HWND bar = program.Part(STATUSCLASSNAMEA);
+    const auto hover = [&](int x, int y) {
+        SendMessageA(program.Panel(), WM_MOUSEMOVE, 0, At(x, y));
+        program.Command(CMD_COPY); // nothing to copy: brings the bar up to date
+        return program.Status();
+    };
+    SetFocus(program.Panel());
+    CHECK(hover(5, 5).empty());
+    CHECK(hover(60, 60) == "A = 0   B*resolution;C");
+    CHECK(hover(370, 170) == "S*Part = 0   A");
+    SetFocus(ph_Find(program.Root(), "B"));
+    CHECK(hover(5, 5) == "B = 0");
+    CHECK(program.Status(1) == "7 controls");
+    CHECK(SendMessageA(bar, SB_GETPARTS, 0, 0) == 2);
+    DestroyWindow(ph_Find(program.Root(), "A"));
+    Load(ph_Find(program.Root(), "B"), "interval=no number");
+    hover(5, 5);
+    CHECK(program.Status(1) == "6 controls");
+    CHECK(program.Status(2) == "1 message");
+    EDITTRACE(program.Root(), "%s", "second");
+    hover(5, 5);
+    CHECK(program.Status(2) == "2 messages");
+    int ends[3] = {};
+    CHECK(SendMessageA(bar, SB_GETPARTS, 3, reinterpret_cast<LPARAM>(ends)) == 3);
+    const int widths[] = {ends[1] - ends[0], SizeOf(bar).cx - GetSystemMetrics(SM_CXVSCROLL) - ends[1]};
+    for (const int width : widths) { // as wide as their texts
+        CHECK(width > 40);
+        CHECK(width < 100);
+    }
+    NMMOUSE click{};
+    click.hdr = {bar, 100, static_cast<UINT>(NM_CLICK)};
+    for (const DWORD part : {0U, 1U, 2U}) {
+        click.dwItemSpec = part;
+        SendMessageA(program.Frame(), WM_NOTIFY, 100, reinterpret_cast<LPARAM>(&click));
+        CHECK(program.Item(CMD_VIEW_TRACE).checked == (part == 2));
+    }
+    // A new panel has no messages, a damaged one keeps those of the one that runs.
+    CHECK_FALSE(program.Open(program.Folder().Write("bad.panel", "words\r\n")));
+    hover(5, 5);
+    CHECK(program.Status(2) == "2 messages");
+    CHECK(program.Open(program.Folder().Path("test.panel")));
+    CHECK(SendMessageA(bar, SB_GETPARTS, 0, 0) == 2);
+}
+
+TEST_CASE("the trace keeps the last lines, and shows the end unless the user looks elsewhere") {
+    PanelHere program("size=300,200\r\n");
+    program.Command(CMD_VIEW_TRACE);
+    const HWND list = program.Below(FindWindowA("PanelTrace", nullptr), WC_LISTVIEWA);
+    const auto trace = [&](int count) {
+        for (int i = 0; i < count; ++i) {
+            TRACE("line %d\n", i);
+        }
+        program.Command(CMD_GRID);
+    };
+    const auto isAtEnd = [&] {
+        return ListView_GetTopIndex(list) + ListView_GetCountPerPage(list) >= ListView_GetItemCount(list);
+    };
+    trace(100);
+    CHECK(isAtEnd());
+    ListView_EnsureVisible(list, 3, FALSE);
+    trace(10);
+    CHECK(ListView_GetTopIndex(list) == 3);
+    trace(6000);
+    CHECK(ListView_GetItemCount(list) == 5000);
+    char text[64] = "";
+    ListView_GetItemText(list, 4999, 2, text, sizeof text);
+    CHECK(text == std::string("line 5999"));
+    const HWND window = GetParent(list);
+    SetWindowPos(window, nullptr, 0, 0, 400, 200, SWP_NOZORDER);
+    CHECK(program.PlaceOf(list, window) == a_GetRectString({0, 0, SizeOf(window).cx, SizeOf(window).cy}));
+}
+
+TEST_CASE("a panel with changes is not lost by another one, an end or a file that cannot be written") {
+    PanelHere program(EDITED_PANEL);
+    const std::string file = program.Folder().Path("test.panel");
+    Load(program.Panel(), "title=changed");
+    for (const int answer : {IDCANCEL, IDNO}) {
+        Answer asked("Panel", answer);
+        CHECK(SendMessageA(program.Frame(), WM_QUERYENDSESSION, 0, 0) == (answer == IDNO));
+        CHECK(asked.Question() == "Save the changes to test.panel?");
+    }
+    SetFileAttributesA(file.c_str(), FILE_ATTRIBUTE_READONLY);
+    {
+        Answer told("Panel", IDOK);
+        program.Command(CMD_SAVE);
+        CHECK(told.Question().starts_with("Cannot save " + file + ": "));
+    }
+    program.Command(CMD_GRID);
+    CHECK(program.Title() == "changed * - Panel");
+    SetFileAttributesA(file.c_str(), FILE_ATTRIBUTE_NORMAL);
+    {
+        Answer asked("Panel", IDYES);
+        SendMessageA(program.Frame(), WM_CLOSE, 0, 0);
+    }
+    CHECK(program.HasEnded());
+    CHECK(Contains(ReadBytes(file), "title=changed\r\n"));
+    CHECK(program.Title() == "changed - Panel");
+
+    // What is operated while a control handles a tick may not go; two panels do not share an outside channel.
+    const std::string midi =
+        program.Folder().Write("midi.panel", "control=0x00000000 IMIDI \"M\" 0x40000000 0,0,32,32\r\n");
+    CHECK(program.Open(midi));
+    const HWND first = program.Panel();
+    CHECK(program.Open(midi));
+    CHECK_FALSE(IsWindow(first));
+    WriteBytes(midi, "damaged\r\n");
+    CHECK_FALSE(program.Open(midi));
+    CHECK(ph_Find(program.Root(), "M") != nullptr); // the running one stays
+    // The devices beside the file are those of its panel.
+    program.Folder().Write("net.devices", "AMP1*device=simulated\r\n");
+    CHECK(program.Open(program.Folder().Write("net.panel", "size=100,100\r\n")));
+    CHECK(ph_Find(program.Root(), "AMP1") != nullptr);
+    CHECK(program.Open(file));
+    CHECK(ph_Find(program.Root(), "AMP1") == nullptr);
+}
+
+TEST_CASE("the grid is drawn over whatever ground there is") {
+    for (const char* ground : {"", "background=0x00402010\r\n"}) {
+        const PanelHere program(std::string("size=400,300\r\n") + ground);
+        UpdateWindow(program.Panel());
+        const auto at = [&](int x, int y) {
+            const HDC dc = GetDC(program.Panel());
+            const COLORREF colour = GetPixel(dc, x, y);
+            ReleaseDC(program.Panel(), dc);
+            return colour;
+        };
+        const COLORREF plain = at(20, 20);
+        CHECK(at(16, 16) == plain);
+        const auto draw = [&] {
+            RedrawWindow(program.Panel(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW);
+        };
+        program.Command(CMD_EDIT_MODE);
+        draw();
+        for (int i = 0; i <= 16; ++i) {
+            CAPTURE(i);
+            CHECK((at(i, 40) != plain) == (i % 8 == 0));
+            CHECK((at(40, i) != plain) == (i % 8 == 0));
+            CHECK(at(i, 41) == plain);
+        }
+        CHECK((at(16, 16) ^ plain) == RGB(88, 88, 88));
+        program.Command(CMD_GRID);
+        draw();
+        CHECK(at(16, 16) == plain);
+    }
+}
+
+TEST_CASE("every button and every entry has a picture of its own") {
+    const HIMAGELIST icons = MakeIcons(false);
+    const HIMAGELIST greyed = MakeIcons(true);
+    const HIMAGELIST tiles = MakeTiles();
+    const auto icon = [&](Icon which) { return Pixels(icons, static_cast<int>(which), ICON_SIZE); };
+    std::set<std::vector<COLORREF>> different;
+    for (int i = 0; i < static_cast<int>(Icon::Count); ++i) {
+        CAPTURE(i);
+        const auto [coloured, drawn] = Colours(Pixels(icons, i, ICON_SIZE));
+        CHECK(coloured > 8);
+        CHECK(drawn > 30);
+        CHECK(drawn < 200);
+        const auto grey = Colours(Pixels(greyed, i, ICON_SIZE));
+        CHECK(grey.first == 0);
+        CHECK(grey.second > drawn / 2);
+        different.insert(Pixels(icons, i, ICON_SIZE));
+    }
+    CHECK(static_cast<int>(different.size()) == static_cast<int>(Icon::Count));
+    const auto undo = Mirrored(icon(Icon::Undo), ICON_SIZE);
+    int same = 0; // smooth edges may differ
+    for (std::size_t i = 0; i < undo.size(); ++i) {
+        same += undo[i] == icon(Icon::Redo)[i] ? 1 : 0;
+    }
+    CHECK(same > ICON_SIZE * ICON_SIZE * 4 / 5);
+    for (const auto& [across, down] : {std::pair(Icon::AlignLeft, Icon::AlignTop),
+                                       {Icon::AlignRight, Icon::AlignBottom},
+                                       {Icon::CentreAcross, Icon::CentreDown},
+                                       {Icon::DistributeAcross, Icon::DistributeDown}}) {
+        CHECK(icon(down) == Turned(icon(across), ICON_SIZE));
+    }
+    different.clear();
+    std::set<std::pair<COLORREF, std::string>> letters;
+    for (const CatalogueEntry& entry : Catalogue()) {
+        CAPTURE(std::string(entry.name));
+        const auto tile = Pixels(tiles, EntryTile(entry), TILE_SIZE);
+        const auto head = Pixels(tiles, GroupTile(entry.group), TILE_SIZE);
+        const COLORREF colour = GroupColour(entry.group);
+        const COLORREF shown = RGB(GetBValue(colour), GetGValue(colour), GetRValue(colour));
+        CHECK(std::count(tile.begin(), tile.end(), shown) > TILE_SIZE * TILE_SIZE / 3);
+        CHECK(std::count(head.begin(), head.end(), shown) > 20);
+        CHECK(std::count(head.begin(), head.end(), shown) < TILE_SIZE * TILE_SIZE / 3);
+        CHECK(tile.front() != shown); // round
+        different.insert(tile);
+        different.insert(head);
+    }
+    CHECK(different.size() == Catalogue().size() + CATALOGUE_GROUPS);
+    for (HIMAGELIST list : {icons, greyed, tiles}) {
+        ImageList_Destroy(list);
+    }
+}
+
+TEST_SUITE_END();
