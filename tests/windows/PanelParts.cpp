@@ -84,6 +84,19 @@ TEST_CASE("the parts share the room of the window, which is as large as the pane
         if (row.notice > 0) {
             const HWND notice = program.Part("PanelNotice");
             CHECK(program.PlaceOf(notice) == a_GetRectString({0, top - 36, client.cx, top}));
+            UpdateWindow(notice);
+            const HDC dc = GetDC(notice);
+            int letters = 0;
+            for (int x = 30; x < client.cx - 160; ++x) {
+                for (const int y : {12, 18, 24}) { // of one line of text or of two
+                    letters += GetPixel(dc, x, y) != RGB(255, 244, 206) ? 1 : 0;
+                }
+                CHECK(GetPixel(dc, x, 35) == RGB(214, 178, 84));
+            }
+            CHECK(GetPixel(dc, 2, 2) == RGB(255, 244, 206));
+            CHECK(GetPixel(dc, 14, 18) != RGB(255, 244, 206)); // the sign
+            CHECK(letters > 20);
+            ReleaseDC(notice, dc);
             CHECK(program.PlaceOf(GetDlgItem(notice, CMD_VIEW_UNREAD), notice) ==
                   a_GetRectString({client.cx - 140, 6, client.cx - 76, 30}));
             CHECK(program.PlaceOf(GetDlgItem(notice, CMD_CLOSE_NOTICE), notice) ==
