@@ -9,6 +9,8 @@
 
 namespace {
 
+constexpr const char* CONNECTION = "connection";
+
 std::string_view KeywordOf(std::string_view line) {
     return logic::SplitPropertyLine(line).keyword;
 }
@@ -31,6 +33,13 @@ void KeptLines::Passed(HOSTINFO& object, std::string_view keyword) {
         seen_.clear();
     }
     seen_.emplace_back(keyword);
+    const auto known = blocks_.find(&object);
+    // Connections are applied when all has been passed: what comes behind the line is to stand there.
+    if (keyword == CONNECTION && known != blocks_.end() &&
+        std::none_of(known->second.begin(), known->second.end(),
+                     [](const Entry& entry) { return entry.keyword == CONNECTION; })) {
+        Insert(known->second, {CONNECTION, {}, 0, 0, text_, false});
+    }
 }
 
 bool KeptLines::Forget(Block& block, std::string_view keyword) const {
@@ -87,7 +96,7 @@ bool KeptLines::Refused(HOSTINFO& object, std::string_view line, std::size_t num
     }
     // A keyword that this text has set before keeps its own line, too. Connections are applied when all has
     // been passed, so a mark says nothing about them.
-    const bool isDeferred = parts.keyword == "connection";
+    const bool isDeferred = parts.keyword == CONNECTION;
     const auto mark = std::find_if(block.begin(), block.end(), [&](const Entry& other) {
         return !other.kept && other.keyword == entry.keyword && (isDeferred || other.text != text_);
     });

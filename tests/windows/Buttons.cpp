@@ -5,7 +5,7 @@
 namespace {
 
 constexpr const char* RECORDER_CLASS = "TestRecorder";
-constexpr DWORD PATIENCE = 5000; // milliseconds that a message box may take to come
+constexpr DWORD PATIENCE = 30000; // milliseconds that a message box may take to come
 constexpr int NOTE_ROW = 7;
 constexpr int MESSAGE_TEXT = 0xFFFF; // control of a message box
 

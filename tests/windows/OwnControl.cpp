@@ -7,6 +7,7 @@
 namespace {
 
 OwnControl::Saving saving = OwnControl::Saves;
+DWORD ownBytes = 0;
 
 LRESULT Save(HOSTINFO& object, WPARAM code, HANDLE file) {
     const std::string line = code == SAVE_PROPERTIES ? "control=0x00000000 OWNCONTROL \"" + object.name +
@@ -20,6 +21,11 @@ LRESULT Save(HOSTINFO& object, WPARAM code, HANDLE file) {
         return 0;
     default:
         a_WriteText(file, line.data(), line.size());
+        if (code == SAVE_PROPERTIES && ownBytes > 0) {
+            DWORD written = 0;
+            WriteFile(file, std::string(ownBytes, 'x').data(), ownBytes, &written, nullptr);
+            a_WriteText(file, "=\r\n", 3);
+        }
         return 0;
     }
 }
@@ -61,8 +67,9 @@ void* __cdecl RefuseMemory(std::size_t size) {
 
 } // namespace
 
-OwnControl::OwnControl(Saving wanted) {
+OwnControl::OwnControl(Saving wanted, DWORD bytes) {
     saving = wanted;
+    ownBytes = bytes;
     WNDCLASSA windowClass{};
     windowClass.lpfnWndProc = Procedure;
     windowClass.hInstance = GetModuleHandleA(nullptr);
@@ -74,6 +81,7 @@ OwnControl::OwnControl(Saving wanted) {
 OwnControl::~OwnControl() {
     ph_UnregisterControlClass(CLASS);
     saving = Saves;
+    ownBytes = 0;
 }
 
 NoMemory::NoMemory(HMODULE module) : hook_(PathOf(module).c_str(), "malloc", RefuseMemory) {

@@ -10,7 +10,8 @@ public:
     enum Saving { Saves, Refuses, HitsFullDisk };
     static constexpr const char* CLASS = "OWNCONTROL";
 
-    explicit OwnControl(Saving saving);
+    // The control writes as many bytes by the handle itself, behind its first line.
+    explicit OwnControl(Saving saving, DWORD bytes = 0);
     ~OwnControl();
     OwnControl(const OwnControl&) = delete;
     OwnControl& operator=(const OwnControl&) = delete;

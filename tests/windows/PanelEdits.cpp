@@ -2,50 +2,11 @@
 
 #include "Panel/editing/PanelEdits.h"
 #include "Panelhost/Editing.h"
-#include "Panelhost/PropertyTable.h"
 #include "Panelhost/Root.h"
+#include "tests/windows/OwnControl.h"
 #include "tests/windows/PanelProgram.h"
 
 namespace {
-
-// A control of another maker, which writes its lines by itself: as many bytes of the handle as asked for,
-// between two lines that go by a_WriteText.
-struct Foreign : HOSTINFO {
-    std::size_t bytes = 0;
-    bool fails = false;
-
-    void Save(HANDLE file) const {
-        const std::string own = name + "*";
-        const std::string lines(bytes, 'x');
-        DWORD written = 0;
-        a_WriteText(file, own.data(), own.size());
-        WriteFile(file, lines.data(), static_cast<DWORD>(lines.size()), &written, nullptr);
-        a_WriteText(fails ? INVALID_HANDLE_VALUE : file, "=\r\n", 3);
-    }
-};
-
-LRESULT CALLBACK ForeignProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    auto* object = static_cast<Foreign*>(a_FromWindow(window));
-    if (message == WM_CREATE) {
-        object = new Foreign;
-        a_InitializeHostinfo(window, object, reinterpret_cast<CREATESTRUCTA*>(lParam)->lpCreateParams);
-        a_AddHostinfo(object->parent, object);
-    } else if (message == CWM_SAVE && wParam == SAVE_PROPERTIES) {
-        object->Save(reinterpret_cast<HANDLE>(lParam));
-    } else if (message == WM_DESTROY) {
-        delete object;
-    }
-    return message == CWM_SAVE ? 0 : DefWindowProcA(window, message, wParam, lParam);
-}
-
-Foreign& CreateForeign(const TestPanel& panel, const char* name) {
-    WNDCLASSA foreign{};
-    foreign.lpfnWndProc = ForeignProc;
-    foreign.hInstance = GetModuleHandleA(nullptr);
-    foreign.lpszClassName = "ForeignControl";
-    RegisterClassA(&foreign); // refused from the second time on
-    return static_cast<Foreign&>(*a_FromWindow(panel.Create("ForeignControl", name)));
-}
 
 // The edits of a panel, and what they told the user.
 struct Edits {
@@ -60,57 +21,52 @@ struct Edits {
 
 TEST_CASE("the text of an object is whole in memory, however and how much it writes, or there is none") {
     const TestPanel panel;
-    panel.Create("KNOB", "Knob");
-    Foreign& foreign = CreateForeign(panel, "F");
+    HOSTINFO* knob = &ObjectOf(panel.Create("KNOB", "Knob"));
+    const OwnControl registered(OwnControl::Saves);
+    HOSTINFO* own = &ObjectOf(panel.Create(OwnControl::CLASS, "F"));
+    const std::string header = "control=0x00000000 OWNCONTROL \"F\" 0x40000000 0,0,10,10\r\n";
     std::string text;
-    for (const std::size_t bytes : {0U, 1U, 65535U, 65536U, 65537U, 3000000U}) {
+    for (const DWORD bytes : {1U, 65535U, 65536U, 65537U, 3000000U}) {
         CAPTURE(bytes);
-        foreign.bytes = bytes;
-        REQUIRE(a_ObjectText(&foreign, &text) == 1);
-        CHECK(text == "F*" + std::string(bytes, 'x') + "=\r\n");
+        const OwnControl writing(OwnControl::Saves, bytes);
+        REQUIRE(a_ObjectText(own, &text) == 1);
+        CHECK(text == header + std::string(bytes, 'x') + "=\r\nF*connection=\r\n");
     }
-    foreign.bytes = 5;
-    const std::vector<HOSTINFO*> both{&foreign, &ObjectOf(panel.Find("Knob"))};
+    ph_RegisterControlClass(OwnControl::CLASS);
     std::vector<std::string> texts;
-    REQUIRE(a_ObjectTexts(both, &texts) == 1);
-    CHECK(texts[0] == "F*xxxxx=\r\n");
+    REQUIRE(a_ObjectTexts({own, knob}, &texts) == 1);
+    CHECK(texts[0] == header + "F*connection=\r\n");
     CHECK(Contains(texts[1], "KNOB \"Knob\""));
     CHECK(Contains(texts[1], "Knob*connection=\r\n"));
 
     std::string pieces;
-    CHECK(a_PanelText(panel.Root(), 0, 2, &pieces) == 2); // the root and the first control
-    CHECK(a_PanelText(panel.Root(), 2, 2, &pieces) == 1);
-    CHECK(a_PanelText(panel.Root(), 3, 2, &pieces) == 0);
+    for (const auto& [first, made] : {std::pair(0, 2), {2, 1}, {3, 0}}) { // the root and the first control
+        CHECK(a_PanelText(panel.Root(), first, 2, &pieces) == made);
+    }
     const TestFolder folder;
     REQUIRE(ph_SavePanel(panel.Root(), folder.Path("saved").c_str()) == 1);
     CHECK(pieces == ReadBytes(folder.Path("saved")));
 
-    foreign.fails = true;
-    CHECK(a_ObjectText(&foreign, &text) == 0);
+    const OwnControl failing(OwnControl::Refuses);
+    CHECK(a_ObjectText(own, &text) == 0);
     CHECK(text.empty());
-    CHECK(a_ObjectTexts(both, &texts) == 0);
+    CHECK(a_ObjectTexts({own, knob}, &texts) == 0);
     CHECK(texts.empty());
     CHECK(a_PanelText(panel.Root(), 0, 9, &pieces) == -1);
-    CHECK(a_ObjectText(&ObjectOf(panel.Find("Knob")), &text) == 1); // the failure was the other's
+    CHECK(a_ObjectText(knob, &text) == 1); // the failure was the other's
     CHECK(a_ObjectText(nullptr, &text) == 0);
-}
 
-TEST_CASE("what cannot be kept for an undo is not done, and the user is told") {
-    const TestPanel panel;
-    panel.Create("KNOB", "Knob");
-    Foreign& foreign = CreateForeign(panel, "F");
+    // What cannot be kept for an undo is not done, and the user is told.
     Edits user(panel);
     ph_SetMode(panel.Root(), 1);
-    foreign.fails = true;
-    user.edits.Delete({&ObjectOf(panel.Find("Knob")), &foreign});
+    user.edits.Delete({knob, own});
     CHECK(panel.Find("Knob") != nullptr);
-    CHECK(panel.Find("F") != nullptr);
     CHECK(user.told.size() == 1);
-    CHECK(a_ApplyEdit(&foreign, "interval=1") == 0);
+    CHECK(a_ApplyEdit(own, "interval=1") == 0);
     CHECK(user.told.size() == 2);
     CHECK_FALSE(user.edits.History().CanUndo());
     CHECK_FALSE(a_IsChanged(panel.Root()));
-    user.edits.Delete({&ObjectOf(panel.Find("Knob"))});
+    user.edits.Delete({knob});
     CHECK(panel.Find("Knob") == nullptr);
     CHECK(user.edits.Undo());
     CHECK(panel.Find("Knob") != nullptr);

@@ -102,4 +102,47 @@ TEST_CASE("a copy is kept, deleted or opened as the user says, and a damaged one
     program.FindFrame();
     CHECK(WaitFor([&] { return Contains(program.Title(), "Untitled *"); }));
     CHECK(program.Below(program.Panel(), "KNOB") != nullptr);
+    program.Kill();
+
+    // The file that is opened comes first, then what was written last. Its devices are those it had.
+    const std::string devices = folder.Write("net.devices", "AMP1*device=simulated\r\n");
+    const std::string asked = folder.Write("asked.panel", PANEL);
+    const std::string offered[] = {asked, "C:\\new.panel", "C:\\old.panel"};
+    for (const int i : {2, 0, 1}) {
+        folder.Write(std::to_string(i) + ".copy", logic::RecoveryText({offered[i], devices, 1, PANEL}));
+        Sleep(30); // the times of the files differ
+    }
+    PanelProgram last(folder, asked);
+    for (const std::string& file : offered) {
+        CHECK(Contains(last.Question(), "saving " + file + ". There is a copy of 2"));
+        CHECK(Contains(last.Question(), " with 1 unsaved change."));
+        last.Answer(IDNO);
+    }
+    last.FindFrame();
+    CHECK(last.Title() == "asked.panel - Panel");
+    CHECK(Copies(folder).empty());
+}
+
+TEST_CASE("copies that cannot be written are told of once, and the panel goes on") {
+    PanelHere program(PANEL);
+    program.Folder().Write("recovery", "a file, no folder");
+    program.Command(CMD_EDIT_MODE);
+    const auto tickUntil = [&](const std::function<bool()>& condition) {
+        return WaitFor([&] {
+            program.Tick();
+            return condition();
+        });
+    };
+    program.Drag({60, 60}, {100, 150});
+    const std::string told = "No copy of the unsaved changes can be written: ";
+    CHECK(tickUntil([&] { return Contains(program.Trace(), told); }));
+    CHECK(program.Trace().rfind(told) == program.Trace().find(told));
+    DeleteFileA(program.Folder().Path("recovery").c_str()); // it is tried again
+    CHECK(tickUntil([&] {
+        return GetFileAttributesA(program.Folder().Path("recovery").c_str()) != INVALID_FILE_ATTRIBUTES;
+    }));
+    program.Command(CMD_UNDO);
+    SendMessageA(program.Frame(), WM_ENDSESSION, TRUE, 0);
+    CHECK(program.Trace().rfind(told) == program.Trace().find(told));
+    RemoveDirectoryA(program.Folder().Path("recovery").c_str());
 }

@@ -1,9 +1,10 @@
 // What Panel.exe leaves on the screen when its parts are moved and sized.
 
+#include "Panelhost/Gdi.h"
 #include "tests/windows/PanelProgram.h"
 
+#include <algorithm>
 #include <cstdint>
-#include <cstring>
 #include <functional>
 
 namespace {
@@ -17,25 +18,13 @@ Pixels OnScreen(HWND window) {
     MapWindowPoints(window, nullptr, reinterpret_cast<POINT*>(&area), 2);
     const int width = area.right - area.left;
     const int height = area.bottom - area.top;
-    BITMAPINFO info{};
-    info.bmiHeader.biSize = sizeof info.bmiHeader;
-    info.bmiHeader.biWidth = width;
-    info.bmiHeader.biHeight = -height;
-    info.bmiHeader.biPlanes = 1;
-    info.bmiHeader.biBitCount = 32;
-    void* bits = nullptr;
+    std::uint32_t* bits = nullptr;
     const HDC screen = GetDC(nullptr);
-    const HDC dc = CreateCompatibleDC(screen);
-    const HBITMAP bitmap = CreateDIBSection(dc, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
-    const HGDIOBJ before = SelectObject(dc, bitmap);
-    BitBlt(dc, 0, 0, width, height, screen, area.left, area.top, SRCCOPY);
-    Pixels pixels(static_cast<std::size_t>(width * height));
-    std::memcpy(pixels.data(), bits, pixels.size() * sizeof pixels[0]);
-    SelectObject(dc, before);
-    DeleteObject(bitmap);
-    DeleteDC(dc);
+    const Bitmap bitmap(CreatePixels(width, height, &bits));
+    const MemoryDc dc(bitmap.get());
+    BitBlt(dc.Get(), 0, 0, width, height, screen, area.left, area.top, SRCCOPY);
     ReleaseDC(nullptr, screen);
-    return pixels;
+    return {bits, bits + static_cast<std::ptrdiff_t>(width) * height};
 }
 
 // What stands there when nothing more is drawn.
@@ -52,14 +41,6 @@ Pixels Settled(HWND window) {
         return same == 3;
     });
     return pixels;
-}
-
-std::size_t Count(const Pixels& pixels, std::uint32_t colour) {
-    std::size_t count = 0;
-    for (const std::uint32_t pixel : pixels) {
-        count += (pixel & 0xFFFFFF) == colour ? 1U : 0U;
-    }
-    return count;
 }
 
 } // namespace
@@ -107,7 +88,8 @@ TEST_CASE("nothing is left behind on the screen when mode, size, place, scroll o
         const Pixels now = Settled(frame);
         RedrawWindow(frame, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
         const Pixels anew = Settled(frame);
-        CHECK(Count(anew, 0xC08040) > (row.whole ? 50000 : 10000)); // this is the screen
+        const auto isGround = [](std::uint32_t pixel) { return (pixel & 0xFFFFFF) == 0xC08040; };
+        CHECK(std::count_if(anew.begin(), anew.end(), isGround) > (row.whole ? 50000 : 10000)); // the screen
         CHECK(now.size() == anew.size());
         CHECK(now == anew);
     }

@@ -119,7 +119,9 @@ TEST_CASE("every field sends its line, shows what became of it, and refuses what
             CHECK(Field(dialog, IDC_DIALOG_STATUS).find(row.refused) != std::string::npos);
             CHECK_FALSE(IsChanged(control));
         }
-        Type(dialog, row.id, row.typed, EDIT_ENTER);
+        Command(dialog, row.id, EDIT_LEFT); // nothing was typed
+        CHECK_FALSE(IsChanged(control));
+        Type(dialog, row.id, row.typed, row.refused == nullptr ? EDIT_LEFT : EDIT_ENTER);
         CHECK(Text(control, row.keyword) == row.value);
         CHECK(Field(dialog, IDC_DIALOG_STATUS).empty());
         CHECK(IsChanged(control));
@@ -145,57 +147,41 @@ TEST_CASE("a text that is too long is refused as a whole") {
         Field(dialog, IDC_DIALOG_STATUS).ends_with("is longer than 4095 bytes, 2 of its entries would fit"));
 }
 
-TEST_CASE("leaving a field applies it once, and not at all when nothing was typed") {
-    const TestPanel panel;
-    const HWND knob = panel.Create("KNOB", "Knob");
-    const HWND dialog = OpenDialog(knob);
-    Command(dialog, IDC_RESOLUTION, EDIT_LEFT);
-    CHECK_FALSE(IsChanged(knob));
-    Type(dialog, IDC_RESOLUTION, "4", EDIT_LEFT);
-    CHECK(Text(knob, "resolution") == "4");
-}
-
 TEST_CASE("style and combination are chosen") {
     const TestPanel panel;
-    const HWND eq = panel.Create("EQ", "Band");
-    const HWND eqDialog = OpenDialog(eq);
-    CHECK(Choose(eqDialog, IDC_EQ_DATATYPE, "channeleq"));
-    CHECK(Choose(eqDialog, IDC_EQ_BANDWIDTH, "bw"));
-    CHECK(Text(eq, "datatype") == "channeleq");
-    CHECK(Text(eq, "bw") == "bw");
-    const HWND knob = panel.Create("KNOB", "Knob");
-    const HWND knobDialog = OpenDialog(knob);
-    CHECK(IsDlgButtonChecked(knobDialog, IDC_ABSOLUTE) == BST_CHECKED);
-    Command(knobDialog, IDC_RELATIVE, BN_CLICKED);
-    CHECK(Text(knob, "relative") == "1");
-    DispatchPosted();
-    CHECK(IsDlgButtonChecked(knobDialog, IDC_RELATIVE) == BST_CHECKED);
-    CHECK(IsDlgButtonChecked(knobDialog, IDC_ABSOLUTE) == BST_UNCHECKED);
-    Load(knob, "relative=2"); // as relative as 1
-    DispatchPosted();
-    CHECK(IsDlgButtonChecked(knobDialog, IDC_RELATIVE) == BST_CHECKED);
-    Command(knobDialog, IDC_RELATIVE, BN_CLICKED); // sends its line although it is on
-    CHECK(Text(knob, "relative") == "1");
-    const HWND strip = panel.Create("MIXER", "Strip");
-    CHECK(Choose(OpenDialog(strip), IDC_MODE, "output"));
-    CHECK(Choose(OpenDialog(strip), IDC_STEREO, "yes"));
-    CHECK(Text(strip, "mode") + Text(strip, "stereo") == "outputyes");
-
     const struct {
         const char* className;
         int list;
         const char* keyword;
         const char* value;
-    } rows[] = {{"METER", IDC_COMBINE, "combine", "avg"},
+    } rows[] = {{"EQ", IDC_EQ_DATATYPE, "datatype", "channeleq"},
+                {"EQ", IDC_EQ_BANDWIDTH, "bw", "bw"},
+                {"MIXER", IDC_MODE, "mode", "output"},
+                {"MIXER", IDC_STEREO, "stereo", "yes"},
+                {"METER", IDC_COMBINE, "combine", "avg"},
                 {"BSTATIC", IDC_ALIGNMENT, "alignment", "right"},
                 {"BSTATIC", IDC_DATATYPE, "datatype", "f"},
                 {"BEDIT", IDC_READ_ONLY, "readonly", "1"}};
     for (const auto& row : rows) {
+        CAPTURE(row.list);
         const HWND control = panel.Create(row.className, "Control");
-        const HWND dialog = OpenDialog(control);
-        CHECK(Choose(dialog, row.list, row.value));
+        CHECK(Choose(OpenDialog(control), row.list, row.value));
         CHECK(Text(control, row.keyword) == row.value);
     }
+    const HWND knob = panel.Create("KNOB", "Knob");
+    const HWND dialog = OpenDialog(knob);
+    const auto checked = [&] {
+        DispatchPosted();
+        return std::pair(IsDlgButtonChecked(dialog, IDC_ABSOLUTE), IsDlgButtonChecked(dialog, IDC_RELATIVE));
+    };
+    CHECK(checked() == std::pair<UINT, UINT>(BST_CHECKED, BST_UNCHECKED));
+    Command(dialog, IDC_RELATIVE, BN_CLICKED);
+    CHECK(Text(knob, "relative") == "1");
+    CHECK(checked() == std::pair<UINT, UINT>(BST_UNCHECKED, BST_CHECKED));
+    Load(knob, "relative=2"); // as relative as 1
+    CHECK(checked() == std::pair<UINT, UINT>(BST_UNCHECKED, BST_CHECKED));
+    Command(dialog, IDC_RELATIVE, BN_CLICKED); // sends its line although it is on
+    CHECK(Text(knob, "relative") == "1");
 }
 
 TEST_CASE("one dialog a control, known to the panel, closed with the control") {
@@ -329,10 +315,6 @@ constexpr int GREEN_FIELD = 707;
 constexpr int BLUE_FIELD = 708;
 constexpr int FONT_SIZE_LIST = 0x472;
 
-void FillIn(const char* chooser, int id, const char* text) {
-    SetDlgItemTextA(FindWindowA("#32770", chooser), id, text);
-}
-
 // Picks an entry of a list in the chooser.
 void Pick(const char* chooser, int id, const char* text) {
     const HWND box = FindWindowA("#32770", chooser);
@@ -356,49 +338,39 @@ constexpr Choosing CHOOSING[] = {
 
 } // namespace
 
-TEST_CASE("a colour is chosen with the system's chooser") {
+TEST_CASE("colours and fonts are chosen with the system's choosers, which begin with what is there") {
     for (const Choosing& row : CHOOSING) {
         CAPTURE(std::string(row.className));
         const TestPanel panel;
         const HWND control = panel.Create(row.className, "Control");
         const HWND dialog = OpenDialog(control);
         CHECK(Load(control, std::string(row.colour) + "=0x00010203") == 1);
-        for (const int command : {IDCANCEL, IDOK}) {
-            Answer answer(COLOUR_CHOOSER, command, [] {
-                FillIn(COLOUR_CHOOSER, RED_FIELD, "16");
-                FillIn(COLOUR_CHOOSER, GREEN_FIELD, "32");
-                FillIn(COLOUR_CHOOSER, BLUE_FIELD, "48");
-            });
-            Command(dialog, row.colourButton);
-            CHECK(answer.Question() != "(none)");
-            CHECK(Text(control, row.colour) == (command == IDOK ? "0x00302010" : "0x00010203"));
-        }
-        Answer answer(COLOUR_CHOOSER, IDOK);
-        Command(dialog, row.colourButton); // begins with the colour that is there
-        CHECK(Text(control, row.colour) == "0x00302010");
-    }
-}
-
-TEST_CASE("a font is chosen with the system's chooser") {
-    for (const Choosing& row : CHOOSING) {
-        CAPTURE(std::string(row.className));
-        const TestPanel panel;
-        const HWND control = panel.Create(row.className, "Control");
-        const HWND dialog = OpenDialog(control);
         CHECK(Load(control, "font=Tahoma,8,bold") == 1);
-        const auto choose = [&](int command, const char* size) {
-            Answer answer(FONT_CHOOSER, command, [size] {
-                if (size != nullptr) {
-                    Pick(FONT_CHOOSER, FONT_SIZE_LIST, size);
+        const struct {
+            int command;
+            bool changes;
+            const char* colour;
+            const char* font;
+        } steps[] = {{IDCANCEL, true, "0x00010203", "Tahoma,8,bold"},
+                     {IDOK, false, "0x00010203", "Tahoma,8,bold"},
+                     {IDOK, true, "0x00302010", "Tahoma,14,bold"}};
+        for (const auto& step : steps) {
+            const auto choose = [&](const char* chooser, int button, const std::function<void()>& change) {
+                Answer answer(
+                    chooser, step.command, step.changes ? change : [] {});
+                Command(dialog, button);
+                CHECK(answer.Question() != "(none)");
+            };
+            choose(COLOUR_CHOOSER, row.colourButton, [] {
+                for (const auto& [field, text] :
+                     {std::pair(RED_FIELD, "16"), {GREEN_FIELD, "32"}, {BLUE_FIELD, "48"}}) {
+                    SetDlgItemTextA(FindWindowA("#32770", COLOUR_CHOOSER), field, text);
                 }
             });
-            Command(dialog, IDC_CHOOSE_FONT);
-            CHECK(answer.Question() != "(none)");
-            return Text(control, "font");
-        };
-        CHECK(choose(IDCANCEL, "14") == "Tahoma,8,bold");
-        CHECK(choose(IDOK, nullptr) == "Tahoma,8,bold");
-        CHECK(choose(IDOK, "14") == "Tahoma,14,bold");
+            choose(FONT_CHOOSER, IDC_CHOOSE_FONT, [] { Pick(FONT_CHOOSER, FONT_SIZE_LIST, "14"); });
+            CHECK(Text(control, row.colour) == step.colour);
+            CHECK(Text(control, "font") == step.font);
+        }
     }
 }
 
