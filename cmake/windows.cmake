@@ -30,6 +30,13 @@ set(APP_DIR ${PROJECT_BINARY_DIR}/app)
 set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${APP_DIR})
 set(CMAKE_SHARED_LIBRARY_PREFIX "")
 
+# What nearly every file reads of the system and of the standard library is compiled once for each program and library.
+# A file still includes what it uses: CMAKE_DISABLE_PRECOMPILE_HEADERS builds without this.
+function(precompile_system_headers target)
+    target_precompile_headers(${target} PRIVATE <winsock2.h> <windows.h> <commctrl.h> <algorithm> <memory> <optional>
+        <string> <string_view> <unordered_map> <utility> <vector> ${ARGN})
+endfunction()
+
 set(staged)
 file(GLOB_RECURSE files CONFIGURE_DEPENDS RELATIVE ${PROJECT_SOURCE_DIR}/app ${PROJECT_SOURCE_DIR}/app/*)
 foreach(file IN LISTS files)

@@ -94,10 +94,10 @@ public:
     virtual bool OffersApply() const { return false; }
     virtual void Apply() {}
 
-    // A hidden control is painted as a whole when it is shown. Not to invalidate it makes loading a panel
-    // faster.
+    // A hidden control is painted as a whole when it is shown, and so is a panel that is being loaded. Not to
+    // invalidate it, nor to ask whether it is hidden, makes loading a panel faster.
     virtual void Redraw() const {
-        if (IsWindowVisible(window)) {
+        if (!a_IsLoading(this) && IsWindowVisible(window)) {
             InvalidateRect(window, nullptr, FALSE);
         }
     }

@@ -137,9 +137,22 @@ std::unordered_map<std::string, Registration>& Registry() {
     return registry;
 }
 
+// Most controls of a panel ask for the same picture as the one before. That of a name below the application
+// folder is always the same file; others may depend on the current drive and folder.
 std::string RegistryKey(const char* name) {
+    static std::string lastName;
+    static std::string lastKey;
+    if (!lastName.empty() && name != nullptr && lastName == name) {
+        return lastKey;
+    }
     char path[MAX_PATH];
-    return a_MakeFullPathName(name, path) != 0 ? logic::FoldName(path) : std::string();
+    std::string key = a_MakeFullPathName(name, path) != 0 ? logic::FoldName(path) : std::string();
+    if (!key.empty() && *name != '\\' && *name != '/' && std::strchr(name, ':') == nullptr) {
+        lastName.clear(); // for the case that there is no memory for one of the two
+        lastKey = key;
+        lastName = name;
+    }
+    return key;
 }
 
 } // namespace

@@ -22,6 +22,7 @@ std::string_view KeywordOf(std::string_view line) {
 void KeptLines::Begin() {
     reading_ = true;
     ++text_;
+    ++stage_;
     older_ = strays_.size();
     current_ = &root_;
     seen_.clear();
@@ -33,34 +34,60 @@ void KeptLines::Passed(HOSTINFO& object, std::string_view keyword) {
         seen_.clear();
     }
     seen_.emplace_back(keyword);
-    const auto known = blocks_.find(&object);
-    // Connections are applied when all has been passed: what comes behind the line is to stand there.
-    if (keyword == CONNECTION && known != blocks_.end() &&
-        std::none_of(known->second.begin(), known->second.end(),
-                     [](const Entry& entry) { return entry.keyword == CONNECTION; })) {
-        Insert(known->second, {CONNECTION, {}, 0, 0, text_, false});
+    const auto known = keyword == CONNECTION ? blocks_.find(&object) : blocks_.end();
+    if (known == blocks_.end()) {
+        return;
     }
+    // Connections are applied when all has been passed: what comes behind the line is to stand there.
+    Block& block = known->second;
+    if (std::none_of(block.entries.begin(), block.entries.end(),
+                     [](const Entry& entry) { return entry.keyword == CONNECTION; })) {
+        PlacesOf(block, CONNECTION).push_back(Insert(block, {CONNECTION, {}, 0, 0, text_, false}));
+    }
+}
+
+void KeptLines::End() {
+    reading_ = false;
+    ++stage_;
+}
+
+KeptLines::Block::Places& KeptLines::PlacesOf(Block& block, std::string_view keyword) const {
+    if (block.stage != stage_) {
+        block.places.clear();
+        for (auto entry = block.entries.begin(); entry != block.entries.end(); ++entry) {
+            if (!(reading_ && entry->kept && entry->text == text_)) {
+                block.places[entry->keyword].push_back(entry);
+            }
+        }
+        block.stage = stage_;
+    }
+    return block.places[std::string(keyword)];
 }
 
 bool KeptLines::Forget(Block& block, std::string_view keyword) const {
-    const auto isOlder = [&](const Entry& entry) {
-        return entry.kept && entry.keyword == keyword && !(reading_ && entry.text == text_);
-    };
-    const auto first = std::find_if(block.begin(), block.end(), isOlder);
-    if (first == block.end()) {
+    auto& places = PlacesOf(block, keyword);
+    const auto isKept = [](const auto& entry) { return entry->kept; };
+    const auto first = std::find_if(places.begin(), places.end(), isKept);
+    if (first == places.end()) {
         return false;
     }
-    block.erase(std::remove_if(std::next(first), block.end(), isOlder), block.end());
-    first->kept = false;
-    first->line.clear();
+    (*first)->kept = false;
+    (*first)->line.clear();
+    std::erase_if(places, [&](const auto& entry) {
+        const bool isErased = entry->kept;
+        if (isErased) {
+            block.entries.erase(entry);
+        }
+        return isErased;
+    });
     return true;
 }
 
-// Behind what the text that is read has said so far.
-void KeptLines::Insert(Block& block, Entry entry) const {
-    const auto last =
-        std::find_if(block.rbegin(), block.rend(), [&](const Entry& other) { return other.text == text_; });
-    block.insert(last == block.rend() ? block.end() : last.base(), std::move(entry));
+std::list<KeptLines::Entry>::iterator KeptLines::Insert(Block& block, Entry entry) const {
+    const auto last = std::find_if(block.entries.rbegin(), block.entries.rend(),
+                                   [&](const Entry& other) { return other.text == text_; });
+    return block.entries.insert(last == block.entries.rend() ? block.entries.end() : last.base(),
+                                std::move(entry));
 }
 
 void KeptLines::Took(HOSTINFO& object, std::string_view keyword) {
@@ -70,13 +97,11 @@ void KeptLines::Took(HOSTINFO& object, std::string_view keyword) {
     }
     Block& block = known->second;
     Forget(block, keyword);
-    const auto mark = std::find_if(block.begin(), block.end(), [&](const Entry& entry) {
-        return !entry.kept && entry.keyword == keyword;
-    });
-    if (mark != block.end()) {
-        mark->text = text_;
+    auto& places = PlacesOf(block, keyword); // marks alone by now
+    if (!places.empty()) {
+        places.front()->text = text_;
     } else {
-        Insert(block, {std::string(keyword), {}, 0, 0, text_, false});
+        places.push_back(Insert(block, {std::string(keyword), {}, 0, 0, text_, false}));
     }
 }
 
@@ -97,11 +122,12 @@ bool KeptLines::Refused(HOSTINFO& object, std::string_view line, std::size_t num
     // A keyword that this text has set before keeps its own line, too. Connections are applied when all has
     // been passed, so a mark says nothing about them.
     const bool isDeferred = parts.keyword == CONNECTION;
-    const auto mark = std::find_if(block.begin(), block.end(), [&](const Entry& other) {
-        return !other.kept && other.keyword == entry.keyword && (isDeferred || other.text != text_);
-    });
-    if (mark != block.end()) {
-        *mark = std::move(entry);
+    auto& places = PlacesOf(block, parts.keyword);
+    const auto mark = std::find_if(places.begin(), places.end(),
+                                   [&](const auto& other) { return isDeferred || other->text != text_; });
+    if (mark != places.end()) {
+        **mark = std::move(entry);
+        places.erase(mark);
     } else {
         Insert(block, std::move(entry));
     }
@@ -230,10 +256,10 @@ std::vector<KeptLines::Written> KeptLines::MergedBlock(const HOSTINFO& object, s
     }
     if (const auto known = blocks_.find(&object); known != blocks_.end()) {
         std::unordered_map<std::string_view, bool> isSet; // a keyword that the text also set
-        for (const Entry& entry : known->second) {
+        for (const Entry& entry : known->second.entries) {
             isSet[entry.keyword] |= !entry.kept;
         }
-        for (const Entry& entry : known->second) {
+        for (const Entry& entry : known->second.entries) {
             const auto ownLine = ownLines.find(entry.keyword);
             if (!entry.kept) {
                 at = ownLine == ownLines.end() ? at : std::next(ownLine->second);
@@ -290,7 +316,7 @@ std::string KeptLines::Merged(const HOSTINFO& object, std::string_view own, bool
 std::vector<KeptLines::Unread> KeptLines::List() const {
     std::vector<Unread> all;
     for (const auto& [object, block] : blocks_) {
-        for (const Entry& entry : block) {
+        for (const Entry& entry : block.entries) {
             if (entry.kept) {
                 all.push_back({object->kind == KIND_ROOT ? "" : object->name, Prefix(*object) + entry.line,
                                entry.number, entry.reason});
@@ -310,7 +336,7 @@ std::vector<KeptLines::Unread> KeptLines::List() const {
 
 std::string KeptLines::ValueRefused(const HOSTINFO& object, int reason) const {
     if (const auto known = blocks_.find(&object); known != blocks_.end()) {
-        for (const Entry& entry : known->second) {
+        for (const Entry& entry : known->second.entries) {
             if (entry.kept && entry.reason == reason) {
                 return std::string(logic::SplitPropertyLine(entry.line).value);
             }

@@ -46,7 +46,7 @@ public:
     class Reading {
     public:
         explicit Reading(KeptLines& lines) : lines_(lines) { lines_.Begin(); }
-        ~Reading() { lines_.reading_ = false; }
+        ~Reading() { lines_.End(); }
         Reading(const Reading&) = delete;
         Reading& operator=(const Reading&) = delete;
 
@@ -93,14 +93,24 @@ private:
         unsigned text = 0; // the text it came with
         bool kept = false;
     };
-    using Block = std::vector<Entry>;
+    struct Block {
+        using Places = std::vector<std::list<Entry>::iterator>;
+        std::list<Entry> entries;
+        // By keyword, in order, what a further line can act on: all but what the text that is being read
+        // keeps itself, which may be a great deal.
+        std::unordered_map<std::string, Places> places;
+        unsigned stage = 0; // in which the places were made
+    };
     struct Written;
 
     void Begin();
+    void End();
+    Block::Places& PlacesOf(Block& block, std::string_view keyword) const;
     // Turns the first line of that keyword that is kept from an earlier text into a mark of its place, and
     // drops the others. False when there is none.
     bool Forget(Block& block, std::string_view keyword) const;
-    void Insert(Block& block, Entry entry) const;
+    // Behind what the text that is read has said so far.
+    std::list<Entry>::iterator Insert(Block& block, Entry entry) const;
     std::vector<Written> MergedBlock(const HOSTINFO& object, std::string_view own) const;
     static std::string Prefix(const HOSTINFO& object);
     static std::string FullLine(const Stray& stray);
@@ -111,6 +121,7 @@ private:
     std::size_t older_ = 0;   // number of these
 
     bool reading_ = false;
+    unsigned stage_ = 0;            // each text that is read, and each time between two
     unsigned text_ = 0;             // number of the text that is read, or was read last
     HOSTINFO* current_ = nullptr;   // object of the last line
     std::vector<std::string> seen_; // keywords of its lines so far
