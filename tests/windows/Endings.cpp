@@ -258,6 +258,7 @@ constexpr Action ACTIONS[] = {
              DestroyWindow(object->dialog);
          }
      }},
+    {"without what it is bound to", [](Scene& scene) { DestroyWindow(scene.trap); }},
     {"its panel closed", [](Scene& scene) { ph_DestroyRoot(scene.panel.Root()); }},
 };
 
