@@ -268,7 +268,7 @@ TEST_CASE("a poll follows the device, and marks what it cannot show") {
     OddDevice<EqBand> odd(panel);
     const HWND eq = panel.Create("EQ", "Band");
     const auto field = [eq](int id) { return TextOf(Item(eq, id)); };
-    LoadLines(eq, "datatype=channeleq|function=EQ1*band");
+    LoadLines(eq, "function=EQ1*band|datatype=channeleq"); // of which another record is asked for then
     CHECK(!IsMarked(eq));
     CHECK(Text(eq, "properties") == "1,Loshelv,12 dB,99.5 Hz,4 dB,0.7");
     CHECK(field(GAIN) + field(FREQUENCY) + SelectedOf(Item(eq, SLOPES)) == "+4.0 dB99.5 Hz12dB/Oct");

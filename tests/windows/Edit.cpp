@@ -222,6 +222,7 @@ TEST_CASE("keys in a dialog, presses in an edited panel, and a field that is rea
     SendMessageA(edit, WM_CHAR, 'y', 1);
     CHECK(FieldText(edit) != before);
 
+    SendMessageA(edit, WM_CONTEXTMENU, reinterpret_cast<WPARAM>(edit), At(5, 5)); // no menu of the system's
     ph_SetMode(panel.Root(), 1);
     SendMessageA(edit, EM_SETSEL, 0, 0);
     MSG posted;
