@@ -30,6 +30,7 @@ public:
     void Apply() override { Send(); }
 
     logic::KnobRange Range() const { return {minimum, maximum, resolution}; }
+    float Limited(float number) const;
     // Limits the value to the range and, if it is a new one, shows and sends it. Returns 0 when nothing
     // changed.
     int SetValue(float newValue);
@@ -64,7 +65,7 @@ int ValueKeyword(VALUERECORD* record, HOSTINFO* object) {
     if (record->command != COMMAND_SET || a_ReadFloat(record, &value) == 0) {
         return 0;
     }
-    value = logic::Clamp(value, static_cast<float>(knob.minimum), static_cast<float>(knob.maximum));
+    value = knob.Limited(value);
     if (record->datatype == DATATYPE_FLOAT) {
         *static_cast<float*>(record->data) = value; // the caller learns the limit
     }
@@ -156,6 +157,13 @@ int l_SendRequest(HOSTINFO* object, int command, int datatype, long value, int* 
     return RequestBy<KNOBPROPERTIES>(object, command, datatype, value, result);
 }
 
+// Of a reversed range, which leaves only its ends, each one is kept: a value that is saved comes back.
+float KNOBPROPERTIES::Limited(float number) const {
+    const auto low = static_cast<float>(minimum);
+    const auto high = static_cast<float>(maximum);
+    return number == low || number == high ? number : logic::Clamp(number, low, high);
+}
+
 void KNOBPROPERTIES::Send() {
     float sent = value;
     l_SendRequest(this, COMMAND_SET, DATATYPE_FLOAT, reinterpret_cast<long>(&sent), nullptr);
@@ -178,8 +186,7 @@ int KNOBPROPERTIES::LoadProperties(std::string_view text) {
     }
     minimum = read->minimum;
     maximum = read->maximum.value_or(maximum);
-    value =
-        logic::Clamp(read->value.value_or(value), static_cast<float>(minimum), static_cast<float>(maximum));
+    value = Limited(read->value.value_or(value));
     Redraw();
     Send();
     return 1;

@@ -1,6 +1,7 @@
 #include "logic/EditHistory.h"
 
 #include "logic/ComponentText.h"
+#include "logic/PropertyLine.h"
 
 #include <algorithm>
 #include <map>
@@ -44,8 +45,13 @@ bool Holds(std::string_view text, const std::string& lines) {
     const std::vector<std::string> all = SplitLines(text);
     const std::unordered_set<std::string> held(all.begin(), all.end());
     const std::vector<std::string> wanted = SplitLines(lines);
+    const auto isSet = [&](const std::string& line) {
+        return std::any_of(all.begin(), all.end(),
+                           [&](const std::string& other) { return other.starts_with(line); });
+    };
     return std::all_of(wanted.begin(), wanted.end(), [&](const std::string& line) {
-        return held.contains(line) || line.ends_with('='); // a keyword at nothing may not be written at all
+        return held.contains(line) ||
+               (line.ends_with('=') && !isSet(line)); // a keyword at nothing may not be written at all
     });
 }
 
@@ -65,6 +71,21 @@ void Reorder(const std::vector<std::string>& wanted, EditTarget& target) {
     }
 }
 
+// Of the wanted lines those that an object has held and holds no more: another line has set their keyword
+// too.
+std::string LostLines(std::string_view before, std::string_view now, std::string_view wanted) {
+    const std::vector<std::string> earlier = SplitLines(before);
+    const std::unordered_set<std::string> was(earlier.begin(), earlier.end());
+    const std::vector<std::string> later = SplitLines(now);
+    const std::unordered_set<std::string> is(later.begin(), later.end());
+    std::string lost;
+    for (const std::string& line : SplitLines(wanted)) {
+        const bool isLost = was.contains(line) && !is.contains(line);
+        lost += isLost && SplitPropertyLine(line).keyword != "control" ? line + "\r\n" : "";
+    }
+    return lost;
+}
+
 void MakeAnew(const EditStep::Text& text, EditTarget& target) {
     const std::vector<std::string> order = target.Order();
     const bool hasParts = std::any_of(order.begin(), order.end(),
@@ -79,9 +100,12 @@ void MakeAnew(const EditStep::Text& text, EditTarget& target) {
 void Change(const EditStep::Text& text, EditTarget& target) {
     const std::string lines = ChangedLines(text.before, text.after);
     if (!lines.empty()) {
-        const bool isTaken = target.Load(lines);
+        const std::string held = target.Text(text.name);
+        bool isTaken = target.Load(lines);
+        const std::string lost = LostLines(held, target.Text(text.name), text.after);
+        isTaken = (lost.empty() || target.Load(lost)) && isTaken;
         // An empty name is the root's, which is never made anew.
-        if (!text.name.empty() && (!isTaken || !Holds(target.Text(text.name), lines))) {
+        if (!text.name.empty() && (!isTaken || !Holds(target.Text(text.name), lines + lost))) {
             MakeAnew(text, target);
             return FollowHeader(text, target);
         }

@@ -196,9 +196,11 @@ TEST_CASE("what is polled and operated is painted") {
             CHECK(IsOnScreen(control));
             CHECK(look.IsNew() == row.isSeen);
         }
-        for (const bool isDown : {true}) { // at once
+        for (const bool isDown : {true, false}) {
             SendMessageA(control, isDown ? WM_LBUTTONDOWN : WM_LBUTTONUP, isDown ? MK_LBUTTON : 0,
                          At(50, 50));
+            CHECK((!isTwoState || !isDown || IsOnScreen(control))); // a press at once
+            UpdateWindow(control);
             SendMessageA(control, WM_MOUSEMOVE, isDown ? MK_LBUTTON : 0, At(55, 30));
             CHECK(IsOnScreen(control));
         }

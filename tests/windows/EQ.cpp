@@ -90,22 +90,18 @@ TEST_CASE_FIXTURE(EqFixture, "what is typed and stepped is limited, shown and se
         const char* shown;
         const char* sent; // the last three members; empty for nothing
     } rows[] = {
-        {"PEQ,6 dB,1000,-3,0.7", GAIN, "-6", 0, "-6.0 dB", "1000 Hz,-6 dB,0.7"},
         {"PEQ,6 dB,1000,-3,0.7", GAIN, " +3.25 dB", 0, "+3.2 dB", "1000 Hz,3.25 dB,0.7"},
         {"PEQ,6 dB,1000,-3,0.7", GAIN, "99", 0, "+12.0 dB", "1000 Hz,12 dB,0.7"},
         {"PEQ,6 dB,1000,-3,0.7", FREQUENCY, "0", 0, "20.0 Hz", "20 Hz,-3 dB,0.7"},
         {"PEQ,6 dB,1000,-3,0.7", FREQUENCY, "440\r\n880", 0, "440.0 Hz", "440 Hz,-3 dB,0.7"},
-        {"PEQ,6 dB,1000,-3,0.7", Q, "500", 0, "100.0", "1000 Hz,-3 dB,100"},
         {"Hipass,12 dB,1000,-3,0.7", Q, "5", 0, "2.0", "1000 Hz,-3 dB,2"},
         {"PEQ,6 dB,1000,-3,0.7", GAIN, "loud", 0, "-3.0 dB", ""},
         {"PEQ,6 dB,1000,-3,0.7", Q, "nan", 0, "0.7", ""},
         {"PEQ,6 dB,1000,-3,0.7", GAIN_SPIN, "", -1, "-2.5 dB", "1000 Hz,-2.5 dB,0.7"},
-        {"PEQ,6 dB,1000,-3,0.7", GAIN_SPIN, "", 5, "-5.5 dB", "1000 Hz,-5.5 dB,0.7"},
         {"PEQ,6 dB,1000,12,0.7", GAIN_SPIN, "", -1, "+12.0 dB", ""},
         {"PEQ,6 dB,20,0,0.7", FREQUENCY_SPIN, "", -1, "20.2 Hz", "20.2417 Hz,0 dB,0.7"},
         {"PEQ,6 dB,20000,0,0.7", FREQUENCY_SPIN, "", -1, "20000 Hz", ""},
         {"PEQ,6 dB,1000,0,0.7", Q_SPIN, "", -1, "0.8", "1000 Hz,0 dB,0.8"},
-        {"PEQ,6 dB,1000,0,0.1", Q_SPIN, "", 1, "0.1", ""},
         {"PEQ,6 dB,1000,0,0.7", GAIN_SPIN, "", std::numeric_limits<int>::min(), "+12.0 dB",
          "1000 Hz,12 dB,0.7"},
     };
@@ -274,7 +270,7 @@ TEST_CASE("a poll follows the device, and marks what it cannot show") {
     OddDevice<EqBand> odd(panel);
     const HWND eq = panel.Create("EQ", "Band");
     const auto field = [eq](int id) { return TextOf(Item(eq, id)); };
-    LoadLines(eq, "datatype=channeleq|function=EQ1*band");
+    LoadLines(eq, "function=EQ1*band|datatype=channeleq"); // of which another record is asked for then
     CHECK(!IsMarked(eq));
     CHECK(Text(eq, "properties") == "1,Loshelv,12 dB,99.5 Hz,4 dB,0.7");
     CHECK(field(GAIN) + field(FREQUENCY) + SelectedOf(Item(eq, SLOPES)) == "+4.0 dB99.5 Hz12dB/Oct");

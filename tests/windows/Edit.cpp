@@ -129,33 +129,19 @@ TEST_CASE("polls show in the field, except while it is being typed into") {
     CHECK(end == 2);
 }
 
-TEST_CASE("a field inside a strip shows a fader and sets it") {
+TEST_CASE("a field inside a strip shows a fader and sets it, and is asked for its colours") {
     TestPanel panel(TestPanel::Visible);
     HWND strip = panel.Create("MIXER", "Strip");
     HWND fader = panel.Find("Strip*Fader");
     HWND edit = panel.Find("Strip*Value");
     Load(fader, "properties=-80,0,-30");
-    for (const char* line :
-         {"font=ms sans serif,8", "textcolor=0x00ccff", "backgroundcolor=0x00000000", "datatype=f",
-          "fmt=%.1f", "alignment=center", "interval=250", "connection=%n*Fader", "* =0.0"}) {
-        CAPTURE(line);
-        CHECK(Load(edit, line) == 1);
-    }
-    CHECK(FieldText(edit) == "0.0");
     SetValue(fader, -12.5F);
     Poll(edit);
     CHECK(FieldText(edit) == "-12.5");
     Type(edit, "-40");
     Press(edit, VK_RETURN);
     CHECK(Value(fader) == -40.0F);
-    CHECK(SendMessageA(edit, CWM_GETCONTROLTYPE, 0, 0) == DATATYPE_FLOAT);
-
-    HWND plain = CreateControl("BEDIT", "Edit", strip, &ObjectOf(strip));
-    CHECK(FieldText(plain) == "Edit");
-    for (const char* line : {"*alignment=center", "*backgroundcolor=0x004C4C4C", "*textcolor=0x00ffffff",
-                             "*caption=", "*font=ms sans serif,8"}) {
-        CHECK(Load(plain, line) == 1);
-    }
+    HWND plain = panel.Find("Strip*Edit");
     CHECK(FieldText(plain).empty());
     const HDC dc = CreateCompatibleDC(nullptr);
     const auto ask = [&](HWND field, UINT message) { // as the field asks its parent
@@ -236,6 +222,7 @@ TEST_CASE("keys in a dialog, presses in an edited panel, and a field that is rea
     SendMessageA(edit, WM_CHAR, 'y', 1);
     CHECK(FieldText(edit) != before);
 
+    SendMessageA(edit, WM_CONTEXTMENU, reinterpret_cast<WPARAM>(edit), At(5, 5)); // no menu of the system's
     ph_SetMode(panel.Root(), 1);
     SendMessageA(edit, EM_SETSEL, 0, 0);
     MSG posted;

@@ -84,6 +84,13 @@ std::vector<HWND> ChildrenOf(HWND window) {
     return children;
 }
 
+// The control and its children.
+std::vector<HWND> PartsOf(HWND control) {
+    std::vector<HWND> parts = ChildrenOf(control);
+    parts.insert(parts.begin(), control);
+    return parts;
+}
+
 HWND DialogOf(HWND control) {
     HWND dialog = nullptr;
     SendMessageA(control, CWM_PARAMETERDLG, 0, reinterpret_cast<LPARAM>(&dialog));
@@ -112,12 +119,11 @@ struct Event {
 };
 
 constexpr Event EVENTS[] = {
-    {"the press moves the focus", [](const Scene& scene) { Press(scene, scene.control); }},
-    {"the press on a child moves the focus",
+    {"a press moves the focus",
      [](const Scene& scene) {
-         for (HWND child : ChildrenOf(scene.control)) {
-             Press(scene, child);
-             SendMessageA(child, WM_LBUTTONUP, 0, At(5, 5));
+         for (HWND part : PartsOf(scene.control)) {
+             Press(scene, part);
+             SendMessageA(part, WM_LBUTTONUP, 0, At(5, 5));
          }
      }},
     {"a drag",
@@ -131,17 +137,15 @@ constexpr Event EVENTS[] = {
      }},
     {"a click",
      [](const Scene& scene) {
-         for (HWND child : ChildrenOf(scene.control)) {
-             SendMessageA(child, WM_LBUTTONDOWN, MK_LBUTTON, At(5, 5));
+         for (HWND part : PartsOf(scene.control)) {
+             SendMessageA(part, WM_LBUTTONDOWN, MK_LBUTTON, At(5, 5));
              scene.Arm();
-             SendMessageA(child, WM_LBUTTONUP, 0, At(5, 5));
+             SendMessageA(part, WM_LBUTTONUP, 0, At(5, 5));
          }
      }},
     {"keys",
      [](const Scene& scene) {
-         std::vector<HWND> windows = ChildrenOf(scene.control);
-         windows.insert(windows.begin(), scene.control);
-         for (HWND window : windows) {
+         for (HWND window : PartsOf(scene.control)) {
              SetFocus(window);
              SendMessageA(window, WM_CHAR, '3', 0);
              for (const WPARAM key : {VK_HOME, VK_END, VK_LEFT, VK_UP, VK_RIGHT, VK_DOWN, VK_SPACE, VK_RETURN,
@@ -160,9 +164,7 @@ constexpr Event EVENTS[] = {
      }},
     {"typing, and the focus goes",
      [](const Scene& scene) {
-         std::vector<HWND> windows = ChildrenOf(scene.control);
-         windows.push_back(scene.control);
-         for (HWND window : windows) {
+         for (HWND window : PartsOf(scene.control)) {
              SetFocus(window);
              SendMessageA(window, WM_CHAR, '7', 0);
              scene.Arm();
@@ -266,6 +268,7 @@ constexpr Action ACTIONS[] = {
              DestroyWindow(object->dialog);
          }
      }},
+    {"without what it is bound to", [](Scene& scene) { DestroyWindow(scene.trap); }},
     {"its panel closed", [](Scene& scene) { ph_DestroyRoot(scene.panel.Root()); }},
 };
 

@@ -289,7 +289,7 @@ TEST_CASE("the knob is dragged, and the mouse is kept on it at the ends") {
 TEST_CASE("a horizontal fader is dragged over the same travel that it draws, by touch as well") {
     const TestPanel panel(TestPanel::Visible);
     HWND fader = CreateFader(panel, 200, 14);
-    LoadLines(fader, "knobheight=9|properties=-50,50,-50");
+    LoadLines(fader, "knobheight=9|properties=-50,50,-50|fmt=%.0f");
     constexpr UINT POINTER_UPDATE = 0x0245; // of Windows 8 and later
     constexpr UINT POINTER_DOWN = 0x0246;
     constexpr UINT POINTER_UP = 0x0247;
@@ -301,6 +301,10 @@ TEST_CASE("a horizontal fader is dragged over the same travel that it draws, by 
     REQUIRE(GetCapture() == fader);
     touch(POINTER_UPDATE, 4 + 96, 7);
     CHECK(Value(fader) == 0.0F);
+    HWND tip = ShownTip();
+    RECT place;
+    GetWindowRect(tip, &place);
+    CHECK(std::abs(place.top - OnScreen(fader, 0, 7).y) <= 1); // beside the finger
     touch(POINTER_UPDATE, 4 + 192, 7);
     CHECK(Value(fader) == 50.0F);
     touch(POINTER_UP, 4 + 192, 7);
@@ -310,6 +314,10 @@ TEST_CASE("a horizontal fader is dragged over the same travel that it draws, by 
     touch(POINTER_UPDATE, 90, 7);
     touch(POINTER_UP, 90, 7);
     CHECK(Value(fader) == 7.0F);
+    const TestFolder folder;
+    Load(fader, "bitmap=" + folder.Write("fader.bmp", PartedImage(200, 28, TRACK, KNOB, true)));
+    SendMessageA(fader, WM_MOUSEMOVE, 0, At(50, 7));
+    CHECK(TipOf(tip, fader).top == 16); // below the image, which it would cover
 }
 
 TEST_CASE("keys and the wheel step the value") {

@@ -78,9 +78,13 @@ TEST_CASE("with more than two frames the value picks one") {
     }
     Load(led, "bitmap=");
     CHECK(Load(led, "frames=64") == 1); // a plain lamp has brightness in place of frames
-    const COLORREF dark = Picture(led).At(2, 5);
-    Load(led, "value=30");
-    CHECK(Picture(led).At(2, 5) != dark);
+    SetWindowPos(led, nullptr, 0, 0, 40, 40, SWP_NOMOVE | SWP_NOZORDER);
+    for (const auto& [value, colour] : {std::pair("value=0", RGB(20, 70, 28)),
+                                        {"value=63", RGB(70, 240, 96)},
+                                        {"value=21", RGB(36, 126, 50)}}) {
+        Load(led, value);
+        CHECK(Picture(led).At(20, 20) == colour);
+    }
 }
 
 TEST_CASE("a LED that is too small for the sign is crossed out when its device is gone") {
@@ -101,6 +105,10 @@ TEST_CASE("a LED that is too small for the sign is crossed out when its device i
     const auto gone = corners();
     CHECK(gone.first == RGB(16, 16, 16));
     CHECK(gone.second == RGB(168, 168, 168));
+    for (const SIZE small : {SIZE{40, 8}, {8, 40}}) {
+        SetWindowPos(led, nullptr, 0, 0, small.cx, small.cy, SWP_NOMOVE | SWP_NOZORDER);
+        CHECK(Picture(led).At(4, 2) == RGB(168, 168, 168));
+    }
     SetWindowPos(led, nullptr, 0, 0, 40, 40, SWP_NOMOVE | SWP_NOZORDER); // room for the sign
     CHECK(Picture(led).At(2, 2) == LIT);
     CHECK(Picture(led).At(5, 5) == RGB(255, 176, 0));

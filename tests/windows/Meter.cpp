@@ -138,23 +138,21 @@ TEST_CASE("without an image the bar is shaded across, upwards for what is not fi
     CHECK(picture.At(11, 99) == RGB(0, 0, 0));
 }
 
-TEST_CASE("a meter is redrawn only when its bar changes") {
-    const TestPanel panel(TestPanel::Visible);
-    panel.Declare(DEVICES);
-    HWND meter = panel.Create("METER", "Meter"); // 40 high
-    Load(meter, "properties=0,1000");
-    Load(meter, "function=AMP1*a");
-    const auto isRedrawnFor = [&](const char* level) {
-        UpdateWindow(meter);
-        ph_SetParameter(panel.Root(), "AMP1*a", level);
-        Poll(meter);
-        CHECK(Text(meter) == level);
-        return GetUpdateRect(meter, nullptr, FALSE) != 0;
-    };
-    CHECK(isRedrawnFor("500"));
-    CHECK(!isRedrawnFor("500"));
-    CHECK(!isRedrawnFor("501"));
-    CHECK(isRedrawnFor("525"));
+TEST_CASE("a meter, like a text, is redrawn only when what it shows changes") {
+    for (const char* className : {"METER", "BSTATIC"}) {
+        INFO(std::string(className));
+        const TestPanel panel(TestPanel::Visible);
+        panel.Declare("AMP1*device=simulated\nAMP1*a=float,-1000,1000,10,\n");
+        HWND control = panel.Create(className, "Control"); // 40 high
+        LoadLines(control, "properties=0,40|datatype=f|fmt=%.0f|function=AMP1*a", LOAD_FROM_FILE);
+        for (const auto& [level, isShown] :
+             {std::pair("20", true), {"20", false}, {"20.2", false}, {"25", true}}) {
+            UpdateWindow(control);
+            ph_SetParameter(panel.Root(), "AMP1*a", level);
+            Poll(control);
+            CHECK((GetUpdateRect(control, nullptr, FALSE) != 0) == isShown);
+        }
+    }
 }
 
 TEST_SUITE_END();

@@ -1,8 +1,10 @@
 // What the keywords of all classes take and refuse, and that what was taken comes back from a panel file.
 
+#include "Panel/editing/PanelEdits.h"
+#include "Panelhost/Editing.h"
 #include "logic/Text.h"
+#include "tests/windows/Buttons.h"
 #include "tests/windows/ControlClasses.h"
-#include "tests/windows/TestPanel.h"
 
 #include <algorithm>
 #include <clocale>
@@ -133,7 +135,8 @@ TEST_CASE("what a keyword takes, keeps and refuses") {
          "resolution=0.12345!|resolution=.0005!|resolution=1e5!|resolution=1e400!|" // of five characters
          "setvalue=-12|knobheight=0!|knobheight=16385!|knobheight=16384|knobheight=1|fmt=%d!|fmt=%f %f!|"
          "fmt=loud!|fmt=%n!|fmt=%.1f dB, as loud as it gets....!!|"
-         "fmt=%.1f dB, as loud as it gets....|values=1,,2,,3,>values="},
+         "fmt=%.1f dB, as loud as it "
+         "gets....|values=1,,2,,3,>values="},
         {"METER",
          "properties=5>properties=5,0|properties=,7!|combine=min!|combine=avg|value=loud!| =-4>value=-4"},
         {"LED", "value=loud!|offthreshold=!|frames=1!|frames=65!|frames=64|onthreshold=-6|offthreshold=-9.5"},
@@ -171,6 +174,8 @@ TEST_CASE("what a keyword takes, keeps and refuses") {
         {"MIXER", "mode=Output>mode=output|mode=Input>mode=input|stereo=maybe>stereo=no|stereo=Y>stereo=yes"},
     };
     const TestPanel panel;
+    PanelEdits edits(panel.Root(), [](const std::string& told) { FAIL_CHECK(told); });
+    ph_SetMode(panel.Root(), 1);
     for (const auto& [className, text] : classes) {
         HWND control = panel.Create(className, className);
         for (const std::string_view row : logic::SplitFields(text, '|')) {
@@ -183,10 +188,23 @@ TEST_CASE("what a keyword takes, keeps and refuses") {
                              line.substr(valueAt, line.size() - valueAt - 1));
                 continue;
             }
-            CHECK(Load(control, line) == 1);
+            const std::string before = Saved(panel);
+            CHECK(a_ApplyEdit(&ObjectOf(control), line.c_str()) == 1);
             CHECK(Text(control, answer.substr(0, valueAt - 1).c_str()) == answer.substr(valueAt));
+            if (const std::string after = Saved(panel); after != before) {
+                CHECK(edits.Undo());
+                CHECK(Saved(panel) == before);
+                CHECK(edits.Redo());
+                CHECK(Saved(panel) == after);
+                control = panel.Find(className); // it may have been made anew
+            }
         }
     }
+    // Offsets that are loaded are appended, so that no line takes them back.
+    LoadLines(panel.Find("FADER"), "relative=1");
+    CHECK(a_ApplyEdit(&ObjectOf(panel.Find("FADER")), "values=1,,2,") == 1);
+    CHECK(edits.Undo());
+    CHECK(Text(panel.Find("FADER"), "values").empty());
     SavedAgain(panel);
 }
 

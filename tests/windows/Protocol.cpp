@@ -529,6 +529,7 @@ TEST_CASE("the mouse is the panel's while it is edited and with Ctrl") {
             return found;
         };
         CHECK(forwards(1, WM_LBUTTONDOWN, MK_LBUTTON));
+        CHECK(forwards(1, WM_LBUTTONDOWN, 0));
         CHECK(forwards(1, WM_MOUSEMOVE, 0));
         CHECK(forwards(0, WM_LBUTTONDOWN, MK_LBUTTON | MK_CONTROL));
         CHECK(forwards(0, WM_MOUSEMOVE, 0));

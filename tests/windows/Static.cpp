@@ -132,26 +132,6 @@ TEST_CASE("colours, the panel behind, and the place of the text") {
     CHECK(Picture(text).At(0, 0) == GROUND);
 }
 
-TEST_CASE("the text is redrawn only when it is another") {
-    TestPanel panel(TestPanel::Visible);
-    panel.Declare(DEVICES);
-    HWND text = panel.Create("BSTATIC", "Text");
-    for (const char* line : {"datatype=f", "fmt=%.0f", "function=AMP1*gain"}) {
-        Load(text, line);
-    }
-    const auto isRedrawnFor = [&](const char* level) {
-        UpdateWindow(text);
-        ph_SetParameter(panel.Root(), "AMP1*gain", level);
-        Poll(text);
-        CHECK(Text(text) == level);
-        return GetUpdateRect(text, nullptr, FALSE) != 0;
-    };
-    CHECK(isRedrawnFor("5"));
-    CHECK_FALSE(isRedrawnFor("5"));
-    CHECK_FALSE(isRedrawnFor("5.2"));
-    CHECK(isRedrawnFor("6"));
-}
-
 TEST_CASE("a clipped text stands in the tooltip in full") {
     TestPanel panel(TestPanel::Visible);
     HWND text = panel.Create("BSTATIC", "Text");
