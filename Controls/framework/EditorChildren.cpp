@@ -211,13 +211,17 @@ void Subclass(HWND child, EditorPart part) {
     }
 }
 
-// What the frame adds depends on the system.
+// What the frame adds depends on the system. Each list is begun with what was right for the one before:
+// setting a height twice takes longer than all the rest of making it.
 void SetClosedHeight(HWND list) {
+    static int inside = EDITOR_ITEM_HEIGHT;
+    SendMessageA(list, CB_SETITEMHEIGHT, static_cast<WPARAM>(-1), inside);
     RECT closed{};
     GetWindowRect(list, &closed);
-    const LRESULT inside = SendMessageA(list, CB_GETITEMHEIGHT, static_cast<WPARAM>(-1), 0);
-    SendMessageA(list, CB_SETITEMHEIGHT, static_cast<WPARAM>(-1),
-                 inside + CLOSED_LIST_HEIGHT - (closed.bottom - closed.top));
+    if (const int lack = CLOSED_LIST_HEIGHT - (closed.bottom - closed.top); lack != 0) {
+        inside += lack;
+        SendMessageA(list, CB_SETITEMHEIGHT, static_cast<WPARAM>(-1), inside);
+    }
 }
 
 } // namespace
