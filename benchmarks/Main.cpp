@@ -21,7 +21,7 @@ constexpr const char* USAGE =
     "Measures by turns a figure of ours and its yardstick and prints the medians.\n"
     "  --quick      the same figures in a fifth of the time, less exact\n"
     "  --busy       with a program beside it for each processor that keeps it busy\n"
-    "  --rounds N   samples of each (default: between 3 and 51)\n"
+    "  --rounds N   samples of each (default: between 3 and 125)\n"
     "  --json FILE  writes the results there as well (tools/compare-benchmarks compares two of them)\n"
     "  GROUP        one of create, paint, record, memory, file, work, wave, strip, network, panel (default: "
     "all)\n";

@@ -7,18 +7,18 @@
 
 namespace {
 
-constexpr int REPETITIONS = 200;
+constexpr int REPETITIONS = 40;
 
 // Seconds for one painting.
-Workload Paint(HWND window, int repetitions) {
-    return [window, repetitions] {
+Workload Paint(HWND window) {
+    return [window] {
         Settle();
         const double start = Now();
-        for (int i = 0; i < repetitions; ++i) {
+        for (int i = 0; i < REPETITIONS; ++i) {
             InvalidateRect(window, nullptr, FALSE);
             UpdateWindow(window);
         }
-        return (Now() - start) / repetitions;
+        return (Now() - start) / REPETITIONS;
     };
 }
 
@@ -26,7 +26,6 @@ Workload Paint(HWND window, int repetitions) {
 
 void MeasurePainting(Report& report) {
     const BenchPanel panel(true);
-    const int count = report.Repetitions(REPETITIONS);
     const HWND blit = panel.Add(BLIT_CLASS, 0);
     const HWND trackbar = panel.Add(TRACKBAR_CLASSA, 4);
     for (const auto& [className, name, bindings, windows, systemClass] : SUBJECTS) {
@@ -41,9 +40,9 @@ void MeasurePainting(Report& report) {
         for (const HWND yardstick : {plain, trackbar}) {
             SetWindowPos(yardstick, nullptr, 0, 0, client.right, client.bottom, SWP_NOMOVE | SWP_NOZORDER);
         }
-        Paint(control, 1)(); // what is made at the first painting
-        const std::vector<Samples> samples = TakeTurns(
-            report.Rounds(15), {Paint(control, count), Paint(plain, count), Paint(trackbar, count)});
+        Paint(control)(); // what is made at the first painting
+        const std::vector<Samples> samples =
+            TakeTurns(report.Rounds(75), {Paint(control), Paint(plain), Paint(trackbar)});
         const std::string figure = "paint one " + std::string(name);
         report.Add(figure, samples[0], systemClass != nullptr ? "the system's" : "bare window, one BitBlt",
                    samples[1], Unit::Seconds, RatioUpTo(1.5));

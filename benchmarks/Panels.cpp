@@ -12,7 +12,8 @@
 
 namespace {
 
-constexpr int REPETITIONS = 200;
+constexpr int REPETITIONS = 40;
+constexpr int ROUNDS = 35;
 constexpr int FREQUENCY_FIELD = 102;
 constexpr int FREQUENCY_SPIN = 107;
 
@@ -56,9 +57,9 @@ void MeasureShowing(Report& report) {
     const HWND field = GetDlgItem(AddEqualiser(panel), FREQUENCY_FIELD);
     Settle();
     report.Measure("show a band with a new frequency", ShowBand(eq, true), "a new text of its field",
-                   SetField(field), Unit::Seconds, RatioUpTo(2));
+                   SetField(field), Unit::Seconds, RatioUpTo(2), ROUNDS);
     report.Measure("show a band with nothing new", ShowBand(eq, false), "a new text of a field",
-                   SetField(field), Unit::Seconds, RatioUpTo(0.1));
+                   SetField(field), Unit::Seconds, RatioUpTo(0.1), ROUNDS);
 }
 
 // Seconds for one step of the frequency's arrows, up and down by turns, with the set request that comes of
@@ -86,7 +87,7 @@ void MeasureStep(Report& report) {
     Settle();
     report.Measure("one step of an arrow, sent to a second band that shows it", Step(eq),
                    "a new text of a field", SetField(GetDlgItem(other, FREQUENCY_FIELD)), Unit::Seconds,
-                   NO_AIM);
+                   NO_AIM, ROUNDS);
 }
 
 } // namespace

@@ -9,7 +9,7 @@ namespace {
 
 // Many short samples: most of them fit between two interruptions.
 constexpr int REPETITIONS = 2000;
-constexpr int ROUNDS = 51;
+constexpr int ROUNDS = 125;
 
 // Seconds for one record. The buffer never holds the value beforehand, so that it is stored each time.
 Workload Get(HWND window, const char* keyword) {

@@ -93,10 +93,6 @@ int Report::Rounds(int usual) const {
     return usual <= 3 ? 1 : std::max(3, usual / 5);
 }
 
-int Report::Repetitions(int usual) const {
-    return settings_.isQuick ? std::max(1, usual / 5) : usual;
-}
-
 void Report::Measure(const std::string& name, const Workload& ours, const std::string& yardstickName,
                      const Workload& yardstick, Unit unit, Aim aim, int rounds) {
     ours(); // what is done only once is done now

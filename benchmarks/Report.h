@@ -38,7 +38,7 @@ std::vector<Samples> TakeTurns(int rounds, const std::vector<Workload>& workload
 // What a run measures, and how thoroughly.
 struct RunSettings {
     int rounds = 0;       // of every figure; 0 for what each takes by itself
-    bool isQuick = false; // the same figures from fewer and shorter samples
+    bool isQuick = false; // the same figures from fewer samples
     bool isBusy = false;  // other programs keep the processors busy; said in the results
     std::string group;    // only groups whose name holds it are measured
     std::string jsonFile; // receives the results as well; empty for none
@@ -67,10 +67,10 @@ class Report {
 public:
     explicit Report(RunSettings settings);
 
-    // How often a figure is measured, and how much is done for one sample of it: what it usually takes, or
-    // what this run leaves of it.
+    // How often a figure is measured: what it usually takes, or what this run leaves of it. Many short
+    // samples are better than few long ones: most of them fit between two moments in which others have the
+    // processor.
     int Rounds(int usual) const;
-    int Repetitions(int usual) const;
     bool IsQuick() const { return settings_.isQuick; }
     bool Wants(const std::string& group) const { return group.find(settings_.group) != std::string::npos; }
 

@@ -26,27 +26,11 @@ std::vector<HWND> AddStrips(const BenchPanel& panel) {
     return strips;
 }
 
-// As many plain windows in the same places: the outer ones of the yardstick's class, and the inner ones.
+// As many plain windows in the same places.
 std::vector<HWND> AddPlain(const BenchPanel& panel, const std::vector<HWND>& strips, const char* className) {
     std::vector<HWND> plain;
     for (const HWND strip : strips) {
-        RECT place;
-        GetWindowRect(strip, &place);
-        MapWindowPoints(nullptr, panel.Window(), reinterpret_cast<POINT*>(&place), 2);
-        const HWND outer = CreateWindowExA(
-            0, className, "", WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN, place.left, place.top,
-            place.right - place.left, place.bottom - place.top, panel.Window(), nullptr, nullptr, nullptr);
-        plain.push_back(outer);
-        for (HWND child = GetWindow(strip, GW_CHILD); child != nullptr;
-             child = GetWindow(child, GW_HWNDNEXT)) {
-            RECT inner;
-            GetWindowRect(child, &inner);
-            MapWindowPoints(nullptr, strip, reinterpret_cast<POINT*>(&inner), 2);
-            const DWORD shown = static_cast<DWORD>(GetWindowLongA(child, GWL_STYLE)) & WS_VISIBLE;
-            CreateWindowExA(0, className, "", WS_CHILD | shown, inner.left, inner.top,
-                            inner.right - inner.left, inner.bottom - inner.top, outer, nullptr, nullptr,
-                            nullptr);
-        }
+        plain.push_back(panel.AddCopy(strip, className, className));
     }
     return plain;
 }

@@ -115,6 +115,30 @@ std::vector<HWND> BenchPanel::AddMany(const char* className, int count) const {
     return windows;
 }
 
+HWND BenchPanel::AddCopy(HWND model, const char* className, const char* innerClass) const {
+    const auto copy = [](HWND original, const char* ofClass, HWND parent, DWORD style) {
+        RECT place;
+        GetWindowRect(original, &place);
+        MapWindowPoints(nullptr, GetParent(original), reinterpret_cast<POINT*>(&place), 2);
+        const auto extendedStyle = static_cast<DWORD>(GetWindowLongA(original, GWL_EXSTYLE));
+        return CreateWindowExA(extendedStyle, ofClass, "", style, place.left, place.top,
+                               place.right - place.left, place.bottom - place.top, parent, nullptr, nullptr,
+                               nullptr);
+    };
+    const HWND outer = copy(model, className, window_, WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN);
+    for (HWND child = GetWindow(model, GW_CHILD); child != nullptr; child = GetWindow(child, GW_HWNDNEXT)) {
+        char ownClass[64];
+        GetClassNameA(child, ownClass, sizeof ownClass);
+        const auto style = static_cast<DWORD>(GetWindowLongA(child, GWL_STYLE));
+        if (innerClass != nullptr) {
+            copy(child, innerClass, outer, WS_CHILD | (style & WS_VISIBLE));
+        } else {
+            copy(child, ownClass, outer, style);
+        }
+    }
+    return outer;
+}
+
 void Settle() {
     MSG message;
     while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) {

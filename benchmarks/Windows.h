@@ -33,6 +33,9 @@ public:
     // A child of the panel; null on failure.
     HWND Add(const char* className, int number) const;
     std::vector<HWND> AddMany(const char* className, int count) const;
+    // A window with children in the places and styles of another one's. Null for the inner class: each child
+    // is of the class of the one that it stands for.
+    HWND AddCopy(HWND model, const char* className, const char* innerClass) const;
 
 private:
     HWND window_;

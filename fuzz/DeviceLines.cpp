@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "fuzz/Fuzzer.h"
+#include "logic/FloatFormat.h"
 #include "logic/Layers.h"
 #include "logic/Numbers.h"
 #include "logic/Simulation.h"
@@ -27,6 +28,8 @@ void CheckNumbers(std::string_view text) {
     } else {
         Require(rest == text && !ParseWholeFloat(text));
     }
+    if (IsFloatFormat(text))
+        Require(!FormatFloatAs(std::string(text), -1.5F).empty());
     if (const auto number = ParseInteger(text))
         Require(ParseWholeInteger(std::to_string(*number)) == number);
     if (const auto read = ParseRangeAndValue(text))

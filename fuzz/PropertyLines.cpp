@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "fuzz/Fuzzer.h"
+#include "logic/ButtonLogic.h"
 #include "logic/PropertyLine.h"
 
 using namespace logic;
@@ -68,6 +69,9 @@ void CheckLine(const std::string& text) {
         Require(rectangle && RectangleText(*rectangle) == RectangleText(header->rectangle));
     }
 
+    Require(QuestionText(text).size() <= text.size());
+    const Placeholder placeholders[] = {{'l', "%l%c"}, {'c', ""}};
+    Require(ExpandTemplate(text, placeholders).size() <= 2 * text.size() && ExpandTemplate(text, {}) == text);
     const std::vector<std::string> entries = SplitList(line.value);
     Require(SplitList(JoinList(entries)) == entries);
     const std::string name = CleanName(line.object);

@@ -12,7 +12,6 @@
 
 namespace {
 
-constexpr UINT_PTR SUBCLASS_ID = 0xED17;
 constexpr int CTRL_ENTER = '\n';
 constexpr int SELECT_ALL = 1; // the character of Ctrl and A
 constexpr int CLOSED_LIST_HEIGHT = 24;
@@ -112,8 +111,20 @@ void PasteLine(HWND field) {
     SendMessageA(field, EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(line.c_str()));
 }
 
-LRESULT HandleChild(EDITORPROPERTIES& editor, HWND child, UINT message, WPARAM wParam, LPARAM lParam,
-                    bool isField) {
+struct ChildWindow {
+    LRESULT SystemDoes(UINT message, WPARAM wParam, LPARAM lParam) const {
+        return CallWindowProcA(system, window, message, wParam, lParam);
+    }
+
+    HWND window;
+    WNDPROC system; // of its class
+    bool isField;
+};
+
+LRESULT HandleChild(EDITORPROPERTIES& editor, const ChildWindow& of, UINT message, WPARAM wParam,
+                    LPARAM lParam) {
+    const HWND child = of.window;
+    const bool isField = of.isField;
     // The wheel reaches a child that it is over without the focus, and would choose another item of a list.
     const bool isOperation = (message >= WM_KEYFIRST && message <= WM_KEYLAST) || message == WM_MOUSEWHEEL;
     if (PassPress(editor, child, message, wParam, lParam) || (isOperation && editor.mode != 0)) {
@@ -121,7 +132,7 @@ LRESULT HandleChild(EDITORPROPERTIES& editor, HWND child, UINT message, WPARAM w
     }
     switch (message) {
     case WM_GETDLGCODE:
-        return WantedKeys(editor, child, lParam, DefSubclassProc(child, message, wParam, lParam), isField);
+        return WantedKeys(editor, child, lParam, of.SystemDoes(message, wParam, lParam), isField);
     case WM_KEYDOWN:
         if (KeyDown(editor, child, wParam, isField)) {
             return 0;
@@ -157,7 +168,7 @@ LRESULT HandleChild(EDITORPROPERTIES& editor, HWND child, UINT message, WPARAM w
         editor.ChildFocused(GetDlgCtrlID(child));
         break;
     case WM_KILLFOCUS: {
-        const LRESULT result = DefSubclassProc(child, message, wParam, lParam);
+        const LRESULT result = of.SystemDoes(message, wParam, lParam);
         if (isField && IsWindow(child)) {
             NotifyEditor(child, FIELD_LEFT);
         }
@@ -166,29 +177,61 @@ LRESULT HandleChild(EDITORPROPERTIES& editor, HWND child, UINT message, WPARAM w
     default:
         break;
     }
-    return DefSubclassProc(child, message, wParam, lParam);
+    return of.SystemDoes(message, wParam, lParam);
 }
 
-LRESULT CALLBACK ChildProc(HWND child, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
-                           DWORD_PTR isField) noexcept {
-    if (message == WM_NCDESTROY) {
-        RemoveWindowSubclass(child, ChildProc, SUBCLASS_ID);
+// The window procedure of the children of one kind, in front of that of their system class. Deliberately none
+// of the chains that the common controls library offers: those ask the system for a property of the window at
+// every message.
+template <EditorPart part>
+struct Child {
+    static LRESULT CALLBACK Proc(HWND child, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
+        EDITORPROPERTIES* editor = EditorOf(child);
+        if (editor == nullptr) { // it goes, or is not there yet
+            return CallWindowProcA(system, child, message, wParam, lParam);
+        }
+        const Held held(*editor);
+        return Guarded<LRESULT>(0, [&] {
+            return HandleChild(*editor, {child, system, part == EditorPart::Field}, message, wParam, lParam);
+        });
     }
-    EDITORPROPERTIES* editor = EditorOf(child);
-    if (editor == nullptr) { // it goes, or is not there yet
-        return DefSubclassProc(child, message, wParam, lParam);
+    static void Subclass(HWND child) {
+        system = reinterpret_cast<WNDPROC>(SetWindowLongA(child, GWL_WNDPROC, reinterpret_cast<LONG>(&Proc)));
     }
-    const Held held(*editor);
-    return Guarded<LRESULT>(
-        0, [&] { return HandleChild(*editor, child, message, wParam, lParam, isField != 0); });
+
+    static inline WNDPROC system = nullptr; // the same for all of them
+};
+
+void Subclass(HWND child, EditorPart part) {
+    switch (part) {
+    case EditorPart::Label:
+        return Child<EditorPart::Label>::Subclass(child);
+    case EditorPart::Title:
+        return Child<EditorPart::Title>::Subclass(child);
+    case EditorPart::List:
+        return Child<EditorPart::List>::Subclass(child);
+    case EditorPart::TextList:
+        return Child<EditorPart::TextList>::Subclass(child);
+    case EditorPart::Field:
+        return Child<EditorPart::Field>::Subclass(child);
+    case EditorPart::Spin:
+        return Child<EditorPart::Spin>::Subclass(child);
+    case EditorPart::Toggle:
+        return Child<EditorPart::Toggle>::Subclass(child);
+    }
 }
 
+// What the frame adds depends on the system. Each list is begun with what was right for the one before:
+// setting a height twice takes longer than all the rest of making it.
 void SetClosedHeight(HWND list) {
-    SendMessageA(list, CB_SETITEMHEIGHT, static_cast<WPARAM>(-1), EDITOR_ITEM_HEIGHT);
-    RECT closed{}; // what the frame adds depends on the system
+    static int inside = EDITOR_ITEM_HEIGHT;
+    SendMessageA(list, CB_SETITEMHEIGHT, static_cast<WPARAM>(-1), inside);
+    RECT closed{};
     GetWindowRect(list, &closed);
-    SendMessageA(list, CB_SETITEMHEIGHT, static_cast<WPARAM>(-1),
-                 EDITOR_ITEM_HEIGHT + CLOSED_LIST_HEIGHT - (closed.bottom - closed.top));
+    if (const int lack = CLOSED_LIST_HEIGHT - (closed.bottom - closed.top); lack != 0) {
+        inside += lack;
+        SendMessageA(list, CB_SETITEMHEIGHT, static_cast<WPARAM>(-1), inside);
+    }
 }
 
 } // namespace
@@ -210,7 +253,7 @@ HWND CreateEditorChild(const EditorChild& row, HWND parent, HFONT font) {
         SendMessageA(child, UDM_SETRANGE, 0, MAKELPARAM(0, 100));
         SendMessageA(child, UDM_SETPOS, 0, MAKELPARAM(50, 0));
     }
-    SetWindowSubclass(child, ChildProc, SUBCLASS_ID, row.part == EditorPart::Field ? 1 : 0);
+    Subclass(child, row.part);
     return child;
 }
 

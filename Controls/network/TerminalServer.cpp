@@ -9,6 +9,8 @@
 #include <cstdio>
 #include <exception>
 #include <iterator>
+#include <mutex>
+#include <utility>
 
 namespace {
 
@@ -58,6 +60,23 @@ Outcome CarryOut(HOSTINFO& control, const logic::TerminalAddress& address) {
 
 // Received text on its way through the terminal.
 struct Reading {
+    Reading(const logic::Terminal& before, std::string received, SOCKET socket)
+        : terminal(before), text(std::move(received)), client(socket) {}
+
+    // Sends the answers, or as much as the client has room for. From the thread that has them: waking the
+    // other one first would keep the client waiting.
+    void SendAnswers() {
+        const std::lock_guard guard(lock);
+        const int count =
+            client == INVALID_SOCKET ? 0 : send(client, answers.data(), static_cast<int>(answers.size()), 0);
+        answers.erase(0, static_cast<std::size_t>(std::max(count, 0)));
+    }
+    // From now on the client may be closed.
+    void LeaveClient() {
+        const std::lock_guard guard(lock);
+        client = INVALID_SOCKET;
+    }
+
     // Takes it up to the next line that is to be carried out. False when there is none.
     bool FindLine() {
         using Step = logic::Terminal::Step;
@@ -84,13 +103,18 @@ struct Reading {
     logic::Terminal terminal;
     std::string text;
     std::size_t position = 0; // of what has not been taken yet
-    std::string answers;      // to be sent
+    std::string answers;      // still to be sent
+
+private:
+    SharedLock lock;
+    SOCKET client;
 };
 
 // On the user-interface thread: carries out the line that was found and those behind it, as long as it is
 // their turn and the control is there. Whether another line was found.
 bool CarryOutLines(HOSTINFO& control, HWND window, Reading& reading) {
     const auto end = std::chrono::steady_clock::now() + TURN;
+    bool hasLine = false;
     do {
         const Outcome outcome =
             Guarded(Outcome{}, [&] { return CarryOut(control, reading.terminal.Address()); });
@@ -98,11 +122,10 @@ bool CarryOutLines(HOSTINFO& control, HWND window, Reading& reading) {
             reading.terminal.ObjectMissing();
         }
         reading.answers += logic::TelnetText(outcome.shown + reading.terminal.Answer());
-        if (!reading.FindLine()) {
-            return false;
-        }
-    } while (a_FromWindow(window) == &control && std::chrono::steady_clock::now() < end);
-    return true;
+        hasLine = reading.FindLine();
+    } while (hasLine && a_FromWindow(window) == &control && std::chrono::steady_clock::now() < end);
+    reading.SendAnswers();
+    return hasLine;
 }
 
 } // namespace
@@ -283,7 +306,7 @@ int TerminalServer::ReceiveBlock() {
 
 void TerminalServer::Take(const std::string& text) {
     // Shared, because a line may be what destroys this server.
-    const auto reading = std::make_shared<Reading>(Reading{terminal_, text, 0, {}});
+    const auto reading = std::make_shared<Reading>(terminal_, text, client_.Get());
     bool hasLine = reading->FindLine();
     do {
         if (hasLine) {
@@ -292,8 +315,9 @@ void TerminalServer::Take(const std::string& text) {
                 calls_.Ask(window_, stop_.Get(), [&control = control_, window = window_, reading] {
                     return CarryOutLines(control, window, *reading);
                 });
-            if (!found) {
-                return; // the server stops
+            if (!found) { // the server stops
+                reading->LeaveClient();
+                return;
             }
             hasLine = *found;
             panelTime_ += std::chrono::steady_clock::now() - start;

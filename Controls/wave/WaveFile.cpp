@@ -4,9 +4,9 @@
 
 #include <windows.h>
 
-#include <cstddef>
-#include <cstring>
 #include <mmsystem.h>
+
+WaveFileRoom waveFileRoom;
 
 namespace {
 
@@ -26,6 +26,11 @@ void Check(MMRESULT result, const char* message) {
 // Not every version of the system minds the lack of a file here.
 MMRESULT Ascend(MMCKINFO& from) {
     return file == nullptr ? MMSYSERR_INVALHANDLE : mmioAscend(file, &from, 0);
+}
+
+void ShowRoom() {
+    waveFileRoom =
+        file == nullptr || stuck ? WaveFileRoom{} : WaveFileRoom{buffer.pchNext, buffer.pchEndWrite};
 }
 
 void WriteFormat() {
@@ -70,28 +75,29 @@ int WaveFileOpen(const char* path, int bufferSize, int channels, int sampleRate,
     const MMRESULT described = mmioGetInfo(file, &buffer, 0);
     Check(described, "Error: mmioGetInfo\n");
     stuck = described != MMSYSERR_NOERROR;
+    ShowRoom();
     return 1;
 }
 
-int WaveFileWriteSample(std::int16_t left, std::int16_t right) {
+int WaveFileMakeRoom() {
     if (file == nullptr || stuck) {
         return 1;
     }
-    const std::int16_t pair[] = {left, right};
-    if (buffer.pchEndWrite - buffer.pchNext >= static_cast<std::ptrdiff_t>(sizeof pair)) {
-        std::memcpy(buffer.pchNext, pair, sizeof pair);
-        buffer.pchNext += sizeof pair;
-        return 1;
-    }
+    buffer.pchNext = waveFileRoom.next;
     buffer.dwFlags |= MMIO_DIRTY;
     stuck = mmioAdvance(file, &buffer, MMIO_WRITE) != MMSYSERR_NOERROR;
     if (stuck) {
         TRACE("Error: mmioAdvance\n");
     }
+    ShowRoom();
     return 1;
 }
 
 int WaveFileClose() {
+    if (!stuck) {
+        buffer.pchNext = waveFileRoom.next;
+    }
+    waveFileRoom = {};
     Check(mmioSetInfo(file, &buffer, 0), "Error: mmioSetInfo\n");
     buffer.dwFlags |= MMIO_DIRTY;
     Check(mmioSetInfo(file, &buffer, 0), "Error: mmioSetInfo\n");

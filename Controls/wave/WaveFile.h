@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <cstring>
 
 // Writer of PCM wave files on the system's RIFF functions. One file is open at a time; the state is that of
 // the module, so its users take turns. Failures are traced and nothing else: every step is made, and reports
@@ -16,7 +18,26 @@ int WaveFileOpen(const char* path, int bufferSize, int channels, int sampleRate,
 // Appends a pair of samples, or does nothing while no file is open. The pair that finds the buffer full is
 // not stored: it makes room for those that follow. Once making room has failed nothing is stored any more.
 // Returns 1.
-int WaveFileWriteSample(std::int16_t left, std::int16_t right);
+inline int WaveFileWriteSample(std::int16_t left, std::int16_t right);
 
 // Writes what is in the buffer and the sizes in the header, and closes the file. Returns 1.
 int WaveFileClose();
+
+// What is free of the buffer of the open file: nothing without a file, and once making room has failed.
+struct WaveFileRoom {
+    char* next = nullptr;
+    char* end = nullptr;
+};
+extern WaveFileRoom waveFileRoom;
+int WaveFileMakeRoom();
+
+// Here, because it is called millions of times for one file.
+int WaveFileWriteSample(std::int16_t left, std::int16_t right) {
+    const std::int16_t pair[] = {left, right};
+    if (waveFileRoom.end - waveFileRoom.next < static_cast<std::ptrdiff_t>(sizeof pair)) {
+        return WaveFileMakeRoom();
+    }
+    std::memcpy(waveFileRoom.next, pair, sizeof pair);
+    waveFileRoom.next += sizeof pair;
+    return 1;
+}

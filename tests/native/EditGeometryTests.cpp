@@ -17,8 +17,7 @@ TEST_CASE("the handles of a frame are grasped at its corners and the middles of 
     const Row<Handle, int, int> rows[] = {
         {{10, 20}, TopLeft},     {{40, 20}, Top},    {{69, 20}, TopRight},   {{69, 40}, Right},
         {{69, 59}, BottomRight}, {{40, 59}, Bottom}, {{10, 59}, BottomLeft}, {{10, 40}, Left},
-        {{40, 40}, None},        {{25, 20}, None},   {{9, 20}, None},        {{70, 59}, None},
-    };
+        {{40, 40}, None},        {{25, 20}, None},   {{9, 20}, None},        {{70, 59}, None}};
     CheckRows(handleAt, rows);
     for (int size = 3; size <= 40; ++size) { // even a small control can be grasped in its middle to be moved
         CAPTURE(size);
@@ -114,8 +113,7 @@ TEST_CASE("alignment follows the first selected") {
         {Top, {{0, 40, 20, 120}, {100, 40, 150, 45}}},
         {Bottom, {{0, -20, 20, 60}, {100, 55, 150, 60}}},
         {CentreAcross, {{50, 10, 70, 90}, {35, 100, 85, 105}}},
-        {CentreDown, {{0, 10, 20, 90}, {100, 48, 150, 53}}},
-    };
+        {CentreDown, {{0, 10, 20, 90}, {100, 48, 150, 53}}}};
     CheckRows(aligned, rows);
 }
 

@@ -1,9 +1,11 @@
+// Components as text, and what is done and undone with them.
 #include "logic/ComponentText.h"
 #include "logic/EditHistory.h"
 #include "tests/native/Tables.h"
 
 #include <algorithm>
 #include <map>
+#include <set>
 
 using namespace logic;
 
@@ -259,27 +261,13 @@ TEST_CASE("a control that refuses a line of the wanted text is made anew") {
     CHECK(sheet.Text("K") == step.texts.front().before);
 }
 
-TEST_CASE("new steps end what could be redone, and the saved state with it") {
+TEST_CASE("an empty step is none, and undoing turns a step round") {
     EditHistory history;
-    CHECK(history.IsSaved());
-    history.Commit({}, "Nothing");
-    CHECK_FALSE(history.CanUndo());
-    history.Commit(Shift(0, 1), "One");
-    CHECK_FALSE(history.IsSaved());
-    history.Commit(Shift(0, 2), "Two");
-    history.MarkSaved();
-    CHECK(history.UndoLabel() == "Two");
+    CHECK_FALSE(history.Commit({}, "Nothing"));
+    CHECK(history.Commit(Shift(0, 1), "One"));
     CHECK(Target(history.Undo()) == 0);
-    CHECK_FALSE(history.IsSaved());
-    CHECK(history.RedoLabel() == "Two");
-    CHECK(Target(history.Redo()) == 2);
-    CHECK(history.IsSaved());
-    history.Undo();
-    history.Commit(Shift(0, 3), "Three");
-    CHECK_FALSE(history.CanRedo());
-    CHECK_FALSE(history.IsSaved());
-    history.Undo();
-    CHECK_FALSE(history.IsSaved());
+    CHECK(Target(history.Redo()) == 1);
+    CHECK(Target(history.Redo()) == -1);
 }
 
 TEST_CASE("a quick run of the same key is one step, a pause or another key begins the next") {
@@ -372,4 +360,102 @@ TEST_CASE("an order is restored by the fewest moves") {
     CHECK(moves("bcda", "abcd") == "a<b ");
     CHECK(moves("abcd", "bcda") == "a< ");
     CHECK(moves("axb", "bya").size() == 4);
+}
+
+namespace {
+
+const char* const COPIED = "control=0x00000000 KNOB \"Gain 1\" 0x50010000 36,56,83,103\r\n"
+                           "Gain 1*bitmap=.\\Controls\\Knob.bmp\r\n"
+                           "Gain 1*function=AMP1*gain1\r\n"
+                           "Gain 1*connection=gain 2*resolution;Strip*Fader;Far;Gain 1b\r\n"
+                           "control=0x00000000 KNOB \"Gain 2\" 0x50010000 108,56,155,103\r\n"
+                           "Gain 2*properties=-80,18,-12\r\n"
+                           "Gain 2*connection=Gain 1\r\n"
+                           "control=0x00000200 MIXER \"Strip\" 0x50000000 10,10,100,200\r\n"
+                           "Strip*connection=\r\n"
+                           "Strip*control=0x00000000 FADER \"Fader\" 0x50010000 1,2,30,40\r\n"
+                           "Strip*Fader*connection=%n*Mute;Strip*Mute\r\n";
+
+} // namespace
+
+TEST_CASE("components are read and written back as they were") {
+    std::vector<std::string> damaged;
+    const auto components = ReadComponents(COPIED, damaged);
+    CHECK(damaged.empty());
+    REQUIRE(components.size() == 3);
+    CHECK(components[2].name == "Strip");
+    CHECK(components[2].header.className == "MIXER");
+    CHECK(components[2].lines.size() == 3);
+    CHECK(ComponentsText(components) == COPIED);
+    CHECK(ComponentBounds(components) == Rectangle{10, 10, 155, 200});
+}
+
+TEST_CASE("renaming reaches headers, own lines and the connections among the components") {
+    std::vector<std::string> damaged;
+    auto components = ReadComponents(COPIED, damaged);
+    RenameComponents(components, std::vector<std::string>{"Gain 3", "Gain 4", "Strip 2"});
+    MoveComponents(components, {8, -8});
+    CHECK(ComponentsText(components) == "control=0x00000000 KNOB \"Gain 3\" 0x50010000 44,48,91,95\r\n"
+                                        "Gain 3*bitmap=.\\Controls\\Knob.bmp\r\n"
+                                        "Gain 3*function=AMP1*gain1\r\n"
+                                        "Gain 3*connection=Gain 4*resolution;Strip 2*Fader;Far;Gain 1b\r\n"
+                                        "control=0x00000000 KNOB \"Gain 4\" 0x50010000 116,48,163,95\r\n"
+                                        "Gain 4*properties=-80,18,-12\r\n"
+                                        "Gain 4*connection=Gain 3\r\n"
+                                        "control=0x00000200 MIXER \"Strip 2\" 0x50000000 18,2,108,192\r\n"
+                                        "Strip 2*connection=\r\n"
+                                        "Strip 2*control=0x00000000 FADER \"Fader\" 0x50010000 1,2,30,40\r\n"
+                                        "Strip 2*Fader*connection=%n*Mute;Strip 2*Mute\r\n");
+}
+
+TEST_CASE("a part that was copied without what holds it stands on its own") {
+    std::vector<std::string> damaged;
+    auto components = ReadComponents("Strip*control=0x00000000 FADER \"Fader\" 0x50010000 1,2,30,40\r\n"
+                                     "Strip*Fader*connection=Strip*Fader*level\r\n",
+                                     damaged);
+    REQUIRE(components.size() == 1);
+    RenameComponents(components, std::vector<std::string>{"Fader"});
+    CHECK(ComponentsText(components) == "control=0x00000000 FADER \"Fader\" 0x50010000 1,2,30,40\r\n"
+                                        "Fader*connection=Fader*level\r\n");
+}
+
+TEST_CASE("what is damaged is told apart from what is sound") {
+    std::vector<std::string> damaged;
+    const auto components = ReadComponents("title=Not of a control\r\n"
+                                           "control=0x00000000 KNOB \"A\" 0x50010000 1,2\r\n"
+                                           "A*interval=5\r\n"
+                                           "control=0x00000000 KNOB \"B\" 0x50010000 1,2,3,4\r\n"
+                                           "control=0x00000000 KNOB \"b\" 0x50010000 1,2,3,4\r\n"
+                                           "B*interval=5\r\n"
+                                           "Elsewhere*interval=5\r\n"
+                                           "noise",
+                                           damaged);
+    CHECK(damaged.size() == 6);
+    REQUIRE(components.size() == 1);
+    CHECK(ComponentsText(components) ==
+          "control=0x00000000 KNOB \"B\" 0x50010000 1,2,3,4\r\nB*interval=5\r\n");
+}
+
+TEST_CASE("free names count on") {
+    const std::set<std::string> taken{"Knob 1", "Knob 2", "Gain", "Gain 2", "x9", "x10", "007"};
+    const auto isTaken = [&](const std::string& name) { return taken.contains(name); };
+    CHECK(FreeName("Fader 1", isTaken) == "Fader 1");
+    CHECK(FreeName("Knob 1", isTaken) == "Knob 3");
+    CHECK(FreeName("Gain", isTaken) == "Gain 3");
+    CHECK(FreeName("x9", isTaken) == "x11");
+    CHECK(FreeName("007", isTaken) == "8");
+    const std::string longest(63, 'a');
+    const std::string free = FreeName(longest, [&](const std::string& name) { return name == longest; });
+    CHECK(free.size() == 63);
+    CHECK(free.ends_with("2"));
+}
+
+TEST_CASE("changed lines leave out what is alike and empty what is gone") {
+    const std::string from =
+        "control=0x00000000 KNOB \"A\" 0x50010000 1,2,3,4\r\nA*x=1\r\nA*layer=u1\r\nA*y=2\r\n";
+    const std::string to = "control=0x00000000 KNOB \"A\" 0x50010000 9,2,3,4\r\nA*x=1\r\nA*y=3\r\n";
+    CHECK(ChangedLines(from, to) == "A*y=3\r\nA*layer=\r\n");
+    CHECK(ChangedLines(to, to).empty());
+    CHECK(HeaderOf(to)->rectangle.left == 9);
+    CHECK_FALSE(HeaderOf("A*x=1\r\n"));
 }

@@ -36,8 +36,7 @@ TEST_CASE("answers combine by maximum or average, and a silent target repeats th
         {{average, 0, 100, {highest, highest, highest}}, highest},
         {{average, 0, 100, {lowest, lowest}}, lowest},
         {{maximum, 0, 100, {10, 30, {}, 20}}, 30},
-        {{maximum, -20, -80, {-90}}, -80},
-    };
+        {{maximum, -20, -80, {-90}}, -80}};
     CheckRows(Combine, rows);
     for (const MeterCombination combination : {maximum, average}) {
         CHECK(Combine(combination, -80, 0, {}) == -80);
@@ -47,19 +46,17 @@ TEST_CASE("answers combine by maximum or average, and a silent target repeats th
 }
 
 TEST_CASE("the bar is filled in proportion") {
-    const Row<int, int, int, int, int> rows[] = {
-        {{50, 0, 100, 100}, 50},
-        {{50, 100, 0, 100}, 50},
-        {{-1, 0, 100, 100}, 0},
-        {{0, 0, 100, 100}, 0},
-        {{100, 0, 100, 80}, 80},
-        {{101, 0, 100, 80}, 80},
-        {{1, 0, 3, 100}, 33},
-        {{0, 0, 0, 100}, 0},
-        {{1, 0, 0, 100}, 100},
-        {{0, lowest, highest, 100}, 50},
-        {{highest - 1, lowest, highest, 32767}, 32766},
-    };
+    const Row<int, int, int, int, int> rows[] = {{{50, 0, 100, 100}, 50},
+                                                 {{50, 100, 0, 100}, 50},
+                                                 {{-1, 0, 100, 100}, 0},
+                                                 {{0, 0, 100, 100}, 0},
+                                                 {{100, 0, 100, 80}, 80},
+                                                 {{101, 0, 100, 80}, 80},
+                                                 {{1, 0, 3, 100}, 33},
+                                                 {{0, 0, 0, 100}, 0},
+                                                 {{1, 0, 0, 100}, 100},
+                                                 {{0, lowest, highest, 100}, 50},
+                                                 {{highest - 1, lowest, highest, 32767}, 32766}};
     CheckRows(FillHeight, rows);
 }
 
@@ -84,22 +81,19 @@ TEST_CASE("a lamp goes on at one threshold and off below another") {
 TEST_CASE("a value picks a frame") {
     const Row<std::int32_t, float, std::int32_t> rows[] = {
         {{0.0F, 4}, 0},  {{1.9F, 4}, 1},     {{3.0F, 4}, 3},      {{4.0F, 4}, 3}, {{-0.5F, 4}, 0},
-        {{-7.0F, 4}, 0}, {{infinity, 4}, 3}, {{-infinity, 4}, 0}, {{5.0F, 0}, 0},
-    };
+        {{-7.0F, 4}, 0}, {{infinity, 4}, 3}, {{-infinity, 4}, 0}, {{5.0F, 0}, 0}};
     CheckRows(FrameOfValue, rows);
 }
 
 TEST_CASE("an image has three frames when its name and its size say so") {
-    const Row<int, const char*, int, int> rows[] = {
-        {{".\\Controls\\SWITCH_26x16.bmp", 78, 16}, 3},
-        {{"SWITCH_26x16", 78, 16}, 3},
-        {{"SWITCH_26x16.bmp", 52, 16}, 2},
-        {{"SWITCH_26x16.bmp", 78, 17}, 2},
-        {{"SWITCH_26x16.bmp", 79, 16}, 2},
-        {{"SWITCH_126x16.bmp", 78, 16}, 2},
-        {{"SWITCH.bmp", 78, 16}, 2},
-        {{"", 0, 0}, 2},
-    };
+    const Row<int, const char*, int, int> rows[] = {{{".\\Controls\\SWITCH_26x16.bmp", 78, 16}, 3},
+                                                    {{"SWITCH_26x16", 78, 16}, 3},
+                                                    {{"SWITCH_26x16.bmp", 52, 16}, 2},
+                                                    {{"SWITCH_26x16.bmp", 78, 17}, 2},
+                                                    {{"SWITCH_26x16.bmp", 79, 16}, 2},
+                                                    {{"SWITCH_126x16.bmp", 78, 16}, 2},
+                                                    {{"SWITCH.bmp", 78, 16}, 2},
+                                                    {{"", 0, 0}, 2}};
     CheckRows(ButtonFrameCount, rows);
 }
 
@@ -153,10 +147,6 @@ TEST_CASE("a shaded bar is brightest in the middle") {
             CHECK(ShadedGreen(144, 22, 22 - line) == greens[line]); // mirrored around line 11
     }
     const Row<int, int, int, int> rows[] = {
-        {{184, 22, 11}, 224},
-        {{144, 23, 22}, 144},
-        {{144, 1, 0}, 184},
-        {{250, 22, 11}, 34},
-    };
+        {{184, 22, 11}, 224}, {{144, 23, 22}, 144}, {{144, 1, 0}, 184}, {{250, 22, 11}, 34}};
     CheckRows(ShadedGreen, rows); // wraps around
 }

@@ -1,5 +1,7 @@
+// Numbers, and the values that controls show of them.
 #include "logic/FloatFormat.h"
 #include "logic/Numbers.h"
+#include "logic/ShownValue.h"
 #include "tests/native/Tables.h"
 
 #include <clocale>
@@ -15,32 +17,21 @@ TEST_CASE("floats are read from the front of a text") {
         {"7.", 7.0F},
         {"1e3 ", 1000.0F},
         {"3.4028235e38", largest},
-        {"1e39", {}},
-        {"-1000000000000000000000000000000000000000", {}},
-        {"1e99999999999999999999", {}},
         {"1e-60", 0.0F},
         {"-0.00000000000000000000000000000000000000000000000000000000001e2", 0.0F},
         {"1e-99999999999999999999", 0.0F},
-        {"0e99999999999999999999", 0.0F},
-        {".", {}},
-        {"+-1", {}},
-        {"nan", {}},
-        {"-inf", {}},
-    };
+        {"0e99999999999999999999", 0.0F}};
     CheckRows(ParseFloat, whole);
     CheckRows(ParseWholeFloat, whole);
+    CheckRefused(ParseFloat, "1e39", "-1000000000000000000000000000000000000000", "1e99999999999999999999",
+                 ".", "+-1", "nan", "-inf");
     const Row<std::optional<float>, const char*> fronts[] = {{"12 ms", 12.0F}, {"1e+", 1.0F}, {"0x10", 0.0F}};
     CheckRows(ParseFloat, fronts);
     CheckRefused(ParseWholeFloat, "12 ms", "1e+", "0x10");
     const Row<std::optional<std::vector<float>>, const char*> lists[] = {
-        {"1,,2,,3,", {{1.0F, 2.0F, 3.0F}}},
-        {" 1 , -2.5, ", {{1.0F, -2.5F}}},
-        {"", std::vector<float>()},
-        {"x", {}},
-        {"1,2.5 dB", {}},
-        {"1,bad,4", {}},
-    };
+        {"1,,2,,3,", {{1.0F, 2.0F, 3.0F}}}, {" 1 , -2.5, ", {{1.0F, -2.5F}}}, {"", std::vector<float>()}};
     CheckRows(ParseFloats, lists);
+    CheckRefused(ParseFloats, "x", "1,2.5 dB", "1,bad,4");
     const auto hertz = [](const std::string& text) { return ParseFloatIn("Hz", text) == 80.0F; };
     CheckTaken(hertz, "80", " 80 hz ", "80Hz");
     CheckRefused(hertz, "80 kHz", "80 Hz x", "Hz", "");
@@ -49,22 +40,12 @@ TEST_CASE("floats are read from the front of a text") {
 TEST_CASE("integers are read from the front of a text and must fit") {
     const Row<std::optional<std::int32_t>, const char*> integers[] = {
         {" -12,5", -12}, {"+7", 7}, {"-2147483648", lowest}, {"", {}},
-        {"x", {}},       {"+", {}}, {"2147483648", {}},      {"-2147483649", {}},
-    };
+        {"x", {}},       {"+", {}}, {"2147483648", {}},      {"-2147483649", {}}};
     CheckRows(ParseInteger, integers);
     const Row<std::optional<std::uint32_t>, const char*> hexadecimal[] = {
-        {" 0x00ff80 ", 0xFF80U},
-        {"FFFFFFFF", 0xFFFFFFFFU},
-        {"0Xa90", 0xA90U},
-        {"", {}},
-        {"0x", {}},
-        {"0xg", {}},
-        {"-1", {}},
-        {"100000000", {}},
-        {"0x0 0", {}},
-        {"0x0x1", {}},
-    };
+        {" 0x00ff80 ", 0xFF80U}, {"FFFFFFFF", 0xFFFFFFFFU}, {"0Xa90", 0xA90U}};
     CheckRows(ParseWholeHex, hexadecimal);
+    CheckRefused(ParseWholeHex, "", "0x", "0xg", "-1", "100000000", "0x0 0", "0x0x1");
     CHECK(!ParseWholeInteger("1.0"));
     std::string_view text = "-80,18,0.5";
     CHECK(TakeInteger(text) == -80);
@@ -78,12 +59,10 @@ TEST_CASE("a range and a value are whole fields, from the front") {
         const auto range = ParseRangeAndValue(text).value();
         return Read(range.minimum, range.maximum, range.value);
     };
-    const Row<Read, const char*> rows[] = {
-        {"-60", {-60, {}, {}}},
-        {"-60,6", {-60, 6, {}}},
-        {"-60,6,3", {-60, 6, 3.0F}},
-        {" 1 , 2 , -2.5 ", {1, 2, -2.5F}},
-    };
+    const Row<Read, const char*> rows[] = {{"-60", {-60, {}, {}}},
+                                           {"-60,6", {-60, 6, {}}},
+                                           {"-60,6,3", {-60, 6, 3.0F}},
+                                           {" 1 , 2 , -2.5 ", {1, 2, -2.5F}}};
     CheckRows(read, rows);
     CheckRefused(ParseRangeAndValue, "", ",6,3", "loud", "99999999999", "-60,", "-60,x,3", "-60,6,loud",
                  "-60,6,3 dB", "0,100,2,5", "1.5,2");
@@ -143,8 +122,7 @@ TEST_CASE("values are rounded half away from zero to a multiple of the step") {
         {{-0.25F, 0.1F}, -0.3F},      {{2.5F, 1.0F}, 3.0F},          {{-0.2F, 0.5F}, 0.0F},
         {{1.234F, 0.0F}, 1.234F},     {{1.234F, infinity}, 1.234F},  {{1.234F, notANumber}, 1.234F},
         {{infinity, 1.0F}, infinity}, {{largest, 3.0e38F}, 3.0e38F}, {{largest, 2.2e38F}, largest},
-        {{largest, 1e-45F}, largest},
-    };
+        {{largest, 1e-45F}, largest}};
     CheckRows(RoundToStep, rows);
     CHECK(!std::signbit(RoundToStep(-0.2F, 0.5F)));
     CHECK(std::isnan(RoundToStep(notANumber, 0.5F)));
@@ -152,20 +130,108 @@ TEST_CASE("values are rounded half away from zero to a multiple of the step") {
 
 TEST_CASE("clamping and truncation keep within bounds") {
     const Row<float, float, float, float> rows[] = {
-        {{5.0F, 0.0F, 10.0F}, 5.0F},
-        {{-infinity, 0.0F, 10.0F}, 0.0F},
-        {{infinity, 0.0F, 10.0F}, 10.0F},
-        {{notANumber, 0.0F, 10.0F}, 0.0F},
-        {{5.0F, 10.0F, 0.0F}, 10.0F},
-        {{10.0F, 10.0F, 0.0F}, 0.0F},
-        {{5.0F, notANumber, notANumber}, 5.0F},
-    };
+        {{5.0F, 0.0F, 10.0F}, 5.0F},           {{-infinity, 0.0F, 10.0F}, 0.0F},
+        {{infinity, 0.0F, 10.0F}, 10.0F},      {{notANumber, 0.0F, 10.0F}, 0.0F},
+        {{5.0F, 10.0F, 0.0F}, 10.0F},          {{10.0F, 10.0F, 0.0F}, 0.0F},
+        {{5.0F, notANumber, notANumber}, 5.0F}};
     CheckRows(Clamp, rows);
     const Row<std::int32_t, double> whole[] = {
-        {-3.99, -3},
-        {1e300, highest},
-        {-infinity, lowest},
-        {notANumber, 0},
-    };
+        {-3.99, -3}, {1e300, highest}, {-infinity, lowest}, {notANumber, 0}};
     CheckRows(TruncateToInteger, whole);
+}
+
+TEST_CASE("a number is shown in its format and read with what the format adds") {
+    const auto shown = [](ValueType type, const char* format, const char* typed) {
+        ShownValue value;
+        value.SetType(type);
+        value.SetFormat(format);
+        value.SetCaption("old");
+        const bool isTaken = value.TakeTyped(typed, Limits{-100, 100});
+        CHECK((isTaken || value.Text() == "old"));
+        return isTaken ? value.Text() : "refused";
+    };
+    using enum ValueType;
+    const Row<std::string, ValueType, const char*, const char*> rows[] = {
+        {{Float, "", "2.50"}, "2.5"},
+        {{Float, "%.1f", " -12.34 "}, "-12.3"},
+        {{Float, "%.1f dB", "6 dB"}, "6.0 dB"},
+        {{Float, "%.1f dB", "6dB"}, "6.0 dB"},
+        {{Float, "Gain: %+.0f%%", "Gain: 7%"}, "Gain: +7%"},
+        {{Float, "%.1f", "1e3"}, "100.0"}, // the limit
+        {{Float, "%.1f", "12 apples"}, "refused"},
+        {{Float, "%.1f", ""}, "refused"},
+        {{Float, "%.1f dB", "dB"}, "refused"},
+        {{Float, "%.1f", "nan"}, "refused"},
+        {{Float, "%.1f", "1e99"}, "refused"},
+        {{Float, "%.1f", "1,5"}, "refused"},
+        {{Integer, "", "2.5"}, "3"},
+        {{Integer, "", "-2.5"}, "-3"},
+        {{Integer, "%.1f ms", "7.6 ms"}, "8.0 ms"},
+        {{Integer, "", "1e3"}, "100"},
+        {{Integer, "", "x"}, "refused"},
+        {{Text, "%.1f", "a\r\nb\tc"}, "a b c"}};
+    CheckRows(shown, rows);
+    ShownValue exact;
+    exact.SetType(ValueType::Integer);
+    CHECK(exact.TakeTyped("2147483647", std::nullopt));
+    CHECK(exact.Integer() == 2147483647);
+    CHECK_FALSE(exact.TakeTyped("2147483648", std::nullopt));
+    CHECK(exact.TakeTyped("16777217", std::nullopt)); // no float
+    CHECK(exact.Text() == "16777217");
+    CHECK_FALSE(exact.Take(16777217));
+}
+
+TEST_CASE("caption, type and format may come in any order") {
+    ShownValue value;
+    value.SetCaption("12.54 dB");
+    CHECK(value.Text() == "12.54 dB");
+    value.SetType(ValueType::Float);
+    CHECK(value.Float() == 12.54F);
+    value.SetFormat("%.1f dB");
+    CHECK(value.Text() == "12.5 dB");
+    value.SetType(ValueType::Integer);
+    CHECK(value.Integer() == 13);
+    value.SetType(ValueType::Text);
+    CHECK(value.Text() == "13.0 dB");
+
+    value.SetCaption("Value");
+    value.SetType(ValueType::Float);
+    CHECK(value.Text() == "Value");
+    CHECK_FALSE(value.HasNumber());
+    CHECK(value.Take(0.0F)); // 0 is new, although the number was 0
+    CHECK(value.Text() == "0.0 dB");
+    CHECK_FALSE(value.Take(0.0F));
+
+    ShownValue restored; // a panel file has the caption first and the format last
+    restored.SetCaption("L 3.5");
+    restored.SetType(ValueType::Float);
+    CHECK_FALSE(restored.HasNumber());
+    restored.SetFormat("L %.1f");
+    CHECK(restored.Float() == 3.5F);
+    CHECK(restored.Text() == "L 3.5");
+}
+
+TEST_CASE("names, limits and places") {
+    for (const char* name : {"string", "f", "d"})
+        CHECK(ValueTypeName(ParseValueType(name).value()) == std::string(name));
+    for (const char* name : {"left", "center", "right"})
+        CHECK(AlignmentName(ParseAlignment(name).value()) == std::string(name));
+    CheckRefused(ParseValueType, "", "F", "float", "centre");
+    CheckRefused(ParseAlignment, "", "F", "float", "centre");
+    CHECK(LimitsText(ParseLimits("-80,18.5").value()) == "-80,18.5");
+    CheckRefused(ParseLimits, "", "1", "2,1", "1,2,3", "a,b", "1,nan");
+    using enum Alignment;
+    const Row<int, Alignment, int, int> starts[] = {
+        {{Center, 10, 31}, 10}, {{Right, 10, 31}, 21}, {{Left, 10, 31}, 0}, {{Right, 40, 31}, 0}};
+    CheckRows(AlignedStart, starts);
+    for (const float odd : {notANumber, 2147483648.0F})
+        CHECK_FALSE(RoundToInteger(odd));
+}
+
+TEST_CASE("long texts are wrapped between words where there are any") {
+    const Row<std::string, const char*, int> rows[] = {{{"one two three", 7}, "one two\nthree"},
+                                                       {{"abcdefgh", 3}, "abc\ndef\ngh"},
+                                                       {{"short", 80}, "short"},
+                                                       {{" ab", 1}, " \na\nb"}};
+    CheckRows(WrapText, rows);
 }

@@ -12,14 +12,12 @@ TEST_CASE("parameter declarations are read whole or not at all") {
         return Parts(read.type, read.minimum, read.maximum, read.value, read.unit);
     };
     using enum ParameterType;
-    const Row<Parts, const char*> rows[] = {
-        {"float,-80,18,-20,dB", {Float, -80.0F, 18.0F, "-20", "dB"}},
-        {" integer , 0 , 1 , 5 ", {Integer, 0.0F, 1.0F, "5", ""}},
-        {"float,3,3,3,", {Float, 3.0F, 3.0F, "3", ""}},
-        {"text,,,hello world,", {Text, 0.0F, 0.0F, "hello world", ""}},
-        {"text,,, a, b ,", {Text, 0.0F, 0.0F, " a, b ", ""}},
-        {"text,,,", {Text, 0.0F, 0.0F, "", ""}},
-    };
+    const Row<Parts, const char*> rows[] = {{"float,-80,18,-20,dB", {Float, -80.0F, 18.0F, "-20", "dB"}},
+                                            {" integer , 0 , 1 , 5 ", {Integer, 0.0F, 1.0F, "5", ""}},
+                                            {"float,3,3,3,", {Float, 3.0F, 3.0F, "3", ""}},
+                                            {"text,,,hello world,", {Text, 0.0F, 0.0F, "hello world", ""}},
+                                            {"text,,, a, b ,", {Text, 0.0F, 0.0F, " a, b ", ""}},
+                                            {"text,,,", {Text, 0.0F, 0.0F, "", ""}}};
     CheckRows(parts, rows);
     CheckRefused(ParseParameter, "", "float", "float,0,1", "float,0,1,", "float,1,0,0", "float,nan,1,0",
                  "float,0,inf,0", "float,0,1e39,0", "float,0,1,x", "float,0,1,0 dB", "float,0,1,0,dB,more",
@@ -44,12 +42,10 @@ TEST_CASE("waves and follow rules are read whole or not at all") {
         const Follow read = ParseFollow(text).value();
         return Parts(read.source, read.offset, read.timeConstantMilliseconds);
     };
-    const Row<Parts, const char*> rows[] = {
-        {"gain1,-3,200", {"gain1", -3.0F, 200}},
-        {" AMP2*gain 1 ", {"AMP2*gain 1", 0.0F, 0}},
-        {"gain1,,60000", {"gain1", 0.0F, 60000}},
-        {"gain1,1.5", {"gain1", 1.5F, 0}},
-    };
+    const Row<Parts, const char*> rows[] = {{"gain1,-3,200", {"gain1", -3.0F, 200}},
+                                            {" AMP2*gain 1 ", {"AMP2*gain 1", 0.0F, 0}},
+                                            {"gain1,,60000", {"gain1", 0.0F, 60000}},
+                                            {"gain1,1.5", {"gain1", 1.5F, 0}}};
     CheckRows(parts, rows);
     CheckRefused(ParseFollow, "", ",1,2", "gain1,x", "gain1,0,-1", "gain1,0,60001", "gain1,0,0,0");
 }
@@ -62,8 +58,7 @@ TEST_CASE("waves have their shapes") {
     const Row<float, WaveShape, std::uint64_t> rows[] = {
         {{Sine, 0U}, -20.0F},     {{Sine, 250U}, 0.0F},     {{Sine, 750U}, -40.0F},
         {{Triangle, 0U}, -40.0F}, {{Triangle, 500U}, 0.0F}, {{Triangle, 1250U}, -20.0F},
-        {{Square, 499U}, 0.0F},   {{Square, 500U}, -40.0F}, {{Square, 1000U}, 0.0F},
-    };
+        {{Square, 499U}, 0.0F},   {{Square, 500U}, -40.0F}, {{Square, 1000U}, 0.0F}};
     CheckRows(value, rows);
     const Wave random{WaveShape::Random, 0.0F, 1.0F, 1000};
     CHECK(WaveValue(random, 3000, 0) == WaveValue(random, 3999, 0));
@@ -125,8 +120,7 @@ TEST_CASE("a follower approaches its source without passing it and arrives") {
         {{0.0F, 10.0F, 0U, 200U}, 0.0F},
         {{3.0F, infinity, 20U, 200U}, 3.0F},
         {{infinity, 3.0F, 20U, 200U}, 3.0F},
-        {{-largest, largest, 0xFFFFFFFFU, 1U}, largest},
-    };
+        {{-largest, largest, 0xFFFFFFFFU, 1U}, largest}};
     CheckRows(FollowStep, rows);
     for (const float target : {-20.0F, 18.0F, 0.0F}) {
         float current = -80.0F;

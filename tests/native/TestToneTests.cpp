@@ -4,49 +4,42 @@
 using namespace logic;
 
 TEST_CASE("a duration is minutes and seconds") {
-    using Duration = std::pair<std::int32_t, std::string>; // seconds, and how they are shown
-    const auto read = [](const char* text) {
-        const std::int32_t seconds = ParseDuration(text).value();
-        CHECK(ParseDuration(FormatDuration(seconds)) == seconds);
-        return Duration(seconds, FormatDuration(seconds));
-    };
-    const Row<Duration, const char*> rows[] = {
-        {"2:00", {120, "2:00 min"}},
-        {"2", {120, "2:00 min"}},
-        {"0:75", {60, "1:00 min"}},
-        {"0:60", {60, "1:00 min"}},
-        {"0:59", {59, "0:59 min"}},
-        {" 1: 5 min", {65, "1:05 min"}},
-        {"1 : 30min", {90, "1:30 min"}},
-        {"3 min", {180, "3:00 min"}},
-        {"2:-5", {115, "1:55 min"}},
-        {"0:-5", {0, "0:00 min"}},
-        {"-1:30", {0, "0:00 min"}},
-        {"-2147483648:-2147483648", {0, "0:00 min"}},
-        {"35791394:7", {highest, "35791394:07 min"}},
-        {"35791394:8", {highest, "35791394:07 min"}},
-        {"2147483647:59", {highest, "35791394:07 min"}},
-    };
-    CheckRows(read, rows);
+    const Row<std::optional<std::int32_t>, const char*> seconds[] = {{"2:00", 120},
+                                                                     {"2", 120},
+                                                                     {"0:75", 60},
+                                                                     {"0:60", 60},
+                                                                     {"0:59", 59},
+                                                                     {" 1: 5 min", 65},
+                                                                     {"1 : 30min", 90},
+                                                                     {"3 min", 180},
+                                                                     {"2:-5", 115},
+                                                                     {"0:-5", 0},
+                                                                     {"-1:30", 0},
+                                                                     {"-2147483648:-2147483648", 0},
+                                                                     {"35791394:7", highest},
+                                                                     {"35791394:8", highest},
+                                                                     {"2147483647:59", highest},
+                                                                     {"35791394:07 min", highest}};
+    CheckRows(ParseDuration, seconds);
+    const Row<std::string, std::int32_t> shown[] = {
+        {0, "0:00 min"}, {59, "0:59 min"}, {65, "1:05 min"}, {120, "2:00 min"}, {highest, "35791394:07 min"}};
+    CheckRows(FormatDuration, shown);
     CheckRefused(ParseDuration, "", " ", ":30", "x", "min", "2147483648:00", "1:", "1:x", "1:30 s",
                  "1 min:30", "1:30:00", "1.5");
 }
 
 TEST_CASE("a signal is a frequency and perhaps an amplitude") {
     const auto read = [](const std::string& text) { return ParseSignal(text, 123); };
-    const auto shown = [&read](const char* text) { return FormatSignal(read(text).value()); };
-    const Row<std::string, const char*> rows[] = {
-        {"1000 Hz,24575", "1000 Hz,24575"},
-        {"440", "440 Hz,123"},
-        {"440 Hz", "440 Hz,123"},
-        {"440 Hz,40000", "440 Hz,32767"},
-        {"440 Hz,-1", "440 Hz,0"},
-        {"62.5hz, 7", "62.5 Hz,7"},
-        {"-5 Hz,1", "-5 Hz,1"},
-        {"440 Hz ,1", "440 Hz,1"},
-    };
-    CheckRows(shown, rows);
-    CHECK(read("62.5hz, 7") == ToneSignal{62.5F, 7});
+    const Row<std::optional<ToneSignal>, const char*> rows[] = {{"1000 Hz,24575", {{1000.0F, 24575}}},
+                                                                {"440", {{440.0F, 123}}},
+                                                                {"440 Hz", {{440.0F, 123}}},
+                                                                {"440 Hz,40000", {{440.0F, 32767}}},
+                                                                {"440 Hz,-1", {{440.0F, 0}}},
+                                                                {"62.5hz, 7", {{62.5F, 7}}},
+                                                                {"-5 Hz,1", {{-5.0F, 1}}},
+                                                                {"440 Hz ,1", {{440.0F, 1}}}};
+    CheckRows(read, rows);
+    CHECK(FormatSignal({62.5F, 7}) == "62.5 Hz,7");
     CheckRefused(read, "", "Hz,5", "inf Hz,5", "nan", "1e99 Hz,5", "440 Hz,7x", "440,", "440 kHz",
                  "440 Hz,99999999999", "440,5,6");
 }
@@ -117,7 +110,6 @@ TEST_CASE("the number of samples has a limit") {
     const Row<std::int64_t, float, std::int32_t> rows[] = {
         {{44100.0F, 120}, 5292000}, {{44100.9F, 1}, 44100}, {{44100.0F, highest}, LIMIT},
         {{3e38F, highest}, LIMIT},  {{0.0F, 10}, 0},        {{-1.0F, 10}, 0},
-        {{notANumber, 10}, 0},      {{44100.0F, 0}, 0},     {{44100.0F, -1}, 0},
-    };
+        {{notANumber, 10}, 0},      {{44100.0F, 0}, 0},     {{44100.0F, -1}, 0}};
     CheckRows(count, rows);
 }

@@ -1,0 +1,136 @@
+// Knobs and buttons under the mouse and the keys.
+#include "logic/ButtonLogic.h"
+#include "logic/KnobLogic.h"
+#include "tests/native/Tables.h"
+
+using namespace logic;
+
+TEST_CASE("dragging moves one unit a pixel, stops unrounded at the ends and rounds in between") {
+    const Row<float, float, std::int16_t, KnobRange> rows[] = {
+        {{9.3F, 1, {0, 100, 0.5F}}, 10.5F},     {{-9.3F, -1, {-100, 100, 0.5F}}, -10.5F},
+        {{10.3F, 0, {0, 100, 0.5F}}, 10.3F},    {{95.0F, 10, {0, 100, 7.0F}}, 100.0F},
+        {{5.0F, -10, {1, 100, 7.0F}}, 1.0F},    {{1.25F, 3, {0, 100, 0.0F}}, 4.25F},
+        {{50.0F, 1, {100, 0, 0.5F}}, 100.0F},   {{50.0F, 1, {7, 7, 0.5F}}, 7.0F},
+        {{notANumber, 1, {0, 100, 0.5F}}, 0.0F}};
+    CheckRows(DragKnob, rows);
+    std::mt19937 random(5);
+    for (int round = 0; round < 2000; ++round) {
+        const std::int32_t minimum = Any(random, -200, 199);
+        const KnobRange range{minimum, minimum + Any(random, 0, 299),
+                              static_cast<float>(Any(random, 0, 8)) * 0.25F};
+        float value = static_cast<float>(range.minimum);
+        for (int move = 0; move < 10; ++move) {
+            const auto dx = static_cast<std::int16_t>(Any(random, -50, 50));
+            const float moved = value + static_cast<float>(dx);
+            value = DragKnob(value, dx, range);
+            if (dx == 0)
+                continue;
+            if (moved < static_cast<float>(range.minimum))
+                CHECK(value == static_cast<float>(range.minimum));
+            else if (moved > static_cast<float>(range.maximum))
+                CHECK(value == static_cast<float>(range.maximum));
+            else if (range.resolution == 0.0F)
+                CHECK(value == moved);
+            else {
+                CHECK(std::fmod(value, range.resolution) == 0.0F);
+                CHECK(std::fabs(value - moved) <= range.resolution / 2);
+            }
+        }
+    }
+    // The mouse travels in signed 16-bit distances.
+    const Row<int, int, int> rows2[] = {{{5, 8}, -3}, {{-32768, 32767}, 1}, {{40000, 0}, -25536}};
+    CheckRows(DragDistance, rows2);
+}
+
+TEST_CASE("keys step the knob") {
+    using enum KnobKey;
+    const auto step = [](KnobKey key, float resolution) {
+        return StepKnob(10.0F, key, {-20, 80, resolution});
+    };
+    const Row<std::optional<float>, KnobKey, float> rows[] = {
+        {{PageUp, 0.5F}, 15.0F}, {{PageDown, 0.5F}, 5.0F}, {{End, 0.5F}, -20.0F}, {{Home, 0.5F}, 80.0F},
+        {{Left, 0.5F}, 10.5F},   {{Right, 0.5F}, 9.5F},    {{PageUp, 0.0F}, {}},  {{PageDown, 0.0F}, {}},
+        {{Left, 0.0F}, {}},      {{Right, 0.0F}, {}},      {{Home, 0.0F}, 80.0F}, {{End, 0.0F}, -20.0F}};
+    CheckRows(step, rows);
+}
+
+TEST_CASE("the dot goes from lower left at the minimum over the top to lower right at the maximum") {
+    using Box = std::tuple<std::int32_t, std::int32_t, std::int32_t, std::int32_t>;
+    const auto dotOf = [](float value, const KnobRange& range) {
+        const DotRectangle dot = KnobDot(value, range);
+        return Box(dot.left, dot.top, dot.right, dot.bottom);
+    };
+    const Box lowerLeft(11, 31, 16, 36);
+    const Box top(21, 7, 26, 12);
+    const Box lowerRight(31, 31, 36, 36);
+    const Row<Box, float, KnobRange> rows[] = {{{100.0F, {0, 100, 0.5F}}, lowerRight},
+                                               {{0.0F, {0, 100, 0.5F}}, lowerLeft},
+                                               {{50.0F, {0, 100, 0.5F}}, top},
+                                               {{49.5F, {0, 100, 0.5F}}, top},
+                                               // Of a negative minimum, which is not where 0 is.
+                                               {{-5.0F, {-5, 5, 0.5F}}, lowerLeft},
+                                               {{0.0F, {-5, 5, 0.5F}}, top},
+                                               {{-0.5F, {-5, 5, 0.5F}}, top},
+                                               {{5.0F, {-5, 5, 0.5F}}, lowerRight},
+                                               {{7.0F, {7, 7, 0.5F}}, lowerRight},
+                                               {{0.0F, {100, 0, 0.5F}}, lowerRight}};
+    CheckRows(dotOf, rows);
+    for (const float value : {-1e38F, 1e38F, infinity, notANumber}) {
+        const DotRectangle dot = KnobDot(value, {lowest, highest, 0.5F});
+        CHECK(dot.left >= 7);
+        CHECK(dot.bottom <= 40);
+    }
+}
+
+TEST_CASE("a held button steps by the number of periods times the acceleration") {
+    const Row<std::int32_t, std::uint32_t, std::int32_t, float> rows[] = {
+        {{99U, 100, 1.0F}, 0},       {{100U, 100, 1.0F}, 1}, {{299U, 100, 1.0F}, 2},
+        {{350U, 100, 1.0F}, 3},      {{100U, 100, 0.5F}, 1}, // 0.5 + 0.5
+        {{300U, 100, 0.5F}, 2},      {{500U, 100, 0.7F}, 4}, {{1000U, 100, 10.0F}, 100},
+        {{1000U, 0, 1.0F}, 0},       {{1000U, -5, 1.0F}, 0}, {{0xFFFFFFFFU, 1, 10.0F}, highest},
+        {{1000U, 1, notANumber}, 0}, {{1000U, 1, -1.0F}, 0}};
+    CheckRows(RepeatSteps, rows);
+}
+
+TEST_CASE("steps stop at the ends of 32 bits") {
+    using enum PressMode;
+    const Row<std::int32_t, std::int32_t, PressMode, std::int32_t> rows[] = {
+        {{5, Increment, 3}, 8},
+        {{5, Decrement, 30}, -25},
+        {{5, Absolute, 3}, 5},
+        {{highest - 1, Increment, 3}, highest},
+        {{lowest, Decrement, highest}, lowest},
+        {{0, Decrement, lowest}, highest}};
+    CheckRows(StepValue, rows);
+}
+
+TEST_CASE("the mode goes by its first letter") {
+    for (const PressMode mode : {PressMode::Absolute, PressMode::Increment, PressMode::Decrement})
+        CHECK(ParsePressMode(PressModeText(mode)) == mode);
+    CHECK(ParsePressMode("i") == PressMode::Increment);
+    CHECK(ParsePressMode("down") == PressMode::Decrement);
+    for (const char* text : {"", "Increment", " increment", "toggle"})
+        CHECK(ParsePressMode(text) == PressMode::Absolute);
+}
+
+TEST_CASE("questions have line feeds and tabs") {
+    const Row<std::string, const char*> rows[] = {
+        {"Really?\\nAll\\tof it?", "Really?\nAll\tof it?"},
+        {"\\n\\n", "\n\n"},
+        {"C:\\temp\\new", "C:\temp\new"},
+        {"\\\\n", "\\\n"}, // every pair, whatever stands in front of it
+        {"\\N \\x \\", "\\N \\x \\"},
+        {"", ""}};
+    CheckRows(QuestionText, rows);
+}
+
+TEST_CASE("placeholders are replaced once") {
+    const Placeholder placeholders[] = {{'l', "50%n"}, {'c', "A;B"}, {'n', "Strip1*Mute"}};
+    const auto expand = [&](const char* text) { return ExpandTemplate(text, placeholders); };
+    const Row<std::string, const char*> rows[] = {
+        {"%n*caption=%l", "Strip1*Mute*caption=50%n"},
+        {"template=X \"%n - \" %c", "template=X \"Strip1*Mute - \" A;B"},
+        {"%%n 100% %d %", "%Strip1*Mute 100% %d %"},
+        {"", ""}};
+    CheckRows(expand, rows);
+}
