@@ -162,6 +162,22 @@ struct FileSamples {
     Samples bare, bareTick;            // of as many bare windows
 };
 
+// Seconds for one of so many lines that can be applied to nothing: half of them belong to a knob that does
+// not know their keywords.
+Workload LoadJunk(int lines) {
+    std::string text = "control=0x0 KNOB \"Knob\" 0x50010000 0,0,47,47\r\n";
+    for (int i = 0; i < lines; ++i) {
+        text += (i % 2 == 0 ? "Knob*newer" : "Nobody*keyword") + std::to_string(i) + "=1\r\n";
+    }
+    return [lines, text] {
+        const TemporaryFile file(text);
+        const BenchPanel panel(false);
+        const double start = Now();
+        ph_LoadPanel(panel.Root(), file.Path());
+        return (Now() - start) / lines;
+    };
+}
+
 } // namespace
 
 void MeasurePanelFiles(Report& report) {
@@ -188,4 +204,6 @@ void MeasurePanelFiles(Report& report) {
                Unit::Seconds, RatioUpTo(0.1));
     report.Add("one tick with 10,000 knobs polling", pollingTick, "WM_TIMER to 10,000 bare windows", bareTick,
                Unit::Seconds, NO_AIM);
+    report.Measure("load one line of 100,000 of junk", LoadJunk(100000), "one of 10,000", LoadJunk(10000),
+                   Unit::Seconds, RatioUpTo(2), 5);
 }
