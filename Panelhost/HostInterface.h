@@ -32,7 +32,8 @@ PH_API void __cdecl ph_DestroyRoot(HOSTINFO* root) PH_NOEXCEPT;
 PH_API int __cdecl ph_LoadDevices(HOSTINFO* root, const char* file) PH_NOEXCEPT;
 /* Reads a panel file and creates its controls. Number of controls created, -1 when the file cannot be read or
  * its loading was cancelled.
- * Lines that cannot be applied are traced with their number, kept, and otherwise skipped. No device is set
+ * Lines that cannot be applied are traced with their number (the first 20 of a kind, then their count), kept,
+ * and otherwise skipped. No device is set
  * meanwhile; when the panel says onopen=send, the values of the file go to the devices afterwards, at once or
  * in ph_Tick. */
 PH_API int __cdecl ph_LoadPanel(HOSTINFO* root, const char* file) PH_NOEXCEPT;
