@@ -9,7 +9,6 @@
 #include <atomic>
 #include <random>
 #include <set>
-#include <tlhelp32.h>
 
 TEST_SUITE_BEGIN("Telephone");
 
@@ -58,20 +57,19 @@ public:
         CHECK(WriteFile(end_, text.data(), text.size(), &count, nullptr) != 0);
     }
     // That many bytes, or fewer when no more come.
-    std::string Hear(std::size_t count, DWORD patience = PATIENCE) const {
+    std::string Hear(std::size_t count) const {
         std::string heard;
-        Await(
-            [&] {
-                DWORD available = 0;
-                PeekNamedPipe(end_, nullptr, 0, nullptr, &available, nullptr);
-                std::string block(std::min<std::size_t>(available, count - heard.size()), '\0');
-                if (!block.empty()) {
-                    CHECK(ReadFile(end_, block.data(), block.size(), &available, nullptr) != 0);
-                    heard += block;
-                }
-                return heard.size() == count;
-            },
-            patience);
+        const auto hearSome = [&] {
+            DWORD available = 0;
+            PeekNamedPipe(end_, nullptr, 0, nullptr, &available, nullptr);
+            std::string block(std::min<std::size_t>(available, count - heard.size()), '\0');
+            if (!block.empty()) {
+                CHECK(ReadFile(end_, block.data(), block.size(), &available, nullptr) != 0);
+                heard += block;
+            }
+            return heard.size() == count;
+        };
+        Await(hearSome, PATIENCE);
         return heard;
     }
     // Types, and hears the answer. What is said beyond that stands in front of the next one.

@@ -187,20 +187,16 @@ TEST_CASE("generators write one after the other, and show their length until the
 }
 
 TEST_CASE("a loaded panel writes the file as an empty one") {
-    const TestFolder folder;
-    const std::string path = folder.Path("wave.panel");
-    {
-        TestPanel panel;
-        panel.Create("IWAVEGENERATOR", "W");
-        CHECK(ph_SavePanel(panel.Root(), path.c_str()) == 1);
-    }
-    CHECK(ReadBytes(path).find("W*duration=0:00 min\r\nW*filename=.\\Temp\\wave.wav\r\n"
-                               "W*format=44100 Hz,16bit,Stereo\r\nW*interval=1000\r\n"
-                               "W*signal=1000 Hz,24575\r\nW*connection=\r\n") != std::string::npos);
+    const TestPanel first;
+    first.Create("IWAVEGENERATOR", "W");
+    const std::string saved = first.Saved();
+    CHECK(saved.find("W*duration=0:00 min\r\nW*filename=.\\Temp\\wave.wav\r\n"
+                     "W*format=44100 Hz,16bit,Stereo\r\nW*interval=1000\r\n"
+                     "W*signal=1000 Hz,24575\r\nW*connection=\r\n") != std::string::npos);
     DeleteFileA(WavePath().c_str());
     TestPanel panel;
     const TraceCapture trace;
-    CHECK(ph_LoadPanel(panel.Root(), path.c_str()) == 1);
+    CHECK(panel.Open(saved) == 1);
     CHECK(trace.CountContaining("Error reading line ") == 0); // filename and format are passed over
     CHECK(Await(Wave::IsEmpty));
     CHECK(Wave().samples.empty());
