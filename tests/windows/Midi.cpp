@@ -13,10 +13,9 @@ namespace {
 
 // Not for other threads than that of the tests, which checks belong to.
 MidiDouble& Double() {
-    const auto exported =
-        reinterpret_cast<void*>(GetProcAddress(GetModuleHandleA("winmm.dll"), "GetMidiDouble"));
-    REQUIRE_MESSAGE(exported != nullptr, "the system's own winmm.dll is loaded instead of the double");
-    return *reinterpret_cast<decltype(&GetMidiDouble)>(exported)();
+    auto* const get = Exported<decltype(GetMidiDouble)>("winmm.dll", "GetMidiDouble");
+    REQUIRE_MESSAGE((get != nullptr), "the system's own winmm.dll is loaded instead of the double");
+    return *get();
 }
 
 // A panel with one MIDI control, two inputs and two outputs.

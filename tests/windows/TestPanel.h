@@ -14,6 +14,13 @@
 
 constexpr const char* CONTROL_LIBRARY = "OSMIRControlLib.dll";
 
+// A function that a loaded library exports; null when it does not.
+template <class Function>
+Function* Exported(const char* library, const char* name) {
+    return reinterpret_cast<Function*>(
+        reinterpret_cast<void*>(GetProcAddress(GetModuleHandleA(library), name)));
+}
+
 // A folder for the files of one test, deleted with everything in it.
 class TestFolder {
 public:
