@@ -13,16 +13,8 @@ namespace {
 
 constexpr double SOLUTION[] = {2.0, 5.0, 0.5, 3.0, 0.02};
 
-template <class Function>
-Function* Exported(const char* name) {
-    auto* function = reinterpret_cast<Function*>(
-        reinterpret_cast<void*>(GetProcAddress(GetModuleHandleA(CONTROL_LIBRARY), name)));
-    REQUIRE((function != nullptr));
-    return function;
-}
-
 double Model(const double* x, double time) {
-    return Exported<decltype(a_DecayModel)>("a_DecayModel")(x, time);
+    return Exported<decltype(a_DecayModel)>(CONTROL_LIBRARY, "a_DecayModel")(x, time);
 }
 
 struct Fit : DECAYFIT {
@@ -35,8 +27,8 @@ struct Fit : DECAYFIT {
 
     int Run(const double* start, double rho = 0.4, double epsilon = 1e-8) {
         lines.clear();
-        return Exported<decltype(a_FitDecays)>("a_FitDecays")(samples.data(), start, rho, epsilon, this, Take,
-                                                              this);
+        return Exported<decltype(a_FitDecays)>(CONTROL_LIBRARY, "a_FitDecays")(samples.data(), start, rho,
+                                                                               epsilon, this, Take, this);
     }
     auto Iterations() const {
         return std::count_if(lines.begin(), lines.end(),
@@ -65,7 +57,8 @@ private:
 TEST_CASE("the fitter finds its way from a rough start to the decay") {
     Fit fit;
     fit.samples[0] = 1000; // does not count
-    CHECK(Exported<decltype(a_LargestSample)>("a_LargestSample")(fit.samples.data()) == 1000);
+    CHECK(Exported<decltype(a_LargestSample)>(CONTROL_LIBRARY, "a_LargestSample")(fit.samples.data()) ==
+          1000);
     const double start[] = {1.5, 4.0, 0.4, 3.5, 0.03};
     CHECK(fit.Run(start) == 1);
     CHECK(fit.squaredError == doctest::Approx(fit.ErrorOf(fit.x)));
@@ -106,7 +99,7 @@ TEST_CASE("a search that crawls comes to its end, and calls without all that a f
     for (const double rho : {0.0, 1.0, std::nan("")}) {
         CHECK(fit.Run(SOLUTION, rho) == 0);
     }
-    const auto fitDecays = Exported<decltype(a_FitDecays)>("a_FitDecays");
+    const auto fitDecays = Exported<decltype(a_FitDecays)>(CONTROL_LIBRARY, "a_FitDecays");
     CHECK(fitDecays(nullptr, nullptr, 0.4, 1e-8, nullptr, nullptr, nullptr) == 0);
     CHECK(fit.evaluations == -5);
     CHECK(fitDecays(fit.samples.data(), SOLUTION, 0.4, 1e-8, &fit, nullptr, nullptr) == 1); // without a trace

@@ -11,15 +11,14 @@ namespace {
 constexpr const char* INTERFACES[] = {"IMESSAGING",     "IMIDI",   "INETWORK", "ITELEPHONE",
                                       "IWAVEGENERATOR", "IWAVEIN", "IWAVEOUT"};
 constexpr const char* MINI_VIEWS[] = {"Delay", "Dynamics", "Edit", "EQ", "Routing", "XOver"};
-constexpr DWORD VISIBLE_CHILD = WS_CHILD | WS_VISIBLE;
 
 bool HasVisibleStyle(HWND window) {
     return (GetWindowLongA(window, GWL_STYLE) & WS_VISIBLE) != 0;
 }
 
 HWND CreateVisible(const TestPanel& panel, const char* className) {
-    const HWND window = CreateWindowExA(0, className, "I", VISIBLE_CHILD, 10, 20, 32, 32, panel.Window(),
-                                        nullptr, nullptr, panel.Root());
+    const HWND window = CreateWindowExA(0, className, "I", WS_CHILD | WS_VISIBLE, 10, 20, 32, 32,
+                                        panel.Window(), nullptr, nullptr, panel.Root());
     REQUIRE((window != nullptr));
     return window;
 }
@@ -94,12 +93,9 @@ TEST_CASE("in a hidden panel interface controls are hidden before it is shown, t
         ShowWindow(panel.Window(), SW_SHOWNOACTIVATE);
         CHECK_FALSE(IsWindowVisible(another));
     }
-    const TestFolder folder;
     const TestPanel panel;
-    const std::string file =
-        folder.Write("visible.panel", "control=0x00000000 IWAVEIN \"I\" 0x50000000 1,2,33,34\r\n"
-                                      "control=0x00000000 KNOB \"K\" 0x50000000 1,2,33,34\r\n");
-    REQUIRE(ph_LoadPanel(panel.Root(), file.c_str()) == 2);
+    REQUIRE(panel.Open("control=0x00000000 IWAVEIN \"I\" 0x50000000 1,2,33,34\r\n"
+                       "control=0x00000000 KNOB \"K\" 0x50000000 1,2,33,34\r\n") == 2);
     CHECK_FALSE(HasVisibleStyle(panel.Find("I")));
     CHECK(HasVisibleStyle(panel.Find("K")));
 }

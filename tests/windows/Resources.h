@@ -27,6 +27,12 @@ struct Resources {
         }
         return settled;
     }
+    // Less is no leak either: something that began before the earlier count may have ended since.
+    bool IsAtMost(const Resources& earlier) const {
+        return objects <= earlier.objects && bitmaps <= earlier.bitmaps && fonts <= earlier.fonts &&
+               gdi <= earlier.gdi && handles <= earlier.handles && windows <= earlier.windows &&
+               threads <= earlier.threads;
+    }
     friend std::ostream& operator<<(std::ostream& out, const Resources& held) {
         return out << "objects " << held.objects << " bitmaps " << held.bitmaps << " fonts " << held.fonts
                    << " gdi " << held.gdi << " handles " << held.handles << " windows " << held.windows

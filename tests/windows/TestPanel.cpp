@@ -160,6 +160,17 @@ int TestPanel::Declare(const std::string& lines) const {
     return ph_LoadDevices(root_, folder.Write("test.devices", lines).c_str());
 }
 
+int TestPanel::Open(const std::string& lines) const {
+    const TestFolder folder;
+    return ph_LoadPanel(root_, folder.Write("test.panel", lines).c_str());
+}
+
+std::string TestPanel::Saved() const {
+    const TestFolder folder;
+    const std::string path = folder.Path("saved.panel");
+    return ph_SavePanel(root_, path.c_str()) == 1 ? ReadBytes(path) : "(not saved)";
+}
+
 std::string TestPanel::Parameter(const char* address) const {
     char text[TEXT_SIZE];
     return ph_GetParameter(root_, address, text, sizeof text) == 1 ? text : "(none)";

@@ -14,6 +14,13 @@
 
 constexpr const char* CONTROL_LIBRARY = "OSMIRControlLib.dll";
 
+// A function that a loaded library exports; null when it does not.
+template <class Function>
+Function* Exported(const char* library, const char* name) {
+    return reinterpret_cast<Function*>(
+        reinterpret_cast<void*>(GetProcAddress(GetModuleHandleA(library), name)));
+}
+
 // A folder for the files of one test, deleted with everything in it.
 class TestFolder {
 public:
@@ -74,8 +81,11 @@ public:
     // A control of the panel at (10, 20), 100 wide and 40 high.
     HWND Create(const char* className, const char* name) const;
     HWND Find(const char* fullName) const { return ph_Find(root_, fullName); }
-    // Declares devices by the lines of a device file.
+    // Declares devices by the lines of a device file, loads those of a panel file, answers those that it
+    // saves.
     int Declare(const std::string& lines) const;
+    int Open(const std::string& lines) const;
+    std::string Saved() const;
     std::string Parameter(const char* address) const;
     // Closes the panel early; the window goes as well.
     void Close();
