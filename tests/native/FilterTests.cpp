@@ -178,6 +178,7 @@ TEST_CASE("what is typed into a band and stepped in it stays within its range") 
     CHECK_FALSE(StepField(band, EqField::Gain, 1, false));
     CHECK_FALSE(StepField(band, EqField::Frequency, -1, false));
     CHECK(StepField(band, EqField::Gain, -1, false));
+    CHECK(StepField(band, EqField::Frequency, 1, false));
     TypeField(band, EqField::Frequency, 440.0F, false);
     CHECK(band == EqBand{0, Peak, 440.0F, 11.5F, 0.7F, 1});
     CHECK(FieldText(band, EqField::Frequency, false) == "440 Hz");

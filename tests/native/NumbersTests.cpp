@@ -219,6 +219,7 @@ TEST_CASE("names, limits and places") {
     CheckRefused(ParseValueType, "", "F", "float", "centre");
     CheckRefused(ParseAlignment, "", "F", "float", "centre");
     CHECK(LimitsText(ParseLimits("-80,18.5").value()) == "-80,18.5");
+    CheckTaken(ParseLimits, "5,5");
     CheckRefused(ParseLimits, "", "1", "2,1", "1,2,3", "a,b", "1,nan");
     using enum Alignment;
     const Row<int, Alignment, int, int> starts[] = {

@@ -120,7 +120,7 @@ TEST_CASE("questions have line feeds and tabs") {
         {"C:\\temp\\new", "C:\temp\new"},
         {"\\\\n", "\\\n"}, // every pair, whatever stands in front of it
         {"\\N \\x \\", "\\N \\x \\"},
-        {"", ""}};
+    };
     CheckRows(QuestionText, rows);
 }
 
@@ -131,6 +131,6 @@ TEST_CASE("placeholders are replaced once") {
         {"%n*caption=%l", "Strip1*Mute*caption=50%n"},
         {"template=X \"%n - \" %c", "template=X \"Strip1*Mute - \" A;B"},
         {"%%n 100% %d %", "%Strip1*Mute 100% %d %"},
-        {"", ""}};
+    };
     CheckRows(expand, rows);
 }

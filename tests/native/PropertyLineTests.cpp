@@ -24,13 +24,13 @@ TEST_CASE("property lines are split at the first equals sign and the last star i
 
 TEST_CASE("a control header is read whole or not at all") {
     const std::optional<ControlHeader> header =
-        ParseControlHeader("0x00000200  KNOB \"Gain 1\" 0x50010000 -10,10,57,32767 \r");
+        ParseControlHeader("0x00000200  KNOB \"Gain 1\" 0x50010000 -32767,10,57,32767 \r");
     REQUIRE(header);
     CHECK(header->extendedStyle == 0x200);
     CHECK(header->className == "KNOB");
     CHECK(header->name == "Gain 1");
     CHECK(header->style == 0x50010000);
-    CHECK(RectangleText(header->rectangle) == "-10,10,57,32767");
+    CHECK(RectangleText(header->rectangle) == "-32767,10,57,32767");
     CHECK(ParseControlHeader("0x0 "s + std::string(64, 'K') + " \"\" 0xFFFFFFFF 0,0,0,0"));
 
     CheckRefused(
