@@ -24,14 +24,19 @@ void KeptLines::Begin() {
     ++text_;
     ++stage_;
     older_ = strays_.size();
-    current_ = &root_;
+    GoTo(root_);
+}
+
+void KeptLines::GoTo(HOSTINFO& object) {
+    current_ = &object;
     seen_.clear();
+    occurrences_.clear();
+    counted_ = 0;
 }
 
 void KeptLines::Passed(HOSTINFO& object, std::string_view keyword) {
     if (current_ != &object) {
-        current_ = &object;
-        seen_.clear();
+        GoTo(object);
     }
     seen_.emplace_back(keyword);
     const auto known = keyword == CONNECTION ? blocks_.find(&object) : blocks_.end();
@@ -144,7 +149,10 @@ KeptLines::Place KeptLines::Reserve(HOSTINFO& owner, std::string_view line, std:
     stray.after = current_;
     if (!seen_.empty()) {
         stray.behind = seen_.back();
-        stray.occurrence = static_cast<std::size_t>(std::count(seen_.begin(), seen_.end(), stray.behind));
+        for (; counted_ < seen_.size(); ++counted_) {
+            ++occurrences_[seen_[counted_]];
+        }
+        stray.occurrence = occurrences_[stray.behind];
     }
     return strays_.insert(strays_.end(), std::move(stray));
 }
@@ -193,8 +201,7 @@ void KeptLines::Added(HOSTINFO& object) {
 void KeptLines::Removed(HOSTINFO& object, HOSTINFO& before) noexcept {
     blocks_.erase(&object);
     if (current_ == &object) {
-        current_ = &before;
-        seen_.clear();
+        GoTo(before);
     }
     for (Stray& stray : strays_) {
         if (stray.owner == &object) {

@@ -105,6 +105,7 @@ private:
 
     void Begin();
     void End();
+    void GoTo(HOSTINFO& object); // whose lines come now
     Block::Places& PlacesOf(Block& block, std::string_view keyword) const;
     // Turns the first line of that keyword that is kept from an earlier text into a mark of its place, and
     // drops the others. False when there is none.
@@ -125,4 +126,6 @@ private:
     unsigned text_ = 0;             // number of the text that is read, or was read last
     HOSTINFO* current_ = nullptr;   // object of the last line
     std::vector<std::string> seen_; // keywords of its lines so far
+    std::unordered_map<std::string, std::size_t> occurrences_; // in the first of these, so many:
+    std::size_t counted_ = 0;
 };
