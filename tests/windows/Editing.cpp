@@ -593,19 +593,6 @@ TEST_CASE("of damaged text on the clipboard the sound part is pasted and the res
     CHECK(program.Saved() == program.start);
 }
 
-TEST_CASE("nothing is lost where no temporary file can be made") {
-    const PanelProgram program(EDITED_PANEL, "C:\\no\\such\\folder");
-    program.Command(CMD_EDIT_MODE);
-    const std::string start = program.Saved();
-    program.Command(CMD_SELECT_ALL);
-    program.Command(CMD_CUT);
-    CHECK(program.Saved() == "size=600,400\r\n");
-    program.Command(CMD_PASTE);
-    CHECK(Contains(program.Saved(), "S*Part*connection=A\r\n"));
-    CHECK(program.UndoAll() == 2);
-    CHECK(program.Saved() == start);
-}
-
 TEST_CASE("random edits are undone and redone without a trace, and leave nothing behind") {
     Editing program;
     constexpr int COMMANDS[] = {CMD_DUPLICATE,     CMD_DUPLICATE,     CMD_DELETE,

@@ -30,55 +30,45 @@ struct Edit {
     int most;
     const char* selected; // by their letters, the first of them first
     const char* label;    // of the step that undoes it; empty where nothing changes
-    const char* order;    // first letters of the controls, as they are saved
     const char* status;
-    const char* line; // that is saved
+    const char* line = "";        // that is saved
+    const char* order = "ABCSLC"; // first letters of the controls, as they are saved
 };
-constexpr const char* SAME = "ABCSLC";
 const Edit EDITS[] = {
-    {CMD_ALIGN_LEFT, 0, "", 2, ANY, "CA", "Align", SAME, "2 selected   250,40   100 x 50",
-     "\"A\" 0x54010000 250,40,297,87"},
-    {CMD_ALIGN_TOP, 0, "", 2, ANY, "AB", "Align", SAME, "2 selected   40,40   147 x 47",
-     "\"B\" 0x50010000 140,40,187,87"},
-    {CMD_ALIGN_RIGHT, 0, "", 2, ANY, "CA", "Align", SAME, "2 selected   250,40   100 x 50",
-     "\"A\" 0x54010000 303,40,350,87"},
-    {CMD_ALIGN_BOTTOM, 0, "", 2, ANY, "CA", "Align", SAME, "2 selected   40,43   310 x 47",
-     "\"A\" 0x50010000 40,43,87,90"},
-    {CMD_ALIGN_CENTRE_ACROSS, 0, "", 2, ANY, "CA", "Align", SAME, "2 selected   250,40   100 x 50",
-     "\"A\" 0x54010000 277,40,324,87"},
-    {CMD_ALIGN_CENTRE_DOWN, 0, "", 2, ANY, "CA", "Align", SAME, "2 selected   40,47   310 x 47",
-     "\"A\" 0x50010000 40,47,87,94"},
-    {CMD_DISTRIBUTE_ACROSS, 0, "", 3, ANY, "ABC", "Distribute", SAME, "3 selected   40,40   310 x 67",
-     "\"B\" 0x50010000 145,60,192,107"},
-    {CMD_DISTRIBUTE_DOWN, 0, "", 3, ANY, "ABS", "Distribute", SAME, "3 selected   40,40   460 x 260",
-     "\"B\" 0x50010000 140,90,187,137"},
-    {CMD_TO_FOREGROUND, 0, "", 1, ANY, "C", "Move To Foreground", "CABSLC", "C   BSTATIC   250,50   100 x 40",
-     "size=600,400"},
-    {CMD_TO_BACKGROUND, 0, "", 1, ANY, "AB", "Move To Background", "CSLCAB", "2 selected   40,40   147 x 67",
-     "size=600,400"},
-    {CMD_CUT, 'X', "Ctrl", 1, ANY, "AB", "Delete", "CSLC", "Edit: click", "C*connection=A"},
-    {CMD_DELETE, VK_DELETE, "", 1, ANY, "S", "Delete", "ABCLC", "Edit: click", "C*connection=A"},
-    {CMD_DUPLICATE, 'D', "Ctrl", 1, ANY, "AB", "Duplicate", "ABABCSLC", "2 selected   48,48   147 x 67",
-     "A 2*connection=B 2*resolution;C"},
-    {CMD_COPY, 'C', "Ctrl", 1, ANY, "S", "", SAME, "S   MINIEDIT   340,140   160 x 160", "S*Part*connection"},
-    {CMD_PASTE, 'V', "Ctrl", 0, ANY, "", "Paste", "SABCSLC", "S 2   MINIEDIT   348,148   160 x 160",
-     "S 2*control=0x00000000 LED \"Part\" 0x50010000 20,20,36,36"},
-    {CMD_PASTE, 'V', "Ctrl", 0, ANY, "A", "Paste", "SABCSLC", "S 2   MINIEDIT   356,156   160 x 160",
-     "S 2*Part*connection=A"},
-    {CMD_SELECT_ALL, 'A', "Ctrl", 0, ANY, "", "", SAME, "6 selected   20,40   540 x 348", "size=600,400"},
-    {CMD_GRID, 'G', "Ctrl", 0, ANY, "", "", SAME, "Edit: click", "size=600,400"},
-    {CMD_GRID, 'G', "Ctrl", 0, ANY, "", "", SAME, "Edit: click", "size=600,400"},
-    {CMD_PROPERTIES, 0, "", 0, ANY, "S", "", SAME, "S   MINIEDIT   340,140   160 x 160", "size=600,400"},
-    {CMD_CONNECTIONS, 0, "", 1, 1, "S", "", SAME, "S   MINIEDIT   340,140   160 x 160", "size=600,400"},
-    {NONE, VK_TAB, "", 0, 0, "A", "", SAME, "B   KNOB   140,60   47 x 47", "size=600,400"},
-    {NONE, VK_TAB, "Shift", 0, 0, "A", "", SAME, "Combo   BCOMBOBOX   440,340   120 x 48", "size=600,400"},
-    {NONE, VK_TAB, "", 0, 0, "P", "", SAME, "S*Part   LED   20,20   16 x 16", "size=600,400"},
-    {NONE, VK_TAB, "", 0, 0, "", "", SAME, "A   KNOB   40,40   47 x 47", "size=600,400"},
-    {NONE, VK_ESCAPE, "", 0, 0, "AB", "", SAME, "Edit: click", "size=600,400"},
-    {NONE, VK_RIGHT, "", 0, 0, "AB", "Move", SAME, "2 selected   41,40   147 x 67", "141,60,188,107"},
-    {NONE, VK_LEFT, "", 0, 0, "P", "Move", SAME, "S*Part   LED   19,20   16 x 16", "19,20,35,36"},
-    {NONE, VK_UP, "Shift", 0, 0, "A", "Move", SAME, "A   KNOB   40,32   47 x 47", "40,32,87,79"},
-    {NONE, VK_DOWN, "", 0, 0, "A", "Move", SAME, "A   KNOB   40,41   47 x 47", "40,41,87,88"},
+    {CMD_ALIGN_LEFT, 0, "", 2, ANY, "CA", "Align", "2 selected   250,40   100 x 50",
+     "54010000 250,40,297,87"},
+    {CMD_ALIGN_TOP, 0, "", 2, ANY, "AB", "Align", "2 selected   40,40   147 x 47", "140,40,187,87"},
+    {CMD_ALIGN_RIGHT, 0, "", 2, ANY, "CA", "Align", "2 selected   250,40   100 x 50", "303,40,350,87"},
+    {CMD_ALIGN_BOTTOM, 0, "", 2, ANY, "CA", "Align", "2 selected   40,43   310 x 47", "40,43,87,90"},
+    {CMD_ALIGN_CENTRE_ACROSS, 0, "", 2, ANY, "CA", "Align", "2 selected   250,40", "277,40,324,87"},
+    {CMD_ALIGN_CENTRE_DOWN, 0, "", 2, ANY, "CA", "Align", "2 selected   40,47", "40,47,87,94"},
+    {CMD_DISTRIBUTE_ACROSS, 0, "", 3, ANY, "ABC", "Distribute", "3 selected   40,40", "145,60,192,107"},
+    {CMD_DISTRIBUTE_DOWN, 0, "", 3, ANY, "ABS", "Distribute", "3 selected   40,40", "140,90,187,137"},
+    {CMD_TO_FOREGROUND, 0, "", 1, ANY, "C", "Move To Foreground", "C   BSTATIC   250,50", "", "CABSLC"},
+    {CMD_TO_BACKGROUND, 0, "", 1, ANY, "AB", "Move To Background", "2 selected   40,40", "", "CSLCAB"},
+    {CMD_CUT, 'X', "Ctrl", 1, ANY, "AB", "Delete", "Edit: click", "C*connection=A", "CSLC"},
+    {CMD_DELETE, VK_DELETE, "", 1, ANY, "S", "Delete", "Edit: click", "C*connection=A", "ABCLC"},
+    {CMD_DUPLICATE, 'D', "Ctrl", 1, ANY, "AB", "Duplicate", "2 selected   48,48   147 x 67",
+     "A 2*connection=B 2*resolution;C", "ABABCSLC"},
+    {CMD_COPY, 'C', "Ctrl", 1, ANY, "S", "", "S   MINIEDIT   340,140   160 x 160"},
+    {CMD_PASTE, 'V', "Ctrl", 0, ANY, "", "Paste", "S 2   MINIEDIT   348,148   160 x 160",
+     "S 2*control=0x00000000 LED \"Part\" 0x50010000 20,20,36,36", "SABCSLC"},
+    {CMD_PASTE, 'V', "Ctrl", 0, ANY, "A", "Paste", "S 2   MINIEDIT   356,156   160 x 160",
+     "S 2*Part*connection=A", "SABCSLC"},
+    {CMD_SELECT_ALL, 'A', "Ctrl", 0, ANY, "", "", "6 selected   20,40   540 x 348"},
+    {CMD_GRID, 'G', "Ctrl", 0, ANY, "", "", "Edit: click"},
+    {CMD_GRID, 'G', "Ctrl", 0, ANY, "", "", "Edit: click"},
+    {CMD_PROPERTIES, 0, "", 0, ANY, "S", "", "S   MINIEDIT   340,140"},
+    {CMD_CONNECTIONS, 0, "", 1, 1, "S", "", "S   MINIEDIT   340,140"},
+    {NONE, VK_TAB, "", 0, 0, "A", "", "B   KNOB   140,60   47 x 47"},
+    {NONE, VK_TAB, "Shift", 0, 0, "A", "", "Combo   BCOMBOBOX   440,340   120 x 48"},
+    {NONE, VK_TAB, "", 0, 0, "P", "", "S*Part   LED   20,20   16 x 16"},
+    {NONE, VK_TAB, "", 0, 0, "", "", "A   KNOB   40,40   47 x 47"},
+    {NONE, VK_ESCAPE, "", 0, 0, "AB", "", "Edit: click"},
+    {NONE, VK_RIGHT, "", 0, 0, "AB", "Move", "2 selected   41,40   147 x 67", "141,60,188,107"},
+    {NONE, VK_LEFT, "", 0, 0, "P", "Move", "S*Part   LED   19,20   16 x 16", "19,20,35,36"},
+    {NONE, VK_UP, "Shift", 0, 0, "A", "Move", "A   KNOB   40,32   47 x 47", "40,32,87,79"},
+    {NONE, VK_DOWN, "", 0, 0, "A", "Move", "A   KNOB   40,41   47 x 47", "40,41,87,88"},
 };
 
 void Select(PanelHere& program, const std::string& letters) {
@@ -123,9 +113,9 @@ std::string Ask(const PanelHere& program, int command, const char* title, int bu
     return answer.Question();
 }
 
-int Rows(const PanelHere& program, const char* window) {
-    const HWND list = program.Below(FindWindowA(window, nullptr), WC_LISTVIEWA);
-    return static_cast<int>(SendMessageA(list, LVM_GETITEMCOUNT, 0, 0));
+int Rows(const PanelHere& program, const char* window, UINT count = LVM_GETITEMCOUNT) {
+    return static_cast<int>(
+        SendMessageA(program.Below(FindWindowA(window, nullptr), WC_LISTVIEWA), count, 0, 0));
 }
 
 // Those of the frame and its other windows, in this order.
@@ -211,10 +201,8 @@ const Other OTHERS[] = {
      }},
     {CMD_TRACE_SELECT_ALL,
      [](PanelHere& program) {
-         const HWND trace = Shown("PanelTrace", "Trace");
-         program.Type('A', "Ctrl", trace);
-         CHECK(SendMessageA(program.Below(trace, WC_LISTVIEWA), LVM_GETSELECTEDCOUNT, 0, 0) ==
-               Rows(program, "PanelTrace"));
+         program.Type('A', "Ctrl", Shown("PanelTrace", "Trace"));
+         CHECK(Rows(program, "PanelTrace", LVM_GETSELECTEDCOUNT) == Rows(program, "PanelTrace"));
      }},
     {CMD_TRACE_CLEAR,
      [](PanelHere& program) {

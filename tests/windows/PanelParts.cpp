@@ -338,7 +338,7 @@ TEST_CASE("a panel with changes is not lost by another one, an end or a file tha
     CHECK(Contains(ReadBytes(file), "title=changed\r\n"));
     CHECK(program.Title() == "changed - Panel");
 
-    // What is operated while a control handles a tick may not go; two panels do not share an outside channel.
+    // Two panels do not share an outside channel.
     const std::string midi =
         program.Folder().Write("midi.panel", "control=0x00000000 IMIDI \"M\" 0x40000000 0,0,32,32\r\n");
     CHECK(program.Open(midi));

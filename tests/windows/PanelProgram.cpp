@@ -124,15 +124,8 @@ int PanelUser::Repeat(int command) const {
 
 // In a process of its own.
 
-PanelProgram::PanelProgram(const std::string& contents, const char* temporaryFolder) : own_(std::in_place) {
-    const std::string file = own_->Write("test.panel", contents);
-    char before[MAX_PATH] = "";
-    GetEnvironmentVariableA("TMP", before, MAX_PATH);
-    if (temporaryFolder != nullptr) {
-        SetEnvironmentVariableA("TMP", temporaryFolder);
-    }
-    Start(*own_, file);
-    SetEnvironmentVariableA("TMP", before);
+PanelProgram::PanelProgram(const std::string& contents) : own_(std::in_place) {
+    Start(*own_, own_->Write("test.panel", contents));
     FindFrame();
 }
 

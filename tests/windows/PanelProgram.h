@@ -67,8 +67,8 @@ private:
 // A running Panel.exe. Killed in the end unless it was closed.
 class PanelProgram : public PanelUser {
 public:
-    // With a panel file and a folder of its own. Another folder for temporary files, when one is given.
-    explicit PanelProgram(const std::string& contents, const char* temporaryFolder = nullptr);
+    // With a panel file and a folder of its own.
+    explicit PanelProgram(const std::string& contents);
     // Shows that file (none when the name is empty) and keeps its recovery copies in the folder. It may begin
     // with a question.
     PanelProgram(const TestFolder& folder, const std::string& file);

@@ -122,27 +122,3 @@ TEST_CASE("a copy is kept, deleted or opened as the user says, and a damaged one
     CHECK(last.Title() == "asked.panel - Panel");
     CHECK(Copies(folder).empty());
 }
-
-TEST_CASE("copies that cannot be written are told of once, and the panel goes on") {
-    PanelHere program(PANEL);
-    program.Folder().Write("recovery", "a file, no folder");
-    program.Command(CMD_EDIT_MODE);
-    const auto tickUntil = [&](const std::function<bool()>& condition) {
-        return WaitFor([&] {
-            program.Tick();
-            return condition();
-        });
-    };
-    program.Drag({60, 60}, {100, 150});
-    const std::string told = "No copy of the unsaved changes can be written: ";
-    CHECK(tickUntil([&] { return Contains(program.Trace(), told); }));
-    CHECK(program.Trace().rfind(told) == program.Trace().find(told));
-    DeleteFileA(program.Folder().Path("recovery").c_str()); // it is tried again
-    CHECK(tickUntil([&] {
-        return GetFileAttributesA(program.Folder().Path("recovery").c_str()) != INVALID_FILE_ATTRIBUTES;
-    }));
-    program.Command(CMD_UNDO);
-    SendMessageA(program.Frame(), WM_ENDSESSION, TRUE, 0);
-    CHECK(program.Trace().rfind(told) == program.Trace().find(told));
-    RemoveDirectoryA(program.Folder().Path("recovery").c_str());
-}
