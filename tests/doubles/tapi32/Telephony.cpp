@@ -25,8 +25,10 @@ public:
     }
     void Fail(const char* function, LONG result) override { results_[function] = result; }
     void SetPort(HANDLE newPort) override { port = newPort; }
-    void SetNeededSize(DWORD size) override { neededSize = size; }
-    void SetOffset(DWORD newOffset) override { offset = newOffset; }
+    void SetRecord(DWORD newNeededSize, DWORD newOffset) override {
+        neededSize = newNeededSize;
+        offset = newOffset;
+    }
     std::string TakeCalls() override { return std::exchange(calls_, {}); }
     LINECALLBACK Callback() const override { return callback; }
     DWORD_PTR Instance() const override { return instance; }

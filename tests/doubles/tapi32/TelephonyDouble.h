@@ -19,8 +19,7 @@ public:
     // What calls of lineGetIDA hand out from now on.
     virtual void SetPort(HANDLE port) = 0;
     // What they claim about their record instead of the truth.
-    virtual void SetNeededSize(DWORD size) = 0;
-    virtual void SetOffset(DWORD offset) = 0;
+    virtual void SetRecord(DWORD neededSize, DWORD offset) = 0;
 
     // The calls since the last time: name and arguments, sizes and versions in the way that they are written
     // down. "; " stands between them.

@@ -58,9 +58,7 @@ public:
         }
         return open;
     }
-    DWORD_PTR Instance() const override { return ports_.back().instance; }
-    void CallInput(UINT message, DWORD_PTR parameter) override { Call(Last(true), message, parameter); }
-    void CallOutput(UINT message) override { Call(Last(false), message, 0); }
+    void CallInput(UINT message, DWORD_PTR parameter) override { Call(LastInput(), message, parameter); }
 
     // What the test wants of a call of that function.
     MMRESULT Begin(const char* function) {
@@ -145,10 +143,10 @@ private:
                    : nullptr;
     }
 
-    Port* Last(bool isInput) {
+    Port* LastInput() {
         const std::lock_guard guard(lock_);
         for (auto port = ports_.rbegin(); port != ports_.rend(); ++port) {
-            if (port->isInput == isInput) {
+            if (port->isInput) {
                 return &*port;
             }
         }

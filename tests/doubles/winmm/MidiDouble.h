@@ -23,13 +23,10 @@ public:
     // that it stands for. "; " stands between them.
     virtual std::string TakeCalls() = 0;
     virtual int OpenPorts() const = 0;
-    // The instance data of the port that was opened as the last.
-    virtual DWORD_PTR Instance() const = 0;
 
-    // Calls the callback of the input (output) that was opened as the last, on this thread, whether or not it
-    // is still open.
+    // Calls the callback of the input that was opened as the last, on this thread, whether or not it is still
+    // open.
     virtual void CallInput(UINT message, DWORD_PTR parameter) = 0;
-    virtual void CallOutput(UINT message) = 0;
 
 protected:
     ~MidiDouble() = default;
