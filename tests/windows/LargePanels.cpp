@@ -1,6 +1,8 @@
 // What large panels depend on: ticks for those alone that have something to do, loading that is watched and
 // cancelled, and junk that is traced in a few lines.
 
+#include "Panel/LoadProgress.h"
+#include "Panel/StatusBar.h"
 #include "tests/windows/ControlClasses.h"
 #include "tests/windows/OwnControl.h"
 #include "tests/windows/PanelProgram.h"
@@ -103,6 +105,25 @@ TEST_CASE("what does not say when it is due gets every tick, until it goes") {
     atTick = [](HWND) {};
 }
 
+TEST_CASE("a panel window keeps what others put in front of its procedure") {
+    const TestPanel panel;
+    const HWND window = panel.Window();
+    HOSTINFO* root = panel.Root();
+    ticks.clear();
+    REQUIRE(SetWindowSubclass(window, Listen, 1, 0));
+    for (int round = 0; round < 2; ++round) {
+        ph_DestroyRoot(root);
+        CHECK(SendMessageA(window, CWM_GETPROPERTIES, 0, 0) == 0);
+        root = ph_CreateRoot(window, "again");
+        CHECK(SendMessageA(window, CWM_GETPROPERTIES, 0, 0) == reinterpret_cast<LRESULT>(root));
+    }
+    SendMessageA(window, WM_TIMER, 0, 0);
+    CHECK(ticks[window].size() == 1);
+    RemoveWindowSubclass(window, Listen, 1);
+    ph_DestroyRoot(root);
+    CHECK(SendMessageA(window, CWM_GETPROPERTIES, 0, 0) == 0);
+}
+
 TEST_CASE("a cancelled loading leaves the panel as it was") {
     const TestFolder folder;
     const std::string junk = "Nobody*value=1\r\n";
@@ -129,6 +150,7 @@ TEST_CASE("a cancelled loading leaves the panel as it was") {
         ph_SetLoadProgress(panel.Root(), Tell, &watch);
         CHECK(ph_LoadPanel(panel.Root(), file.c_str()) == -1);
         CHECK(GetWindow(panel.Window(), GW_CHILD) == nullptr);
+        CHECK(ph_ListUnread(panel.Root(), nullptr, nullptr) == 0);
         REQUIRE(ph_SavePanel(panel.Root(), saved.c_str()) == 1);
         CHECK(ReadBytes(saved) == before);
         ph_Tick(panel.Root());
@@ -166,6 +188,22 @@ TEST_CASE("junk is traced in a few lines, counted and kept as a whole") {
         CHECK(trace.Count(kind, std::string("junk.panel: 1980 more: ") + format) == 1);
     }
     CHECK(ph_ListUnread(panel.Root(), nullptr, nullptr) == 6000);
+}
+
+TEST_CASE("the status bar tells how far the loading of a large panel is") {
+    const TestPanel window;
+    StatusBar bar;
+    REQUIRE(bar.Create(window.Window(), nullptr));
+    for (const auto& [total, mayCancel, expected] :
+         {std::tuple{2000, true, ""},
+          std::tuple{2001, true, "Loading Big: 7 of 2001 controls (Escape cancels)"},
+          std::tuple{3000, false, "Loading Big: 7 of 3000 controls"}}) {
+        LoadProgress progress(window.Window(), bar, "Big", mayCancel);
+        CHECK(LoadProgress::Tell(7, total, &progress) == 1);
+        char text[128] = "";
+        SendMessageA(GetWindow(window.Window(), GW_CHILD), SB_GETTEXTA, 0, reinterpret_cast<LPARAM>(text));
+        CHECK(text == std::string(expected));
+    }
 }
 
 TEST_CASE("Escape cancels the loading of a large panel, and the panel before it stays") {

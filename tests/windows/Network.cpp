@@ -2,6 +2,8 @@
 
 #include "tests/windows/TerminalClient.h"
 
+#include "Controls/network/EchoProbe.h"
+
 #include "tests/windows/Interception.h"
 #include "tests/windows/Resources.h"
 #include "tests/windows/TestPanel.h"
@@ -446,6 +448,24 @@ TEST_CASE("what served terminals leave no trace of: sockets, threads, memory") {
         third.EndSending();
     });
     CHECK(left == "");
+}
+
+TEST_CASE("the echo probe, which gives a silent host two seconds") {
+    TraceCapture trace;
+    if (PingHost("127.0.0.1") != 1 && trace.Count(TRACE_DEBUG, "socket()") != 0) {
+        MESSAGE("skipped: raw sockets are not allowed here");
+        return;
+    }
+    CHECK(trace.All() == "");
+    CHECK(PingHost("no-such-host.invalid") == 0);
+    CHECK(trace.All() == "0 Host not found: no-such-host.invalid\n\n");
+    const DWORD start = GetTickCount();
+    if (PingHost("198.51.100.1") == 1) { // an address of examples, which nobody has
+        MESSAGE("skipped: a router answers for everybody");
+        return;
+    }
+    CHECK(trace.Count(TRACE_DEBUG, "TimeOut\n") == 1);
+    CHECK(GetTickCount() - start >= 1900);
 }
 
 TEST_SUITE_END();
