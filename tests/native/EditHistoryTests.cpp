@@ -286,28 +286,29 @@ TEST_CASE("the history holds the last steps that its limit has room for") {
         }
         return labels;
     };
-    history.MarkSaved();
     for (const char* label : {"1", "2", "3"})
         CHECK(history.Commit(step(1000), label));
     CHECK(known() == "3 2 1 ");
-    CHECK(history.Commit(step(1000), "4"));
-    CHECK(known() == "4 3 2 ");
-    history.Undo();
-    CHECK(history.RedoLabel() == "4");
     history.MarkSaved();
-    CHECK(history.Commit(step(10), "5")); // in place of the fourth
-    CHECK(known() == "5 3 2 ");
+    CHECK(history.Commit(step(1001), "4")); // a byte too many
+    CHECK(known() == "4 3 ");
+    history.Undo();
+    CHECK(history.IsSaved());
+    CHECK(history.RedoLabel() == "4");
+    CHECK(history.Commit(step(10), "5")); // in its place
+    CHECK(known() == "5 3 ");
+    history.MarkSaved();
+    history.Undo();
+    CHECK(history.Commit(step(10), "6")); // in place of what is saved
     CHECK_FALSE(history.IsSaved());
+    CHECK(history.Commit(step(9000), "7")); // the last one stays, however large it is
+    CHECK(known() == "7 ");
     history.Undo();
-    CHECK(history.IsSaved());
-    CHECK(history.Commit(step(9000), "6")); // the last one stays, however large it is
-    CHECK(known() == "6 ");
+    history.MarkSaved();
+    history.Redo();
+    CHECK(history.Commit(step(10), "8")); // what is saved is out of reach
+    CHECK(known() == "8 ");
     history.Undo();
-    CHECK(history.IsSaved());
-    CHECK(history.Commit(step(1000), "7")); // what was saved lies at the beginning now
-    CHECK(history.Commit(step(3000), "8"));
-    while (history.Undo()) {
-    }
     CHECK_FALSE(history.IsSaved());
 }
 
