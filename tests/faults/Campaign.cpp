@@ -8,12 +8,11 @@
 #include <algorithm>
 #include <atomic>
 #include <csignal>
-#include <cstdint>
-#include <cstring>
 #include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
 #include <ctime>
+#include <sstream>
 #include <string_view>
 
 std::string smallVolume;
@@ -44,56 +43,48 @@ int failuresInAll = 0;
 char step[600] = "start";
 std::atomic<DWORD> stepStart;
 
-void Report(const char* what) {
-    std::printf("faults: %s\n  while: %s\n  repeat: faults --seed %u --topic %s --round %d\n", what, step,
-                options.seed, topicName, roundNumber);
-    std::fflush(stdout);
+// Where in which program or library an address lies; a symbol table names it. No text when it lies in none.
+// Without the heap, which may be what is damaged.
+const char* Place(DWORD_PTR address) {
+    HMODULE module = nullptr;
+    char path[MAX_PATH] = "";
+    if (address <= 0xFFFF ||
+        !GetModuleHandleExA(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS |
+                                GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+                            reinterpret_cast<const char*>(address), &module) ||
+        GetModuleFileNameA(module, path, sizeof path) == 0) {
+        return "";
+    }
+    static char text[MAX_PATH + 20];
+    std::snprintf(text, sizeof text, "%s + %lx", path, address - reinterpret_cast<DWORD_PTR>(module));
+    return text;
 }
 
 LONG CALLBACK ReportCrash(EXCEPTION_POINTERS* exception) {
-    const auto place = reinterpret_cast<DWORD_PTR>(exception->ExceptionRecord->ExceptionAddress);
-    HMODULE module = nullptr;
-    char path[MAX_PATH] = "?";
-    GetModuleHandleExA(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
-                       reinterpret_cast<const char*>(place), &module);
-    GetModuleFileNameA(module, path, sizeof path);
-    char text[MAX_PATH + 100];
-    std::snprintf(text, sizeof text, "crash: exception %08lx at %s + %lx",
-                  exception->ExceptionRecord->ExceptionCode, path,
-                  static_cast<unsigned long>(place - reinterpret_cast<DWORD_PTR>(module)));
-    Report(text);
+    const auto address = reinterpret_cast<DWORD_PTR>(exception->ExceptionRecord->ExceptionAddress);
+    Expect(false, "crash: exception %08lx at %s", exception->ExceptionRecord->ExceptionCode, Place(address));
     TerminateProcess(GetCurrentProcess(), 3);
     return EXCEPTION_EXECUTE_HANDLER;
 }
 
-// The places in our own programs and libraries that the stack holds; a symbol table names them.
-void PrintStack() {
-    const auto* words = static_cast<const volatile std::uintptr_t*>(__builtin_frame_address(0));
+// The places in our own programs and libraries that the stack holds.
+void ReportAbort(int) {
+    const auto* words = static_cast<const volatile DWORD_PTR*>(__builtin_frame_address(0));
     for (int i = 0, shown = 0; i < 3000 && shown < 40; ++i) {
-        HMODULE module = nullptr;
-        char path[MAX_PATH] = "";
-        if (words[i] > 0xFFFF &&
-            GetModuleHandleExA(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS |
-                                   GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
-                               reinterpret_cast<const char*>(words[i]), &module) &&
-            GetModuleFileNameA(module, path, sizeof path) && std::strstr(path, "system32") == nullptr) {
-            std::printf("  %s+%x\n", std::strrchr(path, '\\') + 1,
-                        static_cast<unsigned>(words[i] - reinterpret_cast<std::uintptr_t>(module)));
+        const std::string_view place = Place(words[i]);
+        if (!place.empty() && place.find("system32") == place.npos) {
+            std::printf("  %s\n", place.data());
             ++shown;
         }
     }
-}
-
-void ReportAbort(int) {
-    PrintStack();
-    Report("the process was aborted");
+    Expect(false, "the process was aborted");
     TerminateProcess(GetCurrentProcess(), 3);
 }
 
 DWORD WINAPI WatchForHang(void*) {
     for (;; Sleep(500)) {
         if (static_cast<int>(GetTickCount() - stepStart) > static_cast<int>(LONGEST_STEP)) {
-            Report("hang");
+            Expect(false, "hang");
             TerminateProcess(GetCurrentProcess(), 4);
         }
     }
@@ -120,13 +111,6 @@ void CALLBACK Decline(HWND, UINT, UINT_PTR, DWORD) {
         0);
 }
 
-std::string Text(const Resources& held) {
-    char text[200];
-    std::snprintf(text, sizeof text, "objects %d bitmaps %d fonts %d gdi %d handles %d windows %d threads %d",
-                  held.objects, held.bitmaps, held.fonts, held.gdi, held.handles, held.windows, held.threads);
-    return text;
-}
-
 // What the project counts itself is back after each round; of what the system counts, and makes for itself
 // now and then, less than one a round may be left.
 class Ledger {
@@ -134,21 +118,21 @@ public:
     void Close(int rounds) {
         const Resources now = CountResources();
         const int blocks = CountHeapBlocks();
-        if (rounds == WARM_UP) {
+        const int slack = 120 + (rounds - WARM_UP) / 3;
+        Resources most = start_;
+        most.windows += 2;
+        most.threads += 2;
+        most.gdi += slack;
+        most.handles += slack;
+        const bool isFlat = now.IsAtMost(most) && blocks <= startBlocks_ + 40 * slack;
+        if (rounds > WARM_UP) {
+            std::ostringstream text;
+            text << now << " blocks " << blocks << ", at first: " << start_ << " blocks " << startBlocks_;
+            Expect(isFlat, "something is left: %s", text.str().c_str());
+        }
+        if (rounds == WARM_UP || !isFlat) {
             start_ = now;
             startBlocks_ = blocks;
-        } else if (rounds > WARM_UP) {
-            const int slack = 120 + (rounds - WARM_UP) / 3;
-            const bool isFlat = now.objects == start_.objects && now.bitmaps == start_.bitmaps &&
-                                now.fonts == start_.fonts && now.windows <= start_.windows + 2 &&
-                                now.threads <= start_.threads + 2 && now.gdi <= start_.gdi + slack &&
-                                now.handles <= start_.handles + slack && blocks <= startBlocks_ + 40 * slack;
-            Expect(isFlat, "something is left: %s blocks %d, at first: %s blocks %d", Text(now).c_str(),
-                   blocks, Text(start_).c_str(), startBlocks_);
-            if (!isFlat) {
-                start_ = now;
-                startBlocks_ = blocks;
-            }
         }
     }
 
@@ -250,7 +234,9 @@ void Expect(bool holds, const char* format, ...) {
     va_start(arguments, format);
     std::vsnprintf(text, sizeof text, format, arguments);
     va_end(arguments);
-    Report(text);
+    std::printf("faults: %s\n  while: %s\n  repeat: faults --seed %u --topic %s --round %d\n", text, step,
+                options.seed, topicName, roundNumber);
+    std::fflush(stdout);
     ++failures;
     ++failuresInAll;
 }

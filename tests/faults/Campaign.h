@@ -2,9 +2,9 @@
 
 #include "tests/windows/TestPanel.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <random>
-#include <span>
 #include <string>
 #include <vector>
 
@@ -22,6 +22,12 @@ public:
         return std::data(range)[Below(static_cast<int>(std::size(range)))];
     }
     char Byte() { return static_cast<char>(Below(256)); }
+    // Fewer of them than the limit.
+    std::string Bytes(int limit) {
+        std::string bytes(static_cast<std::size_t>(Below(limit)), ' ');
+        std::generate(bytes.begin(), bytes.end(), [this] { return Byte(); });
+        return bytes;
+    }
 
 private:
     std::mt19937 engine_; // the same on every system, other than the distributions
@@ -31,13 +37,8 @@ struct Topic {
     const char* name;
     void (*round)(Random& random, int number);
 };
-extern const Topic filesTopic;
-extern const Topic recordsTopic;
-extern const Topic destructionTopic;
-extern const Topic terminalTopic;
-extern const Topic memoryTopic;
-extern const Topic diskTopic;
-extern const Topic savingTopic;
+extern const Topic recordsTopic, destructionTopic, savingTopic, filesTopic, memoryTopic, diskTopic,
+    terminalTopic;
 
 // Says what is about to be done: a crash, a hang or a failed expectation is reported with it.
 void Doing(const char* format, ...) __attribute__((format(gnu_printf, 1, 2)));

@@ -19,90 +19,66 @@ void Notified(const char* what) {
 }
 
 // An object that others are bound to: it answers every get with another value and takes what it is sent.
-class Target : public HOSTINFO {
-public:
-    explicit Target(const TestPanel& panel) {
-        WNDCLASSA targetClass{};
-        targetClass.lpfnWndProc = Procedure;
-        targetClass.lpszClassName = "FaultTarget";
-        RegisterClassA(&targetClass);
-        const HWND made = CreateWindowExA(0, "FaultTarget", "Target", WS_CHILD | WS_VISIBLE, 0, 0, 9, 9,
-                                          panel.Window(), nullptr, nullptr, nullptr);
-        a_InitializeHostinfo(made, this, panel.Root());
-        a_AddHostinfo(panel.Root(), this);
-        SetWindowLongA(made, GWL_USERDATA, reinterpret_cast<LONG>(this));
-        a_HostinfoCreated(panel.Root(), this);
+LRESULT CALLBACK Target(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    static int answers = 0;
+    auto* record = reinterpret_cast<VALUERECORD*>(lParam);
+    switch (message) {
+    case WM_CREATE: {
+        auto* created = new HOSTINFO;
+        a_InitializeHostinfo(window, created, reinterpret_cast<CREATESTRUCTA*>(lParam)->lpCreateParams);
+        a_AddHostinfo(created->parent, created);
+        a_HostinfoCreated(a_FindRootHostinfo(created), created);
+        return 0;
     }
-    LRESULT OnMessage(WPARAM, LPARAM lParam) override {
-        auto* record = reinterpret_cast<VALUERECORD*>(lParam);
-        if (record->command == COMMAND_GET) {
-            Notified("a get");
-            return a_AnswerInteger(record, ++answers);
-        }
-        Notified("a set");
-        return 1;
+    case WM_KILLFOCUS:
+    case WM_SETFOCUS:
+        Notified("a change of the focus");
+        break;
+    case CWM_MESSAGE:
+        Notified(record->command == COMMAND_GET ? "a get" : "a set");
+        return record->command == COMMAND_GET ? a_AnswerInteger(record, ++answers) : 1;
+    case CWM_GETPROPERTIES:
+        return reinterpret_cast<LRESULT>(a_FromWindow(window));
+    case WM_DESTROY:
+        delete a_FromWindow(window);
+        break;
     }
-
-private:
-    static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-        auto* target = reinterpret_cast<Target*>(GetWindowLongA(window, GWL_USERDATA));
-        if (message == WM_KILLFOCUS || message == WM_SETFOCUS) {
-            Notified("a change of the focus");
-        } else if (target != nullptr && message == CWM_MESSAGE) {
-            return target->OnMessage(wParam, lParam);
-        } else if (target != nullptr && message == WM_DESTROY) {
-            SetWindowLongA(window, GWL_USERDATA, 0);
-            a_HostinfoDestroyed(a_FindRootHostinfo(target->parent), target);
-            a_CleanHostinfo(target);
-            a_RemoveHostinfo(target->parent, target);
-            delete target;
-        }
-        return DefWindowProcA(window, message, wParam, lParam);
-    }
-
-    static inline int answers = 0;
-};
+    return DefWindowProcA(window, message, wParam, lParam);
+}
 
 void UseDialog(Random& random, HWND control) {
     HWND dialog = nullptr;
     SendMessageA(control, CWM_PARAMETERDLG, 0, reinterpret_cast<LPARAM>(&dialog));
     std::vector<HWND> children;
-    EnumChildWindows(
-        dialog, [](HWND child, LPARAM list) __attribute__((stdcall))->BOOL {
-            reinterpret_cast<std::vector<HWND>*>(list)->push_back(child);
-            return TRUE;
-        },
-        reinterpret_cast<LPARAM>(&children));
+    for (HWND child = GetWindow(dialog, GW_CHILD); child != nullptr; child = GetWindow(child, GW_HWNDNEXT)) {
+        children.push_back(child);
+    }
     for (int i = 0; i < 3 && IsWindow(dialog) && !children.empty(); ++i) {
         HWND child = random.Pick(children);
-        const int id = GetDlgCtrlID(child);
-        char className[16];
-        GetClassNameA(child, className, sizeof className);
-        const bool isEdit = lstrcmpiA(className, "EDIT") == 0;
         constexpr const char* TYPED[] = {"5", "0", "-3,7", "Target", "avg", "x"};
+        constexpr WORD CODES[] = {EDIT_ENTER, EN_KILLFOCUS, BN_CLICKED, BN_CLICKED};
         SetFocus(child);
-        if (isEdit && IsWindow(child)) {
+        char className[16] = "";
+        GetClassNameA(child, className, sizeof className);
+        if (lstrcmpiA(className, "EDIT") == 0) {
             SetWindowTextA(child, random.Pick(TYPED));
         }
-        constexpr WORD CODES[] = {EDIT_ENTER, EN_KILLFOCUS};
-        SendMessageA(dialog, WM_COMMAND, MAKEWPARAM(id, isEdit ? random.Pick(CODES) : BN_CLICKED),
+        SendMessageA(dialog, WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(child), random.Pick(CODES)),
                      reinterpret_cast<LPARAM>(child));
     }
 }
 
-void Use(Random& random, HWND control) {
+void Use(Random& random, HWND control, int use) {
     constexpr WPARAM KEYS[] = {VK_UP, VK_DOWN, VK_LEFT, VK_PRIOR, VK_HOME, VK_SPACE, VK_RETURN, VK_TAB, '5'};
     const auto at = [&random] { return At(random.Below(100), random.Below(40)); };
     const auto send = [control](UINT message, WPARAM wParam, LPARAM lParam) {
         SendMessageA(control, message, wParam, lParam);
     };
-    switch (random.Below(8)) {
+    switch (use) {
     case 0: // the focus leaves the target
         SetFocus(FindWindowExA(GetParent(control), nullptr, "FaultTarget", nullptr));
         send(WM_LBUTTONDOWN, MK_LBUTTON, at());
-        for (int i = 0; i < 3; ++i) {
-            send(WM_MOUSEMOVE, MK_LBUTTON, at());
-        }
+        send(WM_MOUSEMOVE, MK_LBUTTON, at());
         send(WM_LBUTTONUP, 0, at());
         break;
     case 1: {
@@ -138,15 +114,19 @@ void Use(Random& random, HWND control) {
 }
 
 void Round(Random& random, int number) {
-    const char* className = ClassNames()[static_cast<std::size_t>(number) % ClassNames().size()];
+    WNDCLASSA targetClass{};
+    targetClass.lpfnWndProc = Target;
+    targetClass.lpszClassName = "FaultTarget";
+    RegisterClassA(&targetClass);
+    const char* className =
+        EXPECTED_CLASSES[static_cast<std::size_t>(number) % std::size(EXPECTED_CLASSES)].name;
     for (int i = 0; i < 6; ++i) {
         TestPanel panel(TestPanel::Visible);
         const HWND window = panel.Window();
         panel.Declare("AMP1*device=simulated\nAMP1*gain=float,-80,18,-20,dB\n");
-        new Target(panel); // goes with its window
+        panel.Create("FaultTarget", "Target");
         HWND control = panel.Create(className, "Subject");
-        HWND other = panel.Create("KNOB", "Other");
-        Load(other, "connection=Subject;Target");
+        Load(panel.Create("KNOB", "Other"), "connection=Subject;Target");
         constexpr const char* LINES[] = {"connection=Target;Other", "connection=Other;Target",
                                          "function=AMP1*gain",      "connection=Target",
                                          "properties=0,100",        "relative=1",
@@ -161,34 +141,23 @@ void Round(Random& random, int number) {
                 return 1;
             },
             nullptr);
-        const int way = random.Below(6);
-        notificationsBefore = random.Below(3);
-        action = [&] {
-            switch (way) {
-            case 0:
-            case 1:
-                DestroyWindow(control);
-                break;
-            case 2:
+        const std::function<void()> ways[] = {
+            [&] { DestroyWindow(control); },
+            [&] { DestroyWindow(control); },
+            [&] {
                 Load(control, "function=");
                 Load(control, "connection=Other");
-                break;
-            case 3:
-                if (HWND dialog = IsWindow(control) ? ObjectOf(control).dialog : nullptr; dialog != nullptr) {
-                    DestroyWindow(dialog);
-                }
-                break;
-            case 4:
-                DestroyWindow(panel.Find("Target"));
-                break;
-            default:
-                panel.Close();
-            }
-        };
+            },
+            [&] { DestroyWindow(IsWindow(control) ? ObjectOf(control).dialog : nullptr); },
+            [&] { DestroyWindow(panel.Find("Target")); },
+            [&] { panel.Close(); }};
+        const int way = random.Below(std::size(ways));
+        notificationsBefore = random.Below(3);
+        action = ways[way];
         for (int step = 0; step < 6 && IsWindow(control) && IsWindow(window); ++step) {
-            Random copy = random;
-            Doing("%s, way %d, step %d (use %d)", className, way, step, copy.Below(8));
-            Use(random, control);
+            const int use = random.Below(8);
+            Doing("%s, way %d, step %d (use %d)", className, way, step, use);
+            Use(random, control, use);
         }
         action = nullptr;
         Doing("%s: close the panel", className);

@@ -4,25 +4,19 @@
 #include "tests/faults/Scenery.h"
 #include "tests/windows/ImportHook.h"
 
-#include <optional>
+#include <functional>
 
 namespace {
 
 DWORD failingThread = 0;
 int left = 0;    // allocations that still succeed
 int failing = 0; // those that fail then
-bool hasFailed = false;
 
 // Of the two libraries only, and on this thread: the system and the compiler's runtime for other threads
 // cannot do without. Nor can the runtime where a static of a function is made, for which it alone uses
 // calloc.
 bool Fails() {
-    if (GetCurrentThreadId() != failingThread || left-- > 0 || failing <= 0) {
-        return false;
-    }
-    --failing;
-    hasFailed = true;
-    return true;
+    return GetCurrentThreadId() == failingThread && left-- <= 0 && failing-- > 0;
 }
 
 void* Allocate(std::size_t size) {
@@ -37,19 +31,15 @@ public:
     Shortage(int succeeding, int count) {
         left = succeeding;
         failing = count;
-        hasFailed = false;
         failingThread = GetCurrentThreadId();
     }
     ~Shortage() { failingThread = 0; }
 
 private:
-    struct Hooks {
-        explicit Hooks(const char* library)
-            : allocate(library, "malloc", Allocate), reallocate(library, "realloc", Reallocate) {}
-        ImportHook allocate, reallocate;
-    };
-    Hooks host_{"Panelhost.dll"};
-    Hooks controls_{CONTROL_LIBRARY};
+    ImportHook hostAllocates_{"Panelhost.dll", "malloc", Allocate};
+    ImportHook hostReallocates_{"Panelhost.dll", "realloc", Reallocate};
+    ImportHook controlsAllocate_{CONTROL_LIBRARY, "malloc", Allocate};
+    ImportHook controlsReallocate_{CONTROL_LIBRARY, "realloc", Reallocate};
 };
 
 // The first exceptions for want of memory that a library throws take a little memory themselves, once and for
@@ -79,46 +69,34 @@ void Round(Random& random, int) {
     for (int i = 0; i < 12; ++i) {
         HWND control = scenery.Control(random);
         const std::string line = Scenery::Line(random, control);
-        const char* className = random.Pick(ClassNames());
-        const int operation = random.Below(8);
+        const char* className = random.Pick(EXPECTED_CLASSES).name;
+        const std::string before = ReadBytes(path);
+        int saved = 1;
+        const std::function<void()> operations[] = {
+            [&] { scenery.panel.Create(className, "New"); },
+            [&] { Load(control, line); },
+            [&] { saved = ph_SavePanel(root, path.c_str()); },
+            [&] { const Picture picture(control); },
+            [&] { SendMessageA(control, CWM_PARAMETERDLG, 0, 0); },
+            [&] { SendMessageA(control, WM_RBUTTONDOWN, MK_RBUTTON | MK_SHIFT | MK_CONTROL, 0); },
+            [&] { a_LoadText(root, before.substr(before.find("control=")), "memory"); },
+            [&] {
+                ph_Tick(root);
+                SetValue(control, static_cast<float>(i));
+            }};
+        constexpr int SAVE = 2;
+        const int operation = random.Below(std::size(operations));
         const int succeeding = random.Below(random.OneIn(2) ? 6 : 80);
         const int count = random.OneIn(3) ? 1 + random.Below(1000) : 1;
         Doing("operation %d of %s with %s, %s, after %d allocations %d fail", operation,
               Described(control).c_str(), Shown(line, 60).c_str(), className, succeeding, count);
-        const std::string before = ReadBytes(path);
-        std::optional<Shortage> shortage(std::in_place, succeeding, count);
-        int saved = 1;
-        switch (operation) {
-        case 0:
-            scenery.panel.Create(className, "New");
-            break;
-        case 1:
-            Load(control, line);
-            break;
-        case 2:
-            saved = ph_SavePanel(root, path.c_str());
-            break;
-        case 3: {
-            const Picture picture(control);
-            break;
+        {
+            const Shortage shortage(succeeding, count);
+            operations[operation]();
         }
-        case 4:
-            SendMessageA(control, CWM_PARAMETERDLG, 0, 0);
-            break;
-        case 5:
-            SendMessageA(control, WM_RBUTTONDOWN, MK_RBUTTON | MK_SHIFT | MK_CONTROL, 0);
-            break;
-        case 6:
-            a_LoadText(root, before.substr(before.find("control=")), "memory");
-            break;
-        default:
-            ph_Tick(root);
-            SetValue(control, static_cast<float>(i));
-        }
-        shortage.reset();
         Expect(saved == 1 || ReadBytes(path) == before, "a file that could not be saved has changed");
         PumpAll();
-        if (operation == 2) {
+        if (operation == SAVE) {
             const std::string now = ReadBytes(path);
             Expect(ph_SavePanel(root, path.c_str()) == 1, "saving does not work afterwards");
             Expect(saved == 0 || ReadBytes(path) == now, "a save without memory counts as one, but has gaps");

@@ -4,6 +4,7 @@
 
 #include <climits>
 #include <cstring>
+#include <functional>
 #include <limits>
 
 namespace {
@@ -13,18 +14,9 @@ constexpr std::size_t GUARD = 64; // bytes behind a buffer that nobody may touch
 void SendRecord(Random& random, HWND control) {
     constexpr int COMMANDS[] = {COMMAND_GET,     COMMAND_SET, COMMAND_GET, COMMAND_SET,
                                 COMMAND_RESOLVE, 0,           3,           INT_MIN};
-    constexpr int DATATYPES[] = {DATATYPE_NONE,
-                                 DATATYPE_INTEGER,
-                                 DATATYPE_FLOAT,
-                                 DATATYPE_TEXT,
-                                 DATATYPE_TEXT,
-                                 DATATYPE_DATA,
-                                 DATATYPE_DELAY,
-                                 DATATYPE_CROSSOVER,
-                                 DATATYPE_MASTER_EQ,
-                                 DATATYPE_CHANNEL_EQ,
-                                 -1,
-                                 INT_MAX};
+    constexpr int DATATYPES[] = {DATATYPE_NONE,      DATATYPE_INTEGER,   DATATYPE_FLOAT, DATATYPE_TEXT,
+                                 DATATYPE_TEXT,      DATATYPE_DATA,      DATATYPE_DELAY, DATATYPE_CROSSOVER,
+                                 DATATYPE_MASTER_EQ, DATATYPE_CHANNEL_EQ};
     constexpr int INDEXES[] = {0, 0, 0, 1, 5, 12, 40, -1, INT_MAX, INT_MIN};
     const float numbers[] = {0, -1, 1e38F, std::numeric_limits<float>::quiet_NaN(),
                              -std::numeric_limits<float>::infinity()};
@@ -33,7 +25,7 @@ void SendRecord(Random& random, HWND control) {
     const std::string keyword = line.substr(0, line.find('='));
     VALUERECORD record{random.Pick(COMMANDS),
                        random.Pick(INDEXES),
-                       random.Pick(DATATYPES),
+                       random.OneIn(8) ? random.Pick(INDEXES) : random.Pick(DATATYPES),
                        0,
                        data.data(),
                        random.OneIn(3) ? nullptr : keyword.c_str(),
@@ -61,43 +53,17 @@ void SendRecord(Random& random, HWND control) {
 }
 
 void SendWindowMessage(Random& random, HWND control) {
-    constexpr UINT MESSAGES[] = {WM_LBUTTONDOWN,
-                                 WM_MOUSEMOVE,
-                                 WM_LBUTTONUP,
-                                 WM_LBUTTONDBLCLK,
-                                 WM_RBUTTONDOWN,
-                                 WM_MOUSEWHEEL,
-                                 WM_KEYDOWN,
-                                 WM_KEYUP,
-                                 WM_CHAR,
-                                 WM_SETFOCUS,
-                                 WM_KILLFOCUS,
-                                 WM_CAPTURECHANGED,
-                                 WM_TIMER,
-                                 WM_PAINT,
-                                 WM_SIZE,
-                                 WM_CLOSE,
-                                 WM_CANCELMODE,
-                                 WM_ENABLE,
-                                 WM_SHOWWINDOW,
-                                 WM_COMMAND,
-                                 CWM_GETPROPERTIES,
-                                 CWM_GETCONTROLTYPE,
-                                 CWM_SAVETOLISTCTRL,
-                                 CWM_PARAMETERDLG,
-                                 CWM_EXTENDMENU,
-                                 CWM_MENUCOMMAND,
-                                 CWM_FUNCTIONCHANGED,
-                                 CWM_LOAD,
-                                 CWM_GETCAPTION,
-                                 CWM_GETPREFERREDWIDTH,
-                                 WM_USER + 1,
-                                 0x8004,
-                                 0x80FF,
-                                 WM_GETDLGCODE};
+    constexpr UINT MESSAGES[] = {
+        WM_LBUTTONDOWN, WM_MOUSEMOVE, WM_LBUTTONUP,  WM_LBUTTONDBLCLK, WM_RBUTTONDOWN, WM_MOUSEWHEEL,
+        WM_KEYDOWN,     WM_KEYUP,     WM_CHAR,       WM_SETFOCUS,      WM_KILLFOCUS,   WM_CAPTURECHANGED,
+        WM_TIMER,       WM_PAINT,     WM_SIZE,       WM_CLOSE,         WM_CANCELMODE,  WM_ENABLE,
+        WM_SHOWWINDOW,  WM_COMMAND,   WM_GETDLGCODE, WM_USER + 1,      CWM_LOAD};
+    constexpr UINT OWN_MESSAGES[] = {
+        CWM_GETPROPERTIES, CWM_GETCONTROLTYPE,  CWM_SAVETOLISTCTRL, CWM_PARAMETERDLG,      CWM_EXTENDMENU,
+        CWM_MENUCOMMAND,   CWM_FUNCTIONCHANGED, CWM_GETCAPTION,     CWM_GETPREFERREDWIDTH, CWM_ATTACHDIALOG};
     constexpr WPARAM KEYS[] = {0,        1,         2,      9,         14,  VK_UP, VK_NEXT,
                                VK_SPACE, VK_RETURN, VK_TAB, VK_ESCAPE, 'C', 'V',   11};
-    const UINT message = random.Pick(MESSAGES);
+    const UINT message = random.OneIn(3) ? random.Pick(OWN_MESSAGES) : random.Pick(MESSAGES);
     // What is a device context or a pointer is null.
     const WPARAM wParam = message == WM_PAINT ? 0 : random.Pick(KEYS);
     const LPARAM lParam = message < CWM_MESSAGE && message != WM_GETDLGCODE
@@ -114,32 +80,23 @@ void Round(Random& random, int) {
         if (control == nullptr) {
             break;
         }
-        switch (random.Below(8)) {
-        case 0:
-        case 1:
-        case 2:
+        const std::function<void()> operations[] = {
+            [&] { SendWindowMessage(random, control); }, [&] { SendWindowMessage(random, control); },
+            [&] { Scenery::LoadLine(random, control, static_cast<WPARAM>(random.Below(3))); },
+            [&] {
+                Doing("picture of %s", Described(control).c_str());
+                const Picture picture(control);
+            },
+            [&] {
+                Doing("tick");
+                ph_SetMode(scenery.panel.Root(), random.OneIn(4) ? 1 : 0);
+                ph_Tick(scenery.panel.Root());
+                PumpAll();
+            }};
+        if (random.OneIn(3)) {
             SendRecord(random, control);
-            break;
-        case 3: {
-            const std::string line = Scenery::Line(random, control);
-            Doing("line %s to %s", Shown(line).c_str(), Described(control).c_str());
-            Load(control, line, static_cast<WPARAM>(random.Below(3)));
-            break;
-        }
-        case 4:
-        case 5:
-            SendWindowMessage(random, control);
-            break;
-        case 6: {
-            Doing("picture of %s", Described(control).c_str());
-            const Picture picture(control);
-            break;
-        }
-        default:
-            Doing("tick");
-            ph_SetMode(scenery.panel.Root(), random.OneIn(4) ? 1 : 0);
-            ph_Tick(scenery.panel.Root());
-            PumpAll();
+        } else {
+            random.Pick(operations)();
         }
     }
     Doing("close the panel");

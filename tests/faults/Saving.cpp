@@ -1,12 +1,12 @@
 // Panels of random controls that hold random things are saved, loaded and saved again: the same bytes, in a
 // country of decimal commas too.
 
+#include "logic/ComponentText.h"
+#include "logic/PropertyLine.h"
 #include "tests/faults/Scenery.h"
 
 #include <clocale>
 #include <cstdio>
-#include <sstream>
-#include <string_view>
 
 namespace {
 
@@ -19,28 +19,24 @@ std::string Saved(const TestPanel& panel, const TestFolder& folder, const char* 
 // Lines that need not come back: distances of relative mode follow what the control is bound to, and a value
 // in a range that is reversed is limited anew each time.
 bool MayDiffer(const std::string& line) {
-    const std::string_view text = line;
-    const auto keyword = text.substr(0, text.find('=')).substr(text.rfind('*', text.find('=')) + 1);
+    const logic::PropertyLine parts = logic::SplitPropertyLine(line);
     int minimum = 0;
     int maximum = 0;
-    return keyword == "values" || keyword == "valuescopy" ||
-           (keyword == "properties" &&
-            std::sscanf(line.c_str() + line.find('='), "=%d,%d", &minimum, &maximum) == 2 &&
-            minimum > maximum);
+    return parts.keyword == "values" || parts.keyword == "valuescopy" ||
+           (parts.keyword == "properties" &&
+            std::sscanf(parts.value.data(), "%d,%d", &minimum, &maximum) == 2 && minimum > maximum);
 }
 
 void Compare(const std::string& first, const std::string& second) {
-    std::istringstream firstLines(first);
-    std::istringstream secondLines(second);
-    const auto next = [](std::istringstream& lines, std::string& line) {
-        return std::getline(lines, line) ? true : (line.clear(), false);
-    };
-    for (std::string before, after; int{next(firstLines, before)} + int{next(secondLines, after)} > 0;) {
-        if (before != after && !MayDiffer(before)) {
-            Expect(false, "saved first: %s\n  saved then:  %s", Shown(before).c_str(), Shown(after).c_str());
-            return; // the rest follows from it
-        }
-    }
+    const auto before = logic::SplitLines(first);
+    const auto after = logic::SplitLines(second);
+    const auto differing =
+        std::mismatch(before.begin(), before.end(), after.begin(), after.end(),
+                      [](const auto& one, const auto& other) { return one == other || MayDiffer(one); });
+    const bool isAll = differing.first == before.end() && differing.second == after.end();
+    Expect(isAll, "saved first: %s\n  saved then:  %s",
+           differing.first == before.end() ? "no more" : Shown(*differing.first).c_str(),
+           differing.second == after.end() ? "no more" : Shown(*differing.second).c_str());
 }
 
 void Round(Random& random, int) {
@@ -50,9 +46,7 @@ void Round(Random& random, int) {
         const Scenery scenery(random, 10, 'S');
         for (int i = 0; i < 60; ++i) {
             HWND control = scenery.Control(random);
-            const std::string line = Scenery::Line(random, control);
-            Doing("line %s to %s", Shown(line).c_str(), Described(control).c_str());
-            Load(control, line, random.OneIn(3) ? LOAD_FROM_FILE : LOAD_FROM_DIALOG);
+            Scenery::LoadLine(random, control, random.OneIn(3) ? LOAD_FROM_FILE : LOAD_FROM_DIALOG);
         }
         Doing("save");
         first = Saved(scenery.panel, folder, "first.panel");

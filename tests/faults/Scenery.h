@@ -1,6 +1,7 @@
 #pragma once
 
 #include "tests/faults/Campaign.h"
+#include "tests/windows/ControlClasses.h"
 
 // Panels of random controls that are bound to each other and to simulated devices.
 
@@ -16,11 +17,11 @@ public:
     HWND Control(Random& random) const;
     // A line that a control may take, refuse or cut, for a keyword of its own or for none.
     static std::string Line(Random& random, HWND control);
+    // Gives it one.
+    static void LoadLine(Random& random, HWND control, WPARAM mode);
 };
 
 // Class and name of a control.
 std::string Described(HWND control);
 // What a keyword may be set to: sensible, extreme, long, empty or bytes.
 std::string RandomValue(Random& random, const std::string& present);
-// Control classes that need nothing outside; all that a panel file can create.
-std::span<const char* const> ClassNames();

@@ -7,33 +7,20 @@
 namespace {
 
 std::string Bytes(Random& random, const Scenery& scenery) {
+    constexpr const char* LINES[] = {"\n",     "..\n",    "dir\n",          "AMP1*gain=1\n", "AMP1*nosuch=\n",
+                                     "?\n",    "??\n",    "C1*value=?\r\n", "nobody*\n",     "*=\n",
+                                     "\x03\n", "\b\b\b\n"};
+    // Of options, whole and broken off.
+    constexpr const char* NEGOTIATION[] = {"\xFF\xFD\x01", "\xFF\xFA\x18\x01\xFF\xF0", "\xFF\xFF",
+                                           "\xFF\xFB",     "\xFF\xFA\x18\xFF",         "\xFF"};
     std::string bytes;
     for (int i = random.Below(12); i >= 0; --i) {
         HWND control = scenery.Control(random);
-        switch (control == nullptr ? 5 : random.Below(6)) {
-        case 0:
-        case 1:
-        case 2:
-            bytes += ObjectOf(control).name + "*" + Scenery::Line(random, control) + "\r\n";
-            break;
-        case 3: {
-            constexpr const char* LINES[] = {
-                "\n",   "..\n",           "dir\n",     "AMP1*gain=1\n", "AMP1*nosuch=\n", "?\n",
-                "??\n", "C1*value=?\r\n", "nobody*\n", "*=\n",          "\x03\n",         "\b\b\b\n"};
-            bytes += random.Pick(LINES);
-            break;
-        }
-        case 4: { // negotiation of options, whole and broken off
-            constexpr const char* NEGOTIATION[] = {"\xFF\xFD\x01", "\xFF\xFA\x18\x01\xFF\xF0", "\xFF\xFF",
-                                                   "\xFF\xFB",     "\xFF\xFA\x18\xFF",         "\xFF"};
-            bytes += random.Pick(NEGOTIATION);
-            break;
-        }
-        default:
-            for (int count = random.Below(300); count > 0; --count) {
-                bytes += random.Byte();
-            }
-        }
+        const std::string line =
+            control == nullptr ? "" : ObjectOf(control).name + "*" + Scenery::Line(random, control) + "\r\n";
+        const std::string sent[] = {
+            line, line, line, random.Pick(LINES), random.Pick(NEGOTIATION), random.Bytes(300)};
+        bytes += random.Pick(sent);
     }
     return bytes;
 }

@@ -37,9 +37,6 @@ TEST_CASE("received messages: full bytes, other kinds, faulty ones") {
     CHECK(ReadPitchBend(0xAB0012E7)->value == 1);  // nor does the highest byte of the word
     for (const std::uint32_t message : {0x7F40DFU, 0x7F40E8U, 0x7F40EFU, 0x7F4090U, 0x7F4000U, 0x7F40F8U})
         CHECK_FALSE(ReadPitchBend(message));
-    for (std::uint32_t bytes = 0; bytes < 0x10000; ++bytes) {
-        REQUIRE(ReadPitchBend(bytes << 8 | 0xE3)->value <= HIGHEST_PITCH_BEND);
-    }
     CHECK(ReadPitchBend(0xFFFFE0)->value == 2039);
 }
 
@@ -95,32 +92,18 @@ std::string Feed(CanRecordReader& reader, std::string_view bytes, std::size_t bl
 } // namespace
 
 TEST_CASE("each type of CAN record has its line") {
-    const char* const names[] = {
-        "RESYNC", "CAN",   "BUSLOAD", "STRING",  "CONTI",    "UNKNOWN (5)", "UNKNOWN (6)", "MEM",
-        "RTR",    "TXACK", "POWERUP", "CMD_NO",  "CAN_PRMS", "ABORTED",     "CANSTATE",    "RESET",
-        "",       "XRTR",  "INFO",    "CONTROL", "CONFIRM",  "OVERRUN",     "KEEPALIVE",   "UNKNOWN (23)"};
-    for (unsigned type = 0; type < std::size(names); ++type) {
-        if (type == 16)
-            continue;
-        char record[8];
-        std::snprintf(record, sizeof record, "S%02xT", type);
-        CHECK(DescribeCanRecord(record) == "CPC_MSG_T_"s + names[type] + "\n");
-    }
     const auto type = [](const char* digits) {
         const std::string line = DescribeCanRecord("S"s + digits + "T");
         return line.substr(10, line.size() - 11); // without CPC_MSG_T_ and the line end
     };
-    const Row<std::string, const char*> types[] = {{"ff", "UNKNOWN (255)"},
-                                                   {"Ff", "UNKNOWN (255)"},
-                                                   {"A0", "UNKNOWN (160)"},
-                                                   {"", "RESYNC"},
-                                                   {"1", "CAN"},      // the first digit alone
-                                                   {"x2", "BUSLOAD"}, // the second alone
-                                                   {"Gg", "RESYNC"},
-                                                   {"@`", "RESYNC"},
-                                                   {"/:", "RESYNC"},
-                                                   {"0A", "POWERUP"},
-                                                   {"09", "TXACK"}};
+    const Row<std::string, const char*> types[] = {
+        {"ff", "UNKNOWN (255)"}, {"A0", "UNKNOWN (160)"},
+        {"", "RESYNC"},          {"1", "CAN"}, // the first digit alone
+        {"x2", "BUSLOAD"},                     // the second alone
+        {"Gg", "RESYNC"},        {"0A", "POWERUP"},
+        {"09", "TXACK"},         {"05", "UNKNOWN (5)"},
+        {"11", "XRTR"},          {"16", "KEEPALIVE"},
+        {"17", "UNKNOWN (23)"}};
     CheckRows(type, types);
     const Row<std::string, const char*> rows[] = {
         //  type     1-10                id       count data

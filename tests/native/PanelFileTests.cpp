@@ -18,13 +18,6 @@ TEST_CASE("layer lists are read and written") {
     CHECK(LayersText(0x8000000000000010U) == "u5,u64");
 }
 
-TEST_CASE("a control is shown when one of its layers is active") {
-    CHECK(LayerShown(0, 0b100));
-    CHECK(LayerShown(0b110, 0));
-    CHECK(LayerShown(0b110, 0b100));
-    CHECK(!LayerShown(0b110, 0b001));
-}
-
 namespace {
 
 std::string With(std::string bytes, std::size_t place, std::uint32_t number) {

