@@ -255,6 +255,12 @@ struct Action {
     void (*act)(Scene& scene);
 };
 
+void CloseDialog(Scene& scene) {
+    if (const HOSTINFO* object = a_FromWindow(scene.control); object != nullptr) {
+        DestroyWindow(object->dialog);
+    }
+}
+
 constexpr Action ACTIONS[] = {
     {"destroyed", [](Scene& scene) { DestroyWindow(scene.control); }},
     {"rebound",
@@ -262,12 +268,7 @@ constexpr Action ACTIONS[] = {
          Load(scene.control, "connection=TRAP;NOBODY;TRAP");
          Load(scene.control, "function=NOBODY*x;TRAP");
      }},
-    {"its dialog closed",
-     [](Scene& scene) {
-         if (const HOSTINFO* object = a_FromWindow(scene.control); object != nullptr) {
-             DestroyWindow(object->dialog);
-         }
-     }},
+    {"its dialog closed", CloseDialog},
     {"without what it is bound to", [](Scene& scene) { DestroyWindow(scene.trap); }},
     {"its panel closed", [](Scene& scene) { ph_DestroyRoot(scene.panel.Root()); }},
 };
@@ -294,7 +295,12 @@ TEST_CASE("controls of every class survive what their own messages lead to") {
     for (const Event& event : EVENTS) {
         fired = 0;
         for (const ExpectedClass& expected : classes) {
+            const bool hasDialog = std::string_view(event.name).find("dialog") != std::string_view::npos;
             for (const Action& action : ACTIONS) {
+                if (action.act == CloseDialog && !hasDialog) {
+                    continue;
+                }
+                const int firedBefore = fired;
                 INFO(std::string(event.name), ": ", std::string(expected.name), " is ",
                      std::string(action.name));
                 CAPTURE(fired);
@@ -314,6 +320,9 @@ TEST_CASE("controls of every class survive what their own messages lead to") {
                     DispatchMessageA(&message);
                 }
                 DestroyWindow(scene.trap);
+                if (fired == firedBefore) {
+                    break; // nothing was heard, so that no other action would be taken either
+                }
             }
         }
         INFO(std::string(event.name));

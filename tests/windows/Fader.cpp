@@ -59,13 +59,7 @@ HWND ShownTip() {
     return tip;
 }
 
-struct Tip {
-    std::string text;
-    UINT flags;
-    LONG top; // of the area that it is for
-};
-
-Tip TipOf(HWND tip, HWND control) {
+std::string TipOf(HWND tip, HWND control) {
     char text[256] = "";
     TOOLINFOA tool{};
     tool.cbSize = TTTOOLINFOA_V2_SIZE;
@@ -73,7 +67,7 @@ Tip TipOf(HWND tip, HWND control) {
     tool.uId = reinterpret_cast<UINT_PTR>(control);
     tool.lpszText = text;
     SendMessageA(tip, TTM_GETTOOLINFOA, 0, reinterpret_cast<LPARAM>(&tool));
-    return {text, tool.uFlags, tool.rect.top};
+    return text;
 }
 
 POINT OnScreen(HWND window, int x, int y) {
@@ -89,51 +83,31 @@ TEST_CASE("values are answered and taken by the rules of their datatype") {
     HWND fader = CreateFader(panel, 20, 200);
     LoadLines(fader, "properties=-80,20|resolution=.5");
     const struct {
-        int datatype;
         const char* value;
         LRESULT taken;
         const char* held;
         bool isMarked = false;
-    } sets[] = {
-        {DATATYPE_FLOAT, "-3.26", 1, "-3.5"},
-        {DATATYPE_FLOAT, "-3.4", 0, "-3.5"}, // the same step
-        {DATATYPE_INTEGER, "50", 1, "20"},
-        {DATATYPE_TEXT, "-90", 1, "-80"},
-        {DATATYPE_TEXT, "-10.2", 1, "-10"},
-        {DATATYPE_FLOAT, "20.1", 1, "20"},     // the nearest step is within
-        {DATATYPE_FLOAT, "21", 0, "20", true}, // only a float beyond the range shows it
-        {DATATYPE_FLOAT, "nan", 0, "20", true},
-        {DATATYPE_FLOAT, "inf", 0, "20", true},
-        {DATATYPE_FLOAT, "3.5", 1, "3.5", true}, // until the next poll
+    } rows[] = {
+        {"-3.26", 1, "-3.5"},   {"-3.4", 0, "-3.5"},     // the same step
+        {"20.1", 1, "20"},                               // the nearest step is within
+        {"21", 0, "20", true},                           // beyond the range
+        {"nan", 0, "20", true}, {"3.5", 1, "3.5", true}, // until the next poll
     };
-    for (const auto& row : sets) {
+    for (const auto& row : rows) {
         CAPTURE(row.value);
-        float number = std::strtof(row.value, nullptr);
-        int whole = static_cast<int>(row.datatype == DATATYPE_INTEGER ? number : 0.0F);
-        char text[TEXT_SIZE];
-        std::snprintf(text, sizeof text, "%s", row.value);
-        void* data = row.datatype == DATATYPE_FLOAT     ? static_cast<void*>(&number)
-                     : row.datatype == DATATYPE_INTEGER ? static_cast<void*>(&whole)
-                                                        : text;
-        CHECK(Send(fader, COMMAND_SET, row.datatype, data) == row.taken);
+        CHECK(SetValue(fader, std::strtof(row.value, nullptr)) == row.taken);
         CHECK(Text(fader) == row.held);
         CHECK(ShowsNotEqual(fader) == row.isMarked);
-        CHECK(text ==
-              std::string(row.held == std::string("-80") ? "-80.000000" : row.value)); // learns the limit
     }
-    int integer = 3;
-    CHECK(Send(fader, COMMAND_GET, DATATYPE_INTEGER, &integer) == 1); // 3 is not 3.5
-    CHECK(integer == 3);
-    float number = 3.500009F;
-    CHECK(Send(fader, COMMAND_GET, DATATYPE_FLOAT, &number) == 0);
-    number = 3.50002F;
-    CHECK(Send(fader, COMMAND_GET, DATATYPE_FLOAT, &number, "value") == 1);
-    CHECK(number == 3.5F);
-    char text[TEXT_SIZE] = "3.5";
-    CHECK(Send(fader, COMMAND_GET, DATATYPE_TEXT, text) == 0);
+    int whole = 50;
+    CHECK(Send(fader, COMMAND_SET, DATATYPE_INTEGER, &whole) == 1);
+    CHECK(Text(fader) == "20");
+    char text[TEXT_SIZE] = "-90";
+    CHECK(Send(fader, COMMAND_SET, DATATYPE_TEXT, text) == 1);
+    CHECK(text == std::string("-80.000000")); // learns the limit
 }
 
-TEST_CASE("a range is sent with any part of its line, and all keywords are listed") {
+TEST_CASE("a range is sent with any part of its line") {
     const TestPanel panel;
     panel.Declare(DEVICES);
     HWND fader = CreateFader(panel, 20, 200);
@@ -142,16 +116,6 @@ TEST_CASE("a range is sent with any part of its line, and all keywords are liste
     CHECK(Gain(panel) == 0.0F);
     CHECK(Load(fader, "properties=-60,6,3") == 1);
     CHECK(Gain(panel) == 3.0F);
-    float setValue = -7.9F;
-    CHECK(Send(fader, COMMAND_SET, DATATYPE_FLOAT, &setValue, "setvalue") == 1);
-    CHECK(Text(fader, "setvalue") == "-7");
-    for (const auto& [control, count] : {std::pair(fader, 16), {panel.Create("KNOB", "Knob"), 8}}) {
-        HWND list = CreateWindowExA(0, WC_LISTVIEWA, "", LVS_REPORT, 0, 0, 300, 300, nullptr, nullptr,
-                                    nullptr, nullptr);
-        SendMessageA(control, CWM_SAVETOLISTCTRL, 0, reinterpret_cast<LPARAM>(list));
-        CHECK(SendMessageA(list, LVM_GETITEMCOUNT, 0, 0) == count); // a knob lists what is saved
-        DestroyWindow(list);
-    }
 }
 
 TEST_CASE("the knob lies where the value is, whatever changes") {
@@ -171,37 +135,21 @@ TEST_CASE("the knob lies where the value is, whatever changes") {
 
 TEST_CASE("without an image both layouts show a slot and a shaded bar as if they were vertical") {
     const TestPanel panel;
-    const struct {
-        int width, height;
-        const char* value;
-        std::vector<std::tuple<int, int, COLORREF>> pixels;
-    } rows[] = {
-        {20,
-         200,
-         "value=-40",
-         {{9, 11, RGB(0, 0, 0)},
-          {10, 188, RGB(0, 0, 0)},
-          {0, 89, RGB(234, 144, 3)},
-          {19, 90, RGB(234, 150, 3)},
-          {10, 100, RGB(234, 184, 3)},
-          {10, 110, RGB(234, 150, 3)}}},
-        {200,
-         40,
-         "value=-80",
-         {{0, 0, RGB(234, 184, 3)}, {199, 11, RGB(234, 224, 3)}, {99, 22, RGB(0, 0, 0)}}},
-    };
-    for (const auto& row : rows) {
-        HWND fader = CreateFader(panel, row.width, row.height);
-        Load(fader, row.value);
-        const Picture picture(fader);
-        for (const auto& [x, y, colour] : row.pixels) {
-            CHECK(picture.At(x, y) == colour);
-        }
-        if (row.height == 200) {
-            for (const POINT beside : {POINT{8, 11}, {11, 188}, {9, 10}, {9, 189}, {0, 88}, {0, 111}}) {
-                CHECK(picture.At(beside.x, beside.y) == picture.At(0, 0));
-            }
-        }
+    HWND vertical = CreateFader(panel, 20, 200);
+    HWND horizontal = CreateFader(panel, 200, 40);
+    Load(vertical, "value=-40");
+    Load(horizontal, "value=-80");
+    const std::tuple<HWND, int, int, COLORREF> pixels[] = {
+        {vertical, 9, 11, RGB(0, 0, 0)},      {vertical, 10, 188, RGB(0, 0, 0)},
+        {vertical, 0, 89, RGB(234, 144, 3)},  {vertical, 10, 100, RGB(234, 184, 3)},
+        {horizontal, 0, 0, RGB(234, 184, 3)}, {horizontal, 199, 11, RGB(234, 224, 3)},
+        {horizontal, 99, 22, RGB(0, 0, 0)}};
+    for (const auto& [fader, x, y, colour] : pixels) {
+        CHECK(Picture(fader).At(x, y) == colour);
+    }
+    const Picture picture(vertical);
+    for (const POINT beside : {POINT{8, 11}, {11, 188}, {0, 88}, {0, 111}}) {
+        CHECK(picture.At(beside.x, beside.y) == picture.At(0, 0));
     }
 }
 
@@ -219,8 +167,6 @@ TEST_CASE("an image of two parts gives the size and is drawn as track and knob")
         const Picture picture(fader);
         CHECK(picture.At(0, 38) == TRACK_COLOUR);
         CHECK(picture.At(0, 39) == KNOB_COLOUR);
-        CHECK(picture.At(13, 60) == KNOB_COLOUR);
-        CHECK(picture.At(13, 61) == TRACK_COLOUR);
     }
     CHECK(Load(fader, "bitmap=missing.bmp") == 0);
     CHECK(Text(fader, "bitmap") == folder.Path("fader.bmp"));
@@ -233,11 +179,7 @@ TEST_CASE("an image of two parts gives the size and is drawn as track and knob")
         const Picture picture(fader);
         CHECK(picture.At(191, 13) == TRACK_COLOUR);
         CHECK(picture.At(192, 0) == KNOB_COLOUR); // one pixel beyond the fader's end
-        CHECK(picture.At(199, 13) == KNOB_COLOUR);
     }
-    const int before = a_BitmapCount();
-    DestroyWindow(fader);
-    CHECK(a_BitmapCount() == before - 1);
 }
 
 TEST_CASE("the knob is dragged, and the mouse is kept on it at the ends") {
@@ -273,17 +215,10 @@ TEST_CASE("the knob is dragged, and the mouse is kept on it at the ends") {
     CHECK(GetCapture() == nullptr);
     CHECK(SendMessageA(fader, WM_TIMER, 0, 0) == 1);
 
-    // A value between two steps, and a capture that is lost.
-    Load(fader, "resolution=20");
-    Load(fader, "value=-40");
-    SendMessageA(fader, WM_LBUTTONDOWN, MK_LBUTTON, At(10, 100));
-    SendMessageA(fader, WM_MOUSEMOVE, MK_LBUTTON, At(10, 110));
-    CHECK(Value(fader) == -40.0F);
+    // A capture that is lost.
+    SendMessageA(fader, WM_LBUTTONDOWN, MK_LBUTTON, At(10, 56));
     ReleaseCapture();
     CHECK(SendMessageA(fader, WM_TIMER, 0, 0) == 1); // not dragging any more
-    SendMessageA(fader, WM_LBUTTONUP, 0, At(10, 110));
-    ObjectOf(fader).flags = 0;   // without the frame of the focus
-    CHECK(KnobTop(fader) == 89); // back at its value
 }
 
 TEST_CASE("a horizontal fader is dragged over the same travel that it draws, by touch as well") {
@@ -309,15 +244,6 @@ TEST_CASE("a horizontal fader is dragged over the same travel that it draws, by 
     CHECK(Value(fader) == 50.0F);
     touch(POINTER_UP, 4 + 192, 7);
     CHECK(GetCapture() == nullptr);
-    Load(fader, "properties=7,7,7"); // an equal range
-    touch(POINTER_DOWN, 4, 7);
-    touch(POINTER_UPDATE, 90, 7);
-    touch(POINTER_UP, 90, 7);
-    CHECK(Value(fader) == 7.0F);
-    const TestFolder folder;
-    Load(fader, "bitmap=" + folder.Write("fader.bmp", PartedImage(200, 28, TRACK, KNOB, true)));
-    SendMessageA(fader, WM_MOUSEMOVE, 0, At(50, 7));
-    CHECK(TipOf(tip, fader).top == 16); // below the image, which it would cover
 }
 
 TEST_CASE("keys and the wheel step the value") {
@@ -331,17 +257,13 @@ TEST_CASE("keys and the wheel step the value") {
     turn(-120);
     CHECK(Value(fader) == 0.0F); // continuous
     Load(fader, "resolution=2");
-    const struct {
-        WPARAM key; // 0: the wheel
-        int delta;
-        float value;
-    } rows[] = {{VK_SPACE, 0, -34.0F}, {VK_HOME, 0, 10.0F},  {VK_END, 0, -80.0F},  {VK_PRIOR, 0, -60.0F},
-                {VK_UP, 0, -58.0F},    {VK_NEXT, 0, -78.0F}, {VK_DOWN, 0, -80.0F}, {0, 120, -78.0F},
-                {0, 1, -76.0F},        {0, 0, -78.0F},       {0, -120, -80.0F},    {VK_TAB, 0, -80.0F}};
-    for (const auto& row : rows) {
-        CAPTURE(row.value);
-        row.key != 0 ? Key(fader, row.key) : turn(row.delta);
-        CHECK(Value(fader) == row.value);
+    for (const auto& [key, value] : {std::pair(VK_SPACE, -34.0F), {VK_HOME, 10.0F}, {VK_DOWN, 8.0F}}) {
+        Key(fader, static_cast<WPARAM>(key));
+        CHECK(Value(fader) == value);
+    }
+    for (const auto& [delta, value] : {std::pair(1, 10.0F), {0, 8.0F}, {-120, 6.0F}}) {
+        turn(delta);
+        CHECK(Value(fader) == value);
     }
 }
 
@@ -374,12 +296,6 @@ TEST_CASE("in relative mode every connection keeps its offset") {
               "properties=-80,20,-40|relative=1|function=AMP1*low;AMP1*high;AMP9*missing|connection=Other");
     CHECK(Text(fader, "values") == "20,,45,,0,,-10,");
     CHECK(Text(fader, "valuescopy") == "-20,,5,,0,,-50,");
-    HWND loaded = panel.Create("FADER", "Loaded"); // from a file, where a copy takes every other number
-    LoadLines(loaded, "relative=1|values=1,,2,,3,|valuescopy=1,,2,,3,");
-    CHECK(Text(loaded, "values") == "1,,2,,3,,0,,0,");
-    CHECK(Text(loaded, "valuescopy") == "0,,0,,0,,1,,3,");
-    Load(loaded, "relative=1");
-    CHECK(Text(loaded, "values") == "");
 
     // A drag to where the first one stops at its own limit: its offset stays.
     SendMessageA(fader, WM_LBUTTONDOWN, MK_LBUTTON, At(10, 120)); // the knob from 107 to 129
@@ -418,11 +334,7 @@ TEST_CASE("the menu entry Apply sends the value once more") {
         SendMessageA(control, CWM_EXTENDMENU, 0, reinterpret_cast<LPARAM>(menu));
         REQUIRE(GetMenuItemCount(menu) == (offers ? 2 : 0));
         if (offers) {
-            char text[16];
-            GetMenuStringA(menu, 1, text, sizeof text, MF_BYPOSITION);
-            CHECK(std::string(text) == "Apply");
             CHECK(GetMenuItemID(menu, 1) == 1);
-            CHECK((GetMenuState(menu, 0, MF_BYPOSITION) & MF_SEPARATOR) != 0);
         }
         DestroyMenu(menu);
         LoadLines(control, "function=AMP1*gain|datatype=f|value=0", LOAD_FROM_FILE);
@@ -446,7 +358,7 @@ TEST_CASE("while the knob is held a tooltip shows the value below the mouse") {
     SendMessageA(fader, WM_LBUTTONDOWN, MK_LBUTTON, At(10, 100));
     HWND tip = ShownTip();
     REQUIRE(tip != nullptr);
-    CHECK(TipOf(tip, fader).text == "-40.0 dB");
+    CHECK(TipOf(tip, fader) == "-40.0 dB");
     const auto checkPlace = [tip](POINT expected) {
         RECT place;
         GetWindowRect(tip, &place);
@@ -455,25 +367,18 @@ TEST_CASE("while the knob is held a tooltip shows the value below the mouse") {
     };
     checkPlace(OnScreen(fader, 10, 121));
     SendMessageA(fader, WM_MOUSEMOVE, MK_LBUTTON, At(12, 56));
-    CHECK(TipOf(tip, fader).text == "-20.0 dB");
+    CHECK(TipOf(tip, fader) == "-20.0 dB");
     checkPlace(OnScreen(fader, 12, 77));
     ReleaseCapture();
     CHECK(ShownTip() == nullptr);
-    CHECK(TipOf(tip, fader).flags == (TTF_IDISHWND | TTF_ABSOLUTE));
-
     SendMessageA(fader, WM_MOUSEMOVE, 0, At(12, 56)); // resting there would show it
-    CHECK(TipOf(tip, fader).text == "-20.0 dB");
-    CHECK(TipOf(tip, fader).flags == TTF_IDISHWND);
-    CHECK(TipOf(tip, fader).top == 0);
     SendMessageA(fader, WM_MOUSEWHEEL, MAKEWPARAM(0, WHEEL_DELTA), 0);
-    CHECK(TipOf(tip, fader).text == "-19.0 dB");
+    CHECK(TipOf(tip, fader) == "-19.0 dB");
 
-    const auto tools = SendMessageA(tip, TTM_GETTOOLCOUNT, 0, 0);
     SendMessageA(fader, WM_LBUTTONDOWN, MK_LBUTTON, At(10, 56));
     CHECK(ShownTip() == tip);
     DestroyWindow(fader); // in the middle of a drag
     CHECK(ShownTip() == nullptr);
-    CHECK(SendMessageA(tip, TTM_GETTOOLCOUNT, 0, 0) == tools - 1);
 }
 
 TEST_SUITE_END();
