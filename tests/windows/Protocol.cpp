@@ -57,13 +57,17 @@ std::string ClassOf(HWND control) {
     return name;
 }
 
-// Few controls do without, and without a function.
-bool HasValue(HWND control) {
+// Few controls do without.
+bool HasFunction(HWND control) {
     return ClassOf(control) != "CLOCK" && TakesConnections(ClassOf(control));
 }
 bool HasInterval(HWND control) {
     return ClassOf(control) != "METER";
 }
+bool HasValue(HWND control) {
+    return ClassOf(control) != "CLOCK" && TakesConnections(ClassOf(control));
+}
+
 // Its default value is a record, which has a text form of its own and is none of a single number or word.
 bool HoldsRecord(HWND control) {
     return ClassOf(control) == "EQ" || ClassOf(control) == "XOVER";
@@ -89,11 +93,13 @@ TEST_CASE("a control is made with, without and with a useless parent object") {
             HWND control = CreateControl(expected.name, "Own name", panel.Window(), context);
             REQUIRE(control != nullptr);
             const HOSTINFO& object = ObjectOf(control);
+            CHECK(reinterpret_cast<LONG>(&object) == GetWindowLongA(control, GWL_USERDATA));
             CHECK(a_FromWindow(control) == &object);
             CHECK(object.window == control);
             CHECK((object.kind == KIND_CONTROL && object.mode == 0));
             CHECK(object.parent == (context == panel.Root() ? panel.Root() : nullptr));
             CHECK(object.name == "Own name");
+            CHECK((object.rectangle.left == 10 && object.rectangle.top == 20));
             CHECK_FALSE(IsChanged(control));
             CHECK(panel.Find("own NAME") == (context == panel.Root() ? control : nullptr));
 
@@ -115,6 +121,7 @@ TEST_CASE("a control is made with, without and with a useless parent object") {
             }
             DestroyWindow(control);
             CHECK(a_FromWindow(control) == nullptr);
+            CHECK(panel.Find("Own name") == nullptr);
         }
     }
     CHECK(a_HostinfoCount() == 1);
@@ -133,6 +140,8 @@ TEST_CASE("names are unique among siblings, looked up without regard to case, an
         CHECK(panel.Find(name) != nullptr);
     }
     CHECK(panel.Find("\xE4RGER") == panel.Find("\xC4rger"));
+    CHECK(panel.Find("gAIN2") == panel.Find("GAIN2"));
+    CHECK(panel.Find("Gain3") == nullptr);
     CHECK(panel.Find("") == nullptr);
 
     HWND strip = panel.Create("MIXER", "Strip1");
@@ -144,6 +153,8 @@ TEST_CASE("names are unique among siblings, looked up without regard to case, an
 
     DestroyWindow(panel.Find("gain1"));
     CHECK(ObjectOf(panel.Create("KNOB", "Gain")).name == "Gain1");
+    DestroyWindow(strip);
+    CHECK(panel.Find("Strip1*Gain") == nullptr);
 }
 
 TEST_CASE("the caption is cut at its buffer") {
@@ -177,7 +188,7 @@ TEST_CASE("save codes: header and keywords, connections, anything else") {
         const std::string saved = Saved(control, SAVE_PROPERTIES);
         CHECK(saved.starts_with(header));
         CHECK((saved.find("\r\n" + object.name + "*function=AMP1*gain\r\n") != std::string::npos) ==
-              HasValue(control));
+              HasFunction(control));
         CHECK(saved.find("*connection=Other") == std::string::npos);
         const std::string connections = TakesConnections(ClassOf(control)) ? "Other*value;Third" : "";
         CHECK(Saved(control, SAVE_CONNECTIONS) == object.name + "*connection=" + connections + "\r\n");
@@ -223,13 +234,22 @@ TEST_CASE("property lines: applied, refused with a trace, or for the default val
         // The keyword is unknown, keywords being case-sensitive, or there is none: the text is for the
         // default value.
         for (const auto& [line, keyword, value] :
-             {std::tuple("INTERVAL=2", "INTERVAL", "2"), {"1", "", "1"}}) {
+             {std::tuple("nosuch=1", "nosuch", "1"), {"INTERVAL=2", "INTERVAL", "2"}, {"1", "", "1"}}) {
             Load(control, line);
             CHECK(trace.CountContaining(std::string("Keyword not found: ") + keyword + "\n") == 1);
             CHECK(Text(control) == value);
         }
         CHECK(ObjectOf(control).interval == 250);
     });
+    trace.Clear();
+    Load(all.panel.Find("KNOB"), "nosuch=1");
+    CHECK(trace.Count(TRACE_DEBUG, "Knob Keyword not found: nosuch\n") == 1);
+
+    // Without a parent nobody edits: the line is refused all the same.
+    HWND orphan = CreateControl("KNOB", "Orphan", all.panel.Window(), nullptr);
+    trace.Clear();
+    CHECK(Load(orphan, "interval=abc") == 0);
+    CHECK(trace.All() == "");
 }
 
 TEST_CASE("the changed flag follows what is loaded, except by the file loader") {
@@ -270,6 +290,9 @@ TEST_CASE("value records: look-up, get, and everything that is refused") {
         CHECK(SendMessageA(control, CWM_MESSAGE, 0, lParam) == 1);
         CHECK(query.index == a_FindKeyword(ObjectOf(control).GetHostinfoTable(), "layer"));
         CHECK(query.index > 0);
+        query = {COMMAND_RESOLVE, 0, DATATYPE_TEXT, 0, nullptr, "nosuch", 0};
+        CHECK(SendMessageA(control, CWM_MESSAGE, 0, lParam) == 1);
+        CHECK(query.index == 0);
 
         if (HoldsRecord(control)) {
             return;
@@ -288,10 +311,15 @@ TEST_CASE("value records: look-up, get, and everything that is refused") {
         CHECK(Send(control, COMMAND_SET, DATATYPE_INTEGER, &number) == 1);
         CHECK(Text(control) == "2");
 
-        for (const int index : {100, 0x7FFFFFFF, -1}) {
+        for (const int index : {100, 0x7FFFFFFF, -1, std::numeric_limits<int>::min()}) {
             CHECK(Send(control, COMMAND_GET, DATATYPE_TEXT, text, nullptr, index) == 0);
             CHECK(Send(control, COMMAND_SET, DATATYPE_TEXT, text, nullptr, index) == 0);
         }
+        for (const int datatype : {DATATYPE_INTEGER, DATATYPE_FLOAT, DATATYPE_TEXT}) {
+            CHECK(Send(control, COMMAND_GET, datatype, nullptr) == 0);
+            CHECK(Send(control, COMMAND_SET, datatype, nullptr) == 0);
+        }
+        CHECK(SendMessageA(control, CWM_MESSAGE, 0, 0) == 0);
         for (float bad : {NOT_A_NUMBER, BEYOND_ALL, -BEYOND_ALL}) {
             CHECK(Send(control, COMMAND_SET, DATATYPE_FLOAT, &bad) == 0);
         }
@@ -308,6 +336,27 @@ TEST_CASE("value records: look-up, get, and everything that is refused") {
     CHECK(trace.CountContaining("does not settle") == 0);
 }
 
+TEST_CASE("no keyword knows another command than get and set, or a datatype that is none") {
+    const AllControls all;
+    const auto check = [](HWND window) {
+        char text[TEXT_SIZE] = "1";
+        int row = 0;
+        for (const KEYWORDROW* table = ObjectOf(window).GetHostinfoTable(); table[row].keyword != nullptr;
+             ++row) {
+            INFO(std::string(table[row].keyword));
+            for (const int command : {0, 3, 5, 100, -1}) {
+                CHECK(Send(window, command, DATATYPE_TEXT, text, nullptr, row) == 0);
+            }
+            for (const int datatype : {0, 1, 37, 77, -11}) {
+                CHECK(Send(window, COMMAND_GET, datatype, text, nullptr, row) == 0);
+                CHECK(Send(window, COMMAND_SET, datatype, text, nullptr, row) == 0);
+            }
+        }
+    };
+    all.ForEach(check);
+    check(all.panel.Window());
+}
+
 TEST_CASE("the preferred width is that of one frame of the picture") {
     const TestPanel panel;
     const TestFolder folder;
@@ -320,9 +369,12 @@ TEST_CASE("the preferred width is that of one frame of the picture") {
         int width;
     } rows[] = {{"KNOB", wide, 40},
                 {"FADER", wide, 40},
+                {"FADER", high, 20},
                 {"METER", high, 20},
+                {"BBUTTON", wide, 20},
                 {"BTRISTATEBUTTON", wide, 20},
                 {"LED", wide, 20},
+                {"CLOCK", wide, 40},
                 // Of a name that ends in the size of a third; a switch has three faces, a button has two.
                 {"BTRISTATEBUTTON", three, 20},
                 {"BBUTTON", three, 30}};
@@ -378,23 +430,30 @@ TEST_CASE("keys and the wheel are the panel's while it is edited") {
     for (const char* className : {"KNOB", "FADER"}) {
         const TestPanel panel;
         HWND control = panel.Create(className, "Control");
-        LoadLines(control, "properties=0,100,50|resolution=1");
+        Load(control, "properties=0,100,50");
+        Load(control, "resolution=1");
         SetValue(control, 50.0F);
-        for (const int mode : {1, 0}) {
-            ph_SetMode(panel.Root(), mode);
+        const auto operate = [control] {
             SendMessageA(control, WM_KEYDOWN, VK_HOME, 1);
             SendMessageA(control, WM_MOUSEWHEEL, MAKEWPARAM(0, static_cast<WORD>(-120)), 0);
-            CHECK((Value(control) == 50.0F) == (mode == 1));
-            MSG posted;
-            CHECK(TakePosted(panel.Window(), WM_KEYDOWN, posted) == (mode == 1));
-        }
+        };
+        ph_SetMode(panel.Root(), 1);
+        operate();
+        CHECK(Value(control) == 50.0F);
+        MSG posted;
+        CHECK(TakePosted(panel.Window(), WM_KEYDOWN, posted));
+        CHECK(posted.wParam == VK_HOME);
+        ph_SetMode(panel.Root(), 0);
+        operate();
+        CHECK(Value(control) > 90.0F);
+        CHECK_FALSE(TakePosted(panel.Window(), WM_KEYDOWN, posted));
     }
 }
 
 TEST_CASE("a changed function is loaded anew when the control is bound to it") {
     const AllControls all;
     all.ForEach([&](HWND control) {
-        if (!HasValue(control)) {
+        if (!HasFunction(control)) {
             return;
         }
         Load(control, "function=AMP1*gain;%n*level", LOAD_FROM_FILE);
@@ -404,9 +463,11 @@ TEST_CASE("a changed function is loaded anew when the control is bound to it") {
             return (std::exchange(object.flags, WORD{0}) & FLAG_CHANGED) != 0; // by CWM_LOAD
         };
         CHECK(changed(5, "AMP1*gain"));
+        CHECK(changed(5, "amp1*gain"));
         CHECK_FALSE(changed(4, "AMP1*gain"));
-        CHECK_FALSE(changed(5, "AMP2*gain"));
-        CHECK_FALSE(changed(5, nullptr));
+        for (const char* other : {"AMP1*GAIN", "AMP2*gain", "AMP1", "", static_cast<const char*>(nullptr)}) {
+            CHECK_FALSE(changed(5, other));
+        }
     });
 }
 
@@ -432,7 +493,12 @@ TEST_CASE(
         CHECK_FALSE(TakePosted(panel, WM_RBUTTONDOWN, posted));
         SendMessageA(control, WM_RBUTTONDOWN, OPEN, At(1, 1)); // no second one
         CHECK(TakePosted(panel, WM_RBUTTONDOWN, posted));
+        HWND stored = panel;
+        SendMessageA(control, CWM_PARAMETERDLG, 0, reinterpret_cast<LPARAM>(&stored));
+        CHECK((ClassOf(control) != "KNOB" || stored == dialog));
         CHECK(ObjectOf(control).dialog == dialog);
+        SendMessageA(control, CWM_PARAMETERDLG, 0, 0);
+
         Load(control, "layer=");
         MSG attach;
         CHECK(TakePosted(dialog, CWM_ATTACHDIALOG, attach)); // it shows the new value
@@ -463,6 +529,7 @@ TEST_CASE("the mouse is the panel's while it is edited and with Ctrl") {
             return found;
         };
         CHECK(forwards(1, WM_LBUTTONDOWN, MK_LBUTTON));
+        CHECK(forwards(1, WM_LBUTTONDOWN, 0));
         CHECK(forwards(1, WM_MOUSEMOVE, 0));
         CHECK(forwards(0, WM_LBUTTONDOWN, MK_LBUTTON | MK_CONTROL));
         CHECK(forwards(0, WM_MOUSEMOVE, 0));
@@ -484,6 +551,7 @@ TEST_CASE("the mouse is the panel's while it is edited and with Ctrl") {
     CHECK_FALSE(TakePosted(panel, WM_MOUSEMOVE, posted));
     ph_SetMode(all.panel.Root(), 1);
     CHECK(ObjectOf(child).mode == 1);
+    CHECK(ObjectOf(all.panel.Create("LED", "New")).mode == 1);
 }
 
 TEST_CASE("the focus is remembered and shown") {
@@ -495,6 +563,7 @@ TEST_CASE("the focus is remembered and shown") {
         CHECK((ObjectOf(control).flags & FLAG_FOCUS) == 0);
     });
     HWND lamp = all.panel.Find("LED");
+    CHECK(Picture(lamp).At(99, 20) != RGB(255, 176, 0));
     SetFocus(lamp);
     CHECK(Picture(lamp).At(99, 20) == RGB(255, 176, 0));
     ph_SetMode(all.panel.Root(), 1); // an edited panel shows what is selected instead
@@ -503,7 +572,7 @@ TEST_CASE("the focus is remembered and shown") {
     CHECK(Picture(lamp).At(99, 20) == RGB(64, 160, 255));
 }
 
-TEST_CASE("drops, arrow keys and places reach every control") {
+TEST_CASE("drawing, keys and unlisted private messages have their fixed answers") {
     const AllControls all;
     all.ForEach([](HWND control) {
         const std::string name = ClassOf(control);
@@ -515,7 +584,13 @@ TEST_CASE("drops, arrow keys and places reach every control") {
             const LRESULT wanted = name == "MIXER" ? DLGC_WANTARROWS | DLGC_WANTALLKEYS : DLGC_WANTARROWS;
             CHECK(SendMessageA(control, WM_GETDLGCODE, 0, 0) == wanted);
         }
+        for (UINT message = 0x8005; message <= 0x8032; ++message) {
+            if (message != CWM_GETPROPERTIES) {
+                CHECK(SendMessageA(control, message, 0, 0) == 0);
+            }
+        }
         const RECT& place = ObjectOf(control).rectangle;
+        CHECK(SendMessageA(control, CWM_GETPREFERREDWIDTH, 0, 0) == place.right - place.left);
         SetWindowPos(control, nullptr, 30, 31, 70, 32, SWP_NOZORDER); // as an editor does
         CHECK(a_GetRectString(place) == "30,31,100," + std::to_string(place.bottom));
     });
