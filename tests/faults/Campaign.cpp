@@ -116,27 +116,40 @@ void CALLBACK Decline(HWND, UINT, UINT_PTR, DWORD) {
 class Ledger {
 public:
     void Close(int rounds) {
-        const Resources now = CountResources();
-        const int blocks = CountHeapBlocks();
+        Count(rounds);
+        // Threads of the system, and some of ours, end late on a busy machine.
+        for (int i = 0; i < 300 && rounds > WARM_UP && !isFlat_; ++i) {
+            Sleep(100);
+            PumpAll();
+            Count(rounds);
+        }
+        if (rounds > WARM_UP) {
+            std::ostringstream text;
+            text << now_ << " blocks " << blocks_ << ", at first: " << start_ << " blocks " << startBlocks_;
+            Expect(isFlat_, "something is left: %s", text.str().c_str());
+        }
+        if (rounds == WARM_UP || !isFlat_) {
+            start_ = now_;
+            startBlocks_ = blocks_;
+        }
+    }
+
+private:
+    void Count(int rounds) {
+        now_ = CountResources();
+        blocks_ = CountHeapBlocks();
         const int slack = 120 + (rounds - WARM_UP) / 3;
         Resources most = start_;
         most.windows += 2;
         most.threads += 2;
         most.gdi += slack;
         most.handles += slack;
-        const bool isFlat = now.IsAtMost(most) && blocks <= startBlocks_ + 40 * slack;
-        if (rounds > WARM_UP) {
-            std::ostringstream text;
-            text << now << " blocks " << blocks << ", at first: " << start_ << " blocks " << startBlocks_;
-            Expect(isFlat, "something is left: %s", text.str().c_str());
-        }
-        if (rounds == WARM_UP || !isFlat) {
-            start_ = now;
-            startBlocks_ = blocks;
-        }
+        isFlat_ = now_.IsAtMost(most) && blocks_ <= startBlocks_ + 40 * slack;
     }
 
-private:
+    bool isFlat_ = true;
+    Resources now_{};
+    int blocks_ = 0;
     Resources start_{};
     int startBlocks_ = 0;
 };

@@ -66,7 +66,7 @@ void Round(Random& random, int) {
         const std::string before = ReadBytes(path);
         const auto names = folder.Names();
         HWND control = scenery.Control(random);
-        Load(control, "interval=" + std::to_string(1 + random.Below(1000)));
+        Load(control, "interval=" + std::to_string(1000 + random.Below(1000))); // no shorter than it was
         const bool wasChanged = IsChanged(control);
         const int saved =
             isSmall ? SaveOnFullVolume(root, path) : SaveWithFailure(random, root, path, before.size());
