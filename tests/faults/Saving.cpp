@@ -39,6 +39,19 @@ void Compare(const std::string& first, const std::string& second) {
            differing.second == after.end() ? "no more" : Shown(*differing.second).c_str());
 }
 
+// Whether a part of a strip is bound to its own strip, other than strips do it themselves. It sends the strip
+// what it loads, so that the order of the lines decides.
+bool HasBoundPart(const std::string& text) {
+    constexpr std::string_view BOUND = "=%n";
+    constexpr std::string_view BY_STRIP = "=%n*Fader\r";
+    for (auto at = text.find(BOUND); at != std::string::npos; at = text.find(BOUND, at + 1)) {
+        if (!std::string_view(text).substr(at).starts_with(BY_STRIP)) {
+            return true;
+        }
+    }
+    return false;
+}
+
 void Round(Random& random, int) {
     const TestFolder folder;
     std::string first;
@@ -60,8 +73,7 @@ void Round(Random& random, int) {
     ph_LoadPanel(again.Root(), folder.Path("first.panel").c_str());
     Doing("save what was loaded");
     const std::string second = Saved(again, folder, "second.panel");
-    // A part that is bound to its own strip sends it what it loads: the order of the lines decides.
-    if (first.find("=%n\r") == std::string::npos) {
+    if (!HasBoundPart(first)) {
         Compare(first, second);
     }
 }
