@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr int COUNT = 200;
+constexpr int COUNT = 80;
 
 // Seconds for one window. The function makes the window with that number.
 Workload CreateAndDestroy(int windowsOfEach, const std::function<HWND(int)>& create) {
@@ -42,7 +42,7 @@ void MeasureCreation(Report& report) {
         };
         const char* plainClass = systemClass != nullptr ? systemClass : BARE_CLASS;
         const std::vector<Samples> samples = TakeTurns(
-            report.Rounds(25),
+            report.Rounds(15),
             {CreateAndDestroy(windows, add(className)),
              windows == 1
                  ? CreateAndDestroy(1, add(plainClass))

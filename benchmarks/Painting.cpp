@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr int REPETITIONS = 40;
+constexpr int REPETITIONS = 20;
 
 // Seconds for one painting.
 Workload Paint(HWND window) {
@@ -42,7 +42,7 @@ void MeasurePainting(Report& report) {
         }
         Paint(control)(); // what is made at the first painting
         const std::vector<Samples> samples =
-            TakeTurns(report.Rounds(75), {Paint(control), Paint(plain), Paint(trackbar)});
+            TakeTurns(report.Rounds(40), {Paint(control), Paint(plain), Paint(trackbar)});
         const std::string figure = "paint one " + std::string(name);
         report.Add(figure, samples[0], systemClass != nullptr ? "the system's" : "bare window, one BitBlt",
                    samples[1], Unit::Seconds, RatioUpTo(1.5));

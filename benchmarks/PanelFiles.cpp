@@ -15,9 +15,9 @@ namespace {
 constexpr int SMALLEST = 2500;
 constexpr int MIDDLE = 5000;
 constexpr int LARGEST = 10000;
-// One round. Symmetrical and with about as many knobs of each kind, so that a slow moment favours none.
+// One round.
 constexpr int SHORT_ORDER[] = {SMALLEST, MIDDLE, LARGEST};
-constexpr int ORDER[] = {SMALLEST, SMALLEST, MIDDLE, LARGEST, MIDDLE, SMALLEST, SMALLEST};
+constexpr int ORDER[] = {SMALLEST, MIDDLE, LARGEST, SMALLEST};
 constexpr int PARAMETERS = 100; // of the device that the knobs are bound to
 constexpr int IDLE_TICKS = 20;
 

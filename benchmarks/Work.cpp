@@ -15,7 +15,7 @@ namespace {
 
 constexpr int CONTROLS = 1000;
 constexpr int TICKS = 20;      // of one second
-constexpr int SHOWN_TICKS = 4; // of them, where painting takes long
+constexpr int SHOWN_TICKS = 2; // of them, where painting takes long
 constexpr int CLICKS = 100;
 constexpr int EXPONENTIALS = 100000;
 constexpr double MOST_OF_A_CORE = 0.5;
@@ -112,7 +112,7 @@ void MeasureShownMeters(Report& report) {
     const std::vector<HWND> meters = AddMeters(panel);
     constexpr const char* YARDSTICK = "20,000 bare windows, one BitBlt each";
     report.Measure("one second of 1,000 polling meters, painted", PanelSecond(panel, SHOWN_TICKS), YARDSTICK,
-                   PaintingSecond(plain, SHOWN_TICKS), Unit::Seconds, RatioUpTo(1.2), 15);
+                   PaintingSecond(plain, SHOWN_TICKS), Unit::Seconds, RatioUpTo(1.2), 9);
     report.Measure("of that, what the meters draw in memory", DrawingSecond(meters, SHOWN_TICKS), YARDSTICK,
                    PaintingSecond(plain, SHOWN_TICKS), Unit::Seconds, NO_AIM, 3);
 }
