@@ -1,6 +1,6 @@
 #include "Panel/ControlLibrary.h"
 
-#include "Panel/Paths.h"
+#include "Panel/common/Paths.h"
 
 bool ControlLibrary::Load(std::string& error) {
     const std::string file = ApplicationFolder() + "OSMIRControlLib.dll";

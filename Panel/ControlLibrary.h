@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Panel/Handles.h"
+#include "base/Handles.h"
 
 #include <string>
 

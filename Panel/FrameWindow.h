@@ -1,19 +1,19 @@
 #pragma once
 
-#include "Panel/CommandLine.h"
-#include "Panel/Handles.h"
 #include "Panel/NoticeBar.h"
 #include "Panel/PanelView.h"
 #include "Panel/PanelWindow.h"
-#include "Panel/Report.h"
 #include "Panel/StatusBar.h"
-#include "Panel/TraceLog.h"
-#include "Panel/TraceWindow.h"
-#include "Panel/UnreadWindow.h"
-#include "Panel/Window.h"
+#include "Panel/common/CommandLine.h"
+#include "Panel/common/Report.h"
+#include "Panel/common/Window.h"
 #include "Panel/editing/Palette.h"
 #include "Panel/editing/Toolbar.h"
+#include "Panel/lists/TraceLog.h"
+#include "Panel/lists/TraceWindow.h"
+#include "Panel/lists/UnreadWindow.h"
 #include "Panel/recovery/Recovery.h"
+#include "base/Gdi.h"
 
 #include <memory>
 #include <string>

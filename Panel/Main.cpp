@@ -1,11 +1,11 @@
 // Panel.exe: opens, operates and saves panels of controls.
 
-#include "Panel/CommandLine.h"
 #include "Panel/ControlLibrary.h"
 #include "Panel/FrameWindow.h"
 #include "Panel/MessageLoop.h"
-#include "Panel/Report.h"
-#include "Panel/TraceLog.h"
+#include "Panel/common/CommandLine.h"
+#include "Panel/common/Report.h"
+#include "Panel/lists/TraceLog.h"
 #include "Panelhost/Trace.h"
 
 #include <windows.h>

@@ -1,7 +1,7 @@
 #include "Panel/NoticeBar.h"
 
 #include "Panel/resource.h"
-#include "Panelhost/Gdi.h"
+#include "base/Gdi.h"
 
 #include <windowsx.h>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Panel/Window.h"
+#include "Panel/common/Window.h"
 
 // The part of the frame that shows the panel: centred where there is room, scrolled where there is not.
 class PanelView : public Window {

@@ -1,15 +1,15 @@
 #include "Panel/PanelWindow.h"
 
-#include "Panel/Handles.h"
 #include "Panel/LoadProgress.h"
-#include "Panel/Paths.h"
+#include "Panel/common/Paths.h"
 #include "Panelhost/Editing.h"
 #include "Panelhost/HostInterface.h"
 #include "Panelhost/Hostinfo.h"
 #include "Panelhost/Messages.h"
-#include "Panelhost/PropertyText.h"
+#include "Panelhost/PropertyLines.h"
 #include "Panelhost/Root.h"
 #include "Panelhost/ValueRecord.h"
+#include "base/Handles.h"
 
 #include <windowsx.h>
 
@@ -28,8 +28,8 @@ std::string ReadFailure(const std::string& file) {
     if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY)) {
         return "it is a folder";
     }
-    const File opened = MakeFile(CreateFileA(file.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
-                                             OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+    const Handle opened = MakeFile(CreateFileA(file.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
+                                               OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
     return opened ? "it cannot be read" : ErrorText(GetLastError());
 }
 

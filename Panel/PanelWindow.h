@@ -1,9 +1,9 @@
 #pragma once
 
-#include "Panel/UnreadLines.h"
-#include "Panel/Window.h"
+#include "Panel/common/Window.h"
 #include "Panel/editing/Editor.h"
-#include "logic/RecoveryCopy.h"
+#include "Panel/lists/UnreadLines.h"
+#include "logic/editing/RecoveryCopy.h"
 
 #include <memory>
 #include <string>

@@ -1,7 +1,7 @@
 #include "Panel/Screenshot.h"
 
-#include "Panel/Handles.h"
 #include "Panelhost/Bitmap.h"
+#include "base/Handles.h"
 
 bool SaveScreenshot(HWND window, const std::string& file) {
     ShowWindow(window, SW_SHOWNORMAL);

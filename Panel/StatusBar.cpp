@@ -1,7 +1,7 @@
 #include "Panel/StatusBar.h"
 
-#include "Panel/Handles.h"
 #include "Panel/resource.h"
+#include "base/Handles.h"
 
 #include <commctrl.h>
 #include <windowsx.h>

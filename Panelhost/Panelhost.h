@@ -3,6 +3,7 @@
 // Everything Panelhost.dll offers. Hosts in other languages need HostInterface.h alone.
 
 #include "Panelhost/Api.h"
+#include "Panelhost/ApplicationPaths.h"
 #include "Panelhost/Background.h"
 #include "Panelhost/Bitmap.h"
 #include "Panelhost/Clipboard.h"
@@ -13,8 +14,9 @@
 #include "Panelhost/HostInterface.h"
 #include "Panelhost/Hostinfo.h"
 #include "Panelhost/Messages.h"
-#include "Panelhost/PropertyTable.h"
-#include "Panelhost/PropertyText.h"
+#include "Panelhost/PropertyLines.h"
+#include "Panelhost/PropertyList.h"
+#include "Panelhost/PropertyValues.h"
 #include "Panelhost/Remote.h"
 #include "Panelhost/Requests.h"
 #include "Panelhost/Root.h"

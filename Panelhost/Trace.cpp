@@ -2,9 +2,9 @@
 
 #include "Panelhost/Trace.h"
 
-#include "Panelhost/Guard.h"
 #include "Panelhost/HostInterface.h"
-#include "Panelhost/SharedLock.h"
+#include "base/Guard.h"
+#include "base/SharedLock.h"
 
 #include <algorithm>
 #include <cstdarg>

@@ -4,7 +4,7 @@
 #include "Panelhost/Panelhost.h"
 #include "benchmarks/Suites.h"
 #include "benchmarks/Windows.h"
-#include "logic/EqBand.h"
+#include "logic/controls/EqBand.h"
 
 #include <commctrl.h>
 

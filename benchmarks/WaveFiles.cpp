@@ -1,7 +1,7 @@
 // Writing wave files: the writer alone, and a tone from the setting of its length to the end of its
 // generation. The yardstick writes as many bytes into the same folder with the system's plain function.
 
-#include "Controls/wave/WaveFile.h"
+#include "Controls/interfaces/wave/WaveFile.h"
 #include "Panelhost/Panelhost.h"
 #include "benchmarks/Suites.h"
 #include "benchmarks/Windows.h"

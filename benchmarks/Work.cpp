@@ -4,7 +4,7 @@
 #include "Panelhost/Panelhost.h"
 #include "benchmarks/Suites.h"
 #include "benchmarks/Windows.h"
-#include "logic/DecayFitter.h"
+#include "logic/controls/DecayFitter.h"
 
 #include <cmath>
 #include <fstream>

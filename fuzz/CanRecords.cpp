@@ -7,7 +7,7 @@
 #include <string_view>
 
 #include "fuzz/Fuzzer.h"
-#include "logic/CanRecords.h"
+#include "logic/remote/CanRecords.h"
 
 using namespace logic;
 

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "fuzz/Fuzzer.h"
-#include "logic/ComponentText.h"
+#include "logic/editing/ComponentText.h"
 
 using namespace logic;
 

@@ -7,10 +7,10 @@
 #include <vector>
 
 #include "fuzz/Fuzzer.h"
-#include "logic/FloatFormat.h"
-#include "logic/Layers.h"
-#include "logic/Numbers.h"
-#include "logic/Simulation.h"
+#include "logic/controls/Layers.h"
+#include "logic/devices/Simulation.h"
+#include "logic/text/FloatFormat.h"
+#include "logic/text/Numbers.h"
 
 using namespace logic;
 

@@ -7,9 +7,9 @@
 #include <string>
 
 #include "fuzz/Fuzzer.h"
-#include "logic/Crossover.h"
-#include "logic/EqBand.h"
-#include "logic/FilterValues.h"
+#include "logic/controls/Crossover.h"
+#include "logic/controls/EqBand.h"
+#include "logic/controls/FilterValues.h"
 
 using namespace logic;
 

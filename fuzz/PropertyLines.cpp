@@ -8,8 +8,8 @@
 #include <vector>
 
 #include "fuzz/Fuzzer.h"
-#include "logic/ButtonLogic.h"
-#include "logic/PropertyLine.h"
+#include "logic/controls/ButtonLogic.h"
+#include "logic/text/PropertyLine.h"
 
 using namespace logic;
 

@@ -1,6 +1,6 @@
 // Copies for recovery: any bytes in place of one, and any bytes as its panel.
 #include "fuzz/Fuzzer.h"
-#include "logic/RecoveryCopy.h"
+#include "logic/editing/RecoveryCopy.h"
 
 using namespace logic;
 

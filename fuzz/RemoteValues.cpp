@@ -6,8 +6,8 @@
 #include <string_view>
 
 #include "fuzz/Fuzzer.h"
-#include "logic/RemoteValues.h"
-#include "logic/TerminalAdmission.h"
+#include "logic/remote/RemoteValues.h"
+#include "logic/remote/TerminalAdmission.h"
 
 using namespace logic;
 

@@ -5,7 +5,7 @@
 #include <string_view>
 
 #include "fuzz/Fuzzer.h"
-#include "logic/TelephoneTerminal.h"
+#include "logic/remote/TelephoneTerminal.h"
 
 using namespace logic;
 

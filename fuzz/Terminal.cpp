@@ -5,10 +5,10 @@
 #include <string_view>
 
 #include "fuzz/Fuzzer.h"
-#include "logic/HostPort.h"
-#include "logic/PropertyLine.h"
-#include "logic/TelnetFilter.h"
-#include "logic/Terminal.h"
+#include "logic/remote/HostPort.h"
+#include "logic/remote/TelnetFilter.h"
+#include "logic/remote/Terminal.h"
+#include "logic/text/PropertyLine.h"
 
 using namespace logic;
 

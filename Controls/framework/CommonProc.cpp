@@ -1,9 +1,7 @@
 // The window messages that all controls handle alike.
 
-#include "Controls/framework/ClassTable.h"
 #include "Controls/framework/Control.h"
-#include "Controls/framework/ParameterDialog.h"
-#include "logic/PropertyLine.h"
+#include "logic/text/PropertyLine.h"
 
 #include <exception>
 #include <memory>
@@ -314,7 +312,7 @@ LRESULT CALLBACK CommonProc(HWND window, UINT message, WPARAM wParam, LPARAM lPa
         }
         break;
     case CWM_PARAMETERDLG:
-        if (const HWND dialog = OpenParameterDialog(*control); lParam != 0) {
+        if (const HWND dialog = OpenDialogOf(*control); lParam != 0) {
             *reinterpret_cast<HWND*>(lParam) = dialog;
         }
         break;

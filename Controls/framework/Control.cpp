@@ -2,8 +2,8 @@
 
 #include "Controls/framework/Control.h"
 
-#include "Panelhost/Guard.h"
-#include "logic/PropertyLine.h"
+#include "base/Guard.h"
+#include "logic/text/PropertyLine.h"
 
 #include <algorithm>
 #include <cstdio>

@@ -1,55 +1,11 @@
 #pragma once
 
+#include "Controls/framework/ControlClass.h"
 #include "Panelhost/Panelhost.h"
 
 #include <optional>
 #include <string>
 #include <vector>
-
-class CONTROLPROPERTIES;
-struct ParameterDialog;
-
-enum class ClassBackground { None, Null, SystemColour2 };
-
-// What a class makes once, when it is registered, for all its windows.
-enum class SharedResource {
-    None,
-    Tooltip,          // a tooltip window
-    PopupTooltip,     // a tooltip window of style WS_POPUP
-    Picture,          // of a mini view, or of an invisible control, which shows it while the panel is edited
-    MidiPicture,      // the same, its failure traced
-    NetworkPicture,   // the same and a critical section
-    MessagingPicture, // the same and the mail library
-    FilterImages,     // the image list of the filter types
-    DelayPictures,    // the picture of the mini view and two bitmaps of the library's resources
-};
-
-// What a control adds to the common part.
-struct ControlImplementation {
-    CONTROLPROPERTIES* (*create)();
-    WNDPROC procedure;
-    const ParameterDialog* dialog = nullptr;
-    // Of a superclassed control: the style that its window gets in place of the one it is created with.
-    DWORD (*windowStyle)(DWORD asked) = nullptr;
-};
-
-// A row of the class table.
-struct ControlClass {
-    const char* name;        // window class
-    const char* displayName; // in traces
-    const ControlImplementation* implementation;
-    int controlType; // datatype of the main value
-    UINT style = 0;
-    int extraBytes = 0;
-    const char* icon = nullptr; // file
-    ClassBackground background = ClassBackground::None;
-    const char* systemClass = nullptr; // superclassed: unhandled messages go to that class's procedure
-    SharedResource resource = SharedResource::None;
-    const char* resourceFile = nullptr; // of the picture: a bitmap without transparency
-    // The same picture with transparency. Only GDI+ reads it, which must not be started while a library is
-    // being loaded, so the first window loads it and the last one releases it.
-    const char* imageFile = nullptr;
-};
 
 // Base of every control's property object: the common protocol over the control's keyword table.
 class CONTROLPROPERTIES : public HOSTINFO {

@@ -1,7 +1,7 @@
 #include "Controls/framework/Keywords.h"
 
-#include "logic/FaderLogic.h"
-#include "logic/PropertyLine.h"
+#include "logic/controls/FaderLogic.h"
+#include "logic/text/PropertyLine.h"
 
 namespace {
 

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "Controls/framework/BitmapProperty.h"
+#include "Controls/drawing/BitmapProperty.h"
+#include "Controls/drawing/FontProperty.h"
 #include "Controls/framework/Control.h"
-#include "Controls/framework/FontProperty.h"
-#include "logic/FloatFormat.h"
-#include "logic/Numbers.h"
+#include "logic/text/FloatFormat.h"
+#include "logic/text/Numbers.h"
 
 #include <cstdio>
 #include <limits>

@@ -1,29 +1,51 @@
 #pragma once
 
-#include "Controls/framework/Control.h"
+#include <windows.h>
 
-#include <array>
-#include <commctrl.h>
-#include <iterator>
+#include <memory>
 
-// The functions of the system's mail library. All are found in any version of it.
-constexpr const char* MAIL_FUNCTIONS[] = {
-    "MAPILogon",       "MAPILogoff",   "MAPISendMail", "MAPISendDocuments",
-    "MAPIReadMail",    "MAPISaveMail", "MAPIFindNext", "MAPIDeleteMail",
-    "MAPIResolveName", "MAPIAddress",  "MAPIDetails",  "MAPIFreeBuffer",
-};
+struct ControlClass;
 
-// What one class keeps for all its windows from registration until the library is unloaded.
-class ClassResources {
+// What a class keeps for all its windows from its registration until the library is unloaded.
+class SharedResources {
 public:
-    void Make(const ControlClass& controlClass, HINSTANCE module);
-    void Release();
-
-    HWND tooltip = nullptr;
-    HBITMAP picture = nullptr;
-    HBITMAP lamps[2] = {}; // lit and dark
-    HIMAGELIST images = nullptr;
-    HMODULE mailLibrary = nullptr;
-    std::array<FARPROC, std::size(MAIL_FUNCTIONS)> mailFunctions{}; // null where there is no such function
-    CRITICAL_SECTION* lock = nullptr;
+    SharedResources() = default;
+    virtual ~SharedResources() = default;
+    SharedResources(const SharedResources&) = delete;
+    SharedResources& operator=(const SharedResources&) = delete;
 };
+
+// A tooltip window.
+class SharedTooltip : public SharedResources {
+public:
+    SharedTooltip(DWORD style, HINSTANCE module);
+    ~SharedTooltip() override;
+
+    HWND Window() const { return window_; } // null when there is none
+
+private:
+    HWND window_;
+};
+
+// The picture that the row of the class names.
+class SharedPicture : public SharedResources {
+public:
+    explicit SharedPicture(const ControlClass& controlClass);
+    ~SharedPicture() override;
+
+    HBITMAP Get() const { return bitmap_; } // null when it could not be loaded
+
+private:
+    HBITMAP bitmap_;
+};
+
+// The picture of a class; null without one.
+HBITMAP PictureOf(const ControlClass& controlClass);
+
+// For the implementations of classes.
+std::unique_ptr<SharedResources> ShareTooltip(const ControlClass& controlClass, HINSTANCE module);
+std::unique_ptr<SharedResources> SharePopupTooltip(const ControlClass& controlClass, HINSTANCE module);
+template <class Picture = SharedPicture>
+std::unique_ptr<SharedResources> SharePicture(const ControlClass& controlClass, HINSTANCE) {
+    return std::make_unique<Picture>(controlClass);
+}

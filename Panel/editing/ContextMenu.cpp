@@ -1,9 +1,9 @@
 #include "Panel/editing/ContextMenu.h"
 
 #include "Controls/resources/resource.h"
-#include "Panel/Handles.h"
 #include "Panel/resource.h"
 #include "Panelhost/Messages.h"
+#include "base/Handles.h"
 
 #include <iterator>
 

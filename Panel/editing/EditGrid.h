@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Panel/Handles.h"
+#include "base/Gdi.h"
 
 // The grid of the edit mode.
 class EditGrid {

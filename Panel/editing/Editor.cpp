@@ -2,8 +2,8 @@
 
 #include "Panel/editing/Editor.h"
 
-#include "Panel/editing/ContextMenu.h"
 #include "Panel/editing/Clipboard.h"
+#include "Panel/editing/ContextMenu.h"
 #include "Panel/editing/MoveGesture.h"
 #include "Panel/editing/RubberBand.h"
 #include "Panel/editing/SizeGesture.h"

@@ -7,7 +7,7 @@
 #include "Panelhost/Editing.h"
 #include "Panelhost/Hostinfo.h"
 #include "Panelhost/Trace.h"
-#include "logic/ComponentText.h"
+#include "logic/editing/ComponentText.h"
 
 #include <algorithm>
 #include <array>

@@ -4,7 +4,7 @@
 #include "Panel/editing/OverlayLines.h"
 #include "Panel/editing/PanelEdits.h"
 #include "Panel/editing/Selection.h"
-#include "logic/EditGeometry.h"
+#include "logic/editing/EditGeometry.h"
 
 #include <windows.h>
 

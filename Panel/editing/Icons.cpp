@@ -1,6 +1,6 @@
 #include "Panel/editing/Icons.h"
 
-#include "Panel/Handles.h"
+#include "base/Gdi.h"
 
 // GDI+ wants the two without the standard library's.
 #include <algorithm>

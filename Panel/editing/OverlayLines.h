@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Panel/Window.h"
+#include "Panel/common/Window.h"
 
 #include <memory>
 #include <vector>

@@ -4,7 +4,7 @@
 #include "Panelhost/Hostinfo.h"
 #include "Panelhost/Root.h"
 #include "Panelhost/Trace.h"
-#include "logic/ComponentText.h"
+#include "logic/editing/ComponentText.h"
 
 #include <algorithm>
 #include <cstdlib>

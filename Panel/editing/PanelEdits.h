@@ -2,7 +2,7 @@
 
 #include "Panel/editing/PanelTarget.h"
 #include "Panel/editing/Placement.h"
-#include "logic/EditHistory.h"
+#include "logic/editing/EditHistory.h"
 
 #include <exception>
 #include <functional>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "logic/EditHistory.h"
+#include "logic/editing/EditHistory.h"
 
 #include <stdexcept>
 #include <string>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "logic/EditGeometry.h"
+#include "logic/editing/EditGeometry.h"
 
 #include <windows.h>
 

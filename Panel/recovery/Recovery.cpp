@@ -1,8 +1,8 @@
 #include "Panel/recovery/Recovery.h"
 
-#include "Panel/CommandLine.h"
-#include "Panel/Paths.h"
-#include "Panel/Report.h"
+#include "Panel/common/CommandLine.h"
+#include "Panel/common/Paths.h"
+#include "Panel/common/Report.h"
 #include "Panel/editing/PanelEdits.h"
 #include "Panelhost/Editing.h"
 #include "Panelhost/Trace.h"

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Panel/recovery/RecoveryWriter.h"
-#include "logic/RecoveryCopy.h"
+#include "logic/editing/RecoveryCopy.h"
 
 #include <windows.h>
 

@@ -20,7 +20,7 @@ bool MakeFolders(const std::wstring& folder) {
 }
 
 bool WriteWhole(const std::wstring& path, const std::string& text) {
-    const File file = MakeFile(
+    const Handle file = MakeFile(
         CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
     DWORD written = 0;
     return file && WriteFile(file.get(), text.data(), static_cast<DWORD>(text.size()), &written, nullptr) &&
@@ -49,8 +49,8 @@ std::set<std::wstring> NamesIn(const std::wstring& folder) {
 } // namespace
 
 std::optional<RecoveryFile> RecoveryFile::Lock(const std::wstring& path, DWORD disposition) {
-    File lock = MakeFile(CreateFileW((path + LOCK).c_str(), GENERIC_WRITE, 0, nullptr, disposition,
-                                     FILE_ATTRIBUTE_NORMAL | FILE_FLAG_DELETE_ON_CLOSE, nullptr));
+    Handle lock = MakeFile(CreateFileW((path + LOCK).c_str(), GENERIC_WRITE, 0, nullptr, disposition,
+                                       FILE_ATTRIBUTE_NORMAL | FILE_FLAG_DELETE_ON_CLOSE, nullptr));
     if (!lock) {
         return std::nullopt;
     }
@@ -101,8 +101,8 @@ void RecoveryFile::Remove() const {
 }
 
 std::optional<std::string> RecoveryFile::Read() const {
-    const File file = MakeFile(CreateFileW((path_ + COPY).c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
-                                           OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+    const Handle file = MakeFile(CreateFileW((path_ + COPY).c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
+                                             OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
     LARGE_INTEGER size{};
     if (!file || !GetFileSizeEx(file.get(), &size) || size.QuadPart > LARGEST) {
         return std::nullopt;

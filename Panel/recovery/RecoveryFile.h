@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Panel/Handles.h"
+#include "base/Handles.h"
 
 #include <windows.h>
 
@@ -29,10 +29,10 @@ public:
     std::string TimeText() const;
 
 private:
-    RecoveryFile(std::wstring path, File lock) : path_(std::move(path)), lock_(std::move(lock)) {}
+    RecoveryFile(std::wstring path, Handle lock) : path_(std::move(path)), lock_(std::move(lock)) {}
     static std::optional<RecoveryFile> Lock(const std::wstring& path, DWORD disposition);
     FILETIME Written() const;
 
     std::wstring path_; // without extension
-    File lock_;
+    Handle lock_;
 };

@@ -2,10 +2,10 @@
 
 #include "Panelhost/Devices.h"
 
-#include "Panelhost/Guard.h"
 #include "Panelhost/Remote.h"
 #include "Panelhost/objects/PanelRoot.h"
-#include "logic/PropertyLine.h"
+#include "base/Guard.h"
+#include "logic/text/PropertyLine.h"
 
 #include <cstring>
 

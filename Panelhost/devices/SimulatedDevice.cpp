@@ -1,8 +1,8 @@
 #include "Panelhost/devices/SimulatedDevice.h"
 
-#include "logic/Numbers.h"
-#include "logic/PropertyLine.h"
-#include "logic/Text.h"
+#include "logic/text/Numbers.h"
+#include "logic/text/PropertyLine.h"
+#include "logic/text/Text.h"
 
 #include <algorithm>
 

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "Panelhost/Devices.h"
-#include "logic/Crossover.h"
-#include "logic/EqBand.h"
-#include "logic/Simulation.h"
+#include "logic/controls/Crossover.h"
+#include "logic/controls/EqBand.h"
+#include "logic/devices/Simulation.h"
 
 #include <cstdint>
 #include <memory>

@@ -2,13 +2,13 @@
 
 #include "Panelhost/dialogs/ApplicationFiles.h"
 
+#include "Panelhost/ApplicationPaths.h"
 #include "Panelhost/Dialogs.h"
 #include "Panelhost/Editing.h"
-#include "Panelhost/Guard.h"
 #include "Panelhost/Hostinfo.h"
-#include "Panelhost/PropertyText.h"
 #include "Panelhost/Trace.h"
-#include "logic/PropertyLine.h"
+#include "base/Guard.h"
+#include "logic/text/PropertyLine.h"
 
 #include <shellapi.h>
 

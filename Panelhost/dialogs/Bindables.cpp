@@ -1,7 +1,7 @@
 #include "Panelhost/dialogs/Bindables.h"
 
-#include "logic/PropertyLine.h"
-#include "logic/Text.h"
+#include "logic/text/PropertyLine.h"
+#include "logic/text/Text.h"
 
 #include <algorithm>
 #include <cstring>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Panelhost/Gdi.h"
+#include "base/Gdi.h"
 
 // Small pictures of what can be bound, in the order of BindableKind, on the colour of edit fields.
 ImageList MakeBindingIcons();

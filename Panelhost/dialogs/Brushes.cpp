@@ -2,7 +2,7 @@
 
 #include "Panelhost/Dialogs.h"
 
-#include "Panelhost/Gdi.h"
+#include "base/Gdi.h"
 
 HBRUSH a_GetObject(int number) {
     static const Brush field(CreateSolidBrush(FIELD_COLOUR));

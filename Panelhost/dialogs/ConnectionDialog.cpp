@@ -3,14 +3,14 @@
 
 #include "Panelhost/Dialogs.h"
 
-#include "Panelhost/Guard.h"
-#include "Panelhost/PropertyText.h"
+#include "Panelhost/PropertyValues.h"
 #include "Panelhost/dialogs/BindableTree.h"
 #include "Panelhost/dialogs/BindingIcons.h"
 #include "Panelhost/dialogs/Dialog.h"
 #include "Panelhost/dialogs/ListView.h"
 #include "Panelhost/dialogs/resource.h"
-#include "logic/PropertyLine.h"
+#include "base/Guard.h"
+#include "logic/text/PropertyLine.h"
 
 #include <algorithm>
 #include <array>

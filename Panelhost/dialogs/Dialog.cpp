@@ -4,8 +4,8 @@
 
 #include "Panelhost/Dialogs.h"
 #include "Panelhost/Editing.h"
-#include "Panelhost/Guard.h"
 #include "Panelhost/Trace.h"
+#include "base/Guard.h"
 
 #include <algorithm>
 #include <commctrl.h>

@@ -2,15 +2,15 @@
 
 #include "Panelhost/Dialogs.h"
 
+#include "Panelhost/ApplicationPaths.h"
 #include "Panelhost/Bitmap.h"
-#include "Panelhost/Guard.h"
-#include "Panelhost/PropertyText.h"
 #include "Panelhost/dialogs/ApplicationFiles.h"
 #include "Panelhost/dialogs/Dialog.h"
 #include "Panelhost/dialogs/ListView.h"
 #include "Panelhost/dialogs/Thumbnail.h"
 #include "Panelhost/dialogs/resource.h"
-#include "logic/PropertyLine.h"
+#include "base/Guard.h"
+#include "logic/text/PropertyLine.h"
 
 #include <algorithm>
 #include <commctrl.h>

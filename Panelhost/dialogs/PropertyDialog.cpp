@@ -4,12 +4,12 @@
 
 #include "Panelhost/Dialogs.h"
 
-#include "Panelhost/Guard.h"
-#include "Panelhost/PropertyText.h"
+#include "Panelhost/PropertyValues.h"
 #include "Panelhost/dialogs/Dialog.h"
-#include "Panelhost/Gdi.h"
 #include "Panelhost/dialogs/ListView.h"
 #include "Panelhost/dialogs/resource.h"
+#include "base/Gdi.h"
+#include "base/Guard.h"
 
 #include <algorithm>
 #include <commctrl.h>

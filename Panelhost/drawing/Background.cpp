@@ -1,11 +1,11 @@
 #include "Panelhost/Background.h"
 
 #include "Panelhost/Bitmap.h"
-#include "Panelhost/Gdi.h"
-#include "Panelhost/Guard.h"
 #include "Panelhost/Hostinfo.h"
 #include "Panelhost/Root.h"
-#include "logic/Numbers.h"
+#include "base/Gdi.h"
+#include "base/Guard.h"
+#include "logic/text/Numbers.h"
 
 #include <algorithm>
 #include <cstring>

@@ -2,11 +2,11 @@
 
 #include "Panelhost/Bitmap.h"
 
-#include "Panelhost/Gdi.h"
-#include "Panelhost/Guard.h"
-#include "Panelhost/PropertyText.h"
-#include "logic/BitmapFile.h"
-#include "logic/PropertyLine.h"
+#include "Panelhost/ApplicationPaths.h"
+#include "base/Gdi.h"
+#include "base/Guard.h"
+#include "logic/drawing/BitmapFile.h"
+#include "logic/text/PropertyLine.h"
 
 #include <cstdint>
 #include <cstring>

@@ -2,10 +2,10 @@
 
 #include "Panelhost/Fonts.h"
 
-#include "Panelhost/Guard.h"
-#include "logic/Numbers.h"
-#include "logic/PropertyLine.h"
-#include "logic/Text.h"
+#include "base/Guard.h"
+#include "logic/text/Numbers.h"
+#include "logic/text/PropertyLine.h"
+#include "logic/text/Text.h"
 
 #include <cstring>
 #include <unordered_map>

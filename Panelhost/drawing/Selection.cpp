@@ -1,11 +1,11 @@
 // The frames that show which control has the focus or is selected, and what it lacks.
 
 #include "Panelhost/Editing.h"
-#include "Panelhost/Gdi.h"
-#include "Panelhost/Guard.h"
 #include "Panelhost/HostInterface.h"
 #include "Panelhost/Hostinfo.h"
 #include "Panelhost/objects/PanelRoot.h"
+#include "base/Gdi.h"
+#include "base/Guard.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Panelhost/Trace.h"
-#include "logic/PropertyLine.h"
+#include "logic/text/PropertyLine.h"
 
 #include <string>
 #include <string_view>

@@ -1,9 +1,9 @@
 #include "Panelhost/files/PanelLoading.h"
 
-#include "Panelhost/DrawingHeld.h"
 #include "Panelhost/HostInterface.h"
 #include "Panelhost/Trace.h"
 #include "Panelhost/objects/ControlClasses.h"
+#include "base/DrawingHeld.h"
 
 namespace {
 

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "Panelhost/files/KeptLines.h"
 #include "Panelhost/files/LineFile.h"
+#include "Panelhost/objects/KeptLines.h"
 #include "Panelhost/objects/PanelRoot.h"
-#include "logic/PropertyLine.h"
+#include "logic/text/PropertyLine.h"
 
 #include <string>
 #include <string_view>

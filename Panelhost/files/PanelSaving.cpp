@@ -1,11 +1,11 @@
 #include "Panelhost/files/PanelSaving.h"
 
-#include "Panelhost/Guard.h"
-#include "Panelhost/PropertyTable.h"
+#include "Panelhost/PropertyList.h"
 #include "Panelhost/Root.h"
 #include "Panelhost/Trace.h"
 #include "Panelhost/files/TextCollector.h"
-#include "logic/Layers.h"
+#include "base/Guard.h"
+#include "logic/controls/Layers.h"
 
 #include <cstdio>
 #include <utility>

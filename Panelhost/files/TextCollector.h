@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Panelhost/SharedLock.h"
+#include "base/SharedLock.h"
 
 #include <optional>
 #include <string>

@@ -2,10 +2,10 @@
 
 #include "Panelhost/objects/ControlClasses.h"
 
-#include "Panelhost/Guard.h"
 #include "Panelhost/HostInterface.h"
-#include "Panelhost/SharedLock.h"
-#include "logic/PropertyLine.h"
+#include "base/Guard.h"
+#include "base/SharedLock.h"
+#include "logic/text/PropertyLine.h"
 
 #include <unordered_map>
 

@@ -2,13 +2,13 @@
 
 #include "Panelhost/Hostinfo.h"
 
-#include "Panelhost/Guard.h"
-#include "Panelhost/PropertyText.h"
+#include "Panelhost/PropertyValues.h"
 #include "Panelhost/Remote.h"
 #include "Panelhost/objects/ObjectTree.h"
 #include "Panelhost/objects/PanelRoot.h"
-#include "logic/Layers.h"
-#include "logic/PropertyLine.h"
+#include "base/Guard.h"
+#include "logic/controls/Layers.h"
+#include "logic/text/PropertyLine.h"
 
 #include <cstring>
 #include <olectl.h>

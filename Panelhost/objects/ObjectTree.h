@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Panelhost/Hostinfo.h"
-#include "Panelhost/SharedLock.h"
+#include "base/SharedLock.h"
 
 #include <unordered_map>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "logic/OpeningValues.h"
+#include "logic/devices/OpeningValues.h"
 
 #include <utility>
 

@@ -1,10 +1,10 @@
 #include "Panelhost/objects/PanelProcedure.h"
 
-#include "Panelhost/Guard.h"
 #include "Panelhost/Messages.h"
-#include "Panelhost/SharedLock.h"
 #include "Panelhost/objects/ObjectTree.h"
 #include "Panelhost/objects/PanelRoot.h"
+#include "base/Guard.h"
+#include "base/SharedLock.h"
 
 #include <unordered_map>
 

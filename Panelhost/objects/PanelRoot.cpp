@@ -2,16 +2,17 @@
 
 #include "Panelhost/objects/PanelRoot.h"
 
-#include "Panelhost/DrawingHeld.h"
-#include "Panelhost/Guard.h"
-#include "Panelhost/PropertyTable.h"
-#include "Panelhost/PropertyText.h"
+#include "Panelhost/PropertyLines.h"
+#include "Panelhost/PropertyList.h"
+#include "Panelhost/PropertyValues.h"
 #include "Panelhost/Root.h"
 #include "Panelhost/Trace.h"
 #include "Panelhost/objects/ObjectTree.h"
 #include "Panelhost/objects/PanelProcedure.h"
-#include "logic/Layers.h"
-#include "logic/PropertyLine.h"
+#include "base/DrawingHeld.h"
+#include "base/Guard.h"
+#include "logic/controls/Layers.h"
+#include "logic/text/PropertyLine.h"
 
 #include <algorithm>
 #include <cstdio>

@@ -3,10 +3,10 @@
 #include "Panelhost/Background.h"
 #include "Panelhost/Editing.h"
 #include "Panelhost/Hostinfo.h"
-#include "Panelhost/SharedLock.h"
-#include "Panelhost/files/KeptLines.h"
+#include "Panelhost/objects/KeptLines.h"
 #include "Panelhost/objects/Opening.h"
-#include "logic/TerminalAdmission.h"
+#include "base/SharedLock.h"
+#include "logic/remote/TerminalAdmission.h"
 
 #include <list>
 #include <string>

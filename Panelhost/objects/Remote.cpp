@@ -2,11 +2,11 @@
 
 #include "Panelhost/Remote.h"
 
-#include "Panelhost/Guard.h"
 #include "Panelhost/Trace.h"
 #include "Panelhost/objects/PanelRoot.h"
-#include "logic/PropertyLine.h"
-#include "logic/RemoteValues.h"
+#include "base/Guard.h"
+#include "logic/remote/RemoteValues.h"
+#include "logic/text/PropertyLine.h"
 
 #include <string>
 #include <unordered_map>

@@ -2,13 +2,13 @@
 
 #include "Panelhost/Requests.h"
 
-#include "Panelhost/Guard.h"
 #include "Panelhost/Hostinfo.h"
 #include "Panelhost/Trace.h"
 #include "Panelhost/objects/ObjectTree.h"
 #include "Panelhost/objects/PanelRoot.h"
-#include "logic/PropertyLine.h"
-#include "logic/Text.h"
+#include "base/Guard.h"
+#include "logic/text/PropertyLine.h"
+#include "logic/text/Text.h"
 
 #include <algorithm>
 #include <cstring>

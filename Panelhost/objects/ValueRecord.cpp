@@ -2,10 +2,10 @@
 
 #include "Panelhost/ValueRecord.h"
 
-#include "Panelhost/Guard.h"
-#include "logic/Crossover.h"
-#include "logic/EqBand.h"
-#include "logic/Numbers.h"
+#include "base/Guard.h"
+#include "logic/controls/Crossover.h"
+#include "logic/controls/EqBand.h"
+#include "logic/text/Numbers.h"
 
 #include <cmath>
 #include <cstdio>

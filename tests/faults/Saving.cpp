@@ -1,8 +1,8 @@
 // Panels of random controls that hold random things are saved, loaded and saved again: the same bytes, in a
 // country of decimal commas too.
 
-#include "logic/ComponentText.h"
-#include "logic/PropertyLine.h"
+#include "logic/editing/ComponentText.h"
+#include "logic/text/PropertyLine.h"
 #include "tests/faults/Scenery.h"
 
 #include <clocale>

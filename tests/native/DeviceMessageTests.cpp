@@ -1,8 +1,8 @@
 // Messages to and from devices: pitch bends, echo requests, CAN records, and where a host is found.
-#include "logic/CanRecords.h"
-#include "logic/EchoRequest.h"
-#include "logic/HostPort.h"
-#include "logic/PitchBend.h"
+#include "logic/controls/PitchBend.h"
+#include "logic/remote/CanRecords.h"
+#include "logic/remote/EchoRequest.h"
+#include "logic/remote/HostPort.h"
 #include "tests/native/Tables.h"
 
 #include <algorithm>

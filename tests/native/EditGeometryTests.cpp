@@ -1,4 +1,4 @@
-#include "logic/EditGeometry.h"
+#include "logic/editing/EditGeometry.h"
 #include "tests/native/Tables.h"
 
 #include <array>

@@ -1,6 +1,6 @@
 // Components as text, and what is done and undone with them.
-#include "logic/ComponentText.h"
-#include "logic/EditHistory.h"
+#include "logic/editing/ComponentText.h"
+#include "logic/editing/EditHistory.h"
 #include "tests/native/Tables.h"
 
 #include <algorithm>

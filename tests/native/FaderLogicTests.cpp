@@ -1,5 +1,5 @@
-#include "logic/FaderLogic.h"
-#include "logic/FloatFormat.h"
+#include "logic/controls/FaderLogic.h"
+#include "logic/text/FloatFormat.h"
 #include "tests/native/Tables.h"
 
 #include <stdexcept>

@@ -1,7 +1,7 @@
 // Equaliser bands and crossovers: their values, texts and steps.
-#include "logic/Crossover.h"
-#include "logic/EqBand.h"
-#include "logic/FilterValues.h"
+#include "logic/controls/Crossover.h"
+#include "logic/controls/EqBand.h"
+#include "logic/controls/FilterValues.h"
 #include "tests/native/Tables.h"
 
 using namespace logic;

@@ -1,10 +1,10 @@
 // What the controls show that take no input: meter, lamp, clock, and the frames and shades they are drawn
 // with.
-#include "logic/ClockText.h"
-#include "logic/ImageFrames.h"
-#include "logic/LedLogic.h"
-#include "logic/MeterLogic.h"
-#include "logic/Shading.h"
+#include "logic/controls/ClockText.h"
+#include "logic/controls/LedLogic.h"
+#include "logic/controls/MeterLogic.h"
+#include "logic/drawing/ImageFrames.h"
+#include "logic/drawing/Shading.h"
 #include "tests/native/Tables.h"
 
 using namespace logic;

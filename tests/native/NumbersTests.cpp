@@ -1,7 +1,7 @@
 // Numbers, and the values that controls show of them.
-#include "logic/FloatFormat.h"
-#include "logic/Numbers.h"
-#include "logic/ShownValue.h"
+#include "logic/controls/ShownValue.h"
+#include "logic/text/FloatFormat.h"
+#include "logic/text/Numbers.h"
 #include "tests/native/Tables.h"
 
 #include <clocale>

@@ -1,6 +1,6 @@
 // Knobs and buttons under the mouse and the keys.
-#include "logic/ButtonLogic.h"
-#include "logic/KnobLogic.h"
+#include "logic/controls/ButtonLogic.h"
+#include "logic/controls/KnobLogic.h"
 #include "tests/native/Tables.h"
 
 using namespace logic;

@@ -1,8 +1,8 @@
 // What lies in and beside panel files: layers, pictures, copies for recovery, and values on opening.
-#include "logic/BitmapFile.h"
-#include "logic/Layers.h"
-#include "logic/OpeningValues.h"
-#include "logic/RecoveryCopy.h"
+#include "logic/controls/Layers.h"
+#include "logic/devices/OpeningValues.h"
+#include "logic/drawing/BitmapFile.h"
+#include "logic/editing/RecoveryCopy.h"
 #include "tests/native/Tables.h"
 
 using namespace logic;

@@ -1,4 +1,4 @@
-#include "logic/PropertyLine.h"
+#include "logic/text/PropertyLine.h"
 #include "tests/native/Tables.h"
 
 using namespace logic;

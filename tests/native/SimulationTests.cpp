@@ -1,4 +1,4 @@
-#include "logic/Simulation.h"
+#include "logic/devices/Simulation.h"
 #include "tests/native/Tables.h"
 
 #include <algorithm>

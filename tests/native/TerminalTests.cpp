@@ -1,10 +1,10 @@
 // The terminals on the network and on the telephone: who may connect, what they are sent, what they may set.
-#include "logic/RemoteValues.h"
-#include "logic/TelephoneTerminal.h"
-#include "logic/TelnetFilter.h"
-#include "logic/Terminal.h"
-#include "logic/TerminalAdmission.h"
-#include "logic/TerminalLine.h"
+#include "logic/remote/RemoteValues.h"
+#include "logic/remote/TelephoneTerminal.h"
+#include "logic/remote/TelnetFilter.h"
+#include "logic/remote/Terminal.h"
+#include "logic/remote/TerminalAdmission.h"
+#include "logic/remote/TerminalLine.h"
 #include "tests/native/Tables.h"
 
 using namespace logic;

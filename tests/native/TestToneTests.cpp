@@ -1,4 +1,4 @@
-#include "logic/TestTone.h"
+#include "logic/controls/TestTone.h"
 #include "tests/native/Tables.h"
 
 using namespace logic;

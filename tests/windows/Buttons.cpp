@@ -1,6 +1,6 @@
 #include "tests/windows/Buttons.h"
 
-#include "logic/Text.h"
+#include "logic/text/Text.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 // The clock: its text, its size, its timer and what a click sends.
 
-#include "logic/ClockText.h"
+#include "logic/controls/ClockText.h"
 #include "tests/windows/Buttons.h"
 #include "tests/windows/ImportHook.h"
 

@@ -1,7 +1,7 @@
 // The dialogs of the library, driven by the messages that keys, clicks and objects cause.
 
-#include "Panelhost/Gdi.h"
 #include "Panelhost/dialogs/resource.h"
+#include "base/Gdi.h"
 #include "tests/windows/HeldKeys.h"
 #include "tests/windows/Resources.h"
 #include "tests/windows/TestPanel.h"

@@ -2,8 +2,8 @@
 
 #include "Controls/resources/resource.h"
 #include "Panel/editing/Catalogue.h"
-#include "Panelhost/Editing.h"
 #include "Panel/resource.h"
+#include "Panelhost/Editing.h"
 #include "tests/windows/ControlClasses.h"
 #include "tests/windows/EditorPanels.h"
 #include "tests/windows/PanelCommands.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "logic/EqBand.h"
+#include "logic/controls/EqBand.h"
 #include "tests/windows/EditorPanels.h"
 
 #include <string>

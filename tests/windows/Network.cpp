@@ -2,7 +2,7 @@
 
 #include "tests/windows/TerminalClient.h"
 
-#include "Controls/network/EchoProbe.h"
+#include "Controls/interfaces/network/EchoProbe.h"
 
 #include "tests/windows/Interception.h"
 #include "tests/windows/Resources.h"

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "Panel/CommandLine.h"
 #include "Panel/ControlLibrary.h"
 #include "Panel/FrameWindow.h"
-#include "Panel/Report.h"
-#include "Panel/TraceLog.h"
+#include "Panel/common/CommandLine.h"
+#include "Panel/common/Report.h"
+#include "Panel/lists/TraceLog.h"
 #include "Panel/resource.h"
 #include "tests/windows/HeldKeys.h"
 #include "tests/windows/TestPanel.h"

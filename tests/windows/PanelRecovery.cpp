@@ -1,6 +1,6 @@
 // What Panel.exe brings back of a panel when it was ended without being asked to.
 
-#include "logic/RecoveryCopy.h"
+#include "logic/editing/RecoveryCopy.h"
 #include "tests/windows/PanelProgram.h"
 
 #include <algorithm>

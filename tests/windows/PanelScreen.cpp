@@ -1,6 +1,6 @@
 // What Panel.exe leaves on the screen when its parts are moved and sized.
 
-#include "Panelhost/Gdi.h"
+#include "base/Gdi.h"
 #include "tests/windows/PanelProgram.h"
 
 #include <algorithm>

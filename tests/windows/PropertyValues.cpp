@@ -2,7 +2,7 @@
 
 #include "Panel/editing/PanelEdits.h"
 #include "Panelhost/Editing.h"
-#include "logic/Text.h"
+#include "logic/text/Text.h"
 #include "tests/windows/Buttons.h"
 #include "tests/windows/ControlClasses.h"
 

@@ -1,6 +1,6 @@
 // Bindings between controls and to devices, and the requests that go over them.
 
-#include "logic/EqBand.h"
+#include "logic/controls/EqBand.h"
 #include "tests/windows/Buttons.h"
 #include "tests/windows/Interception.h"
 

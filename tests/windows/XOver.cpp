@@ -1,7 +1,7 @@
 // The editor of a crossover channel.
 
 #include "Controls/resources/resource.h"
-#include "logic/Crossover.h"
+#include "logic/controls/Crossover.h"
 #include "tests/windows/EditorPanels.h"
 
 #include <limits>

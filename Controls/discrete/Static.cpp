@@ -1,0 +1,192 @@
+// BSTATIC: a line of text, fixed or following what the control is bound to. It takes no input of its own. A
+// text that does not fit ends with dots and stands in full in the tooltip. Interval in milliseconds.
+
+#include "Controls/dialog/ParameterDialog.h"
+#include "Controls/families/TextValue.h"
+#include "Controls/families/Tooltip.h"
+#include "Controls/framework/Control.h"
+#include "Controls/framework/Keywords.h"
+#include "Controls/resources/resource.h"
+#include "base/Gdi.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace {
+
+constexpr int MARGIN = 1;                // at the left and right end of the text, pixels
+constexpr int MARK_END = 18;             // behind the not-equal sign
+constexpr std::size_t TIP_COLUMNS = 100; // of the tooltip, characters
+
+} // namespace
+
+class STATICPROPERTIES : public TEXTPROPERTIES {
+public:
+    const KEYWORDROW* GetHostinfoTable() override;
+    void SetDefaults() override;
+    std::string Title() const override;
+    void TextChanged() override;
+    void Draw(HDC dc, const RECT& client) const override;
+
+    // Puts the text into the tooltip, or takes it out, as it is clipped or not.
+    void UpdateTip();
+
+    Tooltip tooltip;
+
+private:
+    // Where the text goes.
+    RECT Place(const RECT& client) const {
+        return {notEqual ? MARK_END : MARGIN, 0, client.right - MARGIN, client.bottom};
+    }
+
+    std::string drawn_; // the text at the last change
+    std::string tip_;   // the text in the tooltip
+};
+
+// Keyword table
+
+namespace {
+
+constexpr KEYWORDROW KEYWORDS[] = {
+    {" ", TextValueKeyword, 0},
+    {"alignment", AlignmentKeyword, KEYWORD_SAVED},
+    {"backgroundcolor", GroundColourKeyword, KEYWORD_SAVED},
+    {"caption", TextCaptionKeyword, KEYWORD_SAVED},
+    {"connection", ConnectionKeyword, KEYWORD_BINDINGS},
+    {"datatype", DatatypeKeyword, KEYWORD_SAVED},
+    {"fmt", TextFormatKeyword, KEYWORD_SAVED},
+    {"font", FontKeyword<&STATICPROPERTIES::font>, KEYWORD_SAVED},
+    {"function", FunctionKeyword, KEYWORD_SAVED | KEYWORD_BINDINGS},
+    {"interval", IntervalKeyword, KEYWORD_SAVED},
+    {"layer", LayerKeyword, 0},
+    {"level", LayerKeyword, 0},
+    {"textcolor", TextColourKeyword, KEYWORD_SAVED},
+    {"value", TextValueKeyword, 0},
+    {},
+};
+static_assert(KeywordsAreUnique(KEYWORDS));
+
+} // namespace
+
+const KEYWORDROW* STATICPROPERTIES::GetHostinfoTable() {
+    return KEYWORDS;
+}
+
+void STATICPROPERTIES::SetDefaults() {
+    TEXTPROPERTIES::SetDefaults();
+    tooltip.AttachRelayed(*this);
+}
+
+std::string STATICPROPERTIES::Title() const {
+    char title[TEXT_SIZE] = "";
+    DefWindowProcA(window, WM_GETTEXT, sizeof title,
+                   reinterpret_cast<LPARAM>(title)); // the window's own text
+    return title;
+}
+
+void STATICPROPERTIES::TextChanged() {
+    if (shown.Text() != drawn_) {
+        drawn_ = shown.Text();
+        Redraw();
+    }
+}
+
+// Drawing
+
+void STATICPROPERTIES::Draw(HDC dc, const RECT& client) const {
+    constexpr UINT PLACES[] = {DT_LEFT, DT_CENTER, DT_RIGHT};
+    if (backgroundColor) {
+        SetDCBrushColor(dc, *backgroundColor);
+        FillRect(dc, &client, static_cast<HBRUSH>(GetStockObject(DC_BRUSH)));
+    }
+    const Selected selected(dc, font.Get());
+    SetBkMode(dc, TRANSPARENT);
+    SetTextColor(dc, textColor ? *textColor : ReadableOn(GetPixel(dc, client.right / 2, client.bottom / 2)));
+    RECT place = Place(client);
+    DrawTextA(dc, shown.Text().c_str(), -1, &place,
+              PLACES[static_cast<int>(alignment)] | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX |
+                  DT_END_ELLIPSIS);
+}
+
+// Tooltip
+
+void STATICPROPERTIES::UpdateTip() {
+    RECT client{};
+    GetClientRect(window, &client);
+    const HDC dc = GetDC(window);
+    SIZE extent{};
+    {
+        const Selected selected(dc, font.Get());
+        GetTextExtentPoint32A(dc, shown.Text().c_str(), static_cast<int>(shown.Text().size()), &extent);
+    }
+    ReleaseDC(window, dc);
+    const RECT place = Place(client);
+    const std::string tip = extent.cx > place.right - place.left ? shown.Text() : "";
+    if (tip != tip_) {
+        tip_ = tip;
+        tooltip.Hover(client, logic::WrapText(tip, TIP_COLUMNS));
+    }
+}
+
+// Input, and the text for those who ask the window for it
+
+namespace {
+
+LRESULT GetText(const std::string& text, WPARAM size, char* buffer) {
+    if (size == 0 || buffer == nullptr) {
+        return 0;
+    }
+    const std::size_t length = std::min<std::size_t>(text.size(), size - 1);
+    std::memcpy(buffer, text.data(), length);
+    buffer[length] = '\0';
+    return static_cast<LRESULT>(length);
+}
+
+LRESULT CALLBACK StaticProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    auto& text = *PropertiesOf<STATICPROPERTIES>(window);
+    if (message == WM_MOUSEMOVE) {
+        text.UpdateTip();
+    }
+    text.tooltip.Relay(message, wParam, lParam);
+    switch (message) {
+    case WM_GETTEXT:
+        return GetText(text.shown.Text(), wParam, reinterpret_cast<char*>(lParam));
+    case WM_GETTEXTLENGTH:
+        return static_cast<LRESULT>(text.shown.Text().size());
+    case WM_SETTEXT:
+        if (lParam != 0) {
+            text.SetCaption(reinterpret_cast<const char*>(lParam));
+        }
+        return TRUE;
+    default:
+        break;
+    }
+    return IndicatorProc(window, message, wParam, lParam);
+}
+
+} // namespace
+
+// Parameter dialog and registration
+
+namespace {
+
+constexpr DialogEdit EDITS[] = {
+    {IDC_CAPTION, "Caption", FieldKind::Text, "caption"},
+    {IDC_FONT, "Font", FieldKind::Font, "font", 0, 0, IDC_CHOOSE_FONT},
+    {IDC_TEXT_COLOUR, "Text colour", FieldKind::Colour, "textcolor", 0, 0, IDC_CHOOSE_TEXT_COLOUR},
+    {IDC_BACKGROUND, "Background", FieldKind::Colour, "backgroundcolor", 0, 0, IDC_CHOOSE_BACKGROUND},
+    {IDC_FORMAT, "Number format", FieldKind::Text, "fmt"},
+    {IDC_INTERVAL, "Polling interval", FieldKind::Integer, "interval"},
+};
+constexpr DialogChoice CHOICES[] = {
+    {IDC_ALIGNMENT, "alignment", "left,center,right"},
+    {IDC_DATATYPE, "datatype", "string,f,d"},
+};
+constexpr ParameterDialog DIALOG{.resource = IDD_STATIC, .edits = EDITS, .choices = CHOICES};
+
+} // namespace
+
+extern const ControlImplementation staticControl{.create = CreateProperties<STATICPROPERTIES>,
+                                                 .procedure = StaticProc,
+                                                 .dialog = &DIALOG,
+                                                 .share = ShareTooltip};

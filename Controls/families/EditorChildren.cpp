@@ -1,0 +1,254 @@
+// The children of the editor panels: what they are made of, and what they do with keys and with presses that
+// are the panel's.
+
+#include "Controls/families/EditorChildren.h"
+
+#include "base/Clipboard.h"
+#include "base/Guard.h"
+
+#include <algorithm>
+#include <commctrl.h>
+#include <string>
+#include <windowsx.h>
+
+namespace {
+
+constexpr int CTRL_ENTER = '\n';
+constexpr int SELECT_ALL = 1; // the character of Ctrl and A
+constexpr int CLOSED_LIST_HEIGHT = 24;
+
+struct PartClass {
+    const char* className;
+    DWORD style;
+    DWORD extendedStyle;
+};
+
+PartClass ClassOf(EditorPart part) {
+    switch (part) {
+    case EditorPart::Label:
+        return {"STATIC", SS_LEFT | SS_CENTERIMAGE | SS_NOPREFIX, 0};
+    case EditorPart::Title:
+        return {"STATIC", SS_CENTER | SS_NOTIFY | SS_NOPREFIX, 0};
+    case EditorPart::List:
+        return {"COMBOBOX", CBS_DROPDOWNLIST | CBS_HASSTRINGS | WS_VSCROLL, 0};
+    case EditorPart::TextList:
+        return {"COMBOBOX", CBS_DROPDOWNLIST | WS_VSCROLL, 0};
+    case EditorPart::Field:
+        return {"EDIT", ES_MULTILINE | ES_AUTOHSCROLL, WS_EX_CLIENTEDGE};
+    case EditorPart::Spin:
+        return {UPDOWN_CLASSA, UDS_ALIGNRIGHT | UDS_AUTOBUDDY | UDS_ARROWKEYS | UDS_HOTTRACK, 0};
+    default:
+        return {"BUTTON", BS_AUTOCHECKBOX | BS_PUSHLIKE, 0};
+    }
+}
+
+EDITORPROPERTIES* EditorOf(HWND child) {
+    return PropertiesOf<EDITORPROPERTIES>(GetParent(child));
+}
+
+// A press on a child that is the panel's, as the control itself would have received it.
+bool PassPress(const EDITORPROPERTIES& editor, HWND child, UINT message, WPARAM wParam, LPARAM lParam) {
+    constexpr WPARAM PROPERTY_CLICK = MK_RBUTTON | MK_SHIFT | MK_CONTROL;
+    if (message < WM_MOUSEFIRST || message > WM_MBUTTONDBLCLK ||
+        !(editor.mode != 0 || (message == WM_LBUTTONDOWN && IsPanelClick(editor, wParam)) ||
+          (message == WM_RBUTTONDOWN && wParam == PROPERTY_CLICK))) {
+        return false;
+    }
+    POINT place{GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
+    MapWindowPoints(child, editor.window, &place, 1);
+    // The control's own class knows no double clicks.
+    const UINT passed = message == WM_LBUTTONDBLCLK   ? WM_LBUTTONDOWN
+                        : message == WM_RBUTTONDBLCLK ? WM_RBUTTONDOWN
+                                                      : message;
+    SendMessageA(editor.window, passed, wParam, MAKELPARAM(place.x, place.y));
+    return true;
+}
+
+bool IsTabPress(const MSG* key) {
+    return key != nullptr && key->message == WM_KEYDOWN && key->wParam == VK_TAB;
+}
+
+// What a child wants of the keyboard. The Tab that leaves the panel is left to whoever moves the focus there.
+LRESULT WantedKeys(EDITORPROPERTIES& editor, HWND child, LPARAM lParam, LRESULT usual, bool isField) {
+    const auto* key = reinterpret_cast<const MSG*>(lParam);
+    if (IsTabPress(key)) {
+        const bool stays = editor.MoveFocus(child, GetKeyState(VK_SHIFT) < 0, true);
+        return stays ? usual | DLGC_WANTTAB : usual & ~(DLGC_WANTTAB | DLGC_WANTALLKEYS);
+    }
+    const bool isAnswer = key != nullptr && isField && (key->wParam == VK_RETURN || key->wParam == VK_ESCAPE);
+    return isAnswer ? usual | DLGC_WANTMESSAGE : usual;
+}
+
+// True when the key is done with.
+bool KeyDown(EDITORPROPERTIES& editor, HWND child, WPARAM key, bool isField) {
+    if (key == VK_TAB) {
+        const bool backwards = GetKeyState(VK_SHIFT) < 0;
+        if (GetKeyState(VK_CONTROL) >= 0 && !editor.MoveFocus(child, backwards, false)) {
+            editor.LeaveByTab(backwards);
+        }
+        return true;
+    }
+    if (isField && (key == VK_RETURN || key == VK_ESCAPE)) {
+        NotifyEditor(child, key == VK_RETURN ? FIELD_ENTER : FIELD_ESCAPE);
+        return true;
+    }
+    return false;
+}
+
+// The first line of what is on the clipboard: a field has but one.
+void PasteLine(HWND field) {
+    std::string line = Clipboard(field).GetText();
+    line.resize(std::min({line.size(), line.find_first_of("\r\n"), std::size_t{TEXT_SIZE - 1}}));
+    SendMessageA(field, EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(line.c_str()));
+}
+
+struct ChildWindow {
+    LRESULT SystemDoes(UINT message, WPARAM wParam, LPARAM lParam) const {
+        return CallWindowProcA(system, window, message, wParam, lParam);
+    }
+
+    HWND window;
+    WNDPROC system; // of its class
+    bool isField;
+};
+
+LRESULT HandleChild(EDITORPROPERTIES& editor, const ChildWindow& of, UINT message, WPARAM wParam,
+                    LPARAM lParam) {
+    const HWND child = of.window;
+    const bool isField = of.isField;
+    // The wheel reaches a child that it is over without the focus, and would choose another item of a list.
+    const bool isOperation = (message >= WM_KEYFIRST && message <= WM_KEYLAST) || message == WM_MOUSEWHEEL;
+    if (PassPress(editor, child, message, wParam, lParam) || (isOperation && editor.mode != 0)) {
+        return 0;
+    }
+    switch (message) {
+    case WM_GETDLGCODE:
+        return WantedKeys(editor, child, lParam, of.SystemDoes(message, wParam, lParam), isField);
+    case WM_KEYDOWN:
+        if (KeyDown(editor, child, wParam, isField)) {
+            return 0;
+        }
+        break;
+    case WM_CHAR:
+        if (isField && wParam == SELECT_ALL) {
+            SendMessageA(child, EM_SETSEL, 0, -1);
+            return 0;
+        }
+        if (wParam == VK_TAB ||
+            (isField && (wParam == VK_RETURN || wParam == VK_ESCAPE || wParam == CTRL_ENTER))) {
+            return 0;
+        }
+        break;
+    case WM_PASTE:
+        if (isField) {
+            PasteLine(child);
+            return 0;
+        }
+        break;
+    case WM_LBUTTONDOWN:
+    case WM_LBUTTONDBLCLK: // the system's list takes the focus in the middle of it and does not stand its own
+                           // end there
+        if ((GetWindowLongA(child, GWL_STYLE) & WS_TABSTOP) != 0 && GetFocus() != child) {
+            SetFocus(child);
+            if (!IsWindow(child)) {
+                return 0;
+            }
+        }
+        break;
+    case WM_SETFOCUS:
+        editor.ChildFocused(GetDlgCtrlID(child));
+        break;
+    case WM_KILLFOCUS: {
+        const LRESULT result = of.SystemDoes(message, wParam, lParam);
+        if (isField && IsWindow(child)) {
+            NotifyEditor(child, FIELD_LEFT);
+        }
+        return result;
+    }
+    default:
+        break;
+    }
+    return of.SystemDoes(message, wParam, lParam);
+}
+
+// The window procedure of the children of one kind, in front of that of their system class. Deliberately none
+// of the chains that the common controls library offers: those ask the system for a property of the window at
+// every message.
+template <EditorPart part>
+struct Child {
+    static LRESULT CALLBACK Proc(HWND child, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
+        EDITORPROPERTIES* editor = EditorOf(child);
+        if (editor == nullptr) { // it goes, or is not there yet
+            return CallWindowProcA(system, child, message, wParam, lParam);
+        }
+        const Held held(*editor);
+        return Guarded<LRESULT>(0, [&] {
+            return HandleChild(*editor, {child, system, part == EditorPart::Field}, message, wParam, lParam);
+        });
+    }
+    static void Subclass(HWND child) {
+        system = reinterpret_cast<WNDPROC>(SetWindowLongA(child, GWL_WNDPROC, reinterpret_cast<LONG>(&Proc)));
+    }
+
+    static inline WNDPROC system = nullptr; // the same for all of them
+};
+
+void Subclass(HWND child, EditorPart part) {
+    switch (part) {
+    case EditorPart::Label:
+        return Child<EditorPart::Label>::Subclass(child);
+    case EditorPart::Title:
+        return Child<EditorPart::Title>::Subclass(child);
+    case EditorPart::List:
+        return Child<EditorPart::List>::Subclass(child);
+    case EditorPart::TextList:
+        return Child<EditorPart::TextList>::Subclass(child);
+    case EditorPart::Field:
+        return Child<EditorPart::Field>::Subclass(child);
+    case EditorPart::Spin:
+        return Child<EditorPart::Spin>::Subclass(child);
+    case EditorPart::Toggle:
+        return Child<EditorPart::Toggle>::Subclass(child);
+    }
+}
+
+// What the frame adds depends on the system. Each list is begun with what was right for the one before:
+// setting a height twice takes longer than all the rest of making it.
+void SetClosedHeight(HWND list) {
+    static int inside = EDITOR_ITEM_HEIGHT;
+    SendMessageA(list, CB_SETITEMHEIGHT, static_cast<WPARAM>(-1), inside);
+    RECT closed{};
+    GetWindowRect(list, &closed);
+    if (const int lack = CLOSED_LIST_HEIGHT - (closed.bottom - closed.top); lack != 0) {
+        inside += lack;
+        SendMessageA(list, CB_SETITEMHEIGHT, static_cast<WPARAM>(-1), inside);
+    }
+}
+
+} // namespace
+
+HWND CreateEditorChild(const EditorChild& row, HWND parent, HFONT font) {
+    const PartClass partClass = ClassOf(row.part);
+    const DWORD shown = row.isHidden ? 0 : WS_VISIBLE;
+    HWND child = CreateWindowExA(partClass.extendedStyle, partClass.className, row.text,
+                                 WS_CHILD | shown | partClass.style | row.style, row.x, row.y, row.width,
+                                 row.height, parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(row.id)),
+                                 ModuleInstance(), nullptr);
+    SendMessageA(child, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
+    if (IsList(row.part)) {
+        SetClosedHeight(child);
+    } else if (row.part == EditorPart::Field) {
+        SendMessageA(child, EM_SETLIMITTEXT, TEXT_SIZE - 1, 0);
+    } else if (row.part == EditorPart::Spin) {
+        // In the middle of its range, where both arrows report; it stays there.
+        SendMessageA(child, UDM_SETRANGE, 0, MAKELPARAM(0, 100));
+        SendMessageA(child, UDM_SETPOS, 0, MAKELPARAM(50, 0));
+    }
+    Subclass(child, row.part);
+    return child;
+}
+
+LRESULT NotifyEditor(HWND field, UINT code) {
+    NMHDR header{field, static_cast<UINT_PTR>(GetDlgCtrlID(field)), code};
+    return SendMessageA(GetParent(field), WM_NOTIFY, header.idFrom, reinterpret_cast<LPARAM>(&header));
+}

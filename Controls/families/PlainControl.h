@@ -1,0 +1,8 @@
+#pragma once
+
+#include "Controls/framework/Control.h"
+
+// Objects that have the common part alone, for classes that add only what their windows share.
+
+CONTROLPROPERTIES* CreatePlainInterface();
+CONTROLPROPERTIES* CreateMiniView(); // shows the picture of its class

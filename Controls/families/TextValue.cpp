@@ -1,0 +1,287 @@
+#include "Controls/families/TextValue.h"
+
+#include "Controls/framework/Keywords.h"
+
+#include <cmath>
+#include <cstdio>
+
+namespace {
+
+TEXTPROPERTIES& TextOf(HOSTINFO* object) {
+    return *static_cast<TEXTPROPERTIES*>(object);
+}
+
+// Beyond this a float does not hold every whole number.
+constexpr float EXACT_INTEGERS = 8388608.0F;
+
+} // namespace
+
+void TEXTPROPERTIES::SetDefaults() {
+    interval = 1000;
+    SetCaption(Title());
+    FontChanged();
+}
+
+int TEXTPROPERTIES::ControlType() const {
+    switch (shown.Type()) {
+    case logic::ValueType::Float:
+        return DATATYPE_FLOAT;
+    case logic::ValueType::Integer:
+        return DATATYPE_INTEGER;
+    default:
+        return DATATYPE_TEXT;
+    }
+}
+
+void TEXTPROPERTIES::FontChanged() {
+    SendMessageA(window, WM_SETFONT, reinterpret_cast<WPARAM>(font.Get()), FALSE);
+    LookChanged();
+}
+
+// Value
+
+void TEXTPROPERTIES::SetCaption(const std::string& text) {
+    shown.SetCaption(std::string_view(text).substr(0, TEXT_SIZE - 1)); // a window text may be longer
+    caption = shown.Text();
+    TextChanged();
+}
+
+void TEXTPROPERTIES::KeepCaption() {
+    if (requests.empty()) { // else it would be another one in each file that is saved
+        caption = shown.Text();
+    }
+    TextChanged();
+}
+
+void TEXTPROPERTIES::Send() {
+    if (shown.Type() != logic::ValueType::Text && !shown.HasNumber()) {
+        return;
+    }
+    switch (shown.Type()) {
+    case logic::ValueType::Float: {
+        float value = shown.Float();
+        a_SendRequest(requests, COMMAND_SET, DATATYPE_FLOAT, &value, nullptr);
+        return;
+    }
+    case logic::ValueType::Integer: {
+        int value = shown.Integer();
+        a_SendRequest(requests, COMMAND_SET, DATATYPE_INTEGER, &value, nullptr);
+        return;
+    }
+    default: {
+        std::string value = shown.Text();
+        a_SendRequest(requests, COMMAND_SET, DATATYPE_TEXT, value.data(), nullptr);
+        return;
+    }
+    }
+}
+
+// Each asks with what is held and takes a new value.
+
+int TEXTPROPERTIES::PollText() {
+    char text[TEXT_SIZE];
+    std::snprintf(text, sizeof text, "%s", shown.Text().c_str());
+    const int result = Ask(requests, DATATYPE_TEXT, text);
+    if (result == REQUEST_DELIVERED && shown.Take(text)) {
+        TextChanged();
+    }
+    return result;
+}
+
+namespace {
+
+// A number that is not held yet is asked for with 0.
+bool IsKnown(int result) {
+    return result == REQUEST_DELIVERED || result == REQUEST_UNCHANGED;
+}
+
+} // namespace
+
+int TEXTPROPERTIES::PollInteger() {
+    int number = shown.Integer();
+    const int result = Ask(requests, DATATYPE_INTEGER, &number);
+    if (IsKnown(result) && shown.Take(number)) {
+        TextChanged();
+    }
+    return result;
+}
+
+int TEXTPROPERTIES::PollNumber() {
+    const bool isInteger = shown.Type() == logic::ValueType::Integer;
+    if (isInteger && std::fabs(shown.Float()) >= EXACT_INTEGERS) {
+        return PollInteger();
+    }
+    float number =
+        shown.Float(); // also for a whole number: asked for one, a target would cut the fraction off
+    const int result = Ask(requests, DATATYPE_FLOAT, &number);
+    if (!IsKnown(result)) {
+        return result;
+    }
+    if (isInteger && std::fabs(number) >= EXACT_INTEGERS) {
+        return PollInteger();
+    }
+    const bool isNew = isInteger ? shown.Take(logic::RoundToInteger(number).value_or(0)) : shown.Take(number);
+    if (isNew) {
+        TextChanged();
+    }
+    return result;
+}
+
+void TEXTPROPERTIES::Poll() {
+    if (requests.empty()) {
+        ShowPollResult(REQUEST_UNCHANGED); // it may have been bound before
+        return;
+    }
+    ShowPollResult(shown.Type() == logic::ValueType::Text ? PollText() : PollNumber());
+}
+
+COLORREF ReadableOn(COLORREF ground) {
+    const int brightness = 3 * GetRValue(ground) + 6 * GetGValue(ground) + GetBValue(ground); // of 2550
+    return brightness > 1200 ? RGB(0, 0, 0) : RGB(255, 255, 255);
+}
+
+// Keyword handlers
+
+namespace {
+
+// What a set record holds, taken as a new value. Nothing when it cannot be read, else whether it is new.
+std::optional<bool> TakeRecord(TEXTPROPERTIES& text, const VALUERECORD* record) {
+    switch (text.shown.Type()) {
+    case logic::ValueType::Float: {
+        float number = 0;
+        return a_ReadFloat(record, &number) != 0 ? std::optional(text.shown.Take(text.Limited(number)))
+                                                 : std::nullopt;
+    }
+    case logic::ValueType::Integer: {
+        std::optional<std::int32_t> number;
+        if (int exact = 0; record->datatype == DATATYPE_INTEGER && a_ReadInteger(record, &exact) != 0) {
+            number = exact;
+        } else if (std::string read; a_ReadText(record, &read) != 0) {
+            number = logic::ParseWholeRounded(read);
+        }
+        if (!number) {
+            return std::nullopt;
+        }
+        const auto asFloat = static_cast<float>(*number);
+        const float limited = text.Limited(asFloat);
+        return text.shown.Take(limited == asFloat ? *number : logic::RoundToInteger(limited).value_or(0));
+    }
+    default: {
+        std::string read;
+        return a_ReadText(record, &read) != 0 ? std::optional(text.shown.Take(read)) : std::nullopt;
+    }
+    }
+}
+
+// A colour as "0x00bbggrr", or none as an empty text.
+template <auto Member>
+int OptionalColourKeyword(VALUERECORD* record, HOSTINFO* object) {
+    TEXTPROPERTIES& text = TextOf(object);
+    auto& member = text.*Member;
+    if (record->command == COMMAND_GET) {
+        char colour[16] = "";
+        if (member) {
+            std::snprintf(colour, sizeof colour, "0x%08x", static_cast<unsigned>(*member));
+        }
+        return a_AnswerText(record, colour);
+    }
+    const auto read = TextToSet(record);
+    const auto colour = read ? logic::ParseWholeHex(*read) : std::nullopt;
+    if (!read || (!read->empty() && !colour) || (colour && *colour > HIGHEST_COLOUR)) {
+        return 0;
+    }
+    member = colour ? std::optional<COLORREF>(*colour) : std::nullopt;
+    text.LookChanged();
+    return 1;
+}
+
+} // namespace
+
+int TextValueKeyword(VALUERECORD* record, HOSTINFO* object) {
+    TEXTPROPERTIES& text = TextOf(object);
+    if (record->command == COMMAND_SET) {
+        const auto isNew = TakeRecord(text, record);
+        if (isNew == true) {
+            text.KeepCaption();
+            text.Send();
+        }
+        return isNew ? 1 : 0;
+    }
+    if (record->command != COMMAND_GET) {
+        return 0;
+    }
+    switch (text.shown.Type()) {
+    case logic::ValueType::Float:
+        return a_AnswerFloat(record, text.shown.Float());
+    case logic::ValueType::Integer:
+        return a_AnswerInteger(record, text.shown.Integer());
+    default:
+        return a_AnswerText(record, text.shown.Text().c_str());
+    }
+}
+
+int TextCaptionKeyword(VALUERECORD* record, HOSTINFO* object) {
+    TEXTPROPERTIES& text = TextOf(object);
+    if (record->command == COMMAND_GET) {
+        return a_AnswerText(record, text.caption.c_str());
+    }
+    const auto caption = TextToSet(record);
+    if (!caption) {
+        return 0;
+    }
+    text.SetCaption(*caption);
+    return 1;
+}
+
+int DatatypeKeyword(VALUERECORD* record, HOSTINFO* object) {
+    TEXTPROPERTIES& text = TextOf(object);
+    if (record->command == COMMAND_GET) {
+        return a_AnswerText(record, logic::ValueTypeName(text.shown.Type()));
+    }
+    const auto read = TextToSet(record);
+    const auto type = read ? logic::ParseValueType(*read) : std::nullopt;
+    if (!type) {
+        return 0;
+    }
+    text.shown.SetType(*type);
+    text.KeepCaption();
+    return 1;
+}
+
+int TextFormatKeyword(VALUERECORD* record, HOSTINFO* object) {
+    constexpr std::size_t MAXIMUM_LENGTH = 31;
+    TEXTPROPERTIES& text = TextOf(object);
+    if (record->command == COMMAND_GET) {
+        return a_AnswerText(record, text.shown.Format().c_str());
+    }
+    const auto format = TextToSet(record);
+    if (!format || format->size() > MAXIMUM_LENGTH || (!format->empty() && !logic::IsFloatFormat(*format))) {
+        return 0;
+    }
+    text.shown.SetFormat(*format);
+    text.KeepCaption();
+    return 1;
+}
+
+int AlignmentKeyword(VALUERECORD* record, HOSTINFO* object) {
+    TEXTPROPERTIES& text = TextOf(object);
+    if (record->command == COMMAND_GET) {
+        return a_AnswerText(record, logic::AlignmentName(text.alignment));
+    }
+    const auto read = TextToSet(record);
+    const auto alignment = read ? logic::ParseAlignment(*read) : std::nullopt;
+    if (!alignment) {
+        return 0;
+    }
+    text.alignment = *alignment;
+    text.LookChanged();
+    return 1;
+}
+
+int TextColourKeyword(VALUERECORD* record, HOSTINFO* object) {
+    return OptionalColourKeyword<&TEXTPROPERTIES::textColor>(record, object);
+}
+
+int GroundColourKeyword(VALUERECORD* record, HOSTINFO* object) {
+    return OptionalColourKeyword<&TEXTPROPERTIES::backgroundColor>(record, object);
+}

@@ -1,0 +1,433 @@
+// EQ: an editor for one band of a parametric equaliser. It holds the band's record, shows it in a list,
+// fields and a toggle of its own, follows the device and sends the record whenever one of them is changed.
+// Frequencies are in Hz, gains in dB, bandwidths in octaves, interval in milliseconds.
+
+#include "Controls/dialog/ParameterDialog.h"
+#include "Controls/families/RecordEditor.h"
+#include "Controls/framework/Control.h"
+#include "Controls/framework/Keywords.h"
+#include "Controls/resources/resource.h"
+#include "base/Gdi.h"
+#include "logic/controls/EqBand.h"
+#include "logic/controls/FilterValues.h"
+
+#include <cstdio>
+#include <utility>
+
+namespace {
+
+using logic::EqBand;
+using logic::EqField;
+
+enum EqId {
+    TYPE_LIST = 100,
+    GAIN_FIELD,
+    FREQUENCY_FIELD,
+    Q_FIELD,
+    SLOPE_LIST,
+    BYPASS,
+    GAIN_SPIN,
+    FREQUENCY_SPIN,
+    Q_SPIN
+};
+
+// Rows of the layout that are spoken to by their number.
+enum EqRow {
+    CAPTION,
+    GAIN_LABEL = 3,
+    GAIN_ROW,
+    GAIN_SPIN_ROW,
+    Q_LABEL = 9,
+    Q_ROW,
+    Q_SPIN_ROW,
+    SLOPE_LABEL,
+    SLOPE_ROW
+};
+
+constexpr int UPPER_ROW = 55;
+constexpr int LOWER_ROW = 113;
+
+constexpr EditorChild LAYOUT[] = {
+    {EditorPart::Title, "", 5, 5, 115, 15},
+    {EditorPart::Label, "TYPE", 5, 26, 35, 24},
+    {EditorPart::List, "", 45, 26, 75, 200, TYPE_LIST, CBS_OWNERDRAWFIXED | WS_TABSTOP},
+    {EditorPart::Label, "GAIN", 5, UPPER_ROW, 35, 23},
+    {EditorPart::Field, "+0.0 dB", 45, UPPER_ROW, 75, 23, GAIN_FIELD, WS_TABSTOP},
+    {EditorPart::Spin, "", 0, 0, 0, 0, GAIN_SPIN},
+    {EditorPart::Label, "FREQ", 5, 84, 40, 23},
+    {EditorPart::Field, "0 Hz", 45, 84, 75, 23, FREQUENCY_FIELD, WS_TABSTOP},
+    {EditorPart::Spin, "", 0, 0, 0, 0, FREQUENCY_SPIN},
+    {EditorPart::Label, "Q", 5, LOWER_ROW, 40, 23},
+    {EditorPart::Field, "0.0", 45, LOWER_ROW, 75, 23, Q_FIELD, WS_TABSTOP},
+    {EditorPart::Spin, "", 0, 0, 0, 0, Q_SPIN},
+    {EditorPart::Label, "SLOPE", 5, LOWER_ROW, 40, 24, 0, 0, true},
+    {EditorPart::List, "", 45, LOWER_ROW, 75, 200, SLOPE_LIST, CBS_OWNERDRAWFIXED | WS_TABSTOP, true},
+    {EditorPart::Toggle, "BYPASS", 5, 142, 115, 23, BYPASS, WS_TABSTOP},
+};
+
+// The children that can be disabled, by bit.
+constexpr int DISABLED_BY_BIT[] = {BYPASS, TYPE_LIST, SLOPE_LIST, FREQUENCY_FIELD, GAIN_FIELD, Q_FIELD};
+
+constexpr EqField FieldOf(int id) {
+    return id == GAIN_FIELD ? EqField::Gain : id == FREQUENCY_FIELD ? EqField::Frequency : EqField::Q;
+}
+
+} // namespace
+
+namespace {
+
+// The image list of the filter types.
+class FilterImages : public SharedResources {
+public:
+    explicit FilterImages(HINSTANCE module)
+        : images(
+              ImageList_LoadImageA(module, MAKEINTRESOURCEA(IDB_FILTERS), WIDTH, 1, MASK, IMAGE_BITMAP, 0)) {}
+
+    static std::unique_ptr<SharedResources> Share(const ControlClass&, HINSTANCE module) {
+        return std::make_unique<FilterImages>(module);
+    }
+
+    const ImageList images;
+
+private:
+    static constexpr int WIDTH = 13; // pixels of each
+    static constexpr COLORREF MASK = 0xFFFFFF;
+};
+
+} // namespace
+
+class EQPROPERTIES : public RECORDEDITOR<EqBand> {
+public:
+    EQPROPERTIES() {
+        parts = {{&requests, &requests, DATATYPE_MASTER_EQ, [](EqBand& band) -> void* { return &band; },
+                  [](EqBand& to, const EqBand& from) { to = from; }}};
+    }
+    const KEYWORDROW* GetHostinfoTable() override;
+    void SetDefaults() override;
+    void BindingsChanged() override;
+
+    std::span<const EditorChild> Layout() const override { return LAYOUT; }
+    SIZE FixedSize() const override { return {125, 170}; }
+    int FirstId(bool backwards) const override { return backwards || value.bypass != 0 ? BYPASS : TYPE_LIST; }
+    bool IsMarked(int) const override { return isFocused; }
+    void ShowMenu(HWND child, POINT place) override;
+    const char* UnlistedText(int listId) const override;
+    void DrawPicture(int listId, int item, HDC dc, const RECT& place) const override;
+
+    std::string Text(const EqBand& band) const override { return logic::EqBandText(band); }
+    std::optional<EqBand> Read(std::string_view text, const EqBand& before) const override {
+        return logic::ReadEqBand(text, before);
+    }
+    EqBand Different() const override { return {1, logic::AllPass, 1.0F, 1.0F, 1.0F, 2}; }
+    EqBand Known(const EqBand& answered, const EqBand& held) const override {
+        return logic::KnownOf(answered, held);
+    }
+    void Show(const EqBand& next) override;
+    void ShowLists(const EqBand& band) override;
+    std::string ValueText(int fieldId, bool isTyped) const override;
+    void Enter(int fieldId, const std::string* typed) override;
+    bool Step(int fieldId, int steps, const std::string* typed) override;
+    void Choose(EqBand& band, int listId, int item) const override;
+    std::int32_t& Bypass(EqBand& band) const override { return band.bypass; }
+
+    void SetDatatype(int type);
+    void SetBandwidth(bool isBandwidth);
+    unsigned DisabledMask() const;
+    void SetDisabledMask(unsigned mask);
+    void SetTitle();
+
+    bool asBandwidth = false; // shows and edits bandwidth in place of Q
+
+private:
+    void FillTypes();
+    void Arrange();
+
+    int offeredTypes = 0;
+    std::span<const std::string_view> slopeTexts;
+    UINT clipboardFormat = 0;
+};
+
+// Keyword handlers
+
+namespace {
+
+EQPROPERTIES& Eq(HOSTINFO* object) {
+    return *static_cast<EQPROPERTIES*>(object);
+}
+
+int BandwidthKeyword(VALUERECORD* record, HOSTINFO* object) {
+    EQPROPERTIES& eq = Eq(object);
+    if (record->command == COMMAND_GET) {
+        return a_AnswerText(record, eq.asBandwidth ? "bw" : "q");
+    }
+    const auto text = TextToSet(record);
+    if (text) {
+        eq.SetBandwidth(!text->empty() && (text->front() == 'b' || text->front() == 'B'));
+    }
+    return text ? 1 : 0;
+}
+
+int DatatypeKeyword(VALUERECORD* record, HOSTINFO* object) {
+    EQPROPERTIES& eq = Eq(object);
+    if (record->command == COMMAND_GET) {
+        return a_AnswerText(record, eq.ControlType() == DATATYPE_CHANNEL_EQ ? "channeleq" : "mastereq");
+    }
+    const auto text = TextToSet(record);
+    if (text) {
+        eq.SetDatatype(lstrcmpiA(text->c_str(), "channeleq") == 0 ? DATATYPE_CHANNEL_EQ : DATATYPE_MASTER_EQ);
+    }
+    return text ? 1 : 0;
+}
+
+int DisabledItemsKeyword(VALUERECORD* record, HOSTINFO* object) {
+    EQPROPERTIES& eq = Eq(object);
+    if (record->command == COMMAND_GET) {
+        char text[16];
+        std::snprintf(text, sizeof text, "0x%x", eq.DisabledMask());
+        return a_AnswerText(record, text);
+    }
+    const auto text = TextToSet(record);
+    const auto mask = text ? logic::ParseWholeHex(*text) : std::nullopt;
+    if (mask) {
+        eq.SetDisabledMask(*mask);
+    }
+    return mask ? 1 : 0;
+}
+
+int PropertiesKeyword(VALUERECORD* record, HOSTINFO* object) {
+    EQPROPERTIES& eq = Eq(object);
+    if (record->command == COMMAND_GET) {
+        return a_AnswerText(record, eq.Text(eq.value).c_str());
+    }
+    const auto text = TextToSet(record);
+    return text ? eq.LoadText(*text, true) : 0;
+}
+
+constexpr KEYWORDROW KEYWORDS[] = {
+    {" ", RecordKeyword<EqBand>, 0},
+    {"bw", BandwidthKeyword, 0},
+    {"connection", ConnectionKeyword, KEYWORD_BINDINGS},
+    {"datatype", DatatypeKeyword, KEYWORD_SAVED},
+    {"disableitems", DisabledItemsKeyword, 0},
+    {"focus", FocusKeyword, KEYWORD_SAVED},
+    {"focuscolor", FocusColourKeyword, KEYWORD_SAVED},
+    {"function", FunctionKeyword, KEYWORD_SAVED | KEYWORD_BINDINGS},
+    {"properties", PropertiesKeyword, KEYWORD_SAVED},
+    {"interval", IntervalKeyword, KEYWORD_SAVED},
+    {"layer", LayerKeyword, 0},
+    {"level", LayerKeyword, 0},
+    {"value", RecordKeyword<EqBand>, 0},
+    {},
+};
+static_assert(KeywordsAreUnique(KEYWORDS));
+
+} // namespace
+
+const KEYWORDROW* EQPROPERTIES::GetHostinfoTable() {
+    return KEYWORDS;
+}
+
+// Showing
+
+void EQPROPERTIES::SetDefaults() {
+    EDITORPROPERTIES::SetDefaults();
+    clipboardFormat = a_GetClipboardFormat("EQ band");
+    int isBandwidth = 0;
+    a_Request(this, "bandwidth", &isBandwidth);
+    asBandwidth = isBandwidth != 0;
+    SetLabel(Q_LABEL, asBandwidth ? "BW" : "Q");
+    SetTitle();
+    FillTypes();
+    Arrange();
+}
+
+void EQPROPERTIES::SetTitle() {
+    char title[TEXT_SIZE] = "";
+    GetWindowTextA(window, title, sizeof title);
+    SetLabel(CAPTION, title);
+}
+
+// The list's index is the filter type. A type beyond the list stays unselected and is shown by its name.
+void EQPROPERTIES::FillTypes() {
+    const std::string device = functions.empty() ? "" : functions.front();
+    const int offered =
+        logic::OfferedFilterTypes(device.substr(0, device.rfind('*')), ControlType() == DATATYPE_MASTER_EQ);
+    if (offered != offeredTypes) {
+        offeredTypes = offered;
+        FillList(TYPE_LIST, std::span(logic::filterTypeNames).first(static_cast<std::size_t>(offered)));
+        Select(TYPE_LIST, value.type);
+    }
+}
+
+// What there is to edit of the filter type.
+void EQPROPERTIES::Arrange() {
+    const bool hasGain = logic::HasGain(value.type);
+    const bool hasQ = logic::HasQ(value.type, value.slope);
+    const bool hasSlope = logic::HasSlope(value.type);
+    for (const int row : {GAIN_LABEL, GAIN_ROW, GAIN_SPIN_ROW}) {
+        ShowChild(row, hasGain);
+    }
+    for (const int row : {Q_LABEL, Q_ROW, Q_SPIN_ROW}) {
+        ShowChild(row, hasQ);
+    }
+    const bool isAllPass = value.type == logic::AllPass;
+    if (const std::span<const std::string_view> texts = isAllPass ? logic::filterOrders : logic::filterSlopes;
+        texts.data() != slopeTexts.data()) {
+        slopeTexts = texts;
+        SetLabel(SLOPE_LABEL, isAllPass ? "ORDER" : "SLOPE");
+        FillList(SLOPE_LIST, texts);
+    }
+    Select(SLOPE_LIST, value.slope - 1);
+    const int y = hasGain ? LOWER_ROW : UPPER_ROW;
+    for (const int row : {SLOPE_LABEL, SLOPE_ROW}) {
+        SetWindowPos(Child(row), nullptr, LAYOUT[row].x, y, 0, 0,
+                     SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS);
+        ShowChild(row, hasSlope);
+    }
+    // One child may have lain where another one is now.
+    RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN);
+}
+
+void EQPROPERTIES::Show(const EqBand& next) {
+    const EqBand before = std::exchange(value, next);
+    if (next.bypass != before.bypass) {
+        Check(BYPASS, next.bypass != 0);
+    }
+    if (next.type != before.type || next.slope != before.slope) {
+        Arrange();
+    }
+    for (const int id : {GAIN_FIELD, Q_FIELD, FREQUENCY_FIELD}) {
+        if (logic::FieldOf(next, FieldOf(id)) != logic::FieldOf(before, FieldOf(id))) {
+            FollowField(id, ValueText(id, false));
+        }
+    }
+}
+
+void EQPROPERTIES::ShowLists(const EqBand& band) {
+    Select(TYPE_LIST, band.type);
+    Select(SLOPE_LIST, band.slope - 1);
+}
+
+void EQPROPERTIES::SetBandwidth(bool isBandwidth) {
+    asBandwidth = isBandwidth;
+    SetLabel(Q_LABEL, asBandwidth ? "BW" : "Q");
+    ShowField(Q_FIELD, ValueText(Q_FIELD, false));
+    if (AreAllKnown() && !IsAnyOdd()) {
+        CommitAgain(Q_FIELD);
+    }
+}
+
+void EQPROPERTIES::SetDatatype(int type) {
+    if (type == ControlType()) {
+        return;
+    }
+    parts.front().datatype = type;
+    FillTypes();
+    // The devices are asked for the other record from now on.
+    const std::string line = "function=" + a_BuildString(functions);
+    SendMessageA(window, CWM_LOAD, LOAD_FROM_FILE, reinterpret_cast<LPARAM>(line.c_str()));
+}
+
+unsigned EQPROPERTIES::DisabledMask() const {
+    unsigned mask = 0;
+    unsigned bit = 1;
+    for (const int id : DISABLED_BY_BIT) {
+        mask |= IsWindowEnabled(Item(id)) ? 0 : bit;
+        bit <<= 1;
+    }
+    return mask;
+}
+
+void EQPROPERTIES::SetDisabledMask(unsigned mask) {
+    for (const int id : DISABLED_BY_BIT) {
+        EnableItem(id, (mask & 1) == 0);
+        mask >>= 1;
+    }
+    for (const auto& [field, spin] :
+         {std::pair(FREQUENCY_FIELD, FREQUENCY_SPIN), {GAIN_FIELD, GAIN_SPIN}, {Q_FIELD, Q_SPIN}}) {
+        EnableItem(spin, IsWindowEnabled(Item(field)));
+    }
+}
+
+const char* EQPROPERTIES::UnlistedText(int listId) const {
+    const bool isNamed = listId == TYPE_LIST && value.type >= offeredTypes;
+    return isNamed ? logic::filterTypeNames[static_cast<std::size_t>(value.type)].data() : "";
+}
+
+void EQPROPERTIES::DrawPicture(int listId, int item, HDC dc, const RECT& place) const {
+    const auto* shared = SharedOf<FilterImages>(*controlClass);
+    const HIMAGELIST images = shared == nullptr ? nullptr : shared->images.get();
+    int width = 0;
+    int height = 0;
+    if (listId == TYPE_LIST && ImageList_GetIconSize(images, &width, &height)) {
+        ImageList_Draw(images, item, dc, place.right - width,
+                       place.top + (place.bottom - place.top - height) / 2, ILD_TRANSPARENT);
+    }
+}
+
+// Values and input
+
+void EQPROPERTIES::BindingsChanged() {
+    RECORDEDITOR::BindingsChanged();
+    FillTypes();
+}
+
+std::string EQPROPERTIES::ValueText(int fieldId, bool isTyped) const {
+    return isTyped ? logic::TypedFieldText(value, FieldOf(fieldId), asBandwidth)
+                   : logic::FieldText(value, FieldOf(fieldId), asBandwidth);
+}
+
+void EQPROPERTIES::Enter(int fieldId, const std::string* typed) {
+    const auto number = typed != nullptr ? logic::ParseFloat(*typed) : std::nullopt;
+    logic::TypeField(value, FieldOf(fieldId), number, asBandwidth);
+}
+
+bool EQPROPERTIES::Step(int fieldId, int steps, const std::string*) {
+    return logic::StepField(value, FieldOf(fieldId), steps, asBandwidth);
+}
+
+void EQPROPERTIES::Choose(EqBand& band, int listId, int item) const {
+    (listId == TYPE_LIST ? band.type : band.slope) = listId == TYPE_LIST ? item : item + 1;
+    logic::LimitPassQ(band);
+}
+
+void EQPROPERTIES::ShowMenu(HWND, POINT place) {
+    CopyOrPaste(IDR_EQ_MENU, clipboardFormat, sizeof(EqBand), place,
+                [](EqBand& band) -> EqBand& { return band; });
+}
+
+namespace {
+
+LRESULT CALLBACK EqProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    const LRESULT result = EditorProc(window, message, wParam, lParam);
+    if (message == WM_SETTEXT) {
+        if (auto* eq = PropertiesOf<EQPROPERTIES>(window); eq != nullptr) {
+            eq->SetTitle();
+        }
+    }
+    return result;
+}
+
+} // namespace
+
+// Parameter dialog and registration
+
+namespace {
+
+constexpr DialogEdit EDITS[] = {
+    {IDC_EQ_VALUES, "Values", FieldKind::Text, "properties"},
+    {IDC_INTERVAL, "Polling interval", FieldKind::Integer, "interval"},
+    {IDC_FOCUS_COLOUR, "Focus colour", FieldKind::Colour, "focuscolor", 0, 0, IDC_CHOOSE_FOCUS_COLOUR},
+};
+constexpr DialogChoice CHOICES[] = {
+    {IDC_EQ_DATATYPE, "datatype", "mastereq,channeleq"},
+    {IDC_EQ_BANDWIDTH, "bw", "q,bw"},
+};
+constexpr ParameterDialog DIALOG{.resource = IDD_EQ, .edits = EDITS, .choices = CHOICES};
+
+} // namespace
+
+extern const ControlImplementation eqControl{.create = CreateProperties<EQPROPERTIES>,
+                                             .procedure = EqProc,
+                                             .dialog = &DIALOG,
+                                             .share = FilterImages::Share};

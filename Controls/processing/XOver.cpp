@@ -1,0 +1,447 @@
+// XOVER: an editor for one output channel of a loudspeaker crossover: a high-pass and a low-pass filter, a
+// gain trim, the polarity and a delay. Each of the four has functions of its own, so that each travels alone;
+// a connected control gets all of them as one record. Frequencies are in Hz, gains in dB, interval in
+// milliseconds.
+
+#include "Controls/dialog/ParameterDialog.h"
+#include "Controls/families/RecordEditor.h"
+#include "Controls/framework/Control.h"
+#include "Controls/framework/Keywords.h"
+#include "Controls/resources/resource.h"
+#include "base/Gdi.h"
+#include "logic/controls/Crossover.h"
+
+#include <cstdio>
+#include <cstring>
+#include <utility>
+
+namespace {
+
+using logic::Crossover;
+using logic::CrossoverField;
+using logic::CrossoverFilter;
+
+enum XOverId {
+    HIGH_PASS_TITLE = 100,
+    HIGH_PASS_TYPE,
+    HIGH_PASS_FIELD,
+    HIGH_PASS_SPIN,
+    LOW_PASS_TITLE,
+    LOW_PASS_TYPE,
+    LOW_PASS_FIELD,
+    LOW_PASS_SPIN,
+    GAIN_FIELD,
+    GAIN_SPIN,
+    DELAY_FIELD,
+    DELAY_SPIN,
+    DELAY_BYPASS,
+    POLARITY
+};
+
+constexpr int SEPARATOR = 85; // y of the line between the filters and the rest
+constexpr int MIDDLE = 146;   // x between the two filters
+constexpr int WIDTH = 292;
+constexpr int MARGIN = 5;
+
+constexpr EditorChild LAYOUT[] = {
+    {EditorPart::Title, "HIPASS", 5, 5, 136, 15, HIGH_PASS_TITLE},
+    {EditorPart::Title, "LOPASS", 151, 5, 136, 15, LOW_PASS_TITLE},
+    {EditorPart::Label, "RESPONSE", 5, 26, 60, 24},
+    {EditorPart::Label, "RESPONSE", 151, 26, 60, 24},
+    {EditorPart::List, "", 66, 26, 75, 200, HIGH_PASS_TYPE, CBS_OWNERDRAWVARIABLE | WS_TABSTOP},
+    {EditorPart::List, "", 212, 26, 75, 200, LOW_PASS_TYPE, CBS_OWNERDRAWFIXED | WS_TABSTOP},
+    {EditorPart::Label, "FREQ", 5, 54, 60, 23},
+    {EditorPart::Label, "FREQ", 151, 54, 60, 23},
+    {EditorPart::Field, "0 Hz", 66, 54, 75, 23, HIGH_PASS_FIELD, WS_TABSTOP},
+    {EditorPart::Spin, "", 0, 0, 0, 0, HIGH_PASS_SPIN},
+    {EditorPart::Field, "0 Hz", 212, 54, 75, 23, LOW_PASS_FIELD, WS_TABSTOP},
+    {EditorPart::Spin, "", 0, 0, 0, 0, LOW_PASS_SPIN},
+    {EditorPart::Label, "GAIN TRIM", 5, 106, 60, 23},
+    {EditorPart::Field, "+0.0 dB", 66, 106, 75, 23, GAIN_FIELD, WS_TABSTOP},
+    {EditorPart::Spin, "", 0, 0, 0, 0, GAIN_SPIN},
+    {EditorPart::Label, "POLARITY", 5, 134, 60, 23},
+    {EditorPart::TextList, "", 66, 134, 75, 200, POLARITY, WS_TABSTOP},
+    {EditorPart::Label, "DELAY", 151, 106, 60, 23},
+    {EditorPart::Field, "0 ms", 212, 106, 75, 23, DELAY_FIELD},
+    {EditorPart::Spin, "", 0, 0, 0, 0, DELAY_SPIN},
+    {EditorPart::Toggle, "BYPASS", 151, 134, 135, 23, DELAY_BYPASS},
+};
+constexpr int HIGH_PASS_TITLE_ROW = 0;
+
+// What is bound by the keywords function, function1, function2 and function3.
+enum Slot { FILTERS, GAIN, POLARITY_SLOT, DELAY, SLOT_COUNT };
+
+constexpr std::size_t COPIED_FILTER_BLOCK = 24; // bytes on the clipboard
+
+constexpr CrossoverField FieldOf(int id) {
+    return id == HIGH_PASS_FIELD  ? CrossoverField::HighPassFrequency
+           : id == LOW_PASS_FIELD ? CrossoverField::LowPassFrequency
+           : id == GAIN_FIELD     ? CrossoverField::Gain
+                                  : CrossoverField::Delay;
+}
+
+} // namespace
+
+class XOVERPROPERTIES : public RECORDEDITOR<Crossover> {
+public:
+    XOVERPROPERTIES();
+    const KEYWORDROW* GetHostinfoTable() override;
+    LRESULT OnGetTooltip(WPARAM wParam, LPARAM text) override;
+    void SetDefaults() override;
+    void Draw(HDC dc, const RECT& client) const override;
+
+    std::span<const EditorChild> Layout() const override { return LAYOUT; }
+    SIZE FixedSize() const override { return {WIDTH, 170}; }
+    int FirstId(bool backwards) const override { return backwards ? POLARITY : HIGH_PASS_TYPE; }
+    bool IsMarked(int titleRow) const override {
+        return isFocused && (titleRow == HIGH_PASS_TITLE_ROW) == (section == HIGH_PASS_TITLE);
+    }
+    void ChildFocused(int id) override;
+    void TitleClicked(int id) override { SetFocus(Item(id + 1)); }
+    void ShowMenu(HWND child, POINT place) override;
+
+    std::string Text(const Crossover& crossover) const override { return logic::CrossoverText(crossover); }
+    std::optional<Crossover> Read(std::string_view text, const Crossover& before) const override {
+        return logic::ReadCrossover(text, before);
+    }
+    Crossover Different() const override { return {{{1, 1.0F}, {1, 1.0F}}, 1.0F, 1, {1, 1.0F, 1}}; }
+    Crossover Known(const Crossover& answered, const Crossover& held) const override {
+        return logic::KnownOf(answered, held);
+    }
+    void Show(const Crossover& next) override;
+    void ShowLists(const Crossover& crossover) override;
+    std::string ValueText(int fieldId, bool isTyped) const override;
+    void Enter(int fieldId, const std::string* typed) override;
+    bool Step(int fieldId, int steps, const std::string* typed) override;
+    void Choose(Crossover& crossover, int listId, int item) const override;
+    std::int32_t& Bypass(Crossover& crossover) const override { return crossover.delay.bypass; }
+    std::size_t PartOf(int id) const override;
+    bool IsSending() const override { return parent != nullptr && !isLoading; }
+    void PartSent() override;
+
+    // 0 when it cannot be loaded; everything is then as it was. Of a file that cannot be read the name is
+    // kept.
+    int LoadConfiguration(const std::string& wanted);
+    int LoadFunctions(int slot, const char* text);
+
+    std::string configuration;             // name of the file that was loaded last, or is missing
+    BINDINGLIST slotFunctions[SLOT_COUNT]; // of the slots behind the first, which are the base's own
+    int section = HIGH_PASS_TITLE;         // id of the title whose filter has or had the focus last
+
+private:
+    REQUESTLIST slotRequests[SLOT_COUNT]; // without what is connected
+    REQUESTLIST connectedControls;
+    bool isLoading = false; // a configuration; what it changes is sent at its end
+    UINT filterFormat = 0;
+    UINT channelFormat = 0;
+};
+
+XOVERPROPERTIES::XOVERPROPERTIES() {
+    // A device delivers the filters of the first, a connected control the whole record.
+    parts = {{&requests, &slotRequests[FILTERS], DATATYPE_CROSSOVER,
+              [](Crossover& all) -> void* { return &all; },
+              [](Crossover& to, const Crossover& from) { to.filters = from.filters; }},
+             {&slotRequests[GAIN], &slotRequests[GAIN], DATATYPE_FLOAT,
+              [](Crossover& all) -> void* { return &all.gain; },
+              [](Crossover& to, const Crossover& from) { to.gain = from.gain; }},
+             {&slotRequests[POLARITY_SLOT], &slotRequests[POLARITY_SLOT], DATATYPE_INTEGER,
+              [](Crossover& all) -> void* { return &all.polarity; },
+              [](Crossover& to, const Crossover& from) { to.polarity = from.polarity; }},
+             {&slotRequests[DELAY], &slotRequests[DELAY], DATATYPE_DELAY,
+              [](Crossover& all) -> void* { return &all.delay; },
+              [](Crossover& to, const Crossover& from) { to.delay = from.delay; }}};
+}
+
+namespace {
+
+// Empty when the name is none of a file in the folder of configurations.
+std::string ConfigurationPath(std::string_view name) {
+    const std::string file = "Controls\\" + std::string(name) + ".cfg";
+    char path[MAX_PATH];
+    return name.find_first_of("\\/:*?\"<>|") == std::string::npos &&
+                   a_MakeFullPathName2(ModuleInstance(), file.c_str(), path) != 0
+               ? path
+               : "";
+}
+
+bool IsMissingConfiguration(std::string_view name) {
+    return !name.empty() && GetFileAttributesA(ConfigurationPath(name).c_str()) == INVALID_FILE_ATTRIBUTES;
+}
+
+std::string ConfigurationState(std::string_view name) {
+    return IsMissingConfiguration(name) ? "file is missing" : "";
+}
+
+} // namespace
+
+// Keyword handlers
+
+namespace {
+
+XOVERPROPERTIES& XOver(HOSTINFO* object) {
+    return *static_cast<XOVERPROPERTIES*>(object);
+}
+
+int ConfigurationKeyword(VALUERECORD* record, HOSTINFO* object) {
+    XOVERPROPERTIES& xover = XOver(object);
+    if (record->command == COMMAND_GET) {
+        return a_AnswerText(record, xover.configuration.c_str());
+    }
+    const auto name = TextToSet(record);
+    return name ? xover.LoadConfiguration(*name) : 0;
+}
+
+template <int slot>
+int SlotKeyword(VALUERECORD* record, HOSTINFO* object) {
+    XOVERPROPERTIES& xover = XOver(object);
+    if (record->command == COMMAND_GET) {
+        return a_AnswerText(record, a_BuildString(xover.slotFunctions[slot]).c_str());
+    }
+    const auto text = TextToSet(record);
+    return text ? xover.LoadFunctions(slot, text->c_str()) : 0;
+}
+
+constexpr KEYWORDROW KEYWORDS[] = {
+    {" ", RecordKeyword<Crossover>, 0},
+    {"connection", ConnectionKeyword, KEYWORD_BINDINGS},
+    {"config", ConfigurationKeyword, KEYWORD_SAVED | KEYWORD_FILE},
+    {"focus", FocusKeyword, 0},
+    {"focuscolor", FocusColourKeyword, 0},
+    {"function", FunctionKeyword, KEYWORD_SAVED | KEYWORD_BINDINGS},
+    {"function1", SlotKeyword<GAIN>, KEYWORD_SAVED | KEYWORD_BINDINGS},
+    {"function2", SlotKeyword<POLARITY_SLOT>, KEYWORD_SAVED | KEYWORD_BINDINGS},
+    {"function3", SlotKeyword<DELAY>, KEYWORD_SAVED | KEYWORD_BINDINGS},
+    {"interval", IntervalKeyword, KEYWORD_SAVED},
+    {"layer", LayerKeyword, 0},
+    {"level", LayerKeyword, 0},
+    {"value", RecordKeyword<Crossover>, 0},
+    {},
+};
+static_assert(KeywordsAreUnique(KEYWORDS));
+
+} // namespace
+
+const KEYWORDROW* XOVERPROPERTIES::GetHostinfoTable() {
+    return KEYWORDS;
+}
+
+LRESULT XOVERPROPERTIES::OnGetTooltip(WPARAM wParam, LPARAM lParam) {
+    EDITORPROPERTIES::OnGetTooltip(wParam, lParam);
+    if (IsMissingConfiguration(configuration)) {
+        auto* text = reinterpret_cast<char*>(lParam);
+        const std::size_t length = std::strlen(text);
+        std::snprintf(text + length, TEXT_SIZE - length, "   (configuration %s is missing)",
+                      configuration.c_str());
+    }
+    return 1;
+}
+
+int XOVERPROPERTIES::LoadFunctions(int slot, const char* text) {
+    BINDINGLIST none;
+    parts[static_cast<std::size_t>(slot)].SetKnown(false);
+    return a_FunctionChanged(text, this, slotFunctions[slot], none, slotRequests[slot]);
+}
+
+int XOVERPROPERTIES::LoadConfiguration(const std::string& wanted) {
+    if (wanted.empty()) {
+        configuration.clear();
+        return 1;
+    }
+    const std::string path = ConfigurationPath(wanted);
+    if (path.empty()) {
+        TRACE("XOver configuration %s: not a file name\n", wanted.c_str());
+        return 0;
+    }
+    if (!Learn()) {
+        return 1;
+    }
+    const Crossover before = value;
+    const bool outer = std::exchange(isLoading, true);
+    const int taken = a_LoadFile(this, path.c_str(), LOAD_FROM_FILE);
+    isLoading = outer;
+    if (taken <= 0) {
+        TRACE("XOver configuration %s: %s\n", wanted.c_str(),
+              taken < 0 ? "cannot be read" : "nothing to load");
+        ShowRecord(before);
+        if (taken == 0 || isLoading) {
+            return 0;
+        }
+        configuration = wanted; // the file may be there when the panel is opened next
+        return 1;
+    }
+    configuration = wanted;
+    if (value != before) {
+        SendAll();
+    }
+    return 1;
+}
+
+// Showing
+
+void XOVERPROPERTIES::SetDefaults() {
+    EDITORPROPERTIES::SetDefaults();
+    filterFormat = a_GetClipboardFormat("XOver filter");
+    channelFormat = a_GetClipboardFormat("XOver");
+    FillList(HIGH_PASS_TYPE, logic::crossoverNames);
+    FillList(LOW_PASS_TYPE, logic::crossoverNames);
+    FillList(POLARITY, logic::polarities);
+    ShowLists(value);
+    a_FollowRequests(this, functions, slotRequests[FILTERS]);
+    for (const int slot : {GAIN, POLARITY_SLOT, DELAY}) {
+        a_FollowRequests(this, slotFunctions[slot], slotRequests[slot]);
+    }
+    a_FollowRequests(this, connections, connectedControls);
+}
+
+void XOVERPROPERTIES::Draw(HDC dc, const RECT& client) const {
+    EDITORPROPERTIES::Draw(dc, client);
+    int y = SEPARATOR;
+    for (const int pen : {BLACK_PEN, WHITE_PEN}) {
+        const Selected selected(dc, GetStockObject(pen));
+        MoveToEx(dc, MARGIN, y, nullptr);
+        LineTo(dc, WIDTH - MARGIN, y);
+        ++y;
+    }
+}
+
+void XOVERPROPERTIES::Show(const Crossover& next) {
+    const Crossover before = std::exchange(value, next);
+    if (next.filters.highPass.frequency != before.filters.highPass.frequency) {
+        FollowField(HIGH_PASS_FIELD, ValueText(HIGH_PASS_FIELD, false));
+    }
+    if (next.filters.lowPass.frequency != before.filters.lowPass.frequency) {
+        FollowField(LOW_PASS_FIELD, ValueText(LOW_PASS_FIELD, false));
+    }
+    if (next.gain != before.gain) {
+        FollowField(GAIN_FIELD, ValueText(GAIN_FIELD, false));
+    }
+    if (next.delay.amount != before.delay.amount || next.delay.unit != before.delay.unit) {
+        FollowField(DELAY_FIELD, ValueText(DELAY_FIELD, false));
+    }
+    if (next.delay.bypass != before.delay.bypass) {
+        Check(DELAY_BYPASS, next.delay.bypass != 0);
+        EnableItem(DELAY_FIELD, next.delay.bypass == 0);
+        EnableItem(DELAY_SPIN, next.delay.bypass == 0);
+    }
+}
+
+void XOVERPROPERTIES::ShowLists(const Crossover& crossover) {
+    Select(HIGH_PASS_TYPE, crossover.filters.highPass.type);
+    Select(LOW_PASS_TYPE, crossover.filters.lowPass.type);
+    Select(POLARITY, crossover.polarity);
+}
+
+void XOVERPROPERTIES::ChildFocused(int id) {
+    const int focused = id >= GAIN_FIELD ? section : id >= LOW_PASS_TITLE ? LOW_PASS_TITLE : HIGH_PASS_TITLE;
+    if (std::exchange(section, focused) != focused) {
+        FocusChanged();
+    }
+}
+
+// Values and input
+
+std::size_t XOVERPROPERTIES::PartOf(int id) const {
+    switch (id) {
+    case GAIN_FIELD:
+        return GAIN;
+    case POLARITY:
+        return POLARITY_SLOT;
+    case DELAY_FIELD:
+    case DELAY_BYPASS:
+        return DELAY;
+    default:
+        return FILTERS;
+    }
+}
+
+// A connected control keeps what it holds of the parts of which nobody knows here what they should be.
+void XOVERPROPERTIES::PartSent() {
+    for (const REQUESTITEM& item : ItemsOf(connectedControls)) {
+        REQUESTLIST one{item};
+        Crossover held = value;
+        int result = REQUEST_UNCHANGED;
+        if (!AreAllKnown() || IsAnyOdd()) {
+            a_SendRequest(one, COMMAND_GET, DATATYPE_CROSSOVER, &held, &result);
+        }
+        if (parent == nullptr) {
+            return;
+        }
+        Crossover sent = value;
+        for (const auto& part : parts) {
+            if (!part.isKnown || part.odd) {
+                part.copy(sent, logic::KnownOf(held, value));
+            }
+        }
+        if (result <= REQUEST_DELIVERED) {
+            a_SendRequest(one, COMMAND_SET, DATATYPE_CROSSOVER, &sent, nullptr);
+        }
+    }
+}
+
+std::string XOVERPROPERTIES::ValueText(int fieldId, bool isTyped) const {
+    return isTyped ? logic::TypedFieldText(value, FieldOf(fieldId))
+                   : logic::FieldText(value, FieldOf(fieldId));
+}
+
+void XOVERPROPERTIES::Enter(int fieldId, const std::string* typed) {
+    logic::TypeField(value, FieldOf(fieldId), typed);
+}
+
+// The delay goes on from what was typed, and is sent when it stays 0 as well.
+bool XOVERPROPERTIES::Step(int fieldId, int steps, const std::string* typed) {
+    const Crossover before = value;
+    if (fieldId == DELAY_FIELD) {
+        logic::TypeField(value, CrossoverField::Delay, typed);
+    }
+    logic::StepField(value, FieldOf(fieldId), steps);
+    return fieldId == DELAY_FIELD || value != before;
+}
+
+void XOVERPROPERTIES::Choose(Crossover& crossover, int listId, int item) const {
+    (listId == POLARITY         ? crossover.polarity
+     : listId == HIGH_PASS_TYPE ? crossover.filters.highPass.type
+                                : crossover.filters.lowPass.type) = item;
+}
+
+// Copy and paste: on a filter's children of that filter, elsewhere of the whole channel.
+
+void XOVERPROPERTIES::ShowMenu(HWND child, POINT place) {
+    POINT inside = place;
+    MapWindowPoints(nullptr, window, &inside, 1);
+    if (child != nullptr) {
+        RECT area{};
+        GetWindowRect(child, &area);
+        MapWindowPoints(nullptr, window, reinterpret_cast<POINT*>(&area), 2);
+        inside = {area.left, area.top};
+    }
+    if (inside.y >= SEPARATOR) {
+        CopyOrPaste(IDR_XOVER_MENU, channelFormat, sizeof(Crossover), place,
+                    [](Crossover& all) -> Crossover& { return all; });
+    } else {
+        const bool isHighPass = inside.x < MIDDLE;
+        CopyOrPaste(IDR_XOVER_FILTER_MENU, filterFormat, COPIED_FILTER_BLOCK, place,
+                    [isHighPass](Crossover& all) -> CrossoverFilter& {
+                        return isHighPass ? all.filters.highPass : all.filters.lowPass;
+                    });
+    }
+}
+
+// Parameter dialog and registration
+
+namespace {
+
+constexpr DialogEdit EDITS[] = {
+    {IDC_CONFIGURATION, "Configuration", FieldKind::Text, "config"},
+    {IDC_GAIN_FUNCTION, "Gain function", FieldKind::Text, "function1"},
+    {IDC_POLARITY_FUNCTION, "Polarity function", FieldKind::Text, "function2"},
+    {IDC_DELAY_FUNCTION, "Delay function", FieldKind::Text, "function3"},
+    {IDC_INTERVAL, "Polling interval", FieldKind::Integer, "interval"},
+    {IDC_FOCUS_COLOUR, "Focus colour", FieldKind::Colour, "focuscolor", 0, 0, IDC_CHOOSE_FOCUS_COLOUR},
+};
+constexpr DialogPreview PREVIEWS[] = {{IDC_CONFIGURATION_STATE, "config", ConfigurationState}};
+constexpr ParameterDialog DIALOG{.resource = IDD_XOVER, .edits = EDITS, .previews = PREVIEWS};
+
+} // namespace
+
+extern const ControlImplementation xoverControl{
+    .create = CreateProperties<XOVERPROPERTIES>, .procedure = EditorProc, .dialog = &DIALOG};

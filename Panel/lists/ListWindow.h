@@ -1,0 +1,41 @@
+#pragma once
+
+#include "Panel/common/Window.h"
+
+#include <span>
+#include <string>
+
+struct ListColumn {
+    const char* title;
+    int width; // pixels
+};
+
+// A window of its own beside the frame with a list of many lines that can be copied. Closing only hides it.
+class ListWindow : public Window {
+public:
+    bool IsShown() const { return IsWindowVisible(Handle()); }
+    void Show(bool shown);
+    // Serves the window's keys: true when the message was one of them.
+    bool TranslateKey(MSG& message) const;
+
+protected:
+    bool Create(const char* className, const char* title, HWND frame, HFONT font, int menu,
+                std::span<const ListColumn> columns);
+    HWND List() const { return list_; }
+    LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+    virtual void OnCommand(int command);
+    // Brings the list up to date.
+    virtual void Update() = 0;
+    virtual int Count() const = 0;
+    virtual std::string Cell(int row, int column) const = 0;
+
+private:
+    void Place();
+    LRESULT OnNotify(const NMHDR& header) const;
+    void Copy() const;
+
+    HWND list_ = nullptr;
+    HACCEL keys_ = nullptr;
+    int columns_ = 0;
+    bool placed_ = false; // where its user moves it to, it stays
+};

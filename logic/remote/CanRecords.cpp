@@ -1,0 +1,106 @@
+#include "logic/remote/CanRecords.h"
+
+#include <algorithm>
+#include <charconv>
+#include <iterator>
+#include <utility>
+
+namespace logic {
+
+namespace {
+
+constexpr char recordStart = 'S';
+constexpr char recordEnd = 'T';
+
+constexpr std::size_t identifierPair = 11;
+constexpr std::size_t countPair = 15;
+constexpr std::size_t dataPair = 16;
+
+constexpr unsigned frameType = 16; // the only one that is shown with identifier and data
+
+// By type; nullptr for the types without a name, and for the frame.
+constexpr const char* typeNames[] = {
+    "RESYNC", "CAN",   "BUSLOAD", "STRING",  "CONTI",    nullptr,   nullptr,     "MEM",
+    "RTR",    "TXACK", "POWERUP", "CMD_NO",  "CAN_PRMS", "ABORTED", "CANSTATE",  "RESET",
+    nullptr,  "XRTR",  "INFO",    "CONTROL", "CONFIRM",  "OVERRUN", "KEEPALIVE",
+};
+
+int DigitValue(char character) {
+    if (character >= '0' && character <= '9')
+        return character - '0';
+    if (character >= 'a' && character <= 'f')
+        return character - 'a' + 10;
+    if (character >= 'A' && character <= 'F')
+        return character - 'A' + 10;
+    return -1;
+}
+
+unsigned PairValue(std::string_view record, std::size_t pair) {
+    const auto digit = [&](std::size_t place) {
+        return place < record.size() ? DigitValue(record[place]) : -1;
+    };
+    const int first = digit(1 + 2 * pair);
+    const int second = digit(2 + 2 * pair);
+    if (first < 0)
+        return second < 0 ? 0U : static_cast<unsigned>(second);
+    return second < 0 ? static_cast<unsigned>(first) : static_cast<unsigned>(16 * first + second);
+}
+
+std::string HexText(std::uint32_t value) {
+    char digits[8];
+    return {digits, std::to_chars(digits, digits + sizeof digits, value, 16).ptr};
+}
+
+std::string DescribeFrame(std::string_view record) {
+    std::uint32_t identifier = 0;
+    for (std::size_t byte = 0; byte < 4; ++byte)
+        identifier |= static_cast<std::uint32_t>(PairValue(record, identifierPair + byte)) << (8 * byte);
+    std::string text = HexText(identifier) + " (";
+    const unsigned count = PairValue(record, countPair);
+    for (unsigned i = 0; i < count; ++i) {
+        const unsigned value = PairValue(record, dataPair + i);
+        text += (value < 16 ? "0" : "") + HexText(value) + " ";
+    }
+    return text + ")\n";
+}
+
+} // namespace
+
+std::string DescribeCanRecord(std::string_view record) {
+    const unsigned type = PairValue(record, 0);
+    if (type == frameType)
+        return DescribeFrame(record);
+    const char* name = type < std::size(typeNames) ? typeNames[type] : nullptr;
+    return name == nullptr ? "CPC_MSG_T_UNKNOWN (" + std::to_string(type) + ")\n"
+                           : "CPC_MSG_T_" + std::string(name) + "\n";
+}
+
+void CanRecordReader::Received(std::size_t count, const Trace& trace) {
+    const std::span<char> bytes = Room().first(std::min(count, Room().size()));
+    for (const char& byte : bytes) // by reference: an overflow clears what is still to come
+        Take(byte, trace);
+    position_ = (position_ + bytes.size()) % capacity;
+}
+
+void CanRecordReader::Take(char byte, const Trace& trace) {
+    if (recordLength_ == 0) {
+        if (byte != recordStart) {
+            ++skipped_;
+            return;
+        }
+        if (skipped_ != 0)
+            trace("skipped " + std::to_string(static_cast<std::int32_t>(skipped_)) + "\n");
+        skipped_ = 0;
+    }
+    record_[recordLength_++] = byte;
+    if (byte == recordEnd) {
+        const std::size_t length = std::exchange(recordLength_, 0);
+        trace(DescribeCanRecord({record_.data(), length}));
+    } else if (recordLength_ == capacity) {
+        trace("Receive Buffer Overflow\n");
+        received_.fill('\0');
+        recordLength_ = 0;
+    }
+}
+
+} // namespace logic
