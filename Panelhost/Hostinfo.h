@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Panelhost/Api.h"
+#include "Panelhost/KeywordInfo.h"
 #include "Panelhost/Remote.h"
 #include "Panelhost/Requests.h"
 #include "Panelhost/ValueRecord.h"
@@ -107,6 +108,8 @@ public:
     // this one, NO_TICK: at none, as things are. The panel asks at each tick and leaves out those that have
     // nothing to do. An object that does not say gets every tick.
     virtual DWORD DueIn(DWORD now) const noexcept;
+    // What more is known of the keywords: one for each row of the table, or null.
+    virtual const KEYWORDINFO* GetKeywordInfo() const noexcept;
 
 private:
     friend class PanelRoot;

@@ -13,6 +13,7 @@
 #include "Panelhost/Fonts.h"
 #include "Panelhost/HostInterface.h"
 #include "Panelhost/Hostinfo.h"
+#include "Panelhost/KeywordInfo.h"
 #include "Panelhost/Messages.h"
 #include "Panelhost/PropertyLines.h"
 #include "Panelhost/PropertyList.h"

@@ -475,5 +475,5 @@ constexpr ParameterDialog DIALOG{
 
 extern const ControlImplementation faderControl{.create = CreateProperties<FADERPROPERTIES>,
                                                 .procedure = FaderProc,
-                                                .dialog = &DIALOG,
+                                                .fields = &DIALOG,
                                                 .share = SharePopupTooltip};

@@ -1,16 +1,13 @@
 // METER: one integer value, or several combined, as a bar that is polled on every tick. It takes no input of
 // its own. Interval in milliseconds, geometry in pixels.
 
-#include "Controls/dialog/ParameterDialog.h"
-#include "Controls/drawing/BitmapParts.h"
 #include "Controls/drawing/Shading.h"
-#include "Controls/framework/Control.h"
+#include "Controls/families/FacedControl.h"
 #include "Controls/framework/Keywords.h"
 #include "Controls/resources/resource.h"
 #include "logic/controls/MeterLogic.h"
 #include "logic/text/Numbers.h"
 
-#include <cstdio>
 #include <vector>
 
 namespace {
@@ -20,12 +17,11 @@ constexpr int LIT = 1;
 
 } // namespace
 
-class METERPROPERTIES : public CONTROLPROPERTIES {
+class METERPROPERTIES : public FACEDPROPERTIES {
 public:
-    const KEYWORDROW* GetHostinfoTable() override;
+    KeywordList Keywords() const override;
     void SetDefaults() override;
-    int PreferredWidth() const override;
-    void BitmapChanged();
+    BitmapParts Frames() const override { return {*face.Get(), 2}; } // unlit and lit
     void Poll() override;
     void Draw(HDC dc, const RECT& client) const override;
 
@@ -34,92 +30,85 @@ public:
     // Redraws only when it shows.
     void Show(int newValue);
 
+    int ValueKeyword(VALUERECORD& record);
+    std::string RangeText() const;
+    bool SetRangeText(const std::string& text);
+
     int value = 0;
     int minimum = 0;
     int maximum = 0;
     logic::MeterCombination combine = logic::MeterCombination::Maximum;
-    BitmapProperty face; // unlit and lit half; gives the window its size
 };
 
-// Keyword handlers
+// Keywords
 
 namespace {
 
-constexpr const char* MAXIMUM_WORD = "max";
-constexpr const char* AVERAGE_WORD = "avg";
+constexpr KEYWORDPART RANGE_PARTS[] = {{"Maximum Value", IDC_MAXIMUM, 1, 1},
+                                       {"Minimum Value", IDC_MINIMUM, 0, 1}};
 
-METERPROPERTIES& Meter(HOSTINFO* object) {
-    return *static_cast<METERPROPERTIES*>(object);
-}
+constexpr Keyword VALUE = Handled<&METERPROPERTIES::ValueKeyword>("value", KeywordKind::Integer)
+                              .Says("The number. Set, it is shown and, unless it is the old one, sent to "
+                                    "everything the meter is bound to.");
 
-int ValueKeyword(VALUERECORD* record, HOSTINFO* object) {
-    METERPROPERTIES& meter = Meter(object);
-    if (record->command == COMMAND_GET) {
-        const bool same = record->datatype == DATATYPE_FLOAT && record->data != nullptr &&
-                          logic::TruncateToInteger(*static_cast<const float*>(record->data)) == meter.value;
-        return same ? 0 : a_AnswerInteger(record, meter.value);
-    }
-    int value = 0;
-    if (record->command != COMMAND_SET || a_ReadInteger(record, &value) == 0 || value == meter.value) {
-        return 0;
-    }
-    meter.Show(value);
-    a_SendRequest(meter.requests, COMMAND_SET, DATATYPE_INTEGER, &value, nullptr);
-    return 1;
-}
-
-int CombineKeyword(VALUERECORD* record, HOSTINFO* object) {
-    METERPROPERTIES& meter = Meter(object);
-    if (record->command == COMMAND_GET) {
-        const bool isMaximum = meter.combine == logic::MeterCombination::Maximum;
-        return a_AnswerText(record, isMaximum ? MAXIMUM_WORD : AVERAGE_WORD);
-    }
-    const auto text = TextToSet(record);
-    if (text != MAXIMUM_WORD && text != AVERAGE_WORD) {
-        return 0;
-    }
-    meter.combine =
-        text == MAXIMUM_WORD ? logic::MeterCombination::Maximum : logic::MeterCombination::Average;
-    return 1;
-}
-
-int PropertiesKeyword(VALUERECORD* record, HOSTINFO* object) {
-    METERPROPERTIES& meter = Meter(object);
-    if (record->command == COMMAND_GET) {
-        char text[32];
-        std::snprintf(text, sizeof text, "%d,%d", meter.minimum, meter.maximum);
-        return a_AnswerText(record, text);
-    }
-    const auto text = TextToSet(record);
-    std::int32_t ends[] = {meter.minimum, meter.maximum};
-    if (!text || !logic::ParseIntegers(*text, ends)) {
-        return 0;
-    }
-    meter.minimum = ends[0];
-    meter.maximum = ends[1];
-    meter.Redraw();
-    return 1;
-}
-
-constexpr KEYWORDROW KEYWORDS[] = {
-    {" ", ValueKeyword, 0},
-    {"bitmap", BitmapKeyword<&METERPROPERTIES::face>, KEYWORD_SAVED | KEYWORD_FILE},
-    {"combine", CombineKeyword, KEYWORD_SAVED},
+constexpr KeywordTable KEYWORDS({
+    VALUE.AsDefault(),
+    Picture<&METERPROPERTIES::face>("bitmap").Saved().Pictures("METER_").Says(
+        "Image file with the unlit and the lit bar side by side, which gives the meter its size; empty for a "
+        "plain bar."),
+    Words<"max,avg", &METERPROPERTIES::combine>("combine")
+        .Saved()
+        .Label("Combine Results")
+        .Items(IDC_COMBINE)
+        .Says("What becomes of several answers: `max` the largest, `avg` the average."),
     // Deliberately saved although it answers no text: the line of the connections follows it and prevails.
-    {"connection", ConnectionKeyword, KEYWORD_SAVED | KEYWORD_BINDINGS},
-    {"function", FunctionKeyword, KEYWORD_SAVED | KEYWORD_BINDINGS},
-    {"layer", LayerKeyword, 0},
-    {"level", LayerKeyword, 0},
-    {"properties", PropertiesKeyword, KEYWORD_SAVED},
-    {"value", ValueKeyword, 0},
-    {},
-};
-static_assert(KeywordsAreUnique(KEYWORDS));
+    CONNECTION_KEYWORD.Saved().Says(
+        "Controls it is connected to, `OBJECT*keyword` or `OBJECT`, joined by `;`. "
+        "Saved twice: empty among the keywords, and in full after them."),
+    FUNCTION_KEYWORD,
+    LAYER_KEYWORD,
+    LEVEL_KEYWORD,
+    Property<&METERPROPERTIES::RangeText, &METERPROPERTIES::SetRangeText>("properties", KeywordKind::Numbers)
+        .Saved()
+        .Parts(RANGE_PARTS)
+        .Says("Minimum and maximum (whole numbers), joined by `,`; the maximum may be left out."),
+    VALUE,
+});
 
 } // namespace
 
-const KEYWORDROW* METERPROPERTIES::GetHostinfoTable() {
-    return KEYWORDS;
+KeywordList METERPROPERTIES::Keywords() const {
+    return KEYWORDS.List();
+}
+
+int METERPROPERTIES::ValueKeyword(VALUERECORD& record) {
+    if (record.command == COMMAND_GET) {
+        const bool same = record.datatype == DATATYPE_FLOAT && record.data != nullptr &&
+                          logic::TruncateToInteger(*static_cast<const float*>(record.data)) == value;
+        return same ? 0 : a_AnswerInteger(&record, value);
+    }
+    int number = 0;
+    if (record.command != COMMAND_SET || a_ReadInteger(&record, &number) == 0 || number == value) {
+        return 0;
+    }
+    Show(number);
+    a_SendRequest(requests, COMMAND_SET, DATATYPE_INTEGER, &number, nullptr);
+    return 1;
+}
+
+std::string METERPROPERTIES::RangeText() const {
+    return std::to_string(minimum) + "," + std::to_string(maximum);
+}
+
+bool METERPROPERTIES::SetRangeText(const std::string& text) {
+    std::int32_t ends[] = {minimum, maximum};
+    if (!logic::ParseIntegers(text, ends)) {
+        return false;
+    }
+    minimum = ends[0];
+    maximum = ends[1];
+    Redraw();
+    return true;
 }
 
 void METERPROPERTIES::SetDefaults() {
@@ -162,24 +151,12 @@ void METERPROPERTIES::Poll() {
 
 // Drawing
 
-int METERPROPERTIES::PreferredWidth() const {
-    return face.Get() != nullptr ? BitmapParts(*face.Get(), 2).Width() : CONTROLPROPERTIES::PreferredWidth();
-}
-
-void METERPROPERTIES::BitmapChanged() {
-    if (face.Get() != nullptr) {
-        const BitmapParts parts(*face.Get(), 2);
-        Resize(parts.Width(), parts.Height());
-    }
-    Redraw();
-}
-
 void METERPROPERTIES::Draw(HDC dc, const RECT& client) const {
     const int fill = FillHeight(client.bottom);
     const RECT top{0, 0, client.right, IsReversed() ? fill : client.bottom - fill};
     const RECT bottom{0, top.bottom, client.right, client.bottom};
     if (face.Get() != nullptr) {
-        const BitmapParts parts(*face.Get(), 2);
+        const BitmapParts parts = Frames();
         parts.Draw(dc, IsReversed() ? LIT : UNLIT, top);
         parts.Draw(dc, IsReversed() ? UNLIT : LIT, bottom);
         return;
@@ -190,19 +167,10 @@ void METERPROPERTIES::Draw(HDC dc, const RECT& client) const {
     DrawShadedColumns(dc, bar, BAR_COLOUR);
 }
 
-// Parameter dialog and registration
-
-namespace {
-
-constexpr DialogEdit EDITS[] = {
-    {IDC_MAXIMUM, "Maximum Value", FieldKind::Integer, "properties", 1, 1},
-    {IDC_MINIMUM, "Minimum Value", FieldKind::Integer, "properties", 0, 1},
-};
-constexpr DialogChoice CHOICES[] = {{IDC_COMBINE, "combine", "max,avg"}};
-constexpr ParameterDialog DIALOG{
-    .resource = IDD_METER, .edits = EDITS, .choices = CHOICES, .bitmapPrefix = "METER_"};
-
-} // namespace
-
 extern const ControlImplementation meterControl{
-    .create = CreateProperties<METERPROPERTIES>, .procedure = IndicatorProc, .dialog = &DIALOG};
+    .create = CreateProperties<METERPROPERTIES>,
+    .procedure = IndicatorProc,
+    .purpose =
+        "A whole number, or several combined, as a bar. With a minimum that is not below the maximum it "
+        "grows downwards.",
+    .dialog = IDD_METER};

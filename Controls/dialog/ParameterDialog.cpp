@@ -351,7 +351,7 @@ void HandleTemplateCommand(ControlDialog& dialog, int id, WORD code) {
 
 const ParameterDialog* DialogOf(HOSTINFO* object) {
     const auto* control = dynamic_cast<CONTROLPROPERTIES*>(object);
-    return control == nullptr ? nullptr : control->controlClass->implementation->dialog;
+    return control == nullptr ? nullptr : control->controlClass->implementation->fields;
 }
 
 void FillSelector(ControlDialog& dialog) {
@@ -439,7 +439,7 @@ void Refill(ControlDialog& dialog) {
 }
 
 void Attach(ControlDialog& dialog, CONTROLPROPERTIES* object) {
-    if (object != dialog.object && object->controlClass->implementation->dialog != dialog.description) {
+    if (object != dialog.object && object->controlClass->implementation->fields != dialog.description) {
         return; // of another shape
     }
     dialog.SetObject(*object);
@@ -461,7 +461,7 @@ void SwitchTo(ControlDialog& dialog, HWND window) {
         FillSelector(dialog);
         return;
     }
-    if (chosen->controlClass->implementation->dialog == dialog.description) {
+    if (chosen->controlClass->implementation->fields == dialog.description) {
         dialog.object->dialog = nullptr;
         if (dialog.advanced != nullptr) {
             DestroyWindow(dialog.advanced);
@@ -689,7 +689,7 @@ bool ControlDialog::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam, LR
 } // namespace
 
 HWND OpenParameterDialog(CONTROLPROPERTIES& control) {
-    const ParameterDialog* description = control.controlClass->implementation->dialog;
+    const ParameterDialog* description = control.controlClass->implementation->fields;
     if (control.dialog != nullptr && IsWindow(control.dialog)) {
         return control.dialog;
     }

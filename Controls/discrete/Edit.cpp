@@ -433,5 +433,5 @@ constexpr ParameterDialog DIALOG{.resource = IDD_EDIT, .edits = EDITS, .choices 
 
 extern const ControlImplementation editControl{.create = CreateProperties<EDITPROPERTIES>,
                                                .procedure = EditProc,
-                                               .dialog = &DIALOG,
+                                               .fields = &DIALOG,
                                                .windowStyle = WindowStyle};

@@ -216,4 +216,4 @@ constexpr ParameterDialog DIALOG{.resource = IDD_LED, .edits = EDITS, .bitmapPre
 } // namespace
 
 extern const ControlImplementation ledControl{
-    .create = CreateProperties<LEDPROPERTIES>, .procedure = IndicatorProc, .dialog = &DIALOG};
+    .create = CreateProperties<LEDPROPERTIES>, .procedure = IndicatorProc, .fields = &DIALOG};

@@ -341,4 +341,4 @@ constexpr ParameterDialog DIALOG{.resource = IDD_PUSHBUTTON,
 } // namespace
 
 extern const ControlImplementation pushButtonControl{
-    .create = CreateProperties<PUSHBUTTONPROPERTIES>, .procedure = PushButtonProc, .dialog = &DIALOG};
+    .create = CreateProperties<PUSHBUTTONPROPERTIES>, .procedure = PushButtonProc, .fields = &DIALOG};

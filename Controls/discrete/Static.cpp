@@ -188,5 +188,5 @@ constexpr ParameterDialog DIALOG{.resource = IDD_STATIC, .edits = EDITS, .choice
 
 extern const ControlImplementation staticControl{.create = CreateProperties<STATICPROPERTIES>,
                                                  .procedure = StaticProc,
-                                                 .dialog = &DIALOG,
+                                                 .fields = &DIALOG,
                                                  .share = ShareTooltip};

@@ -244,4 +244,4 @@ constexpr ParameterDialog DIALOG{
 } // namespace
 
 extern const ControlImplementation switchButtonControl{
-    .create = CreateProperties<SWITCHBUTTONPROPERTIES>, .procedure = ButtonProc, .dialog = &DIALOG};
+    .create = CreateProperties<SWITCHBUTTONPROPERTIES>, .procedure = ButtonProc, .fields = &DIALOG};

@@ -47,3 +47,17 @@ void DrawShadedColumns(HDC dc, const RECT& area, COLORREF colour) {
         Stretch(dc, area, LineColours(colour, columns), columns, 1);
     }
 }
+
+// Round without its corners. Ellipses and arcs of that size look different on each system.
+void DrawDot(HDC dc, int left, int top, COLORREF colour) {
+    const auto fill = [&](COLORREF with, RECT area) {
+        OffsetRect(&area, left, top);
+        SetDCBrushColor(dc, with);
+        FillRect(dc, &area, static_cast<HBRUSH>(GetStockObject(DC_BRUSH)));
+    };
+    fill(colour, {1, 0, 4, 5});
+    fill(colour, {0, 1, 5, 4});
+    const COLORREF highlight = GetSysColor(COLOR_BTNHIGHLIGHT);
+    fill(highlight, {1, 4, 4, 5});
+    fill(highlight, {4, 1, 5, 4});
+}

@@ -2,7 +2,7 @@
 
 #include <windows.h>
 
-// Shaded bars, drawn where a control has no image.
+// Shaded bars, drawn where a control has no image, and the dot of a knob.
 
 constexpr COLORREF BAR_COLOUR = RGB(234, 144, 3);
 constexpr COLORREF BRIGHT_BAR_COLOUR = RGB(234, 184, 3);
@@ -10,3 +10,5 @@ constexpr COLORREF BRIGHT_BAR_COLOUR = RGB(234, 184, 3);
 // Fills the area row by row (column by column) with the colour, brightest in the middle row (column).
 void DrawShadedRows(HDC dc, const RECT& area, COLORREF colour);
 void DrawShadedColumns(HDC dc, const RECT& area, COLORREF colour);
+// A round dot of 5 x 5 pixels with a highlight at its bottom and right.
+void DrawDot(HDC dc, int left, int top, COLORREF colour);

@@ -1,5 +1,6 @@
 #include "Controls/families/RelativeMode.h"
 
+#include "Controls/framework/KeywordHandlers.h"
 #include "logic/text/Numbers.h"
 
 #include <utility>
@@ -21,9 +22,22 @@ void RelativeMode::Rebuild(const CONTROLPROPERTIES& control, float value) {
     offsets.swap(fresh);
 }
 
-void RelativeMode::Load(std::vector<float> loaded) {
-    offsets = std::move(loaded);
+std::string RelativeMode::Text() const {
+    std::string text;
+    for (const float offset : offsets) {
+        text += (text.empty() ? "" : ",") + logic::FormatFloat(offset);
+    }
+    return text;
+}
+
+bool RelativeMode::Load(const CONTROLPROPERTIES& control, const std::string& text) {
+    auto loaded = logic::ParseFloats(text);
+    if (!loaded || !HasRoomForOffsets(control, loaded->size())) {
+        return false;
+    }
+    offsets = std::move(*loaded);
     areLoaded_ = true;
+    return true;
 }
 
 namespace {

@@ -17,8 +17,10 @@ struct RelativeMode {
     // without a control. Offsets that were loaded stay as they are while further lines of a panel file are
     // loaded: the connections that they belong to come last.
     void Rebuild(const CONTROLPROPERTIES& control, float value);
-    // Replaces the offsets.
-    void Load(std::vector<float> loaded);
+    // The offsets, joined by ",". What is set replaces them; false when it is unreadable or when there would
+    // be too many of them.
+    std::string Text() const;
+    bool Load(const CONTROLPROPERTIES& control, const std::string& text);
 
 private:
     bool areLoaded_ = false; // the offsets

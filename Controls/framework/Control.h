@@ -7,10 +7,21 @@
 #include <string>
 #include <vector>
 
+// The keyword table of a class and what more is known of its rows.
+struct KeywordList {
+    const KEYWORDROW* rows = nullptr;
+    const KEYWORDINFO* infos = nullptr;
+    int count = 0;
+};
+
 // Base of every control's property object: the common protocol over the control's keyword table.
 class CONTROLPROPERTIES : public HOSTINFO {
 public:
+    // The keywords of the class.
+    virtual KeywordList Keywords() const;
     int HasHostinfoTable() override { return 1; }
+    const KEYWORDROW* GetHostinfoTable() override { return Keywords().rows; }
+    const KEYWORDINFO* GetKeywordInfo() const noexcept override { return Keywords().infos; }
     LRESULT OnLoad(WPARAM loadMode, LPARAM line) override;
     LRESULT OnSave(WPARAM saveCode, LPARAM file) override;
     LRESULT OnSaveToListCtrl(WPARAM wParam, LPARAM listView) override;

@@ -14,11 +14,18 @@ enum class ClassBackground { None, Null, SystemColour2 };
 
 struct ControlClass;
 
+constexpr int NO_DIALOG = 0;
+constexpr int LAID_OUT = -1;
+
 // What a control adds to the common part.
 struct ControlImplementation {
     CONTROLPROPERTIES* (*create)();
     WNDPROC procedure;
-    const ParameterDialog* dialog = nullptr;
+    const ParameterDialog* fields = nullptr;
+    const char* purpose = ""; // for the reference
+    // The parameter dialog: a template of the library, LAID_OUT for one that follows from the keywords, or
+    // NO_DIALOG.
+    int dialog = 0;
     // What its windows share.
     std::unique_ptr<SharedResources> (*share)(const ControlClass& controlClass, HINSTANCE module) = nullptr;
     // Of a superclassed control: the style that its window gets in place of the one it is created with.

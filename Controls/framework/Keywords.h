@@ -1,185 +1,265 @@
 #pragma once
 
-#include "Controls/drawing/BitmapProperty.h"
-#include "Controls/drawing/FontProperty.h"
-#include "Controls/framework/Control.h"
-#include "logic/text/FloatFormat.h"
-#include "logic/text/Numbers.h"
+#include "Controls/framework/KeywordHandlers.h"
+#include "Panelhost/KeywordInfo.h"
 
-#include <cstdio>
-#include <limits>
-#include <optional>
-#include <string>
-#include <string_view>
+#include <cstddef>
+#include <type_traits>
 
-// The text of a set record; nothing when it is none or cannot be read.
-std::optional<std::string> TextToSet(const VALUERECORD* record);
+// Keyword tables. One row says all there is to a keyword: name and handler, whether it is saved, who may set
+// it, and what dialogs, choosers and the reference have to know.
+//
+//     constexpr KeywordTable KEYWORDS({
+//         Handled<&KNOBPROPERTIES::ValueKeyword>(" ", KeywordKind::Number).Says("The same as `value`."),
+//         Number<&KNOBPROPERTIES::resolution>("resolution").Saved().Label("Resolution").Says("..."),
+//         INTERVAL_KEYWORD,
+//     });
+//
+// Row 0 is the default value. The order of the rows is that of saving. A table with two rows of one name, or
+// with a row that says nothing, does not compile.
 
-// Typed handlers for keyword tables: a plain member needs no handler of its own.
+struct Keyword {
+    KEYWORDROW row;
+    KEYWORDINFO info;
 
-template <class Member>
-struct MemberClass;
-template <class Class, class Type>
-struct MemberClass<Type Class::*> {
-    using type = Class;
+    // Each answers the row with one thing more said of it.
+
+    constexpr Keyword Named(const char* name) const {
+        Keyword other = *this;
+        other.row.keyword = name;
+        return other;
+    }
+    // The row of the default value, for that of the keyword `value`.
+    constexpr Keyword AsDefault() const { return Named(" ").Says("The same as `value`."); }
+    constexpr Keyword Says(const char* sentence) const {
+        Keyword more = *this;
+        more.info.sentence = sentence;
+        return more;
+    }
+    constexpr Keyword Flagged(int flags) const {
+        Keyword more = *this;
+        more.row.flags |= flags;
+        return more;
+    }
+    constexpr Keyword Saved() const { return Flagged(KEYWORD_SAVED); }
+    // What people read beside its field. The parameter dialog shows the keywords that have a label.
+    constexpr Keyword Label(const char* label) const {
+        Keyword more = *this;
+        more.info.label = label;
+        return more;
+    }
+    // The items of the dialog that others know: the field, and the button or the preview beside it.
+    constexpr Keyword Items(int field, int chooser = 0) const {
+        Keyword more = *this;
+        more.info.item = field;
+        more.info.chooser = chooser;
+        return more;
+    }
+    // A text in the dialog that shows what becomes of the value.
+    constexpr Keyword Preview(std::string (*preview)(std::string_view), int item = 0) const {
+        Keyword more = *this;
+        more.info.preview = preview;
+        more.info.previewItem = item;
+        return more;
+    }
+    constexpr Keyword Unit(const char* unit) const {
+        Keyword more = *this;
+        more.info.unit = unit;
+        return more;
+    }
+    // For what refuses numbers beyond these; the row of a handler that checks them by itself says so.
+    constexpr Keyword Limits(double minimum, double maximum) const {
+        Keyword more = *this;
+        more.info.hasLimits = true;
+        more.info.minimum = minimum;
+        more.info.maximum = maximum;
+        return more;
+    }
+    constexpr Keyword AsTyped() const {
+        Keyword more = *this;
+        more.info.isAsTyped = true;
+        return more;
+    }
+    constexpr Keyword MayBeEmpty() const {
+        Keyword more = *this;
+        more.info.mayBeEmpty = true;
+        return more;
+    }
+    // How the names of the images begin that a dialog offers.
+    constexpr Keyword Pictures(const char* prefix) const {
+        Keyword more = *this;
+        more.info.pictures = prefix;
+        return more;
+    }
+    template <std::size_t Count>
+    constexpr Keyword Options(const KEYWORDOPTION (&options)[Count]) const {
+        Keyword more = *this;
+        more.info.options = options;
+        more.info.optionCount = Count;
+        return more;
+    }
+    template <std::size_t Count>
+    constexpr Keyword Parts(const KEYWORDPART (&parts)[Count]) const {
+        Keyword more = *this;
+        more.info.parts = parts;
+        more.info.partCount = Count;
+        return more;
+    }
 };
 
-// The object that holds the member.
-template <auto Member>
-auto& HolderOf(HOSTINFO* object) {
-    return *static_cast<typename MemberClass<decltype(Member)>::type*>(object);
-}
-
-// A 32-bit integer. A value outside the bounds is refused.
-template <auto Member, int Minimum = std::numeric_limits<int>::min(),
-          int Maximum = std::numeric_limits<int>::max()>
-int IntegerKeyword(VALUERECORD* record, HOSTINFO* object) {
-    auto& member = HolderOf<Member>(object).*Member;
-    if (record->command == COMMAND_GET) {
-        return a_AnswerInteger(record, member);
-    }
-    int value = 0;
-    if (record->command != COMMAND_SET || a_ReadInteger(record, &value) == 0 || value < Minimum ||
-        value > Maximum) {
-        return 0;
-    }
-    member = value;
-    return 1;
-}
-
-// A finite 32-bit float.
-template <auto Member>
-int FloatKeyword(VALUERECORD* record, HOSTINFO* object) {
-    auto& member = HolderOf<Member>(object).*Member;
-    if (record->command == COMMAND_GET) {
-        return a_AnswerFloat(record, member);
-    }
-    return record->command == COMMAND_SET ? a_ReadFloat(record, &member) : 0;
-}
-
-// A printf format with one float conversion in a std::string; empty for none. Longer ones than files may hold
-// are refused.
-template <auto Member>
-int FloatFormatKeyword(VALUERECORD* record, HOSTINFO* object) {
-    constexpr std::size_t maximumLength = 31;
-    std::string& member = HolderOf<Member>(object).*Member;
-    if (record->command == COMMAND_GET) {
-        return a_AnswerText(record, member.c_str());
-    }
-    const auto text = TextToSet(record);
-    if (!text || text->size() > maximumLength || (!text->empty() && !logic::IsFloatFormat(*text))) {
-        return 0;
-    }
-    member = *text;
-    return 1;
-}
-
-// An image file; empty for none. BitmapChanged of the holder gives the control its size.
-template <auto Member>
-int BitmapKeyword(VALUERECORD* record, HOSTINFO* object) {
-    auto& holder = HolderOf<Member>(object);
-    BitmapProperty& member = holder.*Member;
-    if (record->command == COMMAND_GET) {
-        return a_AnswerText(record, member.Name().c_str());
-    }
-    std::string name;
-    if (record->command != COMMAND_SET || a_ReadText(record, &name) == 0 || !member.Load(name)) {
-        return 0;
-    }
-    holder.BitmapChanged();
-    return 1;
-}
-
-// A font "face,points" or "face,points,bold". FontChanged of the holder follows.
-template <auto Member>
-int FontKeyword(VALUERECORD* record, HOSTINFO* object) {
-    auto& holder = HolderOf<Member>(object);
-    FontProperty& member = holder.*Member;
-    if (record->command == COMMAND_GET) {
-        return member.Get() != nullptr ? a_AnswerText(record, member.Text().c_str()) : 0;
-    }
-    const auto text = TextToSet(record);
-    if (!text || !member.Load(*text)) {
-        return 0;
-    }
-    holder.FontChanged();
-    return 1;
-}
-
-constexpr COLORREF HIGHEST_COLOUR = 0xFFFFFF;
-
-// A COLORREF as "0x00bbggrr"; read with or without 0x. What is no colour of three bytes is refused.
-template <auto Member>
-int ColourKeyword(VALUERECORD* record, HOSTINFO* object) {
-    auto& holder = HolderOf<Member>(object);
-    COLORREF& member = holder.*Member;
-    if (record->command == COMMAND_GET) {
-        char text[16];
-        std::snprintf(text, sizeof text, "0x%08x", static_cast<unsigned>(member));
-        return a_AnswerText(record, text);
-    }
-    const auto text = TextToSet(record);
-    const auto colour = text ? logic::ParseWholeHex(*text) : std::nullopt;
-    if (!colour || *colour > HIGHEST_COLOUR) {
-        return 0;
-    }
-    member = *colour;
-    holder.Redraw();
-    return 1;
-}
-
-// A text in a std::string. One that is longer than the bound is refused.
-template <auto Member, std::size_t MaximumLength = TEXT_SIZE - 1>
-int TextKeyword(VALUERECORD* record, HOSTINFO* object) {
-    std::string& member = HolderOf<Member>(object).*Member;
-    if (record->command == COMMAND_GET) {
-        return a_AnswerText(record, member.c_str());
-    }
-    auto text = TextToSet(record);
-    if (!text || text->size() > MaximumLength) {
-        return 0;
-    }
-    member = std::move(*text);
-    return 1;
-}
-
-// A handler for records of text alone; any other datatype is refused.
-template <KEYWORDHANDLER Handler>
-int TextOnly(VALUERECORD* record, HOSTINFO* object) {
-    return record->datatype == DATATYPE_TEXT ? Handler(record, object) : 0;
-}
-
-// A handler that calls a member function of the holder after each value that was set.
-template <KEYWORDHANDLER Handler, auto Changed>
-int Notifying(VALUERECORD* record, HOSTINFO* object) {
-    const int result = Handler(record, object);
-    if (record->command == COMMAND_SET && result != 0) {
-        (HolderOf<Changed>(object).*Changed)();
-    }
-    return result;
-}
-
-// Keywords of every control.
-int FunctionKeyword(VALUERECORD* record, HOSTINFO* object);
-int ConnectionKeyword(VALUERECORD* record, HOSTINFO* object);
-int IntervalKeyword(VALUERECORD* record, HOSTINFO* object); // milliseconds, not negative
-int LayerKeyword(VALUERECORD* record, HOSTINFO* object);
-// Not 0: relative mode. Refused while there are more bindings than offsets can be saved.
-int RelativeModeKeyword(VALUERECORD* record, CONTROLPROPERTIES& control, int& relative);
-// Whether so many offsets can be saved; the edit trace says when not.
-bool HasRoomForOffsets(const CONTROLPROPERTIES& control, std::size_t count);
-// Takes any number or text, keeps nothing and answers nothing.
-int IgnoredKeyword(VALUERECORD* record, HOSTINFO* object);
-
-// For a static_assert behind each table.
 template <std::size_t Count>
-constexpr bool KeywordsAreUnique(const KEYWORDROW (&table)[Count]) {
-    for (std::size_t row = 0; row + 1 < Count; ++row) {
-        for (std::size_t other = row + 1; other + 1 < Count; ++other) {
-            if (std::string_view(table[row].keyword) == table[other].keyword) {
-                return false;
+class KeywordTable {
+public:
+    consteval explicit KeywordTable(const Keyword (&keywords)[Count]) {
+        for (std::size_t row = 0; row < Count; ++row) {
+            rows_[row] = keywords[row].row;
+            infos_[row] = keywords[row].info;
+            if (*keywords[row].info.sentence == '\0') {
+                throw "a keyword says nothing";
+            }
+            for (std::size_t other = 0; other < row; ++other) {
+                if (std::string_view(rows_[row].keyword) == rows_[other].keyword) {
+                    throw "two keywords of one name";
+                }
             }
         }
+        if (std::string_view(rows_[0].keyword) != " ") {
+            throw "row 0 is not the default value";
+        }
     }
-    return table[Count - 1].keyword == nullptr && std::string_view(table[0].keyword) == " ";
+
+    constexpr KeywordList List() const { return {rows_, infos_, static_cast<int>(Count)}; }
+
+private:
+    KEYWORDROW rows_[Count + 1]{}; // the last one ends the table
+    KEYWORDINFO infos_[Count]{};
+};
+
+// Makers of rows. Each names what the keyword sets and reads: a handler, a member function that is one, a
+// pair of member functions, or a member of the property class.
+
+constexpr Keyword Row(const char* name, KeywordKind kind, KEYWORDHANDLER handler) {
+    Keyword keyword{{name, handler, 0}, {}};
+    keyword.info.kind = kind;
+    if (kind == KeywordKind::Addresses) {
+        keyword.row.flags = KEYWORD_BINDINGS;
+    } else if (kind == KeywordKind::Picture || kind == KeywordKind::File) {
+        keyword.row.flags = KEYWORD_FILE;
+    } else if (kind == KeywordKind::Line) {
+        keyword.row.flags = KEYWORD_CLICK;
+    }
+    return keyword;
 }
+
+// int Class::Method(VALUERECORD& record)
+template <auto Method>
+constexpr Keyword Handled(const char* name, KeywordKind kind) {
+    return Row(name, kind, [](VALUERECORD* record, HOSTINFO* object) -> int {
+        return (HolderOf<Method>(object).*Method)(*record);
+    });
+}
+
+template <class Value>
+constexpr KeywordKind KindOf() {
+    if constexpr (std::is_same_v<Value, int>) {
+        return KeywordKind::Integer;
+    } else if constexpr (std::is_same_v<Value, float>) {
+        return KeywordKind::Number;
+    } else {
+        return KeywordKind::Text;
+    }
+}
+
+// Value Class::Get() const and bool Class::Set(Value); Value is int, float or std::string. Set says whether
+// it took the value.
+template <auto Get, auto Set>
+constexpr Keyword Property(const char* name) {
+    using Value =
+        std::remove_cvref_t<decltype((std::declval<typename MemberClass<decltype(Get)>::type&>().*Get)())>;
+    return Row(name, KindOf<Value>(), PropertyKeyword<Get, Set, Value>);
+}
+// The same of a text that is of another kind.
+template <auto Get, auto Set>
+constexpr Keyword Property(const char* name, KeywordKind kind) {
+    Keyword keyword = Property<Get, Set>(name);
+    const int flags = Row(name, kind, nullptr).row.flags;
+    keyword.info.kind = kind;
+    keyword.row.flags |= flags;
+    return keyword;
+}
+// One of several words, "max,avg": a member that is the number of the word, an integer or an enumeration.
+template <FixedText Allowed, auto Member, auto Changed = nullptr>
+constexpr Keyword Words(const char* name) {
+    Keyword keyword = Row(name, KeywordKind::Words, NotifyingIf<WordKeyword<Allowed, Member>, Changed>());
+    keyword.info.words = Allowed.text;
+    return keyword;
+}
+// The same with int Class::Get() const and bool Class::Set(int) for the number of the word.
+template <FixedText Allowed, auto Get, auto Set>
+constexpr Keyword WordsProperty(const char* name) {
+    Keyword keyword = Row(name, KeywordKind::Words, WordPropertyKeyword<Allowed, Get, Set>);
+    keyword.info.words = Allowed.text;
+    return keyword;
+}
+
+// Members. Changed, where there is one, is a member function that is called after each value that was set.
+template <auto Member, int Minimum = std::numeric_limits<int>::min(),
+          int Maximum = std::numeric_limits<int>::max(), auto Changed = nullptr>
+constexpr Keyword Integer(const char* name) {
+    constexpr KEYWORDHANDLER handler = IntegerKeyword<Member, Minimum, Maximum>;
+    const Keyword keyword = Row(name, KeywordKind::Integer, NotifyingIf<handler, Changed>());
+    const bool isBounded =
+        Minimum != std::numeric_limits<int>::min() || Maximum != std::numeric_limits<int>::max();
+    return isBounded ? keyword.Limits(Minimum, Maximum) : keyword;
+}
+template <auto Member, auto Changed = nullptr>
+constexpr Keyword Number(const char* name) {
+    return Row(name, KeywordKind::Number, NotifyingIf<FloatKeyword<Member>, Changed>());
+}
+template <auto Member, std::size_t MaximumLength = TEXT_SIZE - 1>
+constexpr Keyword Text(const char* name) {
+    return Row(name, KeywordKind::Text, TextKeyword<Member, MaximumLength>);
+}
+// A property line for later.
+template <auto Member, std::size_t MaximumLength = TEXT_SIZE - 1>
+constexpr Keyword Line(const char* name) {
+    return Row(name, KeywordKind::Line, TextKeyword<Member, MaximumLength>);
+}
+template <auto Member>
+constexpr Keyword FloatFormat(const char* name) {
+    return Row(name, KeywordKind::Text, FloatFormatKeyword<Member>);
+}
+template <auto Member>
+constexpr Keyword Colour(const char* name) {
+    return Row(name, KeywordKind::Colour, ColourKeyword<Member>);
+}
+template <auto Member>
+constexpr Keyword FontOf(const char* name) {
+    return Row(name, KeywordKind::Typeface, FontKeyword<Member>);
+}
+template <auto Member>
+constexpr Keyword Picture(const char* name) {
+    return Row(name, KeywordKind::Picture, BitmapKeyword<Member>);
+}
+
+// Keywords of nearly every control.
+inline constexpr Keyword CONNECTION_KEYWORD =
+    Row("connection", KeywordKind::Addresses, ConnectionKeyword)
+        .Says(
+            "Controls it is connected to, `OBJECT*keyword` or `OBJECT`, joined by `;`. Saved after all other "
+            "keywords.");
+inline constexpr Keyword FUNCTION_KEYWORD =
+    Row("function", KeywordKind::Addresses, FunctionKeyword)
+        .Saved()
+        .Says("Device parameters it is bound to, `DEVICE*parameter`, joined by `;`.");
+inline constexpr Keyword INTERVAL_KEYWORD =
+    Row("interval", KeywordKind::Integer, IntervalKeyword)
+        .Saved()
+        .Unit("ms")
+        .Limits(0, std::numeric_limits<int>::max())
+        .Says("Milliseconds from one poll of what it is bound to to the next.");
+inline constexpr Keyword LAYER_KEYWORD =
+    Row("layer", KeywordKind::Text, LayerKeyword)
+        .Says("Layers it is shown on, `u1` to `u64`, joined by `,`; empty for all. Saved unless empty.");
+inline constexpr Keyword LEVEL_KEYWORD =
+    Row("level", KeywordKind::Text, LayerKeyword).Says("Another name of `layer`.");

@@ -429,5 +429,5 @@ constexpr ParameterDialog DIALOG{.resource = IDD_EQ, .edits = EDITS, .choices = 
 
 extern const ControlImplementation eqControl{.create = CreateProperties<EQPROPERTIES>,
                                              .procedure = EqProc,
-                                             .dialog = &DIALOG,
+                                             .fields = &DIALOG,
                                              .share = FilterImages::Share};

@@ -444,4 +444,4 @@ constexpr ParameterDialog DIALOG{.resource = IDD_XOVER, .edits = EDITS, .preview
 } // namespace
 
 extern const ControlImplementation xoverControl{
-    .create = CreateProperties<XOVERPROPERTIES>, .procedure = EditorProc, .dialog = &DIALOG};
+    .create = CreateProperties<XOVERPROPERTIES>, .procedure = EditorProc, .fields = &DIALOG};

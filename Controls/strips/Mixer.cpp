@@ -415,4 +415,4 @@ constexpr ParameterDialog DIALOG{.resource = IDD_MIXER, .edits = EDITS, .choices
 } // namespace
 
 extern const ControlImplementation mixerControl{
-    .create = CreateProperties<MIXERPROPERTIES>, .procedure = MixerProc, .dialog = &DIALOG};
+    .create = CreateProperties<MIXERPROPERTIES>, .procedure = MixerProc, .fields = &DIALOG};

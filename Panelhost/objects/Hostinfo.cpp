@@ -152,6 +152,10 @@ LRESULT HOSTINFO::OnIPAddressChanged(WPARAM, LPARAM) {
     return 0;
 }
 
+const KEYWORDINFO* HOSTINFO::GetKeywordInfo() const noexcept {
+    return nullptr;
+}
+
 DWORD HOSTINFO::DueIn(DWORD) const noexcept {
     return 0;
 }

@@ -22,7 +22,8 @@ std::int16_t DragDistance(int x, int origin);
 // exactly); a value that is not a number becomes the minimum.
 float DragKnob(float value, std::int16_t dx, const KnobRange& range);
 
-enum class KnobKey { PageUp, PageDown, End, Home, Left, Right };
+// With the codes of the keys.
+enum class KnobKey { PageUp = 33, PageDown, End, Home, Left, Right = 39 };
 
 // The value a key asks for, not yet clamped and possibly infinite: End the minimum, Home the maximum, Page Up
 // and Page Down ten steps up and down, Left one up, Right one down (deliberately the mirror of the drag).

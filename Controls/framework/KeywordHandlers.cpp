@@ -1,7 +1,8 @@
-#include "Controls/framework/Keywords.h"
+#include "Controls/framework/KeywordHandlers.h"
 
 #include "logic/controls/FaderLogic.h"
 #include "logic/text/PropertyLine.h"
+#include "logic/text/Text.h"
 
 namespace {
 
@@ -75,4 +76,16 @@ int RelativeModeKeyword(VALUERECORD* record, CONTROLPROPERTIES& control, int& re
 
 int IgnoredKeyword(VALUERECORD* record, HOSTINFO*) {
     return TextToSet(record) ? 1 : 0;
+}
+
+std::string WordAt(std::string_view words, int number) {
+    const auto all = logic::SplitFields(words, ',');
+    const auto place = static_cast<std::size_t>(number);
+    return place < all.size() ? std::string(all[place]) : "";
+}
+
+int NumberOfWord(std::string_view words, std::string_view word) {
+    const auto all = logic::SplitFields(words, ',');
+    const auto found = std::find(all.begin(), all.end(), word);
+    return found == all.end() ? -1 : static_cast<int>(found - all.begin());
 }

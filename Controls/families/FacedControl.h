@@ -1,0 +1,25 @@
+#pragma once
+
+#include "Controls/drawing/BitmapParts.h"
+#include "Controls/drawing/BitmapProperty.h"
+#include "Controls/framework/Control.h"
+
+// Base of the controls with an image of one or several frames, one of which gives the control its size.
+class FACEDPROPERTIES : public CONTROLPROPERTIES {
+public:
+    int PreferredWidth() const override {
+        return face.Get() != nullptr ? Frames().Width() : CONTROLPROPERTIES::PreferredWidth();
+    }
+    // The frames of the image, of which there is one.
+    virtual BitmapParts Frames() const { return {*face.Get(), 1}; }
+    // There is another image, or another number of frames.
+    void BitmapChanged() {
+        if (face.Get() != nullptr) {
+            Resize(Frames().Width(), Frames().Height());
+        }
+        FaceChanged();
+    }
+    virtual void FaceChanged() { Redraw(); }
+
+    BitmapProperty face;
+};
