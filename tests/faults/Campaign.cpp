@@ -22,8 +22,8 @@ namespace {
 constexpr const char* USAGE =
     "Usage: faults [--seed NUMBER] [--seconds NUMBER | --minutes NUMBER] [--topic NAME [--round NUMBER]]\n"
     "              [--small-volume FOLDER] [--trap-freed-memory]\n";
-constexpr const Topic* TOPICS[] = {&recordsTopic, &destructionTopic, &savingTopic,  &filesTopic,
-                                   &memoryTopic,  &diskTopic,        &terminalTopic};
+constexpr const Topic* TOPICS[] = {&recordsTopic, &savingTopic, &filesTopic,
+                                   &memoryTopic,  &diskTopic,   &terminalTopic};
 constexpr int WARM_UP = 4;                // rounds in which the system may make things that it keeps
 constexpr int MOST_FAILURES = 20;         // of a topic, before it is given up
 constexpr DWORD LONGEST_STEP = 60 * 1000; // milliseconds; what takes longer hangs
@@ -43,40 +43,14 @@ int failuresInAll = 0;
 char step[600] = "start";
 std::atomic<DWORD> stepStart;
 
-// Where in which program or library an address lies; a symbol table names it. No text when it lies in none.
-// Without the heap, which may be what is damaged.
-const char* Place(DWORD_PTR address) {
-    HMODULE module = nullptr;
-    char path[MAX_PATH] = "";
-    if (address <= 0xFFFF ||
-        !GetModuleHandleExA(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS |
-                                GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
-                            reinterpret_cast<const char*>(address), &module) ||
-        GetModuleFileNameA(module, path, sizeof path) == 0) {
-        return "";
-    }
-    static char text[MAX_PATH + 20];
-    std::snprintf(text, sizeof text, "%s + %lx", path, address - reinterpret_cast<DWORD_PTR>(module));
-    return text;
-}
-
 LONG CALLBACK ReportCrash(EXCEPTION_POINTERS* exception) {
-    const auto address = reinterpret_cast<DWORD_PTR>(exception->ExceptionRecord->ExceptionAddress);
-    Expect(false, "crash: exception %08lx at %s", exception->ExceptionRecord->ExceptionCode, Place(address));
+    const EXCEPTION_RECORD& record = *exception->ExceptionRecord;
+    Expect(false, "crash: exception %08lx at %s", record.ExceptionCode, PlaceOf(record.ExceptionAddress));
     TerminateProcess(GetCurrentProcess(), 3);
     return EXCEPTION_EXECUTE_HANDLER;
 }
 
-// The places in our own programs and libraries that the stack holds.
 void ReportAbort(int) {
-    const auto* words = static_cast<const volatile DWORD_PTR*>(__builtin_frame_address(0));
-    for (int i = 0, shown = 0; i < 3000 && shown < 40; ++i) {
-        const std::string_view place = Place(words[i]);
-        if (!place.empty() && place.find("system32") == place.npos) {
-            std::printf("  %s\n", place.data());
-            ++shown;
-        }
-    }
     Expect(false, "the process was aborted");
     TerminateProcess(GetCurrentProcess(), 3);
 }
@@ -252,12 +226,6 @@ void Expect(bool holds, const char* format, ...) {
     std::fflush(stdout);
     ++failures;
     ++failuresInAll;
-}
-
-void PumpAll() {
-    for (MSG message; PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE);) {
-        DispatchMessageA(&message);
-    }
 }
 
 std::string Shown(const std::string& text, std::size_t limit) {

@@ -37,8 +37,7 @@ struct Topic {
     const char* name;
     void (*round)(Random& random, int number);
 };
-extern const Topic recordsTopic, destructionTopic, savingTopic, filesTopic, memoryTopic, diskTopic,
-    terminalTopic;
+extern const Topic recordsTopic, savingTopic, filesTopic, memoryTopic, diskTopic, terminalTopic;
 
 // Says what is about to be done: a crash, a hang or a failed expectation is reported with it.
 void Doing(const char* format, ...) __attribute__((format(gnu_printf, 1, 2)));
@@ -48,7 +47,5 @@ void Expect(bool holds, const char* format, ...) __attribute__((format(gnu_print
 // Folder on a volume of few bytes; empty when there is none.
 extern std::string smallVolume;
 
-// Dispatches what waits for this thread.
-void PumpAll();
 // The same text, printable, and of no more characters than that.
 std::string Shown(const std::string& text, std::size_t limit = 200);

@@ -1,5 +1,6 @@
 // Controls that end, are bound anew or lose their dialog while one of their own messages is handled.
 
+#include "Panelhost/Editing.h"
 #include "tests/windows/ControlClasses.h"
 #include "tests/windows/FreedMemory.h"
 #include "tests/windows/TestPanel.h"
@@ -25,24 +26,8 @@ void Fire() {
 }
 
 // A control of another library that a control is bound to.
-class Trap : public HOSTINFO {
-public:
-    LRESULT OnGetDatatype(WPARAM, LPARAM) override { return DATATYPE_FLOAT; }
-};
-
-LRESULT CALLBACK TrapProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
+LRESULT CALLBACK TrapProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
-    case WM_CREATE: {
-        auto* trap = new Trap;
-        a_InitializeHostinfo(window, trap, reinterpret_cast<CREATESTRUCTA*>(lParam)->lpCreateParams);
-        a_AddHostinfo(trap->parent, trap);
-        SetWindowLongA(window, GWL_USERDATA, reinterpret_cast<LONG>(trap));
-        a_HostinfoCreated(trap->parent, trap);
-        return 0;
-    }
-    case WM_DESTROY:
-        delete reinterpret_cast<Trap*>(GetWindowLongA(window, GWL_USERDATA));
-        return 0;
     case CWM_MESSAGE: {
         const auto& record = *reinterpret_cast<VALUERECORD*>(lParam);
         if (record.command == COMMAND_GET && record.datatype == DATATYPE_FLOAT) {
@@ -57,31 +42,13 @@ LRESULT CALLBACK TrapProc(HWND window, UINT message, WPARAM wParam, LPARAM lPara
         Fire();
         return 0;
     default:
-        return DefWindowProcA(window, message, wParam, lParam);
+        return OwnProcedure(window, message, wParam, lParam);
     }
 }
 
 HWND CreateTrap(const TestPanel& panel) {
-    static const ATOM registered = [] {
-        WNDCLASSA windowClass{};
-        windowClass.lpfnWndProc = TrapProc;
-        windowClass.hInstance = GetModuleHandleA(nullptr);
-        windowClass.lpszClassName = "EndingTrap";
-        return RegisterClassA(&windowClass);
-    }();
-    REQUIRE(registered != 0);
+    RegisterTestClass("EndingTrap", TrapProc);
     return panel.Create("EndingTrap", "TRAP");
-}
-
-std::vector<HWND> ChildrenOf(HWND window) {
-    std::vector<HWND> children;
-    EnumChildWindows(
-        window, [](HWND child, LPARAM list) __attribute__((stdcall))->BOOL {
-            reinterpret_cast<std::vector<HWND>*>(list)->push_back(child);
-            return TRUE;
-        },
-        reinterpret_cast<LPARAM>(&children));
-    return children;
 }
 
 // The control and its children.
@@ -107,10 +74,38 @@ struct Scene {
     void Arm() const { armed = action; }
 };
 
-void Press(const Scene& scene, HWND window) {
-    SetFocus(scene.trap);
-    scene.Arm();
-    SendMessageA(window, WM_LBUTTONDOWN, MK_LBUTTON, At(5, 5));
+void EnterLines(const Scene& scene) {
+    const HWND dialog = DialogOf(scene.control);
+    for (HWND item : ChildrenOf(dialog)) {
+        char className[32] = "";
+        GetClassNameA(item, className, sizeof className);
+        const int id = GetDlgCtrlID(item);
+        const auto command = [&](WORD code) {
+            scene.Arm();
+            SendMessageA(dialog, WM_COMMAND, MAKEWPARAM(id, code), reinterpret_cast<LPARAM>(item));
+        };
+        if (lstrcmpiA(className, "EDIT") == 0) {
+            for (const char* text : {"7", "TRAP;TRAP"}) {
+                SetWindowTextA(item, text);
+                command(EDIT_ENTER);
+            }
+        } else if ((GetWindowLongA(item, GWL_STYLE) & BS_TYPEMASK) == BS_AUTORADIOBUTTON) {
+            command(BN_CLICKED);
+        }
+    }
+}
+
+// With a host that listens.
+template <int TOLD>
+void EnterToldLines(const Scene& scene) {
+    const auto listen = [](int event, HOSTINFO*, void*) {
+        if (event == TOLD) {
+            Fire();
+        }
+        return 1;
+    };
+    a_SetEditListener(scene.panel.Root(), listen, nullptr);
+    EnterLines(scene);
 }
 
 struct Event {
@@ -122,7 +117,9 @@ constexpr Event EVENTS[] = {
     {"a press moves the focus",
      [](const Scene& scene) {
          for (HWND part : PartsOf(scene.control)) {
-             Press(scene, part);
+             SetFocus(scene.trap);
+             scene.Arm();
+             SendMessageA(part, WM_LBUTTONDOWN, MK_LBUTTON, At(5, 5));
              SendMessageA(part, WM_LBUTTONUP, 0, At(5, 5));
          }
      }},
@@ -210,27 +207,9 @@ constexpr Event EVENTS[] = {
          scene.Arm();
          SendMessageA(scene.control, CWM_MENUCOMMAND, 0, 1);
      }},
-    {"lines of the dialog",
-     [](const Scene& scene) {
-         const HWND dialog = DialogOf(scene.control);
-         for (HWND item : ChildrenOf(dialog)) {
-             char className[32] = "";
-             GetClassNameA(item, className, sizeof className);
-             const int id = GetDlgCtrlID(item);
-             const auto command = [&](WORD code) {
-                 scene.Arm();
-                 SendMessageA(dialog, WM_COMMAND, MAKEWPARAM(id, code), reinterpret_cast<LPARAM>(item));
-             };
-             if (lstrcmpiA(className, "EDIT") == 0) {
-                 for (const char* text : {"7", "TRAP;TRAP"}) {
-                     SetWindowTextA(item, text);
-                     command(EDIT_ENTER);
-                 }
-             } else if ((GetWindowLongA(item, GWL_STYLE) & BS_TYPEMASK) == BS_AUTORADIOBUTTON) {
-                 command(BN_CLICKED);
-             }
-         }
-     }},
+    {"lines of the dialog", EnterLines},
+    {"a line of the dialog that the host is asked for", EnterToldLines<EDIT_CHANGING>},
+    {"a line of the dialog that the host is told of", EnterToldLines<EDIT_CHANGED>},
     {"the dialog becomes active",
      [](const Scene& scene) {
          const HWND dialog = DialogOf(scene.control);
@@ -291,7 +270,6 @@ TEST_CASE("controls of every class survive what their own messages lead to") {
             classes.push_back(expected);
         }
     }
-    CHECK(classes.size() > 20);
     for (const Event& event : EVENTS) {
         fired = 0;
         for (const ExpectedClass& expected : classes) {
@@ -316,9 +294,7 @@ TEST_CASE("controls of every class survive what their own messages lead to") {
                 scene.action = [&] { action.act(scene); };
                 event.happen(scene);
                 armed = nullptr;
-                for (MSG message; PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE);) {
-                    DispatchMessageA(&message);
-                }
+                PumpAll();
                 DestroyWindow(scene.trap);
                 if (fired == firedBefore) {
                     break; // nothing was heard, so that no other action would be taken either

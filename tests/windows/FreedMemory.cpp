@@ -14,12 +14,10 @@ constexpr SIZE_T SMALLEST = 8;
 constexpr SIZE_T PAGE = 4096;
 constexpr SIZE_T SLOT = 2 * PAGE;   // for one block
 constexpr LONG SLOT_COUNT = 50000;  // used in turn; where none is free a block comes from the heap as before
-constexpr ULONG USER_FLAGS = 0xE00; // of an allocation; the system keeps them for the owner
+constexpr ULONG USER_FLAGS = 0xF00; // of blocks that the system keeps something with for the owner
 
 struct Block {
     SIZE_T size;
-    void* userValue;
-    ULONG userFlags;
     void* freedBy[12]; // return addresses
     LONG isUsed;
 };
@@ -48,9 +46,6 @@ BOOLEAN(WINAPI* release)(HANDLE, ULONG, void*);
 void*(WINAPI* reallocate)(HANDLE, ULONG, void*, SIZE_T);
 SIZE_T(WINAPI* size)(HANDLE, ULONG, const void*);
 BOOLEAN(WINAPI* validate)(HANDLE, ULONG, const void*);
-BOOLEAN(WINAPI* getUserInfo)(HANDLE, ULONG, void*, void**, ULONG*);
-BOOLEAN(WINAPI* setUserValue)(HANDLE, ULONG, void*, void*);
-BOOLEAN(WINAPI* setUserFlags)(HANDLE, ULONG, void*, ULONG, ULONG);
 } // namespace heap
 
 SIZE_T PagesFor(SIZE_T size) {
@@ -63,7 +58,8 @@ SIZE_T OffsetOf(SIZE_T size) {
 }
 
 void* WINAPI Allocate(HANDLE from, ULONG flags, SIZE_T size) {
-    for (int tries = 0; size >= SMALLEST && size <= SLOT && tries < 1000; ++tries) {
+    const bool isTrapped = size >= SMALLEST && size <= SLOT && (flags & USER_FLAGS) == 0;
+    for (int tries = 0; isTrapped && tries < 1000; ++tries) {
         const ULONG slot = static_cast<ULONG>(InterlockedIncrement(&turn)) % SLOT_COUNT;
         Block& block = blocks[slot];
         if (InterlockedCompareExchange(&block.isUsed, 1, 0) != 0) {
@@ -75,8 +71,6 @@ void* WINAPI Allocate(HANDLE from, ULONG flags, SIZE_T size) {
             break;
         }
         block.size = size;
-        block.userValue = nullptr;
-        block.userFlags = flags & USER_FLAGS;
         return begin + OffsetOf(size);
     }
     return heap::allocate(from, flags, size);
@@ -105,14 +99,12 @@ void* WINAPI Reallocate(HANDLE from, ULONG flags, void* memory, SIZE_T size) {
         return nullptr;
     }
     const Block& block = BlockOf(memory);
-    void* moved = Allocate(from, flags | block.userFlags, size);
+    void* moved = Allocate(from, flags, size);
     if (moved == nullptr) {
         return nullptr;
     }
     std::memcpy(moved, memory, std::min(size, block.size));
-    if (IsTrapped(moved)) {
-        BlockOf(moved).userValue = block.userValue;
-    } else if ((flags & HEAP_ZERO_MEMORY) != 0 && size > block.size) {
+    if (!IsTrapped(moved) && (flags & HEAP_ZERO_MEMORY) != 0 && size > block.size) {
         std::memset(static_cast<char*>(moved) + block.size, 0, size - block.size);
     }
     Release(from, flags, memory);
@@ -125,31 +117,6 @@ SIZE_T WINAPI Size(HANDLE from, ULONG flags, const void* memory) {
 
 BOOLEAN WINAPI Validate(HANDLE from, ULONG flags, const void* memory) {
     return IsTrapped(memory) ? BlockOf(memory).isUsed != 0 : heap::validate(from, flags, memory);
-}
-
-BOOLEAN WINAPI GetUserInfo(HANDLE from, ULONG flags, void* memory, void** value, ULONG* userFlags) {
-    if (!IsTrapped(memory)) {
-        return heap::getUserInfo(from, flags, memory, value, userFlags);
-    }
-    *value = BlockOf(memory).userValue;
-    *userFlags = BlockOf(memory).userFlags;
-    return TRUE;
-}
-
-BOOLEAN WINAPI SetUserValue(HANDLE from, ULONG flags, void* memory, void* value) {
-    if (!IsTrapped(memory)) {
-        return heap::setUserValue(from, flags, memory, value);
-    }
-    BlockOf(memory).userValue = value;
-    return TRUE;
-}
-
-BOOLEAN WINAPI SetUserFlags(HANDLE from, ULONG flags, void* memory, ULONG cleared, ULONG set) {
-    if (!IsTrapped(memory)) {
-        return heap::setUserFlags(from, flags, memory, cleared, set);
-    }
-    BlockOf(memory).userFlags = (BlockOf(memory).userFlags & ~cleared) | set;
-    return TRUE;
 }
 
 // Beginnings of functions that do not depend on where they stand, as long as a jump or longer.
@@ -195,17 +162,6 @@ bool Redirect(const char* name, Function* replacement, Function*& original) {
     return true;
 }
 
-void PrintPlace(const char* what, const void* address) {
-    HMODULE module = nullptr;
-    char path[MAX_PATH] = "?";
-    GetModuleHandleExA(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
-                       static_cast<const char*>(address), &module);
-    GetModuleFileNameA(module, path, sizeof path);
-    std::printf(
-        "  %s %s+%lx\n", what, path,
-        static_cast<unsigned long>(static_cast<const char*>(address) - reinterpret_cast<char*>(module)));
-}
-
 // Also of code of the system, whose windows' procedures would go on after it.
 LONG CALLBACK EndAtUse(EXCEPTION_POINTERS* exception) {
     const EXCEPTION_RECORD& record = *exception->ExceptionRecord;
@@ -217,10 +173,10 @@ LONG CALLBACK EndAtUse(EXCEPTION_POINTERS* exception) {
     const char* begin = slots + SlotOf(used) * SLOT + OffsetOf(block.size);
     std::printf("freed memory: byte %d of %lu is %s\n", static_cast<int>(used - begin), block.size,
                 record.ExceptionInformation[0] == 0 ? "read" : "written");
-    PrintPlace("by", record.ExceptionAddress);
+    std::printf("  by %s\n", PlaceOf(record.ExceptionAddress));
     for (const void* caller : block.freedBy) {
         if (caller != nullptr) {
-            PrintPlace("freed through", caller);
+            std::printf("  freed through %s\n", PlaceOf(caller));
         }
     }
     std::fflush(stdout);
@@ -229,6 +185,23 @@ LONG CALLBACK EndAtUse(EXCEPTION_POINTERS* exception) {
 }
 
 } // namespace
+
+const char* PlaceOf(const void* address) {
+    HMODULE module = nullptr;
+    char path[MAX_PATH] = "";
+    if (reinterpret_cast<DWORD_PTR>(address) <= 0xFFFF ||
+        !GetModuleHandleExA(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS |
+                                GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+                            static_cast<const char*>(address), &module) ||
+        GetModuleFileNameA(module, path, sizeof path) == 0) {
+        return "";
+    }
+    static char text[MAX_PATH + 20];
+    std::snprintf(
+        text, sizeof text, "%s + %lx", path,
+        static_cast<unsigned long>(static_cast<const char*>(address) - reinterpret_cast<char*>(module)));
+    return text;
+}
 
 bool TrapFreedMemory() {
     if (slots != nullptr) {
@@ -243,9 +216,6 @@ bool TrapFreedMemory() {
     AddVectoredExceptionHandler(1, EndAtUse);
     return Redirect("RtlSizeHeap", Size, heap::size) &&
            Redirect("RtlValidateHeap", Validate, heap::validate) &&
-           Redirect("RtlGetUserInfoHeap", GetUserInfo, heap::getUserInfo) &&
-           Redirect("RtlSetUserValueHeap", SetUserValue, heap::setUserValue) &&
-           Redirect("RtlSetUserFlagsHeap", SetUserFlags, heap::setUserFlags) &&
            Redirect("RtlReAllocateHeap", Reallocate, heap::reallocate) &&
            Redirect("RtlFreeHeap", Release, heap::release) &&
            Redirect("RtlAllocateHeap", Allocate, heap::allocate);

@@ -27,8 +27,9 @@ void CopyReplacedLibraries() {
 
 // Without it a crash inside a window procedure can end the process with exit code 0 under Wine.
 LONG CALLBACK FailAtCrash(EXCEPTION_POINTERS* exception) {
-    std::printf("the program crashed: exception %08lx at %p\n", exception->ExceptionRecord->ExceptionCode,
-                exception->ExceptionRecord->ExceptionAddress);
+    const EXCEPTION_RECORD& record = *exception->ExceptionRecord;
+    std::printf("the program crashed: exception %08lx at %s\n", record.ExceptionCode,
+                PlaceOf(record.ExceptionAddress));
     std::fflush(stdout);
     TerminateProcess(GetCurrentProcess(), 3);
     return EXCEPTION_EXECUTE_HANDLER;
@@ -38,13 +39,9 @@ LONG CALLBACK FailAtCrash(EXCEPTION_POINTERS* exception) {
 // an instruction of one of our programs and libraries.
 LONG CALLBACK FailAtOwnCrash(EXCEPTION_POINTERS* exception) {
     const EXCEPTION_RECORD& record = *exception->ExceptionRecord;
-    HMODULE module = nullptr;
-    char path[MAX_PATH] = "";
-    if (record.ExceptionCode == EXCEPTION_ACCESS_VIOLATION &&
-        GetModuleHandleExA(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS |
-                               GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
-                           static_cast<const char*>(record.ExceptionAddress), &module) &&
-        GetModuleFileNameA(module, path, sizeof path) != 0 && std::strstr(path, "\\system32\\") == nullptr) {
+    const char* place = PlaceOf(record.ExceptionAddress);
+    if (record.ExceptionCode == EXCEPTION_ACCESS_VIOLATION && *place != '\0' &&
+        std::strstr(place, "\\system32\\") == nullptr) {
         return FailAtCrash(exception);
     }
     return EXCEPTION_CONTINUE_SEARCH;

@@ -31,25 +31,8 @@ LRESULT Save(HOSTINFO& object, WPARAM code, HANDLE file) {
 }
 
 LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    HOSTINFO* object = a_FromWindow(window);
-    switch (message) {
-    case WM_CREATE: {
-        auto* created = new HOSTINFO;
-        a_InitializeHostinfo(window, created, reinterpret_cast<CREATESTRUCTA*>(lParam)->lpCreateParams);
-        a_AddHostinfo(created->parent, created);
-        a_HostinfoCreated(a_FindRootHostinfo(created), created);
-        return 0;
-    }
-    case CWM_SAVE:
-        return Save(*object, wParam, reinterpret_cast<HANDLE>(lParam));
-    case CWM_GETPROPERTIES:
-        return reinterpret_cast<LRESULT>(object);
-    case WM_DESTROY:
-        delete object;
-        return 0;
-    default:
-        return DefWindowProcA(window, message, wParam, lParam);
-    }
+    return message == CWM_SAVE ? Save(*a_FromWindow(window), wParam, reinterpret_cast<HANDLE>(lParam))
+                               : OwnProcedure(window, message, wParam, lParam);
 }
 
 int refusals = 0;
@@ -70,11 +53,7 @@ void* __cdecl RefuseMemory(std::size_t size) {
 OwnControl::OwnControl(Saving wanted, DWORD bytes) {
     saving = wanted;
     ownBytes = bytes;
-    WNDCLASSA windowClass{};
-    windowClass.lpfnWndProc = Procedure;
-    windowClass.hInstance = GetModuleHandleA(nullptr);
-    windowClass.lpszClassName = CLASS;
-    RegisterClassA(&windowClass); // stays
+    RegisterTestClass(CLASS, Procedure);
     ph_RegisterControlClass(CLASS);
 }
 

@@ -29,22 +29,13 @@ HWND CreateKnob(const TestPanel& panel, const char* name, const char* properties
 struct Outcome {
     int success;
     int result;
-
-    bool Is(int wantedSuccess, int wantedResult) const {
-        return success == wantedSuccess && result == wantedResult;
-    }
+    bool operator==(const Outcome&) const = default;
 };
 
-template <class Data>
-Outcome Request(HWND control, int command, int datatype, Data* data) {
+Outcome Request(HWND control, int command, int datatype, void* data) {
     Outcome outcome{-7, -7};
     outcome.success = a_SendRequest(ObjectOf(control).requests, command, datatype, data, &outcome.result);
     return outcome;
-}
-
-bool IsReachable(HWND control) {
-    const REQUESTITEM& item = ObjectOf(control).requests.front();
-    return item.target != nullptr || item.handler != nullptr;
 }
 
 } // namespace
@@ -74,7 +65,7 @@ TEST_CASE(
         INFO(std::string(row.functions), " with ", row.held);
         Load(control, std::string("function=") + row.functions);
         float data = row.held;
-        CHECK(Request(control, COMMAND_GET, DATATYPE_FLOAT, &data).Is(row.success, row.result));
+        CHECK(Request(control, COMMAND_GET, DATATYPE_FLOAT, &data) == Outcome{row.success, row.result});
         CHECK(data == row.delivered);
     }
 }
@@ -104,23 +95,21 @@ TEST_CASE("what is asked for a datatype that it has no form for is out of reach,
         {{}, {"INETWORK", "INETWORK*value", "CLOCK", "IMIDI"}},
     };
     HWND control = panel.Create("LED", "Control");
-    const auto check = [control](const std::string& address, int datatype, bool isFit) {
-        CAPTURE(address);
-        CAPTURE(datatype);
-        const TraceCapture trace;
-        Load(control, "function=" + address);
-        alignas(4) char data[TEXT_SIZE] = "";
-        for (const int held : {REQUEST_DELIVERED, REQUEST_UNCHANGED}) {
-            const int result = Request(control, COMMAND_GET, datatype, static_cast<void*>(data)).result;
-            CHECK((isFit ? result <= held : result == REQUEST_UNREACHABLE));
-        }
-        CHECK(trace.CountContaining(address + " has no value") == (isFit ? 0 : 1));
-    };
     for (const auto& row : rows) {
         for (const std::string& address : row.addresses) {
             for (const int datatype : {DATATYPE_INTEGER, DATATYPE_FLOAT, DATATYPE_TEXT, DATATYPE_DELAY,
                                        DATATYPE_CROSSOVER, DATATYPE_MASTER_EQ, DATATYPE_CHANNEL_EQ}) {
-                check(address, datatype, std::count(row.fits.begin(), row.fits.end(), datatype) != 0);
+                CAPTURE(address);
+                CAPTURE(datatype);
+                const bool isFit = std::count(row.fits.begin(), row.fits.end(), datatype) != 0;
+                const TraceCapture trace;
+                Load(control, "function=" + address);
+                alignas(4) char data[TEXT_SIZE] = "";
+                for (const int held : {REQUEST_DELIVERED, REQUEST_UNCHANGED}) {
+                    const int result = Request(control, COMMAND_GET, datatype, data).result;
+                    CHECK((isFit ? result <= held : result == REQUEST_UNREACHABLE));
+                }
+                CHECK(trace.CountContaining(address + " has no value") == (isFit ? 0 : 1));
             }
         }
     }
@@ -162,7 +151,7 @@ TEST_CASE("a set reaches every target and succeeds when all took it") {
     }
     Load(control, "connection=Gone;Wide");
     int number = 4;
-    CHECK(Request(control, COMMAND_SET, DATATYPE_INTEGER, &number).Is(0, REQUEST_UNREACHABLE));
+    CHECK(Request(control, COMMAND_SET, DATATYPE_INTEGER, &number) == Outcome{0, REQUEST_UNREACHABLE});
     CHECK(Value(wide) == 4.0F); // the others take it all the same
 }
 
@@ -251,37 +240,65 @@ TEST_CASE("rings that never settle are cut short with a trace") {
 }
 
 TEST_CASE("targets may be destroyed while a value is sent, and the sender too") {
-    void (*const ways[])(HWND) = {
-        [](HWND sender) { SetValue(sender, 50.0F); },
-        [](HWND sender) {
-            SendMessageA(sender, WM_LBUTTONDOWN, MK_LBUTTON, At(5, 5));
-            SendMessageA(sender, WM_MOUSEMOVE, MK_LBUTTON, At(25, 5));
-            ReleaseCapture();
-        },
-    };
     for (const char* relative : {"relative=0", "relative=1"}) {
-        for (const auto way : ways) {
-            for (const char* name : {"Trigger", "Next", "Last", "Sender"}) {
-                INFO(std::string(name), " ", std::string(relative));
-                const TestPanel panel;
-                HWND sender = CreateKnob(panel, "Sender");
-                HWND targets[] = {CreateKnob(panel, "Trigger"), CreateKnob(panel, "Next"),
-                                  CreateKnob(panel, "Last")};
-                Load(sender, relative);
-                Load(sender, "connection=Trigger;Next;Last");
-                HWND victim = panel.Find(name);
-                const int objects = a_HostinfoCount();
-                {
-                    const Interception hook(targets[0], CWM_MESSAGE, [victim] { DestroyWindow(victim); });
-                    way(sender);
-                }
-                CHECK_FALSE(IsWindow(victim));
-                CHECK(a_HostinfoCount() == objects - 1);
-                for (HWND target : targets) { // the rest of the list is served
-                    CHECK((!IsWindow(target) || Value(target) > 0.0F));
-                }
+        for (const char* name : {"Trigger", "Next", "Last", "Sender"}) {
+            INFO(std::string(name), " ", std::string(relative));
+            const TestPanel panel;
+            HWND sender = CreateKnob(panel, "Sender");
+            HWND targets[] = {CreateKnob(panel, "Trigger"), CreateKnob(panel, "Next"),
+                              CreateKnob(panel, "Last")};
+            Load(sender, relative);
+            Load(sender, "connection=Trigger;Next;Last");
+            HWND victim = panel.Find(name);
+            const int objects = a_HostinfoCount();
+            {
+                const Interception hook(targets[0], CWM_MESSAGE, [victim] { DestroyWindow(victim); });
+                SetValue(sender, 50.0F);
+            }
+            CHECK_FALSE(IsWindow(victim));
+            CHECK(a_HostinfoCount() == objects - 1);
+            for (HWND target : targets) { // the rest of the list is served
+                CHECK((!IsWindow(target) || Value(target) > 0.0F));
             }
         }
+    }
+}
+
+TEST_CASE("what a control is bound to is followed, and marked while it differs or is gone") {
+    for (const char* className :
+         {"KNOB", "FADER", "LED", "BTRISTATEBUTTON", "BSTATIC", "BEDIT", "BRANGE", "SCALE", "MIXER"}) {
+        INFO(std::string(className));
+        const TestPanel panel;
+        panel.Declare("AMP1*device=simulated\nAMP1*a=float,-9,9,0,\nAMP1*b=float,-9,9,0,\n");
+        HWND target = panel.Create("BRANGE", "Target");
+        HWND control = panel.Create(className, "Control");
+        Load(control, className == std::string_view("BTRISTATEBUTTON") ? "properties=1,0" : "properties=0,1",
+             LOAD_FROM_FILE);
+        Load(control, "datatype=f", LOAD_FROM_FILE);
+        LoadLines(control, "mode=output|value=0|interval=3600000|function=AMP1*a;AMP1*b|connection=Target");
+        const auto set = [&](const char* a, const char* b, float connected) {
+            ph_SetParameter(panel.Root(), "AMP1*a", a);
+            ph_SetParameter(panel.Root(), "AMP1*b", b);
+            SetValue(target, connected);
+            ph_Tick(panel.Root()); // long before the interval has passed
+            return IsMarked(control);
+        };
+        CHECK_FALSE(set("0", "0", 0.0F));
+        CHECK(set("1", "0", 0.0F));
+        CHECK(Value(control) == 0.0F);
+        CHECK_FALSE(set("1", "1", 1.0F));
+        CHECK(Value(control) == 1.0F);
+        ph_SetParameter(panel.Root(), "AMP1*online", "0");
+        CHECK(IsMarked(control));
+        ph_SetParameter(panel.Root(), "AMP1*online", "1");
+        CHECK_FALSE(IsMarked(control));
+        DestroyWindow(target);
+        CHECK(IsMarked(control));
+        Load(control, "connection=");
+        CHECK_FALSE(IsMarked(control));
+        Load(control, "function=");
+        CHECK_FALSE(IsMarked(control));
+        CHECK(panel.Parameter("AMP1*b") == "1"); // nobody has sent anything
     }
 }
 
@@ -290,10 +307,8 @@ TEST_CASE("a device that is declared later is found, and answers nobody while it
     HWND knob = CreateKnob(panel, "Knob", "-80,18,0");
     Load(knob, "function=AMP1*gain1", LOAD_FROM_FILE);
     a_SetChanged(panel.Root(), false);
-    CHECK_FALSE(IsReachable(knob));
-    Poll(knob);
+    CHECK(IsMarked(knob));
     panel.Declare(AMPLIFIER);
-    CHECK(IsReachable(knob));
     CHECK_FALSE(a_IsChanged(panel.Root())); // by nobody's doing
     Poll(knob);
     CHECK(Value(knob) == -20.0F);
@@ -346,7 +361,7 @@ TEST_CASE("a device that goes while a value is sent is not asked any more") {
     HWND control = panel.Create("LED", "Control");
     Load(control, "function=SECOND*x;FIRST*x;SECOND*x");
     float value = 3.0F;
-    CHECK(Request(control, COMMAND_SET, DATATYPE_FLOAT, &value).Is(0, REQUEST_UNREACHABLE));
+    CHECK(Request(control, COMMAND_SET, DATATYPE_FLOAT, &value) == Outcome{0, REQUEST_UNREACHABLE});
     CHECK(answers == 1);
 }
 

@@ -66,14 +66,9 @@ int CountKernelHandles() {
     return count;
 }
 
-BOOL CALLBACK CountChild(HWND, LPARAM count) {
-    ++*reinterpret_cast<int*>(count);
-    return TRUE;
-}
-
 BOOL CALLBACK CountWithChildren(HWND window, LPARAM count) {
-    EnumChildWindows(window, CountChild, count);
-    return CountChild(window, count);
+    *reinterpret_cast<int*>(count) += 1 + static_cast<int>(ChildrenOf(window).size());
+    return TRUE;
 }
 
 int CountWindows() {

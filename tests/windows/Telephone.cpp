@@ -100,11 +100,11 @@ public:
 
     // What the system tells the application.
     void Tell(DWORD message, DWORD_PTR parameter, DWORD device = CALL) const {
-        Double().Callback()(device, message, Double().Instance(), parameter, 0, 0);
+        Double().callback(device, message, Double().instance, parameter, 0, 0);
     }
     // A call is connected; the caller has had the banner.
     void Connect(const Caller& caller) const {
-        Double().SetPort(caller.port);
+        Double().port = caller.port;
         Tell(LINE_CALLSTATE, LINECALLSTATE_CONNECTED);
         CHECK(caller.Hear(BANNER.size()) == BANNER);
     }
@@ -185,7 +185,7 @@ TEST_CASE("the first device that knows one of the versions is opened, and everyt
     for (const auto& row : rows) {
         CAPTURE(&row - rows);
         Double().Reset(row.devices);
-        Double().Fail(row.failing, -5);
+        Double().failures[row.failing] = -5;
         const TestPanel panel;
         HWND telephone = panel.Create("ITELEPHONE", "Tel");
         CHECK(Double().TakeCalls() == row.opening);
@@ -302,7 +302,7 @@ TEST_CASE("a caller who hears nothing gets everything later, and delays no end")
     HWND knob = test.panel.Create("KNOB", "Knob");
     const std::set<DWORD> before = ListThreads();
     const Caller caller(1);
-    Double().SetPort(caller.port);
+    Double().port = caller.port;
     test.Tell(LINE_CALLSTATE, LINECALLSTATE_CONNECTED);
     const CallThread thread(before);
     caller.Type("Knob*value=1\r2\r3\r");
@@ -369,9 +369,9 @@ TEST_CASE("a telephone goes at any moment of a call and leaves nothing behind") 
     const std::string left = LeftBehind(200, [&] {
         HWND control = panel.Create("ITELEPHONE", "Tel");
         Caller caller(random() % 2 == 0 ? 1 : 1000);
-        Double().SetPort(caller.port);
+        Double().port = caller.port;
         Double().TakeCalls();
-        Double().Callback()(CALL, LINE_CALLSTATE, Double().Instance(), LINECALLSTATE_CONNECTED, 0, 0);
+        Double().callback(CALL, LINE_CALLSTATE, Double().instance, LINECALLSTATE_CONNECTED, 0, 0);
         caller.Type("Knob*value=1\r2\r3\r");
         if (random() % 4 == 0) {
             caller.HangUp();
@@ -426,9 +426,10 @@ TEST_CASE("a call without a port is left alone") {
         CAPTURE(&row - rows);
         DestroyWindow(test.control);
         test.Create();
-        Double().Fail(row.failing, -5);
-        Double().SetRecord(row.neededSize, row.offset);
-        Double().SetPort(row.port);
+        Double().failures[row.failing] = -5;
+        Double().neededSize = row.neededSize;
+        Double().offset = row.offset;
+        Double().port = row.port;
         test.Tell(LINE_CALLSTATE, LINECALLSTATE_CONNECTED);
         CHECK(ListThreads().size() <= before.size());
     }

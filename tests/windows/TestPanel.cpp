@@ -12,12 +12,29 @@ namespace {
 
 constexpr const char* PANEL_CLASS = "TestPanel";
 
-void RegisterPanelClass() {
-    WNDCLASSA panelClass{};
-    panelClass.lpfnWndProc = DefWindowProcA;
-    panelClass.hInstance = GetModuleHandleA(nullptr);
-    panelClass.lpszClassName = PANEL_CLASS;
-    RegisterClassA(&panelClass); // refused from the second panel on
+std::vector<std::string> NamesIn(const std::string& folder) {
+    std::vector<std::string> names;
+    WIN32_FIND_DATAA entry;
+    HANDLE search = FindFirstFileA((folder + "\\*").c_str(), &entry);
+    for (BOOL found = search != INVALID_HANDLE_VALUE; found; found = FindNextFileA(search, &entry)) {
+        if (entry.cFileName[0] != '.') {
+            names.emplace_back(entry.cFileName);
+        }
+    }
+    FindClose(search);
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+// A file, or a folder with everything in it.
+void Remove(const std::string& path) {
+    SetFileAttributesA(path.c_str(), FILE_ATTRIBUTE_NORMAL);
+    if (!DeleteFileA(path.c_str())) {
+        for (const std::string& name : NamesIn(path)) {
+            Remove(path + "\\" + name);
+        }
+        RemoveDirectoryA(path.c_str());
+    }
 }
 
 } // namespace
@@ -27,18 +44,12 @@ TestFolder::TestFolder() {
     char folder[MAX_PATH];
     GetTempPathA(sizeof folder, folder);
     path_ = folder + ("osmir-test-" + std::to_string(GetCurrentProcessId()) + "-" + std::to_string(++number));
+    Remove(path_); // of a process that had this id before and was ended
     CreateDirectoryA(path_.c_str(), nullptr);
 }
 
 TestFolder::~TestFolder() {
-    for (const std::string& name : Names()) {
-        const std::string path = Path(name);
-        SetFileAttributesA(path.c_str(), FILE_ATTRIBUTE_NORMAL);
-        if (!DeleteFileA(path.c_str())) {
-            RemoveDirectoryA(path.c_str());
-        }
-    }
-    RemoveDirectoryA(path_.c_str());
+    Remove(path_);
 }
 
 std::string TestFolder::Write(const std::string& name, const std::string& bytes) const {
@@ -47,17 +58,7 @@ std::string TestFolder::Write(const std::string& name, const std::string& bytes)
 }
 
 std::vector<std::string> TestFolder::Names() const {
-    std::vector<std::string> names;
-    WIN32_FIND_DATAA entry;
-    HANDLE search = FindFirstFileA(Path("*").c_str(), &entry);
-    for (BOOL found = search != INVALID_HANDLE_VALUE; found; found = FindNextFileA(search, &entry)) {
-        if (entry.cFileName[0] != '.') {
-            names.emplace_back(entry.cFileName);
-        }
-    }
-    FindClose(search);
-    std::sort(names.begin(), names.end());
-    return names;
+    return NamesIn(path_);
 }
 
 std::string ReadBytes(const std::string& path) {
@@ -87,13 +88,8 @@ std::string BitmapFile(int width, int height, unsigned colour) {
     bytes.append(reinterpret_cast<const char*>(&info), sizeof info);
     const std::string pixel = {static_cast<char>(colour), static_cast<char>(colour >> 8),
                                static_cast<char>(colour >> 16)};
-    for (int y = 0; y < height; ++y) {
-        for (int x = 0; x < width; ++x) {
-            bytes += pixel;
-        }
-        bytes.append(static_cast<std::size_t>(row - width * 3), '\0');
-    }
-    return bytes;
+    const std::string padding(static_cast<std::size_t>(row - width * 3), '\0');
+    return bytes + Repeated(height, Repeated(width, pixel) + padding);
 }
 
 std::string ProgramFolder() {
@@ -135,7 +131,7 @@ void TraceCapture::Clear() {
 }
 
 TestPanel::TestPanel(Visibility visibility) {
-    RegisterPanelClass();
+    RegisterTestClass(PANEL_CLASS, DefWindowProcA);
     const DWORD style = WS_POPUP | (visibility == Visible ? WS_VISIBLE : 0);
     window_ = CreateWindowExA(0, PANEL_CLASS, "Test", style, 50, 60, 640, 480, nullptr, nullptr,
                               GetModuleHandleA(nullptr), nullptr);
@@ -174,6 +170,55 @@ std::string TestPanel::Saved() const {
 std::string TestPanel::Parameter(const char* address) const {
     char text[TEXT_SIZE];
     return ph_GetParameter(root_, address, text, sizeof text) == 1 ? text : "(none)";
+}
+
+void RegisterTestClass(const char* name, WNDPROC procedure) {
+    WNDCLASSA windowClass{};
+    windowClass.lpfnWndProc = procedure;
+    windowClass.hInstance = GetModuleHandleA(nullptr);
+    windowClass.lpszClassName = name;
+    RegisterClassA(&windowClass); // refused from the second time on
+}
+
+LRESULT CALLBACK OwnProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    HOSTINFO* object = a_FromWindow(window);
+    switch (message) {
+    case WM_CREATE:
+        object = new HOSTINFO;
+        a_InitializeHostinfo(window, object, reinterpret_cast<CREATESTRUCTA*>(lParam)->lpCreateParams);
+        a_AddHostinfo(object->parent, object);
+        a_HostinfoCreated(a_FindRootHostinfo(object), object);
+        return 0;
+    case CWM_GETPROPERTIES:
+        return reinterpret_cast<LRESULT>(object);
+    case WM_DESTROY:
+        delete object;
+        return 0;
+    default:
+        return DefWindowProcA(window, message, wParam, lParam);
+    }
+}
+
+std::vector<HWND> ChildrenOf(HWND window) {
+    std::vector<HWND> children;
+    if (window == nullptr) {
+        return children; // the system would take it for the desktop
+    }
+    EnumChildWindows(
+        window, [](HWND child, LPARAM list) __attribute__((stdcall))->BOOL {
+            reinterpret_cast<std::vector<HWND>*>(list)->push_back(child);
+            return TRUE;
+        },
+        reinterpret_cast<LPARAM>(&children));
+    return children;
+}
+
+std::string Repeated(int count, const std::string& text) {
+    std::string repeated;
+    for (; count > 0; --count) {
+        repeated += text;
+    }
+    return repeated;
 }
 
 HWND CreateControl(const char* className, const char* name, HWND parent, void* context) {
@@ -226,15 +271,19 @@ void Poll(HWND control) {
     }
 }
 
+void PumpAll() {
+    for (MSG message; PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE);) {
+        DispatchMessageA(&message);
+    }
+}
+
 bool Await(const std::function<bool()>& condition, DWORD patience) {
     for (const DWORD start = GetTickCount(); !condition();) {
         if (GetTickCount() - start > patience) {
             return false;
         }
         MsgWaitForMultipleObjects(0, nullptr, FALSE, 1, QS_ALLINPUT);
-        for (MSG message; PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE);) {
-            DispatchMessageA(&message);
-        }
+        PumpAll();
     }
     return true;
 }

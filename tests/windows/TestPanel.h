@@ -42,6 +42,7 @@ std::string ReadBytes(const std::string& path);
 bool WriteBytes(const std::string& path, const std::string& bytes);
 // A 24-bit bitmap file of one colour (0xrrggbb).
 std::string BitmapFile(int width, int height, unsigned colour);
+std::string Repeated(int count, const std::string& text);
 // The folder that the programs lie in, with a backslash at its end.
 std::string ProgramFolder();
 
@@ -95,8 +96,14 @@ private:
     HOSTINFO* root_;
 };
 
+// A window class of the test program, which stays.
+void RegisterTestClass(const char* name, WNDPROC procedure);
+// The window procedure of controls as another library could have them, which do and hold nothing.
+LRESULT CALLBACK OwnProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+
 // A child window of that class at (10, 20), 100 wide and 40 high, with any create parameter.
 HWND CreateControl(const char* className, const char* name, HWND parent, void* context);
+std::vector<HWND> ChildrenOf(HWND window); // theirs included
 HOSTINFO& ObjectOf(HWND control);
 bool IsChanged(HWND control);
 
@@ -111,7 +118,9 @@ LRESULT SetValue(HWND control, float value);
 // Makes the control poll, however long its interval is.
 void Poll(HWND control);
 
-// Dispatches what waits for this thread until the condition holds; whether it does in time (milliseconds).
+// Dispatches what waits for this thread.
+void PumpAll();
+// The same until the condition holds; whether it does in time (milliseconds).
 bool Await(const std::function<bool()>& condition, DWORD patience = 10000);
 // Takes the next posted message of that kind that waits for the window.
 bool TakePosted(HWND window, UINT message, MSG& posted);

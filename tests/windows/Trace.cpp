@@ -37,11 +37,10 @@ TEST_CASE("a removed sink is called no more, however many threads trace") {
         TRACE("a sink may trace without calling itself\n");
         lateCalls += isRemoved ? 1 : 0;
     };
-    std::atomic<bool> stop = false;
-    std::thread threads[3];
-    for (std::thread& thread : threads) {
-        thread = std::thread([&stop] {
-            while (!stop) {
+    std::vector<std::jthread> threads;
+    while (threads.size() < 3) {
+        threads.emplace_back([](const std::stop_token& stop) {
+            while (!stop.stop_requested()) {
                 TRACE("busy\n");
             }
         });
@@ -56,10 +55,7 @@ TEST_CASE("a removed sink is called no more, however many threads trace") {
         ph_SetTraceSink(nullptr, nullptr);
         isRemoved = true;
     }
-    stop = true;
-    for (std::thread& thread : threads) {
-        thread.join();
-    }
+    threads.clear();
     CHECK(lateCalls == 0);
 }
 
@@ -71,17 +67,15 @@ TEST_CASE("a trace file is appended to, one line a message, until it ends") {
     TRACE("one\n");
     TRACE("two\r\n\n");
     TRACE("three");
-    std::thread threads[2];
-    for (std::thread& thread : threads) {
-        thread = std::thread([] {
+    std::vector<std::jthread> threads;
+    while (threads.size() < 2) {
+        threads.emplace_back([] {
             for (int i = 0; i < 1000; ++i) {
                 TRACE("busy\n");
             }
         });
     }
-    for (std::thread& thread : threads) {
-        thread.join();
-    }
+    threads.clear();
     CHECK(a_SetTraceFile(folder.Path("nowhere\\trace.txt").c_str()) == 0); // the file in use stays
     TRACE("last\n");
     CHECK(a_SetTraceFile(nullptr) == 1);

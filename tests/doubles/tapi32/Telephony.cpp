@@ -6,8 +6,6 @@
 #include <cstdarg>
 #include <cstdio>
 #include <cstring>
-#include <map>
-#include <utility>
 
 namespace {
 
@@ -17,46 +15,19 @@ constexpr DWORD PORT_OFFSET = 28; // a provider may put it anywhere behind the f
 constexpr char PORT_NAME[] = "Modem";
 constexpr DWORD PORT_SIZE = sizeof(HANDLE) + sizeof PORT_NAME;
 
-class Provider final : public TelephonyDouble {
-public:
-    void Reset(const std::vector<DWORD>& newVersions) override {
-        *this = Provider();
-        versions = newVersions;
-    }
-    void Fail(const char* function, LONG result) override { results_[function] = result; }
-    void SetPort(HANDLE newPort) override { port = newPort; }
-    void SetRecord(DWORD newNeededSize, DWORD newOffset) override {
-        neededSize = newNeededSize;
-        offset = newOffset;
-    }
-    std::string TakeCalls() override { return std::exchange(calls_, {}); }
-    LINECALLBACK Callback() const override { return callback; }
-    DWORD_PTR Instance() const override { return instance; }
+TelephonyDouble provider;
 
-    // Notes the call; what it is to return.
-    LONG Begin(const char* function, const char* format, ...) __attribute__((format(gnu_printf, 3, 4))) {
-        char arguments[200];
-        va_list list;
-        va_start(list, format);
-        std::vsnprintf(arguments, sizeof arguments, format, list);
-        va_end(list);
-        calls_ += (calls_.empty() ? "" : "; ") + std::string(function) + arguments;
-        const auto result = results_.find(function);
-        return result == results_.end() ? 0 : result->second;
-    }
-
-    std::vector<DWORD> versions; // by device
-    HANDLE port = nullptr;
-    DWORD neededSize = PORT_OFFSET + PORT_SIZE;
-    DWORD offset = PORT_OFFSET;
-    LINECALLBACK callback = nullptr;
-    DWORD_PTR instance = 0;
-
-private:
-    std::map<std::string, LONG> results_;
-    std::string calls_;
-};
-Provider provider;
+// Notes a call; what it is to return.
+[[gnu::format(gnu_printf, 2, 3)]] LONG Begin(const char* function, const char* format, ...) {
+    char arguments[200];
+    va_list list;
+    va_start(list, format);
+    std::vsnprintf(arguments, sizeof arguments, format, list);
+    va_end(list);
+    provider.calls += (provider.calls.empty() ? "" : "; ") + std::string(function) + arguments;
+    const auto failure = provider.failures.find(function);
+    return failure == provider.failures.end() ? 0 : failure->second;
+}
 
 } // namespace
 
@@ -68,9 +39,9 @@ TelephonyDouble* GetTelephonyDouble() {
 
 LONG WINAPI lineInitializeExA(LPHLINEAPP application, HINSTANCE instance, LINECALLBACK callback, LPCSTR name,
                               LPDWORD devices, LPDWORD version, LPLINEINITIALIZEEXPARAMS parameters) {
-    const LONG result = provider.Begin("lineInitializeExA", " %s %s %08lx, %lu bytes, options %lu",
-                                       instance == GetModuleHandleA(nullptr) ? "program" : "other", name,
-                                       *version, parameters->dwTotalSize, parameters->dwOptions);
+    const LONG result = Begin("lineInitializeExA", " %s %s %08lx, %lu bytes, options %lu",
+                              instance == GetModuleHandleA(nullptr) ? "program" : "other", name, *version,
+                              parameters->dwTotalSize, parameters->dwOptions);
     if (result == 0) {
         provider.callback = callback;
         *application = APPLICATION;
@@ -82,7 +53,7 @@ LONG WINAPI lineInitializeExA(LPHLINEAPP application, HINSTANCE instance, LINECA
 LONG WINAPI lineNegotiateAPIVersion(HLINEAPP application, DWORD device, DWORD low, DWORD high,
                                     LPDWORD version, LPLINEEXTENSIONID) {
     const LONG result =
-        provider.Begin("lineNegotiateAPIVersion", " %lx %lu %08lx %08lx", application, device, low, high);
+        Begin("lineNegotiateAPIVersion", " %lx %lu %08lx %08lx", application, device, low, high);
     if (result != 0) {
         return result;
     }
@@ -91,14 +62,14 @@ LONG WINAPI lineNegotiateAPIVersion(HLINEAPP application, DWORD device, DWORD lo
 }
 
 LONG WINAPI lineGetDevCapsA(HLINEAPP application, DWORD device, DWORD version, DWORD, LPLINEDEVCAPS record) {
-    return provider.Begin("lineGetDevCapsA", " %lx %lu %08lx, %lu bytes", application, device, version,
-                          record->dwTotalSize);
+    return Begin("lineGetDevCapsA", " %lx %lu %08lx, %lu bytes", application, device, version,
+                 record->dwTotalSize);
 }
 
 LONG WINAPI lineOpenA(HLINEAPP application, DWORD device, LPHLINE line, DWORD version, DWORD,
                       DWORD_PTR instance, DWORD privileges, DWORD media, LPLINECALLPARAMS) {
-    const LONG result = provider.Begin("lineOpenA", " %lx %lu %08lx privileges %lu media %lu", application,
-                                       device, version, privileges, media);
+    const LONG result = Begin("lineOpenA", " %lx %lu %08lx privileges %lu media %lu", application, device,
+                              version, privileges, media);
     if (result == 0) {
         provider.instance = instance;
         *line = FIRST_LINE + device;
@@ -107,29 +78,28 @@ LONG WINAPI lineOpenA(HLINEAPP application, DWORD device, LPHLINE line, DWORD ve
 }
 
 LONG WINAPI lineSetStatusMessages(HLINE line, DWORD lineStates, DWORD addressStates) {
-    return provider.Begin("lineSetStatusMessages", " %lx %lu %lu", line, lineStates, addressStates);
+    return Begin("lineSetStatusMessages", " %lx %lu %lu", line, lineStates, addressStates);
 }
 
 LONG WINAPI lineGetCallStatus(HCALL call, LPLINECALLSTATUS record) {
-    return provider.Begin("lineGetCallStatus", " %lx, %lu bytes", call, record->dwTotalSize);
+    return Begin("lineGetCallStatus", " %lx, %lu bytes", call, record->dwTotalSize);
 }
 
 LONG WINAPI lineGetCallInfoA(HCALL call, LPLINECALLINFO record) {
-    return provider.Begin("lineGetCallInfoA", " %lx, %lu bytes", call, record->dwTotalSize);
+    return Begin("lineGetCallInfoA", " %lx, %lu bytes", call, record->dwTotalSize);
 }
 
 LONG WINAPI lineAnswer(HCALL call, LPCSTR information, DWORD size) {
-    return provider.Begin("lineAnswer", " %lx %s %lu", call, information == nullptr ? "null" : information,
-                          size);
+    return Begin("lineAnswer", " %lx %s %lu", call, information == nullptr ? "null" : information, size);
 }
 
 LONG WINAPI lineDeallocateCall(HCALL call) {
-    return provider.Begin("lineDeallocateCall", " %lx", call);
+    return Begin("lineDeallocateCall", " %lx", call);
 }
 
 LONG WINAPI lineGetIDA(HLINE line, DWORD, HCALL call, DWORD select, LPVARSTRING record, LPCSTR deviceClass) {
-    const LONG result = provider.Begin("lineGetIDA", " %lx %lx %lu %s, %lu bytes", line, call, select,
-                                       deviceClass, record->dwTotalSize);
+    const LONG result = Begin("lineGetIDA", " %lx %lx %lu %s, %lu bytes", line, call, select, deviceClass,
+                              record->dwTotalSize);
     if (result != 0) {
         return result;
     }
@@ -147,11 +117,11 @@ LONG WINAPI lineGetIDA(HLINE line, DWORD, HCALL call, DWORD select, LPVARSTRING 
 }
 
 LONG WINAPI lineClose(HLINE line) {
-    return provider.Begin("lineClose", " %lx", line);
+    return Begin("lineClose", " %lx", line);
 }
 
 LONG WINAPI lineShutdown(HLINEAPP application) {
-    return provider.Begin("lineShutdown", " %lx", application);
+    return Begin("lineShutdown", " %lx", application);
 }
 
 } // extern "C"

@@ -4,32 +4,30 @@
 
 #include <windows.h>
 
+#include <map>
 #include <string>
 #include <tapi.h>
+#include <utility>
 #include <vector>
 
-class TelephonyDouble {
-public:
-    // No port, and every call succeeds. Of each device the version that it settles on; 0: on none.
-    virtual void Reset(const std::vector<DWORD>& versions) = 0;
+struct TelephonyDouble {
+    // No port, and every call succeeds.
+    void Reset(const std::vector<DWORD>& newVersions) {
+        *this = TelephonyDouble();
+        versions = newVersions;
+    }
+    // The calls since the last time.
+    std::string TakeCalls() { return std::exchange(calls, {}); }
 
-    // What that function returns from now on; all except lineNegotiateAPIVersion do nothing then. 0: it works
-    // again.
-    virtual void Fail(const char* function, LONG result) = 0;
-    // What calls of lineGetIDA hand out from now on.
-    virtual void SetPort(HANDLE port) = 0;
-    // What they claim about their record instead of the truth.
-    virtual void SetRecord(DWORD neededSize, DWORD offset) = 0;
-
-    // The calls since the last time: name and arguments, sizes and versions in the way that they are written
-    // down. "; " stands between them.
-    virtual std::string TakeCalls() = 0;
-    // Callback of the application that was initialised as the last, instance of the line opened as the last.
-    virtual LINECALLBACK Callback() const = 0;
-    virtual DWORD_PTR Instance() const = 0;
-
-protected:
-    ~TelephonyDouble() = default;
+    std::vector<DWORD> versions; // of each device the one that it settles on; 0: on none
+    // What these functions return; all except lineNegotiateAPIVersion do nothing then.
+    std::map<std::string, LONG> failures;
+    HANDLE port = nullptr; // that calls of lineGetIDA hand out, in a record
+    DWORD neededSize = 38; // that they claim for it, 38 being the truth
+    DWORD offset = 28;     // of the port in it, that they claim, 28 being the truth
+    std::string calls;     // name and arguments, sizes and versions as they are written; "; " between them
+    LINECALLBACK callback = nullptr; // of the application that was initialised as the last
+    DWORD_PTR instance = 0;          // of the line opened as the last
 };
 
 // Exported by the double, not by the system's own library.

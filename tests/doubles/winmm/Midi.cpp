@@ -9,7 +9,6 @@
 #include <cstdio>
 #include <cstring>
 #include <deque>
-#include <map>
 #include <mutex>
 #include <set>
 #include <utility>
@@ -36,14 +35,12 @@ public:
         const std::lock_guard guard(lock_);
         inputs = newInputs;
         outputs = newOutputs;
-        results_.clear();
-        delays_.clear();
+        failures.clear();
+        delays.clear();
         calls_.clear();
         ports_.clear();
         ResetEvent(goesOn_);
     }
-    void Fail(const char* function, MMRESULT result) override { results_[function] = result; }
-    void Delay(const char* function, DWORD milliseconds) override { delays_[function] = milliseconds; }
     void EndDelays() override { SetEvent(goesOn_); }
 
     std::string TakeCalls() override {
@@ -62,11 +59,11 @@ public:
 
     // What the test wants of a call of that function.
     MMRESULT Begin(const char* function) {
-        if (const auto delay = delays_.find(function); delay != delays_.end()) {
+        if (const auto delay = delays.find(function); delay != delays.end()) {
             WaitForSingleObject(goesOn_, delay->second);
         }
-        const auto result = results_.find(function);
-        return result == results_.end() ? MMRESULT{MMSYSERR_NOERROR} : result->second;
+        const auto failure = failures.find(function);
+        return failure == failures.end() ? MMRESULT{MMSYSERR_NOERROR} : failure->second;
     }
 
     MMRESULT Open(const char* function, bool isInput, void* handle, UINT device, DWORD_PTR callback,
@@ -169,8 +166,6 @@ private:
     HANDLE goesOn_ = CreateEventA(nullptr, TRUE, FALSE, nullptr);
     mutable std::mutex lock_;
     std::condition_variable idle_;
-    std::map<std::string, MMRESULT> results_;
-    std::map<std::string, DWORD> delays_;
     std::string calls_;
     std::deque<Port> ports_; // stay where they are
 };

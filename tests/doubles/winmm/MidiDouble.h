@@ -4,6 +4,7 @@
 
 #include <windows.h>
 
+#include <map>
 #include <mmsystem.h>
 #include <string>
 #include <vector>
@@ -13,10 +14,10 @@ public:
     // These devices and no ports, and every call succeeds at once.
     virtual void Reset(const std::vector<std::string>& inputs, const std::vector<std::string>& outputs) = 0;
 
-    // What that function returns from now on without doing anything; MMSYSERR_NOERROR: it works again.
-    virtual void Fail(const char* function, MMRESULT result) = 0;
-    // Every call of that function takes so long from now on, or until the delays are ended.
-    virtual void Delay(const char* function, DWORD milliseconds) = 0;
+    // What these functions return without doing anything; MMSYSERR_NOERROR: they work.
+    std::map<std::string, MMRESULT> failures;
+    // How many milliseconds a call of these takes, unless the delays are ended before.
+    std::map<std::string, DWORD> delays;
     virtual void EndDelays() = 0;
 
     // The calls since the last time, apart from those that ask: name and arguments, the handle as the device
