@@ -42,19 +42,6 @@ TEST_CASE("a fader value goes to the nearest step, halves away from zero, and th
     CheckRows(LimitFaderInteger, rows2);
 }
 
-TEST_CASE("keys step the fader") {
-    using enum FaderKey;
-    const auto step = [](FaderKey key, float resolution) {
-        return StepFader(10.0F, key, {-20, 80, resolution});
-    };
-    const Row<std::optional<float>, FaderKey, float> rows[] = {
-        {{PageUp, 0.5F}, 15.0F}, {{PageDown, 0.5F}, 5.0F}, {{End, 0.5F}, -20.0F}, {{Home, 0.5F}, 80.0F},
-        {{Down, 0.5F}, 9.5F},    {{Left, 0.5F}, 9.5F},     {{Up, 0.5F}, 10.5F},   {{Right, 0.5F}, 10.5F},
-        {{PageUp, 0.0F}, {}},    {{PageDown, 0.0F}, {}},   {{Down, 0.0F}, {}},    {{Up, 0.0F}, {}},
-        {{Home, 0.0F}, 80.0F},   {{End, 0.0F}, -20.0F}};
-    CheckRows(step, rows);
-}
-
 TEST_CASE("the knob lies at its value, the maximum at the top or the right") {
     const auto place = [](float value, const FaderRange& range, const FaderShape& shape) {
         FaderKnob knob;
