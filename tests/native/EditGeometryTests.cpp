@@ -36,17 +36,8 @@ TEST_CASE("a rubber band selects what it touches, whichever way it was drawn") {
 
 TEST_CASE("what is moved snaps to near edges and centres, else to the grid") {
     const std::array others{Rectangle{100, 100, 200, 130}};
-    // Left edge to left edge; down there is nothing near, so the top goes to the grid.
-    Snap snap = SnapMove({103, 49, 123, 69}, others, SNAPPING);
-    CHECK(snap.by == Offset{-3, -1});
-    REQUIRE(snap.guides.size() == 1);
-    CHECK(snap.guides[0].vertical);
-    CHECK(snap.guides[0].position == 100);
-    CHECK(snap.guides[0].from == 48);
-    CHECK(snap.guides[0].to == 130);
     // Centre to centre.
-    snap = SnapMove({142, 20, 162, 40}, others, SNAPPING);
-    CHECK(snap.by.x == -2);
+    CHECK(SnapMove({142, 20, 162, 40}, others, SNAPPING).by.x == -2);
     // The nearest of several wins.
     CHECK(SnapMove({101, 20, 190, 40}, others, SNAPPING).by.x == -1);
     // Neither others nor a grid.

@@ -297,11 +297,9 @@ TEST_CASE("an order is restored by the fewest moves") {
 namespace {
 
 const char* const COPIED = "control=0x00000000 KNOB \"Gain 1\" 0x50010000 36,56,83,103\r\n"
-                           "Gain 1*bitmap=.\\Controls\\Knob.bmp\r\n"
                            "Gain 1*function=AMP1*gain1\r\n"
                            "Gain 1*connection=gain 2*resolution;Strip*Fader;Far;Gain 1b\r\n"
                            "control=0x00000000 KNOB \"Gain 2\" 0x50010000 108,56,155,103\r\n"
-                           "Gain 2*properties=-80,18,-12\r\n"
                            "Gain 2*connection=Gain 1\r\n"
                            "control=0x00000200 MIXER \"Strip\" 0x50000000 10,10,100,200\r\n"
                            "Strip*connection=\r\n"
@@ -320,11 +318,9 @@ TEST_CASE("components are written as they were read, and renamed in headers, lin
     RenameComponents(components, std::vector<std::string>{"Gain 3", "Gain 4", "Strip 2"});
     MoveComponents(components, {8, -8});
     CHECK(ComponentsText(components) == "control=0x00000000 KNOB \"Gain 3\" 0x50010000 44,48,91,95\r\n"
-                                        "Gain 3*bitmap=.\\Controls\\Knob.bmp\r\n"
                                         "Gain 3*function=AMP1*gain1\r\n"
                                         "Gain 3*connection=Gain 4*resolution;Strip 2*Fader;Far;Gain 1b\r\n"
                                         "control=0x00000000 KNOB \"Gain 4\" 0x50010000 116,48,163,95\r\n"
-                                        "Gain 4*properties=-80,18,-12\r\n"
                                         "Gain 4*connection=Gain 3\r\n"
                                         "control=0x00000200 MIXER \"Strip 2\" 0x50000000 18,2,108,192\r\n"
                                         "Strip 2*connection=\r\n"

@@ -2,8 +2,6 @@
 #include "logic/FloatFormat.h"
 #include "tests/native/Tables.h"
 
-#include <stdexcept>
-
 using namespace logic;
 
 namespace {
@@ -142,20 +140,6 @@ TEST_CASE("a drag from end to end gives the whole range in both layouts") {
             CHECK((range.minimum == range.maximum || std::abs(Position(letGo) - Position(knob)) <= 1));
         }
     }
-}
-
-TEST_CASE("offsets are written with a double comma in between, as many as a value has room for") {
-    const std::vector<OffsetRecord> records{{1, 4, 0}, {2, 5, 0}, {-3.5F, 6, 0}};
-    CHECK(OffsetsText(records, &OffsetRecord::offset) == "1,,2,,-3.5,");
-    CHECK(OffsetsText(records, &OffsetRecord::remote) == "4,,5,,6,");
-    CHECK(OffsetsText({}, &OffsetRecord::offset) == "");
-    std::vector<OffsetRecord> many;
-    for (std::size_t i = 0; i < maximumOffsets; ++i)
-        AppendOffset(many, {-std::numeric_limits<float>::min(), 0, 0});
-    const std::string longest = OffsetsText(many, &OffsetRecord::offset);
-    CHECK(longest.size() <= maximumValue);
-    CHECK(longest.size() + longestFloatText + 2 > maximumValue);
-    CHECK_THROWS_WITH_AS(AppendOffset(many, {}), "list<T> too long", std::length_error);
 }
 
 TEST_CASE("a format for the value has one conversion for a floating-point number and nothing else") {

@@ -9,16 +9,6 @@ std::string TakeAll(std::vector<std::string>& log) {
     return all;
 }
 
-std::string TextOf(HWND window) {
-    char text[TEXT_SIZE] = "";
-    GetWindowTextA(window, text, sizeof text);
-    return text;
-}
-
-bool IsShown(HWND child) {
-    return (GetWindowLongA(child, GWL_STYLE) & WS_VISIBLE) != 0;
-}
-
 std::string PlaceOf(HWND child) {
     RECT place;
     GetWindowRect(child, &place);
@@ -35,10 +25,6 @@ std::string ItemsOf(HWND list) {
         items += (i == 0 ? "" : ",") + std::string(text);
     }
     return items;
-}
-
-std::string SelectedOf(HWND list) {
-    return TextOf(list);
 }
 
 std::string LayoutOf(HWND panel) {
@@ -91,6 +77,19 @@ void StepSpin(HWND panel, int spinId, int delta) {
         {Item(panel, spinId), static_cast<UINT_PTR>(spinId), static_cast<UINT>(UDN_DELTAPOS)}, 50, delta};
     SendMessageA(panel, WM_NOTIFY, step.hdr.idFrom, reinterpret_cast<LPARAM>(&step));
     DispatchCommands(panel);
+}
+
+std::string Enter(HWND panel, const Entry& entry, WPARAM key) {
+    const auto buddy = reinterpret_cast<HWND>(SendMessageA(Item(panel, entry.id), UDM_GETBUDDY, 0, 0));
+    if (buddy == nullptr) {
+        TypeInto(panel, entry.id, entry.typed, key);
+        return TextOf(Item(panel, entry.id));
+    }
+    if (*entry.typed != '\0') {
+        SetWindowTextA(buddy, entry.typed);
+    }
+    StepSpin(panel, entry.id, entry.delta);
+    return TextOf(buddy);
 }
 
 void ChooseItem(HWND panel, int listId, int item) {

@@ -34,7 +34,7 @@ TEST_CASE("a LED is lit from one threshold on and dark below the other") {
     CHECK(Load(led, "onthreshold=-6") == 1);
     CHECK(Picture(led).At(7, 7) == LIT); // 0 is above it
     CHECK(Load(led, "offthreshold=-12.5") == 1);
-    CHECK(colourAt("-12") == LIT);
+    CHECK(colourAt("-12.5") == LIT);
     CHECK(colourAt("-12.6") == DARK);
     CHECK(colourAt("-7") == DARK);
     UpdateWindow(led);

@@ -209,8 +209,9 @@ TEST_CASE_FIXTURE(Fixture, "a click sets any keyword of any object") {
         target.sets.clear();
         Click(button);
     };
-    click("other*caption=<%l|%c|%n|%x>");
-    CHECK(Text(other, "caption") == "<100%n|Target|Button|%x>");
+    click("other*caption=<%l|%c|%%n|%x|%>"); // each once
+    constexpr const char* EXPANDED = "<100%n|Target|%Button|%x|%>";
+    CHECK(Text(other, "caption") == EXPANDED);
     click("AMP1*gain=33");
     CHECK(panel.Parameter("AMP1*gain") == "33");
     click("title=Scene %n");
@@ -221,11 +222,11 @@ TEST_CASE_FIXTURE(Fixture, "a click sets any keyword of any object") {
     for (const char* nothing : {"Nobody*caption=x", "Other*nokeyword=x", "Other*", "*", "%", "="}) {
         CAPTURE(nothing);
         click(nothing);
-        CHECK(Text(other, "caption") == "<100%n|Target|Button|%x>");
+        CHECK(Text(other, "caption") == EXPANDED);
     }
     LoadLines(button, "connection=|caption=" + std::string(500, 'c'));
     click("Other*caption=%l%l%l%l%l%l%l%l%l%l"); // more than a line holds
-    CHECK(Text(other, "caption") == "<100%n|Target|Button|%x>");
+    CHECK(Text(other, "caption") == EXPANDED);
 }
 
 TEST_CASE_FIXTURE(Fixture, "an idle button marks a value that is neither of its two") {
