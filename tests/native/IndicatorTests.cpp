@@ -1,10 +1,8 @@
-// What the controls show that take no input: meter, lamp, clock, and the frames and shades they are drawn
-// with.
+// What the controls show that take no input: meter, lamp, clock, and the frames they are drawn with.
 #include "logic/ClockText.h"
 #include "logic/ImageFrames.h"
 #include "logic/LedLogic.h"
 #include "logic/MeterLogic.h"
-#include "logic/Shading.h"
 #include "tests/native/Tables.h"
 
 using namespace logic;
@@ -98,14 +96,4 @@ TEST_CASE("German is spoken in every German-speaking country") {
     for (const std::uint16_t other : {0x0409, 0x040C, 0x0000, 0x0417, 0x0413}) {
         CHECK(ClockLanguageOf(other) == ClockLanguage::English);
     }
-}
-
-TEST_CASE("a shaded bar is brightest in the middle") {
-    for (int line = 0; line <= 10; ++line) {
-        CHECK(ShadedGreen(144, 22, line) < ShadedGreen(144, 22, line + 1));
-        CHECK(ShadedGreen(144, 22, 22 - line) == (line > 0 ? ShadedGreen(144, 22, line) : 144));
-    }
-    const Row<int, int, int, int> rows[] = {
-        {{184, 22, 11}, 224}, {{144, 23, 22}, 144}, {{144, 1, 0}, 184}, {{250, 22, 11}, 34}};
-    CheckRows(ShadedGreen, rows); // wraps around
 }

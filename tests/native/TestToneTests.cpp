@@ -46,16 +46,6 @@ TEST_CASE("the samples of a sine are truncated towards zero") {
     }
 }
 
-TEST_CASE("two parts of a tone join without a seam") {
-    SineOscillator whole(440.0F, 44100.0F, 0.0);
-    SineOscillator part(440.0F, 44100.0F, 0.0);
-    for (int i = 0; i < 2002; ++i) {
-        if (i == 1001)
-            part = SineOscillator(440.0F, 44100.0F, part.Phase());
-        CHECK(part.Next(24575) == whole.Next(24575));
-    }
-}
-
 TEST_CASE("frequencies that no wave file can hold make sound samples all the same") {
     constexpr float RATE = 44100.0F;
     const std::tuple<float, float, double> rows[] = {

@@ -31,24 +31,24 @@ int ColumnOf(HWND edit, int character) {
     return LOWORD(SendMessageA(edit, EM_POSFROMCHAR, static_cast<WPARAM>(character), 0));
 }
 
-HWND CreateNumber(const TestPanel& panel, const char* fmt = "fmt=%.1f") {
-    HWND edit = panel.Create("BEDIT", "Edit");
-    for (const char* line : {"datatype=f", fmt, "limits=-60,12"}) {
-        CHECK(Load(edit, line) == 1);
+// A field for a number of a device.
+struct Fixture {
+    Fixture() {
+        panel.Declare(DEVICES);
+        CHECK(LoadLines(edit, "datatype=f|fmt=%.1f|limits=-60,12|function=AMP1*gain"));
+        Poll(edit);
     }
-    return edit;
-}
+    std::string Gain() const { return panel.Parameter("AMP1*gain"); }
+
+    TestPanel panel{TestPanel::Visible};
+    HWND edit = panel.Create("BEDIT", "Edit");
+};
 
 } // namespace
 
-TEST_CASE("Enter takes, Escape restores, leaving takes what was changed") {
-    TestPanel panel(TestPanel::Visible);
-    panel.Declare(DEVICES);
-    HWND edit = CreateNumber(panel, "fmt=%.1f dB");
-    Load(edit, "function=AMP1*gain");
-    Poll(edit);
+TEST_CASE_FIXTURE(Fixture, "Enter takes, Escape restores, leaving takes what was changed") {
+    Load(edit, "fmt=%.1f dB");
     CHECK(TextOf(edit) == "-20.0 dB");
-    const auto gain = [&panel] { return panel.Parameter("AMP1*gain"); };
     const struct {
         const char* typed;
         const char* shown;
@@ -60,36 +60,32 @@ TEST_CASE("Enter takes, Escape restores, leaving takes what was changed") {
         Type(edit, row.typed);
         Press(edit, VK_RETURN);
         CHECK(TextOf(edit) == row.shown);
-        CHECK(gain() == row.gain);
+        CHECK(Gain() == row.gain);
     }
     Type(edit, "5");
     Press(edit, VK_ESCAPE);
     CHECK(TextOf(edit) == "0.0 dB");
-    CHECK(gain() == "0");
+    CHECK(Gain() == "0");
     DWORD end = 0;
     SendMessageA(edit, EM_GETSEL, 0, reinterpret_cast<LPARAM>(&end));
     CHECK(end == 6); // the next value is typed over it
     Type(edit, "5");
     SetFocus(panel.Window());
-    CHECK(gain() == "5");
+    CHECK(Gain() == "5");
 
     // Nothing typed, nothing sent.
     ph_SetParameter(panel.Root(), "AMP1*gain", "7");
     SetFocus(edit);
     Press(edit, VK_RETURN);
     SetFocus(panel.Window());
-    CHECK(gain() == "7");
+    CHECK(Gain() == "7");
     // What was typed is sent even when it is the old value: what it is bound to may hold another.
     Type(edit, "5");
     Press(edit, VK_RETURN);
-    CHECK(gain() == "5");
+    CHECK(Gain() == "5");
 }
 
-TEST_CASE("polls show in the field, except while it is being typed into") {
-    TestPanel panel(TestPanel::Visible);
-    panel.Declare(DEVICES);
-    HWND edit = CreateNumber(panel);
-    Load(edit, "function=AMP1*gain");
+TEST_CASE_FIXTURE(Fixture, "polls show in the field, except while it is being typed into") {
     SetFocus(edit);
     Poll(edit);
     CHECK(TextOf(edit) == "-20.0"); // the focus alone does not matter
@@ -203,12 +199,7 @@ TEST_CASE("keys in a dialog, presses in an edited panel, and a field that is rea
     CHECK(SendMessageA(edit, EM_GETSEL, 0, 0) == 0); // nothing was selected
 }
 
-TEST_CASE("a field whose device is gone shows the sign beside its text") {
-    TestPanel panel(TestPanel::Visible);
-    panel.Declare(DEVICES);
-    HWND edit = CreateNumber(panel);
-    Load(edit, "function=AMP1*gain");
-    Poll(edit);
+TEST_CASE_FIXTURE(Fixture, "a field whose device is gone shows the sign beside its text") {
     const int left = ColumnOf(edit, 0);
     ph_SetParameter(panel.Root(), "AMP1*online", "0");
     CHECK(IsMarked(edit));

@@ -1,5 +1,7 @@
 #include "tests/windows/EditorPanels.h"
 
+#include "tests/windows/HeldKeys.h"
+
 std::string TakeAll(std::vector<std::string>& log) {
     std::string all;
     for (const std::string& text : log) {
@@ -100,13 +102,9 @@ void ChooseItem(HWND panel, int listId, int item) {
 }
 
 void PressKey(WPARAM key, bool shift) {
-    BYTE keys[256] = {};
-    keys[VK_SHIFT] = shift ? 0x80 : 0;
-    SetKeyboardState(keys);
+    const HeldKeys held(shift ? "Shift" : "");
     SendMessageA(GetFocus(), WM_KEYDOWN, key, 0);
     SendMessageA(GetFocus(), WM_KEYUP, key, 0);
-    keys[VK_SHIFT] = 0;
-    SetKeyboardState(keys);
 }
 
 bool WaitForMenu(bool isOpen) {

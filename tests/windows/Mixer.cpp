@@ -136,9 +136,7 @@ TEST_CASE("what is bound to the strip goes through its fader") {
 }
 
 TEST_CASE("a strip is saved with what was set inside it, and restored") {
-    const TestFolder folder;
-    const std::string path = folder.Path("strip.panel");
-    const std::string again = folder.Path("again.panel");
+    std::string saved;
     {
         const TestPanel panel;
         HWND strip = panel.Create("MIXER", "Strip1");
@@ -147,12 +145,12 @@ TEST_CASE("a strip is saved with what was set inside it, and restored") {
         Load(ChildOf(panel, "MUTE"), "function=MIX*mute");
         Load(ChildOf(panel, "Label"), "caption=Bass");
         SetWindowPos(ChildOf(panel, "LedSig"), nullptr, 36, 140, 8, 8, SWP_NOZORDER);
-        CHECK(ph_SavePanel(panel.Root(), path.c_str()) == 1);
+        saved = panel.Saved();
     }
     const TestPanel panel;
     const TraceCapture trace;
     panel.Declare(DEVICES);
-    CHECK(ph_LoadPanel(panel.Root(), path.c_str()) == 1);
+    CHECK(panel.Open(saved) == 1);
     CHECK(trace.All() == "");
     CHECK(Value(ChildOf(panel, "Fader")) == -7.5F);
     CHECK(ObjectOf(ChildOf(panel, "LedSig")).rectangle.top == 140);
@@ -161,8 +159,7 @@ TEST_CASE("a strip is saved with what was set inside it, and restored") {
     ph_SetParameter(panel.Root(), "MIX*mute", "1");
     Poll(ChildOf(panel, "MUTE"));
     CHECK(Text(ChildOf(panel, "MUTE")) == "1");
-    CHECK(ph_SavePanel(panel.Root(), again.c_str()) == 1);
-    CHECK(ReadBytes(again) == ReadBytes(path));
+    CHECK(panel.Saved() == saved);
 }
 
 TEST_CASE("a child that goes first is missed by nobody") {

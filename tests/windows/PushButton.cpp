@@ -256,12 +256,9 @@ TEST_CASE_FIXTURE(Fixture, "drawing") {
               (isPressed ? RGB(234, 224, 3) : RGB(234, 144, 3))); // shaded in rows, in columns
     }
     const TestFolder folder;
-    const std::string image = folder.Write("button.bmp", BitmapFile(60, 20, 0x112233));
-    CHECK(Load(button, "bitmap=" + image) == 1);
+    CHECK(Load(button, "bitmap=" + folder.Write("button.bmp", BitmapFile(60, 20, 0x112233))) == 1);
     CHECK(SizeText(button) == "30 x 20");
     CHECK(Picture(button).At(29, 19) == RGB(0x11, 0x22, 0x33));
-    CHECK(Load(button, "bitmap=" + folder.Path("none.bmp")) == 0);
-    CHECK(Text(button, "bitmap") == image);
     ReleaseButton(button);
 }
 

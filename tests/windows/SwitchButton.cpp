@@ -79,23 +79,14 @@ TEST_CASE_FIXTURE(Fixture, "each direction has its question") {
         CHECK(Text(button) == (command == IDYES ? "0" : "1"));
     }
     Load(button, "confirm=Both");
-    {
-        // It went on by itself while it was asked whether it should.
-        Answer yes("Amplifier", IDYES, [this] {
-            int on = 1;
-            Send(button, COMMAND_SET, DATATYPE_INTEGER, &on);
-        });
-        Click(button);
-        CHECK(yes.Question() == "Both");
-        CHECK(target.Take() == "1 1");
-    }
-    {
-        Answer yes("Amplifier", IDYES, [this] { SendMessageA(button, WM_CLOSE, 0, 0); });
-        Click(button);
-        CHECK(yes.Question() == "Both");
-    }
-    CHECK(!IsWindow(button));
-    CHECK(target.Take().empty());
+    // It went on by itself while it was asked whether it should.
+    Answer yes("Amplifier", IDYES, [this] {
+        int on = 1;
+        Send(button, COMMAND_SET, DATATYPE_INTEGER, &on);
+    });
+    Click(button);
+    CHECK(yes.Question() == "Both");
+    CHECK(target.Take() == "1 1");
 }
 
 TEST_CASE_FIXTURE(Fixture, "the caption comes from a second binding") {
