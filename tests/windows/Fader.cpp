@@ -65,6 +65,13 @@ POINT OnScreen(HWND window, int x, int y) {
     return point;
 }
 
+// The border of a tooltip may lie outside.
+bool IsAt(HWND tip, POINT expected) {
+    RECT place;
+    GetWindowRect(tip, &place);
+    return std::abs(place.left - expected.x) <= 1 && std::abs(place.top - expected.y) <= 1;
+}
+
 } // namespace
 
 TEST_CASE("values are answered and taken by the rules of their datatype") {
@@ -346,16 +353,10 @@ TEST_CASE("while the knob is held a tooltip shows the value below the mouse") {
     HWND tip = ShownTip();
     REQUIRE(tip != nullptr);
     CHECK(TipOf(fader) == "-40.0 dB");
-    const auto checkPlace = [tip](POINT expected) {
-        RECT place;
-        GetWindowRect(tip, &place);
-        CHECK(std::abs(place.left - expected.x) <= 1); // the border may lie outside
-        CHECK(std::abs(place.top - expected.y) <= 1);
-    };
-    checkPlace(OnScreen(fader, 10, 121));
+    CHECK(IsAt(tip, OnScreen(fader, 10, 121)));
     SendMessageA(fader, WM_MOUSEMOVE, MK_LBUTTON, At(12, 56));
     CHECK(TipOf(fader) == "-20.0 dB");
-    checkPlace(OnScreen(fader, 12, 77));
+    CHECK(IsAt(tip, OnScreen(fader, 12, 77)));
     ReleaseCapture();
     CHECK(ShownTip() == nullptr);
     SendMessageA(fader, WM_MOUSEMOVE, 0, At(12, 56)); // resting there would show it

@@ -16,8 +16,7 @@ DWORD WINAPI OwnTicks() {
 struct Fixture {
     explicit Fixture(TestPanel::Visibility visibility = TestPanel::Hidden) : panel(visibility) {
         button = panel.Create("BBUTTON", "Button");
-        Load(button, "connection=Target");
-        Load(button, "interval=100000"); // nothing but what the test does itself
+        LoadLines(button, "connection=Target|interval=100000"); // nothing but what the test does itself
     }
     TestPanel panel;
     Recorder target{panel, "Target"};
@@ -85,8 +84,7 @@ TEST_CASE_FIXTURE(Fixture, "a held button steps at a growing rate") {
         CHECK(target.Take().empty()); // nobody holds it
     }
     // Its own timer, which ends with the press.
-    Load(button, "mode=increment");
-    Load(button, "captureperiod=20");
+    LoadLines(button, "mode=increment|captureperiod=20");
     PressButton(button);
     ticks += 20;
     CHECK(Await([this] { return !target.sets.empty(); }));
@@ -153,8 +151,7 @@ TEST_CASE_FIXTURE(Fixture, "a lost capture ends the hold and sends nothing") {
 TEST_CASE("a button that is left while it is held is drawn released and still acts") {
     Fixture fixture(TestPanel::Visible);
     MoveCursor(fixture.panel, 30, 30);
-    Load(fixture.button, "captureperiod=0");
-    Load(fixture.button, "properties=1,0");
+    LoadLines(fixture.button, "captureperiod=0|properties=1,0");
     mouse_event(MOUSEEVENTF_LEFTDOWN, 0, 0, 0, 0);
     Pump(50);
     CHECK(fixture.target.Take() == "1");
@@ -168,10 +165,7 @@ TEST_CASE("a button that is left while it is held is drawn released and still ac
 }
 
 TEST_CASE_FIXTURE(Fixture, "a question stands before the release") {
-    Load(button, "caption=Amplifier");
-    Load(button, "confirm=Off?\\nReally\\toff?");
-    Load(button, "properties=1,5");
-    Load(button, "click=Target*note=x");
+    LoadLines(button, "caption=Amplifier|confirm=Off?\\nReally\\toff?|properties=1,5|click=Target*note=x");
     {
         Answer no("Amplifier", IDNO);
         Click(button);
@@ -230,8 +224,7 @@ TEST_CASE_FIXTURE(Fixture, "a click sets any keyword of any object") {
 }
 
 TEST_CASE_FIXTURE(Fixture, "an idle button marks a value that is neither of its two") {
-    Load(button, "captureperiod=0");
-    Load(button, "properties=1,0");
+    LoadLines(button, "captureperiod=0|properties=1,0");
     for (const int value : {1, 7, 0}) {
         target.value = value;
         CHECK(IsMarked(button) == (value == 7));

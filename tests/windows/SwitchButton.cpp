@@ -7,8 +7,7 @@ namespace {
 struct Fixture {
     explicit Fixture(TestPanel::Visibility visibility = TestPanel::Hidden) : panel(visibility) {
         button = panel.Create("BTRISTATEBUTTON", "Switch");
-        Load(button, "connection=Target");
-        Load(button, "interval=100000");
+        LoadLines(button, "connection=Target|interval=100000");
     }
     TestPanel panel;
     Recorder target{panel, "Target"};
@@ -66,8 +65,7 @@ TEST_CASE("a switch that is left while it is held stays as it is") {
 }
 
 TEST_CASE_FIXTURE(Fixture, "each direction has its question") {
-    Load(button, "caption=Amplifier");
-    Load(button, "confirmwhenreleased=Off?\\nSure?");
+    LoadLines(button, "caption=Amplifier|confirmwhenreleased=Off?\\nSure?");
     CHECK(Text(button, "confirm").empty());
     Click(button); // goes on unasked
     CHECK(target.Take() == "1");
