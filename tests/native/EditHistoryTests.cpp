@@ -232,6 +232,10 @@ TEST_CASE("a quick run of the same key is one step, a pause or another key begin
     for (const int target : {3, 2, 0, -1})
         CHECK(Target(history.Undo()) == target);
     CHECK(Target(history.Redo()) == 2); // of the whole run
+    while (history.Redo()) {
+    }
+    history.CommitRun(Shift(5, 6), "Nudge", 2, 2404); // a run does not go on over an undo
+    CHECK(Target(history.Undo()) == 5);
 }
 
 TEST_CASE("the history holds the last steps that its limit has room for") {
