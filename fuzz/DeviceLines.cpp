@@ -39,16 +39,6 @@ void CheckNumbers(std::string_view text) {
     const std::vector<float> numbers = ParseFloats(text).value_or(std::vector<float>());
     for (const float number : numbers)
         Require(std::isfinite(number));
-    if (numbers.size() >= 3) {
-        const float rounded = RoundToStep(numbers[0], numbers[1]);
-        Require(std::isfinite(rounded));
-        const float limited = Clamp(rounded, numbers[1], numbers[2]);
-        Require(limited == rounded || limited == numbers[1] || limited == numbers[2]);
-        Require(numbers[1] > numbers[2] || (limited >= numbers[1] && limited <= numbers[2]));
-        const auto elapsed = static_cast<std::uint32_t>(TruncateToInteger(numbers[2]));
-        const float next = FollowStep(numbers[0], numbers[1], elapsed, 1 + elapsed / 3);
-        Require(next >= std::fmin(numbers[0], numbers[1]) && next <= std::fmax(numbers[0], numbers[1]));
-    }
 }
 
 void CheckDeclarations(std::string_view text) {
@@ -61,11 +51,6 @@ void CheckDeclarations(std::string_view text) {
     if (const auto wave = ParseWave(text)) {
         Require(wave->periodMilliseconds >= minimumWavePeriod &&
                 wave->periodMilliseconds <= maximumWavePeriod);
-        std::uint64_t time = 0;
-        for (std::uint32_t seed = 0; seed < 8; ++seed, time = time * 31 + text.size()) {
-            const float value = WaveValue(*wave, time, seed);
-            Require(value >= wave->low && value <= wave->high);
-        }
     }
     if (const auto follow = ParseFollow(text)) {
         Require(!follow->source.empty() && std::isfinite(follow->offset));

@@ -1,4 +1,5 @@
-// The terminal: any bytes, whatever the objects are that its lines name.
+// The terminals on the network and on the telephone: any bytes, whatever the objects are that their lines
+// name.
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -6,6 +7,7 @@
 
 #include "fuzz/Fuzzer.h"
 #include "logic/remote/HostPort.h"
+#include "logic/remote/TelephoneTerminal.h"
 #include "logic/remote/TelnetFilter.h"
 #include "logic/remote/Terminal.h"
 #include "logic/text/PropertyLine.h"
@@ -14,15 +16,19 @@ using namespace logic;
 
 namespace {
 
-void CheckAddress(const TerminalAddress& address) {
-    constexpr std::size_t maximum = TerminalText::maximumLength;
-    Require(address.StarredPrompt().size() <= maximum && address.Value().size() <= maximum);
-    Require(!address.IsQuestion() || address.Value().empty());
-    for (const std::string& part : {address.Object(), address.Keyword(), address.Value()})
-        Require(part.find_first_of("\n\r\x1b\x03\b") == std::string::npos &&
-                part.find('\0') == std::string::npos);
+void CheckAddress(const TerminalAddress& address, std::string_view never) {
+    for (const std::string& part : {address.Object(), address.Keyword(), address.Value()}) {
+        Require(part.size() <= TerminalText::maximumLength);
+        Require(part.find_first_of(never) == std::string::npos);
+    }
     Require(address.Keyword().find_first_of("*=") == std::string::npos);
     Require(address.Object().find('=') == std::string::npos);
+    Require(!address.IsQuestion() || address.Value().empty());
+}
+
+void CheckNetworkAddress(const TerminalAddress& address) {
+    CheckAddress(address, std::string_view("\n\r\x1b\x03\b\0", 6));
+    Require(address.StarredPrompt().size() <= TerminalText::maximumLength);
     // The prompt alone addresses the same again.
     TerminalAddress again;
     again.Read(address.Prompt());
@@ -31,16 +37,8 @@ void CheckAddress(const TerminalAddress& address) {
     Require(SplitPropertyLine(address.KeywordLine()).value == address.Value());
 }
 
-} // namespace
-
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    if (size == 0)
-        return 0;
-    FuzzInput input(data, size);
-    const auto& [choice, bytes] = input;
-    if (choice % 4 == 1)
-        input.Lengthen(static_cast<char>('0' + choice % 3));
-    // However a stream is divided, telnet's own bytes are taken out of it and no others.
+// However a stream is divided, telnet's own bytes are taken out of it and no others.
+std::string TextOf(std::uint8_t choice, const std::string& bytes) {
     std::string text;
     TelnetFilter filter;
     BlockLengths lengths(choice);
@@ -51,7 +49,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     }
     Require(text == TelnetFilter().Text(bytes));
     Require(TelnetFilter().Text(TelnetText(bytes)) == bytes);
+    return text;
+}
 
+void CheckNetwork(std::uint8_t choice, const std::string& text) {
     Terminal terminal;
     std::size_t number = 0;
     std::size_t typed = 0; // since the last line end, the prompt included
@@ -64,13 +65,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
             break;
         case Terminal::Step::Execute:
             Require(byte == '\n');
-            CheckAddress(terminal.Address());
+            CheckNetworkAddress(terminal.Address());
             if (terminal.Address().Object().size() % 2 == choice % 2)
                 terminal.ObjectMissing();
             [[fallthrough]];
         case Terminal::Step::Answer:
             Require(byte == '\n');
-            CheckAddress(terminal.Address());
+            CheckNetworkAddress(terminal.Address());
             Require(terminal.Answer() == terminal.Address().Prompt());
             typed = terminal.Address().Prompt().size();
             break;
@@ -84,6 +85,49 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
             break;
         }
     }
+}
+
+void CheckTelephone(std::uint8_t choice, const std::string& bytes) {
+    TelephoneTerminal terminal;
+    std::size_t typed = 0; // since the last line end, the prompt included
+    for (const char byte : bytes) {
+        const TelephoneTerminal::Step step = terminal.Put(byte);
+        ++typed;
+        if (step == TelephoneTerminal::Step::None)
+            continue;
+        Require(byte == '\r');
+        Require(step == TelephoneTerminal::Step::Execute || typed > TerminalText::maximumLength);
+        CheckAddress(terminal.Address(), std::string_view("\n\r\b\0", 4));
+        if (terminal.Address().Object().size() % 2 == choice % 2)
+            terminal.ObjectMissing();
+        else if (terminal.Address().Keyword().size() % 2 == choice / 2 % 2)
+            terminal.KeywordMissing();
+        const std::string prompt = terminal.Answer();
+        Require(prompt == "\r" + terminal.Address().StarredPrompt());
+        typed = prompt.size();
+    }
+    // Each line begins with the prompt: an empty one addresses the same again, or without the star as it is
+    // typed.
+    terminal.Put('\r');
+    terminal.Answer();
+    const TerminalAddress address = terminal.Address();
+    terminal.Put('\r');
+    if (!address.Object().starts_with('*'))
+        Require(terminal.Address().Object() == address.Object());
+    Require(terminal.Address().Keyword() == address.Keyword() && terminal.Address().Value().empty());
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    if (size == 0)
+        return 0;
+    FuzzInput input(data, size);
+    const auto& [choice, bytes] = input;
+    if (choice % 4 == 1)
+        input.Lengthen(static_cast<char>('0' + choice % 3));
+    CheckNetwork(choice, TextOf(choice, bytes));
+    CheckTelephone(choice, bytes);
     if (const auto address = ParseHostPort(bytes))
         Require(ParseHostPort(address->host + ":" + std::to_string(address->port)) == address);
     return 0;

@@ -2,8 +2,6 @@
 #include "logic/text/FloatFormat.h"
 #include "tests/native/Tables.h"
 
-#include <stdexcept>
-
 using namespace logic;
 
 namespace {
@@ -40,19 +38,6 @@ TEST_CASE("a fader value goes to the nearest step, halves away from zero, and th
         {{3, {0, 10, 0.5F}}, 3},     {{3, {0, 10, 2.0F}}, 4},   {{4, {0, 10, 1.5F}}, 4}, // 4.5, cut off
         {{-4, {-10, 10, 1.5F}}, -4}, {{12, {0, 10, 0.0F}}, 10}, {{16777217, {0, highest, 0.0F}}, 16777217}};
     CheckRows(LimitFaderInteger, rows2);
-}
-
-TEST_CASE("keys step the fader") {
-    using enum FaderKey;
-    const auto step = [](FaderKey key, float resolution) {
-        return StepFader(10.0F, key, {-20, 80, resolution});
-    };
-    const Row<std::optional<float>, FaderKey, float> rows[] = {
-        {{PageUp, 0.5F}, 15.0F}, {{PageDown, 0.5F}, 5.0F}, {{End, 0.5F}, -20.0F}, {{Home, 0.5F}, 80.0F},
-        {{Down, 0.5F}, 9.5F},    {{Left, 0.5F}, 9.5F},     {{Up, 0.5F}, 10.5F},   {{Right, 0.5F}, 10.5F},
-        {{PageUp, 0.0F}, {}},    {{PageDown, 0.0F}, {}},   {{Down, 0.0F}, {}},    {{Up, 0.0F}, {}},
-        {{Home, 0.0F}, 80.0F},   {{End, 0.0F}, -20.0F}};
-    CheckRows(step, rows);
 }
 
 TEST_CASE("the knob lies at its value, the maximum at the top or the right") {
@@ -155,20 +140,6 @@ TEST_CASE("a drag from end to end gives the whole range in both layouts") {
             CHECK((range.minimum == range.maximum || std::abs(Position(letGo) - Position(knob)) <= 1));
         }
     }
-}
-
-TEST_CASE("offsets are written with a double comma in between, as many as a value has room for") {
-    const std::vector<OffsetRecord> records{{1, 4, 0}, {2, 5, 0}, {-3.5F, 6, 0}};
-    CHECK(OffsetsText(records, &OffsetRecord::offset) == "1,,2,,-3.5,");
-    CHECK(OffsetsText(records, &OffsetRecord::remote) == "4,,5,,6,");
-    CHECK(OffsetsText({}, &OffsetRecord::offset) == "");
-    std::vector<OffsetRecord> many;
-    for (std::size_t i = 0; i < maximumOffsets; ++i)
-        AppendOffset(many, {-std::numeric_limits<float>::min(), 0, 0});
-    const std::string longest = OffsetsText(many, &OffsetRecord::offset);
-    CHECK(longest.size() <= maximumValue);
-    CHECK(longest.size() + longestFloatText + 2 > maximumValue);
-    CHECK_THROWS_WITH_AS(AppendOffset(many, {}), "list<T> too long", std::length_error);
 }
 
 TEST_CASE("a format for the value has one conversion for a floating-point number and nothing else") {

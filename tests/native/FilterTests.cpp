@@ -90,28 +90,6 @@ TEST_CASE("a band as text") {
         CHECK(ReadEqBand(EqBandText(*row.result), {}) == row.result);
 }
 
-TEST_CASE("what can be shown and set") {
-    CHECK(IsKnown(EqBand{}));
-    CHECK(IsSound(EqBand{0, 99, 20.0F, 0.0F, 1.0F, 99}));
-    for (const auto& [type, slope] : {std::pair(6, 1), {-1, 1}, {0, 3}, {0, -1}})
-        CHECK_FALSE(IsKnown(EqBand{0, type, 20.0F, 0.0F, 1.0F, slope}));
-    for (float EqBand::*member : {&EqBand::frequency, &EqBand::gain, &EqBand::q}) {
-        for (const float odd : {notANumber, infinity}) {
-            EqBand band{0, 0, 20.0F, 0.0F, 1.0F, 1};
-            band.*member = odd;
-            CHECK_FALSE(IsSound(band));
-        }
-    }
-}
-
-TEST_CASE("devices offer different types") {
-    const Row<int, const char*, bool> rows[] = {{{"DSP", true}, 5},      {{"DSP_ZQBCON", false}, 6},
-                                                {{"ZQBCON", true}, 4},   {{"ZQBCON", false}, 5},
-                                                {{"ZQBCON_1", true}, 4}, {{"zqacon_left_2", false}, 5},
-                                                {{"ZQBCONX", true}, 5},  {{"", false}, 6}};
-    CheckRows(OfferedFilterTypes, rows);
-}
-
 TEST_CASE("Q is limited by the type, bandwidth only for the all-pass") {
     const float octavesOfFive = QToBandwidth(5.0F);
     const auto typed = [](float q, std::int32_t type, bool asBandwidth) {
@@ -135,9 +113,6 @@ TEST_CASE("Q is limited by the type, bandwidth only for the all-pass") {
     CheckRows(stepped, steps);
     const float narrow = TypedQ(0.0F, Peak, true);
     CHECK(StepQ(narrow, -1, Peak, true) == narrow); // no rounding at the end of the range
-    CHECK(StepGain(11.8F, 1, lowestEqGain, highestEqGain) == 12.0F);
-    CHECK(StepGain(-18.0F, -1, lowestEqGain, highestEqGain) == -18.0F);
-    CHECK(StepGain(0.0F, -2, lowestEqGain, highestEqGain) == -1.0F);
 
     EqBand band{0, LowPass, 100.0F, 0.0F, 3.0F, 1};
     CHECK_FALSE(LimitPassQ(band));
@@ -146,22 +121,6 @@ TEST_CASE("Q is limited by the type, bandwidth only for the all-pass") {
     CHECK(band.q == 2.0F);
     band = {0, AllPass, 100.0F, 0.0F, 3.0F, 2};
     CHECK_FALSE(LimitPassQ(band));
-}
-
-TEST_CASE("what is typed into a band and stepped in it stays within its range") {
-    EqBand band{0, Peak, 5.0F, 20.0F, 0.7F, 1};
-    TypeField(band, EqField::Gain, {}, false); // what is held is limited as well
-    TypeField(band, EqField::Frequency, {}, false);
-    TypeField(band, EqField::Q, {}, false);
-    CHECK(band == EqBand{0, Peak, 20.0F, 12.0F, 0.7F, 1});
-    CHECK_FALSE(StepField(band, EqField::Gain, 1, false));
-    CHECK_FALSE(StepField(band, EqField::Frequency, -1, false));
-    CHECK(StepField(band, EqField::Gain, -1, false));
-    CHECK(StepField(band, EqField::Frequency, 1, false));
-    TypeField(band, EqField::Frequency, 440.0F, false);
-    CHECK(band == EqBand{0, Peak, 440.0F, 11.5F, 0.7F, 1});
-    CHECK(FieldText(band, EqField::Frequency, false) == "440 Hz");
-    CHECK(TypedFieldText(band, EqField::Frequency, false) == "440.0 Hz");
 }
 
 namespace {
@@ -225,35 +184,5 @@ TEST_CASE("what can be shown and set") {
         CAPTURE(fault);
         CHECK_FALSE(IsKnown(bad));
         CHECK(IsSound(bad) == (fault < 4));
-    }
-}
-
-TEST_CASE("what is typed into a channel and stepped in it touches nothing else") {
-    const struct {
-        CrossoverField field;
-        const char* typed; // null for what is held
-        int steps;
-        const char* text;
-        const char* all;
-    } rows[] = {
-        {CrossoverField::HighPassFrequency, "5", 0, "20 Hz",
-         "LINK24,20 Hz,OFF,20000 Hz,-3 dB,inverted,0,2.5 ms"},
-        {CrossoverField::LowPassFrequency, "1e6", 9, "20000 Hz",
-         "LINK24,80 Hz,OFF,20000 Hz,-3 dB,inverted,0,2.5 ms"},
-        {CrossoverField::Gain, "5.8", 1, "+6.0 dB", "LINK24,80 Hz,OFF,20000 Hz,6 dB,inverted,0,2.5 ms"},
-        {CrossoverField::Gain, nullptr, -2, "-4.0 dB", "LINK24,80 Hz,OFF,20000 Hz,-4 dB,inverted,0,2.5 ms"},
-        {CrossoverField::Delay, "0.5 samples", -1, "0 samples",
-         "LINK24,80 Hz,OFF,20000 Hz,-3 dB,inverted,0,0 samples"},
-        {CrossoverField::Delay, "late", 1, "3.5 ms", "LINK24,80 Hz,OFF,20000 Hz,-3 dB,inverted,0,3.5 ms"},
-    };
-    for (const auto& row : rows) {
-        CAPTURE(row.all);
-        Crossover all = channel;
-        const std::string typed = row.typed != nullptr ? row.typed : "";
-        TypeField(all, row.field, row.typed != nullptr ? &typed : nullptr);
-        if (row.steps != 0)
-            StepField(all, row.field, row.steps);
-        CHECK(TypedFieldText(all, row.field) == row.text);
-        CHECK(CrossoverText(all) == row.all);
     }
 }

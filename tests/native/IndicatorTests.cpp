@@ -1,10 +1,8 @@
-// What the controls show that take no input: meter, lamp, clock, and the frames and shades they are drawn
-// with.
+// What the controls show that take no input: meter, lamp, clock, and the frames they are drawn with.
 #include "logic/controls/ClockText.h"
 #include "logic/controls/LedLogic.h"
 #include "logic/controls/MeterLogic.h"
 #include "logic/drawing/ImageFrames.h"
-#include "logic/drawing/Shading.h"
 #include "tests/native/Tables.h"
 
 using namespace logic;
@@ -53,19 +51,7 @@ TEST_CASE("the bar is filled in proportion") {
     CheckRows(FillHeight, rows);
 }
 
-TEST_CASE("a lamp goes on at one threshold and off below another") {
-    const struct {
-        float value;
-        bool lit;
-    } steps[] = {{-60, false},    {-10, false}, {-6, true}, {-6.1F, true}, {-12, true},
-                 {-12.1F, false}, {-7, false},  {0, true},  {-90, false}};
-    bool lit = false;
-    for (const auto& step : steps) {
-        CAPTURE(step.value);
-        lit = IsLit(step.value, -6, -12, lit);
-        CHECK(lit == step.lit);
-    }
-    // A reversed pair is one threshold.
+TEST_CASE("reversed thresholds of a lamp are one, and no number leaves it dark") {
     CHECK(IsLit(1, 1, 5, true));
     CHECK_FALSE(IsLit(0.9F, 1, 5, true));
     CHECK_FALSE(IsLit(notANumber, 0, 0, true));
@@ -110,14 +96,4 @@ TEST_CASE("German is spoken in every German-speaking country") {
     for (const std::uint16_t other : {0x0409, 0x040C, 0x0000, 0x0417, 0x0413}) {
         CHECK(ClockLanguageOf(other) == ClockLanguage::English);
     }
-}
-
-TEST_CASE("a shaded bar is brightest in the middle") {
-    for (int line = 0; line <= 10; ++line) {
-        CHECK(ShadedGreen(144, 22, line) < ShadedGreen(144, 22, line + 1));
-        CHECK(ShadedGreen(144, 22, 22 - line) == (line > 0 ? ShadedGreen(144, 22, line) : 144));
-    }
-    const Row<int, int, int, int> rows[] = {
-        {{184, 22, 11}, 224}, {{144, 23, 22}, 144}, {{144, 1, 0}, 184}, {{250, 22, 11}, 34}};
-    CheckRows(ShadedGreen, rows); // wraps around
 }

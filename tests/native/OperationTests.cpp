@@ -18,18 +18,6 @@ TEST_CASE("dragging moves one unit a pixel, stops unrounded at the ends and roun
     CheckRows(DragDistance, rows2);
 }
 
-TEST_CASE("keys step the knob") {
-    using enum KnobKey;
-    const auto step = [](KnobKey key, float resolution) {
-        return StepKnob(10.0F, key, {-20, 80, resolution});
-    };
-    const Row<std::optional<float>, KnobKey, float> rows[] = {
-        {{PageUp, 0.5F}, 15.0F}, {{PageDown, 0.5F}, 5.0F}, {{End, 0.5F}, -20.0F}, {{Home, 0.5F}, 80.0F},
-        {{Left, 0.5F}, 10.5F},   {{Right, 0.5F}, 9.5F},    {{PageUp, 0.0F}, {}},  {{PageDown, 0.0F}, {}},
-        {{Left, 0.0F}, {}},      {{Right, 0.0F}, {}},      {{Home, 0.0F}, 80.0F}, {{End, 0.0F}, -20.0F}};
-    CheckRows(step, rows);
-}
-
 TEST_CASE("the dot goes from lower left at the minimum over the top to lower right at the maximum") {
     using Box = std::tuple<std::int32_t, std::int32_t, std::int32_t, std::int32_t>;
     const auto dotOf = [](float value, const KnobRange& range) {
@@ -39,11 +27,8 @@ TEST_CASE("the dot goes from lower left at the minimum over the top to lower rig
     const Box lowerLeft(11, 31, 16, 36);
     const Box top(21, 7, 26, 12);
     const Box lowerRight(31, 31, 36, 36);
-    const Row<Box, float, KnobRange> rows[] = {{{100.0F, {0, 100, 0.5F}}, lowerRight},
-                                               {{0.0F, {0, 100, 0.5F}}, lowerLeft},
-                                               {{50.0F, {0, 100, 0.5F}}, top},
-                                               // Of a negative minimum, which is not where 0 is.
-                                               {{-5.0F, {-5, 5, 0.5F}}, lowerLeft},
+    // A negative minimum is not where 0 is.
+    const Row<Box, float, KnobRange> rows[] = {{{-5.0F, {-5, 5, 0.5F}}, lowerLeft},
                                                {{0.0F, {-5, 5, 0.5F}}, top},
                                                {{5.0F, {-5, 5, 0.5F}}, lowerRight},
                                                {{7.0F, {7, 7, 0.5F}}, lowerRight},
@@ -81,21 +66,9 @@ TEST_CASE("steps stop at the ends of 32 bits") {
 TEST_CASE("questions have line feeds and tabs") {
     const Row<std::string, const char*> rows[] = {
         {"Really?\\nAll\\tof it?", "Really?\nAll\tof it?"},
-        {"\\n\\n", "\n\n"},
         {"C:\\temp\\new", "C:\temp\new"},
         {"\\\\n", "\\\n"}, // every pair, whatever stands in front of it
         {"\\N \\x \\", "\\N \\x \\"},
     };
     CheckRows(QuestionText, rows);
-}
-
-TEST_CASE("placeholders are replaced once") {
-    const Placeholder placeholders[] = {{'l', "50%n"}, {'c', "A;B"}, {'n', "Strip1*Mute"}};
-    const auto expand = [&](const char* text) { return ExpandTemplate(text, placeholders); };
-    const Row<std::string, const char*> rows[] = {
-        {"%n*caption=%l", "Strip1*Mute*caption=50%n"},
-        {"template=X \"%n - \" %c", "template=X \"Strip1*Mute - \" A;B"},
-        {"%%n 100% %d %", "%Strip1*Mute 100% %d %"},
-    };
-    CheckRows(expand, rows);
 }

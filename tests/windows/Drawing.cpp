@@ -12,32 +12,29 @@ void WINAPI SameTime(SYSTEMTIME* time) {
     *time = {2026, 9, 2, 1, 12, 0, 0, 0};
 }
 
-// What the window shows, which is to be what the control would draw.
-bool IsOnScreen(HWND control) {
-    const Picture drawn(control);
-    RECT client;
-    GetClientRect(control, &client);
-    const HDC window = GetDC(control);
-    int different = 0;
-    for (int at = 0; at < client.right * client.bottom; ++at) {
-        const int x = at % client.right;
-        const int y = at / client.right;
-        different += GetPixel(window, x, y) != drawn.At(x, y) ? 1 : 0;
-    }
-    ReleaseDC(control, window);
-    return different == 0;
-}
-
-std::string PixelsOf(HWND control) {
-    const Picture picture(control);
+// Its pixels, by a function of x and y.
+template <class Pixel>
+std::string PixelsOf(HWND control, Pixel at) {
     RECT client;
     GetClientRect(control, &client);
     std::string pixels = std::to_string(client.right) + ":";
-    for (int at = 0; at < client.right * client.bottom; ++at) {
-        const COLORREF colour = picture.At(at % client.right, at / client.right);
+    for (int i = 0; i < client.right * client.bottom; ++i) {
+        const COLORREF colour = at(i % client.right, i / client.right);
         pixels.append(reinterpret_cast<const char*>(&colour), 3);
     }
     return pixels;
+}
+std::string PixelsOf(HWND control) {
+    const Picture drawn(control);
+    return PixelsOf(control, [&](int x, int y) { return drawn.At(x, y); });
+}
+
+// Whether the window shows what the control would draw.
+bool IsOnScreen(HWND control) {
+    const HDC window = GetDC(control);
+    const std::string shown = PixelsOf(control, [&](int x, int y) { return GetPixel(window, x, y); });
+    ReleaseDC(control, window);
+    return shown == PixelsOf(control);
 }
 
 // What a control looked like when it was asked for the last time.

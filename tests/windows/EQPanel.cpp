@@ -54,7 +54,7 @@ TEST_CASE("an edited panel gets the presses, and its children do not react") {
         SendMessageA(Item(eq, id), WM_KEYUP, VK_SPACE, 0);
     }
     SendMessageA(Item(eq, TYPES), WM_MOUSEWHEEL, MAKEWPARAM(0, static_cast<WORD>(-WHEEL_DELTA)), 0);
-    CHECK(SelectedOf(Item(eq, TYPES)) == "PEQ");
+    CHECK(TextOf(Item(eq, TYPES)) == "PEQ");
     StepSpin(eq, GAIN_SPIN, -1);
     ChooseItem(eq, TYPES, 1);
     CHECK(fixture.Band() == BAND);

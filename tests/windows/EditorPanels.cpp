@@ -1,5 +1,7 @@
 #include "tests/windows/EditorPanels.h"
 
+#include "tests/windows/HeldKeys.h"
+
 std::string TakeAll(std::vector<std::string>& log) {
     std::string all;
     for (const std::string& text : log) {
@@ -7,16 +9,6 @@ std::string TakeAll(std::vector<std::string>& log) {
     }
     log.clear();
     return all;
-}
-
-std::string TextOf(HWND window) {
-    char text[TEXT_SIZE] = "";
-    GetWindowTextA(window, text, sizeof text);
-    return text;
-}
-
-bool IsShown(HWND child) {
-    return (GetWindowLongA(child, GWL_STYLE) & WS_VISIBLE) != 0;
 }
 
 std::string PlaceOf(HWND child) {
@@ -35,10 +27,6 @@ std::string ItemsOf(HWND list) {
         items += (i == 0 ? "" : ",") + std::string(text);
     }
     return items;
-}
-
-std::string SelectedOf(HWND list) {
-    return TextOf(list);
 }
 
 std::string LayoutOf(HWND panel) {
@@ -93,6 +81,19 @@ void StepSpin(HWND panel, int spinId, int delta) {
     DispatchCommands(panel);
 }
 
+std::string Enter(HWND panel, const Entry& entry, WPARAM key) {
+    const auto buddy = reinterpret_cast<HWND>(SendMessageA(Item(panel, entry.id), UDM_GETBUDDY, 0, 0));
+    if (buddy == nullptr) {
+        TypeInto(panel, entry.id, entry.typed, key);
+        return TextOf(Item(panel, entry.id));
+    }
+    if (*entry.typed != '\0') {
+        SetWindowTextA(buddy, entry.typed);
+    }
+    StepSpin(panel, entry.id, entry.delta);
+    return TextOf(buddy);
+}
+
 void ChooseItem(HWND panel, int listId, int item) {
     const HWND list = Item(panel, listId);
     SendMessageA(list, CB_SETCURSEL, static_cast<WPARAM>(item), 0);
@@ -101,13 +102,9 @@ void ChooseItem(HWND panel, int listId, int item) {
 }
 
 void PressKey(WPARAM key, bool shift) {
-    BYTE keys[256] = {};
-    keys[VK_SHIFT] = shift ? 0x80 : 0;
-    SetKeyboardState(keys);
+    const HeldKeys held(shift ? "Shift" : "");
     SendMessageA(GetFocus(), WM_KEYDOWN, key, 0);
     SendMessageA(GetFocus(), WM_KEYUP, key, 0);
-    keys[VK_SHIFT] = 0;
-    SetKeyboardState(keys);
 }
 
 bool WaitForMenu(bool isOpen) {

@@ -72,16 +72,13 @@ public:
 // The log as one text, which is then empty: "a | b".
 std::string TakeAll(std::vector<std::string>& log);
 
-std::string TextOf(HWND window);
 inline HWND Item(HWND panel, int id) {
     return GetDlgItem(panel, id);
 }
-bool IsShown(HWND child);
 // Left, top, right and bottom in the parent's client area.
 std::string PlaceOf(HWND child);
-// The items of a drop-down list, joined by ",", and the one that is selected.
+// The items of a drop-down list, joined by ",".
 std::string ItemsOf(HWND list);
-std::string SelectedOf(HWND list);
 
 // All children in their order: number, class, text, place (of a field only left and top, its arrows take some
 // of it; of arrows the number of their field), and "hidden", "Tab", "centred", "scrolls" where it is so. "; "
@@ -93,6 +90,18 @@ std::string LayoutOf(HWND panel);
 void TypeInto(HWND panel, int fieldId, const char* typed, WPARAM key = VK_RETURN);
 void LeaveField(HWND panel, int fieldId, const char* typed);
 void StepSpin(HWND panel, int spinId, int delta);
+// A text typed into a field, or typed and not ended before its arrows are pressed; what is shown and sent
+// then.
+struct Entry {
+    const char* value; // before
+    int id;            // of a field, or of arrows
+    const char* typed;
+    int delta;
+    const char* shown;
+    const char* sent;
+};
+// What the field shows after it.
+std::string Enter(HWND panel, const Entry& entry, WPARAM key = VK_RETURN);
 void ChooseItem(HWND panel, int listId, int item);
 // A key as the keyboard would send it to the window with the focus, with Shift held or not.
 void PressKey(WPARAM key, bool shift = false);

@@ -59,21 +59,17 @@ HWND ShownTip() {
     return tip;
 }
 
-std::string TipOf(HWND tip, HWND control) {
-    char text[256] = "";
-    TOOLINFOA tool{};
-    tool.cbSize = TTTOOLINFOA_V2_SIZE;
-    tool.hwnd = control;
-    tool.uId = reinterpret_cast<UINT_PTR>(control);
-    tool.lpszText = text;
-    SendMessageA(tip, TTM_GETTOOLINFOA, 0, reinterpret_cast<LPARAM>(&tool));
-    return text;
-}
-
 POINT OnScreen(HWND window, int x, int y) {
     POINT point{x, y};
     ClientToScreen(window, &point);
     return point;
+}
+
+// The border of a tooltip may lie outside.
+bool IsAt(HWND tip, POINT expected) {
+    RECT place;
+    GetWindowRect(tip, &place);
+    return std::abs(place.left - expected.x) <= 1 && std::abs(place.top - expected.y) <= 1;
 }
 
 } // namespace
@@ -105,17 +101,12 @@ TEST_CASE("values are answered and taken by the rules of their datatype") {
     char text[TEXT_SIZE] = "-90";
     CHECK(Send(fader, COMMAND_SET, DATATYPE_TEXT, text) == 1);
     CHECK(text == std::string("-80.000000")); // learns the limit
-}
-
-TEST_CASE("a range is sent with any part of its line") {
-    const TestPanel panel;
     panel.Declare(DEVICES);
-    HWND fader = CreateFader(panel, 20, 200);
-    Load(fader, "function=AMP1*gain");
-    CHECK(Load(fader, "properties=-60") == 1);
-    CHECK(Gain(panel) == 0.0F);
-    CHECK(Load(fader, "properties=-60,6,3") == 1);
-    CHECK(Gain(panel) == 3.0F);
+    LoadLines(fader, "value=0|function=AMP1*gain");
+    for (const auto& [line, sent] : {std::pair("properties=-60", 0.0F), {"properties=-60,6,3", 3.0F}}) {
+        CHECK(Load(fader, line) == 1); // any part of a range sends
+        CHECK(Gain(panel) == sent);
+    }
 }
 
 TEST_CASE("the knob lies where the value is, whatever changes") {
@@ -163,23 +154,15 @@ TEST_CASE("an image of two parts gives the size and is drawn as track and knob")
     };
     CHECK(load(PartedImage(28, 101, TRACK, KNOB)) == "14 x 101");
     Load(fader, "value=-40"); // travel 79: the knob from 39 on
-    {
-        const Picture picture(fader);
-        CHECK(picture.At(0, 38) == TRACK_COLOUR);
-        CHECK(picture.At(0, 39) == KNOB_COLOUR);
-    }
-    CHECK(Load(fader, "bitmap=missing.bmp") == 0);
-    CHECK(Text(fader, "bitmap") == folder.Path("fader.bmp"));
+    CHECK(Picture(fader).At(0, 38) == TRACK_COLOUR);
+    CHECK(Picture(fader).At(0, 39) == KNOB_COLOUR);
     CHECK(Load(fader, "bitmap=") == 1);
 
     CHECK(load(PartedImage(200, 28, TRACK, KNOB, true)) == "200 x 14");
     Load(fader, "knobheight=9");
     Load(fader, "value=0");
-    {
-        const Picture picture(fader);
-        CHECK(picture.At(191, 13) == TRACK_COLOUR);
-        CHECK(picture.At(192, 0) == KNOB_COLOUR); // one pixel beyond the fader's end
-    }
+    CHECK(Picture(fader).At(191, 13) == TRACK_COLOUR);
+    CHECK(Picture(fader).At(192, 0) == KNOB_COLOUR); // one pixel beyond the fader's end
 }
 
 TEST_CASE("the knob is dragged, and the mouse is kept on it at the ends") {
@@ -247,24 +230,35 @@ TEST_CASE("a horizontal fader is dragged over the same travel that it draws, by 
 }
 
 TEST_CASE("keys and the wheel step the value") {
+    const struct {
+        WPARAM key;
+        float by, byNothing; // of a resolution of 0.5, and of none
+    } keys[] = {{VK_PRIOR, 5, 0},    {VK_NEXT, -5, 0},    {VK_END, -90, -90}, {VK_HOME, 20, 20},
+                {VK_DOWN, -0.5F, 0}, {VK_LEFT, -0.5F, 0}, {VK_UP, 0.5F, 0},   {VK_RIGHT, 0.5F, 0}};
     const TestPanel panel;
     HWND fader = CreateFader(panel, 20, 200);
     const auto turn = [fader](int delta) {
         SendMessageA(fader, WM_MOUSEWHEEL, MAKEWPARAM(0, static_cast<WORD>(delta)), 0);
     };
-    LoadLines(fader, "properties=-80,10,0|setvalue=-34");
-    Key(fader, VK_DOWN);
-    turn(-120);
-    CHECK(Value(fader) == 0.0F); // continuous
-    Load(fader, "resolution=2");
-    for (const auto& [key, value] : {std::pair(VK_SPACE, -34.0F), {VK_HOME, 10.0F}, {VK_DOWN, 8.0F}}) {
-        Key(fader, static_cast<WPARAM>(key));
-        CHECK(Value(fader) == value);
+    Load(fader, "properties=-100,10");
+    for (const auto& row : keys) {
+        CAPTURE(row.key);
+        for (const bool hasSteps : {true, false}) {
+            LoadLines(fader, hasSteps ? "resolution=0.5|value=-10" : "resolution=0|value=-10");
+            Key(fader, row.key);
+            CHECK(Value(fader) == -10.0F + (hasSteps ? row.by : row.byNothing));
+        }
     }
+    LoadLines(fader, "value=8|setvalue=-34");
+    turn(-120);
+    CHECK(Value(fader) == 8.0F); // continuous
+    Load(fader, "resolution=2");
     for (const auto& [delta, value] : {std::pair(1, 10.0F), {0, 8.0F}, {-120, 6.0F}}) {
         turn(delta);
         CHECK(Value(fader) == value);
     }
+    Key(fader, VK_SPACE);
+    CHECK(Value(fader) == -34.0F);
 }
 
 TEST_CASE("a poll limits what the device holds, shows that and sends nothing") {
@@ -358,22 +352,16 @@ TEST_CASE("while the knob is held a tooltip shows the value below the mouse") {
     SendMessageA(fader, WM_LBUTTONDOWN, MK_LBUTTON, At(10, 100));
     HWND tip = ShownTip();
     REQUIRE(tip != nullptr);
-    CHECK(TipOf(tip, fader) == "-40.0 dB");
-    const auto checkPlace = [tip](POINT expected) {
-        RECT place;
-        GetWindowRect(tip, &place);
-        CHECK(std::abs(place.left - expected.x) <= 1); // the border may lie outside
-        CHECK(std::abs(place.top - expected.y) <= 1);
-    };
-    checkPlace(OnScreen(fader, 10, 121));
+    CHECK(TipOf(fader) == "-40.0 dB");
+    CHECK(IsAt(tip, OnScreen(fader, 10, 121)));
     SendMessageA(fader, WM_MOUSEMOVE, MK_LBUTTON, At(12, 56));
-    CHECK(TipOf(tip, fader) == "-20.0 dB");
-    checkPlace(OnScreen(fader, 12, 77));
+    CHECK(TipOf(fader) == "-20.0 dB");
+    CHECK(IsAt(tip, OnScreen(fader, 12, 77)));
     ReleaseCapture();
     CHECK(ShownTip() == nullptr);
     SendMessageA(fader, WM_MOUSEMOVE, 0, At(12, 56)); // resting there would show it
     SendMessageA(fader, WM_MOUSEWHEEL, MAKEWPARAM(0, WHEEL_DELTA), 0);
-    CHECK(TipOf(tip, fader) == "-19.0 dB");
+    CHECK(TipOf(fader) == "-19.0 dB");
 
     SendMessageA(fader, WM_LBUTTONDOWN, MK_LBUTTON, At(10, 56));
     CHECK(ShownTip() == tip);

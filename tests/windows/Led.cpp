@@ -10,10 +10,6 @@ namespace {
 constexpr COLORREF DARK = RGB(0x20, 0x30, 0x40);
 constexpr COLORREF LIT = RGB(0xC0, 0x80, 0x40);
 
-bool AwaitsPaint(HWND control) {
-    return GetUpdateRect(control, nullptr, FALSE) != 0;
-}
-
 std::string Lamp(const TestFolder& folder) {
     return folder.Write("lamp.bmp", PartedImage(16, 8, 0x203040, 0xC08040));
 }
@@ -34,14 +30,14 @@ TEST_CASE("a LED is lit from one threshold on and dark below the other") {
     CHECK(Load(led, "onthreshold=-6") == 1);
     CHECK(Picture(led).At(7, 7) == LIT); // 0 is above it
     CHECK(Load(led, "offthreshold=-12.5") == 1);
-    CHECK(colourAt("-12") == LIT);
+    CHECK(colourAt("-12.5") == LIT);
     CHECK(colourAt("-12.6") == DARK);
     CHECK(colourAt("-7") == DARK);
     UpdateWindow(led);
     Load(led, "value=-50");
-    CHECK_FALSE(AwaitsPaint(led)); // as dark as before
+    CHECK_FALSE(GetUpdateRect(led, nullptr, FALSE)); // as dark as before
     Load(led, "value=0");
-    CHECK(AwaitsPaint(led));
+    CHECK(GetUpdateRect(led, nullptr, FALSE));
 }
 
 TEST_CASE("with more than two frames the value picks one") {

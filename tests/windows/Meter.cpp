@@ -99,13 +99,10 @@ TEST_CASE("without an image the bar is shaded across, upwards for what is not fi
     SetWindowPos(meter, nullptr, 0, 0, 22, 100, SWP_NOMOVE | SWP_NOZORDER);
     Load(meter, "properties=0,100");
     Load(meter, "value=30");
-    {
-        const Picture picture(meter);
-        CHECK(picture.At(11, 29) == picture.At(11, 1));
-        CHECK(picture.At(0, 29) == RGB(0, 0, 0));
-        CHECK(picture.At(0, 30) == RGB(234, 144, 3)); // over the outline
-        CHECK(picture.At(11, 99) == RGB(234, 184, 3));
-    }
+    CHECK(Picture(meter).At(11, 29) == Picture(meter).At(11, 1));
+    CHECK(Picture(meter).At(0, 29) == RGB(0, 0, 0));
+    CHECK(Picture(meter).At(0, 30) == RGB(234, 144, 3)); // over the outline
+    CHECK(Picture(meter).At(11, 99) == RGB(234, 184, 3));
     Load(meter, "properties=100,0");
     CHECK(Picture(meter).At(11, 29) == RGB(234, 184, 3));
     CHECK(Picture(meter).At(11, 99) == RGB(0, 0, 0));

@@ -24,18 +24,13 @@ constexpr Child CHILDREN[] = {
     {"Label", "BSTATIC", "9,3,39,18", false},    {"Stereo", "FADER", "1,33,45,47"},
 };
 
-std::string ClassName(HWND window) {
-    char name[64] = "";
-    GetClassNameA(window, name, sizeof name);
-    return name;
-}
-
 HWND ChildOf(const TestPanel& panel, const char* name) {
     return panel.Find((std::string("Strip1*") + name).c_str());
 }
 
 // The rows between top and bottom in which the column is not the ground.
-int MarkedRows(const Picture& picture, int x, int top, int bottom) {
+int MarkedRows(HWND strip, int x, int top, int bottom) {
+    const Picture picture(strip);
     int rows = 0;
     for (int y = top; y < bottom; ++y) {
         rows += picture.At(x, y) != GROUND ? 1 : 0;
@@ -56,11 +51,13 @@ TEST_CASE("a strip makes its children and configures them") {
         INFO(std::string(expected.name));
         HWND child = ChildOf(panel, expected.name);
         REQUIRE(child != nullptr);
-        CHECK(ClassName(child) == expected.className);
+        char className[64] = "";
+        GetClassNameA(child, className, sizeof className);
+        CHECK(className == std::string(expected.className));
         CHECK(GetParent(child) == strip);
         CHECK(a_GetRectString(ObjectOf(child).rectangle) == expected.place);
         CHECK(((GetWindowLongA(child, GWL_STYLE) & WS_TABSTOP) != 0) == expected.isTabStop);
-        CHECK(((GetWindowLongA(child, GWL_STYLE) & WS_VISIBLE) != 0) == (child != ChildOf(panel, "Stereo")));
+        CHECK(IsShown(child) == (child != ChildOf(panel, "Stereo")));
     }
     CHECK(Picture(ChildOf(panel, "Fader")).At(6, 100) == GROUND); // beside its track
 
@@ -78,15 +75,11 @@ TEST_CASE("mode changes range and scale, once") {
     const TestPanel panel;
     HWND strip = panel.Create("MIXER", "Strip1");
     HWND fader = ChildOf(panel, "Fader");
-    {
-        const Picture input(strip);
-        CHECK(input.At(46, 100) == GROUND);
-        CHECK(MarkedRows(input, 26, 112, 212) == 5);
-    }
+    CHECK(Picture(strip).At(46, 100) == GROUND);
+    CHECK(MarkedRows(strip, 26, 112, 212) == 5);
     Load(strip, "mode=output");
     CHECK(Text(fader, "properties") == "-80,18,0");
-    const Picture output(strip);
-    CHECK(MarkedRows(output, 26, 112, 212) == 6);
+    CHECK(MarkedRows(strip, 26, 112, 212) == 6);
 
     Load(fader, "properties=-60,6");
     Load(strip, "mode=output"); // no change: the range stays as it was set
@@ -100,13 +93,12 @@ TEST_CASE("stereo shows the pan fader and its scale") {
     HWND strip = panel.Create("MIXER", "Strip1");
     HWND other = panel.Create("MIXER", "Strip2");
     HWND pan = ChildOf(panel, "Stereo");
-    const auto isShown = [&] { return (GetWindowLongA(pan, GWL_STYLE) & WS_VISIBLE) != 0; };
     CHECK(Text(strip, "stereo") == "no");
     for (const char* text : {"yes", "Y", "no", "Yes", "maybe"}) {
         const bool shown = text[0] == 'y' || text[0] == 'Y';
         Load(strip, std::string("stereo=") + text);
         CHECK(Text(strip, "stereo") == (shown ? "yes" : "no"));
-        CHECK(isShown() == shown);
+        CHECK(IsShown(pan) == shown);
         const Picture picture(strip);
         for (const int x : {5, 14, 23, 32, 41}) {
             CHECK((picture.At(x, 32) == RGB(0, 0, 0)) == shown);
@@ -144,9 +136,7 @@ TEST_CASE("what is bound to the strip goes through its fader") {
 }
 
 TEST_CASE("a strip is saved with what was set inside it, and restored") {
-    const TestFolder folder;
-    const std::string path = folder.Path("strip.panel");
-    const std::string again = folder.Path("again.panel");
+    std::string saved;
     {
         const TestPanel panel;
         HWND strip = panel.Create("MIXER", "Strip1");
@@ -155,12 +145,12 @@ TEST_CASE("a strip is saved with what was set inside it, and restored") {
         Load(ChildOf(panel, "MUTE"), "function=MIX*mute");
         Load(ChildOf(panel, "Label"), "caption=Bass");
         SetWindowPos(ChildOf(panel, "LedSig"), nullptr, 36, 140, 8, 8, SWP_NOZORDER);
-        CHECK(ph_SavePanel(panel.Root(), path.c_str()) == 1);
+        saved = panel.Saved();
     }
     const TestPanel panel;
     const TraceCapture trace;
     panel.Declare(DEVICES);
-    CHECK(ph_LoadPanel(panel.Root(), path.c_str()) == 1);
+    CHECK(panel.Open(saved) == 1);
     CHECK(trace.All() == "");
     CHECK(Value(ChildOf(panel, "Fader")) == -7.5F);
     CHECK(ObjectOf(ChildOf(panel, "LedSig")).rectangle.top == 140);
@@ -169,8 +159,7 @@ TEST_CASE("a strip is saved with what was set inside it, and restored") {
     ph_SetParameter(panel.Root(), "MIX*mute", "1");
     Poll(ChildOf(panel, "MUTE"));
     CHECK(Text(ChildOf(panel, "MUTE")) == "1");
-    CHECK(ph_SavePanel(panel.Root(), again.c_str()) == 1);
-    CHECK(ReadBytes(again) == ReadBytes(path));
+    CHECK(panel.Saved() == saved);
 }
 
 TEST_CASE("a child that goes first is missed by nobody") {

@@ -2,8 +2,6 @@
 
 #include "tests/windows/Buttons.h"
 
-#include <commctrl.h>
-
 TEST_SUITE_BEGIN("Static");
 
 namespace {
@@ -14,12 +12,6 @@ constexpr const char* DEVICES = "AMP1*device=simulated\n"
 constexpr const char* CLASSES[] = {"BSTATIC", "BEDIT"};
 constexpr COLORREF GROUND = RGB(0x80, 0x90, 0xA0);
 constexpr COLORREF LETTERS = RGB(0xFF, 0xFF, 0x00);
-
-std::string ShownText(HWND control) {
-    char text[TEXT_SIZE] = "";
-    GetWindowTextA(control, text, sizeof text);
-    return text;
-}
 
 // First and last column that has a pixel of that colour; {-1, -1} for none.
 std::pair<int, int> Columns(HWND control, COLORREF colour) {
@@ -69,7 +61,7 @@ TEST_CASE("texts and numbers are followed by datatype and format") {
             CHECK(Load(text, row.line) == 1);
             Poll(text);
             CHECK(SendMessageA(text, CWM_GETCONTROLTYPE, 0, 0) == row.type);
-            CHECK(ShownText(text) == row.shown);
+            CHECK(TextOf(text) == row.shown);
             CHECK(Text(text) == row.value);
         }
         CHECK(panel.Parameter("AMP1*gain") == "-20.25"); // nothing was sent
@@ -110,32 +102,16 @@ TEST_CASE("colours, the panel behind, and the place of the text") {
 TEST_CASE("a clipped text stands in the tooltip in full") {
     TestPanel panel(TestPanel::Visible);
     HWND text = panel.Create("BSTATIC", "Text");
-    // All windows of the class share one; it has the tool of this control.
-    const auto shown = [text] {
-        char buffer[TEXT_SIZE] = "";
-        TOOLINFOA tool{};
-        tool.cbSize = TTTOOLINFOA_V2_SIZE;
-        tool.hwnd = text;
-        tool.uId = reinterpret_cast<UINT_PTR>(text);
-        tool.lpszText = buffer;
-        for (HWND tip = nullptr; (tip = FindWindowExA(nullptr, tip, TOOLTIPS_CLASSA, nullptr)) != nullptr;) {
-            if (SendMessageA(tip, TTM_GETTOOLINFOA, 0, reinterpret_cast<LPARAM>(&tool)) != 0) {
-                SendMessageA(tip, TTM_GETTEXTA, TEXT_SIZE, reinterpret_cast<LPARAM>(&tool));
-                return std::string(buffer);
-            }
-        }
-        return std::string("no tool");
-    };
     const auto hover = [&] { SendMessageA(text, WM_MOUSEMOVE, 0, At(5, 5)); };
     hover();
-    CHECK(shown().empty());
+    CHECK(TipOf(text).empty());
     const std::string caption = "A text that does not fit into a control of this width";
     Load(text, "caption=" + caption);
     hover();
-    CHECK(shown() == caption);
+    CHECK(TipOf(text) == caption);
     SetWindowPos(text, nullptr, 0, 0, 600, 40, SWP_NOMOVE | SWP_NOZORDER);
     hover();
-    CHECK(shown().empty());
+    CHECK(TipOf(text).empty());
 }
 
 TEST_CASE("long texts and line ends harm nothing") {

