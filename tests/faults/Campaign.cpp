@@ -22,8 +22,8 @@ namespace {
 constexpr const char* USAGE =
     "Usage: faults [--seed NUMBER] [--seconds NUMBER | --minutes NUMBER] [--topic NAME [--round NUMBER]]\n"
     "              [--small-volume FOLDER] [--trap-freed-memory]\n";
-constexpr const Topic* TOPICS[] = {&recordsTopic, &savingTopic, &filesTopic,
-                                   &memoryTopic,  &diskTopic,   &terminalTopic};
+constexpr const Topic* TOPICS[] = {&recordsTopic, &destructionTopic, &savingTopic,  &filesTopic,
+                                   &memoryTopic,  &diskTopic,        &terminalTopic};
 constexpr int WARM_UP = 4;                // rounds in which the system may make things that it keeps
 constexpr int MOST_FAILURES = 20;         // of a topic, before it is given up
 constexpr DWORD LONGEST_STEP = 60 * 1000; // milliseconds; what takes longer hangs

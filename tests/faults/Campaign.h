@@ -37,7 +37,8 @@ struct Topic {
     const char* name;
     void (*round)(Random& random, int number);
 };
-extern const Topic recordsTopic, savingTopic, filesTopic, memoryTopic, diskTopic, terminalTopic;
+extern const Topic recordsTopic, destructionTopic, savingTopic, filesTopic, memoryTopic, diskTopic,
+    terminalTopic;
 
 // Says what is about to be done: a crash, a hang or a failed expectation is reported with it.
 void Doing(const char* format, ...) __attribute__((format(gnu_printf, 1, 2)));

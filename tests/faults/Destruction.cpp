@@ -23,13 +23,6 @@ LRESULT CALLBACK Target(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
     static int answers = 0;
     auto* record = reinterpret_cast<VALUERECORD*>(lParam);
     switch (message) {
-    case WM_CREATE: {
-        auto* created = new HOSTINFO;
-        a_InitializeHostinfo(window, created, reinterpret_cast<CREATESTRUCTA*>(lParam)->lpCreateParams);
-        a_AddHostinfo(created->parent, created);
-        a_HostinfoCreated(a_FindRootHostinfo(created), created);
-        return 0;
-    }
     case WM_KILLFOCUS:
     case WM_SETFOCUS:
         Notified("a change of the focus");
@@ -37,22 +30,14 @@ LRESULT CALLBACK Target(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
     case CWM_MESSAGE:
         Notified(record->command == COMMAND_GET ? "a get" : "a set");
         return record->command == COMMAND_GET ? a_AnswerInteger(record, ++answers) : 1;
-    case CWM_GETPROPERTIES:
-        return reinterpret_cast<LRESULT>(a_FromWindow(window));
-    case WM_DESTROY:
-        delete a_FromWindow(window);
-        break;
     }
-    return DefWindowProcA(window, message, wParam, lParam);
+    return OwnProcedure(window, message, wParam, lParam);
 }
 
 void UseDialog(Random& random, HWND control) {
     HWND dialog = nullptr;
     SendMessageA(control, CWM_PARAMETERDLG, 0, reinterpret_cast<LPARAM>(&dialog));
-    std::vector<HWND> children;
-    for (HWND child = GetWindow(dialog, GW_CHILD); child != nullptr; child = GetWindow(child, GW_HWNDNEXT)) {
-        children.push_back(child);
-    }
+    const std::vector<HWND> children = ChildrenOf(dialog);
     for (int i = 0; i < 3 && IsWindow(dialog) && !children.empty(); ++i) {
         HWND child = random.Pick(children);
         constexpr const char* TYPED[] = {"5", "0", "-3,7", "Target", "avg", "x"};
