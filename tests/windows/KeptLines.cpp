@@ -1,6 +1,7 @@
 // Lines of panel files that cannot be read: kept, listed, written back where they stood.
 
 #include "Panelhost/Editing.h"
+#include "logic/ComponentText.h"
 #include "tests/windows/TestPanel.h"
 
 #include <algorithm>
@@ -32,26 +33,9 @@ std::vector<Listed> List(const TestPanel& panel) {
     return lines;
 }
 
-std::string Join(const std::vector<std::string>& lines) {
-    std::string text;
-    for (const std::string& line : lines) {
-        text += line + "\r\n";
-    }
-    return text;
-}
-
-std::vector<std::string> Split(const std::string& text) {
-    std::vector<std::string> lines;
-    for (std::size_t start = 0, end = 0; (end = text.find("\r\n", start)) != std::string::npos;
-         start = end + 2) {
-        lines.push_back(text.substr(start, end - start));
-    }
-    return lines;
-}
-
 void CheckSame(const std::string& text, const std::string& expected) {
-    const auto lines = Split(text);
-    const auto wanted = Split(expected);
+    const auto lines = logic::SplitLines(text);
+    const auto wanted = logic::SplitLines(expected);
     const auto first = std::mismatch(lines.begin(), lines.end(), wanted.begin(), wanted.end());
     CHECK((first.first == lines.end() ? "(end)" : *first.first).substr(0, 100) ==
           (first.second == wanted.end() ? "(end)" : *first.second).substr(0, 100));
@@ -59,36 +43,14 @@ void CheckSame(const std::string& text, const std::string& expected) {
 }
 
 // A panel that was filled from a text.
-class Opened {
-public:
-    explicit Opened(const std::string& text) {
-        ph_LoadPanel(panel.Root(), folder_.Write("x.panel", text).c_str());
-    }
-    std::string Saved() const {
-        const std::string path = folder_.Path("saved.panel");
-        CHECK(ph_SavePanel(panel.Root(), path.c_str()) == 1);
-        return ReadBytes(path);
-    }
-    HWND Find(const char* name) const { return panel.Find(name); }
+struct Opened : TestPanel {
+    explicit Opened(const std::string& text) { Open(text); }
     std::string TextOf(const char* name) const {
         std::string text;
-        a_ObjectText(&ObjectOf(panel.Find(name)), &text);
+        a_ObjectText(&ObjectOf(Find(name)), &text);
         return text;
     }
-
-    TestPanel panel;
-
-private:
-    TestFolder folder_;
 };
-
-// Line number of the first line that begins so, from 0.
-std::size_t LineOf(const std::vector<std::string>& lines, const std::string& start) {
-    const auto found = std::find_if(lines.begin(), lines.end(),
-                                    [&](const std::string& line) { return line.starts_with(start); });
-    REQUIRE(found != lines.end());
-    return static_cast<std::size_t>(found - lines.begin());
-}
 
 // As it is saved: a knob, a strip with its parts and a lamp in it, a knob bound to nothing.
 std::vector<std::string> SoundLines() {
@@ -98,7 +60,7 @@ std::vector<std::string> SoundLines() {
                         "S*control=0x00000000 LED \"Lamp\" 0x40000000 0,0,8,8\r\nS*Lamp*layer=u3\r\n"
                         "control=0x00000000 IMIDI \"M\" 0x40000000 200,0,232,32\r\n"
                         "control=0x00000000 KNOB \"B\" 0x40010000 300,0,347,47\r\n");
-    return Split(opened.Saved());
+    return logic::SplitLines(opened.Saved());
 }
 
 const std::string TOO_LONG = "A*properties=" + std::string(9000, 'x');
@@ -108,12 +70,15 @@ const std::string WITH_NUL("B*values=1\0,2", 13);
 
 TEST_CASE("what cannot be read is listed, changes nothing and is saved where it stood") {
     std::vector<std::string> lines = SoundLines();
-    const auto replace = [&](const std::string& start, const std::string& line) {
-        return std::pair(LineOf(lines, start), lines[LineOf(lines, start)] = line).first;
+    const auto find = [&](const std::string& start) {
+        const auto found = std::find_if(lines.begin(), lines.end(),
+                                        [&](const std::string& line) { return line.starts_with(start); });
+        REQUIRE(found != lines.end());
+        return found;
     };
+    const auto replace = [&](const std::string& start, const std::string& line) { *find(start) = line; };
     const auto insert = [&](const std::string& behind, const std::vector<std::string>& added) {
-        const std::size_t at = LineOf(lines, behind) + 1;
-        lines.insert(lines.begin() + static_cast<std::ptrdiff_t>(at), added.begin(), added.end());
+        lines.insert(find(behind) + 1, added.begin(), added.end());
     };
     replace("background", "background=.\\Controls\\Missing.png");
     replace("A*bitmap", "A*bitmap=.\\Controls\\Missing.bmp");
@@ -130,9 +95,10 @@ TEST_CASE("what cannot be read is listed, changes nothing and is saved where it 
     insert("B*connection",
            {"control=0x00000000 KNOB \"Bad\" 0x40000000 0,0,9", "Bad*interval=9", "control=garbage",
             "control=0x00000000 LED \"A\" 0x40000000 0,0,9,9", "A*bitmap=.\\Controls\\Missing.bmp", "words"});
-    const std::string file = Join(lines);
-
-    const TraceCapture trace;
+    std::string file;
+    for (const std::string& line : lines) {
+        file += line + "\r\n";
+    }
     const Opened opened(file);
     CheckSame(opened.Saved(), file);
     CheckSame(Opened(opened.Saved()).Saved(), file);
@@ -143,12 +109,11 @@ TEST_CASE("what cannot be read is listed, changes nothing and is saved where it 
     CHECK(a_MissingPicture(&ObjectOf(opened.Find("A"))) == ".\\Controls\\Missing.bmp");
     CHECK(a_MissingPicture(&ObjectOf(opened.Find("B"))).empty());
 
-    const TestFolder folder; // what is read twice stands there once
-    ph_LoadPanel(opened.panel.Root(), folder.Write("again.panel", file).c_str());
+    opened.Open(file); // what is read twice stands there once
     CheckSame(opened.Saved(), file);
 
-    const std::vector<Listed> listed = List(opened.panel);
-    CHECK(static_cast<int>(listed.size()) == a_LoadErrorCount(opened.panel.Root()));
+    const std::vector<Listed> listed = List(opened);
+    CHECK(static_cast<int>(listed.size()) == a_LoadErrorCount(opened.Root()));
     CHECK(listed.size() == 23);
     CHECK(listed.front() == Listed{"", "background=.\\Controls\\Missing.png", 1, PH_UNREAD_PICTURE});
     const auto has = [&](const char* object, const std::string& line, int reason) {
@@ -214,8 +179,8 @@ TEST_CASE("a kept line goes when its keyword is set, and by nothing else") {
                         "A*interval=soon\r\nA*interval=later\r\nA*resolution=fine\r\nA*later=1\r\nA* =x\r\n"
                         "size=all\r\n");
     HWND knob = opened.Find("A");
-    CHECK(List(opened.panel).size() == 6);
-    ph_Tick(opened.panel.Root());
+    CHECK(List(opened).size() == 6);
+    ph_Tick(opened.Root());
     Load(knob, "interval=now");
     Load(knob, "resolution=2", LOAD_FROM_FILE); // a control that configures another one
     CHECK(holds(opened, "A*interval=soon\r\nA*interval=later"));
@@ -229,8 +194,8 @@ TEST_CASE("a kept line goes when its keyword is set, and by nothing else") {
     CHECK(holds(opened, "A*resolution=0.25"));
     CHECK_FALSE(holds(opened, "A*resolution=fine"));
     CHECK(SetValue(knob, 5) == 1);
-    CHECK(Load(opened.panel.Window(), "size=9,9") == 1);
-    CHECK(List(opened.panel) == std::vector<Listed>{{"A", "A*later=1", 5, PH_UNREAD_KEYWORD}});
+    CHECK(Load(opened.Window(), "size=9,9") == 1);
+    CHECK(List(opened) == std::vector<Listed>{{"A", "A*later=1", 5, PH_UNREAD_KEYWORD}});
 
     // A keyword that stands twice in a file, once readable, keeps both.
     for (const char* both : {"A*interval=50\r\nA*interval=soon", "A*interval=soon\r\nA*interval=50"}) {
@@ -251,7 +216,7 @@ TEST_CASE("kept lines are copied and deleted with their control, and come back w
                "KNOB \"B\" 0x40010000 0,0,47,47\r\nB*later=1\r\n")
             .Saved();
     const Opened opened(text);
-    HOSTINFO* root = opened.panel.Root();
+    HOSTINFO* root = opened.Root();
     REQUIRE(opened.Saved() == text);
     for (const char* name : {"S", "A", "B"}) {
         INFO(std::string(name));
@@ -267,9 +232,9 @@ TEST_CASE("kept lines are copied and deleted with their control, and come back w
         CHECK((without.find("\"N\"") == std::string::npos) == (*name == 'S'));
         CHECK(without.find("\"T\"") != std::string::npos); // the panel's
 
-        const int errors = static_cast<int>(List(opened.panel).size());
+        const int errors = static_cast<int>(List(opened).size());
         CHECK(a_LoadText(root, own, "Undo") > 0);
-        CHECK(static_cast<int>(List(opened.panel).size()) == errors + a_LoadErrorCount(root));
+        CHECK(static_cast<int>(List(opened).size()) == errors + a_LoadErrorCount(root));
         HOSTINFO* next = *name == 'A'   ? &ObjectOf(opened.Find("S"))
                          : *name == 'S' ? &ObjectOf(opened.Find("B"))
                                         : nullptr;
@@ -284,7 +249,7 @@ TEST_CASE("kept lines are copied and deleted with their control, and come back w
     // A line that sets a keyword to nothing takes back what was kept.
     a_LoadText(root, "B*later=\r\nA*bitmap=.\\Controls\\Knob.bmp\r\n", "Undo");
     CHECK(a_LoadErrorCount(root) == 0);
-    CHECK(List(opened.panel).size() == 4);
+    CHECK(List(opened).size() == 4);
 }
 
 TEST_SUITE_END();

@@ -32,13 +32,6 @@ void Type(HWND dialog, int id, const char* text, WORD end) {
     Command(dialog, id, end);
 }
 
-void DispatchPosted() {
-    MSG message;
-    while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) {
-        DispatchMessageA(&message);
-    }
-}
-
 // Chooses an entry of a combo box by its text. False when it has none.
 bool Choose(HWND dialog, int id, const char* text) {
     Command(dialog, id, CBN_DROPDOWN);
@@ -115,7 +108,7 @@ TEST_CASE("every field sends its line, shows what became of it, and refuses what
         CHECK(Text(control, row.keyword) == row.value);
         CHECK(Field(dialog, IDC_DIALOG_STATUS).empty());
         CHECK(IsChanged(control));
-        DispatchPosted(); // the control asks the dialog to read it again
+        DispatchAll(); // the control asks the dialog to read it again
         CHECK(Field(dialog, row.id) == row.typed);
         Command(dialog, IDC_CLOSE_DIALOG);
         CHECK(ObjectOf(control).dialog == nullptr);
@@ -147,30 +140,21 @@ TEST_CASE("style and combination are chosen") {
     const HWND dialog = OpenDialog(knob);
     Command(dialog, IDC_RELATIVE, BN_CLICKED);
     CHECK(Text(knob, "relative") == "1");
-    DispatchPosted();
+    DispatchAll();
     CHECK(IsDlgButtonChecked(dialog, IDC_ABSOLUTE) == BST_UNCHECKED);
     CHECK(IsDlgButtonChecked(dialog, IDC_RELATIVE) == BST_CHECKED);
 }
 
-TEST_CASE("one dialog a control, known to the panel, closed with the control") {
-    const TestPanel panel;
-    const HWND knob = panel.Create("KNOB", "Knob");
-    const HWND dialog = OpenDialog(knob);
-    CHECK(OpenDialog(knob) == dialog);
-    CHECK(Text(panel.Window(), "parameterdlg") == "Knob");
-    Command(dialog, IDC_ADVANCED);
-    DestroyWindow(knob);
-    CHECK_FALSE(IsWindow(dialog));
-    CHECK(Text(panel.Window(), "parameterdlg").empty());
-}
-
-TEST_CASE("the selector lists what has a dialog and changes to it") {
+TEST_CASE(
+    "one dialog a control, known to the panel, with a selector that lists what has one and changes to it") {
     const TestPanel panel;
     const HWND first = panel.Create("KNOB", "First");
     const HWND second = panel.Create("KNOB", "Second");
     const HWND meter = panel.Create("METER", "Meter");
     panel.Create("LISTSELECTION", "List");
     HWND dialog = OpenDialog(first);
+    CHECK(OpenDialog(first) == dialog);
+    CHECK(Text(panel.Window(), "parameterdlg") == "First");
     Command(dialog, IDC_OBJECT_SELECTOR, CBN_DROPDOWN);
     CHECK(SendDlgItemMessageA(dialog, IDC_OBJECT_SELECTOR, CB_GETCOUNT, 0, 0) == 3);
 
@@ -186,6 +170,9 @@ TEST_CASE("the selector lists what has a dialog and changes to it") {
     dialog = ObjectOf(meter).dialog;
     CHECK(IsWindow(dialog));
     CHECK(Field(dialog, IDC_OBJECT_SELECTOR) == "Meter");
+    DestroyWindow(meter);
+    CHECK_FALSE(IsWindow(dialog));
+    CHECK(Text(panel.Window(), "parameterdlg").empty());
 }
 
 TEST_CASE("the click template is filled in from lists, and the question is shown as it will be") {
@@ -201,25 +188,20 @@ TEST_CASE("the click template is filled in from lists, and the question is shown
     CHECK(Text(button, "click") == "Knob 1*resolution=2");
 
     Type(dialog, IDC_CONFIRM, "One\\nTwo", EDIT_ENTER);
-    DispatchPosted();
+    DispatchAll();
     CHECK(Field(dialog, IDC_CONFIRM_PREVIEW) == "One\nTwo");
 }
 
 TEST_CASE("a control is deleted after a question") {
     const TestPanel panel;
     const HWND knob = panel.Create("KNOB", "Knob");
-    HWND dialog = OpenDialog(knob);
-    {
-        Answer no("Delete", IDNO);
+    const HWND dialog = OpenDialog(knob);
+    for (const int answer : {IDNO, IDYES}) {
+        const Answer asked("Delete", answer);
         Command(dialog, IDC_DELETE_CONTROL);
+        CHECK((IsWindow(knob) != FALSE) == (answer == IDNO));
+        CHECK((IsWindow(dialog) != FALSE) == (answer == IDNO));
     }
-    CHECK(IsWindow(knob));
-    {
-        Answer yes("Delete", IDYES);
-        Command(dialog, IDC_DELETE_CONTROL);
-    }
-    CHECK_FALSE(IsWindow(knob));
-    CHECK_FALSE(IsWindow(dialog));
 }
 
 namespace {

@@ -232,11 +232,15 @@ bool Await(const std::function<bool()>& condition, DWORD patience) {
             return false;
         }
         MsgWaitForMultipleObjects(0, nullptr, FALSE, 1, QS_ALLINPUT);
-        for (MSG message; PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE);) {
-            DispatchMessageA(&message);
-        }
+        DispatchAll();
     }
     return true;
+}
+
+void DispatchAll() {
+    for (MSG message; PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE);) {
+        DispatchMessageA(&message);
+    }
 }
 
 bool TakePosted(HWND window, UINT message, MSG& posted) {

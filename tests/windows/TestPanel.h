@@ -115,6 +115,8 @@ void Poll(HWND control);
 bool Await(const std::function<bool()>& condition, DWORD patience = 10000);
 // Takes the next posted message of that kind that waits for the window.
 bool TakePosted(HWND window, UINT message, MSG& posted);
+// Dispatches what waits for this thread now.
+void DispatchAll();
 // Dispatches the commands that are posted to the window.
 void DispatchCommands(HWND window);
 // What is left of a mouse message's coordinates.
