@@ -1,6 +1,7 @@
 #include "tests/windows/PanelProgram.h"
 
 #include "Panel/MessageLoop.h"
+#include "tests/windows/EditorPanels.h"
 
 #include <commctrl.h>
 #include <cstring>
@@ -27,19 +28,7 @@ BOOL CALLBACK MatchWindow(HWND window, LPARAM parameter) {
     return TRUE;
 }
 
-HWND TopOf(DWORD process, const char* className) {
-    Search search{process, className, nullptr};
-    EnumWindows(MatchWindow, reinterpret_cast<LPARAM>(&search));
-    return search.found;
-}
-
 constexpr const char* BOX = "#32770";
-
-CommandLine WithRecovery(const std::string& folder) {
-    CommandLine commandLine;
-    commandLine.recoveryFolder = folder;
-    return commandLine;
-}
 
 } // namespace
 
@@ -57,13 +46,7 @@ std::string OnClipboard() {
 }
 
 void PutOnClipboard(const std::string& text) {
-    REQUIRE(OpenClipboard(nullptr));
-    EmptyClipboard();
-    const HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, text.size() + 1);
-    std::memcpy(GlobalLock(memory), text.c_str(), text.size() + 1);
-    GlobalUnlock(memory);
-    SetClipboardData(CF_TEXT, memory);
-    CloseClipboard();
+    PutOnClipboard(CF_TEXT, text.c_str(), text.size() + 1);
 }
 
 // What both do.
@@ -83,18 +66,6 @@ std::string PanelUser::Title() const {
     char title[128] = "";
     GetWindowTextA(frame_, title, sizeof title);
     return title;
-}
-
-void PanelUser::Press(POINT point, WPARAM keys) const {
-    SendMessageA(panel_, WM_LBUTTONDOWN, MK_LBUTTON | keys, At(point.x, point.y));
-}
-
-void PanelUser::MoveTo(POINT point) const {
-    SendMessageA(panel_, WM_MOUSEMOVE, MK_LBUTTON, At(point.x, point.y));
-}
-
-void PanelUser::Release(POINT point) const {
-    SendMessageA(panel_, WM_LBUTTONUP, 0, At(point.x, point.y));
 }
 
 void PanelUser::Drag(POINT from, POINT to) const {
@@ -159,7 +130,9 @@ void PanelProgram::FindFrame() {
 }
 
 HWND PanelProgram::Top(const char* className) const {
-    return TopOf(process_, className);
+    Search search{process_, className, nullptr};
+    EnumWindows(MatchWindow, reinterpret_cast<LPARAM>(&search));
+    return search.found;
 }
 
 std::string PanelProgram::Question() const {
@@ -192,8 +165,8 @@ void PanelProgram::Kill() const {
 
 // In this process.
 
-PanelHere::PanelHere(const std::string& contents)
-    : commandLine_(WithRecovery(folder_.Path("recovery"))), window_(commandLine_, reporter_, library_, log_) {
+PanelHere::PanelHere(const std::string& contents) : window_(commandLine_, reporter_, library_, log_) {
+    commandLine_.recoveryFolder = folder_.Path("recovery");
     std::string error;
     REQUIRE(library_.Load(error));
     REQUIRE(window_.Create(error));
