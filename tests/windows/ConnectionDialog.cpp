@@ -7,11 +7,7 @@ TEST_SUITE_BEGIN("dialogs");
 TEST_CASE("the search shows what leads to a match") {
     const Scene scene;
     const ConnectionDialog dialog(scene.Object());
-    struct Row {
-        const char* search;
-        const char* shown;
-    };
-    const Row rows[] = {
+    const std::pair<const char*, const char*> rows[] = {
         {"", "Devices|AMP1|Controls|Other|Outer|"},
         {"GAIN2", "Devices|AMP1|gain2|Controls|"},
         {"amp1 1", "Devices|AMP1|Controls|"},
@@ -20,10 +16,10 @@ TEST_CASE("the search shows what leads to a match") {
         {"knob", "Devices|Controls|"}, // nobody is connected to himself
         {"", "Devices|AMP1|Controls|Other|Outer|"},
     };
-    for (const Row& row : rows) {
-        INFO(row.search);
-        dialog.Search(row.search);
-        CHECK(dialog.Tree() == row.shown);
+    for (const auto& [search, shown] : rows) {
+        INFO(search);
+        dialog.Search(search);
+        CHECK(dialog.Tree() == shown);
     }
     const auto amp = [&] { return TreeView_GetChild(dialog.tree, TreeView_GetRoot(dialog.tree)); };
     TreeView_Expand(dialog.tree, amp(), TVE_EXPAND); // what the user opened is open again behind a search
@@ -55,14 +51,7 @@ TEST_CASE("the search shows what leads to a match") {
 TEST_CASE("bindings are added, moved and removed by property lines") {
     const Scene scene;
     const ConnectionDialog dialog(scene.Object());
-    struct Row {
-        const char* search; // what is then added
-        const char* functions;
-        const char* connections;
-        const char* status;
-        const char* tree;
-    };
-    const Row rows[] = {
+    const std::tuple<const char*, const char*, const char*, const char*, const char*> rows[] = {
         {"gain2", "AMP1*gain2", "", "AMP1*gain2 was added to the functions.",
          "Devices|AMP1|gain2!|Controls|"},
         {"gain2", "AMP1*gain2", "", "AMP1*gain2 is among the functions already.",
@@ -71,14 +60,14 @@ TEST_CASE("bindings are added, moved and removed by property lines") {
         {"outer inner", "AMP1*gain2", "Other;Outer*Inner", "Outer*Inner was added to the connections.",
          "Devices|Controls|Outer|Inner!|"},
     };
-    for (const Row& row : rows) {
-        INFO(row.search);
-        dialog.Search(row.search);
+    for (const auto& [search, functions, connections, status, tree] : rows) {
+        INFO(search);
+        dialog.Search(search);
         Press(dialog.tree, VK_RETURN);
-        CHECK(a_BuildString(scene.Object().functions) == row.functions);
-        CHECK(scene.Connections() == row.connections);
-        CHECK(dialog.Status() == row.status);
-        CHECK(dialog.Tree() == row.tree);
+        CHECK(a_BuildString(scene.Object().functions) == functions);
+        CHECK(scene.Connections() == connections);
+        CHECK(dialog.Status() == status);
+        CHECK(dialog.Tree() == tree);
     }
     CHECK(SelectedRow(dialog.connections) == 1);
     const HTREEITEM shown = TreeView_GetSelection(dialog.tree);

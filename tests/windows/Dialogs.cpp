@@ -339,22 +339,17 @@ TEST_CASE("what is lost or refused is red, fields and headings have colours of t
     CHECK(colour(properties.window, properties.list, refused + 1, 1, CELL) == 0);
 
     const HDC dc = CreateCompatibleDC(nullptr);
-    const struct {
-        UINT message;
-        int id;
-        int brush;
-    } rows[] = {{WM_CTLCOLORSTATIC, IDC_STATUS, BRUSH_DIALOG},
-                {WM_CTLCOLOREDIT, IDC_SEARCH, BRUSH_FIELD},
-                {WM_CTLCOLORSTATIC, IDC_HEADER_AVAILABLE, BRUSH_HEADER},
-                {WM_CTLCOLORSTATIC, IDC_HEADER_FUNCTIONS, BRUSH_HEADER},
-                {WM_CTLCOLORSTATIC, IDC_HEADER_CONNECTIONS, BRUSH_HEADER}};
-    for (const auto& row : rows) {
-        CAPTURE(row.id);
-        const HWND item = Item(connections.window, row.id);
-        CHECK(SendMessageA(connections.window, row.message, reinterpret_cast<WPARAM>(dc),
-                           reinterpret_cast<LPARAM>(item)) ==
-              reinterpret_cast<LRESULT>(a_GetObject(row.brush)));
-        CHECK(GetTextColor(dc) == (row.brush == BRUSH_HEADER ? RGB(255, 255, 255) : 0));
+    const std::tuple<UINT, int, int> rows[] = {{WM_CTLCOLORSTATIC, IDC_STATUS, BRUSH_DIALOG},
+                                               {WM_CTLCOLOREDIT, IDC_SEARCH, BRUSH_FIELD},
+                                               {WM_CTLCOLORSTATIC, IDC_HEADER_AVAILABLE, BRUSH_HEADER},
+                                               {WM_CTLCOLORSTATIC, IDC_HEADER_FUNCTIONS, BRUSH_HEADER},
+                                               {WM_CTLCOLORSTATIC, IDC_HEADER_CONNECTIONS, BRUSH_HEADER}};
+    for (const auto& [message, id, brush] : rows) {
+        CAPTURE(id);
+        const HWND item = Item(connections.window, id);
+        CHECK(SendMessageA(connections.window, message, reinterpret_cast<WPARAM>(dc),
+                           reinterpret_cast<LPARAM>(item)) == reinterpret_cast<LRESULT>(a_GetObject(brush)));
+        CHECK(GetTextColor(dc) == (brush == BRUSH_HEADER ? RGB(255, 255, 255) : 0));
     }
     DeleteDC(dc);
 }

@@ -172,33 +172,26 @@ TEST_CASE("simulated records keep what is set, and a solo silences the others") 
               "DSP1*out=float,-80,18,0,dB\nDSP1*out=follow,gain,0\nDSP1*out=solo,solo1,solo1,solo2\n") == 1);
     CHECK(a_LoadErrorCount(panel.Root()) == 3);
     CHECK(panel.Parameter("DSP1*bad") == "(none)");
-    const struct {
-        const char* address;
-        const char* text;
-        const char* held;
-    } rows[] = {
+    const std::tuple<const char*, const char*, const char*> rows[] = {
         {"DSP1*band", "1,Hipass,12,440", "1,Hipass,12 dB,440 Hz,0 dB,0.7"},
         {"DSP1*filters", ",,BUTT12,5", "LINK24,80 Hz,BUTT12,20 Hz"},
         {"DSP1*delay", "1,12 ft", "1,12 ft"},
         {"DSP1*delay", "x", nullptr},
         {"DSP1*band", "", nullptr},
     };
-    for (const auto& row : rows) {
-        INFO(std::string(row.address), "=", std::string(row.text));
-        const std::string before = panel.Parameter(row.address);
-        CHECK(ph_SetParameter(panel.Root(), row.address, row.text) == (row.held != nullptr));
-        CHECK(panel.Parameter(row.address) == (row.held != nullptr ? row.held : before));
+    for (const auto& [address, text, held] : rows) {
+        INFO(std::string(address), "=", std::string(text));
+        const std::string before = panel.Parameter(address);
+        CHECK(ph_SetParameter(panel.Root(), address, text) == (held != nullptr));
+        CHECK(panel.Parameter(address) == (held != nullptr ? held : before));
     }
-    const struct {
-        const char* own;
-        const char* other;
-        const char* out;
-    } solos[] = {{"0", "0", "-20"}, {"0", "1", "-80"}, {"1", "1", "-20"}, {"1", "0", "-20"}};
-    for (const auto& row : solos) {
-        ph_SetParameter(panel.Root(), "DSP1*solo1", row.own);
-        ph_SetParameter(panel.Root(), "DSP1*solo2", row.other);
+    const std::tuple<const char*, const char*, const char*> solos[] = {
+        {"0", "0", "-20"}, {"0", "1", "-80"}, {"1", "1", "-20"}, {"1", "0", "-20"}};
+    for (const auto& [own, other, out] : solos) {
+        ph_SetParameter(panel.Root(), "DSP1*solo1", own);
+        ph_SetParameter(panel.Root(), "DSP1*solo2", other);
         ph_Tick(panel.Root());
-        CHECK(panel.Parameter("DSP1*out") == row.out);
+        CHECK(panel.Parameter("DSP1*out") == out);
     }
     panel.Declare("DSP1*gain=delay,,,never\nDSP1*out=float,-80,18,5,dB\n");
     CHECK(panel.Parameter("DSP1*gain") == "-20"); // what cannot be read changes nothing
@@ -216,19 +209,15 @@ TEST_CASE("simulated parameters stay in their range, follow, add up and mute at 
                   "DSP1*sum=float,-200,200,0,\nDSP1*sum=add,AMP1*gain,AMP1*gain,AMP1*nosuch\n"
                   "DSP1*mute=integer,0,1,0,\n");
     HOSTINFO* root = panel.Root();
-    const struct {
-        const char* address;
-        const char* text;
-        const char* held;
-    } limits[] = {
+    const std::tuple<const char*, const char*, const char*> limits[] = {
         {"AMP1*gain", "99", "18"},   {"AMP1*gain", "-99", "-80"}, {"AMP1*gain", "1e30", "18"},
         {"AMP1*gain", "5.5", "5.5"}, {"AMP1*input", "2.5", "3"},  {"AMP1*input", "9", "4"},
         {"AMP1*input", "-9", "1"},   {"AMP1*mute", "0.2", "0"},
     };
-    for (const auto& row : limits) {
-        INFO(std::string(row.address), "=", std::string(row.text));
-        CHECK(ph_SetParameter(root, row.address, row.text) == 1);
-        CHECK(panel.Parameter(row.address) == row.held);
+    for (const auto& [address, text, held] : limits) {
+        INFO(std::string(address), "=", std::string(text));
+        CHECK(ph_SetParameter(root, address, text) == 1);
+        CHECK(panel.Parameter(address) == held);
     }
     for (const char* bad : {"", "x", "nan", "inf", "1e99"}) {
         CHECK(ph_SetParameter(root, "AMP1*gain", bad) == 0);

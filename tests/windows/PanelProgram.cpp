@@ -30,6 +30,12 @@ BOOL CALLBACK MatchWindow(HWND window, LPARAM parameter) {
 
 constexpr const char* BOX = "#32770";
 
+CommandLine WithRecovery(const std::string& folder) {
+    CommandLine commandLine;
+    commandLine.recoveryFolder = folder;
+    return commandLine;
+}
+
 } // namespace
 
 bool Contains(const std::string& text, const std::string& part) {
@@ -165,8 +171,8 @@ void PanelProgram::Kill() const {
 
 // In this process.
 
-PanelHere::PanelHere(const std::string& contents) : window_(commandLine_, reporter_, library_, log_) {
-    commandLine_.recoveryFolder = folder_.Path("recovery");
+PanelHere::PanelHere(const std::string& contents)
+    : commandLine_(WithRecovery(folder_.Path("recovery"))), window_(commandLine_, reporter_, library_, log_) {
     std::string error;
     REQUIRE(library_.Load(error));
     REQUIRE(window_.Create(error));

@@ -117,24 +117,20 @@ TEST_CASE("every field sends its line, shows what became of it, and refuses what
 
 TEST_CASE("style and combination are chosen") {
     const TestPanel panel;
-    const struct {
-        const char* className;
-        int list;
-        const char* keyword;
-        const char* value;
-    } rows[] = {{"EQ", IDC_EQ_DATATYPE, "datatype", "channeleq"},
-                {"EQ", IDC_EQ_BANDWIDTH, "bw", "bw"},
-                {"MIXER", IDC_MODE, "mode", "output"},
-                {"MIXER", IDC_STEREO, "stereo", "yes"},
-                {"METER", IDC_COMBINE, "combine", "avg"},
-                {"BSTATIC", IDC_ALIGNMENT, "alignment", "right"},
-                {"BSTATIC", IDC_DATATYPE, "datatype", "f"},
-                {"BEDIT", IDC_READ_ONLY, "readonly", "1"}};
-    for (const auto& row : rows) {
-        CAPTURE(row.list);
-        const HWND control = panel.Create(row.className, "Control");
-        CHECK(Choose(OpenDialog(control), row.list, row.value));
-        CHECK(Text(control, row.keyword) == row.value);
+    const std::tuple<const char*, int, const char*, const char*> rows[] = {
+        {"EQ", IDC_EQ_DATATYPE, "datatype", "channeleq"},
+        {"EQ", IDC_EQ_BANDWIDTH, "bw", "bw"},
+        {"MIXER", IDC_MODE, "mode", "output"},
+        {"MIXER", IDC_STEREO, "stereo", "yes"},
+        {"METER", IDC_COMBINE, "combine", "avg"},
+        {"BSTATIC", IDC_ALIGNMENT, "alignment", "right"},
+        {"BSTATIC", IDC_DATATYPE, "datatype", "f"},
+        {"BEDIT", IDC_READ_ONLY, "readonly", "1"}};
+    for (const auto& [className, list, keyword, value] : rows) {
+        CAPTURE(list);
+        const HWND control = panel.Create(className, "Control");
+        CHECK(Choose(OpenDialog(control), list, value));
+        CHECK(Text(control, keyword) == value);
     }
     const HWND knob = panel.Create("KNOB", "Knob");
     const HWND dialog = OpenDialog(knob);
@@ -222,20 +218,17 @@ void Pick(const char* chooser, int id, const char* text) {
 } // namespace
 
 TEST_CASE("colours and fonts are chosen with the system's choosers, which begin with what is there") {
-    const struct {
-        const char* className;
-        int button;
-        const char* colour; // keyword
-    } rows[] = {{"BBUTTON", IDC_CHOOSE_PRESSED_COLOUR, "textcolorwhenpressed"},
-                {"BTRISTATEBUTTON", IDC_CHOOSE_RELEASED_COLOUR, "textcolorwhenreleased"},
-                {"BSTATIC", IDC_CHOOSE_BACKGROUND, "backgroundcolor"},
-                {"BEDIT", IDC_CHOOSE_TEXT_COLOUR, "textcolor"}};
-    for (const auto& row : rows) {
-        CAPTURE(std::string(row.className));
+    const std::tuple<const char*, int, const char*> rows[] = {
+        {"BBUTTON", IDC_CHOOSE_PRESSED_COLOUR, "textcolorwhenpressed"},
+        {"BTRISTATEBUTTON", IDC_CHOOSE_RELEASED_COLOUR, "textcolorwhenreleased"},
+        {"BSTATIC", IDC_CHOOSE_BACKGROUND, "backgroundcolor"},
+        {"BEDIT", IDC_CHOOSE_TEXT_COLOUR, "textcolor"}};
+    for (const auto& [className, chooserButton, keyword] : rows) {
+        CAPTURE(std::string(className));
         const TestPanel panel;
-        const HWND control = panel.Create(row.className, "Control");
+        const HWND control = panel.Create(className, "Control");
         const HWND dialog = OpenDialog(control);
-        CHECK(Load(control, std::string(row.colour) + "=0x00010203") == 1);
+        CHECK(Load(control, std::string(keyword) + "=0x00010203") == 1);
         CHECK(Load(control, "font=Tahoma,8,bold") == 1);
         for (const int command : {IDCANCEL, IDOK}) {
             const auto choose = [&](const char* chooser, int button, const std::function<void()>& change) {
@@ -243,11 +236,11 @@ TEST_CASE("colours and fonts are chosen with the system's choosers, which begin 
                 Command(dialog, button);
                 CHECK(answer.Question() != "(none)");
             };
-            choose(COLOUR_CHOOSER, row.button, [] { // the other two parts stay as they are
+            choose(COLOUR_CHOOSER, chooserButton, [] { // the other two parts stay as they are
                 SetDlgItemTextA(FindWindowA("#32770", COLOUR_CHOOSER), RED_FIELD, "16");
             });
             choose(FONT_CHOOSER, IDC_CHOOSE_FONT, [] { Pick(FONT_CHOOSER, FONT_SIZE_LIST, "14"); });
-            CHECK(Text(control, row.colour) == (command == IDOK ? "0x00010210" : "0x00010203"));
+            CHECK(Text(control, keyword) == (command == IDOK ? "0x00010210" : "0x00010203"));
             CHECK(Text(control, "font") == (command == IDOK ? "Tahoma,14,bold" : "Tahoma,8,bold"));
         }
     }

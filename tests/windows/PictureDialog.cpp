@@ -52,10 +52,7 @@ TEST_CASE("thumbnails show the whole picture, in its shape and over white") {
     folder.Write("3.bmp", BitmapFile(3, 200, 0xFF0000));
     folder.Write("4.bmp", BitmapFile(20, 10, 0xFF0000));
     folder.Write("5.png", ReadBytes("Controls\\MiniEdit.png")); // its corners are round
-    const struct {
-        int image, x, y;
-        COLORREF colour;
-    } rows[] = {
+    const std::tuple<int, int, int, COLORREF> rows[] = {
         {0, 0, 0, 0xFF0000},   {0, 63, 31, 0xFF0000}, {0, 0, 32, 0x007F00},  {0, 63, 63, 0x007F00},
         {1, 0, 24, 0x0000FF},  {1, 63, 39, 0x0000FF}, {1, 30, 23, 0xFFFFFF}, {1, 30, 40, 0xFFFFFF},
         {2, 31, 0, 0x0000FF},  {2, 31, 63, 0x0000FF}, {2, 30, 30, 0xFFFFFF}, {2, 32, 30, 0xFFFFFF},
@@ -70,12 +67,12 @@ TEST_CASE("thumbnails show the whole picture, in its shape and over white") {
         std::uint32_t* bits = nullptr;
         const Bitmap bitmap(CreatePixels(64, 64, &bits));
         const MemoryDc dc(bitmap.get());
-        for (const auto& row : rows) {
-            CAPTURE(row.image);
-            CAPTURE(row.x);
-            CAPTURE(row.y);
-            ImageList_Draw(images, row.image, dc.Get(), 0, 0, ILD_NORMAL);
-            CHECK(GetPixel(dc.Get(), row.x, row.y) == row.colour);
+        for (const auto& [image, x, y, colour] : rows) {
+            CAPTURE(image);
+            CAPTURE(x);
+            CAPTURE(y);
+            ImageList_Draw(images, image, dc.Get(), 0, 0, ILD_NORMAL);
+            CHECK(GetPixel(dc.Get(), x, y) == colour);
         }
         CHECK(TextOf(GetDlgItem(dialog, IDC_PICTURE_NAME)).ends_with("1.bmp   128 x 128 pixels"));
         Press(list, VK_DOWN);
