@@ -141,16 +141,9 @@ TEST_CASE("what cannot be read is listed, changes nothing and is saved where it 
 TEST_CASE("damage at any place of a panel file is saved where it was") {
     const std::vector<std::string> sound = SoundLines();
     // One of a control that lives stands among its lines.
-    const std::string damaged[] = {"A*nosuch=1",
-                                   "B*nosuch",
-                                   "words",
-                                   "control=",
-                                   "control=0x00000000 NOSUCH \"X\" 0x40000000 0,0,9,9",
-                                   "X*value=1",
-                                   "S*X*value=1",
-                                   "S*control=0x00000000 KNOB \"Y\" 0x40000000 0,0",
-                                   "X*connection=A",
-                                   std::string(9000, 'y'),
+    const std::string damaged[] = {"A*nosuch=1",        "B*nosuch",       "words",
+                                   "control=",          "X*value=1",      "S*X*value=1",
+                                   "S*control=0x0",     "X*connection=A", std::string(9000, 'y'),
                                    std::string(1, '\0')};
     for (unsigned seed = 1; seed <= 30; ++seed) {
         CAPTURE(seed);

@@ -87,8 +87,7 @@ void MoveParameters(const TestPanel& panel) {
 
 } // namespace
 
-TEST_CASE("the demo panels move nothing, and show what their devices hold") {
-    int shown = 0;
+TEST_CASE("the demo panels move nothing") {
     for (const std::string name : {"Demo", "Buttons", "Mixer", "Interfaces"}) {
         INFO(name);
         const TestPanel panel;
@@ -100,18 +99,7 @@ TEST_CASE("the demo panels move nothing, and show what their devices hold") {
         CHECK(ParametersOf(panel) == before);
         PollAll(panel);
         CHECK(ParametersOf(panel) == before);
-        for (const HOSTINFO* object : a_ListHostinfos(panel.Root())) {
-            char className[32] = "";
-            GetClassNameA(object->window, className, sizeof className);
-            const bool isNumber = className == std::string("KNOB") || className == std::string("FADER");
-            if (isNumber && object->functions.size() == 1 && before.contains(object->functions.front())) {
-                INFO(object->name);
-                CHECK(Text(object->window) == before.at(object->functions.front()));
-                ++shown;
-            }
-        }
     }
-    CHECK(shown > 10);
 }
 
 TEST_CASE("what is loaded, pasted or brought back moves no device, but other controls") {
