@@ -125,6 +125,9 @@ TEST_CASE("what ends a gesture, and what of it stays") {
     program.Key(VK_DELETE);
     SendMessageA(panel, WM_RBUTTONDOWN, MK_RBUTTON, At(290, 70)); // it offers nothing
     CHECK(program.Saved() == program.start);
+    Load(ph_Find(program.Root(), "A"), "value=3", LOAD_FROM_FILE); // kept, as what it is bound to disagrees
+    CHECK(ShownMenu(program, {60, 60}, 1) == "Apply");
+    program.Check("B*resolution=3\r\n");
 }
 
 TEST_CASE("presses and bands select, the cursor shows what a press would do") {
@@ -309,20 +312,6 @@ TEST_CASE("the menus offer what can be done, and do it") {
           "Paste Component(s), -Delete Component(s), -Move To Foreground, -Move To Background");
 }
 
-TEST_CASE("a control's own menu sends its value while the panel is operated") {
-    // The two knobs disagree, so the fader keeps its own value.
-    const PanelHere program("size=300,300\r\n"
-                            "control=0x00000000 FADER \"F\" 0x50010000 40,40,70,240\r\n"
-                            "F*properties=0,100,30\r\nF*connection=K;L\r\n"
-                            "control=0x00000000 KNOB \"K\" 0x50010000 100,100,147,147\r\n"
-                            "K*properties=0,100,10\r\n"
-                            "control=0x00000000 KNOB \"L\" 0x50010000 200,100,247,147\r\n"
-                            "L*properties=0,100,20\r\n");
-    CHECK(ShownMenu(program, {50, 100}, 1) == "Apply");
-    CHECK(Contains(program.Saved(), "K*properties=0,100,30\r\n"));
-    CHECK(Contains(program.Saved(), "L*properties=0,100,30\r\n"));
-}
-
 TEST_CASE("random edits are undone and redone without a trace, and leave nothing behind") {
     Editing program;
     constexpr int COMMANDS[] = {
@@ -333,25 +322,16 @@ TEST_CASE("random edits are undone and redone without a trace, and leave nothing
     const auto countFiles = [&] { return std::distance(std::filesystem::directory_iterator(temporary), {}); };
     Resources before{};
     const auto files = countFiles();
-    for (unsigned seed = 20; seed < 25; ++seed) {
-        std::mt19937 random(seed);
+    for (unsigned round = 0; round < 4; ++round) {
+        std::mt19937 random(20 + round % 2); // the same again, when caches are filled
         const auto any = [&](int count) { return static_cast<int>(random() % static_cast<unsigned>(count)); };
-        for (int i = 0; i < 60; ++i) {
+        for (int i = 0; i < 20; ++i) {
             const POINT point{any(600), any(400)};
-            switch (any(4)) {
-            case 0:
-                program.Drag(point, {any(600), any(400)});
-                break;
-            case 1:
-                program.Click(point, MK_CONTROL);
-                break;
-            case 2:
-                program.Key(KEYS[any(std::size(KEYS))]);
-                break;
-            default:
-                program.Command(COMMANDS[any(std::size(COMMANDS))]);
-            }
-            if (const HWND dialog = FindWindowA("#32770", nullptr)) { // of a double press
+            program.Drag(point, {any(600), any(400)});
+            program.Click({any(600), any(400)}, MK_CONTROL);
+            program.Command(COMMANDS[any(std::size(COMMANDS))]);
+            program.Key(KEYS[any(std::size(KEYS))]);
+            if (const HWND dialog = FindWindowA("#32770", nullptr)) { // of a double press, too
                 SendMessageA(dialog, WM_CLOSE, 0, 0);
             }
         }
@@ -361,7 +341,7 @@ TEST_CASE("random edits are undone and redone without a trace, and leave nothing
         program.RedoAll();
         program.CheckHistory(steps);
         program.Serve();
-        before = seed < 23 ? CountResources() : before; // the first times fill caches
+        before = round < 2 ? CountResources() : before;
     }
     Resources now = CountResources().Settled(before);
     now.threads = before.threads; // the system's own, for timers, come and go

@@ -8,26 +8,6 @@
 
 namespace {
 
-struct Search {
-    DWORD process;
-    const char* className;
-    HWND found;
-};
-
-BOOL CALLBACK MatchWindow(HWND window, LPARAM parameter) {
-    auto& search = *reinterpret_cast<Search*>(parameter);
-    DWORD process = 0;
-    char className[64] = "";
-    GetWindowThreadProcessId(window, &process);
-    GetClassNameA(window, className, sizeof className);
-    if (process == search.process && std::strcmp(className, search.className) == 0 &&
-        ((GetWindowLongA(window, GWL_STYLE) & WS_CHILD) != 0 || IsWindowVisible(window))) {
-        search.found = window;
-        return FALSE;
-    }
-    return TRUE;
-}
-
 constexpr const char* BOX = "#32770";
 
 CommandLine WithRecovery(const std::string& folder) {
@@ -58,9 +38,12 @@ void PutOnClipboard(const std::string& text) {
 // What both do.
 
 HWND PanelUser::Below(HWND parent, const char* className) const {
-    Search search{process_, className, nullptr};
-    EnumChildWindows(parent, MatchWindow, reinterpret_cast<LPARAM>(&search));
-    return search.found;
+    HWND found = FindWindowExA(parent, nullptr, className, nullptr);
+    for (HWND child = GetWindow(parent, GW_CHILD); found == nullptr && child != nullptr;
+         child = GetWindow(child, GW_HWNDNEXT)) {
+        found = Below(child, className);
+    }
+    return found;
 }
 
 std::string PanelUser::Saved() const {
@@ -69,9 +52,7 @@ std::string PanelUser::Saved() const {
 }
 
 std::string PanelUser::Title() const {
-    char title[128] = "";
-    GetWindowTextA(frame_, title, sizeof title);
-    return title;
+    return TextOf(frame_);
 }
 
 void PanelUser::Drag(POINT from, POINT to) const {
@@ -125,7 +106,6 @@ void PanelProgram::Start(const TestFolder& folder, const std::string& file) {
                " --recovery \"" + folder.Path("") + ".\"";
     REQUIRE(CreateProcessA(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup,
                            &started_));
-    process_ = started_.dwProcessId;
 }
 
 void PanelProgram::FindFrame() {
@@ -136,17 +116,21 @@ void PanelProgram::FindFrame() {
 }
 
 HWND PanelProgram::Top(const char* className) const {
-    Search search{process_, className, nullptr};
-    EnumWindows(MatchWindow, reinterpret_cast<LPARAM>(&search));
-    return search.found;
+    HWND window = nullptr;
+    DWORD process = 0;
+    while ((window = FindWindowExA(nullptr, window, className, nullptr)) != nullptr) {
+        GetWindowThreadProcessId(window, &process);
+        if (process == started_.dwProcessId && IsWindowVisible(window)) {
+            break;
+        }
+    }
+    return window;
 }
 
 std::string PanelProgram::Question() const {
     HWND box = nullptr;
     REQUIRE(WaitFor([&] { return (box = Top(BOX)) != nullptr; }));
-    char text[1024] = "";
-    GetDlgItemTextA(box, 0xFFFF, text, sizeof text);
-    return text;
+    return TextOf(GetDlgItem(box, 0xFFFF));
 }
 
 void PanelProgram::Answer(int button) const {

@@ -48,7 +48,6 @@ protected:
     PanelUser() = default;
 
     std::string file_;
-    DWORD process_ = GetCurrentProcessId();
     HWND frame_ = nullptr;
     HWND panel_ = nullptr;
 

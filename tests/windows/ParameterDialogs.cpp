@@ -1,8 +1,7 @@
 // The parameter dialogs of the controls, driven as a user would: by their fields, buttons and keys.
 
 #include "Controls/resources/resource.h"
-#include "tests/windows/Buttons.h"
-#include "tests/windows/TestPanel.h"
+#include "tests/windows/EditorPanels.h"
 
 #include <commctrl.h>
 
@@ -21,9 +20,7 @@ void Command(HWND dialog, int id, WORD code = 0) {
 }
 
 std::string Field(HWND dialog, int id) {
-    char text[TEXT_SIZE] = "";
-    GetDlgItemTextA(dialog, id, text, sizeof text);
-    return text;
+    return TextOf(Item(dialog, id));
 }
 
 // Types a text and ends it with Enter, Escape, or by leaving the field.
