@@ -328,12 +328,10 @@ TEST_CASE("what is lost or refused is red, fields and headings have colours of t
     CHECK(colour(properties.window, properties.list, refused + 1, 1, CELL) == 0);
 
     const HDC dc = CreateCompatibleDC(nullptr);
-    const std::tuple<UINT, int, int> rows[] = {{WM_CTLCOLORSTATIC, IDC_STATUS, BRUSH_DIALOG},
-                                               {WM_CTLCOLOREDIT, IDC_SEARCH, BRUSH_FIELD},
-                                               {WM_CTLCOLORSTATIC, IDC_HEADER_AVAILABLE, BRUSH_HEADER},
-                                               {WM_CTLCOLORSTATIC, IDC_HEADER_FUNCTIONS, BRUSH_HEADER},
-                                               {WM_CTLCOLORSTATIC, IDC_HEADER_CONNECTIONS, BRUSH_HEADER}};
-    for (const auto& [message, id, brush] : rows) {
+    for (const auto& [message, id, brush] : {std::tuple(WM_CTLCOLORSTATIC, IDC_STATUS, BRUSH_DIALOG),
+                                             {WM_CTLCOLOREDIT, IDC_SEARCH, BRUSH_FIELD},
+                                             {WM_CTLCOLORSTATIC, IDC_HEADER_AVAILABLE, BRUSH_HEADER},
+                                             {WM_CTLCOLORSTATIC, IDC_HEADER_CONNECTIONS, BRUSH_HEADER}}) {
         CAPTURE(id);
         const HWND item = Item(connections.window, id);
         CHECK(SendMessageA(connections.window, message, reinterpret_cast<WPARAM>(dc),

@@ -5,7 +5,6 @@
 #include "Panel/resource.h"
 #include "tests/windows/EditorPanels.h"
 #include "tests/windows/PanelCommands.h"
-#include "tests/windows/PanelProgram.h"
 #include "tests/windows/Resources.h"
 
 #include <commctrl.h>

@@ -3,7 +3,6 @@
 #include "Panelhost/Editing.h"
 #include "tests/windows/TestPanel.h"
 
-#include <cstdlib>
 #include <list>
 #include <map>
 
@@ -71,11 +70,8 @@ void MoveParameters(const TestPanel& panel) {
         if (address.ends_with("*online")) {
             continue;
         }
-        const int number = std::atoi(before.c_str());
-        for (const std::string& text :
-             {std::to_string(number + 1), std::to_string(number - 1), std::string("Hishelv,123 Hz"),
-              std::string("0,123 Hz"), std::string(",123 Hz"), std::string("Moved")}) {
-            ph_SetParameter(panel.Root(), address.c_str(), text.c_str());
+        for (const char* text : {"1", "2", "0", "-1", "Hishelv,123 Hz", "0,123 Hz", ",123 Hz", "Moved"}) {
+            ph_SetParameter(panel.Root(), address.c_str(), text);
             if (panel.Parameter(address.c_str()) != before) {
                 break;
             }

@@ -4,7 +4,6 @@
 #include "Version.h"
 #include "tests/windows/Buttons.h"
 #include "tests/windows/PanelCommands.h"
-#include "tests/windows/PanelProgram.h"
 
 #include <commctrl.h>
 

@@ -5,7 +5,6 @@
 #include "tests/windows/Buttons.h"
 #include "tests/windows/EditorPanels.h"
 #include "tests/windows/PanelCommands.h"
-#include "tests/windows/PanelProgram.h"
 
 #include <commctrl.h>
 

@@ -4,7 +4,6 @@
 #include "tests/windows/EditorPanels.h"
 
 #include <commctrl.h>
-#include <cstring>
 
 namespace {
 
