@@ -5,7 +5,6 @@
 #include "tests/windows/LibraryDialogs.h"
 #include "tests/windows/Resources.h"
 
-#include <initializer_list>
 #include <map>
 
 std::string Cell(HWND list, int row, int column) {

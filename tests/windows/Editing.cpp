@@ -2,7 +2,6 @@
 
 #include "Controls/resources/resource.h"
 #include "Panelhost/Editing.h"
-#include "Panel/resource.h"
 #include "tests/windows/EditorPanels.h"
 #include "tests/windows/PanelCommands.h"
 #include "tests/windows/Resources.h"

@@ -7,7 +7,6 @@
 #include "tests/windows/TestPanel.h"
 
 #include <algorithm>
-#include <cstring>
 
 TEST_SUITE_BEGIN("PanelFile");
 

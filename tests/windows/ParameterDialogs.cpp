@@ -3,8 +3,6 @@
 #include "Controls/resources/resource.h"
 #include "tests/windows/EditorPanels.h"
 
-#include <commctrl.h>
-
 TEST_SUITE_BEGIN("ParameterDialogs");
 
 namespace {

@@ -3,8 +3,6 @@
 #include "Panelhost/Gdi.h"
 #include "tests/windows/LibraryDialogs.h"
 
-#include <commctrl.h>
-
 namespace {
 
 std::function<bool()> attempt; // made again and again while a dialog is open, until it succeeds
