@@ -137,8 +137,7 @@ TEST_CASE("a cancelled loading leaves the panel as it was") {
         TestPanel panel;
         panel.Declare("AMP1*device=simulated\nAMP1*gain=float,0,10,5,\n");
         Load(panel.Window(), "title=Old", LOAD_FROM_FILE);
-        REQUIRE(ph_SavePanel(panel.Root(), saved.c_str()) == 1);
-        const std::string before = ReadBytes(saved);
+        const std::string before = panel.Saved();
         Watch watch = [&](int read, int total) {
             CHECK(total == 8);
             ph_Tick(panel.Root()); // nothing acts on half a panel
@@ -151,15 +150,14 @@ TEST_CASE("a cancelled loading leaves the panel as it was") {
         CHECK(ph_LoadPanel(panel.Root(), file.c_str()) == -1);
         CHECK(GetWindow(panel.Window(), GW_CHILD) == nullptr);
         CHECK(ph_ListUnread(panel.Root(), nullptr, nullptr) == 0);
-        REQUIRE(ph_SavePanel(panel.Root(), saved.c_str()) == 1);
-        CHECK(ReadBytes(saved) == before);
+        CHECK(panel.Saved() == before);
         ph_Tick(panel.Root());
         CHECK(panel.Parameter("AMP1*gain") == "5");
         ph_SetLoadProgress(panel.Root(), nullptr, nullptr);
         CHECK(ph_LoadPanel(panel.Root(), file.c_str()) == 6); // two headers for each of the first two
         ph_SetLoadProgress(panel.Root(), Tell, &watch);
         watch = [](int, int) { return false; }; // what is there cannot be taken apart again
-        CHECK(ph_LoadPanel(panel.Root(), folder.Write("more.panel", Knobs(7)).c_str()) == 1);
+        CHECK(panel.Open(Knobs(7)) == 1);
         watch = [&](int, int) {
             ph_DestroyRoot(panel.Root());
             return true;
@@ -171,21 +169,20 @@ TEST_CASE("a cancelled loading leaves the panel as it was") {
 }
 
 TEST_CASE("junk is traced in a few lines, counted and kept as a whole") {
-    const TestFolder folder;
     std::string text = Knobs(1);
     for (int i = 0; i < 2000; ++i) {
         text += "junk " + std::to_string(i) + "\r\nK0*newer=" + std::to_string(i) + "\r\nK0*value=x\r\n";
     }
     const TestPanel panel;
     const TraceCapture trace;
-    CHECK(ph_LoadPanel(panel.Root(), folder.Write("junk.panel", text).c_str()) == 1);
+    CHECK(panel.Open(text) == 1);
     for (const auto& [kind, format, single] :
          {std::tuple{TRACE_EDIT, "Object not found: ...", "Object not found: junk"},
           std::tuple{TRACE_DEBUG, "... Keyword not found: ...\n", "Keyword not found: newer"},
           std::tuple{TRACE_EDIT, "Error reading line ...", "Error reading line value=x"}}) {
         CAPTURE(format);
         CHECK(trace.CountContaining(single) == 20);
-        CHECK(trace.Count(kind, std::string("junk.panel: 1980 more: ") + format) == 1);
+        CHECK(trace.Count(kind, std::string("test.panel: 1980 more: ") + format) == 1);
     }
     CHECK(ph_ListUnread(panel.Root(), nullptr, nullptr) == 6000);
 }

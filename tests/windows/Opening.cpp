@@ -3,7 +3,6 @@
 #include "Panelhost/Editing.h"
 #include "tests/windows/TestPanel.h"
 
-#include <cstdlib>
 #include <list>
 #include <map>
 
@@ -71,11 +70,8 @@ void MoveParameters(const TestPanel& panel) {
         if (address.ends_with("*online")) {
             continue;
         }
-        const int number = std::atoi(before.c_str());
-        for (const std::string& text :
-             {std::to_string(number + 1), std::to_string(number - 1), std::string("Hishelv,123 Hz"),
-              std::string("0,123 Hz"), std::string(",123 Hz"), std::string("Moved")}) {
-            ph_SetParameter(panel.Root(), address.c_str(), text.c_str());
+        for (const char* text : {"1", "2", "0", "-1", "Hishelv,123 Hz", "0,123 Hz", ",123 Hz", "Moved"}) {
+            ph_SetParameter(panel.Root(), address.c_str(), text);
             if (panel.Parameter(address.c_str()) != before) {
                 break;
             }
@@ -87,8 +83,7 @@ void MoveParameters(const TestPanel& panel) {
 
 } // namespace
 
-TEST_CASE("the demo panels move nothing, and show what their devices hold") {
-    int shown = 0;
+TEST_CASE("the demo panels move nothing") {
     for (const std::string name : {"Demo", "Buttons", "Mixer", "Interfaces"}) {
         INFO(name);
         const TestPanel panel;
@@ -100,18 +95,7 @@ TEST_CASE("the demo panels move nothing, and show what their devices hold") {
         CHECK(ParametersOf(panel) == before);
         PollAll(panel);
         CHECK(ParametersOf(panel) == before);
-        for (const HOSTINFO* object : a_ListHostinfos(panel.Root())) {
-            char className[32] = "";
-            GetClassNameA(object->window, className, sizeof className);
-            const bool isNumber = className == std::string("KNOB") || className == std::string("FADER");
-            if (isNumber && object->functions.size() == 1 && before.contains(object->functions.front())) {
-                INFO(object->name);
-                CHECK(Text(object->window) == before.at(object->functions.front()));
-                ++shown;
-            }
-        }
     }
-    CHECK(shown > 10);
 }
 
 TEST_CASE("what is loaded, pasted or brought back moves no device, but other controls") {

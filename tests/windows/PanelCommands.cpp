@@ -4,7 +4,6 @@
 #include "Version.h"
 #include "tests/windows/Buttons.h"
 #include "tests/windows/PanelCommands.h"
-#include "tests/windows/PanelProgram.h"
 
 #include <commctrl.h>
 
@@ -119,11 +118,7 @@ int Rows(const PanelHere& program, const char* window, UINT count = LVM_GETITEMC
 }
 
 // Those of the frame and its other windows, in this order.
-struct Other {
-    int command;
-    void (*check)(PanelHere& program);
-};
-const Other OTHERS[] = {
+const std::pair<int, void (*)(PanelHere& program)> OTHERS[] = {
     {CMD_EDIT_MODE,
      [](PanelHere& program) {
          for (const bool edited : {true, false}) {
@@ -263,13 +258,13 @@ const Other OTHERS[] = {
 
 // As a menu writes it.
 std::string NameOf(const ACCEL& key) {
-    std::string name = (key.fVirt & FCONTROL) != 0 ? "Ctrl+" : "";
-    name += (key.fVirt & FSHIFT) != 0 ? "Shift+" : "";
-    if (key.key == VK_DELETE || key.key == VK_ESCAPE) {
-        return name + (key.key == VK_DELETE ? "Del" : "Esc");
-    }
-    return name + (key.key >= VK_F1 && key.key <= VK_F24 ? "F" + std::to_string(key.key - VK_F1 + 1)
-                                                         : std::string(1, static_cast<char>(key.key)));
+    const bool isFunction = key.key >= VK_F1 && key.key <= VK_F24;
+    return std::string((key.fVirt & FCONTROL) != 0 ? "Ctrl+" : "") +
+           ((key.fVirt & FSHIFT) != 0 ? "Shift+" : "") +
+           (key.key == VK_DELETE   ? "Del"
+            : key.key == VK_ESCAPE ? "Esc"
+            : isFunction           ? "F" + std::to_string(key.key - VK_F1 + 1)
+                                   : std::string(1, static_cast<char>(key.key)));
 }
 
 } // namespace
@@ -288,7 +283,7 @@ TEST_CASE("every command has its row here") {
     std::transform(std::begin(EDITS), std::end(EDITS), std::inserter(tested, tested.end()),
                    [](const Edit& row) { return row.command; });
     std::transform(std::begin(OTHERS), std::end(OTHERS), std::inserter(tested, tested.end()),
-                   [](const Other& row) { return row.command; });
+                   [](const auto& row) { return row.first; });
     CHECK(named.size() > 30);
     CHECK(named == tested);
 }
@@ -360,9 +355,7 @@ TEST_CASE("commands can be chosen when there is something to do, in menu and too
 }
 
 TEST_CASE("each edit changes what it should, is named, undone and done again") {
-    PanelHere program(EDITED_PANEL);
-    program.Command(CMD_EDIT_MODE);
-    const std::string start = program.Saved();
+    Editing program;
     for (const Edit& row : EDITS) {
         CAPTURE(row.command);
         CAPTURE(row.key);
@@ -385,7 +378,7 @@ TEST_CASE("each edit changes what it should, is named, undone and done again") {
               PanelHere::MenuItem{"&Undo" + named + "\tCtrl+Z", !label.empty(), false});
         if (!label.empty()) {
             program.Type('Z', "Ctrl", program.Panel());
-            CHECK(program.Saved() == start);
+            CHECK(program.Saved() == program.start);
             CHECK(program.Item(CMD_UNDO).text == "&Undo\tCtrl+Z");
             CHECK(program.Item(CMD_REDO).text == "&Redo" + named + "\tCtrl+Y");
             program.Type(row.command == NONE ? 'Y' : 'Z', row.command == NONE ? "Ctrl" : "Ctrl+Shift",
@@ -399,15 +392,15 @@ TEST_CASE("each edit changes what it should, is named, undone and done again") {
             CHECK(dialog != nullptr);
             SendMessageA(dialog, WM_CLOSE, 0, 0);
         }
-        CHECK(program.Saved() == start);
+        CHECK(program.Saved() == program.start);
     }
 }
 
 TEST_CASE("the commands of the frame and its other windows") {
     PanelHere program(EDITED_PANEL);
-    for (const Other& row : OTHERS) {
-        CAPTURE(row.command);
-        row.check(program);
+    for (const auto& [command, check] : OTHERS) {
+        CAPTURE(command);
+        check(program);
     }
 }
 

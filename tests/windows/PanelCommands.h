@@ -1,5 +1,7 @@
 #pragma once
 
+#include "tests/windows/PanelProgram.h"
+
 // A panel with knobs that overlap nothing, a text, a control with a part, one on a layer and a drop-down
 // list.
 constexpr const char* EDITED_PANEL = "size=600,400\r\n"
@@ -14,3 +16,32 @@ constexpr const char* EDITED_PANEL = "size=600,400\r\n"
                                      "control=0x00000000 LED \"Layered\" 0x50010000 20,300,36,316\r\n"
                                      "Layered*layer=u2\r\n"
                                      "control=0x00000000 BCOMBOBOX \"Combo\" 0x50010003 440,340,560,388\r\n";
+
+// A program that edits a panel.
+struct Editing : PanelHere {
+    explicit Editing(const std::string& contents = EDITED_PANEL) : PanelHere(contents) {
+        Command(CMD_EDIT_MODE);
+        start = Saved();
+    }
+    // It goes to both ends of its history.
+    void CheckHistory(int steps) const {
+        const std::string end = Saved();
+        CHECK(UndoAll() == steps);
+        CHECK(Saved() == start);
+        CHECK(RedoAll() == steps);
+        CHECK(Saved() == end);
+        UndoAll();
+        CHECK(Saved() == start);
+    }
+    void Check(const char* line) const { CHECK(Contains(Saved(), line)); }
+    // Its rectangle, as it is saved.
+    std::string Place(const std::string& name) const {
+        const std::string saved = Saved();
+        const std::size_t begin = saved.find('x', saved.find("\"" + name + "\"")) + 10;
+        return saved.substr(begin, saved.find('\r', begin) - begin);
+    }
+    // The lines over the panel that can be seen, in a fixed order.
+    std::string Lines() const;
+
+    std::string start;
+};

@@ -85,10 +85,7 @@ TEST_CASE("the history holds what the user changes in the edit mode and nothing 
         return text;
     };
     // While it is operated.
-    for (int i = 0; i < 100; ++i) {
-        Load(knob, "interval=" + std::to_string(i + 1));
-        Load(panel.Window(), "title=" + std::to_string(i));
-    }
+    Load(knob, "interval=6");
     CHECK(a_ApplyEdit(object, "interval=7") == 1); // a dialog that was left open
     CHECK(Text(knob, "interval") == "7");
     CHECK(history.Bytes() == 0);

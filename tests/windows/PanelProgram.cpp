@@ -1,37 +1,11 @@
 #include "tests/windows/PanelProgram.h"
 
 #include "Panel/MessageLoop.h"
+#include "tests/windows/EditorPanels.h"
 
 #include <commctrl.h>
-#include <cstring>
 
 namespace {
-
-struct Search {
-    DWORD process;
-    const char* className;
-    HWND found;
-};
-
-BOOL CALLBACK MatchWindow(HWND window, LPARAM parameter) {
-    auto& search = *reinterpret_cast<Search*>(parameter);
-    DWORD process = 0;
-    char className[64] = "";
-    GetWindowThreadProcessId(window, &process);
-    GetClassNameA(window, className, sizeof className);
-    if (process == search.process && std::strcmp(className, search.className) == 0 &&
-        ((GetWindowLongA(window, GWL_STYLE) & WS_CHILD) != 0 || IsWindowVisible(window))) {
-        search.found = window;
-        return FALSE;
-    }
-    return TRUE;
-}
-
-HWND TopOf(DWORD process, const char* className) {
-    Search search{process, className, nullptr};
-    EnumWindows(MatchWindow, reinterpret_cast<LPARAM>(&search));
-    return search.found;
-}
 
 constexpr const char* BOX = "#32770";
 
@@ -57,21 +31,18 @@ std::string OnClipboard() {
 }
 
 void PutOnClipboard(const std::string& text) {
-    REQUIRE(OpenClipboard(nullptr));
-    EmptyClipboard();
-    const HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, text.size() + 1);
-    std::memcpy(GlobalLock(memory), text.c_str(), text.size() + 1);
-    GlobalUnlock(memory);
-    SetClipboardData(CF_TEXT, memory);
-    CloseClipboard();
+    PutOnClipboard(CF_TEXT, text.c_str(), text.size() + 1);
 }
 
 // What both do.
 
 HWND PanelUser::Below(HWND parent, const char* className) const {
-    Search search{process_, className, nullptr};
-    EnumChildWindows(parent, MatchWindow, reinterpret_cast<LPARAM>(&search));
-    return search.found;
+    HWND found = FindWindowExA(parent, nullptr, className, nullptr);
+    for (HWND child = GetWindow(parent, GW_CHILD); found == nullptr && child != nullptr;
+         child = GetWindow(child, GW_HWNDNEXT)) {
+        found = Below(child, className);
+    }
+    return found;
 }
 
 std::string PanelUser::Saved() const {
@@ -80,21 +51,7 @@ std::string PanelUser::Saved() const {
 }
 
 std::string PanelUser::Title() const {
-    char title[128] = "";
-    GetWindowTextA(frame_, title, sizeof title);
-    return title;
-}
-
-void PanelUser::Press(POINT point, WPARAM keys) const {
-    SendMessageA(panel_, WM_LBUTTONDOWN, MK_LBUTTON | keys, At(point.x, point.y));
-}
-
-void PanelUser::MoveTo(POINT point) const {
-    SendMessageA(panel_, WM_MOUSEMOVE, MK_LBUTTON, At(point.x, point.y));
-}
-
-void PanelUser::Release(POINT point) const {
-    SendMessageA(panel_, WM_LBUTTONUP, 0, At(point.x, point.y));
+    return TextOf(frame_);
 }
 
 void PanelUser::Drag(POINT from, POINT to) const {
@@ -148,7 +105,6 @@ void PanelProgram::Start(const TestFolder& folder, const std::string& file) {
                " --recovery \"" + folder.Path("") + ".\"";
     REQUIRE(CreateProcessA(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup,
                            &started_));
-    process_ = started_.dwProcessId;
 }
 
 void PanelProgram::FindFrame() {
@@ -159,15 +115,21 @@ void PanelProgram::FindFrame() {
 }
 
 HWND PanelProgram::Top(const char* className) const {
-    return TopOf(process_, className);
+    HWND window = nullptr;
+    DWORD process = 0;
+    while ((window = FindWindowExA(nullptr, window, className, nullptr)) != nullptr) {
+        GetWindowThreadProcessId(window, &process);
+        if (process == started_.dwProcessId && IsWindowVisible(window)) {
+            break;
+        }
+    }
+    return window;
 }
 
 std::string PanelProgram::Question() const {
     HWND box = nullptr;
     REQUIRE(WaitFor([&] { return (box = Top(BOX)) != nullptr; }));
-    char text[1024] = "";
-    GetDlgItemTextA(box, 0xFFFF, text, sizeof text);
-    return text;
+    return TextOf(GetDlgItem(box, 0xFFFF));
 }
 
 void PanelProgram::Answer(int button) const {

@@ -13,16 +13,8 @@
 #include <string>
 
 // Until the condition holds; false when it does not for long.
-template <class Condition>
-bool WaitFor(Condition condition) {
-    const DWORD start = GetTickCount();
-    while (!condition()) {
-        if (GetTickCount() - start > 30000) {
-            return false;
-        }
-        Sleep(20);
-    }
-    return true;
+inline bool WaitFor(const std::function<bool()>& condition) {
+    return Await(condition, 30000);
 }
 
 bool Contains(const std::string& text, const std::string& part);
@@ -41,9 +33,9 @@ public:
     std::string Saved() const;
     std::string Title() const;
 
-    void Press(POINT point, WPARAM keys = 0) const;
-    void MoveTo(POINT point) const;
-    void Release(POINT point) const;
+    void Press(POINT point, WPARAM keys = 0) const { Mouse(WM_LBUTTONDOWN, MK_LBUTTON | keys, point); }
+    void MoveTo(POINT point) const { Mouse(WM_MOUSEMOVE, MK_LBUTTON, point); }
+    void Release(POINT point) const { Mouse(WM_LBUTTONUP, 0, point); }
     void Drag(POINT from, POINT to) const;
     void Click(POINT point, WPARAM keys = 0) const;
     void Key(WPARAM key) const { SendMessageA(panel_, WM_KEYDOWN, key, 0); }
@@ -56,11 +48,13 @@ protected:
     PanelUser() = default;
 
     std::string file_;
-    DWORD process_ = GetCurrentProcessId();
     HWND frame_ = nullptr;
     HWND panel_ = nullptr;
 
 private:
+    void Mouse(UINT message, WPARAM keys, POINT point) const {
+        SendMessageA(panel_, message, keys, At(point.x, point.y));
+    }
     int Repeat(int command) const;
 };
 

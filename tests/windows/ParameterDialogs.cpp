@@ -1,10 +1,7 @@
 // The parameter dialogs of the controls, driven as a user would: by their fields, buttons and keys.
 
 #include "Controls/resources/resource.h"
-#include "tests/windows/Buttons.h"
-#include "tests/windows/TestPanel.h"
-
-#include <commctrl.h>
+#include "tests/windows/EditorPanels.h"
 
 TEST_SUITE_BEGIN("ParameterDialogs");
 
@@ -21,22 +18,13 @@ void Command(HWND dialog, int id, WORD code = 0) {
 }
 
 std::string Field(HWND dialog, int id) {
-    char text[TEXT_SIZE] = "";
-    GetDlgItemTextA(dialog, id, text, sizeof text);
-    return text;
+    return TextOf(Item(dialog, id));
 }
 
 // Types a text and ends it with Enter, Escape, or by leaving the field.
 void Type(HWND dialog, int id, const char* text, WORD end) {
     SetDlgItemTextA(dialog, id, text);
     Command(dialog, id, end);
-}
-
-void DispatchPosted() {
-    MSG message;
-    while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) {
-        DispatchMessageA(&message);
-    }
 }
 
 // Chooses an entry of a combo box by its text. False when it has none.
@@ -54,14 +42,8 @@ bool Choose(HWND dialog, int id, const char* text) {
 } // namespace
 
 TEST_CASE("every field sends its line, shows what became of it, and refuses what cannot be") {
-    struct Row {
-        const char* className;
-        int id;
-        const char* typed;
-        const char* keyword;
-        const char* value; // of the keyword afterwards
-        const char* refused;
-    };
+    // Class, field, what is typed, the keyword, its value afterwards, and what is refused (null: nothing).
+    using Row = std::tuple<const char*, int, const char*, const char*, const char*, const char*>;
     const Row rows[] = {
         {"KNOB", IDC_MAXIMUM, "40", "properties", "0,40,0", "4x"},
         {"KNOB", IDC_MINIMUM, "-40", "properties", "-40,100,0", "1.5"},
@@ -90,33 +72,33 @@ TEST_CASE("every field sends its line, shows what became of it, and refuses what
         {"XOVER", IDC_GAIN_FUNCTION, "XO1*gain", "function1", "XO1*gain", nullptr},
         {"XOVER", IDC_POLARITY_FUNCTION, "XO1*polarity", "function2", "XO1*polarity", nullptr},
     };
-    for (const Row& row : rows) {
-        CAPTURE(std::string(row.className));
-        CAPTURE(std::string(row.typed));
+    for (const auto& [className, id, typed, keyword, value, refused] : rows) {
+        CAPTURE(std::string(className));
+        CAPTURE(std::string(typed));
         const TestPanel panel;
-        const HWND control = panel.Create(row.className, "Control");
+        const HWND control = panel.Create(className, "Control");
         const HWND dialog = OpenDialog(control);
         REQUIRE(dialog != nullptr);
-        const std::string before = Text(control, row.keyword);
+        const std::string before = Text(control, keyword);
 
-        Type(dialog, row.id, row.typed, EDIT_ESCAPE);
-        CHECK(Text(control, row.keyword) == before);
-        if (row.refused != nullptr) {
-            const std::string shown = Field(dialog, row.id);
-            Type(dialog, row.id, row.refused, EDIT_ENTER);
-            CHECK(Text(control, row.keyword) == before);
-            CHECK(Field(dialog, row.id) == shown);
-            CHECK(Field(dialog, IDC_DIALOG_STATUS).find(row.refused) != std::string::npos);
+        Type(dialog, id, typed, EDIT_ESCAPE);
+        CHECK(Text(control, keyword) == before);
+        if (refused != nullptr) {
+            const std::string shown = Field(dialog, id);
+            Type(dialog, id, refused, EDIT_ENTER);
+            CHECK(Text(control, keyword) == before);
+            CHECK(Field(dialog, id) == shown);
+            CHECK(Field(dialog, IDC_DIALOG_STATUS).find(refused) != std::string::npos);
             CHECK_FALSE(IsChanged(control));
         }
-        Command(dialog, row.id, EDIT_LEFT); // nothing was typed
+        Command(dialog, id, EDIT_LEFT); // nothing was typed
         CHECK_FALSE(IsChanged(control));
-        Type(dialog, row.id, row.typed, row.refused == nullptr ? EDIT_LEFT : EDIT_ENTER);
-        CHECK(Text(control, row.keyword) == row.value);
+        Type(dialog, id, typed, refused == nullptr ? EDIT_LEFT : EDIT_ENTER);
+        CHECK(Text(control, keyword) == value);
         CHECK(Field(dialog, IDC_DIALOG_STATUS).empty());
         CHECK(IsChanged(control));
-        DispatchPosted(); // the control asks the dialog to read it again
-        CHECK(Field(dialog, row.id) == row.typed);
+        PumpAll(); // the control asks the dialog to read it again
+        CHECK(Field(dialog, id) == typed);
         Command(dialog, IDC_CLOSE_DIALOG);
         CHECK(ObjectOf(control).dialog == nullptr);
     }
@@ -124,53 +106,40 @@ TEST_CASE("every field sends its line, shows what became of it, and refuses what
 
 TEST_CASE("style and combination are chosen") {
     const TestPanel panel;
-    const struct {
-        const char* className;
-        int list;
-        const char* keyword;
-        const char* value;
-    } rows[] = {{"EQ", IDC_EQ_DATATYPE, "datatype", "channeleq"},
-                {"EQ", IDC_EQ_BANDWIDTH, "bw", "bw"},
-                {"MIXER", IDC_MODE, "mode", "output"},
-                {"MIXER", IDC_STEREO, "stereo", "yes"},
-                {"METER", IDC_COMBINE, "combine", "avg"},
-                {"BSTATIC", IDC_ALIGNMENT, "alignment", "right"},
-                {"BSTATIC", IDC_DATATYPE, "datatype", "f"},
-                {"BEDIT", IDC_READ_ONLY, "readonly", "1"}};
-    for (const auto& row : rows) {
-        CAPTURE(row.list);
-        const HWND control = panel.Create(row.className, "Control");
-        CHECK(Choose(OpenDialog(control), row.list, row.value));
-        CHECK(Text(control, row.keyword) == row.value);
+    const std::tuple<const char*, int, const char*, const char*> rows[] = {
+        {"EQ", IDC_EQ_DATATYPE, "datatype", "channeleq"},
+        {"EQ", IDC_EQ_BANDWIDTH, "bw", "bw"},
+        {"MIXER", IDC_MODE, "mode", "output"},
+        {"MIXER", IDC_STEREO, "stereo", "yes"},
+        {"METER", IDC_COMBINE, "combine", "avg"},
+        {"BSTATIC", IDC_ALIGNMENT, "alignment", "right"},
+        {"BSTATIC", IDC_DATATYPE, "datatype", "f"},
+        {"BEDIT", IDC_READ_ONLY, "readonly", "1"}};
+    for (const auto& [className, list, keyword, value] : rows) {
+        CAPTURE(list);
+        const HWND control = panel.Create(className, "Control");
+        CHECK(Choose(OpenDialog(control), list, value));
+        CHECK(Text(control, keyword) == value);
     }
     const HWND knob = panel.Create("KNOB", "Knob");
     const HWND dialog = OpenDialog(knob);
     Command(dialog, IDC_RELATIVE, BN_CLICKED);
     CHECK(Text(knob, "relative") == "1");
-    DispatchPosted();
+    PumpAll();
     CHECK(IsDlgButtonChecked(dialog, IDC_ABSOLUTE) == BST_UNCHECKED);
     CHECK(IsDlgButtonChecked(dialog, IDC_RELATIVE) == BST_CHECKED);
 }
 
-TEST_CASE("one dialog a control, known to the panel, closed with the control") {
-    const TestPanel panel;
-    const HWND knob = panel.Create("KNOB", "Knob");
-    const HWND dialog = OpenDialog(knob);
-    CHECK(OpenDialog(knob) == dialog);
-    CHECK(Text(panel.Window(), "parameterdlg") == "Knob");
-    Command(dialog, IDC_ADVANCED);
-    DestroyWindow(knob);
-    CHECK_FALSE(IsWindow(dialog));
-    CHECK(Text(panel.Window(), "parameterdlg").empty());
-}
-
-TEST_CASE("the selector lists what has a dialog and changes to it") {
+TEST_CASE(
+    "one dialog a control, known to the panel, with a selector that lists what has one and changes to it") {
     const TestPanel panel;
     const HWND first = panel.Create("KNOB", "First");
     const HWND second = panel.Create("KNOB", "Second");
     const HWND meter = panel.Create("METER", "Meter");
     panel.Create("LISTSELECTION", "List");
     HWND dialog = OpenDialog(first);
+    CHECK(OpenDialog(first) == dialog);
+    CHECK(Text(panel.Window(), "parameterdlg") == "First");
     Command(dialog, IDC_OBJECT_SELECTOR, CBN_DROPDOWN);
     CHECK(SendDlgItemMessageA(dialog, IDC_OBJECT_SELECTOR, CB_GETCOUNT, 0, 0) == 3);
 
@@ -186,6 +155,9 @@ TEST_CASE("the selector lists what has a dialog and changes to it") {
     dialog = ObjectOf(meter).dialog;
     CHECK(IsWindow(dialog));
     CHECK(Field(dialog, IDC_OBJECT_SELECTOR) == "Meter");
+    DestroyWindow(meter);
+    CHECK_FALSE(IsWindow(dialog));
+    CHECK(Text(panel.Window(), "parameterdlg").empty());
 }
 
 TEST_CASE("the click template is filled in from lists, and the question is shown as it will be") {
@@ -201,25 +173,20 @@ TEST_CASE("the click template is filled in from lists, and the question is shown
     CHECK(Text(button, "click") == "Knob 1*resolution=2");
 
     Type(dialog, IDC_CONFIRM, "One\\nTwo", EDIT_ENTER);
-    DispatchPosted();
+    PumpAll();
     CHECK(Field(dialog, IDC_CONFIRM_PREVIEW) == "One\nTwo");
 }
 
 TEST_CASE("a control is deleted after a question") {
     const TestPanel panel;
     const HWND knob = panel.Create("KNOB", "Knob");
-    HWND dialog = OpenDialog(knob);
-    {
-        Answer no("Delete", IDNO);
+    const HWND dialog = OpenDialog(knob);
+    for (const int answer : {IDNO, IDYES}) {
+        const Answer asked("Delete", answer);
         Command(dialog, IDC_DELETE_CONTROL);
+        CHECK((IsWindow(knob) != FALSE) == (answer == IDNO));
+        CHECK((IsWindow(dialog) != FALSE) == (answer == IDNO));
     }
-    CHECK(IsWindow(knob));
-    {
-        Answer yes("Delete", IDYES);
-        Command(dialog, IDC_DELETE_CONTROL);
-    }
-    CHECK_FALSE(IsWindow(knob));
-    CHECK_FALSE(IsWindow(dialog));
 }
 
 namespace {
@@ -240,20 +207,17 @@ void Pick(const char* chooser, int id, const char* text) {
 } // namespace
 
 TEST_CASE("colours and fonts are chosen with the system's choosers, which begin with what is there") {
-    const struct {
-        const char* className;
-        int button;
-        const char* colour; // keyword
-    } rows[] = {{"BBUTTON", IDC_CHOOSE_PRESSED_COLOUR, "textcolorwhenpressed"},
-                {"BTRISTATEBUTTON", IDC_CHOOSE_RELEASED_COLOUR, "textcolorwhenreleased"},
-                {"BSTATIC", IDC_CHOOSE_BACKGROUND, "backgroundcolor"},
-                {"BEDIT", IDC_CHOOSE_TEXT_COLOUR, "textcolor"}};
-    for (const auto& row : rows) {
-        CAPTURE(std::string(row.className));
+    const std::tuple<const char*, int, const char*> rows[] = {
+        {"BBUTTON", IDC_CHOOSE_PRESSED_COLOUR, "textcolorwhenpressed"},
+        {"BTRISTATEBUTTON", IDC_CHOOSE_RELEASED_COLOUR, "textcolorwhenreleased"},
+        {"BSTATIC", IDC_CHOOSE_BACKGROUND, "backgroundcolor"},
+        {"BEDIT", IDC_CHOOSE_TEXT_COLOUR, "textcolor"}};
+    for (const auto& [className, chooserButton, keyword] : rows) {
+        CAPTURE(std::string(className));
         const TestPanel panel;
-        const HWND control = panel.Create(row.className, "Control");
+        const HWND control = panel.Create(className, "Control");
         const HWND dialog = OpenDialog(control);
-        CHECK(Load(control, std::string(row.colour) + "=0x00010203") == 1);
+        CHECK(Load(control, std::string(keyword) + "=0x00010203") == 1);
         CHECK(Load(control, "font=Tahoma,8,bold") == 1);
         for (const int command : {IDCANCEL, IDOK}) {
             const auto choose = [&](const char* chooser, int button, const std::function<void()>& change) {
@@ -261,11 +225,11 @@ TEST_CASE("colours and fonts are chosen with the system's choosers, which begin 
                 Command(dialog, button);
                 CHECK(answer.Question() != "(none)");
             };
-            choose(COLOUR_CHOOSER, row.button, [] { // the other two parts stay as they are
+            choose(COLOUR_CHOOSER, chooserButton, [] { // the other two parts stay as they are
                 SetDlgItemTextA(FindWindowA("#32770", COLOUR_CHOOSER), RED_FIELD, "16");
             });
             choose(FONT_CHOOSER, IDC_CHOOSE_FONT, [] { Pick(FONT_CHOOSER, FONT_SIZE_LIST, "14"); });
-            CHECK(Text(control, row.colour) == (command == IDOK ? "0x00010210" : "0x00010203"));
+            CHECK(Text(control, keyword) == (command == IDOK ? "0x00010210" : "0x00010203"));
             CHECK(Text(control, "font") == (command == IDOK ? "Tahoma,14,bold" : "Tahoma,8,bold"));
         }
     }
@@ -274,20 +238,17 @@ TEST_CASE("colours and fonts are chosen with the system's choosers, which begin 
 TEST_CASE("a panel is closed while a chooser is open") {
     for (const char* chooser : {COLOUR_CHOOSER, FONT_CHOOSER}) {
         CAPTURE(std::string(chooser));
-        const bool isColour = chooser == COLOUR_CHOOSER;
         for (const bool wholePanel : {false, true}) {
             TestPanel panel;
             const HWND control = panel.Create("BBUTTON", "Button");
             const HWND dialog = OpenDialog(control);
-            const int objects = a_HostinfoCount();
             // Closed by its own thread, as by a timer or a host.
             Answer answer(chooser, IDOK,
                           [&] { SendMessageA(wholePanel ? panel.Window() : control, WM_CLOSE, 0, 0); });
-            Command(dialog, isColour ? IDC_CHOOSE_PRESSED_COLOUR : IDC_CHOOSE_FONT);
+            Command(dialog, chooser == COLOUR_CHOOSER ? IDC_CHOOSE_PRESSED_COLOUR : IDC_CHOOSE_FONT);
             CHECK(answer.Question() != "(none)");
             CHECK_FALSE(IsWindow(dialog));
             CHECK_FALSE(IsWindow(control));
-            CHECK(a_HostinfoCount() < objects);
             CHECK(FindWindowA("#32770", chooser) == nullptr);
         }
     }

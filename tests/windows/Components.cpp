@@ -1,0 +1,139 @@
+// Where the components of a panel that is edited come from: palette and clipboard.
+
+#include "Panel/editing/Catalogue.h"
+#include "tests/windows/ControlClasses.h"
+#include "tests/windows/PanelCommands.h"
+
+#include <commctrl.h>
+
+TEST_SUITE_BEGIN("Components");
+
+TEST_CASE("all classes are made from the palette, each as large as it should be") {
+    Editing program("size=600,400\r\n");
+    const HWND tree = program.Part(WC_TREEVIEWA);
+    const auto next = [&](WPARAM which, LPARAM item) {
+        return SendMessageA(tree, TVM_GETNEXTITEM, which, item);
+    };
+    int groups = 0;
+    int entries = 0;
+    int tabStops = 0;
+    for (LPARAM item = next(TVGN_ROOT, 0); item != 0; item = next(TVGN_NEXTVISIBLE, item)) {
+        const std::string before = program.Saved();
+        SendMessageA(tree, TVM_SELECTITEM, TVGN_CARET, item);
+        SendMessageA(tree, WM_KEYDOWN, VK_RETURN, 0); // nothing happens at the name of a group
+        char text[64] = "";
+        TVITEMA entry{};
+        entry.mask = TVIF_TEXT | TVIF_IMAGE;
+        entry.hItem = reinterpret_cast<HTREEITEM>(item);
+        entry.pszText = text;
+        entry.cchTextMax = sizeof text;
+        SendMessageA(tree, TVM_GETITEMA, 0, reinterpret_cast<LPARAM>(&entry));
+        const std::string name = text;
+        CAPTURE(name);
+        if (next(TVGN_PARENT, item) == 0) {
+            CHECK(entry.iImage == groups++);
+            CHECK(program.Saved() == before);
+            continue;
+        }
+        CHECK(entry.iImage == CATALOGUE_GROUPS + entries++);
+        const HWND made = ph_Find(program.Root(), (name + " 1").c_str());
+        REQUIRE(made != nullptr);
+        const RECT place = ObjectOf(made).rectangle;
+        CHECK((place.right >= place.left + 8 && place.bottom >= place.top + 8));
+        CHECK((place.left % 8 == 0 && place.right <= 600 && place.bottom <= 400));
+        tabStops += (GetWindowLongA(made, GWL_STYLE) & WS_TABSTOP) != 0 ? 1 : 0;
+        program.Command(CMD_GRID);
+        CHECK(program.Item(CMD_UNDO).text == "&Undo New " + name + "\tCtrl+Z");
+        CHECK(Contains(program.Status(), name + " 1   "));
+    }
+    const std::string saved = program.Saved();
+    for (const auto& row : EXPECTED_CLASSES) {
+        CAPTURE(row.name);
+        CHECK(Contains(saved, std::string(" ") + row.name + " \""));
+    }
+    CHECK(groups == CATALOGUE_GROUPS);
+    CHECK(entries == 45);
+    CHECK(tabStops == 27); // not what shows only, and what is not there while the panel is operated
+    program.CheckHistory(45);
+}
+
+TEST_CASE("an entry is dragged from the palette onto the panel, or nowhere") {
+    Editing program("size=600,400\r\n");
+    const HWND tree = program.Part(WC_TREEVIEWA);
+    const HWND palette = GetParent(tree);
+    const auto move = [&](POINT point) {
+        ClientToScreen(program.Panel(), &point);
+        SetCursorPos(point.x, point.y);
+        SendMessageA(palette, WM_MOUSEMOVE, MK_LBUTTON, 0);
+    };
+    NMTREEVIEWA drag{};
+    drag.hdr = {tree, 103, static_cast<UINT>(TVN_BEGINDRAGA)};
+    const auto start = [&](HTREEITEM item) {
+        drag.itemNew.hItem = item;
+        SendMessageA(palette, WM_NOTIFY, 103, reinterpret_cast<LPARAM>(&drag));
+        return GetCapture() == palette;
+    };
+    const HTREEITEM group = TreeView_GetRoot(tree);
+    const HTREEITEM fader = TreeView_GetNextSibling(tree, TreeView_GetChild(tree, group));
+    CHECK_FALSE(start(group));
+    const std::tuple<POINT, UINT, WPARAM, bool, bool> rows[] = {
+        {{101, 53}, WM_LBUTTONUP, 0, true, true},    {{-60, 53}, WM_LBUTTONUP, 0, false, false},
+        {{101, 53}, WM_RBUTTONDOWN, 0, true, false}, {{101, 53}, WM_KEYDOWN, VK_ESCAPE, true, false},
+        {{101, 53}, WM_CANCELMODE, 0, true, false},  {{101, 53}, WM_CAPTURECHANGED, 0, true, false}};
+    for (const auto& [point, end, key, possible, made] : rows) {
+        CAPTURE(end);
+        CHECK(start(fader));
+        move(point);
+        CHECK(program.Lines() ==
+              (possible ? "104,255,134,256 104,56,105,256 104,56,134,57 133,56,134,256" : ""));
+        CHECK(GetCursor() == LoadCursorA(nullptr, possible ? IDC_CROSS : IDC_NO));
+        SendMessageA(palette, end, key, 0);
+        CHECK(GetCapture() == nullptr);
+        CHECK(GetFocus() == (made ? program.Panel() : tree));
+        CHECK(program.Lines().empty());
+        CHECK(Contains(program.Saved(), "FADER \"Fader 1\" 0x54010000 104,56,134,256") == made);
+        CHECK(program.UndoAll() == (made ? 1 : 0));
+    }
+}
+
+TEST_CASE("components go from one program to another") {
+    const PanelProgram source(EDITED_PANEL);
+    Editing target("size=600,400\r\ncontrol=0x00000000 KNOB \"B\" 0x50010000 0,0,47,47\r\n");
+    source.Command(CMD_EDIT_MODE);
+    const std::string before = source.Saved();
+    source.Command(CMD_SELECT_ALL);
+    source.Command(CMD_COPY);
+    CHECK(IsClipboardFormatAvailable(RegisterClipboardFormatA("OSMIR Panel Components")));
+    CHECK(before.ends_with(OnClipboard()));
+    target.Command(CMD_PASTE);
+    for (const char* line : {"A*connection=B 2*resolution;C\r\n", "KNOB \"B 2\" 0x50010000 148,68,195,115",
+                             "S*Part*connection=A\r\n", "Layered*layer=u2\r\n"}) {
+        target.Check(line);
+    }
+    target.CheckHistory(1);
+    source.Command(CMD_CUT);
+    CHECK(source.Saved() == "size=600,400\r\n");
+    source.Command(CMD_UNDO);
+    CHECK(source.Saved() == before);
+}
+
+TEST_CASE("of damaged text on the clipboard the sound part is pasted and the rest is told") {
+    Editing program;
+    PutOnClipboard("noise\ncontrol=0x00000000 KNOB \"Broken\" 0x5001\nBroken*interval=7\nA*interval=9\n"
+                   "control=0x00000000 NOSUCHCLASS \"No\" 0x50010000 1,2,3,4\nNo*interval=3\n"
+                   "control=0x00000000 KNOB \"Good\" 0x50010000 10,300,57,347\nGood*interval=123\n");
+    program.Command(CMD_PASTE);
+    const std::string saved = program.Saved();
+    CHECK(Contains(saved, "Good*interval=123\r\n"));
+    CHECK_FALSE(Contains(saved, "Broken"));
+    CHECK_FALSE(Contains(saved, "A*interval=9"));
+    for (const char* line : {"noise", "Broken*interval=7", "A*interval=9", "NOSUCHCLASS"}) {
+        CHECK(Contains(program.Trace(), line));
+    }
+    program.CheckHistory(1);
+    PutOnClipboard("nothing of use");
+    program.Command(CMD_PASTE);
+    CHECK(program.Saved() == program.start);
+}
+
+TEST_SUITE_END();
