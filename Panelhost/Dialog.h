@@ -30,6 +30,8 @@ protected:
 
     // From a template of that module. Not yet shown. Null on failure.
     HWND CreateModeless(HINSTANCE module, int templateId, HWND owner);
+    // The same from a template in memory, in either form of it.
+    HWND CreateModeless(HINSTANCE module, const DWORD* dialogTemplate, HWND owner);
     // The result of EndDialog, or nothing above 0 when the dialog went with its owner.
     INT_PTR RunModal(HINSTANCE module, int templateId, HWND owner);
     // Moves it to the cursor, as far as it stays on the monitor there, and shows it.

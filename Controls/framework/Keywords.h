@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Controls/framework/KeywordHandlers.h"
+#include "Controls/resources/resource.h"
 #include "Panelhost/KeywordInfo.h"
 
 #include <cstddef>
@@ -256,6 +257,8 @@ inline constexpr Keyword INTERVAL_KEYWORD =
     Row("interval", KeywordKind::Integer, IntervalKeyword)
         .Saved()
         .Unit("ms")
+        .Label("Polling interval in ms")
+        .Items(IDC_INTERVAL)
         .Limits(0, std::numeric_limits<int>::max())
         .Says("Milliseconds from one poll of what it is bound to to the next.");
 inline constexpr Keyword LAYER_KEYWORD =

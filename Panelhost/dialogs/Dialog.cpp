@@ -45,6 +45,11 @@ HWND Dialog::CreateModeless(HINSTANCE module, int templateId, HWND owner) {
                               reinterpret_cast<LPARAM>(this));
 }
 
+HWND Dialog::CreateModeless(HINSTANCE module, const DWORD* dialogTemplate, HWND owner) {
+    return CreateDialogIndirectParamA(module, reinterpret_cast<const DLGTEMPLATE*>(dialogTemplate), owner,
+                                      Procedure, reinterpret_cast<LPARAM>(this));
+}
+
 INT_PTR Dialog::RunModal(HINSTANCE module, int templateId, HWND owner) {
     return DialogBoxParamA(module, MAKEINTRESOURCEA(templateId), owner, Procedure,
                            reinterpret_cast<LPARAM>(this));
