@@ -401,23 +401,18 @@ int EDITORPROPERTIES::TrackMenu(int resource, bool canPaste, POINT place) {
 
 // Keywords
 
-int FocusKeyword(VALUERECORD* record, HOSTINFO* object) {
-    auto& editor = *static_cast<EDITORPROPERTIES*>(object);
-    if (record->command == COMMAND_GET) {
-        return a_AnswerInteger(record, editor.isFocused ? 1 : 0);
+int EDITORPROPERTIES::FocusKeyword(VALUERECORD& record) {
+    if (record.command == COMMAND_GET) {
+        return a_AnswerInteger(&record, isFocused ? 1 : 0);
     }
-    const auto text = TextToSet(record);
+    const auto text = TextToSet(&record);
     if (!text) {
         return 0;
     }
-    const bool isFocused = text->empty() || text->front() != '0';
-    if (isFocused != editor.isFocused) {
-        editor.isFocused = isFocused;
-        editor.Redraw();
+    const bool shallBe = text->empty() || text->front() != '0';
+    if (shallBe != isFocused) {
+        isFocused = shallBe;
+        Redraw();
     }
     return 1;
-}
-
-int FocusColourKeyword(VALUERECORD* record, HOSTINFO* object) {
-    return ColourKeyword<&EDITORPROPERTIES::focusColour>(record, object);
 }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Controls/drawing/FontProperty.h"
-#include "Controls/framework/Control.h"
+#include "Controls/framework/Keywords.h"
 
 #include <optional>
 #include <span>
@@ -69,6 +69,7 @@ public:
     virtual void DrawPicture(int /*listId*/, int /*item*/, HDC, const RECT& /*place*/) const {}
 
     void FocusChanged() const;
+    int FocusKeyword(VALUERECORD& record);
 
     bool isFocused = false;            // keyword "focus"
     COLORREF focusColour = 0x0000C800; // of the titles, while it is set
@@ -118,5 +119,12 @@ private:
 LRESULT CALLBACK EditorProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
 // Keywords of the editor panels.
-int FocusKeyword(VALUERECORD* record, HOSTINFO* object);
-int FocusColourKeyword(VALUERECORD* record, HOSTINFO* object);
+inline constexpr Keyword FOCUS_KEYWORD =
+    Handled<&EDITORPROPERTIES::FocusKeyword>("focus", KeywordKind::Integer)
+        .Says("1 while the title is drawn in the focus colour, else 0; any text that does not begin with 0 "
+              "is 1.");
+inline constexpr Keyword FOCUS_COLOUR_KEYWORD =
+    Colour<&EDITORPROPERTIES::focusColour>("focuscolor")
+        .Label("Focus colour")
+        .Items(IDC_FOCUS_COLOUR, IDC_CHOOSE_FOCUS_COLOUR)
+        .Says("Colour of the title while `focus` is set, `0x00bbggrr`.");

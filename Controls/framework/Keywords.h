@@ -63,6 +63,13 @@ struct Keyword {
         more.info.previewItem = item;
         return more;
     }
+    // For a handler that knows more than these words, or takes other forms of them.
+    constexpr Keyword OfWords(const char* words) const {
+        Keyword more = *this;
+        more.info.kind = KeywordKind::Words;
+        more.info.words = words;
+        return more;
+    }
     constexpr Keyword Unit(const char* unit) const {
         Keyword more = *this;
         more.info.unit = unit;

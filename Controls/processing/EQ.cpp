@@ -2,7 +2,6 @@
 // fields and a toggle of its own, follows the device and sends the record whenever one of them is changed.
 // Frequencies are in Hz, gains in dB, bandwidths in octaves, interval in milliseconds.
 
-#include "Controls/dialog/ParameterDialog.h"
 #include "Controls/families/RecordEditor.h"
 #include "Controls/framework/Control.h"
 #include "Controls/framework/Keywords.h"
@@ -102,7 +101,7 @@ public:
         parts = {{&requests, &requests, DATATYPE_MASTER_EQ, [](EqBand& band) -> void* { return &band; },
                   [](EqBand& to, const EqBand& from) { to = from; }}};
     }
-    const KEYWORDROW* GetHostinfoTable() override;
+    KeywordList Keywords() const override;
     void SetDefaults() override;
     void BindingsChanged() override;
 
@@ -132,6 +131,12 @@ public:
 
     void SetDatatype(int type);
     void SetBandwidth(bool isBandwidth);
+    int BandwidthKeyword(VALUERECORD& record);
+    int DatatypeKeyword(VALUERECORD& record);
+    std::string DisabledItems() const;
+    bool SetDisabledItems(const std::string& text);
+    std::string BandText() const { return Text(value); }
+    bool SetBandText(const std::string& text) { return LoadText(text, true) != 0; }
     unsigned DisabledMask() const;
     void SetDisabledMask(unsigned mask);
     void SetTitle();
@@ -147,84 +152,90 @@ private:
     UINT clipboardFormat = 0;
 };
 
-// Keyword handlers
+// Keywords
 
 namespace {
 
-EQPROPERTIES& Eq(HOSTINFO* object) {
-    return *static_cast<EQPROPERTIES*>(object);
-}
+constexpr Keyword RECORD = Handled<&EQPROPERTIES::RecordKeyword>("value", KeywordKind::Record);
 
-int BandwidthKeyword(VALUERECORD* record, HOSTINFO* object) {
-    EQPROPERTIES& eq = Eq(object);
-    if (record->command == COMMAND_GET) {
-        return a_AnswerText(record, eq.asBandwidth ? "bw" : "q");
-    }
-    const auto text = TextToSet(record);
-    if (text) {
-        eq.SetBandwidth(!text->empty() && (text->front() == 'b' || text->front() == 'B'));
-    }
-    return text ? 1 : 0;
-}
-
-int DatatypeKeyword(VALUERECORD* record, HOSTINFO* object) {
-    EQPROPERTIES& eq = Eq(object);
-    if (record->command == COMMAND_GET) {
-        return a_AnswerText(record, eq.ControlType() == DATATYPE_CHANNEL_EQ ? "channeleq" : "mastereq");
-    }
-    const auto text = TextToSet(record);
-    if (text) {
-        eq.SetDatatype(lstrcmpiA(text->c_str(), "channeleq") == 0 ? DATATYPE_CHANNEL_EQ : DATATYPE_MASTER_EQ);
-    }
-    return text ? 1 : 0;
-}
-
-int DisabledItemsKeyword(VALUERECORD* record, HOSTINFO* object) {
-    EQPROPERTIES& eq = Eq(object);
-    if (record->command == COMMAND_GET) {
-        char text[16];
-        std::snprintf(text, sizeof text, "0x%x", eq.DisabledMask());
-        return a_AnswerText(record, text);
-    }
-    const auto text = TextToSet(record);
-    const auto mask = text ? logic::ParseWholeHex(*text) : std::nullopt;
-    if (mask) {
-        eq.SetDisabledMask(*mask);
-    }
-    return mask ? 1 : 0;
-}
-
-int PropertiesKeyword(VALUERECORD* record, HOSTINFO* object) {
-    EQPROPERTIES& eq = Eq(object);
-    if (record->command == COMMAND_GET) {
-        return a_AnswerText(record, eq.Text(eq.value).c_str());
-    }
-    const auto text = TextToSet(record);
-    return text ? eq.LoadText(*text, true) : 0;
-}
-
-constexpr KEYWORDROW KEYWORDS[] = {
-    {" ", RecordKeyword<EqBand>, 0},
-    {"bw", BandwidthKeyword, 0},
-    {"connection", ConnectionKeyword, KEYWORD_BINDINGS},
-    {"datatype", DatatypeKeyword, KEYWORD_SAVED},
-    {"disableitems", DisabledItemsKeyword, 0},
-    {"focus", FocusKeyword, KEYWORD_SAVED},
-    {"focuscolor", FocusColourKeyword, KEYWORD_SAVED},
-    {"function", FunctionKeyword, KEYWORD_SAVED | KEYWORD_BINDINGS},
-    {"properties", PropertiesKeyword, KEYWORD_SAVED},
-    {"interval", IntervalKeyword, KEYWORD_SAVED},
-    {"layer", LayerKeyword, 0},
-    {"level", LayerKeyword, 0},
-    {"value", RecordKeyword<EqBand>, 0},
-    {},
-};
-static_assert(KeywordsAreUnique(KEYWORDS));
+constexpr KeywordTable KEYWORDS({
+    RECORD.Named(" ").Says(
+        "The same as `value`, but a text is refused: it was meant for a keyword that there is not."),
+    Handled<&EQPROPERTIES::BandwidthKeyword>("bw", KeywordKind::Words)
+        .OfWords("q,bw")
+        .Label("Q or bandwidth")
+        .Items(IDC_EQ_BANDWIDTH)
+        .Says("`bw`: shows and edits bandwidth in octaves; `q`, or any word that does not begin with b: Q."),
+    CONNECTION_KEYWORD,
+    Handled<&EQPROPERTIES::DatatypeKeyword>("datatype", KeywordKind::Words)
+        .Saved()
+        .OfWords("mastereq,channeleq")
+        .Label("Equalizer")
+        .Items(IDC_EQ_DATATYPE)
+        .Says("`channeleq`: a band of a channel; `mastereq`, or anything else: of a master equaliser, which "
+              "has one filter type less."),
+    Property<&EQPROPERTIES::DisabledItems, &EQPROPERTIES::SetDisabledItems>("disableitems")
+        .Says("Children that cannot be operated, hexadecimal bits: 1 bypass, 2 type, 4 slope, 8 frequency, "
+              "0x10 gain, 0x20 Q."),
+    FOCUS_KEYWORD.Saved(),
+    FOCUS_COLOUR_KEYWORD.Saved(),
+    FUNCTION_KEYWORD,
+    Property<&EQPROPERTIES::BandText, &EQPROPERTIES::SetBandText>("properties")
+        .Saved()
+        .Label("Values")
+        .Items(IDC_EQ_VALUES)
+        .Says("Bypass, filter type (`PEQ`, `Loshelv`, `Hishelv`, `Hipass`, `Lopass`, `Allpass`), slope in dB "
+              "an octave, frequency, gain and Q, joined by `,`. What is missing at the end stays; a field "
+              "that cannot be read spoils the line; the units may be left out. Always sent, except what a "
+              "new control has when it has asked nobody yet."),
+    INTERVAL_KEYWORD,
+    LAYER_KEYWORD,
+    LEVEL_KEYWORD,
+    RECORD.Says(
+        "The band: 24 bytes of the datatype that `datatype` names (30 or 32), or the text of `properties`. "
+        "Set, it is shown and, unless it is the old one, sent to everything the control is bound to."),
+});
 
 } // namespace
 
-const KEYWORDROW* EQPROPERTIES::GetHostinfoTable() {
-    return KEYWORDS;
+KeywordList EQPROPERTIES::Keywords() const {
+    return KEYWORDS.List();
+}
+
+int EQPROPERTIES::BandwidthKeyword(VALUERECORD& record) {
+    if (record.command == COMMAND_GET) {
+        return a_AnswerText(&record, asBandwidth ? "bw" : "q");
+    }
+    const auto text = TextToSet(&record);
+    if (text) {
+        SetBandwidth(!text->empty() && (text->front() == 'b' || text->front() == 'B'));
+    }
+    return text ? 1 : 0;
+}
+
+int EQPROPERTIES::DatatypeKeyword(VALUERECORD& record) {
+    if (record.command == COMMAND_GET) {
+        return a_AnswerText(&record, ControlType() == DATATYPE_CHANNEL_EQ ? "channeleq" : "mastereq");
+    }
+    const auto text = TextToSet(&record);
+    if (text) {
+        SetDatatype(lstrcmpiA(text->c_str(), "channeleq") == 0 ? DATATYPE_CHANNEL_EQ : DATATYPE_MASTER_EQ);
+    }
+    return text ? 1 : 0;
+}
+
+std::string EQPROPERTIES::DisabledItems() const {
+    char text[16];
+    std::snprintf(text, sizeof text, "0x%x", DisabledMask());
+    return text;
+}
+
+bool EQPROPERTIES::SetDisabledItems(const std::string& text) {
+    const auto mask = logic::ParseWholeHex(text);
+    if (mask) {
+        SetDisabledMask(*mask);
+    }
+    return mask.has_value();
 }
 
 // Showing
@@ -410,24 +421,10 @@ LRESULT CALLBACK EqProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
 
 } // namespace
 
-// Parameter dialog and registration
-
-namespace {
-
-constexpr DialogEdit EDITS[] = {
-    {IDC_EQ_VALUES, "Values", FieldKind::Text, "properties"},
-    {IDC_INTERVAL, "Polling interval", FieldKind::Integer, "interval"},
-    {IDC_FOCUS_COLOUR, "Focus colour", FieldKind::Colour, "focuscolor", 0, 0, IDC_CHOOSE_FOCUS_COLOUR},
-};
-constexpr DialogChoice CHOICES[] = {
-    {IDC_EQ_DATATYPE, "datatype", "mastereq,channeleq"},
-    {IDC_EQ_BANDWIDTH, "bw", "q,bw"},
-};
-constexpr ParameterDialog DIALOG{.resource = IDD_EQ, .edits = EDITS, .choices = CHOICES};
-
-} // namespace
-
-extern const ControlImplementation eqControl{.create = CreateProperties<EQPROPERTIES>,
-                                             .procedure = EqProc,
-                                             .fields = &DIALOG,
-                                             .share = FilterImages::Share};
+extern const ControlImplementation eqControl{
+    .create = CreateProperties<EQPROPERTIES>,
+    .procedure = EqProc,
+    .purpose = "Editor of one band of an equaliser, 125 by 170 pixels. Its title is the window's text. [What "
+               "it takes besides](panel-files.md#equalisers-and-crossovers).",
+    .dialog = LAID_OUT,
+    .share = FilterImages::Share};

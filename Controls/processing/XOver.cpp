@@ -3,7 +3,6 @@
 // a connected control gets all of them as one record. Frequencies are in Hz, gains in dB, interval in
 // milliseconds.
 
-#include "Controls/dialog/ParameterDialog.h"
 #include "Controls/families/RecordEditor.h"
 #include "Controls/framework/Control.h"
 #include "Controls/framework/Keywords.h"
@@ -85,7 +84,7 @@ constexpr CrossoverField FieldOf(int id) {
 class XOVERPROPERTIES : public RECORDEDITOR<Crossover> {
 public:
     XOVERPROPERTIES();
-    const KEYWORDROW* GetHostinfoTable() override;
+    KeywordList Keywords() const override;
     LRESULT OnGetTooltip(WPARAM wParam, LPARAM text) override;
     void SetDefaults() override;
     void Draw(HDC dc, const RECT& client) const override;
@@ -119,10 +118,20 @@ public:
     bool IsSending() const override { return parent != nullptr && !isLoading; }
     void PartSent() override;
 
-    // 0 when it cannot be loaded; everything is then as it was. Of a file that cannot be read the name is
+    std::string Configuration() const { return configuration; }
+    // False when it cannot be loaded; everything is then as it was. Of a file that cannot be read the name is
     // kept.
-    int LoadConfiguration(const std::string& wanted);
-    int LoadFunctions(int slot, const char* text);
+    bool LoadConfiguration(const std::string& wanted);
+    template <int slot>
+    std::string SlotFunctions() const {
+        return a_BuildString(slotFunctions[slot]);
+    }
+    template <int slot>
+    bool SetSlotFunctions(const std::string& text) {
+        BINDINGLIST none;
+        parts[slot].SetKnown(false);
+        return a_FunctionChanged(text.c_str(), this, slotFunctions[slot], none, slotRequests[slot]) != 0;
+    }
 
     std::string configuration;             // name of the file that was loaded last, or is missing
     BINDINGLIST slotFunctions[SLOT_COUNT]; // of the slots behind the first, which are the base's own
@@ -174,55 +183,61 @@ std::string ConfigurationState(std::string_view name) {
 
 } // namespace
 
-// Keyword handlers
+// Keywords
 
 namespace {
 
-XOVERPROPERTIES& XOver(HOSTINFO* object) {
-    return *static_cast<XOVERPROPERTIES*>(object);
-}
-
-int ConfigurationKeyword(VALUERECORD* record, HOSTINFO* object) {
-    XOVERPROPERTIES& xover = XOver(object);
-    if (record->command == COMMAND_GET) {
-        return a_AnswerText(record, xover.configuration.c_str());
-    }
-    const auto name = TextToSet(record);
-    return name ? xover.LoadConfiguration(*name) : 0;
-}
+constexpr Keyword RECORD = Handled<&XOVERPROPERTIES::RecordKeyword>("value", KeywordKind::Record);
 
 template <int slot>
-int SlotKeyword(VALUERECORD* record, HOSTINFO* object) {
-    XOVERPROPERTIES& xover = XOver(object);
-    if (record->command == COMMAND_GET) {
-        return a_AnswerText(record, a_BuildString(xover.slotFunctions[slot]).c_str());
-    }
-    const auto text = TextToSet(record);
-    return text ? xover.LoadFunctions(slot, text->c_str()) : 0;
+constexpr Keyword SlotKeyword(const char* name) {
+    return Property<&XOVERPROPERTIES::SlotFunctions<slot>, &XOVERPROPERTIES::SetSlotFunctions<slot>>(
+               name, KeywordKind::Addresses)
+        .Saved();
 }
 
-constexpr KEYWORDROW KEYWORDS[] = {
-    {" ", RecordKeyword<Crossover>, 0},
-    {"connection", ConnectionKeyword, KEYWORD_BINDINGS},
-    {"config", ConfigurationKeyword, KEYWORD_SAVED | KEYWORD_FILE},
-    {"focus", FocusKeyword, 0},
-    {"focuscolor", FocusColourKeyword, 0},
-    {"function", FunctionKeyword, KEYWORD_SAVED | KEYWORD_BINDINGS},
-    {"function1", SlotKeyword<GAIN>, KEYWORD_SAVED | KEYWORD_BINDINGS},
-    {"function2", SlotKeyword<POLARITY_SLOT>, KEYWORD_SAVED | KEYWORD_BINDINGS},
-    {"function3", SlotKeyword<DELAY>, KEYWORD_SAVED | KEYWORD_BINDINGS},
-    {"interval", IntervalKeyword, KEYWORD_SAVED},
-    {"layer", LayerKeyword, 0},
-    {"level", LayerKeyword, 0},
-    {"value", RecordKeyword<Crossover>, 0},
-    {},
-};
-static_assert(KeywordsAreUnique(KEYWORDS));
+constexpr KeywordTable KEYWORDS({
+    RECORD.Named(" ").Says(
+        "The same as `value`, but a text is refused: it was meant for a keyword that there is not."),
+    CONNECTION_KEYWORD.Says("Controls it is connected to, `OBJECT*keyword` or `OBJECT`, joined by `;`. They "
+                            "get the whole record at every change, but keep what they hold of a part whose "
+                            "function cannot be reached. Saved after all other keywords."),
+    Property<&XOVERPROPERTIES::Configuration, &XOVERPROPERTIES::LoadConfiguration>("config",
+                                                                                   KeywordKind::File)
+        .Saved()
+        .Label("Configuration")
+        .Items(IDC_CONFIGURATION)
+        .Preview(ConfigurationState, IDC_CONFIGURATION_STATE)
+        .Says("Name of a [configuration](panel-files.md#crossover-configurations) in the folder `Controls`, "
+              "which is loaded; empty for none. One that is missing changes nothing and is shown as missing; "
+              "its name stays."),
+    FOCUS_KEYWORD.Says("1 while the title of the filter that has or last had the keyboard focus is drawn in "
+                       "the focus colour, else 0."),
+    FOCUS_COLOUR_KEYWORD.Says("Colour of that title, `0x00bbggrr`."),
+    FUNCTION_KEYWORD.Says("Device parameters that hold the two filters, `DEVICE*parameter`, joined by `;`."),
+    SlotKeyword<GAIN>("function1")
+        .Label("Gain function")
+        .Items(IDC_GAIN_FUNCTION)
+        .Says("Device parameters that hold the gain trim in dB, joined by `;`."),
+    SlotKeyword<POLARITY_SLOT>("function2")
+        .Label("Polarity function")
+        .Items(IDC_POLARITY_FUNCTION)
+        .Says("Device parameters that hold the polarity, 0 normal, 1 inverted, joined by `;`."),
+    SlotKeyword<DELAY>("function3")
+        .Label("Delay function")
+        .Items(IDC_DELAY_FUNCTION)
+        .Says("Device parameters that hold the delay, joined by `;`."),
+    INTERVAL_KEYWORD,
+    LAYER_KEYWORD,
+    LEVEL_KEYWORD,
+    RECORD.Says("The channel: 36 bytes of datatype 19, or a [text](panel-files.md#crossover-configurations). "
+                "Set, it is shown and, unless it is the old one, all of it is sent."),
+});
 
 } // namespace
 
-const KEYWORDROW* XOVERPROPERTIES::GetHostinfoTable() {
-    return KEYWORDS;
+KeywordList XOVERPROPERTIES::Keywords() const {
+    return KEYWORDS.List();
 }
 
 LRESULT XOVERPROPERTIES::OnGetTooltip(WPARAM wParam, LPARAM lParam) {
@@ -236,24 +251,18 @@ LRESULT XOVERPROPERTIES::OnGetTooltip(WPARAM wParam, LPARAM lParam) {
     return 1;
 }
 
-int XOVERPROPERTIES::LoadFunctions(int slot, const char* text) {
-    BINDINGLIST none;
-    parts[static_cast<std::size_t>(slot)].SetKnown(false);
-    return a_FunctionChanged(text, this, slotFunctions[slot], none, slotRequests[slot]);
-}
-
-int XOVERPROPERTIES::LoadConfiguration(const std::string& wanted) {
+bool XOVERPROPERTIES::LoadConfiguration(const std::string& wanted) {
     if (wanted.empty()) {
         configuration.clear();
-        return 1;
+        return true;
     }
     const std::string path = ConfigurationPath(wanted);
     if (path.empty()) {
         TRACE("XOver configuration %s: not a file name\n", wanted.c_str());
-        return 0;
+        return false;
     }
     if (!Learn()) {
-        return 1;
+        return true;
     }
     const Crossover before = value;
     const bool outer = std::exchange(isLoading, true);
@@ -264,16 +273,16 @@ int XOVERPROPERTIES::LoadConfiguration(const std::string& wanted) {
               taken < 0 ? "cannot be read" : "nothing to load");
         ShowRecord(before);
         if (taken == 0 || isLoading) {
-            return 0;
+            return false;
         }
         configuration = wanted; // the file may be there when the panel is opened next
-        return 1;
+        return true;
     }
     configuration = wanted;
     if (value != before) {
         SendAll();
     }
-    return 1;
+    return true;
 }
 
 // Showing
@@ -426,22 +435,10 @@ void XOVERPROPERTIES::ShowMenu(HWND child, POINT place) {
     }
 }
 
-// Parameter dialog and registration
-
-namespace {
-
-constexpr DialogEdit EDITS[] = {
-    {IDC_CONFIGURATION, "Configuration", FieldKind::Text, "config"},
-    {IDC_GAIN_FUNCTION, "Gain function", FieldKind::Text, "function1"},
-    {IDC_POLARITY_FUNCTION, "Polarity function", FieldKind::Text, "function2"},
-    {IDC_DELAY_FUNCTION, "Delay function", FieldKind::Text, "function3"},
-    {IDC_INTERVAL, "Polling interval", FieldKind::Integer, "interval"},
-    {IDC_FOCUS_COLOUR, "Focus colour", FieldKind::Colour, "focuscolor", 0, 0, IDC_CHOOSE_FOCUS_COLOUR},
-};
-constexpr DialogPreview PREVIEWS[] = {{IDC_CONFIGURATION_STATE, "config", ConfigurationState}};
-constexpr ParameterDialog DIALOG{.resource = IDD_XOVER, .edits = EDITS, .previews = PREVIEWS};
-
-} // namespace
-
 extern const ControlImplementation xoverControl{
-    .create = CreateProperties<XOVERPROPERTIES>, .procedure = EditorProc, .fields = &DIALOG};
+    .create = CreateProperties<XOVERPROPERTIES>,
+    .procedure = EditorProc,
+    .purpose = "Editor of one output channel of a loudspeaker crossover, 292 by 170 pixels: two filters, "
+               "gain trim, polarity and delay, each bound by functions of its own. [What it takes "
+               "besides](panel-files.md#equalisers-and-crossovers).",
+    .dialog = LAID_OUT};
