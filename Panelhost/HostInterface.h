@@ -96,6 +96,39 @@ PH_API int __cdecl ph_SetParameter(HOSTINFO* root, const char* address, const ch
 PH_API int __cdecl ph_RegisterControlClass(const char* windowClass) PH_NOEXCEPT;
 PH_API int __cdecl ph_UnregisterControlClass(const char* windowClass) PH_NOEXCEPT;
 
+/* Groups of a palette. */
+#define PH_GROUP_CONTINUOUS 0 /* continuous values */
+#define PH_GROUP_DISCRETE 1   /* buttons and text */
+#define PH_GROUP_PROCESSING 2 /* processing panels */
+#define PH_GROUP_STRIPS 3     /* strips and views */
+#define PH_GROUP_INTERFACES 4
+#define PH_GROUPS 5
+
+/* What an editor and the reference need to know of a registered class. */
+struct PH_CONTROLCLASS {
+    const char* windowClass;
+    const char* systemClass; /* whose behaviour it extends; null for none */
+    const char* purpose;     /* a sentence */
+    int group;
+    int position;        /* in the group: lower ones stand first */
+    const char* name;    /* for people; a new control is called so, with a number */
+    const char* letters; /* on its tile, two at most */
+    int width;           /* of a new one, pixels */
+    int height;
+    int takesFocus; /* whether a new one is reached by the tab key */
+};
+#ifndef __cplusplus
+typedef struct PH_CONTROLCLASS PH_CONTROLCLASS;
+#endif
+/* Describes a class that was registered; the texts are copied. Later descriptions are ignored. 1, or 0 for a
+ * class that is not registered, an unknown group and without memory. */
+PH_API int __cdecl ph_DescribeControlClass(const PH_CONTROLCLASS* controlClass) PH_NOEXCEPT;
+/* Calls the function with each class that was described, in the order of groups and positions. Texts stay
+ * valid until the class is unregistered. How many there are; 0 without memory. */
+PH_API int __cdecl ph_ListControlClasses(void(__cdecl* each)(const PH_CONTROLCLASS* controlClass,
+                                                             void* context),
+                                         void* context) PH_NOEXCEPT;
+
 /* Receives every trace line: kind 0 debug, 1 edit. The text is as its sender wrote it, a line end included
  * where there is one. Null removes the sink; after that call returns it is not called any more. The sink is
  * called on the thread that traces and must not wait for another one. */

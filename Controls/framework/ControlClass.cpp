@@ -96,6 +96,21 @@ HBRUSH BackgroundBrush(ClassBackground background) {
     }
 }
 
+void Describe(const ControlClass& controlClass) {
+    const PaletteEntry& palette = controlClass.palette;
+    const PH_CONTROLCLASS description{controlClass.name,
+                                      controlClass.systemClass,
+                                      controlClass.implementation->purpose,
+                                      static_cast<int>(palette.group),
+                                      palette.position,
+                                      palette.name,
+                                      palette.letters,
+                                      palette.size.cx,
+                                      palette.size.cy,
+                                      palette.takesFocus ? 1 : 0};
+    ph_DescribeControlClass(&description);
+}
+
 void Register(std::size_t row, HINSTANCE module) {
     static constexpr auto PROCEDURES = ClassProcs(std::make_index_sequence<MOST_CLASSES>());
     const ControlClass& controlClass = registeredClasses[row];
@@ -125,6 +140,7 @@ void Register(std::size_t row, HINSTANCE module) {
     made.atom = RegisterClassA(&windowClass);
     if (made.atom != 0) {
         ph_RegisterControlClass(controlClass.name);
+        Describe(controlClass);
         if (const auto share = controlClass.implementation->share; share != nullptr) {
             made.resources = share(controlClass, module);
         }
