@@ -3,7 +3,6 @@
 #include "benchmarks/Suites.h"
 #include "benchmarks/Windows.h"
 
-#include <commctrl.h>
 #include <functional>
 
 namespace {
@@ -31,7 +30,7 @@ Workload CreateAndDestroy(int windowsOfEach, const std::function<HWND(int)>& cre
 
 void MeasureCreation(Report& report) {
     const BenchPanel panel(false);
-    for (const auto& [className, name, bindings, windows, systemClass] : SUBJECTS) {
+    for (const auto& [className, name, bindings, windows, systemClass] : Subjects()) {
         const HWND probe = panel.Add(className, 0);
         if (probe == nullptr) {
             report.Fail(name, "it cannot be created");
@@ -41,22 +40,19 @@ void MeasureCreation(Report& report) {
             return [&panel, ofClass](int number) { return panel.Add(ofClass, number); };
         };
         const char* plainClass = systemClass != nullptr ? systemClass : BARE_CLASS;
-        const std::vector<Samples> samples = TakeTurns(
-            report.Rounds(15),
-            {CreateAndDestroy(windows, add(className)),
-             windows == 1
-                 ? CreateAndDestroy(1, add(plainClass))
-                 : CreateAndDestroy(windows, [&](int) { return panel.AddCopy(probe, BARE_CLASS, nullptr); }),
-             CreateAndDestroy(1, add(TRACKBAR_CLASSA))});
+        const std::vector<Samples> samples =
+            TakeTurns(report.Rounds(15), {CreateAndDestroy(windows, add(className)),
+                                          windows == 1 ? CreateAndDestroy(1, add(plainClass))
+                                                       : CreateAndDestroy(windows, [&](int) {
+                                                             return panel.AddCopy(probe, BARE_CLASS, nullptr);
+                                                         })});
         DestroyWindow(probe);
-        const std::string figure = windows == 1
-                                       ? "create and destroy one " + std::string(name)
-                                       : "create and destroy one of the windows of an " + std::string(name);
+        const std::string figure = windows == 1 ? "create and destroy one " + name
+                                                : "create and destroy one of the windows of an " + name;
         report.Add(figure, samples[0],
                    windows > 1              ? "bare ones of their classes"
                    : systemClass != nullptr ? "the system's"
                                             : "bare window",
                    samples[1], Unit::Seconds, RatioUpTo(windows == 1 ? 1.5 : 2));
-        report.Add(figure, samples[0], "trackbar", samples[2], Unit::Seconds, NO_AIM);
     }
 }

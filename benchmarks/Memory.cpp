@@ -132,7 +132,11 @@ std::optional<Memory> MemoryOf(const std::string& className, const std::string& 
 }
 
 void MeasureControl(Report& report, const std::vector<Memory>& bare, int count, const char* className,
-                    const std::string& name, const char* line, int windows) {
+                    const std::string& name, const std::string& line, int windows) {
+    if (bare.empty()) {
+        report.Fail("memory of a " + name, UNRELIABLE);
+        return;
+    }
     Samples beyondWindow;
     Samples onHeap;
     for (const Memory& plain : bare) {
@@ -175,19 +179,22 @@ int PrintMemory(const char* className, int count, const char* line) {
 
 void MeasureMemory(Report& report) {
     const int count = report.IsQuick() ? COUNT_WHEN_QUICK : COUNT;
-    std::vector<Memory> bare;
-    for (int round = 0; round < report.Rounds(3); ++round) {
-        const auto plain = MemoryOf(BARE_CLASS, "", count);
-        if (!plain) {
-            report.Fail("memory", UNRELIABLE);
-            return;
+    const auto bareOnes = [&](const char* className) {
+        std::vector<Memory> bare;
+        for (int round = 0; round < report.Rounds(1); ++round) {
+            if (const auto plain = MemoryOf(className, "", count)) {
+                bare.push_back(*plain);
+            }
         }
-        bare.push_back(*plain);
-    }
-    for (const auto& [className, name, bindings, windows, systemClass] : SUBJECTS) {
-        MeasureControl(report, bare, count, className, name, "", windows);
-        if (*bindings != '\0') {
-            MeasureControl(report, bare, count, className, std::string("bound ") + name, bindings, windows);
+        return bare;
+    };
+    const std::vector<Memory> bare = bareOnes(BARE_CLASS);
+    for (const auto& [className, name, bindings, windows, systemClass] : Subjects()) {
+        // Of one that stands on a control of the system, what it holds beyond that.
+        const std::vector<Memory> plain = systemClass != nullptr ? bareOnes(systemClass) : bare;
+        MeasureControl(report, plain, count, className, name, "", windows);
+        if (!bindings.empty()) {
+            MeasureControl(report, plain, count, className, "bound " + name, bindings, windows);
         }
     }
 }

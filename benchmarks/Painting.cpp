@@ -28,7 +28,7 @@ void MeasurePainting(Report& report) {
     const BenchPanel panel(true);
     const HWND blit = panel.Add(BLIT_CLASS, 0);
     const HWND trackbar = panel.Add(TRACKBAR_CLASSA, 4);
-    for (const auto& [className, name, bindings, windows, systemClass] : SUBJECTS) {
+    for (const auto& [className, name, bindings, windows, systemClass] : Subjects()) {
         const HWND control = panel.Add(className, 8);
         if (control == nullptr) {
             report.Fail(name, "it cannot be created");
@@ -43,7 +43,7 @@ void MeasurePainting(Report& report) {
         Paint(control)(); // what is made at the first painting
         const std::vector<Samples> samples =
             TakeTurns(report.Rounds(40), {Paint(control), Paint(plain), Paint(trackbar)});
-        const std::string figure = "paint one " + std::string(name);
+        const std::string figure = "paint one " + name;
         report.Add(figure, samples[0], systemClass != nullptr ? "the system's" : "bare window, one BitBlt",
                    samples[1], Unit::Seconds, RatioUpTo(1.5));
         report.Add(figure, samples[0], "trackbar", samples[2], Unit::Seconds, NO_AIM);

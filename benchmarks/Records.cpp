@@ -42,12 +42,12 @@ void MeasureRecords(Report& report) {
     const BenchPanel panel(false);
     const HWND bare = panel.Add(ANSWER_CLASS, 0);
     int number = 0;
-    for (const auto& [className, name, bindings, windows, systemClass] : SUBJECTS) {
+    for (const auto& [className, name, bindings, windows, systemClass] : Subjects()) {
         const HWND control = panel.Add(className, ++number);
-        report.Measure("get the value of a " + std::string(name), Get(control, nullptr),
-                       "bare window's answer", Get(bare, nullptr), Unit::Seconds, RatioUpTo(3), ROUNDS);
-        report.Measure("one tick of an idle " + std::string(name), Tick(control), "WM_TIMER to a bare window",
-                       Tick(bare), Unit::Seconds, RatioUpTo(3), ROUNDS);
+        report.Measure("get the value of a " + name, Get(control, nullptr), "bare window's answer",
+                       Get(bare, nullptr), Unit::Seconds, RatioUpTo(3), ROUNDS);
+        report.Measure("one tick of an idle " + name, Tick(control), "WM_TIMER to a bare window", Tick(bare),
+                       Unit::Seconds, RatioUpTo(3), ROUNDS);
     }
     report.Measure("get the value of a knob by its keyword", Get(panel.Add("KNOB", ++number), "value"),
                    "bare window's answer", Get(bare, "value"), Unit::Seconds, RatioUpTo(3), ROUNDS);

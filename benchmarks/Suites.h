@@ -3,28 +3,18 @@
 
 #include "benchmarks/Report.h"
 
-// A further control is a line here; figures that only it has are added to a group.
+#include <string>
+#include <vector>
+
+// A class of the palette's groups of controls that has keywords of its own.
 struct Subject {
     const char* className;
-    const char* name;
-    const char* bindings; // a property line; empty for none
-    int windows = 1;      // that it is made of, itself included; fewer of it are made where there are more
-    const char* systemClass = nullptr; // that it stands on: its yardstick in place of a bare window
+    std::string name;
+    std::string bindings;    // a property line; empty for none
+    int windows = 1;         // that it is made of, itself included; fewer of it are made where there are more
+    const char* systemClass; // that it stands on: its yardstick in place of a bare window; null for none
 };
-constexpr const char* TWO_PARAMETERS = "function=AMP1*gain1;AMP1*gain2";
-constexpr Subject SUBJECTS[] = {
-    {"KNOB", "knob", TWO_PARAMETERS},
-    {"FADER", "fader", TWO_PARAMETERS},
-    {"METER", "meter", TWO_PARAMETERS},
-    {"BBUTTON", "push button", TWO_PARAMETERS},
-    {"BTRISTATEBUTTON", "switch button", TWO_PARAMETERS},
-    {"LED", "LED", TWO_PARAMETERS},
-    {"BSTATIC", "static text", TWO_PARAMETERS},
-    {"BEDIT", "edit field", TWO_PARAMETERS, 1, "EDIT"},
-    {"CLOCK", "clock", ""},
-    {"EQ", "equaliser", TWO_PARAMETERS, 16},
-    {"XOVER", "crossover", TWO_PARAMETERS, 22},
-};
+const std::vector<Subject>& Subjects();
 
 void MeasureCreation(Report& report);
 void MeasurePainting(Report& report);

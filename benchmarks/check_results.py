@@ -15,7 +15,7 @@ with tempfile.TemporaryDirectory() as name:
         for side, result in (("before", before), ("after", after)):
             (folder / side).write_text(json.dumps(result))
         done = subprocess.run([tool, folder / "before", folder / "after"], capture_output=True, text=True)
-        verdicts = [line.split()[-1] for line in done.stdout.splitlines() if line.startswith("one tick of an idle knob")]
+        verdicts = [line.split()[-1] for line in done.stdout.splitlines() if line.startswith("one tick of an idle Knob")]
         return done.returncode, verdicts
 
     written = folder / "written"
@@ -23,7 +23,7 @@ with tempfile.TemporaryDirectory() as name:
                    stdout=subprocess.DEVNULL)
     result = json.loads(written.read_text())
     assert result["quick"] and not result["busy"]
-    row = next(row for row in result["rows"] if row["figure"] == "one tick of an idle knob")
+    row = next(row for row in result["rows"] if row["figure"] == "one tick of an idle Knob")
     low, high = row["middle half"]
     assert 0 < low <= row["ratio"] <= high and row["ratio up to"] == 3 and row["below"] is None and row["theirs"] > 0
     row.update({"ratio": 1.0, "middle half": [0.9, 1.1], "missed": False})

@@ -98,9 +98,10 @@ HBRUSH BackgroundBrush(ClassBackground background) {
 
 void Describe(const ControlClass& controlClass) {
     const PaletteEntry& palette = controlClass.palette;
+    const char* own = controlClass.implementation->purpose;
     const PH_CONTROLCLASS description{controlClass.name,
                                       controlClass.systemClass,
-                                      controlClass.implementation->purpose,
+                                      *own != '\0' ? own : controlClass.purpose,
                                       static_cast<int>(palette.group),
                                       palette.position,
                                       palette.name,

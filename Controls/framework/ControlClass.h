@@ -59,6 +59,7 @@ struct ControlClass {
     // The same picture with transparency. Only GDI+ reads it, which must not be started while a library is
     // being loaded, so the first window loads it and the last one releases it.
     const char* image = nullptr;
+    const char* purpose = ""; // of a class whose implementation says none
     PaletteEntry palette;
 };
 

@@ -1,6 +1,5 @@
 // property_reference: writes docs/property-reference.md from the keyword tables of all control classes, or
-// checks that it is up to date. What the tables cannot say, the sentence on each keyword, comes from
-// docs/keyword-notes.txt.
+// checks that it is up to date.
 
 #include "Panelhost/Panelhost.h"
 
@@ -13,16 +12,13 @@
 #include <exception>
 #include <fstream>
 #include <iterator>
-#include <map>
-#include <set>
 #include <stdexcept>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace {
 
-constexpr const char* USAGE = "Usage: property_reference [--check] NOTES REFERENCE\n"
+constexpr const char* USAGE = "Usage: property_reference [--check] REFERENCE\n"
                               "\n"
                               "Writes the reference (Markdown) of all control classes.\n"
                               "  --check   write nothing; fail when the file is not what would be written\n";
@@ -31,8 +27,7 @@ constexpr const char* INTRODUCTION = "# Property reference\n"
                                      "\n"
                                      "Generated from the keyword tables of the controls by "
                                      "`property_reference`. Do not edit it here: the sentences\n"
-                                     "stand in [keyword-notes.txt](keyword-notes.txt), everything else comes "
-                                     "from the program. How to write it anew:\n"
+                                     "stand in the tables. How to write it anew: "
                                      "[adding-a-control.md](adding-a-control.md#documentation).\n"
                                      "\n"
                                      "*Saved* keywords are written to a panel file and listed in the "
@@ -52,74 +47,17 @@ std::string ReadText(const char* path) {
     return text;
 }
 
-// The sentences on classes ("KNOB"), on keywords of one class ("KNOB*interval") and on keywords of any class
-// ("*interval").
-class Notes {
-public:
-    explicit Notes(const char* path) {
-        const std::string text = ReadText(path);
-        for (std::size_t start = 0; start < text.size();) {
-            const std::size_t end = std::min(text.find('\n', start), text.size());
-            Enter(text.substr(start, end - start));
-            start = end + 1;
-        }
-    }
-
-    std::string OfClass(const std::string& name) { return Take({name}, "class " + name); }
-    std::string OfKeyword(const std::string& className, const std::string& keyword) {
-        return Take({className + "*" + keyword, "*" + keyword},
-                    "keyword \"" + keyword + "\" of class " + className);
-    }
-
-    // What is wrong with the notes, a line each.
-    std::string Problems() const {
-        std::string all = problems_;
-        for (const auto& [key, sentence] : sentences_) {
-            if (used_.count(key) == 0) {
-                all += "there is nothing any more that the note \"" + key + "\" is about\n";
-            }
-        }
-        return all;
-    }
-
-private:
-    void Enter(const std::string& line) {
-        if (line.empty() || line.front() == '#') {
-            return;
-        }
-        const std::size_t equals = line.find('=');
-        if (equals == std::string::npos || equals + 1 == line.size()) {
-            problems_ += "unreadable note: " + line + "\n";
-        } else if (!sentences_.emplace(line.substr(0, equals), line.substr(equals + 1)).second) {
-            problems_ += "second note: " + line + "\n";
-        }
-    }
-
-    std::string Take(std::initializer_list<std::string> keys, const std::string& subject) {
-        for (const std::string& key : keys) {
-            if (const auto found = sentences_.find(key); found != sentences_.end()) {
-                used_.insert(key);
-                return found->second;
-            }
-        }
-        problems_ += "there is no note on " + subject + "\n";
-        return {};
-    }
-
-    std::map<std::string, std::string> sentences_;
-    std::set<std::string> used_;
-    std::string problems_;
-};
-
 // A row of a keyword table as the reference shows it.
 struct Row {
     std::string keyword;
     bool saved;
     std::string value;
+    std::string sentence;
 };
 
 struct ClassEntry {
     std::string name;
+    std::string purpose;
     int controlType;
     const KEYWORDROW* table;
     std::vector<Row> rows;
@@ -152,46 +90,41 @@ private:
 
 std::vector<Row> RowsOf(HOSTINFO* object) {
     std::vector<Row> rows;
-    for (const KEYWORDROW* row = object->GetHostinfoTable(); row != nullptr && row->keyword != nullptr;
-         ++row) {
+    const KEYWORDINFO* info = object->GetKeywordInfo();
+    if (info == nullptr) {
+        throw std::runtime_error("nothing is said of the keywords of " + object->name);
+    }
+    for (const KEYWORDROW* row = object->GetHostinfoTable(); row->keyword != nullptr; ++row, ++info) {
         char value[TEXT_SIZE] = "";
         VALUERECORD record{COMMAND_GET, 0, DATATYPE_TEXT, 0, value, nullptr, 0};
         if (row->handler != nullptr) {
             row->handler(&record, object);
         }
-        rows.push_back({row->keyword, row->handler != nullptr && (row->flags & KEYWORD_SAVED) != 0, value});
+        rows.push_back({row->keyword, row->handler != nullptr && (row->flags & KEYWORD_SAVED) != 0, value,
+                        info->sentence});
     }
     return rows;
 }
 
-bool IsCodeOf(HINSTANCE library, WNDPROC procedure) {
-    HMODULE owner = nullptr;
-    return GetModuleHandleExA(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS |
-                                  GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
-                              reinterpret_cast<const char*>(procedure), &owner) &&
-           owner == library;
-}
-
-// Every class that the library registered, by name. Windows lists no classes, but answers for every atom.
-std::vector<ClassEntry> Classes(HINSTANCE library, const HiddenPanel& panel) {
+// Every class that the library has described, by name.
+std::vector<ClassEntry> Classes(const HiddenPanel& panel) {
+    std::vector<const PH_CONTROLCLASS*> described;
+    ph_ListControlClasses(
+        [](const PH_CONTROLCLASS* one, void* all) {
+            static_cast<std::vector<const PH_CONTROLCLASS*>*>(all)->push_back(one);
+        },
+        &described);
     std::vector<ClassEntry> classes;
-    for (unsigned atom = 0xC000; atom <= 0xFFFF; ++atom) {
-        WNDCLASSEXA windowClass{};
-        windowClass.cbSize = sizeof windowClass;
-        const char* identifier = MAKEINTRESOURCEA(atom);
-        if (!GetClassInfoExA(library, identifier, &windowClass) ||
-            !IsCodeOf(library, windowClass.lpfnWndProc)) {
-            continue;
-        }
-        const HWND window = CreateWindowExA(0, identifier, "Control", WS_CHILD, 0, 0, 100, 100,
-                                            panel.Window(), nullptr, library, panel.Root());
+    for (const PH_CONTROLCLASS* one : described) {
+        const HWND window = CreateWindowExA(0, one->windowClass, "Control", WS_CHILD, 0, 0, 100, 100,
+                                            panel.Window(), nullptr, nullptr, panel.Root());
         HOSTINFO* object = a_FromWindow(window);
-        char name[65] = "";
-        GetClassNameA(window, name, sizeof name);
-        if (object == nullptr) {
-            throw std::runtime_error("cannot create a control of class atom " + std::to_string(atom));
+        if (object == nullptr || *one->purpose == '\0') {
+            throw std::runtime_error(std::string(one->windowClass) +
+                                     (object == nullptr ? " cannot be created" : " says nothing of itself"));
         }
-        classes.push_back({name, static_cast<int>(SendMessageA(window, CWM_GETCONTROLTYPE, 0, 0)),
+        classes.push_back({one->windowClass, one->purpose,
+                           static_cast<int>(SendMessageA(window, CWM_GETCONTROLTYPE, 0, 0)),
                            object->GetHostinfoTable(), RowsOf(object)});
         DestroyWindow(window);
     }
@@ -229,12 +162,12 @@ std::string Code(const std::string& text) {
     return cell.find('`') == std::string::npos ? "`" + cell + "`" : "`` " + cell + " ``";
 }
 
-void WriteTable(std::string& text, const std::string& className, const std::vector<Row>& rows, Notes& notes) {
+void WriteTable(std::string& text, const std::vector<Row>& rows) {
     text += "\n| Keyword | Saved | New | Meaning |\n|---|---|---|---|\n";
     for (const Row& row : rows) {
         const std::string keyword = row.keyword == " " ? "(default value)" : Code(row.keyword);
         text += "| " + keyword + " | " + (row.saved ? "yes" : "no") + " | " + Code(row.value) + " | " +
-                notes.OfKeyword(className, row.keyword) + " |\n";
+                row.sentence + " |\n";
     }
 }
 
@@ -251,27 +184,26 @@ std::string Heading(const std::vector<const ClassEntry*>& group) {
 }
 
 // Classes that share their table; a value in which they differ is left out.
-void WriteGroup(std::string& text, const std::vector<const ClassEntry*>& group, Notes& notes) {
+void WriteGroup(std::string& text, const std::vector<const ClassEntry*>& group) {
     std::vector<Row> rows = group.front()->rows;
     text += "\n## " + Heading(group) + "\n\n";
     if (group.size() == 1) {
-        text += notes.OfClass(group.front()->name) + " Main value: " + TypeText(group.front()->controlType) +
-                ".\n";
+        text += group.front()->purpose + " Main value: " + TypeText(group.front()->controlType) + ".\n";
     } else {
         text += "| Class | Main value | Purpose |\n|---|---|---|\n";
         for (const ClassEntry* member : group) {
             text += "| " + Code(member->name) + " | " + TypeText(member->controlType) + " | " +
-                    notes.OfClass(member->name) + " |\n";
+                    member->purpose + " |\n";
             for (std::size_t row = 0; row < rows.size(); ++row) {
                 rows[row].value = rows[row].value == member->rows[row].value ? rows[row].value : "";
             }
         }
     }
-    WriteTable(text, group.size() == 1 ? group.front()->name : "", rows, notes);
+    WriteTable(text, rows);
 }
 
 // Classes with a table of their own first.
-void WriteClasses(std::string& text, const std::vector<ClassEntry>& classes, Notes& notes) {
+void WriteClasses(std::string& text, const std::vector<ClassEntry>& classes) {
     std::vector<std::vector<const ClassEntry*>> groups;
     for (const ClassEntry& entry : classes) {
         const auto group = std::find_if(groups.begin(), groups.end(), [&](const auto& candidate) {
@@ -286,24 +218,24 @@ void WriteClasses(std::string& text, const std::vector<ClassEntry>& classes, Not
     std::stable_sort(groups.begin(), groups.end(),
                      [](const auto& one, const auto& other) { return one.size() == 1 && other.size() > 1; });
     for (const auto& group : groups) {
-        WriteGroup(text, group, notes);
+        WriteGroup(text, group);
     }
 }
 
-std::string Reference(Notes& notes) {
-    const HINSTANCE library = LoadLibraryA("OSMIRControlLib.dll");
-    if (library == nullptr) {
+std::string Reference() {
+    if (LoadLibraryA("OSMIRControlLib.dll") == nullptr) {
         throw std::runtime_error("cannot load OSMIRControlLib.dll");
     }
     const HiddenPanel panel;
     std::string text = INTRODUCTION;
-    text += "\n## The panel\n\n" + notes.OfClass("PANEL") + "\n";
-    WriteTable(text, "PANEL", RowsOf(panel.Root()), notes);
-    const std::vector<ClassEntry> classes = Classes(library, panel);
+    text += "\n## The panel\n\nThe panel as a whole. In a panel file its lines stand first and without an "
+            "object.\n";
+    WriteTable(text, RowsOf(panel.Root()));
+    const std::vector<ClassEntry> classes = Classes(panel);
     if (classes.empty()) {
         throw std::runtime_error("the library registered no classes");
     }
-    WriteClasses(text, classes, notes);
+    WriteClasses(text, classes);
     return text;
 }
 
@@ -324,17 +256,12 @@ int Check(const char* path, const std::string& expected) {
 
 int Run(int count, char** arguments) {
     const bool check = count > 1 && std::strcmp(arguments[1], "--check") == 0;
-    if (count != (check ? 4 : 3)) {
+    if (count != (check ? 3 : 2)) {
         std::fputs(USAGE, stderr);
         return EXIT_FAILURE;
     }
     const char* path = arguments[count - 1];
-    Notes notes(arguments[count - 2]);
-    const std::string text = Reference(notes);
-    if (const std::string problems = notes.Problems(); !problems.empty()) {
-        std::fprintf(stderr, "%s:\n%s", arguments[count - 2], problems.c_str());
-        return EXIT_FAILURE;
-    }
+    const std::string text = Reference();
     if (check) {
         return Check(path, text);
     }

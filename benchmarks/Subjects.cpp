@@ -1,0 +1,56 @@
+#include "Panelhost/Panelhost.h"
+#include "benchmarks/Suites.h"
+#include "benchmarks/Windows.h"
+
+#include <algorithm>
+
+namespace {
+
+BOOL CALLBACK Count(HWND, LPARAM count) {
+    ++*reinterpret_cast<int*>(count);
+    return TRUE;
+}
+
+int WindowsIn(HWND window) {
+    int count = 1;
+    EnumChildWindows(window, Count, reinterpret_cast<LPARAM>(&count));
+    return count;
+}
+
+std::vector<Subject> FindSubjects() {
+    std::vector<const PH_CONTROLCLASS*> known;
+    ph_ListControlClasses(
+        [](const PH_CONTROLCLASS* one, void* all) {
+            static_cast<std::vector<const PH_CONTROLCLASS*>*>(all)->push_back(one);
+        },
+        &known);
+    const BenchPanel panel(false);
+    std::vector<Subject> subjects;
+    std::vector<const KEYWORDROW*> tables;
+    for (const PH_CONTROLCLASS* one : known) {
+        const HWND control = one->group == PH_GROUP_INTERFACES ? nullptr : panel.Add(one->windowClass, 1);
+        if (control == nullptr) {
+            continue;
+        }
+        const KEYWORDROW* table = a_FromWindow(control)->GetHostinfoTable();
+        const bool isBound = a_FindKeyword(table, "function") >= 0;
+        subjects.push_back({one->windowClass, one->name, isBound ? "function=AMP1*gain1;AMP1*gain2" : "",
+                            WindowsIn(control), one->systemClass});
+        tables.push_back(table);
+        DestroyWindow(control);
+    }
+    std::vector<Subject> own;
+    for (std::size_t i = 0; i < subjects.size(); ++i) {
+        if (std::count(tables.begin(), tables.end(), tables[i]) == 1) {
+            own.push_back(subjects[i]);
+        }
+    }
+    return own;
+}
+
+} // namespace
+
+const std::vector<Subject>& Subjects() {
+    static const std::vector<Subject> subjects = FindSubjects();
+    return subjects;
+}
