@@ -2,6 +2,7 @@
 
 #include "Panel/ControlLibrary.h"
 #include "Panel/FileDialogs.h"
+#include "Panel/FrameSize.h"
 #include "Panel/LoadProgress.h"
 #include "Panel/Screenshot.h"
 #include "Panel/common/Paths.h"
@@ -89,12 +90,7 @@ bool FrameWindow::TranslateKey(MSG& message) {
     if (editing_) {
         return panel_ && panel_->Edit().Translate(message);
     }
-    if (message.message != WM_KEYDOWN || message.wParam != VK_TAB || GetKeyState(VK_CONTROL) < 0 || !panel_) {
-        return false;
-    }
-    const LRESULT wanted =
-        SendMessageA(message.hwnd, WM_GETDLGCODE, VK_TAB, reinterpret_cast<LPARAM>(&message));
-    if (wanted & (DLGC_WANTTAB | DLGC_WANTALLKEYS)) {
+    if (!panel_ || !PanelWindow::IsTab(message)) {
         return false;
     }
     if (const HWND focused = panel_->MoveFocus(GetKeyState(VK_SHIFT) < 0)) {
@@ -222,17 +218,7 @@ void FrameWindow::SetEditing(bool editing) {
     panel_->Edit().SetActive(editing);
     palette_.SetEditor(editing ? &panel_->Edit() : nullptr);
     palette_.Show(editing);
-    if (!IsZoomed(Handle()) &&
-        !IsIconic(Handle())) { // room for the palette beside the panel, as far as there is some
-        const RECT work = WorkArea(Handle());
-        RECT place;
-        GetWindowRect(Handle(), &place);
-        const LONG width = place.right - place.left + (editing ? Palette::WIDTH : -Palette::WIDTH);
-        const LONG shown = std::min(width, work.right - work.left);
-        const LONG left = std::max(work.left, std::min(place.left, work.right - shown));
-        SetWindowPos(Handle(), nullptr, left, place.top, shown, place.bottom - place.top,
-                     SWP_NOZORDER | SWP_NOACTIVATE);
-    }
+    WidenFrame(Handle(), editing ? Palette::WIDTH : -Palette::WIDTH);
     OnSize();
 }
 
@@ -388,7 +374,7 @@ void FrameWindow::ShowWarnings() {
 
 void FrameWindow::ShowNotice() {
     std::vector<UnreadLine> lines = panel_->Unread();
-    fileToKeep_ = lines.empty() ? "" : file_;
+    oldFile_.SetFile(lines.empty() ? "" : file_);
     notice_.SetText(UnreadSummary(lines));
     if (lines.empty() && unread_.IsShown()) {
         unread_.Show(false);
@@ -432,43 +418,14 @@ bool FrameWindow::SaveAs() {
     return !file.empty() && SaveTo(file);
 }
 
-bool FrameWindow::KeepOld(const std::string& file, std::string& kept, std::string& error) const {
-    kept.clear();
-    if (fileToKeep_.empty() || lstrcmpiA(file.c_str(), fileToKeep_.c_str()) != 0 || !FileExists(file)) {
-        return true;
-    }
-    constexpr int MOST_COPIES = 1000;
-    for (int copy = 1; copy <= MOST_COPIES; ++copy) {
-        kept = file + (copy == 1 ? "" : "." + std::to_string(copy)) + ".bak";
-        if (CopyFileA(file.c_str(), kept.c_str(), TRUE)) {
-            return true;
-        }
-        const DWORD code = GetLastError();
-        if (GetFileAttributesA(kept.c_str()) == INVALID_FILE_ATTRIBUTES) { // its name is not the reason
-            error =
-                "cannot save " + file + ": the old file cannot be copied to " + kept + ": " + ErrorText(code);
-            kept.clear();
-            return false;
-        }
-    }
-    kept.clear();
-    error = "cannot save " + file + ": there are too many copies of the old file";
-    return false;
-}
-
 bool FrameWindow::SaveTo(const std::string& file) {
     std::string error;
-    std::string kept;
-    if (!KeepOld(file, kept, error) || !panel_->Save(file, error)) {
-        if (!kept.empty()) {
-            DeleteFileA(kept.c_str());
-        }
+    if (!oldFile_.Keep(file, error) || !panel_->Save(file, error)) {
+        oldFile_.TakeBack();
         reporter_.Warn(Handle(), error);
         return false;
     }
-    if (!kept.empty()) {
-        fileToKeep_.clear();
-    }
+    oldFile_.Saved();
     file_ = file;
     Refresh();
     return true;
@@ -526,36 +483,9 @@ void FrameWindow::Refresh() {
     trace_.Update();
 }
 
-// Sizes the frame so that it shows all of the panel, as far as the screen allows.
 void FrameWindow::FitToPanel() {
-    if (IsZoomed(Handle()) || IsIconic(Handle())) {
-        return;
-    }
-    const RECT work = WorkArea(Handle());
-    RECT border{};
-    AdjustWindowRectEx(&border, STYLE, TRUE, WS_EX_CONTROLPARENT);
-    const int bars = status_.Height() + toolbar_.Height() + notice_.Height();
-    border.bottom += bars;
-    border.right += PaletteWidth();
-    const SIZE limits{work.right - work.left - (border.right - border.left),
-                      work.bottom - work.top - (border.bottom - border.top)};
-    const SIZE view = PanelView::BestSize(view_.PanelSize(), limits);
-    SIZE frame{view.cx + border.right - border.left, view.cy + border.bottom - border.top};
-
-    RECT place;
-    GetWindowRect(Handle(), &place);
-    const POINT corner{std::max(work.left, std::min(place.left, work.right - frame.cx)),
-                       std::max(work.top, std::min(place.top, work.bottom - frame.cy))};
-    SetWindowPos(Handle(), nullptr, corner.x, corner.y, frame.cx, frame.cy, SWP_NOZORDER | SWP_NOACTIVATE);
-
-    // A narrow window needs more than one line for its menu.
-    RECT client;
-    GetClientRect(Handle(), &client);
-    const LONG missing = view.cy + bars - client.bottom;
-    if (missing > 0) {
-        frame.cy = std::min(frame.cy + missing, work.bottom - work.top);
-        SetWindowPos(Handle(), nullptr, 0, 0, frame.cx, frame.cy, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
-    }
+    FitFrame(Handle(), view_.PanelSize(),
+             {PaletteWidth(), status_.Height() + toolbar_.Height() + notice_.Height()});
 }
 
 // Ends an unattended run.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Panel/NoticeBar.h"
+#include "Panel/OldFile.h"
 #include "Panel/PanelView.h"
 #include "Panel/PanelWindow.h"
 #include "Panel/StatusBar.h"
@@ -60,9 +61,6 @@ private:
     bool Save();
     bool SaveAs();
     bool SaveTo(const std::string& file);
-    // Copies the file that was opened with unread lines, before it is saved for the first time, to a name of
-    // its own, which is returned; empty where there is nothing to keep. False when that fails.
-    bool KeepOld(const std::string& file, std::string& kept, std::string& error) const;
     void ShowNotice();
     bool MayDiscard();
     void About();
@@ -94,7 +92,7 @@ private:
     UnreadWindow unread_;
     std::unique_ptr<PanelWindow> panel_; // null only while one is replaced
     std::string file_;                   // of the panel; empty while it has none
-    std::string fileToKeep_;             // which was opened with unread lines and not saved since
+    OldFile oldFile_;
     std::string title_;
     std::string statedSize_;
     int objects_ = -1; // in this process when the controls were counted

@@ -247,6 +247,15 @@ void PanelWindow::RestoreFocus() {
     SetFocus(usable ? lastFocus_ : Handle());
 }
 
+bool PanelWindow::IsTab(const MSG& message) {
+    if (message.message != WM_KEYDOWN || message.wParam != VK_TAB || GetKeyState(VK_CONTROL) < 0) {
+        return false;
+    }
+    const LRESULT wanted =
+        SendMessageA(message.hwnd, WM_GETDLGCODE, VK_TAB, reinterpret_cast<LPARAM>(&message));
+    return (wanted & (DLGC_WANTTAB | DLGC_WANTALLKEYS)) == 0;
+}
+
 HWND PanelWindow::MoveFocus(bool backwards) {
     const HWND focus = GetFocus();
     const HWND next = GetNextDlgTabItem(Handle(), IsChild(Handle(), focus) ? focus : nullptr, backwards);

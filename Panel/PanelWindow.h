@@ -53,6 +53,8 @@ public:
     // The control that had the focus when the program was last left.
     void RememberFocus();
     void RestoreFocus();
+    // Whether the message moves the focus: a press of the tab key that its window does not want.
+    static bool IsTab(const MSG& message);
     // To the next or previous control; returns it, or null.
     HWND MoveFocus(bool backwards);
 

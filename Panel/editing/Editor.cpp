@@ -45,22 +45,14 @@ POINT PointOf(LPARAM lParam) {
     return {GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
 }
 
-// Where its window is, which may be smaller than the control is when it is opened.
-RECT PlaceOn(HWND panel, HWND window) {
-    RECT place;
-    GetWindowRect(window, &place);
-    MapWindowPoints(nullptr, panel, reinterpret_cast<POINT*>(&place), 2);
-    return place;
-}
-
 } // namespace
 
 Editor::Editor(HWND panel, HOSTINFO* root, PanelEdits::Warning warn)
     : panel_(panel),
-      warn_(std::move(warn)),
-      edits_(root, warn_),
+      edits_(root, warn),
       lines_(panel),
-      surface_{panel_, edits_, selection_, grid_, lines_} {}
+      surface_{panel_, edits_, selection_, grid_, lines_},
+      commands_(surface_, std::move(warn)) {}
 
 Editor::~Editor() = default;
 
@@ -172,23 +164,10 @@ void Editor::Paint() {
 
 // What is where.
 
-HOSTINFO* Editor::ChildAt(HWND parent, POINT point) const {
-    for (HWND child = GetWindow(parent, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
-        HOSTINFO* object = a_FromWindow(child);
-        if (!object || !IsWindowVisible(child)) {
-            continue;
-        }
-        if (const RECT place = PlaceOn(panel_, child); PtInRect(&place, point)) {
-            return object;
-        }
-    }
-    return nullptr;
-}
-
 // A control directly on the panel, or a part of one that is selected already.
 HOSTINFO* Editor::ObjectAt(POINT point) const {
-    HOSTINFO* object = ChildAt(panel_, point);
-    for (HOSTINFO* part = object; part; part = ChildAt(part->window, point)) {
+    HOSTINFO* object = ChildAt(panel_, panel_, point);
+    for (HOSTINFO* part = object; part; part = ChildAt(panel_, part->window, point)) {
         if (selection_.Contains(part)) {
             return part;
         }
@@ -277,13 +256,13 @@ void Editor::Press(POINT point, bool control, bool isDouble) {
 
 // Into a control that has parts, else its properties.
 bool Editor::DoublePress(HOSTINFO* object, POINT point) {
-    if (HOSTINFO* part = ChildAt(object->window, point)) {
+    if (HOSTINFO* part = ChildAt(panel_, object->window, point)) {
         selection_.Set({part});
         pressed_ = part;
         return true;
     }
     selection_.Set({object});
-    OpenProperties();
+    commands_.Execute(CMD_PROPERTIES);
     return true;
 }
 
@@ -293,7 +272,7 @@ void Editor::RightPress(POINT point) {
     ClientToScreen(panel_, &screen);
     HOSTINFO* object = ObjectAt(point);
     if (!active_) {
-        for (HOSTINFO* part = object; part; part = ChildAt(part->window, point)) {
+        for (HOSTINFO* part = object; part; part = ChildAt(panel_, part->window, point)) {
             object = part;
         }
         if (object) {
@@ -310,7 +289,7 @@ void Editor::RightPress(POINT point) {
     const int command =
         AskEditMenu(panel_, screen, object ? object->window : nullptr, AreComponentsOnClipboard());
     if (command == CMD_PASTE) {
-        PasteFromClipboard(point);
+        commands_.PasteFromClipboard(point);
     } else if (command != 0) {
         Execute(command);
     }
@@ -337,6 +316,58 @@ std::optional<POINT> Editor::ShowGhost(const CatalogueEntry& entry, POINT screen
     return corner;
 }
 
+// Commands.
+
+bool Editor::IsEnabled(int command) const {
+    return command == CMD_EDIT_MODE || (active_ && commands_.IsEnabled(command));
+}
+
+bool Editor::IsChecked(int command) const {
+    return command == CMD_EDIT_MODE ? active_ : commands_.IsChecked(command);
+}
+
+void Editor::Execute(int command) {
+    if (locked_ || !IsEnabled(command)) {
+        return;
+    }
+    if (gesture_) {
+        FinishGesture(true);
+    }
+    if (command == CMD_EDIT_MODE) {
+        SetActive(!active_);
+    } else {
+        commands_.Execute(command);
+    }
+}
+
+void Editor::Create(const CatalogueEntry& entry, std::optional<POINT> corner) {
+    if (active_ && !locked_) {
+        FinishGesture(true);
+        commands_.Create(entry, corner);
+    }
+}
+
+std::string Editor::StatusText() const {
+    const auto& objects = selection_.Objects();
+    if (objects.empty()) {
+        return "Edit: click or drag to select, drag from the list at the left to add";
+    }
+    const logic::Rectangle place = logic::Bounds(PlacesOf(PlacementsOf(objects)));
+    std::string text;
+    if (objects.size() == 1) {
+        char className[64] = "";
+        GetClassNameA(objects.front()->window, className, sizeof className);
+        text = objects.front()->name + "   " + className;
+        if (const std::string picture = a_MissingPicture(objects.front()); !picture.empty()) {
+            text += "   picture missing: " + picture;
+        }
+    } else {
+        text = std::to_string(objects.size()) + " selected";
+    }
+    return text + "   " + std::to_string(place.left) + "," + std::to_string(place.top) + "   " +
+           std::to_string(place.right - place.left) + " x " + std::to_string(place.bottom - place.top);
+}
+
 // Keys.
 
 bool Editor::OnKey(WPARAM key) {
@@ -350,14 +381,14 @@ bool Editor::OnKey(WPARAM key) {
         }
         return true;
     case VK_TAB:
-        CycleSelection(shift);
+        commands_.CycleSelection(shift);
         return true;
     case VK_LEFT:
     case VK_RIGHT:
     case VK_UP:
     case VK_DOWN:
         if (!gesture_) {
-            Nudge(key, shift);
+            commands_.Nudge(key, shift);
         }
         return true;
     default:

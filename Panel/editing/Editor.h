@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Panel/editing/Catalogue.h"
+#include "Panel/editing/EditCommands.h"
 #include "Panel/editing/EditGrid.h"
 #include "Panel/editing/Gesture.h"
 #include "Panel/editing/OverlayLines.h"
@@ -32,15 +33,12 @@ public:
     // served.
     bool Translate(const MSG& message);
 
-    // Commands of menu and toolbar (CMD_...).
+    // Commands of menu and toolbar (CMD_...), as of EditCommands, and the one that starts and ends the edit
+    // mode.
     bool IsEnabled(int command) const;
     bool IsChecked(int command) const;
     void Execute(int command);
-    // The command's name in a menu ("Undo Move"), or empty where it is always the same.
-    std::string LabelOf(int command) const;
-
-    // A new control with its upper left corner at that point of the panel, or in the middle of what can be
-    // seen.
+    std::string LabelOf(int command) const { return commands_.LabelOf(command); }
     void Create(const CatalogueEntry& entry, std::optional<POINT> corner);
     // Outline of a control that is about to be put at a point of the screen, and where its corner would be;
     // nothing when that is not over the panel.
@@ -65,37 +63,16 @@ private:
     void Paint();
 
     // What is at a point of the panel.
-    HOSTINFO* ChildAt(HWND parent, POINT point) const;
     HOSTINFO* ObjectAt(POINT point) const;
     logic::Handle HandleAt(POINT point, HOSTINFO*& object) const;
 
-    // Commands.
-    void Nudge(WPARAM key, bool byGrid);
-    void CycleSelection(bool backwards);
-    void SelectAll();
-    void SelectNames(const std::vector<std::string>& names);
-    void Align(int command);
-    void Distribute(int command);
-    void MoveTo(const std::string& label, const std::vector<logic::Rectangle>& places);
-    void Reorder(bool toForeground);
-    // Nothing, after telling the user, when it cannot be had.
-    std::optional<std::string> SelectedText() const;
-    bool Copy() const;
-    void Duplicate();
-    void Paste(const std::string& text, std::optional<POINT> corner, int steps, const char* label);
-    void PasteFromClipboard(std::optional<POINT> corner);
-    void OpenProperties();
-    void OpenConnections();
-    std::vector<HOSTINFO*> SelectedInOrder() const;
-    HOSTINFO* FirstControl() const;
-
     HWND panel_;
-    PanelEdits::Warning warn_;
     PanelEdits edits_;
     Selection selection_;
     EditGrid grid_;
     OverlayLines lines_;
     EditSurface surface_;
+    EditCommands commands_;
     std::unique_ptr<Gesture> gesture_;
     bool active_ = false;
     bool locked_ = false;
@@ -104,7 +81,4 @@ private:
     HOSTINFO* pressed_ = nullptr;
     POINT pressPoint_{};
     LONG pressTime_ = 0;
-
-    std::string pastedText_; // pasted last, and how often
-    int pastes_ = 0;
 };

@@ -77,3 +77,23 @@ std::vector<logic::Rectangle> Neighbours(const std::vector<HOSTINFO*>& objects) 
     }
     return places;
 }
+
+RECT PlaceOn(HWND panel, HWND window) {
+    RECT place;
+    GetWindowRect(window, &place);
+    MapWindowPoints(nullptr, panel, reinterpret_cast<POINT*>(&place), 2);
+    return place;
+}
+
+HOSTINFO* ChildAt(HWND panel, HWND parent, POINT point) {
+    for (HWND child = GetWindow(parent, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
+        HOSTINFO* object = a_FromWindow(child);
+        if (!object || !IsWindowVisible(child)) {
+            continue;
+        }
+        if (const RECT place = PlaceOn(panel, child); PtInRect(&place, point)) {
+            return object;
+        }
+    }
+    return nullptr;
+}

@@ -1,7 +1,9 @@
-// Commands of the edit mode.
+#include "Panel/editing/EditCommands.h"
 
 #include "Panel/editing/Clipboard.h"
-#include "Panel/editing/Editor.h"
+#include "Panel/editing/PanelEdits.h"
+#include "Panel/editing/Placement.h"
+#include "Panel/editing/Selection.h"
 #include "Panel/resource.h"
 #include "Panelhost/Dialogs.h"
 #include "Panelhost/Editing.h"
@@ -33,15 +35,16 @@ logic::Offset Into(const logic::Rectangle& place, SIZE room) {
 
 } // namespace
 
+EditCommands::EditCommands(const EditSurface& surface, PanelEdits::Warning warn)
+    : panel_(surface.panel),
+      edits_(surface.edits),
+      selection_(surface.selection),
+      grid_(surface.grid),
+      warn_(std::move(warn)) {}
+
 // What is possible.
 
-bool Editor::IsEnabled(int command) const {
-    if (command == CMD_EDIT_MODE) {
-        return true;
-    }
-    if (!active_) {
-        return false;
-    }
+bool EditCommands::IsEnabled(int command) const {
     const std::size_t count = selection_.Objects().size();
     switch (command) {
     case CMD_UNDO:
@@ -64,11 +67,11 @@ bool Editor::IsEnabled(int command) const {
     }
 }
 
-bool Editor::IsChecked(int command) const {
-    return (command == CMD_EDIT_MODE && active_) || (command == CMD_GRID && grid_.IsOn());
+bool EditCommands::IsChecked(int command) const {
+    return command == CMD_GRID && grid_.IsOn();
 }
 
-std::string Editor::LabelOf(int command) const {
+std::string EditCommands::LabelOf(int command) const {
     const std::string undo = edits_.History().UndoLabel();
     const std::string redo = edits_.History().RedoLabel();
     switch (command) {
@@ -81,16 +84,8 @@ std::string Editor::LabelOf(int command) const {
     }
 }
 
-void Editor::Execute(int command) {
-    if (locked_ || !IsEnabled(command)) {
-        return;
-    }
-    if (gesture_) {
-        FinishGesture(true);
-    }
+void EditCommands::Execute(int command) {
     switch (command) {
-    case CMD_EDIT_MODE:
-        return SetActive(!active_);
     case CMD_UNDO:
         return SelectNames(*edits_.Undo());
     case CMD_REDO:
@@ -134,30 +129,9 @@ void Editor::Execute(int command) {
     }
 }
 
-std::string Editor::StatusText() const {
-    const auto& objects = selection_.Objects();
-    if (objects.empty()) {
-        return "Edit: click or drag to select, drag from the list at the left to add";
-    }
-    const logic::Rectangle place = logic::Bounds(PlacesOf(PlacementsOf(objects)));
-    std::string text;
-    if (objects.size() == 1) {
-        char className[64] = "";
-        GetClassNameA(objects.front()->window, className, sizeof className);
-        text = objects.front()->name + "   " + className;
-        if (const std::string picture = a_MissingPicture(objects.front()); !picture.empty()) {
-            text += "   picture missing: " + picture;
-        }
-    } else {
-        text = std::to_string(objects.size()) + " selected";
-    }
-    return text + "   " + std::to_string(place.left) + "," + std::to_string(place.top) + "   " +
-           std::to_string(place.right - place.left) + " x " + std::to_string(place.bottom - place.top);
-}
-
 // Selecting.
 
-std::vector<HOSTINFO*> Editor::SelectedInOrder() const {
+std::vector<HOSTINFO*> EditCommands::SelectedInOrder() const {
     std::vector<HOSTINFO*> objects;
     for (HOSTINFO* object : a_ListHostinfos(edits_.Root())) {
         if (selection_.Contains(object)) {
@@ -167,7 +141,7 @@ std::vector<HOSTINFO*> Editor::SelectedInOrder() const {
     return objects;
 }
 
-HOSTINFO* Editor::FirstControl() const {
+HOSTINFO* EditCommands::FirstControl() const {
     for (HOSTINFO* object : a_ListHostinfos(edits_.Root())) {
         if (object->kind == KIND_CONTROL) {
             return object;
@@ -176,7 +150,7 @@ HOSTINFO* Editor::FirstControl() const {
     return nullptr;
 }
 
-void Editor::SelectAll() {
+void EditCommands::SelectAll() {
     std::vector<HOSTINFO*> objects;
     for (HOSTINFO* object : a_ListHostinfos(edits_.Root())) {
         if (object->kind == KIND_CONTROL && object->parent == edits_.Root() &&
@@ -187,7 +161,7 @@ void Editor::SelectAll() {
     selection_.Set(std::move(objects));
 }
 
-void Editor::SelectNames(const std::vector<std::string>& names) {
+void EditCommands::SelectNames(const std::vector<std::string>& names) {
     std::vector<HOSTINFO*> objects;
     for (const std::string& name : names) {
         HOSTINFO* object = edits_.Target().Find(name);
@@ -199,7 +173,7 @@ void Editor::SelectNames(const std::vector<std::string>& names) {
     selection_.Set(std::move(objects));
 }
 
-void Editor::CycleSelection(bool backwards) {
+void EditCommands::CycleSelection(bool backwards) {
     const HOSTINFO* current = selection_.IsEmpty() ? nullptr : selection_.Objects().back();
     const HOSTINFO* parent = current ? current->parent : edits_.Root();
     std::vector<HOSTINFO*> siblings;
@@ -222,7 +196,7 @@ void Editor::CycleSelection(bool backwards) {
 
 // Arranging.
 
-void Editor::MoveTo(const std::string& label, const std::vector<logic::Rectangle>& places) {
+void EditCommands::MoveTo(const std::string& label, const std::vector<logic::Rectangle>& places) {
     const std::vector<Placement> before = PlacementsOf(selection_.Objects());
     std::vector<Placement> now = before;
     for (std::size_t i = 0; i < now.size(); ++i) {
@@ -232,13 +206,13 @@ void Editor::MoveTo(const std::string& label, const std::vector<logic::Rectangle
     edits_.CommitPlaces(label, before);
 }
 
-void Editor::Align(int command) {
+void EditCommands::Align(int command) {
     std::vector<logic::Rectangle> places = PlacesOf(PlacementsOf(selection_.Objects()));
     logic::Align(static_cast<logic::Alignment>(command - CMD_ALIGN_LEFT), places);
     MoveTo("Align", places);
 }
 
-void Editor::Distribute(int command) {
+void EditCommands::Distribute(int command) {
     std::vector<logic::Rectangle> places = PlacesOf(PlacementsOf(selection_.Objects()));
     if (command == CMD_DISTRIBUTE_ACROSS) {
         logic::DistributeAcross(places);
@@ -248,8 +222,8 @@ void Editor::Distribute(int command) {
     MoveTo("Distribute", places);
 }
 
-void Editor::Nudge(WPARAM key, bool byGrid) {
-    if (locked_ || selection_.IsEmpty()) {
+void EditCommands::Nudge(WPARAM key, bool byGrid) {
+    if (selection_.IsEmpty()) {
         return;
     }
     const int step = byGrid ? EditGrid::SPACING : 1;
@@ -266,7 +240,7 @@ void Editor::Nudge(WPARAM key, bool byGrid) {
     edits_.CommitPlaces("Move", before, static_cast<int>(key) | (byGrid ? 0x100 : 0));
 }
 
-void Editor::Reorder(bool toForeground) {
+void EditCommands::Reorder(bool toForeground) {
     const std::vector<HOSTINFO*> moved = SelectedInOrder();
     HOSTINFO* first = nullptr; // of the siblings that are not moved
     for (HOSTINFO* object : a_ListHostinfos(edits_.Root())) {
@@ -289,11 +263,7 @@ void Editor::Reorder(bool toForeground) {
 
 // Making and copying.
 
-void Editor::Create(const CatalogueEntry& entry, std::optional<POINT> corner) {
-    if (!active_ || locked_) {
-        return;
-    }
-    FinishGesture(true);
+void EditCommands::Create(const CatalogueEntry& entry, std::optional<POINT> corner) {
     POINT place{};
     if (corner) {
         place = *corner;
@@ -307,7 +277,7 @@ void Editor::Create(const CatalogueEntry& entry, std::optional<POINT> corner) {
         };
         place = {onGrid(place.x, entry.size.cx), onGrid(place.y, entry.size.cy)};
         // Several in a row do not hide each other.
-        while (HOSTINFO* there = ChildAt(panel_, place)) {
+        while (HOSTINFO* there = ChildAt(panel_, panel_, place)) {
             if (there->rectangle.left != place.x || there->rectangle.top != place.y) {
                 break;
             }
@@ -342,7 +312,7 @@ void Editor::Create(const CatalogueEntry& entry, std::optional<POINT> corner) {
     SetFocus(panel_);
 }
 
-std::optional<std::string> Editor::SelectedText() const {
+std::optional<std::string> EditCommands::SelectedText() const {
     std::vector<HOSTINFO*> objects;
     for (HOSTINFO* object : a_ListHostinfos(edits_.Root())) {
         // A control comes with all that is inside it.
@@ -365,7 +335,7 @@ std::optional<std::string> Editor::SelectedText() const {
     return all;
 }
 
-bool Editor::Copy() const {
+bool EditCommands::Copy() const {
     const std::optional<std::string> text = SelectedText();
     if (!text || text->empty()) {
         return false;
@@ -377,20 +347,20 @@ bool Editor::Copy() const {
     return true;
 }
 
-void Editor::Duplicate() {
+void EditCommands::Duplicate() {
     if (const std::optional<std::string> text = SelectedText()) {
         Paste(*text, std::nullopt, 1, "Duplicate");
     }
 }
 
-void Editor::PasteFromClipboard(std::optional<POINT> corner) {
+void EditCommands::PasteFromClipboard(std::optional<POINT> corner) {
     const std::string text = ComponentsOnClipboard(panel_);
     pastes_ = text == pastedText_ ? pastes_ + 1 : 1;
     pastedText_ = text;
     Paste(text, corner, pastes_, "Paste");
 }
 
-void Editor::Paste(const std::string& text, std::optional<POINT> corner, int steps, const char* label) {
+void EditCommands::Paste(const std::string& text, std::optional<POINT> corner, int steps, const char* label) {
     std::vector<std::string> damaged;
     std::vector<logic::Component> components = logic::ReadComponents(text, damaged);
     for (const std::string& line : damaged) {
@@ -438,7 +408,7 @@ void Editor::Paste(const std::string& text, std::optional<POINT> corner, int ste
 
 // Dialogs.
 
-void Editor::OpenProperties() {
+void EditCommands::OpenProperties() {
     HOSTINFO* object = selection_.IsEmpty() ? edits_.Root() : selection_.Objects().front();
     if (IsWindow(object->dialog)) {
         SetForegroundWindow(object->dialog);
@@ -453,7 +423,7 @@ void Editor::OpenProperties() {
     }
 }
 
-void Editor::OpenConnections() {
+void EditCommands::OpenConnections() {
     HOSTINFO* object = selection_.Objects().front();
     a_ConnectionDlg(1, object->window, object);
 }
