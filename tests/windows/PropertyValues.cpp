@@ -142,6 +142,47 @@ TEST_CASE("what a keyword takes, keeps and refuses") {
     SavedAgain(panel);
 }
 
+TEST_CASE("a keyword takes what its row says, and nothing else") {
+    const TestPanel panel;
+    int checked = 0;
+    for (HWND window : Everyone(panel)) {
+        const KEYWORDINFO* info = ObjectOf(window).GetKeywordInfo();
+        REQUIRE(info != nullptr);
+        const KEYWORDROW* const table = ObjectOf(window).GetHostinfoTable();
+        for (const KEYWORDROW* row = table; row->keyword != nullptr; ++row, ++info) {
+            const std::string keyword = row->keyword;
+            INFO(ObjectOf(window).name, " ", keyword);
+            CHECK(*info->sentence != '\0');
+            if (row->handler == nullptr || row->handler == table->handler) {
+                continue;
+            }
+            std::vector<std::string> bad;
+            if (info->kind == KeywordKind::Integer && info->hasLimits) {
+                bad = {std::to_string(static_cast<std::int64_t>(info->minimum) - 1),
+                       std::to_string(static_cast<std::int64_t>(info->maximum) + 1)};
+                CHECK(Load(window, keyword + "=" + std::to_string(static_cast<int>(info->minimum))) == 1);
+            } else if (info->kind == KeywordKind::Colour) {
+                bad = {"red", "0x1000000"};
+                (info->mayBeEmpty ? CHECK(Load(window, keyword + "=") == 1) : void(bad.emplace_back()));
+            } else if (info->kind == KeywordKind::Typeface) {
+                bad = {"", "Tahoma", ",8", "Tahoma,0", "Tahoma,8,italic"};
+            } else if (info->kind == KeywordKind::Picture && !keyword.starts_with("back")) {
+                bad = {".\\Controls\\Nothing.bmp"};
+            } else if (info->kind == KeywordKind::Words) {
+                for (const std::string_view word : logic::SplitFields(info->words, ',')) {
+                    CHECK(Load(window, keyword + "=" + std::string(word)) == 1);
+                    CHECK(Text(window, keyword.c_str()) == word);
+                }
+            }
+            checked += bad.empty() && info->kind != KeywordKind::Words ? 0 : 1;
+            for (const std::string& text : bad) {
+                CheckRefused(window, keyword, text);
+            }
+        }
+    }
+    CHECK(checked > 40); // there is much to be checked
+}
+
 TEST_CASE("a number with anything behind it, or none at all, is refused as a whole") {
     const TestPanel panel;
     const std::vector<HWND> all = Everyone(panel);
