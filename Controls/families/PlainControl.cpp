@@ -23,26 +23,47 @@ constexpr int DATATYPE_OF<int> = DATATYPE_INTEGER;
 template <>
 constexpr int DATATYPE_OF<float> = DATATYPE_FLOAT;
 
-// Base: CONTROLPROPERTIES or a class below it. Value: int, float, or std::string for classes of any other
-// datatype.
-template <class Base, class Value>
+// Base: CONTROLPROPERTIES or a class below it.
+template <class Base>
 class PLAINPROPERTIES : public Base {
 public:
-    KeywordList Keywords() const override;
     void SetDefaults() override {
         Base::SetDefaults();
         this->interval = 1000;
     }
+    virtual int ValueKeyword(VALUERECORD& record) = 0;
+};
+
+template <class Base, KeywordKind Kind>
+constexpr KeywordTable KEYWORDS({
+    Handled<&PLAINPROPERTIES<Base>::ValueKeyword>(" ", Kind).Says(
+        "What a line or a record without a keyword sets and reads."),
+    CONNECTION_KEYWORD,
+    FUNCTION_KEYWORD,
+    INTERVAL_KEYWORD,
+    LAYER_KEYWORD,
+    LEVEL_KEYWORD,
+});
+
+// Value: int, float, or std::string for classes of any other datatype.
+template <class Base, class Value>
+class PLAINVALUEPROPERTIES : public PLAINPROPERTIES<Base> {
+public:
+    // The rows are the same whatever the value, which the reference goes by; what it is, is not.
+    KeywordList Keywords() const override {
+        KeywordList keywords = KEYWORDS<Base, KindOf<Value>()>.List();
+        keywords.rows = KEYWORDS<Base, KeywordKind::Text>.List().rows;
+        return keywords;
+    }
     int ValueDatatype() const override { return DATATYPE_OF<Value>; }
     void Poll() override;
-
-    int ValueKeyword(VALUERECORD& record);
+    int ValueKeyword(VALUERECORD& record) override;
 
     Value value{};
 };
 
 template <class Base, class Value>
-int PLAINPROPERTIES<Base, Value>::ValueKeyword(VALUERECORD& record) {
+int PLAINVALUEPROPERTIES<Base, Value>::ValueKeyword(VALUERECORD& record) {
     if (record.command == COMMAND_GET) {
         return AnswerWith(&record, value);
     }
@@ -60,24 +81,8 @@ int PLAINPROPERTIES<Base, Value>::ValueKeyword(VALUERECORD& record) {
     return 1;
 }
 
-template <class Plain, KeywordKind Kind>
-constexpr KeywordTable KEYWORDS({
-    Handled<&Plain::ValueKeyword>(" ", Kind).Says(
-        "What a line or a record without a keyword sets and reads."),
-    CONNECTION_KEYWORD,
-    FUNCTION_KEYWORD,
-    INTERVAL_KEYWORD,
-    LAYER_KEYWORD,
-    LEVEL_KEYWORD,
-});
-
 template <class Base, class Value>
-KeywordList PLAINPROPERTIES<Base, Value>::Keywords() const {
-    return KEYWORDS<PLAINPROPERTIES, KindOf<Value>()>.List();
-}
-
-template <class Base, class Value>
-void PLAINPROPERTIES<Base, Value>::Poll() {
+void PLAINVALUEPROPERTIES<Base, Value>::Poll() {
     int result = REQUEST_UNCHANGED;
     if constexpr (std::is_same_v<Value, std::string>) {
         char polled[TEXT_SIZE];
@@ -119,7 +124,7 @@ void DrawName(HDC dc, const RECT& client, const HOSTINFO& object) {
 
 // A plate with the name, so that it is seen where the control stands.
 template <class Value>
-class NAMEDPROPERTIES : public PLAINPROPERTIES<CONTROLPROPERTIES, Value> {
+class NAMEDPROPERTIES : public PLAINVALUEPROPERTIES<CONTROLPROPERTIES, Value> {
 public:
     void Draw(HDC dc, const RECT& client) const override {
         DrawPlate(dc, client);
@@ -128,10 +133,10 @@ public:
 };
 
 // A plate with the picture of the class.
-class MINIVIEWPROPERTIES : public PLAINPROPERTIES<CONTROLPROPERTIES, std::string> {
+class MINIVIEWPROPERTIES : public PLAINVALUEPROPERTIES<CONTROLPROPERTIES, std::string> {
 public:
     void SetDefaults() override {
-        PLAINPROPERTIES::SetDefaults();
+        PLAINVALUEPROPERTIES::SetDefaults();
         image_.Load(controlClass->image);
     }
     void Draw(HDC dc, const RECT& client) const override;
@@ -173,7 +178,7 @@ int l_SendRequestReverseMeter(HOSTINFO* object, int command, int datatype, long 
 }
 
 CONTROLPROPERTIES* CreatePlainInterface() {
-    return CreateProperties<PLAINPROPERTIES<INTERFACEPROPERTIES, std::string>>();
+    return CreateProperties<PLAINVALUEPROPERTIES<INTERFACEPROPERTIES, std::string>>();
 }
 
 CONTROLPROPERTIES* CreateMiniView() {
@@ -191,7 +196,7 @@ extern const ControlImplementation plainTooltipText{
 extern const ControlImplementation plainInterface{
     .create = CreatePlainInterface, .procedure = InterfaceProc, .share = SharePicture<>};
 extern const ControlImplementation plainIntegerInterface{
-    .create = CreateProperties<PLAINPROPERTIES<INTERFACEPROPERTIES, int>>,
+    .create = CreateProperties<PLAINVALUEPROPERTIES<INTERFACEPROPERTIES, int>>,
     .procedure = InterfaceProc,
     .share = SharePicture<>};
 extern const ControlImplementation miniView{
