@@ -34,15 +34,14 @@ class StripBackground;
 // edit the children as any other control, so each of them may be gone.
 class STRIPPROPERTIES : public CONTROLPROPERTIES {
 public:
-    // Makes the children and the background. A strip's own version calls this one last, or behind all that
+    // Makes the children and the background. A strip's own version calls this one behind all that
     // DrawBackground needs.
     void SetDefaults() override;
     void Destroying() override { a_DestroyChildWindows(this); }
     void Draw(HDC dc, const RECT& client) const override;
 
-    // Two children of one name are told apart by nobody.
-    virtual std::span<const StripChild> Children() const = 0;
-    virtual SIZE StripSize() const = 0; // pixels
+    virtual std::span<const StripChild> Children() const = 0; // no two of one name
+    virtual SIZE StripSize() const = 0;                       // pixels
     // The number of what the background shows; the same background for the same number in all strips of the
     // class.
     virtual int Look() const = 0;
