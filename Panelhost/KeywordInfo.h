@@ -38,13 +38,14 @@ struct KEYWORDOPTION {
 
 struct KEYWORDINFO {
     KeywordKind kind = KeywordKind::Text;
-    const char* sentence = ""; // what it is, for the reference
-    const char* label = "";    // in dialogs; empty for what they do not show
-    const char* words = "";    // Words: the allowed ones, separated by commas
-    const char* unit = "";     // of a number; empty for none
-    bool hasLimits = false;    // a number beyond these is refused
-    bool isAsTyped = false;    // a number is sent as it was typed, not rounded to six digits
-    bool mayBeEmpty = false;   // of a kind that otherwise may not: stands for none
+    const char* sentence = "";  // what it is, for the reference
+    const char* label = "";     // in dialogs; empty for what they do not show
+    const char* words = "";     // Words: the allowed ones, separated by commas
+    const char* unit = "";      // of a number; empty for none
+    bool hasLimits = false;     // a number beyond these is refused
+    bool isAsTyped = false;     // a number is sent as it was typed, not rounded to six digits
+    bool isOnlyWritten = false; // its lines in a panel file are the control's own, and no news to it
+    bool mayBeEmpty = false;    // of a kind that otherwise may not: stands for none
     double minimum = 0;
     double maximum = 0;
     const char* pictures =

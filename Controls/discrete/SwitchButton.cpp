@@ -2,11 +2,9 @@
 // it is bound to. Each direction can have a question in front of it, and the caption can come from a second
 // binding. Values are whole numbers, times in milliseconds.
 
-#include "Controls/dialog/ParameterDialog.h"
 #include "Controls/families/Button.h"
-#include "Controls/framework/Control.h"
-#include "Controls/framework/Keywords.h"
-#include "Controls/resources/resource.h"
+#include "Controls/families/FunctionList.h"
+#include "Controls/families/Question.h"
 #include "logic/controls/ButtonLogic.h"
 #include "logic/drawing/ImageFrames.h"
 
@@ -26,12 +24,11 @@ public:
         onValue = 1;
         lastPoll = GetTickCount();
     }
+    KeywordList Keywords() const override;
     void SetDefaults() override;
-
-    const KEYWORDROW* GetHostinfoTable() override;
     void Poll() override;
     void Draw(HDC dc, const RECT& client) const override;
-    bool IsHeldDown() const override { return face == SwitchFace::HeldDown; }
+    bool IsHeldDown() const override { return shown == SwitchFace::HeldDown; }
     void SetHeldDown(bool down) override;
     void Released() override;
     bool OffersApply() const override { return true; }
@@ -39,17 +36,23 @@ public:
 
     // The third one shows the switch held down.
     int FrameCount() const override {
-        return logic::ButtonFrameCount(image.Name(), image.Get()->Width(), image.Get()->Height());
+        return logic::ButtonFrameCount(face.Name(), face.Get()->Width(), face.Get()->Height());
     }
     int Value() const { return isOn ? onValue : offValue; }
     void SetOn(bool on);
 
+    int ValueKeyword(VALUERECORD& record);
+    // Both questions at once; empty when they are not the same.
+    std::string BothQuestions() const {
+        return confirmWhenPressed == confirmWhenReleased ? confirmWhenPressed : "";
+    }
+    bool SetBothQuestions(const std::string& text);
+
     std::string confirmWhenReleased; // question before it goes off; empty for none
     std::string confirmWhenPressed;  // question before it goes on; empty for none
     bool isOn = false;
-    SwitchFace face = SwitchFace::Off;
-    BINDINGLIST captionFunctions; // where the caption comes from; empty: it stays
-    REQUESTLIST captionRequests;
+    SwitchFace shown = SwitchFace::Off;
+    FunctionList captionFunctions; // where the caption comes from; empty: it stays
 
 private:
     // REQUEST_UNCHANGED, REQUEST_DELIVERED when a new state or caption was taken, anything else for a
@@ -58,98 +61,114 @@ private:
     int PollCaption();
 };
 
-// Keyword handlers
+// Keywords
 
 namespace {
 
-SWITCHBUTTONPROPERTIES& Switch(HOSTINFO* object) {
-    return *static_cast<SWITCHBUTTONPROPERTIES*>(object);
-}
+constexpr Keyword VALUE = Handled<&SWITCHBUTTONPROPERTIES::ValueKeyword>("value", KeywordKind::Integer)
+                              .Says("On value or off value; any other number is refused. A change is sent to "
+                                    "everything the button is bound to.");
 
-// Of the two values; any other is refused. A change is sent.
-int ValueKeyword(VALUERECORD* record, HOSTINFO* object) {
-    SWITCHBUTTONPROPERTIES& button = Switch(object);
-    if (record->command == COMMAND_GET) {
-        return a_AnswerInteger(record, button.Value());
-    }
-    int value = 0;
-    if (record->command != COMMAND_SET || a_ReadInteger(record, &value) == 0 ||
-        (value != button.onValue && value != button.offValue)) {
-        return 0;
-    }
-    if (const bool on = value == button.onValue; on != button.isOn) {
-        button.SetOn(on);
-        button.Send(value);
-    }
-    return 1;
-}
-
-// Both questions at once; written only when they are the same.
-int ConfirmKeyword(VALUERECORD* record, HOSTINFO* object) {
-    SWITCHBUTTONPROPERTIES& button = Switch(object);
-    if (record->command == COMMAND_GET) {
-        const bool same = button.confirmWhenPressed == button.confirmWhenReleased;
-        return a_AnswerText(record, same ? button.confirmWhenPressed.c_str() : "");
-    }
-    const int taken = TextKeyword<&SWITCHBUTTONPROPERTIES::confirmWhenPressed>(record, object);
-    if (taken != 0) {
-        button.confirmWhenReleased = button.confirmWhenPressed;
-    }
-    return taken;
-}
-
-int CaptionFunctionKeyword(VALUERECORD* record, HOSTINFO* object) {
-    SWITCHBUTTONPROPERTIES& button = Switch(object);
-    if (record->command == COMMAND_GET) {
-        return a_AnswerText(record, a_BuildString(button.captionFunctions).c_str());
-    }
-    const auto text = TextToSet(record);
-    BINDINGLIST none;
-    return text ? a_FunctionChanged(text->c_str(), &button, button.captionFunctions, none,
-                                    button.captionRequests)
-                : 0;
-}
-
-constexpr KEYWORDROW KEYWORDS[] = {
-    {" ", ValueKeyword, 0},
-    {"bitmap", BitmapKeyword<&SWITCHBUTTONPROPERTIES::image>, KEYWORD_SAVED | KEYWORD_FILE},
-    {"caption", CaptionKeyword, KEYWORD_SAVED},
-    {"connection", ConnectionKeyword, KEYWORD_BINDINGS},
-    {"confirm", ConfirmKeyword, KEYWORD_SAVED},
-    {"confirmwhenpressed", TextKeyword<&SWITCHBUTTONPROPERTIES::confirmWhenPressed>, KEYWORD_SAVED},
-    {"confirmwhenreleased", TextKeyword<&SWITCHBUTTONPROPERTIES::confirmWhenReleased>, KEYWORD_SAVED},
-    {"font", FontKeyword<&SWITCHBUTTONPROPERTIES::font>, KEYWORD_SAVED},
-    {"function", FunctionKeyword, KEYWORD_SAVED | KEYWORD_BINDINGS},
-    {"function1", CaptionFunctionKeyword, KEYWORD_SAVED | KEYWORD_BINDINGS},
-    {"interval", IntervalKeyword, KEYWORD_SAVED},
-    {"layer", LayerKeyword, 0},
-    {"level", LayerKeyword, 0},
-    {"offvalue", IntegerKeyword<&SWITCHBUTTONPROPERTIES::offValue>, KEYWORD_SAVED},
-    {"onvalue", IntegerKeyword<&SWITCHBUTTONPROPERTIES::onValue>, KEYWORD_SAVED},
-    {"properties", ButtonPropertiesKeyword, KEYWORD_SAVED},
-    {"textcolor", TextColorKeyword, KEYWORD_SAVED},
-    {"textcolorwhenpressed", ColourKeyword<&SWITCHBUTTONPROPERTIES::textColorPressed>, KEYWORD_SAVED},
-    {"textcolorwhenreleased", ColourKeyword<&SWITCHBUTTONPROPERTIES::textColorReleased>, KEYWORD_SAVED},
-    {"value", ValueKeyword, 0},
-    {},
-};
-static_assert(KeywordsAreUnique(KEYWORDS));
+constexpr KeywordTable KEYWORDS({
+    VALUE.AsDefault(),
+    BUTTON_BITMAP.Pictures("SWITCHBUTTON_")
+        .Says(
+            "Image file with two faces side by side, off on the left, on and held down on the right, which "
+            "gives the button its size; empty for a plain one. It has three, off, held down and on, when its "
+            "name ends in the size of one (`_26x16.bmp`) and it is three of them wide."),
+    BUTTON_CAPTION.Says("Text on the button and title of its questions."),
+    CONNECTION_KEYWORD,
+    Property<&SWITCHBUTTONPROPERTIES::BothQuestions, &SWITCHBUTTONPROPERTIES::SetBothQuestions>("confirm")
+        .Saved()
+        .Says("Sets both questions at once; empty when they are not the same."),
+    Text<&SWITCHBUTTONPROPERTIES::confirmWhenPressed>("confirmwhenpressed")
+        .Saved()
+        .Label("Ask before on")
+        .Items(IDC_CONFIRM)
+        .Preview(logic::QuestionText, IDC_CONFIRM_PREVIEW)
+        .Says("Question that is asked before it goes on; empty for none. `\\n` and `\\t` in it are line feed "
+              "and tab."),
+    Text<&SWITCHBUTTONPROPERTIES::confirmWhenReleased>("confirmwhenreleased")
+        .Saved()
+        .Label("Ask before off")
+        .Items(IDC_CONFIRM_RELEASED)
+        .Preview(logic::QuestionText, IDC_CONFIRM_RELEASED_PREVIEW)
+        .Says("Question that is asked before it goes off; empty for none."),
+    BUTTON_FONT,
+    FUNCTION_KEYWORD,
+    Functions<&SWITCHBUTTONPROPERTIES::captionFunctions>("function1")
+        .Label("Caption follows")
+        .Items(IDC_CAPTION_FUNCTION)
+        .Says("Device parameters that the caption comes from, joined by `;`; empty: it stays."),
+    INTERVAL_KEYWORD.Label("Polling interval in ms").Items(IDC_INTERVAL),
+    LAYER_KEYWORD,
+    LEVEL_KEYWORD,
+    Integer<&SWITCHBUTTONPROPERTIES::offValue>("offvalue")
+        .Saved()
+        .Label("Off value")
+        .Items(IDC_OFF_VALUE)
+        .Says("Whole number that means off."),
+    Integer<&SWITCHBUTTONPROPERTIES::onValue>("onvalue")
+        .Saved()
+        .Label("On value")
+        .Items(IDC_ON_VALUE)
+        .Says("Whole number that means on."),
+    BUTTON_VALUES,
+    BUTTON_COLOURS.Saved().Says("Both colours of the caption, off and on, joined by `,`."),
+    Colour<&SWITCHBUTTONPROPERTIES::textColorPressed>("textcolorwhenpressed")
+        .Saved()
+        .Label("Text when on")
+        .Items(IDC_PRESSED_COLOUR, IDC_CHOOSE_PRESSED_COLOUR)
+        .Says("Colour of the caption while it is on, `0x00bbggrr`."),
+    Colour<&SWITCHBUTTONPROPERTIES::textColorReleased>("textcolorwhenreleased")
+        .Saved()
+        .Label("Text when off")
+        .Items(IDC_RELEASED_COLOUR, IDC_CHOOSE_RELEASED_COLOUR)
+        .Says("Colour of the caption while it is off, `0x00bbggrr`."),
+    VALUE,
+});
 
 } // namespace
 
-const KEYWORDROW* SWITCHBUTTONPROPERTIES::GetHostinfoTable() {
-    return KEYWORDS;
+KeywordList SWITCHBUTTONPROPERTIES::Keywords() const {
+    return KEYWORDS.List();
+}
+
+bool SWITCHBUTTONPROPERTIES::SetBothQuestions(const std::string& text) {
+    if (text.size() >= TEXT_SIZE) {
+        return false;
+    }
+    confirmWhenPressed = text;
+    confirmWhenReleased = text;
+    return true;
+}
+
+// Of the two values; any other is refused. A change is sent.
+int SWITCHBUTTONPROPERTIES::ValueKeyword(VALUERECORD& record) {
+    if (record.command == COMMAND_GET) {
+        return a_AnswerInteger(&record, Value());
+    }
+    int value = 0;
+    if (record.command != COMMAND_SET || a_ReadInteger(&record, &value) == 0 ||
+        (value != onValue && value != offValue)) {
+        return 0;
+    }
+    if (const bool on = value == onValue; on != isOn) {
+        SetOn(on);
+        Send(value);
+    }
+    return 1;
 }
 
 // State
 
 void SWITCHBUTTONPROPERTIES::SetDefaults() {
     BUTTONPROPERTIES::SetDefaults();
-    a_FollowRequests(this, captionFunctions, captionRequests);
+    captionFunctions.Attach(*this);
 }
 
 void SWITCHBUTTONPROPERTIES::SetHeldDown(bool down) {
-    face = down ? SwitchFace::HeldDown : isOn ? SwitchFace::On : SwitchFace::Off;
+    shown = down ? SwitchFace::HeldDown : isOn ? SwitchFace::On : SwitchFace::Off;
 }
 
 void SWITCHBUTTONPROPERTIES::SetOn(bool on) {
@@ -163,12 +182,9 @@ void SWITCHBUTTONPROPERTIES::Released() {
         return;
     }
     const bool on = !isOn; // as it was asked for, even if a poll changes the state meanwhile
-    const std::string question = on ? confirmWhenPressed : confirmWhenReleased;
-    if (!question.empty()) {
-        if (!IsConfirmed(question)) {
-            ShowHeldDown(false);
-            return;
-        }
+    if (!IsConfirmed(*this, on ? confirmWhenPressed : confirmWhenReleased, caption)) {
+        ShowHeldDown(false);
+        return;
     }
     SetOn(on);
     Send(Value());
@@ -192,7 +208,7 @@ int SWITCHBUTTONPROPERTIES::PollValue() {
 int SWITCHBUTTONPROPERTIES::PollCaption() {
     char text[TEXT_SIZE];
     std::snprintf(text, sizeof text, "%s", caption.c_str());
-    const int result = Ask(captionRequests, DATATYPE_TEXT, text);
+    const int result = Ask(captionFunctions.Requests(), DATATYPE_TEXT, text);
     if (result == REQUEST_DELIVERED) {
         caption.assign(text, std::strcspn(text, "\r\n")); // it is saved as one line
     }
@@ -208,40 +224,17 @@ void SWITCHBUTTONPROPERTIES::Poll() {
     ShowPollResult(std::max(ofValue, ofCaption));
 }
 
-// Drawing
+// Drawing and registration
 
 void SWITCHBUTTONPROPERTIES::Draw(HDC dc, const RECT& client) const {
-    DrawFace(dc, client, static_cast<int>(face), isOn);
-    DrawCaption(dc, client, face != SwitchFace::Off,
-                face == SwitchFace::On ? textColorPressed : textColorReleased);
+    DrawFace(dc, client, static_cast<int>(shown), isOn);
+    DrawCaption(dc, client, shown != SwitchFace::Off,
+                shown == SwitchFace::On ? textColorPressed : textColorReleased);
 }
 
-// Parameter dialog and registration
-
-namespace {
-
-constexpr DialogEdit EDITS[] = {
-    {IDC_CAPTION, "Caption", FieldKind::Text, "caption"},
-    {IDC_FONT, "Font", FieldKind::Font, "font", 0, 0, IDC_CHOOSE_FONT},
-    {IDC_PRESSED_COLOUR, "Text when on", FieldKind::Colour, "textcolorwhenpressed", 0, 0,
-     IDC_CHOOSE_PRESSED_COLOUR},
-    {IDC_RELEASED_COLOUR, "Text when off", FieldKind::Colour, "textcolorwhenreleased", 0, 0,
-     IDC_CHOOSE_RELEASED_COLOUR},
-    {IDC_ON_VALUE, "On value", FieldKind::Integer, "onvalue"},
-    {IDC_OFF_VALUE, "Off value", FieldKind::Integer, "offvalue"},
-    {IDC_INTERVAL, "Polling interval", FieldKind::Integer, "interval"},
-    {IDC_CAPTION_FUNCTION, "Caption follows", FieldKind::Text, "function1"},
-    {IDC_CONFIRM, "Ask before on", FieldKind::Text, "confirmwhenpressed"},
-    {IDC_CONFIRM_RELEASED, "Ask before off", FieldKind::Text, "confirmwhenreleased"},
-};
-constexpr DialogPreview PREVIEWS[] = {
-    {IDC_CONFIRM_PREVIEW, "confirmwhenpressed", logic::QuestionText},
-    {IDC_CONFIRM_RELEASED_PREVIEW, "confirmwhenreleased", logic::QuestionText},
-};
-constexpr ParameterDialog DIALOG{
-    .resource = IDD_SWITCHBUTTON, .edits = EDITS, .bitmapPrefix = "SWITCHBUTTON_", .previews = PREVIEWS};
-
-} // namespace
-
 extern const ControlImplementation switchButtonControl{
-    .create = CreateProperties<SWITCHBUTTONPROPERTIES>, .procedure = ButtonProc, .fields = &DIALOG};
+    .create = CreateProperties<SWITCHBUTTONPROPERTIES>,
+    .procedure = ButtonProc,
+    .purpose =
+        "A button that stays on or off, sends a number at each change and follows what it is bound to.",
+    .dialog = LAID_OUT};

@@ -1,18 +1,12 @@
 #include "Controls/families/Button.h"
 
-#include "Controls/drawing/BitmapParts.h"
 #include "Controls/drawing/Shading.h"
-#include "Controls/framework/Keywords.h"
-#include "logic/controls/ButtonLogic.h"
 #include "logic/text/Text.h"
 
 #include <algorithm>
+#include <cstdio>
 
 namespace {
-
-BUTTONPROPERTIES& Button(HOSTINFO* object) {
-    return *static_cast<BUTTONPROPERTIES*>(object);
-}
 
 void Press(BUTTONPROPERTIES& button, WPARAM keys) {
     SetFocus(button.window);
@@ -47,70 +41,46 @@ void Release(BUTTONPROPERTIES& button, WPARAM keys) {
 
 } // namespace
 
-// Keyword handlers
+// Values of the keywords
 
-int CaptionKeyword(VALUERECORD* record, HOSTINFO* object) {
-    const int answer = TextKeyword<&BUTTONPROPERTIES::caption>(record, object);
-    if (record->command == COMMAND_SET && answer != 0) {
-        Button(object).Redraw();
-    }
-    return answer;
+std::string BUTTONPROPERTIES::ValuesText() const {
+    return std::to_string(onValue) + "," + std::to_string(offValue);
 }
 
-int ButtonPropertiesKeyword(VALUERECORD* record, HOSTINFO* object) {
-    BUTTONPROPERTIES& button = Button(object);
-    if (record->command == COMMAND_GET) {
-        const std::string text = std::to_string(button.onValue) + "," + std::to_string(button.offValue);
-        return a_AnswerText(record, text.c_str());
+bool BUTTONPROPERTIES::SetValues(const std::string& text) {
+    std::int32_t values[] = {onValue, offValue};
+    if (!logic::ParseIntegers(text, values)) {
+        return false;
     }
-    const auto text = TextToSet(record);
-    std::int32_t values[] = {button.onValue, button.offValue};
-    if (!text || !logic::ParseIntegers(*text, values)) {
-        return 0;
-    }
-    button.onValue = values[0];
-    button.offValue = values[1];
-    return 1;
+    onValue = values[0];
+    offValue = values[1];
+    return true;
 }
 
-int TextColorKeyword(VALUERECORD* record, HOSTINFO* object) {
-    BUTTONPROPERTIES& button = Button(object);
-    if (record->command == COMMAND_GET) {
-        char text[32];
-        std::snprintf(text, sizeof text, "0x%08x,0x%08x", static_cast<unsigned>(button.textColorReleased),
-                      static_cast<unsigned>(button.textColorPressed));
-        return a_AnswerText(record, text);
-    }
-    const auto text = TextToSet(record);
-    const auto fields = logic::SplitFields(text ? std::string_view(*text) : "", ',');
+std::string BUTTONPROPERTIES::ColoursText() const {
+    char text[32];
+    std::snprintf(text, sizeof text, "0x%08x,0x%08x", static_cast<unsigned>(textColorReleased),
+                  static_cast<unsigned>(textColorPressed));
+    return text;
+}
+
+bool BUTTONPROPERTIES::SetColours(const std::string& text) {
+    const auto fields = logic::SplitFields(text, ',');
     if (fields.size() != 2) {
-        return 0;
+        return false;
     }
     const auto released = logic::ParseWholeHex(fields[0]);
     const auto pressed = logic::ParseWholeHex(fields[1]);
     if (!released || !pressed || *released > HIGHEST_COLOUR || *pressed > HIGHEST_COLOUR) {
-        return 0;
+        return false;
     }
-    button.textColorReleased = *released;
-    button.textColorPressed = *pressed;
-    button.Redraw();
-    return 1;
+    textColorReleased = *released;
+    textColorPressed = *pressed;
+    Redraw();
+    return true;
 }
 
 // Appearance
-
-int BUTTONPROPERTIES::PreferredWidth() const {
-    return image.Get() != nullptr ? BitmapParts(*image.Get(), FrameCount()).Width()
-                                  : CONTROLPROPERTIES::PreferredWidth();
-}
-
-void BUTTONPROPERTIES::BitmapChanged() {
-    if (image.Get() != nullptr) {
-        const BitmapParts frames(*image.Get(), FrameCount());
-        Resize(frames.Width(), frames.Height());
-    }
-    Redraw();
-}
 
 void BUTTONPROPERTIES::FontChanged() {
     SendMessageA(window, WM_SETFONT, reinterpret_cast<WPARAM>(font.Get()), FALSE);
@@ -120,8 +90,8 @@ void BUTTONPROPERTIES::FontChanged() {
 }
 
 void BUTTONPROPERTIES::DrawFace(HDC dc, const RECT& client, int frame, bool lit) const {
-    if (image.Get() != nullptr) {
-        const BitmapParts frames(*image.Get(), FrameCount());
+    if (face.Get() != nullptr) {
+        const BitmapParts frames = Frames();
         // Of two frames, a switch that is on would begin behind the last one, so it is shown as one that is
         // held down.
         frames.Draw(dc, std::min(frame, FrameCount() - 1), {0, 0, frames.Width(), frames.Height()});
@@ -130,12 +100,12 @@ void BUTTONPROPERTIES::DrawFace(HDC dc, const RECT& client, int frame, bool lit)
     SelectObject(dc, GetStockObject(NULL_BRUSH));
     SelectObject(dc, GetStockObject(BLACK_PEN));
     Rectangle(dc, client.left, client.top, client.right, client.bottom);
-    RECT face = client;
-    InflateRect(&face, -1, -1);
+    RECT inside = client;
+    InflateRect(&inside, -1, -1);
     if (lit) {
-        DrawShadedColumns(dc, face, BRIGHT_BAR_COLOUR);
+        DrawShadedColumns(dc, inside, BRIGHT_BAR_COLOUR);
     } else {
-        DrawShadedRows(dc, face, BAR_COLOUR);
+        DrawShadedRows(dc, inside, BAR_COLOUR);
     }
 }
 
@@ -174,12 +144,6 @@ void BUTTONPROPERTIES::CancelDrag() {
         SetHeldDown(false);
         Redraw();
     }
-}
-
-bool BUTTONPROPERTIES::IsConfirmed(const std::string& question) const {
-    const std::string title = caption; // it may be replaced, or go, while the question is open
-    return MessageBoxA(window, logic::QuestionText(question).c_str(), title.c_str(),
-                       MB_YESNO | MB_DEFBUTTON2) == IDYES;
 }
 
 void BUTTONPROPERTIES::Send(int value) {

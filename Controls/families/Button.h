@@ -1,21 +1,21 @@
 #pragma once
 
-#include "Controls/drawing/BitmapProperty.h"
 #include "Controls/drawing/FontProperty.h"
-#include "Controls/framework/Control.h"
+#include "Controls/families/FacedControl.h"
+#include "Controls/framework/Keywords.h"
+#include "Controls/resources/resource.h"
 
 #include <string>
 
 // What the push button and the switch button share: values, caption, face and the course of a click. A press
 // holds the button with the mouse captured; it is shown held down as long as the cursor is over it; the
 // release acts.
-class BUTTONPROPERTIES : public CONTROLPROPERTIES {
+class BUTTONPROPERTIES : public FACEDPROPERTIES {
 public:
     BUTTONPROPERTIES() { font.Load("ms sans serif,8"); }
 
     void SetDefaults() override { interval = 1000; }
-    int PreferredWidth() const override;
-    void BitmapChanged();
+    BitmapParts Frames() const override { return {*face.Get(), FrameCount()}; }
     void FontChanged();
     void MoveDrag(POINT point) override;
     void CancelDrag() override;
@@ -28,32 +28,51 @@ public:
     virtual void Released() = 0;
 
     void ShowHeldDown(bool down);
-    // Asks the question in a message box, with the "\n" and "\t" in it as line feeds and tabs. Whether it was
-    // answered with Yes.
-    bool IsConfirmed(const std::string& question) const;
     // Sends to everything the button is bound to.
     void Send(int value);
 
+    // "on value,off value"; the off value may be left out.
+    std::string ValuesText() const;
+    bool SetValues(const std::string& text);
+    // Both colours of the caption, "released,pressed".
+    std::string ColoursText() const;
+    bool SetColours(const std::string& text);
+
     std::string caption = "Click!"; // also the title of the questions
     FontProperty font;
-    BitmapProperty image;           // frames side by side, each of the size of the button
     COLORREF textColorPressed = 0;  // of a switch: when it is on
     COLORREF textColorReleased = 0; // of a switch: when it is off or held down
     int onValue = 0;
     int offValue = 0;
 
 protected:
-    virtual int FrameCount() const { return 2; } // of the image, which must be there
+    virtual int FrameCount() const { return 2; } // of the image, which must be there, side by side
     // The frame of the image, or a shaded face.
     void DrawFace(HDC dc, const RECT& client, int frame, bool lit) const;
     void DrawCaption(HDC dc, RECT client, bool down, COLORREF colour) const;
 };
 
-int CaptionKeyword(VALUERECORD* record, HOSTINFO* object);
-// "on value,off value"; the off value may be left out.
-int ButtonPropertiesKeyword(VALUERECORD* record, HOSTINFO* object);
-// Both colours of the caption, "released,pressed".
-int TextColorKeyword(VALUERECORD* record, HOSTINFO* object);
+// Rows of both buttons. What a button says of the first three is its own.
+inline constexpr Keyword BUTTON_BITMAP =
+    Picture<&BUTTONPROPERTIES::face>("bitmap").Saved().Label("Bitmap").Items(IDC_BITMAP_NAME,
+                                                                             IDC_CHOOSE_BITMAP);
+inline constexpr Keyword BUTTON_CAPTION =
+    Text<&BUTTONPROPERTIES::caption, TEXT_SIZE - 1, &BUTTONPROPERTIES::Redraw>("caption")
+        .Saved()
+        .Label("Caption")
+        .Items(IDC_CAPTION);
+inline constexpr Keyword BUTTON_COLOURS =
+    Property<&BUTTONPROPERTIES::ColoursText, &BUTTONPROPERTIES::SetColours>("textcolor");
+inline constexpr Keyword BUTTON_FONT = FontOf<&BUTTONPROPERTIES::font>("font")
+                                           .Saved()
+                                           .Label("Font")
+                                           .Items(IDC_FONT, IDC_CHOOSE_FONT)
+                                           .Says("Font of the caption: face, size in points, `bold` where "
+                                                 "it is.");
+inline constexpr Keyword BUTTON_VALUES =
+    Property<&BUTTONPROPERTIES::ValuesText, &BUTTONPROPERTIES::SetValues>("properties", KeywordKind::Numbers)
+        .Saved()
+        .Says("On value and off value, joined by `,`; the off value may be left out.");
 
 // The window procedure of a button: a click, and for all else the common procedure.
 LRESULT CALLBACK ButtonProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);

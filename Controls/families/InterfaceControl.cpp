@@ -1,4 +1,4 @@
-// What the interface controls share: the picture, the hidden window and the refused keywords.
+// What the interface controls share: the picture and the hidden window.
 
 #include "Controls/families/InterfaceControl.h"
 
@@ -31,9 +31,14 @@ void INTERFACEPROPERTIES::Created() {
 }
 
 LRESULT INTERFACEPROPERTIES::OnLoad(WPARAM loadMode, LPARAM line) {
-    if (loadMode == LOAD_FROM_FILE && line != 0 &&
-        IsOnlyWritten(logic::SplitPropertyLine(reinterpret_cast<const char*>(line)).keyword)) {
-        return 0;
+    if (loadMode == LOAD_FROM_FILE && line != 0) {
+        const auto keyword = logic::SplitPropertyLine(reinterpret_cast<const char*>(line)).keyword;
+        const KeywordList keywords = Keywords();
+        for (int row = 0; row < keywords.count; ++row) {
+            if (keywords.infos[row].isOnlyWritten && keyword == keywords.rows[row].keyword) {
+                return 0;
+            }
+        }
     }
     return CONTROLPROPERTIES::OnLoad(loadMode, line);
 }
@@ -96,8 +101,4 @@ LRESULT CALLBACK InterfaceProc(HWND window, UINT message, WPARAM wParam, LPARAM 
         Shown(*control, message, wParam, lParam);
     }
     return IndicatorProc(window, message, wParam, lParam);
-}
-
-int RefusedKeyword(VALUERECORD*, HOSTINFO*) {
-    return 0;
 }

@@ -2,8 +2,6 @@
 
 #include "Controls/framework/Control.h"
 
-#include <string_view>
-
 // Base of the interface controls, which bridge values of the panel to channels outside. They have no face: in
 // an operated panel their window is hidden, in an edited one it shows the picture of the class.
 class INTERFACEPROPERTIES : public CONTROLPROPERTIES {
@@ -13,14 +11,12 @@ public:
     // Hides the window in an operated panel. A control's own version calls this one.
     void Created() override;
     void Draw(HDC dc, const RECT& client) const override;
+    // Lines of a panel file that are only written are passed over without a word.
     LRESULT OnLoad(WPARAM loadMode, LPARAM line) override;
     LRESULT OnTimer(WPARAM timer, LPARAM lParam) override;
 
     virtual SIZE SizeWithoutPicture() const { return {100, 100}; } // pixels
     virtual int DefaultInterval() const { return 1000; }           // milliseconds
-    // Whether lines of the keyword are saved and never read back. Those of a panel file are passed over
-    // without a word: the control has written them itself.
-    virtual bool IsOnlyWritten(std::string_view /*keyword*/) const { return false; }
     // Whether the window belongs to an operated panel.
     bool StaysHidden() const;
     virtual void ServeCalls() {} // on WorkerCalls::MESSAGE, for a control with worker threads that call
@@ -28,6 +24,3 @@ public:
 
 // Window procedure of the interface controls.
 LRESULT CALLBACK InterfaceProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
-
-// Handler of a keyword that stands in the table and takes and answers nothing.
-int RefusedKeyword(VALUERECORD* record, HOSTINFO* object);

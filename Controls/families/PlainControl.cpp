@@ -11,121 +11,92 @@
 #include "Controls/framework/Keywords.h"
 #include "base/Gdi.h"
 
+#include <cstdio>
+#include <type_traits>
+
 namespace {
+
+template <class Value>
+constexpr int DATATYPE_OF = DATATYPE_TEXT;
+template <>
+constexpr int DATATYPE_OF<int> = DATATYPE_INTEGER;
+template <>
+constexpr int DATATYPE_OF<float> = DATATYPE_FLOAT;
 
 // Base: CONTROLPROPERTIES or a class below it.
 template <class Base>
 class PLAINPROPERTIES : public Base {
 public:
-    const KEYWORDROW* GetHostinfoTable() override;
     void SetDefaults() override {
         Base::SetDefaults();
         this->interval = 1000;
     }
-    int ValueDatatype() const override {
-        const int type = this->controlClass->controlType;
-        return type == DATATYPE_INTEGER || type == DATATYPE_FLOAT ? type : DATATYPE_TEXT;
-    }
-    void Poll() override;
-
-    int integer =
-        0; // the value, in the member of the class's datatype; classes of no other datatype hold text
-    float number = 0;
-    std::string text;
-
-private:
-    template <class Number>
-    int PollInto(Number& member, int datatype) {
-        Number polled = member;
-        const int result = this->Ask(this->requests, datatype, &polled);
-        if (result == REQUEST_DELIVERED) {
-            member = polled;
-        }
-        return result;
-    }
+    virtual int ValueKeyword(VALUERECORD& record) = 0;
 };
 
-// Takes a new value and passes it on. Returns 0 when it was held already.
-template <class Plain, class Value>
-int Replace(Plain& plain, Value Plain::*member, Value value) {
-    if (plain.*member == value) {
+template <class Base, KeywordKind Kind>
+constexpr KeywordTable KEYWORDS({
+    Handled<&PLAINPROPERTIES<Base>::ValueKeyword>(" ", Kind).Says(
+        "What a line or a record without a keyword sets and reads."),
+    CONNECTION_KEYWORD,
+    FUNCTION_KEYWORD,
+    INTERVAL_KEYWORD,
+    LAYER_KEYWORD,
+    LEVEL_KEYWORD,
+});
+
+// Value: int, float, or std::string for classes of any other datatype.
+template <class Base, class Value>
+class PLAINVALUEPROPERTIES : public PLAINPROPERTIES<Base> {
+public:
+    // The rows are the same whatever the value, which the reference goes by; what it is, is not.
+    KeywordList Keywords() const override {
+        KeywordList keywords = KEYWORDS<Base, KindOf<Value>()>.List();
+        keywords.rows = KEYWORDS<Base, KeywordKind::Text>.List().rows;
+        return keywords;
+    }
+    int ValueDatatype() const override { return DATATYPE_OF<Value>; }
+    void Poll() override;
+    int ValueKeyword(VALUERECORD& record) override;
+
+    Value value{};
+};
+
+template <class Base, class Value>
+int PLAINVALUEPROPERTIES<Base, Value>::ValueKeyword(VALUERECORD& record) {
+    if (record.command == COMMAND_GET) {
+        return AnswerWith(&record, value);
+    }
+    Value wanted{};
+    if (record.command != COMMAND_SET || ReadValue(&record, &wanted) == 0 || wanted == value) {
         return 0;
     }
-    plain.*member = value;
-    plain.Redraw();
+    value = wanted;
+    this->Redraw();
+    void* data = &wanted;
+    if constexpr (std::is_same_v<Value, std::string>) {
+        data = wanted.data();
+    }
+    a_SendRequest(this->requests, COMMAND_SET, DATATYPE_OF<Value>, data, nullptr);
     return 1;
 }
 
-template <class Plain>
-int ValueKeyword(VALUERECORD* record, HOSTINFO* object) {
-    auto& plain = *static_cast<Plain*>(object);
-    const bool get = record->command == COMMAND_GET;
-    if (!get && record->command != COMMAND_SET) {
-        return 0;
-    }
-    switch (plain.controlClass->controlType) {
-    case DATATYPE_INTEGER: {
-        int value = 0;
-        if (get || a_ReadInteger(record, &value) == 0 || Replace(plain, &Plain::integer, value) == 0) {
-            return get ? a_AnswerInteger(record, plain.integer) : 0;
-        }
-        a_SendRequest(plain.requests, COMMAND_SET, DATATYPE_INTEGER, &value, nullptr);
-        return 1;
-    }
-    case DATATYPE_FLOAT: {
-        float value = 0;
-        if (get || a_ReadFloat(record, &value) == 0 || Replace(plain, &Plain::number, value) == 0) {
-            return get ? a_AnswerFloat(record, plain.number) : 0;
-        }
-        a_SendRequest(plain.requests, COMMAND_SET, DATATYPE_FLOAT, &value, nullptr);
-        return 1;
-    }
-    default: {
-        std::string value;
-        if (get || a_ReadText(record, &value) == 0 || Replace(plain, &Plain::text, value) == 0) {
-            return get ? a_AnswerText(record, plain.text.c_str()) : 0;
-        }
-        a_SendRequest(plain.requests, COMMAND_SET, DATATYPE_TEXT, value.data(), nullptr);
-        return 1;
-    }
-    }
-}
-
-template <class Plain>
-constexpr KEYWORDROW KEYWORDS[] = {
-    {" ", ValueKeyword<Plain>, 0},
-    {"connection", ConnectionKeyword, KEYWORD_BINDINGS},
-    {"function", FunctionKeyword, KEYWORD_SAVED | KEYWORD_BINDINGS},
-    {"interval", IntervalKeyword, KEYWORD_SAVED},
-    {"layer", LayerKeyword, 0},
-    {"level", LayerKeyword, 0},
-    {},
-};
-
-template <class Base>
-const KEYWORDROW* PLAINPROPERTIES<Base>::GetHostinfoTable() {
-    static_assert(KeywordsAreUnique(KEYWORDS<PLAINPROPERTIES>));
-    return KEYWORDS<PLAINPROPERTIES>;
-}
-
-template <class Base>
-void PLAINPROPERTIES<Base>::Poll() {
+template <class Base, class Value>
+void PLAINVALUEPROPERTIES<Base, Value>::Poll() {
     int result = REQUEST_UNCHANGED;
-    switch (this->controlClass->controlType) {
-    case DATATYPE_INTEGER:
-        result = PollInto(integer, DATATYPE_INTEGER);
-        break;
-    case DATATYPE_FLOAT:
-        result = PollInto(number, DATATYPE_FLOAT);
-        break;
-    default: {
+    if constexpr (std::is_same_v<Value, std::string>) {
         char polled[TEXT_SIZE];
-        std::snprintf(polled, sizeof polled, "%s", text.c_str());
+        std::snprintf(polled, sizeof polled, "%s", value.c_str());
         result = this->Ask(this->requests, DATATYPE_TEXT, polled);
         if (result == REQUEST_DELIVERED) {
-            text = polled;
+            value = polled;
         }
-    }
+    } else {
+        Value polled = value;
+        result = this->Ask(this->requests, DATATYPE_OF<Value>, &polled);
+        if (result == REQUEST_DELIVERED) {
+            value = polled;
+        }
     }
     if (result == REQUEST_DELIVERED) {
         this->Redraw();
@@ -152,7 +123,8 @@ void DrawName(HDC dc, const RECT& client, const HOSTINFO& object) {
 }
 
 // A plate with the name, so that it is seen where the control stands.
-class NAMEDPROPERTIES : public PLAINPROPERTIES<CONTROLPROPERTIES> {
+template <class Value>
+class NAMEDPROPERTIES : public PLAINVALUEPROPERTIES<CONTROLPROPERTIES, Value> {
 public:
     void Draw(HDC dc, const RECT& client) const override {
         DrawPlate(dc, client);
@@ -161,10 +133,10 @@ public:
 };
 
 // A plate with the picture of the class.
-class MINIVIEWPROPERTIES : public PLAINPROPERTIES<CONTROLPROPERTIES> {
+class MINIVIEWPROPERTIES : public PLAINVALUEPROPERTIES<CONTROLPROPERTIES, std::string> {
 public:
     void SetDefaults() override {
-        PLAINPROPERTIES::SetDefaults();
+        PLAINVALUEPROPERTIES::SetDefaults();
         image_.Load(controlClass->image);
     }
     void Draw(HDC dc, const RECT& client) const override;
@@ -191,13 +163,13 @@ void MINIVIEWPROPERTIES::Draw(HDC dc, const RECT& client) const {
 } // namespace
 
 // The reverse meter sends as the knob does.
-class REVMETERPROPERTIES : public NAMEDPROPERTIES {
+class REVMETERPROPERTIES : public NAMEDPROPERTIES<int> {
 public:
     RelativeMode relativeMode;
 };
 
 int l_SendRequest(REVMETERPROPERTIES* object, int command, int datatype, long value, int* result) {
-    return SendByMode(object->relativeMode, *object, static_cast<float>(object->integer), command, datatype,
+    return SendByMode(object->relativeMode, *object, static_cast<float>(object->value), command, datatype,
                       value, result);
 }
 
@@ -206,19 +178,27 @@ int l_SendRequestReverseMeter(HOSTINFO* object, int command, int datatype, long 
 }
 
 CONTROLPROPERTIES* CreatePlainInterface() {
-    return CreateProperties<PLAINPROPERTIES<INTERFACEPROPERTIES>>();
+    return CreateProperties<PLAINVALUEPROPERTIES<INTERFACEPROPERTIES, std::string>>();
 }
 
 CONTROLPROPERTIES* CreateMiniView() {
     return CreateProperties<MINIVIEWPROPERTIES>();
 }
 
-extern const ControlImplementation plainControl{.create = CreateProperties<NAMEDPROPERTIES>,
+extern const ControlImplementation plainInteger{.create = CreateProperties<NAMEDPROPERTIES<int>>,
                                                 .procedure = CommonProc};
-extern const ControlImplementation plainTooltipControl{
-    .create = CreateProperties<NAMEDPROPERTIES>, .procedure = CommonProc, .share = ShareTooltip};
+extern const ControlImplementation plainNumber{.create = CreateProperties<NAMEDPROPERTIES<float>>,
+                                               .procedure = CommonProc};
+extern const ControlImplementation plainText{.create = CreateProperties<NAMEDPROPERTIES<std::string>>,
+                                             .procedure = CommonProc};
+extern const ControlImplementation plainTooltipText{
+    .create = CreateProperties<NAMEDPROPERTIES<std::string>>, .procedure = CommonProc, .share = ShareTooltip};
 extern const ControlImplementation plainInterface{
     .create = CreatePlainInterface, .procedure = InterfaceProc, .share = SharePicture<>};
+extern const ControlImplementation plainIntegerInterface{
+    .create = CreateProperties<PLAINVALUEPROPERTIES<INTERFACEPROPERTIES, int>>,
+    .procedure = InterfaceProc,
+    .share = SharePicture<>};
 extern const ControlImplementation miniView{
     .create = CreateMiniView, .procedure = CommonProc, .share = SharePicture<>};
 extern const ControlImplementation plainReverseMeter{.create = CreateProperties<REVMETERPROPERTIES>,

@@ -98,17 +98,11 @@ HBRUSH BackgroundBrush(ClassBackground background) {
 
 void Describe(const ControlClass& controlClass) {
     const PaletteEntry& palette = controlClass.palette;
-    const char* own = controlClass.implementation->purpose;
-    const PH_CONTROLCLASS description{controlClass.name,
-                                      controlClass.systemClass,
-                                      *own != '\0' ? own : controlClass.purpose,
-                                      static_cast<int>(palette.group),
-                                      palette.position,
-                                      palette.name,
-                                      palette.letters,
-                                      palette.size.cx,
-                                      palette.size.cy,
-                                      palette.takesFocus ? 1 : 0};
+    const PH_CONTROLCLASS description{controlClass.name,      controlClass.systemClass,
+                                      controlClass.Purpose(), static_cast<int>(palette.group),
+                                      palette.position,       palette.name,
+                                      palette.letters,        palette.size.cx,
+                                      palette.size.cy,        palette.takesFocus ? 1 : 0};
     ph_DescribeControlClass(&description);
 }
 

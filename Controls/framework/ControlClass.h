@@ -22,7 +22,7 @@ struct ControlImplementation {
     CONTROLPROPERTIES* (*create)();
     WNDPROC procedure;
     const ParameterDialog* fields = nullptr;
-    const char* purpose = ""; // for the reference
+    const char* purpose = ""; // for the reference; empty when each class says its own
     // The parameter dialog: a template of the library, LAID_OUT for one that follows from the keywords, or
     // NO_DIALOG.
     int dialog = 0;
@@ -59,8 +59,10 @@ struct ControlClass {
     // The same picture with transparency. Only GDI+ reads it, which must not be started while a library is
     // being loaded, so the first window loads it and the last one releases it.
     const char* image = nullptr;
-    const char* purpose = ""; // of a class whose implementation says none
+    const char* purpose = ""; // where it is not that of the implementation
     PaletteEntry palette;
+
+    const char* Purpose() const { return *purpose != '\0' ? purpose : implementation->purpose; }
 };
 
 // What opens the parameter dialog of a control; null where there is none.

@@ -78,6 +78,23 @@ int IgnoredKeyword(VALUERECORD* record, HOSTINFO*) {
     return TextToSet(record) ? 1 : 0;
 }
 
+int RefusedKeyword(VALUERECORD*, HOSTINFO*) {
+    return 0;
+}
+
+std::optional<int> HandleInactive(VALUERECORD& record, bool isInactive) {
+    constexpr const char* INACTIVE = "inactive";
+    if (record.datatype != DATATYPE_TEXT || record.data == nullptr) {
+        return std::nullopt;
+    }
+    if (record.command == COMMAND_GET && isInactive) {
+        return a_AnswerText(&record, INACTIVE);
+    }
+    const bool isRead =
+        record.command == COMMAND_SET && std::string_view(static_cast<char*>(record.data)) == INACTIVE;
+    return isRead ? std::optional(1) : std::nullopt;
+}
+
 std::string WordAt(std::string_view words, int number) {
     const auto all = logic::SplitFields(words, ',');
     const auto place = static_cast<std::size_t>(number);

@@ -191,17 +191,21 @@ inline int ReadValue(const VALUERECORD* record, std::string* value) {
     return a_ReadText(record, value);
 }
 
-// A value that two member functions read and set; the latter says whether it took it.
+// A value that two member functions read and set; the latter says whether it took it. Without it the value
+// can only be read.
 template <auto Get, auto Set, class Value>
 int PropertyKeyword(VALUERECORD* record, HOSTINFO* object) {
     if (record->command == COMMAND_GET) {
         return AnswerWith(record, (HolderOf<Get>(object).*Get)());
     }
-    Value value{};
-    if (record->command != COMMAND_SET || ReadValue(record, &value) == 0) {
-        return 0;
+    if constexpr (!std::is_null_pointer_v<decltype(Set)>) {
+        Value value{};
+        return record->command == COMMAND_SET && ReadValue(record, &value) != 0 &&
+                       (HolderOf<Set>(object).*Set)(value)
+                   ? 1
+                   : 0;
     }
-    return (HolderOf<Set>(object).*Set)(value) ? 1 : 0;
+    return 0;
 }
 
 // A text as a template argument.
@@ -242,6 +246,10 @@ int WordKeyword(VALUERECORD* record, HOSTINFO* object) {
     return 1;
 }
 
+// A number without effect at present is written as "inactive", and "inactive" read leaves it as it is: the
+// result for such a record, nothing for all others.
+std::optional<int> HandleInactive(VALUERECORD& record, bool isInactive);
+
 // Keywords of every control.
 int FunctionKeyword(VALUERECORD* record, HOSTINFO* object);
 int ConnectionKeyword(VALUERECORD* record, HOSTINFO* object);
@@ -253,6 +261,8 @@ int RelativeModeKeyword(VALUERECORD* record, CONTROLPROPERTIES& control, int& re
 bool HasRoomForOffsets(const CONTROLPROPERTIES& control, std::size_t count);
 // Takes any number or text, keeps nothing and answers nothing.
 int IgnoredKeyword(VALUERECORD* record, HOSTINFO* object);
+// Takes nothing and answers nothing.
+int RefusedKeyword(VALUERECORD* record, HOSTINFO* object);
 
 // For a static_assert behind each table.
 template <std::size_t Count>

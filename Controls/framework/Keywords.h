@@ -63,13 +63,6 @@ struct Keyword {
         more.info.previewItem = item;
         return more;
     }
-    // For a handler that knows more than these words, or takes other forms of them.
-    constexpr Keyword OfWords(const char* words) const {
-        Keyword more = *this;
-        more.info.kind = KeywordKind::Words;
-        more.info.words = words;
-        return more;
-    }
     constexpr Keyword Unit(const char* unit) const {
         Keyword more = *this;
         more.info.unit = unit;
@@ -81,6 +74,19 @@ struct Keyword {
         more.info.hasLimits = true;
         more.info.minimum = minimum;
         more.info.maximum = maximum;
+        return more;
+    }
+    // Words that stand for its values, separated by commas, where the handler takes other texts too.
+    constexpr Keyword OneOf(const char* words) const {
+        Keyword more = *this;
+        more.info.kind = KeywordKind::Words;
+        more.info.words = words;
+        return more;
+    }
+    // What the control writes into panel files by itself and never takes from them.
+    constexpr Keyword OnlyWritten() const {
+        Keyword more = *this;
+        more.info.isOnlyWritten = true;
         return more;
     }
     constexpr Keyword AsTyped() const {
@@ -179,7 +185,7 @@ constexpr KeywordKind KindOf() {
 }
 
 // Value Class::Get() const and bool Class::Set(Value); Value is int, float or std::string. Set says whether
-// it took the value.
+// it took the value; it is nullptr for what can only be read.
 template <auto Get, auto Set>
 constexpr Keyword Property(const char* name) {
     using Value =
@@ -194,6 +200,15 @@ constexpr Keyword Property(const char* name, KeywordKind kind) {
     keyword.info.kind = kind;
     keyword.row.flags |= flags;
     return keyword;
+}
+// The same for records of text alone.
+template <auto Get, auto Set>
+constexpr Keyword TextProperty(const char* name, KeywordKind kind = KeywordKind::Text) {
+    return Row(name, kind, TextOnly<PropertyKeyword<Get, Set, std::string>>);
+}
+// What stands in the table and takes and answers nothing.
+constexpr Keyword Refused(const char* name) {
+    return Row(name, KeywordKind::Text, RefusedKeyword);
 }
 // One of several words, "max,avg": a member that is the number of the word, an integer or an enumeration.
 template <FixedText Allowed, auto Member, auto Changed = nullptr>
@@ -224,9 +239,9 @@ template <auto Member, auto Changed = nullptr>
 constexpr Keyword Number(const char* name) {
     return Row(name, KeywordKind::Number, NotifyingIf<FloatKeyword<Member>, Changed>());
 }
-template <auto Member, std::size_t MaximumLength = TEXT_SIZE - 1>
+template <auto Member, std::size_t MaximumLength = TEXT_SIZE - 1, auto Changed = nullptr>
 constexpr Keyword Text(const char* name) {
-    return Row(name, KeywordKind::Text, TextKeyword<Member, MaximumLength>);
+    return Row(name, KeywordKind::Text, NotifyingIf<TextKeyword<Member, MaximumLength>, Changed>());
 }
 // A property line for later.
 template <auto Member, std::size_t MaximumLength = TEXT_SIZE - 1>
@@ -273,3 +288,6 @@ inline constexpr Keyword LAYER_KEYWORD =
         .Says("Layers it is shown on, `u1` to `u64`, joined by `,`; empty for all. Saved unless empty.");
 inline constexpr Keyword LEVEL_KEYWORD =
     Row("level", KeywordKind::Text, LayerKeyword).Says("Another name of `layer`.");
+// The default value of a control that has none.
+inline constexpr Keyword NO_VALUE_KEYWORD =
+    Row(" ", KeywordKind::Text, nullptr).Says("Nothing; it can be neither set nor read.");

@@ -35,5 +35,7 @@ private:
 
 } // namespace
 
-extern const ControlImplementation messagingControl{
-    .create = CreatePlainInterface, .procedure = InterfaceProc, .share = SharePicture<MailResources>};
+extern const ControlImplementation messagingControl{.create = CreatePlainInterface,
+                                                    .procedure = InterfaceProc,
+                                                    .purpose = "Sender of mail.",
+                                                    .share = SharePicture<MailResources>};

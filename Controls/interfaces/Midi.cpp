@@ -15,7 +15,7 @@
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
-#include <cstring>
+#include <string>
 #include <string_view>
 
 namespace {
@@ -40,18 +40,19 @@ constexpr DWORD LONGEST_PASS = 250;
 class MIDIPROPERTIES : public INTERFACEPROPERTIES {
 public:
     ~MIDIPROPERTIES() override;
-    const KEYWORDROW* GetHostinfoTable() override;
+    KeywordList Keywords() const override;
     void SetDefaults() override;
     SIZE SizeWithoutPicture() const override { return {300, 50}; }
-    bool IsOnlyWritten(std::string_view keyword) const override {
-        return keyword.size() == 10 && keyword.starts_with("chan") && keyword.ends_with("value") &&
-               keyword[4] >= '1' && keyword[4] < '1' + static_cast<int>(logic::PITCH_BEND_CHANNELS);
-    }
     void Poll() override; // sends what has changed, lowest channel first
     void Draw(HDC dc, const RECT& client) const override;
 
-    // "IN: name, OUT: name". Returns 0, and changes nothing, when the text is not of that form.
-    int ChooseDevices(const char* text);
+    template <unsigned Channel>
+    int ChannelKeyword(VALUERECORD& record) {
+        return HandleChannel(Channel, record);
+    }
+    int RunKeyword(VALUERECORD& record);
+    // "IN: name, OUT: name". False, and nothing changed, when the text is not of that form.
+    bool ChooseDevices(const std::string& text);
     std::string DeviceNames() const;
     void SetValue(unsigned channel, int value);
     // Other values than OPEN_PORTS and CLOSE_PORTS do nothing.
@@ -70,6 +71,7 @@ public:
     MIDIOUTCAPSA outputCapabilities{};
 
 private:
+    int HandleChannel(unsigned channel, VALUERECORD& record);
     DWORD_PTR Instance() { return reinterpret_cast<DWORD_PTR>(this); } // by which drivers know it
     void OpenPorts();
     // Both may end with the control destroyed.
@@ -80,13 +82,42 @@ private:
     FontProperty font_;
 };
 
-// Keyword handlers
+// Keywords
 
 namespace {
 
-MIDIPROPERTIES& Midi(HOSTINFO* object) {
-    return *static_cast<MIDIPROPERTIES*>(object);
+template <unsigned Channel>
+constexpr Keyword ChannelValue(const char* name) {
+    return Handled<&MIDIPROPERTIES::ChannelKeyword<Channel>>(name, KeywordKind::Integer)
+        .Saved()
+        .OnlyWritten();
 }
+
+constexpr KeywordTable KEYWORDS({
+    NO_VALUE_KEYWORD,
+    ChannelValue<0>("chan1value")
+        .Says("Value of channel 1, 0 to 2039, rounded and limited to that. Set as a number by whoever is "
+              "connected to it; a text is refused, and so is the line of a panel file."),
+    ChannelValue<1>("chan2value").Says("Value of channel 2, as `chan1value`."),
+    ChannelValue<2>("chan3value").Says("Value of channel 3, as `chan1value`."),
+    ChannelValue<3>("chan4value").Says("Value of channel 4, as `chan1value`."),
+    ChannelValue<4>("chan5value").Says("Value of channel 5, as `chan1value`."),
+    ChannelValue<5>("chan6value").Says("Value of channel 6, as `chan1value`."),
+    ChannelValue<6>("chan7value").Says("Value of channel 7, as `chan1value`."),
+    ChannelValue<7>("chan8value").Says("Value of channel 8, as `chan1value`."),
+    Refused("connection").Says("Refused: others connect to the values."),
+    TextProperty<&MIDIPROPERTIES::DeviceNames, &MIDIPROPERTIES::ChooseDevices>("driver").Saved().Says(
+        "Names of the input and the output port. Every device whose name occurs in the text is chosen, the "
+        "last one counts; shown is the name of the last device there is, or none when none was chosen. "
+        "Counts when the ports are opened next."),
+    INTERVAL_KEYWORD.Says(
+        "Least number of milliseconds from one pass that sends changed values to the next."),
+    LAYER_KEYWORD,
+    // Behind the driver: a panel chooses its devices, then opens them.
+    Handled<&MIDIPROPERTIES::RunKeyword>("run", KeywordKind::Integer)
+        .Saved()
+        .Says("1 opens the ports, 0 closes them; 0 after an input that could not be opened."),
+});
 
 int AnswerChannel(VALUERECORD* record, std::uint16_t value) {
     if (record->data == nullptr) {
@@ -111,75 +142,44 @@ int AnswerChannel(VALUERECORD* record, std::uint16_t value) {
     }
 }
 
+} // namespace
+
+KeywordList MIDIPROPERTIES::Keywords() const {
+    return KEYWORDS.List();
+}
+
 // Deliberately, a set answers 0 even when the value was taken, and texts are not taken, those of a panel file
 // included: the values are what the present panel and the present input make them.
-template <unsigned Channel>
-int ChannelKeyword(VALUERECORD* record, HOSTINFO* object) {
-    MIDIPROPERTIES& midi = Midi(object);
-    if (record->command == COMMAND_GET) {
-        return AnswerChannel(record, midi.values[Channel].load(std::memory_order_relaxed));
+int MIDIPROPERTIES::HandleChannel(unsigned channel, VALUERECORD& record) {
+    if (record.command == COMMAND_GET) {
+        return AnswerChannel(&record, values[channel].load(std::memory_order_relaxed));
     }
-    if (record->command != COMMAND_SET) {
+    if (record.command != COMMAND_SET) {
         return 0;
     }
     int integer = 0;
     float number = 0;
-    if (record->datatype == DATATYPE_INTEGER && a_ReadInteger(record, &integer) != 0) {
-        midi.SetValue(Channel, integer);
-    } else if (record->datatype == DATATYPE_FLOAT && a_ReadFloat(record, &number) != 0) {
-        midi.SetValue(Channel, logic::RoundPitchBend(number));
+    if (record.datatype == DATATYPE_INTEGER && a_ReadInteger(&record, &integer) != 0) {
+        SetValue(channel, integer);
+    } else if (record.datatype == DATATYPE_FLOAT && a_ReadFloat(&record, &number) != 0) {
+        SetValue(channel, logic::RoundPitchBend(number));
     }
     return 0;
 }
 
-int DriverKeyword(VALUERECORD* record, HOSTINFO* object) {
-    MIDIPROPERTIES& midi = Midi(object);
-    if (record->command == COMMAND_GET) {
-        return a_AnswerText(record, midi.DeviceNames().c_str());
-    }
-    const auto text = TextToSet(record);
-    return text ? midi.ChooseDevices(text->c_str()) : 0;
-}
-
-int RunKeyword(VALUERECORD* record, HOSTINFO* object) {
-    MIDIPROPERTIES& midi = Midi(object);
-    if (record->command == COMMAND_GET) {
-        return a_AnswerInteger(record, midi.running);
+int MIDIPROPERTIES::RunKeyword(VALUERECORD& record) {
+    if (record.command == COMMAND_GET) {
+        return a_AnswerInteger(&record, running);
     }
     int action = 0;
-    if (record->command != COMMAND_SET || record->datatype == DATATYPE_FLOAT ||
-        a_ReadInteger(record, &action) == 0) {
+    if (record.command != COMMAND_SET || record.datatype == DATATYPE_FLOAT ||
+        a_ReadInteger(&record, &action) == 0) {
         return 0;
     }
-    if (midi.running != (action != 0 ? 1 : 0)) {
-        midi.SwitchPorts(action);
+    if (running != (action != 0 ? 1 : 0)) {
+        SwitchPorts(action);
     }
     return 1;
-}
-
-constexpr KEYWORDROW KEYWORDS[] = {
-    {" ", nullptr, 0}, // no value of the control as a whole
-    {"chan1value", ChannelKeyword<0>, KEYWORD_SAVED},
-    {"chan2value", ChannelKeyword<1>, KEYWORD_SAVED},
-    {"chan3value", ChannelKeyword<2>, KEYWORD_SAVED},
-    {"chan4value", ChannelKeyword<3>, KEYWORD_SAVED},
-    {"chan5value", ChannelKeyword<4>, KEYWORD_SAVED},
-    {"chan6value", ChannelKeyword<5>, KEYWORD_SAVED},
-    {"chan7value", ChannelKeyword<6>, KEYWORD_SAVED},
-    {"chan8value", ChannelKeyword<7>, KEYWORD_SAVED},
-    {"connection", RefusedKeyword, 0},
-    {"driver", TextOnly<DriverKeyword>, KEYWORD_SAVED},
-    {"interval", IntervalKeyword, KEYWORD_SAVED},
-    {"layer", LayerKeyword, 0},
-    {"run", RunKeyword, KEYWORD_SAVED}, // behind the driver: a panel chooses its devices, then opens them
-    {},
-};
-static_assert(KeywordsAreUnique(KEYWORDS));
-
-} // namespace
-
-const KEYWORDROW* MIDIPROPERTIES::GetHostinfoTable() {
-    return KEYWORDS;
 }
 
 // Devices
@@ -190,7 +190,7 @@ namespace {
 // whichever of them has been found; and its name is looked for in the whole text, which names input and
 // output.
 template <class Capabilities>
-void ChooseDevice(const char* text, UINT count,
+void ChooseDevice(const std::string& text, UINT count,
                   MMRESULT(WINAPI* fetch)(UINT_PTR device, Capabilities* capabilities, UINT size),
                   const char* function, UINT& chosen, Capabilities& capabilities) {
     bool found = false;
@@ -204,7 +204,7 @@ void ChooseDevice(const char* text, UINT count,
         char* name = capabilities.szPname;
         name[sizeof capabilities.szPname - 1] = '\0';
         TRACE("%d %s\n", static_cast<int>(device), name);
-        if (std::strstr(text, name) != nullptr) {
+        if (text.find(name) != std::string::npos) {
             chosen = device;
             found = true;
         }
@@ -244,16 +244,16 @@ bool NamesDevices(std::string_view text) {
 
 } // namespace
 
-int MIDIPROPERTIES::ChooseDevices(const char* text) {
+bool MIDIPROPERTIES::ChooseDevices(const std::string& text) {
     if (!NamesDevices(text)) {
-        return 0;
+        return false;
     }
     ChooseDevice(text, midiOutGetNumDevs(), midiOutGetDevCapsA, "midiOutGetDevCaps", outputDevice,
                  outputCapabilities);
     ChooseDevice(text, midiInGetNumDevs(), midiInGetDevCapsA, "midiInGetDevCaps", inputDevice,
                  inputCapabilities);
     Redraw();
-    return 1;
+    return true;
 }
 
 std::string MIDIPROPERTIES::DeviceNames() const {
@@ -392,6 +392,10 @@ public:
 
 } // namespace
 
-extern const ControlImplementation midiControl{.create = CreateProperties<MIDIPROPERTIES>,
-                                               .procedure = InterfaceProc,
-                                               .share = SharePicture<MidiPicture>};
+extern const ControlImplementation midiControl{
+    .create = CreateProperties<MIDIPROPERTIES>,
+    .procedure = InterfaceProc,
+    .purpose =
+        "Eight values that are sent to, and received from, MIDI ports as pitch bends on the channels 1 to "
+        "8. See [interface controls](interface-controls.md#midi).",
+    .share = SharePicture<MidiPicture>};

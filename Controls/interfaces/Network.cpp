@@ -20,12 +20,14 @@ class NETWORKPROPERTIES : public INTERFACEPROPERTIES {
 public:
     ~NETWORKPROPERTIES() override { Disconnect(); }
 
-    const KEYWORDROW* GetHostinfoTable() override;
+    KeywordList Keywords() const override;
     int DefaultInterval() const override { return 60000; }
     void Created() override;
     void Destroying() override { Disconnect(); }
     LRESULT OnMessage(WPARAM, LPARAM) override { return 0; }
     void ServeCalls() override;
+
+    int CanKeyword(VALUERECORD& record);
 
     const std::shared_ptr<CanChannel> can = std::make_shared<CanChannel>();
 
@@ -35,42 +37,45 @@ private:
     std::unique_ptr<Worker<TerminalServer>> server_;
 };
 
+// Keywords
+
 namespace {
 
+constexpr KeywordTable KEYWORDS({
+    NO_VALUE_KEYWORD,
+    Handled<&NETWORKPROPERTIES::CanKeyword>("can", KeywordKind::Text)
+        .Flagged(KEYWORD_CLOSED)
+        .Says("Host and port, joined by `:`, that a connection to a CAN interface is made to, whose records "
+              "are "
+              "described on the trace; empty ends it. Not kept."),
+    Refused("connection").Says("Refused; the terminal reaches every object by name."),
+    INTERVAL_KEYWORD.Says("Kept in milliseconds; nothing happens when it has passed."),
+    LAYER_KEYWORD,
+    Refused("value").Says("Refused."),
+});
+
+} // namespace
+
+KeywordList NETWORKPROPERTIES::Keywords() const {
+    return KEYWORDS.List();
+}
+
 // Connects the CAN channel to a host and port; empty closes it. Never answered.
-int CanKeyword(VALUERECORD* record, HOSTINFO* object) {
-    const auto text = TextToSet(record);
+int NETWORKPROPERTIES::CanKeyword(VALUERECORD& record) {
+    const auto text = TextToSet(&record);
     if (!text) {
         return 0;
     }
-    CanChannel& can = *static_cast<NETWORKPROPERTIES*>(object)->can;
     if (text->empty()) {
-        can.Close();
+        can->Close();
         return 1;
     }
     const auto target = logic::ParseHostPort(*text);
     if (!target) {
         return 0;
     }
-    can.Connect(*target);
+    can->Connect(*target);
     return 1;
-}
-
-constexpr KEYWORDROW KEYWORDS[] = {
-    {" ", nullptr, 0},
-    {"can", CanKeyword, KEYWORD_CLOSED},
-    {"connection", RefusedKeyword, 0},
-    {"interval", IntervalKeyword, KEYWORD_SAVED},
-    {"layer", LayerKeyword, 0},
-    {"value", RefusedKeyword, 0},
-    {},
-};
-static_assert(KeywordsAreUnique(KEYWORDS));
-
-} // namespace
-
-const KEYWORDROW* NETWORKPROPERTIES::GetHostinfoTable() {
-    return KEYWORDS;
 }
 
 void NETWORKPROPERTIES::Created() {
@@ -117,6 +122,10 @@ private:
 
 } // namespace
 
-extern const ControlImplementation networkControl{.create = CreateProperties<NETWORKPROPERTIES>,
-                                                  .procedure = InterfaceProc,
-                                                  .share = SharePicture<NetworkResources>};
+extern const ControlImplementation networkControl{
+    .create = CreateProperties<NETWORKPROPERTIES>,
+    .procedure = InterfaceProc,
+    .purpose =
+        "Terminal server on TCP port 23 through which properties are set by [typed lines](terminal.md), "
+        "and trace of a CAN interface. Seen only while the panel is edited.",
+    .share = SharePicture<NetworkResources>};

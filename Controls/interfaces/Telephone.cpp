@@ -38,7 +38,7 @@ void CALLBACK LineCallback(DWORD device, DWORD message, DWORD_PTR instance, DWOR
 class TELEPHONEPROPERTIES : public INTERFACEPROPERTIES {
 public:
     ~TELEPHONEPROPERTIES() override { CloseLine(); }
-    const KEYWORDROW* GetHostinfoTable() override;
+    KeywordList Keywords() const override;
     int DefaultInterval() const override { return 60000; }
     void Created() override;
     void Destroying() override { CloseLine(); }
@@ -60,24 +60,22 @@ private:
     std::unique_ptr<Worker<DataConnection>> connection_;
 };
 
-// Keyword table
+// Keywords
 
 namespace {
 
-constexpr KEYWORDROW KEYWORDS[] = {
-    {" ", nullptr, 0},
-    {"connection", RefusedKeyword, 0},
-    {"interval", IntervalKeyword, KEYWORD_SAVED},
-    {"layer", LayerKeyword, 0},
-    {"value", RefusedKeyword, 0},
-    {},
-};
-static_assert(KeywordsAreUnique(KEYWORDS));
+constexpr KeywordTable KEYWORDS({
+    NO_VALUE_KEYWORD,
+    Refused("connection").Says("Refused: the caller reaches every object by its name."),
+    INTERVAL_KEYWORD.Says("Milliseconds; kept and without effect."),
+    LAYER_KEYWORD,
+    Refused("value").Says("Refused: there is none."),
+});
 
 } // namespace
 
-const KEYWORDROW* TELEPHONEPROPERTIES::GetHostinfoTable() {
-    return KEYWORDS;
+KeywordList TELEPHONEPROPERTIES::Keywords() const {
+    return KEYWORDS.List();
 }
 
 void TELEPHONEPROPERTIES::Created() {
@@ -269,4 +267,9 @@ void CALLBACK LineCallback(DWORD device, DWORD message, DWORD_PTR instance, DWOR
 } // namespace
 
 extern const ControlImplementation telephoneControl{
-    .create = CreateProperties<TELEPHONEPROPERTIES>, .procedure = InterfaceProc, .share = SharePicture<>};
+    .create = CreateProperties<TELEPHONEPROPERTIES>,
+    .procedure = InterfaceProc,
+    .purpose =
+        "Answers data calls on a modem and lets the caller set properties at a terminal. See [interface "
+        "controls](interface-controls.md#telephone).",
+    .share = SharePicture<>};

@@ -18,11 +18,14 @@ constexpr DWORD THREAD_EXIT_CODE = 14;
 
 class WAVEGENERATORPROPERTIES : public INTERFACEPROPERTIES {
 public:
-    const KEYWORDROW* GetHostinfoTable() override;
+    KeywordList Keywords() const override;
     void Destroying() override { tone.End(); }
-    bool IsOnlyWritten(std::string_view keyword) const override {
-        return keyword == "filename" || keyword == "format";
-    }
+
+    int DurationKeyword(VALUERECORD& record);
+    std::string FileName() const { return ".\\Temp\\wave.wav"; }
+    std::string FormatText() const;
+    std::string SignalText() const { return logic::FormatSignal({tone->frequency, tone->amplitude}); }
+    bool SetSignal(const std::string& text);
 
     // Starts a generation or has one follow. False when no thread can be started.
     bool Generate(int seconds);
@@ -30,74 +33,72 @@ public:
     Worker<ToneGenerator> tone;
 };
 
-// Keyword handlers
+// Keywords
 
 namespace {
 
-int DurationKeyword(VALUERECORD* record, HOSTINFO* object) {
-    auto& generator = *static_cast<WAVEGENERATORPROPERTIES*>(object);
-    if (record->command == COMMAND_GET) {
-        return record->datatype == DATATYPE_TEXT
-                   ? a_AnswerText(record, logic::FormatDuration(generator.tone->duration).c_str())
-                   : a_AnswerInteger(record, generator.tone->duration);
-    }
-    if (record->command != COMMAND_SET) {
-        return 0;
-    }
-    if (record->datatype == DATATYPE_TEXT) {
-        const auto text = TextToSet(record);
-        const auto seconds = text ? logic::ParseDuration(*text) : std::nullopt;
-        return seconds && generator.Generate(*seconds) ? 1 : 0;
-    }
-    int seconds = 0;
-    return a_ReadInteger(record, &seconds) != 0 && generator.Generate(std::max(seconds, 0)) ? 1 : 0;
-}
-
-int FilenameKeyword(VALUERECORD* record, HOSTINFO*) {
-    return record->command == COMMAND_GET ? a_AnswerText(record, ".\\Temp\\wave.wav") : 0;
-}
-
-int FormatKeyword(VALUERECORD* record, HOSTINFO* object) {
-    const auto& generator = *static_cast<WAVEGENERATORPROPERTIES*>(object);
-    const std::string text = logic::FormatFloat(generator.tone->sampleRate) + " Hz," +
-                             std::to_string(generator.tone->bitsPerSample) + "bit,Stereo";
-    return record->command == COMMAND_GET ? a_AnswerText(record, text.c_str()) : 0;
-}
-
-int SignalKeyword(VALUERECORD* record, HOSTINFO* object) {
-    auto& generator = *static_cast<WAVEGENERATORPROPERTIES*>(object);
-    if (record->command == COMMAND_GET) {
-        return a_AnswerText(
-            record, logic::FormatSignal({generator.tone->frequency, generator.tone->amplitude}).c_str());
-    }
-    const auto text = TextToSet(record);
-    const auto signal = text ? logic::ParseSignal(*text, generator.tone->amplitude) : std::nullopt;
-    if (!signal) {
-        return 0;
-    }
-    generator.tone->frequency = signal->frequency;
-    generator.tone->amplitude = signal->amplitude;
-    return 1;
-}
-
-constexpr KEYWORDROW KEYWORDS[] = {
-    {" ", nullptr, 0},
-    {"connection", RefusedKeyword, 0},
-    {"duration", DurationKeyword, KEYWORD_SAVED | KEYWORD_RECORDING},
-    {"filename", TextOnly<FilenameKeyword>, KEYWORD_SAVED | KEYWORD_FILE},
-    {"format", TextOnly<FormatKeyword>, KEYWORD_SAVED},
-    {"interval", IntervalKeyword, KEYWORD_SAVED},
-    {"layer", LayerKeyword, 0},
-    {"signal", TextOnly<SignalKeyword>, KEYWORD_SAVED},
-    {"value", RefusedKeyword, 0},
-    {},
-};
-static_assert(KeywordsAreUnique(KEYWORDS));
+constexpr KeywordTable KEYWORDS({
+    NO_VALUE_KEYWORD,
+    Refused("connection").Says("Nothing; a wave generator takes no connections."),
+    Handled<&WAVEGENERATORPROPERTIES::DurationKeyword>("duration", KeywordKind::Text)
+        .Saved()
+        .Flagged(KEYWORD_RECORDING)
+        .Says("Length of the tone, minutes and seconds, such as `2:05`; `0:00 min` when nothing is being "
+              "written "
+              "any more. Setting it starts the writing; as a whole number it is seconds."),
+    TextProperty<&WAVEGENERATORPROPERTIES::FileName, nullptr>("filename", KeywordKind::File)
+        .Saved()
+        .OnlyWritten()
+        .Says("The file that is written, in the application folder; it can only be read."),
+    TextProperty<&WAVEGENERATORPROPERTIES::FormatText, nullptr>("format").Saved().OnlyWritten().Says(
+        "Format of the file; it can only be read."),
+    INTERVAL_KEYWORD.Says("Taken and kept."),
+    LAYER_KEYWORD,
+    TextProperty<&WAVEGENERATORPROPERTIES::SignalText, &WAVEGENERATORPROPERTIES::SetSignal>("signal")
+        .Saved()
+        .Says(
+            "Frequency in Hz and peak sample value, 0 to 32767, such as `440 Hz,20000`; without the value it "
+            "stays as it is; anything else is refused. The frequency counts from the next tone on, the value "
+            "at once."),
+    Refused("value").Says("Nothing; it can be neither set nor read."),
+});
 
 } // namespace
 
-const KEYWORDROW* WAVEGENERATORPROPERTIES::GetHostinfoTable() {
-    return KEYWORDS;
+KeywordList WAVEGENERATORPROPERTIES::Keywords() const {
+    return KEYWORDS.List();
+}
+
+int WAVEGENERATORPROPERTIES::DurationKeyword(VALUERECORD& record) {
+    if (record.command == COMMAND_GET) {
+        return record.datatype == DATATYPE_TEXT
+                   ? a_AnswerText(&record, logic::FormatDuration(tone->duration).c_str())
+                   : a_AnswerInteger(&record, tone->duration);
+    }
+    if (record.command != COMMAND_SET) {
+        return 0;
+    }
+    if (record.datatype == DATATYPE_TEXT) {
+        const auto text = TextToSet(&record);
+        const auto seconds = text ? logic::ParseDuration(*text) : std::nullopt;
+        return seconds && Generate(*seconds) ? 1 : 0;
+    }
+    int seconds = 0;
+    return a_ReadInteger(&record, &seconds) != 0 && Generate(std::max(seconds, 0)) ? 1 : 0;
+}
+
+std::string WAVEGENERATORPROPERTIES::FormatText() const {
+    return logic::FormatFloat(tone->sampleRate) + " Hz," + std::to_string(tone->bitsPerSample) + "bit,Stereo";
+}
+
+bool WAVEGENERATORPROPERTIES::SetSignal(const std::string& text) {
+    const auto signal = logic::ParseSignal(text, tone->amplitude);
+    if (!signal) {
+        return false;
+    }
+    tone->frequency = signal->frequency;
+    tone->amplitude = signal->amplitude;
+    return true;
 }
 
 bool WAVEGENERATORPROPERTIES::Generate(int seconds) {
@@ -113,5 +114,7 @@ bool WAVEGENERATORPROPERTIES::Generate(int seconds) {
     return false;
 }
 
-extern const ControlImplementation waveGeneratorControl{
-    .create = CreateProperties<WAVEGENERATORPROPERTIES>, .procedure = InterfaceProc, .share = SharePicture<>};
+extern const ControlImplementation waveGeneratorControl{.create = CreateProperties<WAVEGENERATORPROPERTIES>,
+                                                        .procedure = InterfaceProc,
+                                                        .purpose = "Writes a sine tone into a wave file.",
+                                                        .share = SharePicture<>};

@@ -162,14 +162,14 @@ constexpr KeywordTable KEYWORDS({
     RECORD.Named(" ").Says(
         "The same as `value`, but a text is refused: it was meant for a keyword that there is not."),
     Handled<&EQPROPERTIES::BandwidthKeyword>("bw", KeywordKind::Words)
-        .OfWords("q,bw")
+        .OneOf("q,bw")
         .Label("Q or bandwidth")
         .Items(IDC_EQ_BANDWIDTH)
         .Says("`bw`: shows and edits bandwidth in octaves; `q`, or any word that does not begin with b: Q."),
     CONNECTION_KEYWORD,
     Handled<&EQPROPERTIES::DatatypeKeyword>("datatype", KeywordKind::Words)
         .Saved()
-        .OfWords("mastereq,channeleq")
+        .OneOf("mastereq,channeleq")
         .Label("Equalizer")
         .Items(IDC_EQ_DATATYPE)
         .Says("`channeleq`: a band of a channel; `mastereq`, or anything else: of a master equaliser, which "

@@ -26,4 +26,4 @@ std::unique_ptr<SharedResources> Share(const ControlClass& controlClass, HINSTAN
 } // namespace
 
 extern const ControlImplementation miniDelayControl{
-    .create = CreateMiniView, .procedure = CommonProc, .share = Share};
+    .create = CreateMiniView, .procedure = CommonProc, .purpose = "Small view of a delay.", .share = Share};

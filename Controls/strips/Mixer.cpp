@@ -2,76 +2,21 @@
 // two lamps, a value, a name field and a label - and configures them by property lines, as a panel file
 // would. It draws only the background with the fader's scale. Geometry in pixels, levels in dB.
 
-#include "Controls/dialog/ParameterDialog.h"
-#include "Controls/framework/Control.h"
+#include "Controls/drawing/FontProperty.h"
+#include "Controls/families/Strip.h"
 #include "Controls/framework/Keywords.h"
 #include "Controls/resources/resource.h"
 #include "base/Gdi.h"
 
-#include <algorithm>
-#include <memory>
+#include <span>
+#include <string>
 
 namespace {
 
 constexpr int STRIP_WIDTH = 48;
 constexpr int STRIP_HEIGHT = 252;
 constexpr COLORREF STRIP_COLOUR = RGB(153, 153, 153);
-constexpr LRESULT DIALOG_CODE = DLGC_WANTARROWS | DLGC_WANTALLKEYS;
-
-// What the background of a strip shows.
-struct StripLook {
-    bool isInput = true; // the scale ends at 0 dB; otherwise at +18 dB
-    bool hasPan = false;
-
-    bool operator==(const StripLook&) const = default;
-};
-
-class StripBackground;
-
-} // namespace
-
-class MIXERPROPERTIES : public CONTROLPROPERTIES {
-public:
-    const KEYWORDROW* GetHostinfoTable() override;
-    void SetDefaults() override;
-    void Destroying() override { a_DestroyChildWindows(this); }
-    void Draw(HDC dc, const RECT& client) const override;
-    void Poll() override;
-    LRESULT OnUpdate(WPARAM wParam, LPARAM lParam) override;
-
-    void SetInput(bool input);
-    void ShowPan(bool shown);
-    void LookChanged();
-
-    StripLook look;
-    HWND fader = nullptr; // level
-    HWND pan = nullptr;
-    std::shared_ptr<const StripBackground> background; // the same for all strips of that look
-    FontProperty textFont;
-    FontProperty scaleFont;
-
-private:
-    bool PassLevelOn();
-
-    float level_ = 0; // of the fader, as last exchanged with the functions
-};
-
-// Children
-
-namespace {
-
-constexpr int MAXIMUM_LINES = 9;
 constexpr DWORD FIELD_STYLE = ES_AUTOHSCROLL | WS_TABSTOP;
-
-struct StripChild {
-    const char* className;
-    const char* name;
-    RECT place; // left, top, width, height
-    INT_PTR id;
-    const char* lines[MAXIMUM_LINES];
-    DWORD style = WS_VISIBLE;
-    DWORD extendedStyle = 0;
-};
 
 constexpr const char* LEVEL_FADER = "Fader";
 constexpr const char* PAN_FADER = "Stereo";
@@ -136,116 +81,118 @@ constexpr StripChild CHILDREN[] = {
      WS_TABSTOP}, // hidden until the strip is a stereo one
 };
 
-// The lines are the child's defaults and no changes to the panel.
-void Load(HWND child, const char* line) {
-    SendMessageA(child, CWM_LOAD, LOAD_FROM_FILE, reinterpret_cast<LPARAM>(line));
-}
+// What the modes make of them.
+constexpr StripChange AS_INPUT[] = {{LEVEL_FADER, "properties=-80,0"}};
+constexpr StripChange AS_OUTPUT[] = {{LEVEL_FADER, "properties=-80,18"}};
+constexpr StripChange AS_MONO[] = {{.child = PAN_FADER, .show = SW_HIDE}};
+constexpr StripChange AS_STEREO[] = {{.child = PAN_FADER, .show = SW_SHOWNA}};
 
-HWND CreateChild(const StripChild& child, MIXERPROPERTIES& strip) {
-    HOSTINFO* context = &strip;
-    HWND made = CreateWindowExA(child.extendedStyle, child.className, child.name, WS_CHILD | child.style,
-                                child.place.left, child.place.top, child.place.right, child.place.bottom,
-                                strip.window, reinterpret_cast<HMENU>(child.id), ModuleInstance(), context);
-    for (const char* line : child.lines) {
-        if (line != nullptr) {
-            Load(made, line);
-        }
+} // namespace
+
+class MIXERPROPERTIES : public STRIPPROPERTIES {
+public:
+    KeywordList Keywords() const override;
+    void SetDefaults() override;
+    void Poll() override;
+    LRESULT OnUpdate(WPARAM wParam, LPARAM lParam) override;
+
+    std::span<const StripChild> Children() const override { return CHILDREN; }
+    SIZE StripSize() const override { return {STRIP_WIDTH, STRIP_HEIGHT}; }
+    int Look() const override { return (isInput ? 1 : 0) + (hasPan ? 2 : 0); }
+    void DrawBackground(HDC dc) const override;
+
+    // The level, as the fader has it or is to have it.
+    int ExchangeLevel(int command, int datatype, void* data) const {
+        return SendToChild(LEVEL_FADER, command, datatype, data);
     }
-    return made;
-}
-
-// The level as the fader has it, or is to have it.
-int ExchangeLevel(HWND fader, int command, int datatype, void* data) {
-    if (a_FromWindow(fader) == nullptr) { // deleted while the panel was edited
-        return 0;
+    int LevelKeyword(VALUERECORD& record) {
+        return ExchangeLevel(record.command, record.datatype, record.data);
     }
-    VALUERECORD record{command, 0, datatype, 0, data, nullptr, 0};
-    return static_cast<int>(SendMessageA(fader, CWM_MESSAGE, 0, reinterpret_cast<LPARAM>(&record)));
-}
+    std::string ModeText() const { return isInput ? "input" : "output"; }
+    bool SetMode(const std::string& text);
+    std::string StereoText() const { return hasPan ? "yes" : "no"; }
+    bool SetStereo(const std::string& text);
 
-// Keyword handlers
+    bool isInput = true; // the scale ends at 0 dB; otherwise at +18 dB
+    bool hasPan = false;
 
-MIXERPROPERTIES& Strip(HOSTINFO* object) {
-    return *static_cast<MIXERPROPERTIES*>(object);
-}
+private:
+    bool PassLevelOn();
 
-// The value of the strip is its level.
-int ValueKeyword(VALUERECORD* record, HOSTINFO* object) {
-    return ExchangeLevel(Strip(object).fader, record->command, record->datatype, record->data);
-}
+    float level_ = 0; // of the fader, as last exchanged with the functions
+    FontProperty scaleFont_;
+};
+
+// Keywords
+
+namespace {
+
+constexpr Keyword VALUE = Handled<&MIXERPROPERTIES::LevelKeyword>("value", KeywordKind::Number)
+                              .Says("The level in dB, that of the child `Fader`.");
+
+constexpr KeywordTable KEYWORDS({
+    VALUE.AsDefault(),
+    CONNECTION_KEYWORD,
+    FUNCTION_KEYWORD,
+    INTERVAL_KEYWORD.Label("Polling interval in ms").Items(IDC_INTERVAL),
+    LAYER_KEYWORD,
+    LEVEL_KEYWORD,
+    Property<&MIXERPROPERTIES::ModeText, &MIXERPROPERTIES::SetMode>("mode")
+        .Saved()
+        .Label("Mode")
+        .Items(IDC_MODE)
+        .OneOf("input,output")
+        .Says("`input`: the level goes from -80 to 0 dB; anything else is `output`: from -80 to 18 dB."),
+    Property<&MIXERPROPERTIES::StereoText, &MIXERPROPERTIES::SetStereo>("stereo")
+        .Saved()
+        .Label("Pan fader (stereo)")
+        .Items(IDC_STEREO)
+        .OneOf("no,yes")
+        .Says("`yes`: the pan fader is shown; anything else is `no`."),
+    VALUE,
+});
 
 bool BeginsWith(const std::string& text, char letter) {
     return !text.empty() && (text.front() == letter || text.front() == letter - 'a' + 'A');
 }
 
-int ModeKeyword(VALUERECORD* record, HOSTINFO* object) {
-    if (record->command == COMMAND_GET) {
-        return a_AnswerText(record, Strip(object).look.isInput ? "input" : "output");
-    }
-    const auto text = TextToSet(record);
-    if (!text) {
-        return 0;
-    }
-    Strip(object).SetInput(BeginsWith(*text, 'i'));
-    return 1;
-}
-
-int StereoKeyword(VALUERECORD* record, HOSTINFO* object) {
-    if (record->command == COMMAND_GET) {
-        return a_AnswerText(record, Strip(object).look.hasPan ? "yes" : "no");
-    }
-    const auto text = TextToSet(record);
-    if (!text) {
-        return 0;
-    }
-    Strip(object).ShowPan(BeginsWith(*text, 'y'));
-    return 1;
-}
-
-constexpr KEYWORDROW KEYWORDS[] = {
-    {" ", ValueKeyword, 0},
-    {"connection", ConnectionKeyword, KEYWORD_BINDINGS},
-    {"function", FunctionKeyword, KEYWORD_SAVED | KEYWORD_BINDINGS},
-    {"interval", IntervalKeyword, KEYWORD_SAVED},
-    {"layer", LayerKeyword, 0},
-    {"level", LayerKeyword, 0},
-    {"mode", ModeKeyword, KEYWORD_SAVED},
-    {"stereo", StereoKeyword, KEYWORD_SAVED},
-    {"value", ValueKeyword, 0},
-    {},
-};
-static_assert(KeywordsAreUnique(KEYWORDS));
-
 } // namespace
 
-const KEYWORDROW* MIXERPROPERTIES::GetHostinfoTable() {
-    return KEYWORDS;
+KeywordList MIXERPROPERTIES::Keywords() const {
+    return KEYWORDS.List();
 }
 
-// State
-
-void MIXERPROPERTIES::SetInput(bool input) {
-    if (input == look.isInput) {
-        return;
+bool MIXERPROPERTIES::SetMode(const std::string& text) {
+    if (const bool input = BeginsWith(text, 'i'); input != isInput) {
+        isInput = input;
+        Change(input ? AS_INPUT : AS_OUTPUT);
+        LookChanged();
     }
-    look.isInput = input;
-    Load(fader, input ? "properties=-80,0" : "properties=-80,18");
-    LookChanged();
+    return true;
 }
 
-void MIXERPROPERTIES::ShowPan(bool shown) {
-    if (shown == look.hasPan) {
-        return;
+bool MIXERPROPERTIES::SetStereo(const std::string& text) {
+    if (const bool stereo = BeginsWith(text, 'y'); stereo != hasPan) {
+        hasPan = stereo;
+        Change(stereo ? AS_STEREO : AS_MONO);
+        LookChanged();
     }
-    look.hasPan = shown;
-    ShowWindow(pan, shown ? SW_SHOWNA : SW_HIDE);
-    LookChanged();
+    return true;
+}
+
+// Value
+
+void MIXERPROPERTIES::SetDefaults() {
+    interval = 250;
+    scaleFont_.Load("Small Fonts,5");
+    STRIPPROPERTIES::SetDefaults();
+    ExchangeLevel(COMMAND_GET, DATATYPE_FLOAT, &level_);
 }
 
 // Sends what the fader was moved to. The object may be gone afterwards. False when it was not moved.
 bool MIXERPROPERTIES::PassLevelOn() {
     float level = level_;
-    if (requests.empty() || ExchangeLevel(fader, COMMAND_GET, DATATYPE_FLOAT, &level) == 0) {
+    if (requests.empty() || ExchangeLevel(COMMAND_GET, DATATYPE_FLOAT, &level) == 0) {
         return false;
     }
     level_ = level;
@@ -269,9 +216,9 @@ void MIXERPROPERTIES::Poll() {
     }
     float level = level_;
     const int result = Ask(requests, DATATYPE_FLOAT, &level);
-    if (result == REQUEST_DELIVERED && GetCapture() != fader) {
-        ExchangeLevel(fader, COMMAND_SET, DATATYPE_FLOAT, &level);
-        ExchangeLevel(fader, COMMAND_GET, DATATYPE_FLOAT, &level_); // limited to its range
+    if (result == REQUEST_DELIVERED && GetCapture() != Child(LEVEL_FADER)) {
+        ExchangeLevel(COMMAND_SET, DATATYPE_FLOAT, &level);
+        ExchangeLevel(COMMAND_GET, DATATYPE_FLOAT, &level_); // limited to its range
     }
     ShowPollResult(result);
 }
@@ -280,7 +227,7 @@ void MIXERPROPERTIES::Poll() {
 
 namespace {
 
-void DrawScale(HDC dc, const StripLook& look) {
+void DrawScale(HDC dc, bool isInput) {
     struct Label {
         POINT place;
         const char* text;
@@ -289,20 +236,16 @@ void DrawScale(HDC dc, const StripLook& look) {
         {{8, 115}, "0"}, {{2, 135}, "-20"}, {{2, 154}, "-40"}, {{2, 174}, "-60"}, {{2, 194}, "-80"}};
     static constexpr Label OUTPUT_LABELS[] = {{{2, 115}, "+18"}, {{8, 130}, "0"},   {{2, 146}, "-20"},
                                               {{2, 162}, "-40"}, {{2, 178}, "-60"}, {{2, 194}, "-80"}};
-    const double distance = look.isInput ? 19.63 : 15.63;
+    const double distance = isInput ? 19.63 : 15.63;
     for (double y = 119.0; y <= 210.0; y += distance) {
         MoveToEx(dc, 14, static_cast<int>(y), nullptr);
         LineTo(dc, 18, static_cast<int>(y));
         MoveToEx(dc, 25, static_cast<int>(y), nullptr);
         LineTo(dc, 30, static_cast<int>(y));
     }
-    const auto write = [dc](const Label& label) {
+    const std::span<const Label> labels = isInput ? std::span<const Label>(INPUT_LABELS) : OUTPUT_LABELS;
+    for (const Label& label : labels) {
         TextOutA(dc, label.place.x, label.place.y, label.text, lstrlenA(label.text));
-    };
-    if (look.isInput) {
-        std::for_each(std::begin(INPUT_LABELS), std::end(INPUT_LABELS), write);
-    } else {
-        std::for_each(std::begin(OUTPUT_LABELS), std::end(OUTPUT_LABELS), write);
     }
 }
 
@@ -324,95 +267,28 @@ void DrawLampNames(HDC dc) {
     DrawTextA(dc, "SIG", -1, &signal, CENTRED);
 }
 
-void DrawStrip(HDC dc, const StripLook& look, HFONT font) {
+} // namespace
+
+void MIXERPROPERTIES::DrawBackground(HDC dc) const {
     const RECT all{0, 0, STRIP_WIDTH, STRIP_HEIGHT};
     const Brush ground(CreateSolidBrush(STRIP_COLOUR));
     FillRect(dc, &all, ground.get());
-    const Selected selectedFont(dc, font);
+    const Selected font(dc, scaleFont_.Get());
     const Selected pen(dc, GetStockObject(BLACK_PEN));
     SetBkMode(dc, TRANSPARENT);
     SetTextColor(dc, RGB(0, 0, 0));
     DrawLampNames(dc);
-    DrawScale(dc, look);
-    if (look.hasPan) {
+    DrawScale(dc, isInput);
+    if (hasPan) {
         DrawPanScale(dc);
     }
 }
 
-// A finished background. There are four at most, however many strips.
-class StripBackground {
-public:
-    StripBackground(const StripLook& look, HFONT font)
-        : bitmap_(CreatePixels(STRIP_WIDTH, STRIP_HEIGHT)), dc_(bitmap_.get()) {
-        DrawStrip(dc_.Get(), look, font);
-    }
-
-    HDC Dc() const { return dc_.Get(); }
-
-    static std::shared_ptr<const StripBackground> Get(const StripLook& look, HFONT font) {
-        static std::weak_ptr<const StripBackground> known[2][2];
-        auto& entry = known[look.isInput ? 1 : 0][look.hasPan ? 1 : 0];
-        auto found = entry.lock();
-        if (!found) {
-            found = std::make_shared<StripBackground>(look, font);
-            entry = found;
-        }
-        return found;
-    }
-
-private:
-    Bitmap bitmap_;
-    MemoryDc dc_;
-};
-
-} // namespace
-
-void MIXERPROPERTIES::LookChanged() {
-    background = StripBackground::Get(look, scaleFont.Get());
-    Redraw();
-}
-
-void MIXERPROPERTIES::Draw(HDC dc, const RECT& client) const {
-    BitBlt(dc, 0, 0, client.right, client.bottom, background->Dc(), 0, 0, SRCCOPY);
-}
-
-// Creation
-
-void MIXERPROPERTIES::SetDefaults() {
-    interval = 250;
-    Resize(STRIP_WIDTH, STRIP_HEIGHT);
-    SetWindowLongA(window, GWL_STYLE, GetWindowLongA(window, GWL_STYLE) | WS_CLIPCHILDREN);
-    SetWindowLongA(window, GWL_EXSTYLE, GetWindowLongA(window, GWL_EXSTYLE) | WS_EX_CONTROLPARENT);
-    textFont.Load("ms sans serif,8");
-    scaleFont.Load("Small Fonts,5");
-    for (const StripChild& child : CHILDREN) {
-        const HWND made = CreateChild(child, *this);
-        fader = child.name == LEVEL_FADER ? made : fader;
-        pan = child.name == PAN_FADER ? made : pan;
-    }
-    ExchangeLevel(fader, COMMAND_GET, DATATYPE_FLOAT, &level_);
-    LookChanged();
-}
-
-// Window procedure
-
-namespace {
-
-LRESULT CALLBACK MixerProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    return message == WM_GETDLGCODE ? DIALOG_CODE : CommonProc(window, message, wParam, lParam);
-}
-
-} // namespace
-
-// Parameter dialog and registration
-
-namespace {
-
-constexpr DialogEdit EDITS[] = {{IDC_INTERVAL, "Polling interval", FieldKind::Integer, "interval"}};
-constexpr DialogChoice CHOICES[] = {{IDC_MODE, "mode", "input,output"}, {IDC_STEREO, "stereo", "no,yes"}};
-constexpr ParameterDialog DIALOG{.resource = IDD_MIXER, .edits = EDITS, .choices = CHOICES};
-
-} // namespace
-
 extern const ControlImplementation mixerControl{
-    .create = CreateProperties<MIXERPROPERTIES>, .procedure = MixerProc, .fields = &DIALOG};
+    .create = CreateProperties<MIXERPROPERTIES>,
+    .procedure = StripProc,
+    .purpose =
+        "A channel strip: mute, invert and solo switches, level and pan fader, lamps for clip and signal, a "
+        "value, a name field and a label, all controls of its own inside it (`Strip1*Fader`, `MUTE`, `INV`, "
+        "`SOLO`, `Led0db`, `LedSig`, `Value`, `Edit`, `Label`, `Stereo`).",
+    .dialog = LAID_OUT};
