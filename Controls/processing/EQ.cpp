@@ -426,5 +426,5 @@ extern const ControlImplementation eqControl{
     .procedure = EqProc,
     .purpose = "Editor of one band of an equaliser, 125 by 170 pixels. Its title is the window's text. [What "
                "it takes besides](panel-files.md#equalisers-and-crossovers).",
-    .dialog = LAID_OUT,
+    .dialog = IDD_EQ,
     .share = FilterImages::Share};

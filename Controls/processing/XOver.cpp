@@ -3,6 +3,7 @@
 // a connected control gets all of them as one record. Frequencies are in Hz, gains in dB, interval in
 // milliseconds.
 
+#include "Controls/families/FunctionList.h"
 #include "Controls/families/RecordEditor.h"
 #include "Controls/framework/Control.h"
 #include "Controls/framework/Keywords.h"
@@ -124,21 +125,20 @@ public:
     bool LoadConfiguration(const std::string& wanted);
     template <int slot>
     std::string SlotFunctions() const {
-        return a_BuildString(slotFunctions[slot]);
+        return slots[slot].Text();
     }
     template <int slot>
     bool SetSlotFunctions(const std::string& text) {
-        BINDINGLIST none;
         parts[slot].SetKnown(false);
-        return a_FunctionChanged(text.c_str(), this, slotFunctions[slot], none, slotRequests[slot]) != 0;
+        return slots[slot].Load(*this, text);
     }
 
     std::string configuration;             // name of the file that was loaded last, or is missing
-    BINDINGLIST slotFunctions[SLOT_COUNT]; // of the slots behind the first, which are the base's own
+    FunctionList slots[SLOT_COUNT];        // behind the first, which is the base's own
     int section = HIGH_PASS_TITLE;         // id of the title whose filter has or had the focus last
 
 private:
-    REQUESTLIST slotRequests[SLOT_COUNT]; // without what is connected
+    REQUESTLIST filterRequests; // of the first slot without what is connected
     REQUESTLIST connectedControls;
     bool isLoading = false; // a configuration; what it changes is sent at its end
     UINT filterFormat = 0;
@@ -147,16 +147,16 @@ private:
 
 XOVERPROPERTIES::XOVERPROPERTIES() {
     // A device delivers the filters of the first, a connected control the whole record.
-    parts = {{&requests, &slotRequests[FILTERS], DATATYPE_CROSSOVER,
+    parts = {{&requests, &filterRequests, DATATYPE_CROSSOVER,
               [](Crossover& all) -> void* { return &all; },
               [](Crossover& to, const Crossover& from) { to.filters = from.filters; }},
-             {&slotRequests[GAIN], &slotRequests[GAIN], DATATYPE_FLOAT,
+             {&slots[GAIN].Requests(), &slots[GAIN].Requests(), DATATYPE_FLOAT,
               [](Crossover& all) -> void* { return &all.gain; },
               [](Crossover& to, const Crossover& from) { to.gain = from.gain; }},
-             {&slotRequests[POLARITY_SLOT], &slotRequests[POLARITY_SLOT], DATATYPE_INTEGER,
+             {&slots[POLARITY_SLOT].Requests(), &slots[POLARITY_SLOT].Requests(), DATATYPE_INTEGER,
               [](Crossover& all) -> void* { return &all.polarity; },
               [](Crossover& to, const Crossover& from) { to.polarity = from.polarity; }},
-             {&slotRequests[DELAY], &slotRequests[DELAY], DATATYPE_DELAY,
+             {&slots[DELAY].Requests(), &slots[DELAY].Requests(), DATATYPE_DELAY,
               [](Crossover& all) -> void* { return &all.delay; },
               [](Crossover& to, const Crossover& from) { to.delay = from.delay; }}};
 }
@@ -295,9 +295,9 @@ void XOVERPROPERTIES::SetDefaults() {
     FillList(LOW_PASS_TYPE, logic::crossoverNames);
     FillList(POLARITY, logic::polarities);
     ShowLists(value);
-    a_FollowRequests(this, functions, slotRequests[FILTERS]);
+    a_FollowRequests(this, functions, filterRequests);
     for (const int slot : {GAIN, POLARITY_SLOT, DELAY}) {
-        a_FollowRequests(this, slotFunctions[slot], slotRequests[slot]);
+        slots[slot].Attach(*this);
     }
     a_FollowRequests(this, connections, connectedControls);
 }

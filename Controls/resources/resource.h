@@ -10,13 +10,6 @@
 #define IDD_FADER 113
 #define IDD_KNOB 114
 #define IDD_METER 116
-#define IDD_PUSHBUTTON 130
-#define IDD_SWITCHBUTTON 131
-#define IDD_LED 132
-#define IDD_EDIT 133
-#define IDD_STATIC 134
-#define IDD_XOVER 135
-#define IDD_MIXER 136
 
 /* Items that all of them have. */
 #define IDC_ADVANCED 5
