@@ -3,12 +3,10 @@
 #include "Controls/drawing/BitmapProperty.h"
 #include "Controls/drawing/FontProperty.h"
 #include "Controls/framework/Control.h"
-#include "logic/text/FloatFormat.h"
 #include "logic/text/Numbers.h"
 
 #include <algorithm>
 #include <cstddef>
-#include <cstdio>
 #include <limits>
 #include <optional>
 #include <string>
@@ -60,17 +58,17 @@ int FloatKeyword(VALUERECORD* record, HOSTINFO* object) {
     return record->command == COMMAND_SET ? a_ReadFloat(record, &member) : 0;
 }
 
-// A printf format with one float conversion in a std::string; empty for none. Longer ones than files may hold
-// are refused.
+// Whether it is a printf format with one float conversion, no longer than files may hold, or empty for none.
+bool MayBeFormat(const std::string& text);
+
 template <auto Member>
 int FloatFormatKeyword(VALUERECORD* record, HOSTINFO* object) {
-    constexpr std::size_t maximumLength = 31;
     std::string& member = HolderOf<Member>(object).*Member;
     if (record->command == COMMAND_GET) {
         return a_AnswerText(record, member.c_str());
     }
     const auto text = TextToSet(record);
-    if (!text || text->size() > maximumLength || (!text->empty() && !logic::IsFloatFormat(*text))) {
+    if (!text || !MayBeFormat(*text)) {
         return 0;
     }
     member = *text;
@@ -111,23 +109,43 @@ int FontKeyword(VALUERECORD* record, HOSTINFO* object) {
 
 constexpr COLORREF HIGHEST_COLOUR = 0xFFFFFF;
 
-// A COLORREF as "0x00bbggrr"; read with or without 0x. What is no colour of three bytes is refused.
+// A colour as "0x00bbggrr"; read with or without 0x. What is no colour of three bytes is nothing.
+std::string ColourText(COLORREF colour);
+std::optional<COLORREF> ParseColour(std::string_view text);
+
+// A COLORREF.
 template <auto Member>
 int ColourKeyword(VALUERECORD* record, HOSTINFO* object) {
     auto& holder = HolderOf<Member>(object);
     COLORREF& member = holder.*Member;
     if (record->command == COMMAND_GET) {
-        char text[16];
-        std::snprintf(text, sizeof text, "0x%08x", static_cast<unsigned>(member));
-        return a_AnswerText(record, text);
+        return a_AnswerText(record, ColourText(member).c_str());
     }
     const auto text = TextToSet(record);
-    const auto colour = text ? logic::ParseWholeHex(*text) : std::nullopt;
-    if (!colour || *colour > HIGHEST_COLOUR) {
+    const auto colour = text ? ParseColour(*text) : std::nullopt;
+    if (!colour) {
         return 0;
     }
     member = *colour;
     holder.Redraw();
+    return 1;
+}
+
+// A colour in a std::optional; empty for none. LookChanged of the holder follows.
+template <auto Member>
+int OptionalColourKeyword(VALUERECORD* record, HOSTINFO* object) {
+    auto& holder = HolderOf<Member>(object);
+    std::optional<COLORREF>& member = holder.*Member;
+    if (record->command == COMMAND_GET) {
+        return a_AnswerText(record, member ? ColourText(*member).c_str() : "");
+    }
+    const auto text = TextToSet(record);
+    const auto colour = text ? ParseColour(*text) : std::nullopt;
+    if (!text || (!text->empty() && !colour)) {
+        return 0;
+    }
+    member = colour;
+    holder.LookChanged();
     return 1;
 }
 

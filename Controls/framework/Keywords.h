@@ -75,6 +75,13 @@ struct Keyword {
         more.info.maximum = maximum;
         return more;
     }
+    // For a number that is one of few, which a dialog lists: "0,1".
+    constexpr Keyword OneOf(const char* words) const {
+        Keyword more = *this;
+        more.info.kind = KeywordKind::Words;
+        more.info.words = words;
+        return more;
+    }
     constexpr Keyword AsTyped() const {
         Keyword more = *this;
         more.info.isAsTyped = true;
@@ -232,6 +239,10 @@ constexpr Keyword FloatFormat(const char* name) {
 template <auto Member>
 constexpr Keyword Colour(const char* name) {
     return Row(name, KeywordKind::Colour, ColourKeyword<Member>);
+}
+template <auto Member>
+constexpr Keyword OptionalColour(const char* name) {
+    return Row(name, KeywordKind::Colour, OptionalColourKeyword<Member>).MayBeEmpty();
 }
 template <auto Member>
 constexpr Keyword FontOf(const char* name) {
