@@ -1,6 +1,7 @@
 #include "Controls/families/RangedNumber.h"
 
 #include "logic/text/Numbers.h"
+#include "logic/text/Ranges.h"
 
 #include <cmath>
 

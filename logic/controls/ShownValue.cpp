@@ -123,21 +123,6 @@ std::optional<std::int32_t> ParseWholeRounded(std::string_view text) {
     return ParseWholeInteger(text) || ParseWholeFloat(text) ? ParseRounded(text) : std::nullopt;
 }
 
-std::optional<Limits> ParseLimits(std::string_view text) {
-    const auto fields = SplitFields(text, ',');
-    if (fields.size() != 2)
-        return std::nullopt;
-    const auto minimum = ParseWholeFloat(fields[0]);
-    const auto maximum = ParseWholeFloat(fields[1]);
-    if (!minimum || !maximum || *minimum > *maximum)
-        return std::nullopt;
-    return Limits{*minimum, *maximum};
-}
-
-std::string LimitsText(const Limits& limits) {
-    return FormatFloat(limits.minimum) + "," + FormatFloat(limits.maximum);
-}
-
 void ShownValue::SetType(ValueType type) {
     if (type == type_)
         return;

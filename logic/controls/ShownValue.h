@@ -1,6 +1,8 @@
 // A value that is shown as text: a text, or a number in a printf format.
 #pragma once
 
+#include "logic/text/Ranges.h"
+
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -34,15 +36,6 @@ std::optional<std::int32_t> RoundToInteger(float value);
 // that is nothing but a number.
 std::optional<std::int32_t> ParseRounded(std::string_view text);
 std::optional<std::int32_t> ParseWholeRounded(std::string_view text);
-
-// Smallest and largest number.
-struct Limits {
-    float minimum;
-    float maximum;
-};
-// "minimum,maximum", neither of them above the other.
-std::optional<Limits> ParseLimits(std::string_view text);
-std::string LimitsText(const Limits& limits);
 
 class ShownValue {
 public:
