@@ -11,15 +11,7 @@
 namespace logic {
 
 enum class ValueType { Text, Float, Integer };
-// "string", "f" and "d".
-std::optional<ValueType> ParseValueType(std::string_view text);
-const char* ValueTypeName(ValueType type);
-
 enum class Alignment { Left, Center, Right };
-// "left", "center" and "right".
-std::optional<Alignment> ParseAlignment(std::string_view text);
-const char* AlignmentName(Alignment alignment);
-
 // Where something of that width begins when it is aligned within the room; 0 when it does not fit.
 std::int32_t AlignedStart(Alignment alignment, std::int32_t width, std::int32_t room);
 
