@@ -61,20 +61,6 @@ int FloatKeyword(VALUERECORD* record, HOSTINFO* object) {
 // Whether it is a printf format with one float conversion, no longer than files may hold, or empty for none.
 bool MayBeFormat(const std::string& text);
 
-template <auto Member>
-int FloatFormatKeyword(VALUERECORD* record, HOSTINFO* object) {
-    std::string& member = HolderOf<Member>(object).*Member;
-    if (record->command == COMMAND_GET) {
-        return a_AnswerText(record, member.c_str());
-    }
-    const auto text = TextToSet(record);
-    if (!text || !MayBeFormat(*text)) {
-        return 0;
-    }
-    member = *text;
-    return 1;
-}
-
 // An image file; empty for none. BitmapChanged of the holder gives the control its size.
 template <auto Member>
 int BitmapKeyword(VALUERECORD* record, HOSTINFO* object) {

@@ -233,10 +233,6 @@ constexpr Keyword Line(const char* name) {
     return Row(name, KeywordKind::Line, TextKeyword<Member, MaximumLength>);
 }
 template <auto Member>
-constexpr Keyword FloatFormat(const char* name) {
-    return Row(name, KeywordKind::Text, FloatFormatKeyword<Member>);
-}
-template <auto Member>
 constexpr Keyword Colour(const char* name) {
     return Row(name, KeywordKind::Colour, ColourKeyword<Member>);
 }

@@ -35,8 +35,8 @@ public:
     // A text that begins with a number becomes that number, a number becomes the text that is shown; a float
     // is rounded to an integer.
     void SetType(ValueType type);
-    // One that FloatFormatKeyword takes; empty for the plain number. A text that was no number becomes one if
-    // the format tells where it stands.
+    // A printf format with one float conversion, or empty for the plain number. A text that was no number
+    // becomes one if the format tells where it stands.
     void SetFormat(std::string format);
     const std::string& Format() const { return format_; }
 
