@@ -11,6 +11,7 @@
 #include "logic/devices/Simulation.h"
 #include "logic/text/FloatFormat.h"
 #include "logic/text/Numbers.h"
+#include "logic/text/Ranges.h"
 
 using namespace logic;
 

@@ -7,6 +7,7 @@
 #include "Controls/resources/resource.h"
 #include "logic/controls/MeterLogic.h"
 #include "logic/text/Numbers.h"
+#include "logic/text/Ranges.h"
 
 #include <vector>
 
@@ -97,16 +98,16 @@ int METERPROPERTIES::ValueKeyword(VALUERECORD& record) {
 }
 
 std::string METERPROPERTIES::RangeText() const {
-    return std::to_string(minimum) + "," + std::to_string(maximum);
+    return logic::RangeText(minimum, maximum);
 }
 
 bool METERPROPERTIES::SetRangeText(const std::string& text) {
-    std::int32_t ends[] = {minimum, maximum};
-    if (!logic::ParseIntegers(text, ends)) {
+    const auto read = logic::ParseRange(text);
+    if (!read) {
         return false;
     }
-    minimum = ends[0];
-    maximum = ends[1];
+    minimum = read->minimum;
+    maximum = read->maximum.value_or(maximum);
     Redraw();
     return true;
 }

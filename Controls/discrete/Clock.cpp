@@ -1,9 +1,10 @@
 // CLOCK: local time, weekday and date as three centred lines of text, redrawn about twice a second. A click
 // can send a fixed property line. Intervals in milliseconds, geometry in pixels.
 
+#include "Controls/drawing/TextColours.h"
 #include "Controls/families/ClickTemplate.h"
+#include "Controls/families/FacedControl.h"
 #include "Controls/families/Tooltip.h"
-#include "Controls/framework/Control.h"
 #include "Controls/framework/Keywords.h"
 #include "base/Gdi.h"
 #include "logic/controls/ClockText.h"
@@ -18,17 +19,16 @@ constexpr UINT TEXT_FORMAT = DT_CENTER | DT_EXPANDTABS | DT_NOPREFIX | DT_END_EL
 
 } // namespace
 
-class CLOCKPROPERTIES : public CONTROLPROPERTIES {
+class CLOCKPROPERTIES : public FACEDPROPERTIES {
 public:
-    const KEYWORDROW* GetHostinfoTable() override;
+    KeywordList Keywords() const override;
     void SetDefaults() override;
     LRESULT OnTimer(WPARAM timer, LPARAM lParam) override;
     DWORD DueIn(DWORD now) const noexcept override;
     // Destroys the window and with it the object, from any thread. 1, or 0 when it is gone already.
     LRESULT OnDelete(WPARAM wParam, LPARAM lParam) override;
-    int PreferredWidth() const override;
     void FontChanged();
-    void BitmapChanged();
+    void FaceChanged() override;
     void Draw(HDC dc, const RECT& client) const override;
 
     // Takes the size of the text and gives the control that of the bitmap or, without one, at least the
@@ -37,23 +37,22 @@ public:
     // The answer to a child window that asks for its colours.
     HBRUSH ColourStatic(HDC dc);
 
-    BitmapProperty face; // on top of the text; gives the window its size
     std::string clickTemplate;
     SIZE textSize{};
     int measuredDay = 0; // of the month
     FontProperty font;
     COLORREF textColor = 0x00E6160B;
     COLORREF backgroundColor = 0x00000000; // of child windows; the clock itself shows the panel behind it
-    Brush backgroundBrush;                 // made when it is first asked for
-    COLORREF brushColor = 0;               // that backgroundBrush was made with
-    DWORD lastTick = 0;                    // tick count of the last redraw by the timer
+    FieldColours childColours;
+    DWORD lastTick = 0; // tick count of the last redraw by the timer
     Tooltip tooltip;
 };
 
-// Keyword handlers
+// Keywords
 
 namespace {
 
+// A file without an image leaves the clock without one, and its name is kept.
 int FaceKeyword(VALUERECORD* record, HOSTINFO* object) {
     auto& clock = *static_cast<CLOCKPROPERTIES*>(object);
     if (record->command == COMMAND_GET) {
@@ -72,30 +71,54 @@ int NothingKeyword(VALUERECORD*, HOSTINFO*) {
     return 0;
 }
 
-constexpr KEYWORDROW KEYWORDS[] = {
-    {" ", NothingKeyword, 0},
-    {"backgroundcolor", TextOnly<ColourKeyword<&CLOCKPROPERTIES::backgroundColor>>, KEYWORD_SAVED},
-    {"bitmap", TextOnly<FaceKeyword>, KEYWORD_SAVED | KEYWORD_FILE},
-    {"caption", TextOnly<IgnoredKeyword>, KEYWORD_SAVED},
-    {"click", TextOnly<TextKeyword<&CLOCKPROPERTIES::clickTemplate, CLICK_TEMPLATE_SIZE>>,
-     KEYWORD_SAVED | KEYWORD_CLICK},
-    {"font", TextOnly<FontKeyword<&CLOCKPROPERTIES::font>>, KEYWORD_SAVED},
-    {"interval", TextOnly<IntervalKeyword>, KEYWORD_SAVED},
-    {"layer", TextOnly<LayerKeyword>, 0},
-    {"level", TextOnly<LayerKeyword>, 0},
-    {"textcolor", TextOnly<ColourKeyword<&CLOCKPROPERTIES::textColor>>, KEYWORD_SAVED},
-    {"value", NothingKeyword, 0},
+// The clock takes nothing but texts.
+template <KEYWORDHANDLER Handler>
+constexpr Keyword OfText(Keyword keyword) {
+    keyword.row.handler = TextOnly<Handler>;
+    return keyword;
+}
+template <KEYWORDHANDLER Handler>
+constexpr Keyword OfText(const char* name, KeywordKind kind) {
+    return Row(name, kind, TextOnly<Handler>);
+}
+
+constexpr Keyword NO_VALUE =
+    Row("value", KeywordKind::Text, NothingKeyword).Says("Nothing; it can be neither set nor read.");
+
+constexpr KeywordTable KEYWORDS({
+    NO_VALUE.Named(" "),
+    OfText<ColourKeyword<&CLOCKPROPERTIES::backgroundColor>>("backgroundcolor", KeywordKind::Colour)
+        .Saved()
+        .Says(
+            "Ground of windows inside the clock, `0x00bbggrr`; the clock itself shows the panel behind it."),
+    OfText<FaceKeyword>("bitmap", KeywordKind::Picture)
+        .Saved()
+        .Says("Image file that is drawn over the text and gives the clock its size; empty for none."),
+    OfText<IgnoredKeyword>("caption", KeywordKind::Text).Saved().Says("Taken and not kept."),
+    OfText<TextKeyword<&CLOCKPROPERTIES::clickTemplate, CLICK_TEMPLATE_SIZE>>("click", KeywordKind::Line)
+        .Saved()
+        .Says("Property line that a click sends, up to 15 characters; empty for none. `%c` in it stands for "
+              "the connections, `%n` for the full name."),
+    OfText<FontKeyword<&CLOCKPROPERTIES::font>>("font", KeywordKind::Typeface)
+        .Saved()
+        .Says("Font: face, size in points, `bold` where it is."),
+    OfText<IntervalKeyword>(INTERVAL_KEYWORD)
+        .Says("Taken and kept; the clock is redrawn about twice a second whatever it is."),
+    OfText<LayerKeyword>(LAYER_KEYWORD),
+    OfText<LayerKeyword>(LEVEL_KEYWORD),
+    OfText<ColourKeyword<&CLOCKPROPERTIES::textColor>>("textcolor", KeywordKind::Colour)
+        .Saved()
+        .Says("Colour of the text, `0x00bbggrr`."),
+    NO_VALUE,
     // Every control's connections are saved, so every control has to read them back. It stands last because
     // hosts address the other rows by number as well.
-    {"connection", TextOnly<ConnectionKeyword>, KEYWORD_BINDINGS},
-    {},
-};
-static_assert(KeywordsAreUnique(KEYWORDS));
+    OfText<ConnectionKeyword>(CONNECTION_KEYWORD),
+});
 
 } // namespace
 
-const KEYWORDROW* CLOCKPROPERTIES::GetHostinfoTable() {
-    return KEYWORDS;
+KeywordList CLOCKPROPERTIES::Keywords() const {
+    return KEYWORDS.List();
 }
 
 // Time
@@ -193,17 +216,13 @@ void CLOCKPROPERTIES::Measure() {
     }
 }
 
-int CLOCKPROPERTIES::PreferredWidth() const {
-    return face.Get() != nullptr ? face.Get()->Width() : CONTROLPROPERTIES::PreferredWidth();
-}
-
 void CLOCKPROPERTIES::FontChanged() {
     SendMessageA(window, WM_SETFONT, reinterpret_cast<WPARAM>(font.Get()), FALSE);
     Measure();
     Redraw();
 }
 
-void CLOCKPROPERTIES::BitmapChanged() {
+void CLOCKPROPERTIES::FaceChanged() {
     if (face.Get() != nullptr) {
         Measure();
     }
@@ -225,14 +244,8 @@ void CLOCKPROPERTIES::Draw(HDC dc, const RECT& client) const {
 }
 
 HBRUSH CLOCKPROPERTIES::ColourStatic(HDC dc) {
-    if (backgroundBrush == nullptr || brushColor != backgroundColor) {
-        backgroundBrush.reset(CreateSolidBrush(backgroundColor));
-        brushColor = backgroundColor;
-    }
     SetBkMode(dc, TRANSPARENT);
-    SetTextColor(dc, textColor);
-    SetBkColor(dc, backgroundColor);
-    return backgroundBrush.get();
+    return childColours.Answer(dc, textColor, backgroundColor);
 }
 
 // Input
@@ -266,5 +279,7 @@ LRESULT CALLBACK ClockProc(HWND window, UINT message, WPARAM wParam, LPARAM lPar
 
 } // namespace
 
-extern const ControlImplementation clockControl{
-    .create = CreateProperties<CLOCKPROPERTIES>, .procedure = ClockProc, .share = ShareTooltip};
+extern const ControlImplementation clockControl{.create = CreateProperties<CLOCKPROPERTIES>,
+                                                .procedure = ClockProc,
+                                                .purpose = "Local time, weekday and date as text.",
+                                                .share = ShareTooltip};

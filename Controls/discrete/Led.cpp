@@ -1,35 +1,32 @@
 // LED: shows a value as a lamp that goes on and off at thresholds, or as one of several frames of an image.
 // It takes no input of its own. Interval in milliseconds, geometry in pixels.
 
-#include "Controls/dialog/ParameterDialog.h"
-#include "Controls/drawing/BitmapParts.h"
-#include "Controls/framework/Control.h"
+#include "Controls/drawing/Lamp.h"
+#include "Controls/families/FacedControl.h"
 #include "Controls/framework/Keywords.h"
 #include "Controls/resources/resource.h"
-#include "base/Gdi.h"
 #include "logic/controls/LedLogic.h"
-
-#include <algorithm>
 
 namespace {
 
 constexpr int LEAST_FRAMES = 2;
 constexpr int MOST_FRAMES = 64;
-constexpr int MARK_MARGIN = 3; // around the not-equal sign
 
 } // namespace
 
-class LEDPROPERTIES : public CONTROLPROPERTIES {
+class LEDPROPERTIES : public FACEDPROPERTIES {
 public:
-    const KEYWORDROW* GetHostinfoTable() override;
+    KeywordList Keywords() const override;
     void SetDefaults() override { interval = 250; }
+    BitmapParts Frames() const override { return {*face.Get(), frames}; }
+    void FaceChanged() override;
     void Poll() override;
     void Draw(HDC dc, const RECT& client) const override;
-    bool DrawsNotEqual(const RECT& client) const override;
-    int PreferredWidth() const override;
-    void BitmapChanged();
-    void ThresholdsChanged() { Show(value); }
+    bool DrawsNotEqual(const RECT& client) const override { return !HasRoomForSign(client); }
 
+    float Value() const { return value; }
+    bool SetValue(float newValue);
+    void ThresholdsChanged() { Show(value); }
     // Takes the value; redraws only when it shows.
     void Show(float newValue);
 
@@ -38,63 +35,61 @@ public:
     float offThreshold = 0.5F; // dark below
     int frames = LEAST_FRAMES; // of the image, side by side
     int frame = 0;             // that is shown, 0 the dark one
-    BitmapProperty image;      // a frame gives the window its size
-
-private:
-    void DrawLamp(HDC dc, const RECT& client) const;
-    void DrawUnknown(HDC dc, const RECT& client) const;
 };
 
-// Keyword handlers
+// Keywords
 
 namespace {
 
-LEDPROPERTIES& Led(HOSTINFO* object) {
-    return *static_cast<LEDPROPERTIES*>(object);
-}
+constexpr Keyword VALUE = Property<&LEDPROPERTIES::Value, &LEDPROPERTIES::SetValue>("value").Says(
+    "The number. Set, it is shown and, unless it is the old one, sent to everything the LED is bound to.");
 
-int ValueKeyword(VALUERECORD* record, HOSTINFO* object) {
-    LEDPROPERTIES& led = Led(object);
-    if (record->command == COMMAND_GET) {
-        return a_AnswerFloat(record, led.value);
-    }
-    float value = 0;
-    if (record->command != COMMAND_SET || a_ReadFloat(record, &value) == 0) {
-        return 0;
-    }
-    if (value != led.value) {
-        led.Show(value);
-        a_SendRequest(led.requests, COMMAND_SET, DATATYPE_FLOAT, &value, nullptr);
-    }
-    return 1;
-}
-
-template <auto Member>
-constexpr KEYWORDHANDLER THRESHOLD = Notifying<FloatKeyword<Member>, &LEDPROPERTIES::ThresholdsChanged>;
-
-constexpr KEYWORDROW KEYWORDS[] = {
-    {" ", ValueKeyword, 0},
-    {"bitmap", BitmapKeyword<&LEDPROPERTIES::image>, KEYWORD_SAVED | KEYWORD_FILE},
-    {"connection", ConnectionKeyword, KEYWORD_BINDINGS},
-    {"frames",
-     Notifying<IntegerKeyword<&LEDPROPERTIES::frames, LEAST_FRAMES, MOST_FRAMES>,
-               &LEDPROPERTIES::BitmapChanged>,
-     KEYWORD_SAVED},
-    {"function", FunctionKeyword, KEYWORD_SAVED | KEYWORD_BINDINGS},
-    {"interval", IntervalKeyword, KEYWORD_SAVED},
-    {"layer", LayerKeyword, 0},
-    {"level", LayerKeyword, 0},
-    {"offthreshold", THRESHOLD<&LEDPROPERTIES::offThreshold>, KEYWORD_SAVED},
-    {"onthreshold", THRESHOLD<&LEDPROPERTIES::onThreshold>, KEYWORD_SAVED},
-    {"value", ValueKeyword, 0},
-    {},
-};
-static_assert(KeywordsAreUnique(KEYWORDS));
+constexpr KeywordTable KEYWORDS({
+    VALUE.AsDefault(),
+    Picture<&LEDPROPERTIES::face>("bitmap").Saved().Pictures("LED_").Says(
+        "Image file with the frames side by side, the dark one on the left; a frame gives the LED its size; "
+        "empty for a plain lamp."),
+    CONNECTION_KEYWORD,
+    Integer<&LEDPROPERTIES::frames, LEAST_FRAMES, MOST_FRAMES, &LEDPROPERTIES::BitmapChanged>("frames")
+        .Saved()
+        .Label("Frames of the bitmap")
+        .Items(IDC_FRAMES)
+        .Says("Number of frames of the image, 2 to 64. With more than two the value, without its fraction, "
+              "is the number of the frame, the first being 0."),
+    FUNCTION_KEYWORD,
+    INTERVAL_KEYWORD.Label("Polling interval in ms").Items(IDC_INTERVAL),
+    LAYER_KEYWORD,
+    LEVEL_KEYWORD,
+    Number<&LEDPROPERTIES::offThreshold, &LEDPROPERTIES::ThresholdsChanged>("offthreshold")
+        .Saved()
+        .Label("Dark below (value)")
+        .Items(IDC_OFF_VALUE)
+        .Says("It goes dark below this value; above `onthreshold` it counts as equal to that."),
+    Number<&LEDPROPERTIES::onThreshold, &LEDPROPERTIES::ThresholdsChanged>("onthreshold")
+        .Saved()
+        .Label("Lit from (value)")
+        .Items(IDC_ON_VALUE)
+        .Says("It is lit from this value upwards."),
+    VALUE,
+});
 
 } // namespace
 
-const KEYWORDROW* LEDPROPERTIES::GetHostinfoTable() {
-    return KEYWORDS;
+KeywordList LEDPROPERTIES::Keywords() const {
+    return KEYWORDS.List();
+}
+
+bool LEDPROPERTIES::SetValue(float newValue) {
+    if (newValue != value) {
+        Show(newValue);
+        a_SendRequest(requests, COMMAND_SET, DATATYPE_FLOAT, &newValue, nullptr);
+    }
+    return true;
+}
+
+void LEDPROPERTIES::FaceChanged() {
+    Show(value);
+    Redraw();
 }
 
 // Value
@@ -119,101 +114,21 @@ void LEDPROPERTIES::Poll() {
     ShowPollResult(result);
 }
 
-// Appearance
-
-void LEDPROPERTIES::BitmapChanged() {
-    if (image.Get() != nullptr) {
-        const BitmapParts parts(*image.Get(), frames);
-        Resize(parts.Width(), parts.Height());
-    }
-    Show(value);
-    Redraw();
-}
-
-int LEDPROPERTIES::PreferredWidth() const {
-    return image.Get() != nullptr ? BitmapParts(*image.Get(), frames).Width()
-                                  : CONTROLPROPERTIES::PreferredWidth();
-}
-
-// The sign would cover all of a small lamp, or show a part of itself that says nothing.
-bool LEDPROPERTIES::DrawsNotEqual(const RECT& client) const {
-    const OSMIRBitmap& sign = *a_GetNotEqualSign();
-    return client.right < sign.Width() + 2 * MARK_MARGIN || client.bottom < sign.Height() + 2 * MARK_MARGIN;
-}
-
-namespace {
-
-COLORREF Between(COLORREF dark, COLORREF lit, int step, int steps) {
-    const auto channel = [&](BYTE from, BYTE to) { return from + (to - from) * step / steps; };
-    return RGB(channel(GetRValue(dark), GetRValue(lit)), channel(GetGValue(dark), GetGValue(lit)),
-               channel(GetBValue(dark), GetBValue(lit)));
-}
-
-} // namespace
-
-// A round lamp in a rim, brighter from frame to frame.
-void LEDPROPERTIES::DrawLamp(HDC dc, const RECT& client) const {
-    constexpr COLORREF RIM = RGB(28, 30, 32);
-    constexpr COLORREF DARK = RGB(20, 70, 28);
-    constexpr COLORREF LIT = RGB(70, 240, 96);
-    constexpr COLORREF GLOSS = RGB(214, 255, 220);
-    const int size = std::min(client.right, client.bottom);
-    const int left = (client.right - size) / 2;
-    const int top = (client.bottom - size) / 2;
-    const auto disc = [&](int inset, COLORREF colour) {
-        SetDCBrushColor(dc, colour);
-        Ellipse(dc, left + inset, top + inset, left + size + 1 - inset, top + size + 1 - inset);
-    };
-    const Selected brush(dc, GetStockObject(DC_BRUSH));
-    const Selected pen(dc, GetStockObject(NULL_PEN));
-    disc(0, RIM);
-    disc(std::max(size / 12, 1), Between(DARK, LIT, frame, frames - 1));
-    if (frame > 0) {
-        const int spot = std::max(size / 5, 2);
-        SetDCBrushColor(dc, GLOSS);
-        Ellipse(dc, left + size / 4, top + size / 4, left + size / 4 + spot + 1, top + size / 4 + spot + 1);
-    }
-}
-
-// Neither lit nor dark: a grey plate that is crossed out.
-void LEDPROPERTIES::DrawUnknown(HDC dc, const RECT& client) const {
-    constexpr COLORREF PLATE = RGB(168, 168, 168);
-    constexpr COLORREF CROSS = RGB(16, 16, 16);
-    const Selected brush(dc, GetStockObject(DC_BRUSH));
-    const Selected pen(dc, GetStockObject(DC_PEN));
-    SetDCBrushColor(dc, PLATE);
-    SetDCPenColor(dc, CROSS);
-    FillRect(dc, &client, static_cast<HBRUSH>(GetStockObject(DC_BRUSH)));
-    MoveToEx(dc, 0, 0, nullptr);
-    LineTo(dc, client.right, client.bottom);
-    MoveToEx(dc, 0, client.bottom - 1, nullptr);
-    LineTo(dc, client.right, -1);
-}
+// Drawing
 
 void LEDPROPERTIES::Draw(HDC dc, const RECT& client) const {
     if (notEqual && DrawsNotEqual(client)) {
-        DrawUnknown(dc, client);
-    } else if (image.Get() != nullptr) {
-        const BitmapParts parts(*image.Get(), frames);
+        DrawUnknownLamp(dc, client);
+    } else if (face.Get() != nullptr) {
+        const BitmapParts parts = Frames();
         parts.Draw(dc, frame, {0, 0, parts.Width(), parts.Height()});
     } else {
-        DrawLamp(dc, client);
+        DrawLamp(dc, client, frame, frames);
     }
 }
 
-// Parameter dialog and registration
-
-namespace {
-
-constexpr DialogEdit EDITS[] = {
-    {IDC_ON_VALUE, "On from", FieldKind::Float, "onthreshold"},
-    {IDC_OFF_VALUE, "Off below", FieldKind::Float, "offthreshold"},
-    {IDC_FRAMES, "Frames", FieldKind::Integer, "frames"},
-    {IDC_INTERVAL, "Polling interval", FieldKind::Integer, "interval"},
-};
-constexpr ParameterDialog DIALOG{.resource = IDD_LED, .edits = EDITS, .bitmapPrefix = "LED_"};
-
-} // namespace
-
 extern const ControlImplementation ledControl{
-    .create = CreateProperties<LEDPROPERTIES>, .procedure = IndicatorProc, .fields = &DIALOG};
+    .create = CreateProperties<LEDPROPERTIES>,
+    .procedure = IndicatorProc,
+    .purpose = "A lamp that is lit from a value upwards, or an image of which the value picks a frame.",
+    .dialog = LAID_OUT};

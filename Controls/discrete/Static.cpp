@@ -1,12 +1,8 @@
 // BSTATIC: a line of text, fixed or following what the control is bound to. It takes no input of its own. A
 // text that does not fit ends with dots and stands in full in the tooltip. Interval in milliseconds.
 
-#include "Controls/dialog/ParameterDialog.h"
 #include "Controls/families/TextValue.h"
 #include "Controls/families/Tooltip.h"
-#include "Controls/framework/Control.h"
-#include "Controls/framework/Keywords.h"
-#include "Controls/resources/resource.h"
 #include "base/Gdi.h"
 
 #include <algorithm>
@@ -22,7 +18,7 @@ constexpr std::size_t TIP_COLUMNS = 100; // of the tooltip, characters
 
 class STATICPROPERTIES : public TEXTPROPERTIES {
 public:
-    const KEYWORDROW* GetHostinfoTable() override;
+    KeywordList Keywords() const override;
     void SetDefaults() override;
     std::string Title() const override;
     void TextChanged() override;
@@ -43,33 +39,37 @@ private:
     std::string tip_;   // the text in the tooltip
 };
 
-// Keyword table
+// Keywords
 
 namespace {
 
-constexpr KEYWORDROW KEYWORDS[] = {
-    {" ", TextValueKeyword, 0},
-    {"alignment", AlignmentKeyword, KEYWORD_SAVED},
-    {"backgroundcolor", GroundColourKeyword, KEYWORD_SAVED},
-    {"caption", TextCaptionKeyword, KEYWORD_SAVED},
-    {"connection", ConnectionKeyword, KEYWORD_BINDINGS},
-    {"datatype", DatatypeKeyword, KEYWORD_SAVED},
-    {"fmt", TextFormatKeyword, KEYWORD_SAVED},
-    {"font", FontKeyword<&STATICPROPERTIES::font>, KEYWORD_SAVED},
-    {"function", FunctionKeyword, KEYWORD_SAVED | KEYWORD_BINDINGS},
-    {"interval", IntervalKeyword, KEYWORD_SAVED},
-    {"layer", LayerKeyword, 0},
-    {"level", LayerKeyword, 0},
-    {"textcolor", TextColourKeyword, KEYWORD_SAVED},
-    {"value", TextValueKeyword, 0},
-    {},
-};
-static_assert(KeywordsAreUnique(KEYWORDS));
+constexpr Keyword VALUE =
+    TEXT_VALUE_KEYWORD.Says("Text or number. Set, it is shown and, unless it is the old one, sent to "
+                            "everything the control is bound to.");
+
+constexpr KeywordTable KEYWORDS({
+    VALUE.AsDefault(),
+    ALIGNMENT_KEYWORD,
+    GROUND_COLOUR_KEYWORD.Says("Colour of the ground, `0x00bbggrr`; empty to show the panel behind it."),
+    CAPTION_KEYWORD.Says("The text that is shown while it is bound to nothing, and until the first poll; at "
+                         "first the title it is created with. Nothing is sent."),
+    CONNECTION_KEYWORD,
+    DATATYPE_KEYWORD,
+    TEXT_FORMAT_KEYWORD.Says("`printf` format of a number, with one float conversion, also for `d`; empty "
+                             "for the plain number."),
+    TEXT_FONT_KEYWORD,
+    FUNCTION_KEYWORD,
+    TEXT_INTERVAL_KEYWORD,
+    LAYER_KEYWORD,
+    LEVEL_KEYWORD,
+    TEXT_COLOUR_KEYWORD,
+    VALUE,
+});
 
 } // namespace
 
-const KEYWORDROW* STATICPROPERTIES::GetHostinfoTable() {
-    return KEYWORDS;
+KeywordList STATICPROPERTIES::Keywords() const {
+    return KEYWORDS.List();
 }
 
 void STATICPROPERTIES::SetDefaults() {
@@ -95,13 +95,10 @@ void STATICPROPERTIES::TextChanged() {
 
 void STATICPROPERTIES::Draw(HDC dc, const RECT& client) const {
     constexpr UINT PLACES[] = {DT_LEFT, DT_CENTER, DT_RIGHT};
-    if (backgroundColor) {
-        SetDCBrushColor(dc, *backgroundColor);
-        FillRect(dc, &client, static_cast<HBRUSH>(GetStockObject(DC_BRUSH)));
-    }
+    FillGround(dc, backgroundColor, client);
     const Selected selected(dc, font.Get());
     SetBkMode(dc, TRANSPARENT);
-    SetTextColor(dc, textColor ? *textColor : ReadableOn(GetPixel(dc, client.right / 2, client.bottom / 2)));
+    SelectTextColour(dc, textColor, client);
     RECT place = Place(client);
     DrawTextA(dc, shown.Text().c_str(), -1, &place,
               PLACES[static_cast<int>(alignment)] | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX |
@@ -166,27 +163,10 @@ LRESULT CALLBACK StaticProc(HWND window, UINT message, WPARAM wParam, LPARAM lPa
 
 } // namespace
 
-// Parameter dialog and registration
-
-namespace {
-
-constexpr DialogEdit EDITS[] = {
-    {IDC_CAPTION, "Caption", FieldKind::Text, "caption"},
-    {IDC_FONT, "Font", FieldKind::Font, "font", 0, 0, IDC_CHOOSE_FONT},
-    {IDC_TEXT_COLOUR, "Text colour", FieldKind::Colour, "textcolor", 0, 0, IDC_CHOOSE_TEXT_COLOUR},
-    {IDC_BACKGROUND, "Background", FieldKind::Colour, "backgroundcolor", 0, 0, IDC_CHOOSE_BACKGROUND},
-    {IDC_FORMAT, "Number format", FieldKind::Text, "fmt"},
-    {IDC_INTERVAL, "Polling interval", FieldKind::Integer, "interval"},
-};
-constexpr DialogChoice CHOICES[] = {
-    {IDC_ALIGNMENT, "alignment", "left,center,right"},
-    {IDC_DATATYPE, "datatype", "string,f,d"},
-};
-constexpr ParameterDialog DIALOG{.resource = IDD_STATIC, .edits = EDITS, .choices = CHOICES};
-
-} // namespace
-
-extern const ControlImplementation staticControl{.create = CreateProperties<STATICPROPERTIES>,
-                                                 .procedure = StaticProc,
-                                                 .fields = &DIALOG,
-                                                 .share = ShareTooltip};
+extern const ControlImplementation staticControl{
+    .create = CreateProperties<STATICPROPERTIES>,
+    .procedure = StaticProc,
+    .purpose = "A line of text, fixed or following what it is bound to; one that does not fit stands in full "
+               "in the tooltip.",
+    .dialog = LAID_OUT,
+    .share = ShareTooltip};

@@ -33,6 +33,10 @@ public:
         SendMessageA(window, CWM_MESSAGE, 0, reinterpret_cast<LPARAM>(&record));
     }
 
+    // Answers a get of the value, unless the caller holds it already: an integer deliberately not when the
+    // value has a fraction, a float when it is as good as the same.
+    int AnswerValue(VALUERECORD& record) const;
+
     int minimum;
     int maximum;
     float value = 0;

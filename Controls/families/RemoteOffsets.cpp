@@ -1,6 +1,6 @@
 #include "Controls/families/RemoteOffsets.h"
 
-#include "Controls/framework/Keywords.h"
+#include "Controls/framework/KeywordHandlers.h"
 
 #include <cmath>
 
@@ -17,9 +17,9 @@ bool Ask(const REQUESTITEM& item, float& remote) {
 
 } // namespace
 
-void RemoteOffsets::Rebuild(bool on, const CONTROLPROPERTIES& owner, float value) {
+void RemoteOffsets::Rebuild(const CONTROLPROPERTIES& owner, float value) {
     std::vector<logic::OffsetRecord> fresh; // what is asked may rebuild them
-    for (const REQUESTITEM& item : on ? ItemsOf(owner.requests) : std::vector<REQUESTITEM>()) {
+    for (const REQUESTITEM& item : relative != 0 ? ItemsOf(owner.requests) : std::vector<REQUESTITEM>()) {
         // What is not there yet keeps its place, and goes along unshifted when it comes.
         const bool exists = item.target != nullptr || item.handler != nullptr;
         float remote = 0;
@@ -53,8 +53,11 @@ void RemoteOffsets::See(const CONTROLPROPERTIES& owner) {
     }
 }
 
-int RemoteOffsets::Keyword(VALUERECORD* record, const CONTROLPROPERTIES& owner,
-                           float logic::OffsetRecord::*number, std::size_t step) {
+int RemoteOffsets::Keyword(VALUERECORD* record, CONTROLPROPERTIES& owner, float logic::OffsetRecord::*number,
+                           std::size_t step) {
+    if (relative == 0) {
+        return IgnoredKeyword(record, &owner);
+    }
     if (record->command == COMMAND_GET) {
         return a_AnswerText(record, logic::OffsetsText(records, number).c_str());
     }

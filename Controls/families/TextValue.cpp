@@ -1,15 +1,9 @@
 #include "Controls/families/TextValue.h"
 
-#include "Controls/framework/Keywords.h"
-
 #include <cmath>
 #include <cstdio>
 
 namespace {
-
-TEXTPROPERTIES& TextOf(HOSTINFO* object) {
-    return *static_cast<TEXTPROPERTIES*>(object);
-}
 
 // Beyond this a float does not hold every whole number.
 constexpr float EXACT_INTEGERS = 8388608.0F;
@@ -40,10 +34,11 @@ void TEXTPROPERTIES::FontChanged() {
 
 // Value
 
-void TEXTPROPERTIES::SetCaption(const std::string& text) {
+bool TEXTPROPERTIES::SetCaption(const std::string& text) {
     shown.SetCaption(std::string_view(text).substr(0, TEXT_SIZE - 1)); // a window text may be longer
     caption = shown.Text();
     TextChanged();
+    return true;
 }
 
 void TEXTPROPERTIES::KeepCaption() {
@@ -135,153 +130,69 @@ void TEXTPROPERTIES::Poll() {
     ShowPollResult(shown.Type() == logic::ValueType::Text ? PollText() : PollNumber());
 }
 
-COLORREF ReadableOn(COLORREF ground) {
-    const int brightness = 3 * GetRValue(ground) + 6 * GetGValue(ground) + GetBValue(ground); // of 2550
-    return brightness > 1200 ? RGB(0, 0, 0) : RGB(255, 255, 255);
-}
-
-// Keyword handlers
-
-namespace {
+// Keywords
 
 // What a set record holds, taken as a new value. Nothing when it cannot be read, else whether it is new.
-std::optional<bool> TakeRecord(TEXTPROPERTIES& text, const VALUERECORD* record) {
-    switch (text.shown.Type()) {
+std::optional<bool> TEXTPROPERTIES::TakeRecord(const VALUERECORD& record) {
+    switch (shown.Type()) {
     case logic::ValueType::Float: {
         float number = 0;
-        return a_ReadFloat(record, &number) != 0 ? std::optional(text.shown.Take(text.Limited(number)))
-                                                 : std::nullopt;
+        return a_ReadFloat(&record, &number) != 0 ? std::optional(shown.Take(Limited(number))) : std::nullopt;
     }
     case logic::ValueType::Integer: {
         std::optional<std::int32_t> number;
-        if (int exact = 0; record->datatype == DATATYPE_INTEGER && a_ReadInteger(record, &exact) != 0) {
+        if (int exact = 0; record.datatype == DATATYPE_INTEGER && a_ReadInteger(&record, &exact) != 0) {
             number = exact;
-        } else if (std::string read; a_ReadText(record, &read) != 0) {
+        } else if (std::string read; a_ReadText(&record, &read) != 0) {
             number = logic::ParseWholeRounded(read);
         }
         if (!number) {
             return std::nullopt;
         }
         const auto asFloat = static_cast<float>(*number);
-        const float limited = text.Limited(asFloat);
-        return text.shown.Take(limited == asFloat ? *number : logic::RoundToInteger(limited).value_or(0));
+        const float limited = Limited(asFloat);
+        return shown.Take(limited == asFloat ? *number : logic::RoundToInteger(limited).value_or(0));
     }
     default: {
         std::string read;
-        return a_ReadText(record, &read) != 0 ? std::optional(text.shown.Take(read)) : std::nullopt;
+        return a_ReadText(&record, &read) != 0 ? std::optional(shown.Take(read)) : std::nullopt;
     }
     }
 }
 
-// A colour as "0x00bbggrr", or none as an empty text.
-template <auto Member>
-int OptionalColourKeyword(VALUERECORD* record, HOSTINFO* object) {
-    TEXTPROPERTIES& text = TextOf(object);
-    auto& member = text.*Member;
-    if (record->command == COMMAND_GET) {
-        char colour[16] = "";
-        if (member) {
-            std::snprintf(colour, sizeof colour, "0x%08x", static_cast<unsigned>(*member));
-        }
-        return a_AnswerText(record, colour);
-    }
-    const auto read = TextToSet(record);
-    const auto colour = read ? logic::ParseWholeHex(*read) : std::nullopt;
-    if (!read || (!read->empty() && !colour) || (colour && *colour > HIGHEST_COLOUR)) {
-        return 0;
-    }
-    member = colour ? std::optional<COLORREF>(*colour) : std::nullopt;
-    text.LookChanged();
-    return 1;
-}
-
-} // namespace
-
-int TextValueKeyword(VALUERECORD* record, HOSTINFO* object) {
-    TEXTPROPERTIES& text = TextOf(object);
-    if (record->command == COMMAND_SET) {
-        const auto isNew = TakeRecord(text, record);
+int TEXTPROPERTIES::ValueKeyword(VALUERECORD& record) {
+    if (record.command == COMMAND_SET) {
+        const auto isNew = TakeRecord(record);
         if (isNew == true) {
-            text.KeepCaption();
-            text.Send();
+            KeepCaption();
+            Send();
         }
         return isNew ? 1 : 0;
     }
-    if (record->command != COMMAND_GET) {
+    if (record.command != COMMAND_GET) {
         return 0;
     }
-    switch (text.shown.Type()) {
+    switch (shown.Type()) {
     case logic::ValueType::Float:
-        return a_AnswerFloat(record, text.shown.Float());
+        return a_AnswerFloat(&record, shown.Float());
     case logic::ValueType::Integer:
-        return a_AnswerInteger(record, text.shown.Integer());
+        return a_AnswerInteger(&record, shown.Integer());
     default:
-        return a_AnswerText(record, text.shown.Text().c_str());
+        return a_AnswerText(&record, shown.Text().c_str());
     }
 }
 
-int TextCaptionKeyword(VALUERECORD* record, HOSTINFO* object) {
-    TEXTPROPERTIES& text = TextOf(object);
-    if (record->command == COMMAND_GET) {
-        return a_AnswerText(record, text.caption.c_str());
-    }
-    const auto caption = TextToSet(record);
-    if (!caption) {
-        return 0;
-    }
-    text.SetCaption(*caption);
-    return 1;
+bool TEXTPROPERTIES::SetValueType(int type) {
+    shown.SetType(static_cast<logic::ValueType>(type));
+    KeepCaption();
+    return true;
 }
 
-int DatatypeKeyword(VALUERECORD* record, HOSTINFO* object) {
-    TEXTPROPERTIES& text = TextOf(object);
-    if (record->command == COMMAND_GET) {
-        return a_AnswerText(record, logic::ValueTypeName(text.shown.Type()));
+bool TEXTPROPERTIES::SetFormat(const std::string& format) {
+    if (!MayBeFormat(format)) {
+        return false;
     }
-    const auto read = TextToSet(record);
-    const auto type = read ? logic::ParseValueType(*read) : std::nullopt;
-    if (!type) {
-        return 0;
-    }
-    text.shown.SetType(*type);
-    text.KeepCaption();
-    return 1;
-}
-
-int TextFormatKeyword(VALUERECORD* record, HOSTINFO* object) {
-    constexpr std::size_t MAXIMUM_LENGTH = 31;
-    TEXTPROPERTIES& text = TextOf(object);
-    if (record->command == COMMAND_GET) {
-        return a_AnswerText(record, text.shown.Format().c_str());
-    }
-    const auto format = TextToSet(record);
-    if (!format || format->size() > MAXIMUM_LENGTH || (!format->empty() && !logic::IsFloatFormat(*format))) {
-        return 0;
-    }
-    text.shown.SetFormat(*format);
-    text.KeepCaption();
-    return 1;
-}
-
-int AlignmentKeyword(VALUERECORD* record, HOSTINFO* object) {
-    TEXTPROPERTIES& text = TextOf(object);
-    if (record->command == COMMAND_GET) {
-        return a_AnswerText(record, logic::AlignmentName(text.alignment));
-    }
-    const auto read = TextToSet(record);
-    const auto alignment = read ? logic::ParseAlignment(*read) : std::nullopt;
-    if (!alignment) {
-        return 0;
-    }
-    text.alignment = *alignment;
-    text.LookChanged();
-    return 1;
-}
-
-int TextColourKeyword(VALUERECORD* record, HOSTINFO* object) {
-    return OptionalColourKeyword<&TEXTPROPERTIES::textColor>(record, object);
-}
-
-int GroundColourKeyword(VALUERECORD* record, HOSTINFO* object) {
-    return OptionalColourKeyword<&TEXTPROPERTIES::backgroundColor>(record, object);
+    shown.SetFormat(format);
+    KeepCaption();
+    return true;
 }

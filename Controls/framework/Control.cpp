@@ -26,10 +26,6 @@ private:
 
 } // namespace
 
-KeywordList CONTROLPROPERTIES::Keywords() const {
-    return {};
-}
-
 LRESULT CONTROLPROPERTIES::OnLoad(WPARAM loadMode, LPARAM lParam) {
     const auto* line = reinterpret_cast<const char*>(lParam);
     if (line == nullptr) {

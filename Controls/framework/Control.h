@@ -18,7 +18,7 @@ struct KeywordList {
 class CONTROLPROPERTIES : public HOSTINFO {
 public:
     // The keywords of the class.
-    virtual KeywordList Keywords() const;
+    virtual KeywordList Keywords() const = 0;
     int HasHostinfoTable() override { return 1; }
     const KEYWORDROW* GetHostinfoTable() override { return Keywords().rows; }
     const KEYWORDINFO* GetKeywordInfo() const noexcept override { return Keywords().infos; }

@@ -8,7 +8,6 @@
 #include <span>
 
 class CONTROLPROPERTIES;
-struct ParameterDialog;
 
 enum class ClassBackground { None, Null, SystemColour2 };
 
@@ -21,7 +20,6 @@ constexpr int LAID_OUT = -1;
 struct ControlImplementation {
     CONTROLPROPERTIES* (*create)();
     WNDPROC procedure;
-    const ParameterDialog* fields = nullptr;
     const char* purpose = ""; // for the reference; empty when each class says its own
     // The parameter dialog: a template of the library, LAID_OUT for one that follows from the keywords, or
     // NO_DIALOG.

@@ -1,8 +1,11 @@
 #include "Controls/framework/KeywordHandlers.h"
 
 #include "logic/controls/FaderLogic.h"
+#include "logic/text/FloatFormat.h"
 #include "logic/text/PropertyLine.h"
 #include "logic/text/Text.h"
+
+#include <cstdio>
 
 namespace {
 
@@ -27,6 +30,22 @@ std::optional<std::string> TextToSet(const VALUERECORD* record) {
     std::string text;
     return record->command == COMMAND_SET && a_ReadText(record, &text) != 0 ? std::optional(text)
                                                                             : std::nullopt;
+}
+
+bool MayBeFormat(const std::string& text) {
+    constexpr std::size_t maximumLength = 31;
+    return text.size() <= maximumLength && (text.empty() || logic::IsFloatFormat(text));
+}
+
+std::string ColourText(COLORREF colour) {
+    char text[16];
+    std::snprintf(text, sizeof text, "0x%08x", static_cast<unsigned>(colour));
+    return text;
+}
+
+std::optional<COLORREF> ParseColour(std::string_view text) {
+    const auto colour = logic::ParseWholeHex(text);
+    return colour && *colour <= HIGHEST_COLOUR ? std::optional<COLORREF>(*colour) : std::nullopt;
 }
 
 int FunctionKeyword(VALUERECORD* record, HOSTINFO* object) {

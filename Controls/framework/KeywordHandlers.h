@@ -3,12 +3,10 @@
 #include "Controls/drawing/BitmapProperty.h"
 #include "Controls/drawing/FontProperty.h"
 #include "Controls/framework/Control.h"
-#include "logic/text/FloatFormat.h"
 #include "logic/text/Numbers.h"
 
 #include <algorithm>
 #include <cstddef>
-#include <cstdio>
 #include <limits>
 #include <optional>
 #include <string>
@@ -60,22 +58,8 @@ int FloatKeyword(VALUERECORD* record, HOSTINFO* object) {
     return record->command == COMMAND_SET ? a_ReadFloat(record, &member) : 0;
 }
 
-// A printf format with one float conversion in a std::string; empty for none. Longer ones than files may hold
-// are refused.
-template <auto Member>
-int FloatFormatKeyword(VALUERECORD* record, HOSTINFO* object) {
-    constexpr std::size_t maximumLength = 31;
-    std::string& member = HolderOf<Member>(object).*Member;
-    if (record->command == COMMAND_GET) {
-        return a_AnswerText(record, member.c_str());
-    }
-    const auto text = TextToSet(record);
-    if (!text || text->size() > maximumLength || (!text->empty() && !logic::IsFloatFormat(*text))) {
-        return 0;
-    }
-    member = *text;
-    return 1;
-}
+// Whether it is a printf format with one float conversion, no longer than files may hold, or empty for none.
+bool MayBeFormat(const std::string& text);
 
 // An image file; empty for none. BitmapChanged of the holder gives the control its size.
 template <auto Member>
@@ -111,23 +95,43 @@ int FontKeyword(VALUERECORD* record, HOSTINFO* object) {
 
 constexpr COLORREF HIGHEST_COLOUR = 0xFFFFFF;
 
-// A COLORREF as "0x00bbggrr"; read with or without 0x. What is no colour of three bytes is refused.
+// A colour as "0x00bbggrr"; read with or without 0x. What is no colour of three bytes is nothing.
+std::string ColourText(COLORREF colour);
+std::optional<COLORREF> ParseColour(std::string_view text);
+
+// A COLORREF.
 template <auto Member>
 int ColourKeyword(VALUERECORD* record, HOSTINFO* object) {
     auto& holder = HolderOf<Member>(object);
     COLORREF& member = holder.*Member;
     if (record->command == COMMAND_GET) {
-        char text[16];
-        std::snprintf(text, sizeof text, "0x%08x", static_cast<unsigned>(member));
-        return a_AnswerText(record, text);
+        return a_AnswerText(record, ColourText(member).c_str());
     }
     const auto text = TextToSet(record);
-    const auto colour = text ? logic::ParseWholeHex(*text) : std::nullopt;
-    if (!colour || *colour > HIGHEST_COLOUR) {
+    const auto colour = text ? ParseColour(*text) : std::nullopt;
+    if (!colour) {
         return 0;
     }
     member = *colour;
     holder.Redraw();
+    return 1;
+}
+
+// A colour in a std::optional; empty for none. LookChanged of the holder follows.
+template <auto Member>
+int OptionalColourKeyword(VALUERECORD* record, HOSTINFO* object) {
+    auto& holder = HolderOf<Member>(object);
+    std::optional<COLORREF>& member = holder.*Member;
+    if (record->command == COMMAND_GET) {
+        return a_AnswerText(record, member ? ColourText(*member).c_str() : "");
+    }
+    const auto text = TextToSet(record);
+    const auto colour = text ? ParseColour(*text) : std::nullopt;
+    if (!text || (!text->empty() && !colour)) {
+        return 0;
+    }
+    member = colour;
+    holder.LookChanged();
     return 1;
 }
 
@@ -263,16 +267,3 @@ bool HasRoomForOffsets(const CONTROLPROPERTIES& control, std::size_t count);
 int IgnoredKeyword(VALUERECORD* record, HOSTINFO* object);
 // Takes nothing and answers nothing.
 int RefusedKeyword(VALUERECORD* record, HOSTINFO* object);
-
-// For a static_assert behind each table.
-template <std::size_t Count>
-constexpr bool KeywordsAreUnique(const KEYWORDROW (&table)[Count]) {
-    for (std::size_t row = 0; row + 1 < Count; ++row) {
-        for (std::size_t other = row + 1; other + 1 < Count; ++other) {
-            if (std::string_view(table[row].keyword) == table[other].keyword) {
-                return false;
-            }
-        }
-    }
-    return table[Count - 1].keyword == nullptr && std::string_view(table[0].keyword) == " ";
-}

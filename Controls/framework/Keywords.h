@@ -76,7 +76,8 @@ struct Keyword {
         more.info.maximum = maximum;
         return more;
     }
-    // Words that stand for its values, separated by commas, where the handler takes other texts too.
+    // Words that stand for its values, separated by commas, where the handler takes other texts too or
+    // they are numbers: "0,1".
     constexpr Keyword OneOf(const char* words) const {
         Keyword more = *this;
         more.info.kind = KeywordKind::Words;
@@ -249,12 +250,12 @@ constexpr Keyword Line(const char* name) {
     return Row(name, KeywordKind::Line, TextKeyword<Member, MaximumLength>);
 }
 template <auto Member>
-constexpr Keyword FloatFormat(const char* name) {
-    return Row(name, KeywordKind::Text, FloatFormatKeyword<Member>);
-}
-template <auto Member>
 constexpr Keyword Colour(const char* name) {
     return Row(name, KeywordKind::Colour, ColourKeyword<Member>);
+}
+template <auto Member>
+constexpr Keyword OptionalColour(const char* name) {
+    return Row(name, KeywordKind::Colour, OptionalColourKeyword<Member>).MayBeEmpty();
 }
 template <auto Member>
 constexpr Keyword FontOf(const char* name) {

@@ -133,9 +133,9 @@ public:
         return slots[slot].Load(*this, text);
     }
 
-    std::string configuration;             // name of the file that was loaded last, or is missing
-    FunctionList slots[SLOT_COUNT];        // behind the first, which is the base's own
-    int section = HIGH_PASS_TITLE;         // id of the title whose filter has or had the focus last
+    std::string configuration;      // name of the file that was loaded last, or is missing
+    FunctionList slots[SLOT_COUNT]; // behind the first, which is the base's own
+    int section = HIGH_PASS_TITLE;  // id of the title whose filter has or had the focus last
 
 private:
     REQUESTLIST filterRequests; // of the first slot without what is connected
@@ -147,8 +147,7 @@ private:
 
 XOVERPROPERTIES::XOVERPROPERTIES() {
     // A device delivers the filters of the first, a connected control the whole record.
-    parts = {{&requests, &filterRequests, DATATYPE_CROSSOVER,
-              [](Crossover& all) -> void* { return &all; },
+    parts = {{&requests, &filterRequests, DATATYPE_CROSSOVER, [](Crossover& all) -> void* { return &all; },
               [](Crossover& to, const Crossover& from) { to.filters = from.filters; }},
              {&slots[GAIN].Requests(), &slots[GAIN].Requests(), DATATYPE_FLOAT,
               [](Crossover& all) -> void* { return &all.gain; },

@@ -44,6 +44,11 @@ std::int32_t LimitFaderInteger(std::int32_t value, const FaderRange& range) {
     return std::min(value, range.maximum);
 }
 
+bool IsShortResolution(float resolution) {
+    constexpr std::size_t length = 5;
+    return ParseWholeFloat(FormatFloat(resolution).substr(0, length)) == resolution;
+}
+
 std::optional<float> StepFader(float value, FaderKey key, const FaderRange& range) {
     if (key == FaderKey::End)
         return static_cast<float>(range.minimum);

@@ -28,6 +28,9 @@ LimitedValue LimitFader(float value, const FaderRange& range);
 // The same for whole numbers; a step that is none is cut off towards zero.
 std::int32_t LimitFaderInteger(std::int32_t value, const FaderRange& range);
 
+// Whether a resolution can be saved: of its text five characters are read back.
+bool IsShortResolution(float resolution);
+
 // Numbered as the keyboard's virtual-key codes.
 enum class FaderKey { PageUp = 0x21, PageDown, End, Home, Left, Up, Right, Down };
 

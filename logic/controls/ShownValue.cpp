@@ -6,23 +6,10 @@
 
 #include <algorithm>
 #include <cmath>
-#include <iterator>
 
 namespace logic {
 
 namespace {
-
-// In the order of their enumerations.
-constexpr const char* TYPE_NAMES[] = {"string", "f", "d"};
-constexpr const char* ALIGNMENT_NAMES[] = {"left", "center", "right"};
-
-template <class Enumeration, std::size_t Count>
-std::optional<Enumeration> Find(const char* const (&names)[Count], std::string_view text) {
-    const auto* const found = std::find(std::begin(names), std::end(names), text);
-    if (found == std::end(names))
-        return std::nullopt;
-    return static_cast<Enumeration>(found - names);
-}
 
 // What stands before and behind the one conversion of a format.
 struct Surroundings {
@@ -58,22 +45,6 @@ std::string_view Between(std::string_view text, const Surroundings& around) {
 }
 
 } // namespace
-
-std::optional<ValueType> ParseValueType(std::string_view text) {
-    return Find<ValueType>(TYPE_NAMES, text);
-}
-
-const char* ValueTypeName(ValueType type) {
-    return TYPE_NAMES[static_cast<int>(type)];
-}
-
-std::optional<Alignment> ParseAlignment(std::string_view text) {
-    return Find<Alignment>(ALIGNMENT_NAMES, text);
-}
-
-const char* AlignmentName(Alignment alignment) {
-    return ALIGNMENT_NAMES[static_cast<int>(alignment)];
-}
 
 std::int32_t AlignedStart(Alignment alignment, std::int32_t width, std::int32_t room) {
     const std::int32_t left = std::max(room - width, 0);
@@ -121,21 +92,6 @@ std::optional<std::int32_t> ParseRounded(std::string_view text) {
 
 std::optional<std::int32_t> ParseWholeRounded(std::string_view text) {
     return ParseWholeInteger(text) || ParseWholeFloat(text) ? ParseRounded(text) : std::nullopt;
-}
-
-std::optional<Limits> ParseLimits(std::string_view text) {
-    const auto fields = SplitFields(text, ',');
-    if (fields.size() != 2)
-        return std::nullopt;
-    const auto minimum = ParseWholeFloat(fields[0]);
-    const auto maximum = ParseWholeFloat(fields[1]);
-    if (!minimum || !maximum || *minimum > *maximum)
-        return std::nullopt;
-    return Limits{*minimum, *maximum};
-}
-
-std::string LimitsText(const Limits& limits) {
-    return FormatFloat(limits.minimum) + "," + FormatFloat(limits.maximum);
 }
 
 void ShownValue::SetType(ValueType type) {

@@ -1,6 +1,8 @@
 // A value that is shown as text: a text, or a number in a printf format.
 #pragma once
 
+#include "logic/text/Ranges.h"
+
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -9,15 +11,7 @@
 namespace logic {
 
 enum class ValueType { Text, Float, Integer };
-// "string", "f" and "d".
-std::optional<ValueType> ParseValueType(std::string_view text);
-const char* ValueTypeName(ValueType type);
-
 enum class Alignment { Left, Center, Right };
-// "left", "center" and "right".
-std::optional<Alignment> ParseAlignment(std::string_view text);
-const char* AlignmentName(Alignment alignment);
-
 // Where something of that width begins when it is aligned within the room; 0 when it does not fit.
 std::int32_t AlignedStart(Alignment alignment, std::int32_t width, std::int32_t room);
 
@@ -35,23 +29,14 @@ std::optional<std::int32_t> RoundToInteger(float value);
 std::optional<std::int32_t> ParseRounded(std::string_view text);
 std::optional<std::int32_t> ParseWholeRounded(std::string_view text);
 
-// Smallest and largest number.
-struct Limits {
-    float minimum;
-    float maximum;
-};
-// "minimum,maximum", neither of them above the other.
-std::optional<Limits> ParseLimits(std::string_view text);
-std::string LimitsText(const Limits& limits);
-
 class ShownValue {
 public:
     ValueType Type() const { return type_; }
     // A text that begins with a number becomes that number, a number becomes the text that is shown; a float
     // is rounded to an integer.
     void SetType(ValueType type);
-    // One that FloatFormatKeyword takes; empty for the plain number. A text that was no number becomes one if
-    // the format tells where it stands.
+    // A printf format with one float conversion, or empty for the plain number. A text that was no number
+    // becomes one if the format tells where it stands.
     void SetFormat(std::string format);
     const std::string& Format() const { return format_; }
 

@@ -154,23 +154,6 @@ std::optional<std::vector<float>> ParseFloats(std::string_view text) {
     return numbers;
 }
 
-std::optional<RangeAndValue> ParseRangeAndValue(std::string_view text) {
-    const std::vector<std::string_view> fields = SplitFields(text, ',');
-    const std::optional<std::int32_t> minimum = ParseWholeInteger(fields[0]);
-    if (!minimum || fields.size() > 3)
-        return std::nullopt;
-    RangeAndValue read{*minimum, std::nullopt, std::nullopt};
-    if (fields.size() > 1 && !(read.maximum = ParseWholeInteger(fields[1])))
-        return std::nullopt;
-    if (fields.size() > 2 && !(read.value = ParseWholeFloat(fields[2])))
-        return std::nullopt;
-    return read;
-}
-
-std::string RangeAndValueText(std::int32_t minimum, std::int32_t maximum, float value) {
-    return std::to_string(minimum) + "," + std::to_string(maximum) + "," + FormatFloat(value);
-}
-
 std::string FormatFloat(float value) {
     char text[longestFloatText];
     const auto result =

@@ -44,16 +44,6 @@ bool ParseIntegers(std::string_view text, std::span<std::int32_t> numbers);
 // Nothing when any other piece is no number.
 std::optional<std::vector<float>> ParseFloats(std::string_view text);
 
-// "minimum,maximum,value", of which the value, or maximum and value, may be missing. Nothing when a field
-// that is there is no number of its kind.
-struct RangeAndValue {
-    std::int32_t minimum;
-    std::optional<std::int32_t> maximum;
-    std::optional<float> value;
-};
-std::optional<RangeAndValue> ParseRangeAndValue(std::string_view text);
-std::string RangeAndValueText(std::int32_t minimum, std::int32_t maximum, float value);
-
 // As "%g" does: six significant digits, no trailing zeros. 12 characters at most.
 std::string FormatFloat(float value);
 constexpr std::size_t longestFloatText = 12;

@@ -2,6 +2,7 @@
 #include "logic/controls/ShownValue.h"
 #include "logic/text/FloatFormat.h"
 #include "logic/text/Numbers.h"
+#include "logic/text/Ranges.h"
 #include "tests/native/Tables.h"
 
 #include <clocale>
@@ -65,6 +66,9 @@ TEST_CASE("a range and a value are whole fields, from the front") {
     CheckRefused(ParseRangeAndValue, "", ",6,3", "loud", "99999999999", "-60,", "-60,x,3", "-60,6,loud",
                  "-60,6,3 dB", "0,100,2,5", "1.5,2");
     CHECK(RangeAndValueText(-80, 18, 2.5F) == "-80,18,2.5");
+    CHECK(ParseRange("-60,6").value().maximum == 6);
+    CHECK(!ParseRange("-60").value().maximum);
+    CheckRefused(ParseRange, "", "5,", "5 x", "5,6,7");
     std::int32_t numbers[] = {7, 8};
     CHECK((ParseIntegers(" -1 ", numbers) && numbers[0] == -1 && numbers[1] == 8));
     CHECK((ParseIntegers("3,4", numbers) && numbers[0] == 3 && numbers[1] == 4));

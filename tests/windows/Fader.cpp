@@ -102,10 +102,15 @@ TEST_CASE("values are answered and taken by the rules of their datatype") {
     CHECK(Send(fader, COMMAND_SET, DATATYPE_TEXT, text) == 1);
     CHECK(text == std::string("-80.000000")); // learns the limit
     panel.Declare(DEVICES);
-    LoadLines(fader, "value=0|function=AMP1*gain");
-    for (const auto& [line, sent] : {std::pair("properties=-60", 0.0F), {"properties=-60,6,3", 3.0F}}) {
-        CHECK(Load(fader, line) == 1); // any part of a range sends
+    LoadLines(fader, "value=-80|function=AMP1*gain");
+    // Any part of a range sends. A value stays as it is, even beyond the new range, until it is set or the
+    // device holds another one.
+    for (const auto& [line, sent] : {std::pair("properties=-60", -80.0F), {"properties=-60,6,3", 3.0F}}) {
+        CHECK(Load(fader, line) == 1);
+        Poll(fader);
         CHECK(Gain(panel) == sent);
+        CHECK(Value(fader) == sent);
+        CHECK(!ShowsNotEqual(fader));
     }
 }
 

@@ -1,0 +1,61 @@
+#include "Controls/drawing/Lamp.h"
+
+#include "Panelhost/Bitmap.h"
+#include "Panelhost/Panelhost.h"
+#include "base/Gdi.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr int SIGN_MARGIN = 3; // around the not-equal sign
+
+COLORREF Between(COLORREF dark, COLORREF lit, int step, int steps) {
+    const auto channel = [&](BYTE from, BYTE to) { return from + (to - from) * step / steps; };
+    return RGB(channel(GetRValue(dark), GetRValue(lit)), channel(GetGValue(dark), GetGValue(lit)),
+               channel(GetBValue(dark), GetBValue(lit)));
+}
+
+} // namespace
+
+void DrawLamp(HDC dc, const RECT& area, int step, int steps) {
+    constexpr COLORREF RIM = RGB(28, 30, 32);
+    constexpr COLORREF DARK = RGB(20, 70, 28);
+    constexpr COLORREF LIT = RGB(70, 240, 96);
+    constexpr COLORREF GLOSS = RGB(214, 255, 220);
+    const int size = std::min(area.right - area.left, area.bottom - area.top);
+    const int left = (area.left + area.right - size) / 2;
+    const int top = (area.top + area.bottom - size) / 2;
+    const auto disc = [&](int inset, COLORREF colour) {
+        SetDCBrushColor(dc, colour);
+        Ellipse(dc, left + inset, top + inset, left + size + 1 - inset, top + size + 1 - inset);
+    };
+    const Selected brush(dc, GetStockObject(DC_BRUSH));
+    const Selected pen(dc, GetStockObject(NULL_PEN));
+    disc(0, RIM);
+    disc(std::max(size / 12, 1), Between(DARK, LIT, step, steps - 1));
+    if (step > 0) {
+        const int spot = std::max(size / 5, 2);
+        SetDCBrushColor(dc, GLOSS);
+        Ellipse(dc, left + size / 4, top + size / 4, left + size / 4 + spot + 1, top + size / 4 + spot + 1);
+    }
+}
+
+void DrawUnknownLamp(HDC dc, const RECT& client) {
+    constexpr COLORREF PLATE = RGB(168, 168, 168);
+    constexpr COLORREF CROSS = RGB(16, 16, 16);
+    const Selected brush(dc, GetStockObject(DC_BRUSH));
+    const Selected pen(dc, GetStockObject(DC_PEN));
+    SetDCBrushColor(dc, PLATE);
+    SetDCPenColor(dc, CROSS);
+    FillRect(dc, &client, static_cast<HBRUSH>(GetStockObject(DC_BRUSH)));
+    MoveToEx(dc, 0, 0, nullptr);
+    LineTo(dc, client.right, client.bottom);
+    MoveToEx(dc, 0, client.bottom - 1, nullptr);
+    LineTo(dc, client.right, -1);
+}
+
+bool HasRoomForSign(const RECT& client) {
+    const OSMIRBitmap& sign = *a_GetNotEqualSign();
+    return client.right >= sign.Width() + 2 * SIGN_MARGIN && client.bottom >= sign.Height() + 2 * SIGN_MARGIN;
+}
