@@ -73,19 +73,24 @@ private:
     char block_[65536];
 };
 
+// Listens on this machine. Answers the port.
+u_short Listen(SOCKET listening) {
+    sockaddr_in address{};
+    int length = sizeof address;
+    address.sin_family = AF_INET;
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    bind(listening, reinterpret_cast<const sockaddr*>(&address), sizeof address);
+    listen(listening, 1);
+    getsockname(listening, reinterpret_cast<sockaddr*>(&address), &length);
+    return ntohs(address.sin_port);
+}
+
 // Serves one client on a thread of its own, which ends with it. Each block goes to the function.
 class BareServer {
 public:
     explicit BareServer(std::function<void(const Connection&, const char*, int)> take)
         : listening_(socket(AF_INET, SOCK_STREAM, 0)) {
-        sockaddr_in address{};
-        int length = sizeof address;
-        address.sin_family = AF_INET;
-        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-        bind(listening_, reinterpret_cast<const sockaddr*>(&address), sizeof address);
-        listen(listening_, 1);
-        getsockname(listening_, reinterpret_cast<sockaddr*>(&address), &length);
-        port_ = ntohs(address.sin_port);
+        port_ = Listen(listening_);
         thread_ = std::thread([this, take = std::move(take)] {
             const auto client = std::make_unique<Connection>(accept(listening_, nullptr, nullptr));
             for (int count = 0; (count = client->ReceiveSome()) > 0;) {
@@ -212,14 +217,7 @@ std::atomic<int> recordsTraced;
 void MeasureCan(Report& report, const BenchPanel& panel, HWND network) {
     // The records come from a server on this side, to which the control connects.
     const SOCKET listening = socket(AF_INET, SOCK_STREAM, 0);
-    sockaddr_in address{};
-    int length = sizeof address;
-    address.sin_family = AF_INET;
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    bind(listening, reinterpret_cast<const sockaddr*>(&address), sizeof address);
-    listen(listening, 1);
-    getsockname(listening, reinterpret_cast<sockaddr*>(&address), &length);
-    const std::string line = "can=127.0.0.1:" + std::to_string(ntohs(address.sin_port));
+    const std::string line = "can=127.0.0.1:" + std::to_string(Listen(listening));
     SendMessageA(network, CWM_LOAD, LOAD_FROM_FILE, reinterpret_cast<LPARAM>(line.c_str()));
     const auto records = std::make_unique<Connection>(accept(listening, nullptr, nullptr));
     closesocket(listening);

@@ -33,9 +33,8 @@ std::string FieldText(const ControlDialog& dialog, const DialogField& field) {
 
 // Why a text cannot be the value of a field; empty when it can.
 std::string Objection(const DialogField& field, const std::string& text) {
-    switch (field.info->kind) {
+    switch (field.number >= 0 ? KeywordKind::Integer : field.info->kind) { // one of several is whole
     case KeywordKind::Integer:
-    case KeywordKind::Numbers:
         return logic::ParseWholeInteger(text) ? "" : "is not a whole number";
     case KeywordKind::Number:
         return logic::ParseWholeFloat(text) ? "" : "is not a number";

@@ -32,11 +32,7 @@ struct Keyword {
     }
     // The row of the default value, for that of the keyword `value`.
     constexpr Keyword AsDefault() const { return Named(" ").Says("The same as `value`."); }
-    constexpr Keyword Says(const char* sentence) const {
-        Keyword more = *this;
-        more.info.sentence = sentence;
-        return more;
-    }
+    constexpr Keyword Says(const char* sentence) const { return With(&KEYWORDINFO::sentence, sentence); }
     constexpr Keyword Flagged(int flags) const {
         Keyword more = *this;
         more.row.flags |= flags;
@@ -44,80 +40,46 @@ struct Keyword {
     }
     constexpr Keyword Saved() const { return Flagged(KEYWORD_SAVED); }
     // What people read beside its field. The parameter dialog shows the keywords that have a label.
-    constexpr Keyword Label(const char* label) const {
-        Keyword more = *this;
-        more.info.label = label;
-        return more;
-    }
-    // The items of the dialog that others know: the field, and the button or the preview beside it.
+    constexpr Keyword Label(const char* label) const { return With(&KEYWORDINFO::label, label); }
+    // The items of the dialog that others know: the field, and the button beside it.
     constexpr Keyword Items(int field, int chooser = 0) const {
-        Keyword more = *this;
-        more.info.item = field;
-        more.info.chooser = chooser;
-        return more;
+        return With(&KEYWORDINFO::item, field).With(&KEYWORDINFO::chooser, chooser);
     }
     // A text in the dialog that shows what becomes of the value.
     constexpr Keyword Preview(std::string (*preview)(std::string_view), int item = 0) const {
-        Keyword more = *this;
-        more.info.preview = preview;
-        more.info.previewItem = item;
-        return more;
+        return With(&KEYWORDINFO::preview, preview).With(&KEYWORDINFO::previewItem, item);
     }
-    constexpr Keyword Unit(const char* unit) const {
-        Keyword more = *this;
-        more.info.unit = unit;
-        return more;
-    }
+    constexpr Keyword Unit(const char* unit) const { return With(&KEYWORDINFO::unit, unit); }
     // For what refuses numbers beyond these; the row of a handler that checks them by itself says so.
     constexpr Keyword Limits(double minimum, double maximum) const {
-        Keyword more = *this;
-        more.info.hasLimits = true;
-        more.info.minimum = minimum;
-        more.info.maximum = maximum;
-        return more;
+        return With(&KEYWORDINFO::hasLimits, true)
+            .With(&KEYWORDINFO::minimum, minimum)
+            .With(&KEYWORDINFO::maximum, maximum);
     }
-    // Words that stand for its values, separated by commas, where the handler takes other texts too or
-    // they are numbers: "0,1".
+    // Words that stand for its values, separated by commas, where the handler takes other texts too or they
+    // are numbers: "0,1".
     constexpr Keyword OneOf(const char* words) const {
-        Keyword more = *this;
-        more.info.kind = KeywordKind::Words;
-        more.info.words = words;
-        return more;
+        return With(&KEYWORDINFO::kind, KeywordKind::Words).With(&KEYWORDINFO::words, words);
     }
     // What the control writes into panel files by itself and never takes from them.
-    constexpr Keyword OnlyWritten() const {
-        Keyword more = *this;
-        more.info.isOnlyWritten = true;
-        return more;
-    }
-    constexpr Keyword AsTyped() const {
-        Keyword more = *this;
-        more.info.isAsTyped = true;
-        return more;
-    }
-    constexpr Keyword MayBeEmpty() const {
-        Keyword more = *this;
-        more.info.mayBeEmpty = true;
-        return more;
-    }
+    constexpr Keyword OnlyWritten() const { return With(&KEYWORDINFO::isOnlyWritten, true); }
+    constexpr Keyword AsTyped() const { return With(&KEYWORDINFO::isAsTyped, true); }
+    constexpr Keyword MayBeEmpty() const { return With(&KEYWORDINFO::mayBeEmpty, true); }
     // How the names of the images begin that a dialog offers.
-    constexpr Keyword Pictures(const char* prefix) const {
-        Keyword more = *this;
-        more.info.pictures = prefix;
-        return more;
-    }
+    constexpr Keyword Pictures(const char* prefix) const { return With(&KEYWORDINFO::pictures, prefix); }
     template <std::size_t Count>
     constexpr Keyword Options(const KEYWORDOPTION (&options)[Count]) const {
-        Keyword more = *this;
-        more.info.options = options;
-        more.info.optionCount = Count;
-        return more;
+        return With(&KEYWORDINFO::options, +options).With(&KEYWORDINFO::optionCount, int{Count});
     }
     template <std::size_t Count>
     constexpr Keyword Parts(const KEYWORDPART (&parts)[Count]) const {
+        return With(&KEYWORDINFO::parts, +parts).With(&KEYWORDINFO::partCount, int{Count});
+    }
+
+    template <class Value>
+    constexpr Keyword With(Value KEYWORDINFO::*member, std::type_identity_t<Value> value) const {
         Keyword more = *this;
-        more.info.parts = parts;
-        more.info.partCount = Count;
+        more.info.*member = value;
         return more;
     }
 };

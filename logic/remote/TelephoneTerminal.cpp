@@ -1,23 +1,17 @@
 #include "logic/remote/TelephoneTerminal.h"
 
+#include "logic/remote/ControlCodes.h"
+
 namespace logic {
-
-namespace {
-
-constexpr char backspace = 8;
-constexpr char lineFeed = 10;
-constexpr char carriageReturn = 13;
-
-} // namespace
 
 TelephoneTerminal::Step TelephoneTerminal::Put(char byte) {
     switch (byte) {
-    case backspace:
+    case BACKSPACE:
         text_.Erase();
         return Step::None;
-    case lineFeed:
+    case LINE_FEED:
         return Step::None;
-    case carriageReturn:
+    case CARRIAGE_RETURN:
         break;
     default:
         text_.Append(byte);

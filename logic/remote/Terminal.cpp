@@ -1,31 +1,22 @@
 #include "logic/remote/Terminal.h"
 
+#include "logic/remote/ControlCodes.h"
 #include "logic/text/PropertyLine.h"
 
 namespace logic {
 
-namespace {
-
-constexpr char abandon = 3; // Ctrl-C
-constexpr char backspace = 8;
-constexpr char lineFeed = 10;
-constexpr char carriageReturn = 13;
-constexpr char escape = 27;
-
-} // namespace
-
 Terminal::Step Terminal::Put(char byte) {
     switch (byte) {
-    case abandon:
+    case ABANDON:
         text_.Clear();
         return Step::Abandon;
-    case backspace:
+    case BACKSPACE:
         text_.Erase();
         return Step::None;
-    case lineFeed:
+    case LINE_FEED:
         return EndLine();
-    case carriageReturn:
-    case escape:
+    case CARRIAGE_RETURN:
+    case ESCAPE:
         return Step::None;
     default:
         text_.Append(byte);
