@@ -119,7 +119,7 @@ LRESULT CONTROLPROPERTIES::OnSave(WPARAM saveCode, LPARAM file) {
                 continue;
             }
             value[0] = '\0';
-            VALUERECORD record{COMMAND_GET, 0, DATATYPE_TEXT, 0, value, nullptr, 0};
+            VALUERECORD record = VALUERECORD::GetText(value);
             row->handler(&record, this);
             lines += name + "*" + row->keyword + "=" + value + "\r\n";
         }
@@ -166,7 +166,7 @@ DWORD CONTROLPROPERTIES::UntilPoll(DWORD now) const noexcept {
 LRESULT CONTROLPROPERTIES::OnGetTooltip(WPARAM, LPARAM lParam) {
     return Guarded(LRESULT{0}, [&] { // called by the program itself, into which no exception may go
         char value[TEXT_SIZE] = "";
-        VALUERECORD record{COMMAND_GET, 0, DATATYPE_TEXT, 0, value, nullptr, 0};
+        VALUERECORD record = VALUERECORD::GetText(value);
         OnMessage(0, reinterpret_cast<LPARAM>(&record));
         std::string text = name;
         if (value[0] != '\0') {

@@ -103,7 +103,11 @@ void a_AnnounceFunction(HOSTINFO* root, const char* address) {
     if (panel == nullptr || address == nullptr) {
         return;
     }
-    for (const HWND target : panel->DependentsOn(address)) {
+    std::vector<HWND> waiting;
+    for (const HOSTINFO* object : panel->bindings.WaitingFor(address)) {
+        waiting.push_back(object->window);
+    }
+    for (const HWND target : waiting) {
         HOSTINFO* object = a_FromWindow(target);
         if (object == nullptr) {
             continue;

@@ -29,20 +29,17 @@ std::string PathOf(const logic::PropertyLine& parts) {
 // Whether the object has the value already, which some answer as they do a refusal.
 bool Holds(const HOSTINFO& object, const KEYWORDROW* table, const logic::PropertyLine& parts) {
     char value[TEXT_SIZE] = "";
-    VALUERECORD record;
-    record.command = COMMAND_GET;
-    record.index = a_FindKeyword(table, std::string(parts.keyword).c_str());
-    record.datatype = DATATYPE_TEXT;
-    record.data = value;
-    if (record.index <= 0 || (table[record.index].flags & KEYWORD_SAVED) == 0) {
+    const int row = a_FindKeyword(table, parts.keyword);
+    if (row <= 0 || (table[row].flags & KEYWORD_SAVED) == 0) {
         return false;
     }
+    VALUERECORD record = VALUERECORD::GetText(value, row);
     SendMessageA(object.window, CWM_MESSAGE, 0, reinterpret_cast<LPARAM>(&record));
     return parts.value == value;
 }
 
 int ReasonOfRefusal(const KEYWORDROW* table, const logic::PropertyLine& parts) {
-    if (table != nullptr && a_FindKeyword(table, std::string(parts.keyword).c_str()) < 0) {
+    if (table != nullptr && a_FindKeyword(table, parts.keyword) < 0) {
         return PH_UNREAD_KEYWORD;
     }
     const bool isColour = parts.value.starts_with("0x");

@@ -20,7 +20,7 @@ LRESULT a_ListProperties(HOSTINFO* object, const KEYWORDROW* table, HWND listVie
         }
         value[0] = '\0';
         // By message: an exception of the handler has to stay in its library.
-        VALUERECORD record{COMMAND_GET, row, DATATYPE_TEXT, 0, value, nullptr, 0};
+        VALUERECORD record = VALUERECORD::GetText(value, row);
         SendMessageA(object->window, CWM_MESSAGE, 0, reinterpret_cast<LPARAM>(&record));
         LVITEMA item{};
         item.mask = LVIF_TEXT;

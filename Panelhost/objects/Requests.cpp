@@ -92,7 +92,7 @@ bool Reach(HOSTINFO* found, const char* keyword, REQUESTITEM& item) {
         return true;
     }
     if (keyword != nullptr && *keyword != '\0') {
-        VALUERECORD query{COMMAND_RESOLVE, 0, DATATYPE_TEXT, 0, const_cast<char*>(keyword), keyword, 0};
+        VALUERECORD query = VALUERECORD::Resolve(keyword);
         found->OnMessage(0, reinterpret_cast<LPARAM>(&query));
         if (query.index == 0 && std::strcmp(keyword, " ") != 0) {
             TRACE("Keyword %s of %s not found\n", keyword, found->name.c_str());
@@ -123,11 +123,11 @@ REQUESTITEM Resolve(const std::string& address, HOSTINFO* object, const char* ke
         REQUESTADDRESS{root, reached && wanted != nullptr ? found->name + "*" + wanted : full});
     if (follow) {
         if (reached) {
-            root->Bind(object, found);
+            root->bindings.Bind(object, found);
         } else {
-            root->WaitFor(object, full);
+            root->bindings.WaitFor(object, full);
             if (star != std::string::npos) {
-                root->WaitFor(object, full.substr(0, star));
+                root->bindings.WaitFor(object, full.substr(0, star));
             }
         }
     }
@@ -146,10 +146,10 @@ void BuildList(std::initializer_list<const BINDINGLIST*> bindings, HOSTINFO* obj
 }
 
 bool IsFollowed(const PanelRoot& root, const HOSTINFO& object, const REQUESTLIST& requests) {
-    const auto& further = root.FurtherLists(&object);
+    const auto& further = root.bindings.FurtherLists(&object);
     return &requests == &object.requests ||
            std::any_of(further.begin(), further.end(),
-                       [&](const PanelRoot::FurtherList& list) { return list.requests == &requests; });
+                       [&](const Bindings::FurtherList& list) { return list.requests == &requests; });
 }
 
 int ReplaceBindings(const char* text, BINDINGLIST& list, HOSTINFO* object, const BINDINGLIST& functions,
@@ -357,9 +357,9 @@ int a_IsConnected(HOSTINFO* object, const char* function, void*) {
         if (root == nullptr) {
             return 0;
         }
-        const auto& further = root->FurtherLists(object);
+        const auto& further = root->bindings.FurtherLists(object);
         return std::any_of(further.begin(), further.end(),
-                           [&](const PanelRoot::FurtherList& list) { return names(*list.functions); })
+                           [&](const Bindings::FurtherList& list) { return names(*list.functions); })
                    ? 1
                    : 0;
     });
@@ -390,8 +390,8 @@ void a_BuildRequestList(const BINDINGLIST& functions, const BINDINGLIST& connect
             return;
         }
         // What an object depends on is known for all its lists together.
-        root->Forget(object);
-        for (const auto& [furtherFunctions, furtherRequests] : root->FurtherLists(object)) {
+        root->bindings.Forget(object);
+        for (const auto& [furtherFunctions, furtherRequests] : root->bindings.FurtherLists(object)) {
             if (furtherRequests != &requests) {
                 BuildList({furtherFunctions}, object, *furtherRequests, nullptr, true);
             }
@@ -406,7 +406,7 @@ void a_BuildRequestList(const BINDINGLIST& functions, const BINDINGLIST& connect
 void a_FollowRequests(HOSTINFO* object, const BINDINGLIST& functions, REQUESTLIST& requests) {
     if (PanelRoot* root = PanelRoot::Above(object); root != nullptr) {
         Guarded([&] {
-            root->Follow(object, {&functions, &requests});
+            root->bindings.Follow(object, {&functions, &requests});
             a_BuildRequestList(functions, {}, object, requests);
         });
     }

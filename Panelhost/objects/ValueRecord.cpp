@@ -108,11 +108,12 @@ int a_ReadBytes(const VALUERECORD* record, int datatype, void* value, int size) 
 }
 
 int a_FindKeyword(const KEYWORDROW* table, const char* keyword) {
-    if (table == nullptr || keyword == nullptr) {
-        return -1;
-    }
-    for (int row = 0; table[row].keyword != nullptr; ++row) {
-        if (std::strcmp(table[row].keyword, keyword) == 0) {
+    return keyword == nullptr ? -1 : a_FindKeyword(table, std::string_view(keyword));
+}
+
+int a_FindKeyword(const KEYWORDROW* table, std::string_view keyword) {
+    for (int row = 0; table != nullptr && table[row].keyword != nullptr; ++row) {
+        if (keyword == table[row].keyword) {
             return row;
         }
     }
