@@ -4,7 +4,6 @@
 
 #include "base/Gdi.h"
 #include "base/Threads.h"
-#include "logic/text/PropertyLine.h"
 
 namespace {
 
@@ -30,12 +29,10 @@ void INTERFACEPROPERTIES::Created() {
     a_ApplyVisibility(this);
 }
 
-LRESULT INTERFACEPROPERTIES::OnLoad(WPARAM loadMode, LPARAM line) {
-    if (loadMode == LOAD_FROM_FILE && line != 0 &&
-        IsOnlyWritten(logic::SplitPropertyLine(reinterpret_cast<const char*>(line)).keyword)) {
-        return 0;
-    }
-    return CONTROLPROPERTIES::OnLoad(loadMode, line);
+LRESULT INTERFACEPROPERTIES::LoadLine(WPARAM loadMode, const char* line, const logic::PropertyLine& parts) {
+    return loadMode == LOAD_FROM_FILE && IsOnlyWritten(parts.keyword)
+               ? 0
+               : CONTROLPROPERTIES::LoadLine(loadMode, line, parts);
 }
 
 LRESULT INTERFACEPROPERTIES::OnTimer(WPARAM timer, LPARAM lParam) {

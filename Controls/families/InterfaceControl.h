@@ -13,7 +13,7 @@ public:
     // Hides the window in an operated panel. A control's own version calls this one.
     void Created() override;
     void Draw(HDC dc, const RECT& client) const override;
-    LRESULT OnLoad(WPARAM loadMode, LPARAM line) override;
+    LRESULT LoadLine(WPARAM loadMode, const char* line, const logic::PropertyLine& parts) override;
     LRESULT OnTimer(WPARAM timer, LPARAM lParam) override;
 
     virtual SIZE SizeWithoutPicture() const { return {100, 100}; } // pixels

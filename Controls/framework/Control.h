@@ -2,6 +2,7 @@
 
 #include "Controls/framework/ControlClass.h"
 #include "Panelhost/Panelhost.h"
+#include "logic/text/PropertyLine.h"
 
 #include <optional>
 #include <string>
@@ -38,6 +39,8 @@ public:
     // What a control adds. Drawing changes nothing; the panel's background is there already.
     virtual const char* DefaultProperties() const { return nullptr; } // a property line loaded at creation
     virtual void SetDefaults() {}
+    // A property line, split into its parts, which lie within it.
+    virtual LRESULT LoadLine(WPARAM loadMode, const char* line, const logic::PropertyLine& parts);
     virtual void Created() {}    // all is set up and the object can be found: the last step of creation
     virtual void Destroying() {} // the window goes; the object can still be found
     virtual int ControlType() const { return controlClass->controlType; } // datatype of the main value

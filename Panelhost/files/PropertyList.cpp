@@ -2,8 +2,8 @@
 
 #include "Panelhost/PropertyList.h"
 
+#include "Panelhost/Hostinfo.h"
 #include "Panelhost/Messages.h"
-#include "Panelhost/files/PanelSaving.h"
 #include "Panelhost/files/TextCollector.h"
 
 #include <commctrl.h>
@@ -41,17 +41,16 @@ int a_WriteText(HANDLE file, const char* text, std::size_t length) {
     }
     if (const auto collected = TextCollector::Append(file, text, length)) {
         if (!*collected) {
-            PanelSaving::Failed(ERROR_NOT_ENOUGH_MEMORY);
+            SetLastError(ERROR_NOT_ENOUGH_MEMORY);
         }
         return *collected ? 1 : 0;
     }
     DWORD written = 0;
     if (!WriteFile(file, text, static_cast<DWORD>(length), &written, nullptr)) {
-        PanelSaving::Failed(GetLastError());
         return 0;
     }
     if (written != length) {
-        PanelSaving::Failed(ERROR_DISK_FULL);
+        SetLastError(ERROR_DISK_FULL);
         return 0;
     }
     return 1;

@@ -200,8 +200,8 @@ LRESULT PanelRoot::OnLoad(WPARAM loadMode, LPARAM lParam) {
     if (!a_IsPropertyValue(this, KEYWORDS, row, parts.value)) {
         return EDITTRACE(this, "Error reading line %s", line);
     }
-    char value[TEXT_SIZE] = "";
-    parts.value.copy(value, TEXT_SIZE - 1);
+    char value[TEXT_SIZE];
+    value[parts.value.copy(value, TEXT_SIZE - 1)] = '\0';
     VALUERECORD record = VALUERECORD::SetText(value, row);
     const bool edited = loadMode != LOAD_FROM_FILE && (KEYWORDS[row].flags & KEYWORD_SAVED) != 0;
     if (a_DispatchRecord(this, KEYWORDS, &record) == 0) {
