@@ -2,6 +2,7 @@
 
 #include "Panelhost/objects/PanelRoot.h"
 
+#include "Panelhost/Trace.h"
 #include "Panelhost/objects/ObjectTree.h"
 #include "Panelhost/objects/PanelProcedure.h"
 #include "base/DrawingHeld.h"
@@ -26,6 +27,7 @@ PanelRoot* PanelRoot::Create(HWND panel, const char* rootName) {
     }
     auto* root = new PanelRoot;
     root->window = panel;
+    root->thread_ = GetWindowThreadProcessId(panel, nullptr);
     root->kind = KIND_ROOT;
     root->name = logic::CleanName(rootName == nullptr ? "" : rootName);
     root->root_ = root;
@@ -52,6 +54,17 @@ bool PanelRoot::AnyKept() {
 
 PanelRoot* PanelRoot::Above(const HOSTINFO* object) {
     return object == nullptr ? nullptr : object->root_;
+}
+
+bool PanelRoot::IsOnItsThread(const HOSTINFO* object) {
+    PanelRoot* root = Above(object);
+    if (root == nullptr || root->thread_ == GetCurrentThreadId()) {
+        return true;
+    }
+    if (!root->isToldOfThreads_.exchange(true)) {
+        TRACE("A request to %s was made on another thread than the panel's\n", object->name.c_str());
+    }
+    return false;
 }
 
 PanelRoot::~PanelRoot() {

@@ -9,6 +9,7 @@
 #include "base/SharedLock.h"
 #include "logic/remote/TerminalAdmission.h"
 
+#include <atomic>
 #include <list>
 #include <string>
 #include <unordered_map>
@@ -26,6 +27,9 @@ public:
     static bool AnyKept();
     // The root above an object, or null.
     static PanelRoot* Above(const HOSTINFO* object);
+    // Whether a request to that object may be made on this thread. The trace says, once for each root, that
+    // one was made on another thread than the panel's.
+    static bool IsOnItsThread(const HOSTINFO* object);
     ~PanelRoot() override;
     // Ends it at once, with all its controls and devices. Its memory goes when nobody holds it any more.
     void Destroy();
@@ -107,7 +111,9 @@ private:
 
     int holds_ = 1; // one until Destroy, one of each Held
     bool ended_ = false;
-    unsigned removals_ = 0;                             // of objects so far
+    unsigned removals_ = 0; // of objects so far
+    DWORD thread_ = 0;      // of the panel window
+    std::atomic<bool> isToldOfThreads_ = false;
     SharedLock lock_;                                   // guards byName_: other threads look names up
     std::unordered_map<std::string, HOSTINFO*> byName_; // full names in folded form
     std::unordered_map<std::string, int> lastNumber_;   // folded name: last number appended to make it free
