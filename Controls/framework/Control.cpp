@@ -131,7 +131,9 @@ LRESULT CONTROLPROPERTIES::OnSave(WPARAM saveCode, LPARAM file) {
         TRACE("Unknown wSaveCode %x\n", static_cast<unsigned>(saveCode));
         return 0;
     }
-    return a_WriteText(reinterpret_cast<HANDLE>(file), lines.data(), lines.size()) != 0 ? 0 : -1;
+    return a_WriteText(reinterpret_cast<HANDLE>(file), lines.data(), lines.size()) != 0
+               ? 0
+               : static_cast<LRESULT>(GetLastError());
 }
 
 LRESULT CONTROLPROPERTIES::OnSaveToListCtrl(WPARAM, LPARAM listView) {

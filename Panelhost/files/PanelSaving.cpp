@@ -11,27 +11,16 @@
 
 namespace {
 
-// The reason of the system for what has just failed.
-DWORD LastReason(DWORD otherwise) {
-    const DWORD error = GetLastError();
-    return error != ERROR_SUCCESS ? error : otherwise;
-}
-
 DWORD Write(HANDLE file, const std::string& text) {
-    SetLastError(ERROR_SUCCESS);
-    return a_WriteText(file, text.data(), text.size()) != 0 ? DWORD{ERROR_SUCCESS}
-                                                            : LastReason(ERROR_WRITE_FAULT);
+    return a_WriteText(file, text.data(), text.size()) != 0 ? DWORD{ERROR_SUCCESS} : GetLastError();
 }
 
-// What could not be written is told by a result that is not 0 and by exceptions that were kept inside.
+// What could not be written is told by a result that is not 0, and by exceptions that were kept inside.
 DWORD Ask(const HOSTINFO& object, WPARAM saveCode, HANDLE file) {
     const unsigned failures = FailureCount();
-    SetLastError(ERROR_SUCCESS);
-    const LRESULT failed = SendMessageA(object.window, CWM_SAVE, saveCode, reinterpret_cast<LPARAM>(file));
-    const DWORD reason = LastReason(ERROR_NOT_ENOUGH_MEMORY);
-    return FailureCount() != failures ? DWORD{ERROR_NOT_ENOUGH_MEMORY}
-           : failed != 0              ? reason
-                                      : DWORD{ERROR_SUCCESS};
+    const LRESULT reason = SendMessageA(object.window, CWM_SAVE, saveCode, reinterpret_cast<LPARAM>(file));
+    return FailureCount() == failures && reason >= 0 ? static_cast<DWORD>(reason)
+                                                     : DWORD{ERROR_NOT_ENOUGH_MEMORY};
 }
 
 } // namespace
@@ -125,7 +114,8 @@ DWORD PanelSaving::WriteAll(PanelRoot& root, HANDLE file) {
         error = error == ERROR_SUCCESS ? write(*control) : error;
     }
     if (error == ERROR_SUCCESS && !FlushFileBuffers(file)) {
-        error = LastReason(ERROR_WRITE_FAULT);
+        const DWORD reason = GetLastError();
+        error = reason != ERROR_SUCCESS ? reason : DWORD{ERROR_WRITE_FAULT};
     }
     return error;
 }

@@ -47,6 +47,9 @@ int a_WriteText(HANDLE file, const char* text, std::size_t length) {
     }
     DWORD written = 0;
     if (!WriteFile(file, text, static_cast<DWORD>(length), &written, nullptr)) {
+        if (GetLastError() == ERROR_SUCCESS) {
+            SetLastError(ERROR_WRITE_FAULT);
+        }
         return 0;
     }
     if (written != length) {

@@ -257,8 +257,9 @@ LRESULT PanelRoot::OnSave(WPARAM saveCode, LPARAM file) {
                 lines += std::string(row.keyword) + "=" + value + "\r\n";
             }
         }
-        return a_WriteText(reinterpret_cast<HANDLE>(file), lines.data(), lines.size()) != 0 ? LRESULT{0}
-                                                                                            : LRESULT{-1};
+        return a_WriteText(reinterpret_cast<HANDLE>(file), lines.data(), lines.size()) != 0
+                   ? LRESULT{0}
+                   : static_cast<LRESULT>(GetLastError());
     });
 }
 

@@ -112,8 +112,10 @@ int a_FindKeyword(const KEYWORDROW* table, const char* keyword) {
 }
 
 int a_FindKeyword(const KEYWORDROW* table, std::string_view keyword) {
+    const char* wanted = keyword.empty() ? "" : keyword.data(); // an empty one may point nowhere
     for (int row = 0; table != nullptr && table[row].keyword != nullptr; ++row) {
-        if (keyword == table[row].keyword) {
+        const char* name = table[row].keyword; // most differ in the first letter already
+        if (std::strncmp(name, wanted, keyword.size()) == 0 && name[keyword.size()] == '\0') {
             return row;
         }
     }

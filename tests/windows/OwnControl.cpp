@@ -17,7 +17,9 @@ LRESULT Save(HOSTINFO& object, WPARAM code, HANDLE file) {
     case OwnControl::Refuses:
         return -1;
     case OwnControl::HitsFullDisk:
-        return a_WriteText(nullptr, line.data(), line.size()) != 0 ? 0 : -1; // which takes as little
+        return a_WriteText(nullptr, line.data(), line.size()) != 0 // which takes as little
+                   ? 0
+                   : static_cast<LRESULT>(GetLastError());
     default:
         a_WriteText(file, line.data(), line.size());
         if (code == SAVE_PROPERTIES && ownBytes > 0) {

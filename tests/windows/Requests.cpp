@@ -434,13 +434,14 @@ TEST_CASE("requests are for the panel's thread, to which a transport's posts its
     const ActingDevice device(panel, "ACTING");
     HWND knob = CreateKnob(panel, "Knob");
     HWND control = panel.Create("LED", "Control");
+    REQUESTLIST& requests = ObjectOf(control).requests;
     const TraceCapture trace;
     for (const char* line : {"function=AMP1*gain1", "connection=Knob"}) {
         Load(control, line);
         Outcome outcome{};
         std::thread([&] {
             float value = 5.0F;
-            outcome = Request(control, COMMAND_SET, DATATYPE_FLOAT, &value);
+            outcome.success = a_SendRequest(requests, COMMAND_SET, DATATYPE_FLOAT, &value, &outcome.result);
             PostMessageA(device.window, DEVICE_NEWS, 7, 8);
         }).join();
         CHECK(outcome == Outcome{0, REQUEST_UNREACHABLE});
