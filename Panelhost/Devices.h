@@ -5,10 +5,37 @@
 
 #include <string>
 
-// A device of the network: an object of kind 1 under the root with a message-only window, so that value
-// records reach it from any thread. A transport derives from it, answers OnRequestList with the handler of a
-// parameter, OnIsAlive, OnGetKeywords and OnGetDatatype, the text forms of OnGet and OnSet (read a parameter,
-// and change it as if the device itself had), and OnTimer once a tick of the root.
+struct DeviceKind;
+
+// What is known of the value of a device parameter. It says more than the answers of the handler
+// (REQUESTHANDLER), which are the same in several states. A kind of device has those states that it can tell
+// apart.
+constexpr int PARAMETER_NONE = 0;        // there is no such parameter
+constexpr int PARAMETER_UNKNOWN = 1;     // no value has come yet
+constexpr int PARAMETER_PENDING = 2;     // a value that was set waits, or is not confirmed yet
+constexpr int PARAMETER_LIVE = 3;        // the device holds it
+constexpr int PARAMETER_UNCONFIRMED = 4; // a value that was set was never confirmed
+constexpr int PARAMETER_STALE = 5;       // the device has been silent for a while
+constexpr int PARAMETER_LOST = 6;        // the device cannot be reached
+constexpr int PARAMETER_OFF = 7;         // the device is switched off here
+constexpr int PARAMETER_REFUSED = 8;     // something else answers in place of the device
+constexpr int PARAMETER_SENT = 9;        // sent to a device that answers nothing by nature
+
+constexpr DWORD NO_AGE = 0xFFFFFFFF;
+
+// Posted to the window of a device, from any thread, by a transport that has something for it: OnDataInBuffer
+// then gets both parameters, on the panel's thread. One that finds the device gone is lost with the window.
+constexpr UINT DEVICE_NEWS = WM_USER + 1;
+
+// A device of the network: an object of kind 1 under the root with a message-only window. A kind of device
+// derives from it, answers OnRequestList with the handler of a parameter, OnIsAlive, OnGetKeywords and
+// OnGetDatatype, the text forms of OnGet and OnSet (read a parameter, and change it as if the device itself
+// had), OnParameterState, and OnTimer once a tick of the root.
+//
+// All of it is for the panel's thread alone: handlers take no lock, and a request (a_SendRequest,
+// a_SendToItem) on another thread is traced and not carried out. Other threads send value records to the
+// window (CWM_MESSAGE), which carries them out on the panel's thread; the thread of a transport, which must
+// not wait for the panel, posts DEVICE_NEWS.
 class PANELHOST_API DEVICE : public HOSTINFO {
 public:
     DEVICE();
@@ -18,7 +45,16 @@ public:
     bool Register(HOSTINFO* root, const char* deviceName);
 
     LRESULT OnMessage(WPARAM wParam, LPARAM record) override;
+
+    // PARAMETER_..., and the milliseconds since its value last came, NO_AGE when that is not known. Here:
+    // live or lost, as OnIsAlive says. Asking moves nothing.
+    virtual int OnParameterState(const char* keyword, DWORD* age);
+
+    const DeviceKind* deviceKind = nullptr; // null when no device file has made it
 };
+
+// The state of the device parameter at an address, PARAMETER_..., and its age where that is asked for.
+PANELHOST_API int a_ParameterState(HOSTINFO* root, const char* address, DWORD* age = nullptr);
 
 // Tells every control bound to the address that the device parameter came or went.
 PANELHOST_API void a_AnnounceFunction(HOSTINFO* root, const char* address);

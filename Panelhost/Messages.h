@@ -11,7 +11,7 @@ constexpr UINT CWM_MESSAGE = 0x8000;
 // line whose keyword is unknown changes nothing; from elsewhere it sets the default value.
 constexpr UINT CWM_LOAD = 0x8001;
 // wParam a save code, lParam the open file HANDLE the lines are written to. 0; anything else when the lines
-// could not be made: the panel is then not saved.
+// could not be made or written, above 0 the system's reason: the panel is then not saved.
 constexpr UINT CWM_SAVE = 0x8002;
 // lParam a report list view with two columns: keywords and values are appended to it.
 constexpr UINT CWM_SAVETOLISTCTRL = 0x8003;

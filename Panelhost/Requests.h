@@ -75,6 +75,7 @@ PANELHOST_API void a_EmptyRequestList(REQUESTLIST& requests);
 // datatype counts as one that cannot be reached. Returns non-zero on success: every item was reached and none
 // refused, whether or not it held a set value before. The list may change, and objects may go, while it is
 // being sent. While a panel file is loaded (a_IsLoading) devices take a set as any other, and get nothing.
+// Requests are made on the panel's thread only; one on another thread reaches nothing, and is traced.
 PANELHOST_API int a_SendRequest(REQUESTLIST& requests, int command, int datatype, void* data, int* result);
 
 // Sends one record to one item: through its handler, or as CWM_MESSAGE to its target's window. -1 when the

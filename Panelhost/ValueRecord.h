@@ -4,6 +4,7 @@
 #include "Panelhost/Messages.h"
 
 #include <string>
+#include <string_view>
 
 class HOSTINFO;
 
@@ -39,6 +40,28 @@ struct VALUERECORD {
     void* data = nullptr;
     const char* name = nullptr; // keyword, or null
     int reserved2 = 0;
+
+    // Records that read a value into the data, and that set it from there: of a row of the keyword table, or,
+    // by Named, of a keyword. A text is in a buffer of TEXT_SIZE bytes.
+    static constexpr VALUERECORD Get(int datatype, void* data, int row = 0) {
+        return {COMMAND_GET, row, datatype, 0, data, nullptr, 0};
+    }
+    static constexpr VALUERECORD Set(int datatype, void* data, int row = 0) {
+        return {COMMAND_SET, row, datatype, 0, data, nullptr, 0};
+    }
+    static constexpr VALUERECORD GetText(char* buffer, int row = 0) {
+        return Get(DATATYPE_TEXT, buffer, row);
+    }
+    static constexpr VALUERECORD SetText(char* text, int row = 0) { return Set(DATATYPE_TEXT, text, row); }
+    // Asks for the row of a keyword.
+    static constexpr VALUERECORD Resolve(const char* keyword) {
+        return {COMMAND_RESOLVE, 0, DATATYPE_TEXT, 0, nullptr, keyword, 0};
+    }
+    constexpr VALUERECORD Named(const char* keyword) const {
+        VALUERECORD record = *this;
+        record.name = keyword;
+        return record;
+    }
 };
 
 // Returns 1 when it handled the record (get: something new was stored; set: something was taken), 0
@@ -68,6 +91,7 @@ struct KEYWORDROW {
 
 // Row number of a keyword (exact, case-sensitive), or -1. A null table or keyword gives -1.
 PANELHOST_API int a_FindKeyword(const KEYWORDROW* table, const char* keyword);
+PANELHOST_API int a_FindKeyword(const KEYWORDROW* table, std::string_view keyword);
 
 // Answers a get record: stores the value in the record's datatype and returns 1, or returns 0 when the
 // caller's buffer already holds it, when the datatype is none of integer, float and text, when there is no

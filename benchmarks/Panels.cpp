@@ -43,7 +43,7 @@ Workload ShowBand(HWND eq, bool isChanged) {
         const double start = Now();
         for (int i = 0; i < REPETITIONS; ++i) {
             band.frequency = isChanged && i % 2 == 0 ? 880.0F : 440.0F;
-            VALUERECORD record{COMMAND_SET, 0, DATATYPE_MASTER_EQ, 0, &band, nullptr, 0};
+            VALUERECORD record = VALUERECORD::Set(DATATYPE_MASTER_EQ, &band);
             SendMessageA(eq, CWM_MESSAGE, 0, reinterpret_cast<LPARAM>(&record));
             UpdateWindow(field);
         }

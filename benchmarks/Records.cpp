@@ -18,7 +18,7 @@ Workload Get(HWND window, const char* keyword) {
         const double start = Now();
         for (int i = 0; i < REPETITIONS; ++i) {
             value = -1.0F;
-            VALUERECORD record{COMMAND_GET, 0, DATATYPE_FLOAT, 0, &value, keyword, 0};
+            VALUERECORD record = VALUERECORD::Get(DATATYPE_FLOAT, &value).Named(keyword);
             SendMessageA(window, CWM_MESSAGE, 0, reinterpret_cast<LPARAM>(&record));
         }
         return (Now() - start) / REPETITIONS;

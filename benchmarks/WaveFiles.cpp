@@ -51,7 +51,7 @@ double WritePairs(const std::string& path) {
 
 bool IsGenerating(HWND generator) {
     char text[TEXT_SIZE] = "";
-    VALUERECORD record{COMMAND_GET, 0, DATATYPE_TEXT, 0, text, "duration", 0};
+    VALUERECORD record = VALUERECORD::GetText(text).Named("duration");
     SendMessageA(generator, CWM_MESSAGE, 0, reinterpret_cast<LPARAM>(&record));
     return std::strcmp(text, "0:00 min") != 0;
 }

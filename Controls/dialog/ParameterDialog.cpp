@@ -67,7 +67,7 @@ void TellRoot(const CONTROLPROPERTIES& object, const std::string& name) {
 // The control whose dialog the root names as the open one.
 std::string NamedAtRoot(const HOSTINFO& root) {
     char name[TEXT_SIZE] = "";
-    VALUERECORD record{COMMAND_GET, 0, DATATYPE_TEXT, 0, name, "parameterdlg", 0};
+    VALUERECORD record = VALUERECORD::GetText(name).Named("parameterdlg");
     SendMessageA(root.window, CWM_MESSAGE, 0, reinterpret_cast<LPARAM>(&record));
     return name;
 }
@@ -292,7 +292,7 @@ std::string ControlDialog::ItemText(int id) const {
 
 std::string ControlDialog::KeywordText(const char* keyword) const {
     char text[TEXT_SIZE] = "";
-    VALUERECORD record{COMMAND_GET, 0, DATATYPE_TEXT, 0, text, keyword, 0};
+    VALUERECORD record = VALUERECORD::GetText(text).Named(keyword);
     object->OnMessage(0, reinterpret_cast<LPARAM>(&record));
     return text;
 }

@@ -1,5 +1,8 @@
 #include "Controls/families/ClickTemplate.h"
 
+#include "Controls/families/AddressedValue.h"
+#include "logic/text/PropertyLine.h"
+
 #include <cstdio>
 
 namespace {
@@ -15,19 +18,15 @@ int Expand(const CONTROLPROPERTIES& control, const std::string& clickTemplate, c
                               : a_InsertString(line, {connected, named, {'l', caption}});
 }
 
-} // namespace
-
-bool SetIfKnown(HWND window, char* keyword, char* value) {
-    VALUERECORD record{COMMAND_RESOLVE, 0, DATATYPE_TEXT, 0, keyword, keyword, 0};
-    SendMessageA(window, CWM_MESSAGE, 0, reinterpret_cast<LPARAM>(&record));
-    if (record.index == 0) {
-        return false;
+bool SetIfKnown(HWND window, const std::string& keyword, std::string_view value) {
+    const AddressedValue addressed(window, keyword);
+    if (addressed.IsKnown()) {
+        addressed.Set(std::string(value));
     }
-    record.command = COMMAND_SET;
-    record.data = value;
-    SendMessageA(window, CWM_MESSAGE, 0, reinterpret_cast<LPARAM>(&record));
-    return true;
+    return addressed.IsKnown();
 }
+
+} // namespace
 
 void SendClickTemplate(CONTROLPROPERTIES& control, const std::string& clickTemplate, const char* caption) {
     if (clickTemplate.empty()) {
@@ -38,23 +37,22 @@ void SendClickTemplate(CONTROLPROPERTIES& control, const std::string& clickTempl
         TRACE("The expanded click of %s is too long\n", control.name.c_str());
         return;
     }
-    char object[TEXT_SIZE];
-    char keyword[TEXT_SIZE];
-    char value[TEXT_SIZE];
-    a_GetObjectName(line, object);
-    a_GetKeyword(line, keyword);
-    a_GetParameter(line, value);
-    if (object[0] != '\0') {
-        if (const HWND target = a_FindHwnd(control.parent, object); target != nullptr) {
-            SetIfKnown(target, keyword, value);
+    const logic::PropertyLine parts = logic::SplitPropertyLine(line);
+    const std::string object(parts.object);
+    const std::string keyword(parts.keyword);
+    if (!object.empty()) {
+        if (const HWND target = a_FindHwnd(control.parent, object.c_str()); target != nullptr) {
+            SetIfKnown(target, keyword, parts.value);
         }
         return;
     }
     const HOSTINFO* root = a_FindRootHostinfo(control.parent);
-    if (root != nullptr && SetIfKnown(root->window, keyword, value)) {
+    if (root != nullptr && SetIfKnown(root->window, keyword, parts.value)) {
         return;
     }
     REQUESTLIST requests;
-    a_BuildRequestList({}, control.connections, &control, requests, keyword);
+    a_BuildRequestList({}, control.connections, &control, requests, keyword.c_str());
+    char value[TEXT_SIZE];
+    value[parts.value.copy(value, TEXT_SIZE - 1)] = '\0';
     a_SendRequest(requests, COMMAND_SET, DATATYPE_TEXT, value, nullptr);
 }

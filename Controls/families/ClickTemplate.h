@@ -8,7 +8,3 @@
 // that does not know the keyword, everything that the control is connected to.
 void SendClickTemplate(CONTROLPROPERTIES& control, const std::string& clickTemplate,
                        const char* caption = nullptr);
-
-// Sets a value as text if the object of the window knows the keyword; false if it does not. Both texts are in
-// buffers of TEXT_SIZE bytes.
-bool SetIfKnown(HWND window, char* keyword, char* value);

@@ -4,7 +4,6 @@
 
 #include "base/Gdi.h"
 #include "base/Threads.h"
-#include "logic/text/PropertyLine.h"
 
 namespace {
 
@@ -28,19 +27,6 @@ void INTERFACEPROPERTIES::SetDefaults() {
 
 void INTERFACEPROPERTIES::Created() {
     a_ApplyVisibility(this);
-}
-
-LRESULT INTERFACEPROPERTIES::OnLoad(WPARAM loadMode, LPARAM line) {
-    if (loadMode == LOAD_FROM_FILE && line != 0) {
-        const auto keyword = logic::SplitPropertyLine(reinterpret_cast<const char*>(line)).keyword;
-        const KeywordList keywords = Keywords();
-        for (int row = 0; row < keywords.count; ++row) {
-            if (keywords.infos[row].isOnlyWritten && keyword == keywords.rows[row].keyword) {
-                return 0;
-            }
-        }
-    }
-    return CONTROLPROPERTIES::OnLoad(loadMode, line);
 }
 
 LRESULT INTERFACEPROPERTIES::OnTimer(WPARAM timer, LPARAM lParam) {

@@ -11,8 +11,6 @@ public:
     // Hides the window in an operated panel. A control's own version calls this one.
     void Created() override;
     void Draw(HDC dc, const RECT& client) const override;
-    // Lines of a panel file that are only written are passed over without a word.
-    LRESULT OnLoad(WPARAM loadMode, LPARAM line) override;
     LRESULT OnTimer(WPARAM timer, LPARAM lParam) override;
 
     virtual SIZE SizeWithoutPicture() const { return {100, 100}; } // pixels

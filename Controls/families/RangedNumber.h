@@ -29,7 +29,7 @@ public:
     // As anybody else would set the value: limited, shown and sent.
     template <class Value>
     void SetThroughMessage(int datatype, Value newValue) const {
-        VALUERECORD record{COMMAND_SET, 0, datatype, 0, &newValue, nullptr, 0};
+        VALUERECORD record = VALUERECORD::Set(datatype, &newValue);
         SendMessageA(window, CWM_MESSAGE, 0, reinterpret_cast<LPARAM>(&record));
     }
 

@@ -3,7 +3,6 @@
 #include "Controls/framework/Control.h"
 
 #include "base/Guard.h"
-#include "logic/text/PropertyLine.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -28,35 +27,38 @@ private:
 
 LRESULT CONTROLPROPERTIES::OnLoad(WPARAM loadMode, LPARAM lParam) {
     const auto* line = reinterpret_cast<const char*>(lParam);
-    if (line == nullptr) {
-        return 0;
-    }
-    char keyword[TEXT_SIZE];
-    char value[TEXT_SIZE];
-    a_GetKeyword(line, keyword);
-    a_GetParameter(line, value);
+    return line == nullptr ? 0 : LoadLine(loadMode, line, logic::SplitPropertyLine(line));
+}
+
+LRESULT CONTROLPROPERTIES::LoadLine(WPARAM loadMode, const char* line, const logic::PropertyLine& parts) {
     const bool edited = loadMode != LOAD_FROM_FILE;
     const bool mayRefuse =
-        !edited && logic::IsEmptyBinding(keyword, value); // each control is saved with some
+        !edited && logic::IsEmptyBinding(parts.keyword, parts.value); // each control is saved with some
     const KEYWORDROW* table = GetHostinfoTable();
-    int row = a_FindKeyword(table, keyword);
+    int row = a_FindKeyword(table, parts.keyword);
     if (row < 0) {
         if (mayRefuse) {
             return 0;
         }
-        TRACE("%s Keyword not found: %s\n", controlClass->displayName, keyword);
+        TRACE("%s Keyword not found: %s\n", controlClass->displayName,
+              std::string(parts.keyword.substr(0, TEXT_SIZE - 1)).c_str());
         if (!edited) {
             return 0; // a newer version may know it
         }
         row = 0; // the text then sets the default value
     }
+    if (!edited && Keywords().infos[row].isOnlyWritten) {
+        return 0; // the control has written it itself
+    }
     if (table[row].handler == nullptr) {
         return EDITTRACE(parent, "Not implemented %s", line);
     }
-    if (!a_IsPropertyValue(this, table, row, logic::SplitPropertyLine(line).value)) {
+    if (!a_IsPropertyValue(this, table, row, parts.value)) {
         return EDITTRACE(parent, "Error reading line %s", line);
     }
-    VALUERECORD record{COMMAND_SET, row, DATATYPE_TEXT, 0, value, nullptr, 0};
+    char value[TEXT_SIZE];
+    value[parts.value.copy(value, TEXT_SIZE - 1)] = '\0';
+    VALUERECORD record = VALUERECORD::SetText(value, row);
     const int taken = [&] {
         const Loading loading(isLoadingFile, !edited);
         const RemoteSetting fromHere(false);
@@ -115,7 +117,7 @@ LRESULT CONTROLPROPERTIES::OnSave(WPARAM saveCode, LPARAM file) {
                 continue;
             }
             value[0] = '\0';
-            VALUERECORD record{COMMAND_GET, 0, DATATYPE_TEXT, 0, value, nullptr, 0};
+            VALUERECORD record = VALUERECORD::GetText(value);
             row->handler(&record, this);
             lines += name + "*" + row->keyword + "=" + value + "\r\n";
         }
@@ -128,8 +130,9 @@ LRESULT CONTROLPROPERTIES::OnSave(WPARAM saveCode, LPARAM file) {
         TRACE("Unknown wSaveCode %x\n", static_cast<unsigned>(saveCode));
         return 0;
     }
-    a_WriteText(reinterpret_cast<HANDLE>(file), lines.data(), lines.size());
-    return 0;
+    return a_WriteText(reinterpret_cast<HANDLE>(file), lines.data(), lines.size()) != 0
+               ? 0
+               : static_cast<LRESULT>(GetLastError());
 }
 
 LRESULT CONTROLPROPERTIES::OnSaveToListCtrl(WPARAM, LPARAM listView) {
@@ -162,7 +165,7 @@ DWORD CONTROLPROPERTIES::UntilPoll(DWORD now) const noexcept {
 LRESULT CONTROLPROPERTIES::OnGetTooltip(WPARAM, LPARAM lParam) {
     return Guarded(LRESULT{0}, [&] { // called by the program itself, into which no exception may go
         char value[TEXT_SIZE] = "";
-        VALUERECORD record{COMMAND_GET, 0, DATATYPE_TEXT, 0, value, nullptr, 0};
+        VALUERECORD record = VALUERECORD::GetText(value);
         OnMessage(0, reinterpret_cast<LPARAM>(&record));
         std::string text = name;
         if (value[0] != '\0') {

@@ -2,6 +2,7 @@
 
 #include "Controls/framework/ControlClass.h"
 #include "Panelhost/Panelhost.h"
+#include "logic/text/PropertyLine.h"
 
 #include <optional>
 #include <string>
@@ -89,6 +90,8 @@ public:
 
 private:
     friend class Held;
+    // A property line, split into its parts, which lie within it.
+    LRESULT LoadLine(WPARAM loadMode, const char* line, const logic::PropertyLine& parts);
     std::string Header() const;
     DWORD SavedStyle() const;
 

@@ -4,6 +4,7 @@
 
 #include "Panelhost/Remote.h"
 #include "Panelhost/objects/PanelRoot.h"
+#include "Panelhost/objects/RequestAddress.h"
 #include "base/Guard.h"
 #include "logic/text/PropertyLine.h"
 
@@ -21,6 +22,8 @@ LRESULT CALLBACK DeviceProc(HWND window, UINT message, WPARAM wParam, LPARAM lPa
             return Guarded(LRESULT{0}, [&] { return device->OnMessage(wParam, lParam); });
         case CWM_GETPROPERTIES:
             return reinterpret_cast<LRESULT>(static_cast<HOSTINFO*>(device));
+        case DEVICE_NEWS:
+            return Guarded(LRESULT{0}, [&] { return device->OnDataInBuffer(wParam, lParam); });
         case WM_TIMER:
             return Guarded(LRESULT{0}, [&] { return device->OnTimer(wParam, lParam); });
         default:
@@ -93,9 +96,39 @@ LRESULT DEVICE::OnMessage(WPARAM, LPARAM lParam) {
     if (record->command == COMMAND_RESOLVE) {
         return 1;
     }
+    if (record->command == COMMAND_SET) {
+        item.address = std::make_shared<REQUESTADDRESS>(
+            REQUESTADDRESS{a_FindRootHostinfo(this), name + "*" + record->name});
+    }
     const RemoteSetting fromHere(false);
-    const int answer = item.handler(record, item.context);
+    const int answer = SendToParameter(item, *record);
     return answer < 0 ? 0 : answer;
+}
+
+int DEVICE::OnParameterState(const char* keyword, DWORD* age) {
+    REQUESTITEM item;
+    if (OnRequestList(reinterpret_cast<WPARAM>(keyword), reinterpret_cast<LPARAM>(&item)) == 0) {
+        return PARAMETER_NONE;
+    }
+    *age = NO_AGE;
+    return OnIsAlive(0, 0) != 0 ? PARAMETER_LIVE : PARAMETER_LOST;
+}
+
+int a_ParameterState(HOSTINFO* root, const char* address, DWORD* age) {
+    PanelRoot* panel = PanelRoot::From(root);
+    const char* star = address == nullptr ? nullptr : std::strrchr(address, '*');
+    if (panel == nullptr || star == nullptr) {
+        return PARAMETER_NONE;
+    }
+    return Guarded(PARAMETER_NONE, [&] {
+        auto* device = dynamic_cast<DEVICE*>(panel->Find(std::string(address, star)));
+        DWORD known = NO_AGE;
+        const int state = device == nullptr ? PARAMETER_NONE : device->OnParameterState(star + 1, &known);
+        if (age != nullptr) {
+            *age = known;
+        }
+        return state;
+    });
 }
 
 void a_AnnounceFunction(HOSTINFO* root, const char* address) {
@@ -103,7 +136,11 @@ void a_AnnounceFunction(HOSTINFO* root, const char* address) {
     if (panel == nullptr || address == nullptr) {
         return;
     }
-    for (const HWND target : panel->DependentsOn(address)) {
+    std::vector<HWND> waiting;
+    for (const HOSTINFO* object : panel->bindings.WaitingFor(address)) {
+        waiting.push_back(object->window);
+    }
+    for (const HWND target : waiting) {
         HOSTINFO* object = a_FromWindow(target);
         if (object == nullptr) {
             continue;

@@ -1,44 +1,19 @@
-// The dialog in which functions and connections of an object are chosen: left what its panel offers, right
-// what is bound. Every change is sent at once as a property line.
+// What the connection dialog shows of what is bound, and its changes.
+
+#include "Panelhost/dialogs/ConnectionDialog.h"
 
 #include "Panelhost/Dialogs.h"
-
 #include "Panelhost/PropertyValues.h"
-#include "Panelhost/dialogs/BindableTree.h"
-#include "Panelhost/dialogs/BindingIcons.h"
-#include "Panelhost/dialogs/Dialog.h"
 #include "Panelhost/dialogs/ListView.h"
-#include "Panelhost/dialogs/resource.h"
 #include "base/Guard.h"
 #include "logic/text/PropertyLine.h"
 
 #include <algorithm>
-#include <array>
 #include <commctrl.h>
-#include <string>
-#include <vector>
-#include <windowsx.h>
 
 namespace {
 
-constexpr UINT_PTR KEY_SUBCLASS = 1;
 constexpr const char* NOT_REACHABLE = "  (not reachable)";
-constexpr COLORREF LOST_COLOUR = RGB(176, 0, 32);
-constexpr WPARAM CONTROL_F = 6; // the character
-
-struct Entry {
-    std::string address;
-    bool reachable;
-};
-
-// One of the two lists of what is bound.
-struct BoundList {
-    const char* keyword;
-    const char* name; // in messages
-    BINDINGLIST HOSTINFO::*bindings;
-    int id;
-    std::vector<Entry> shown{};
-};
 
 // Addresses are the same when they name the same object, in capitals or not, and the same keyword.
 bool IsSameAddress(const std::string& a, const std::string& b) {
@@ -50,57 +25,7 @@ bool IsSameAddress(const std::string& a, const std::string& b) {
            logic::FoldName(a) == logic::FoldName(b);
 }
 
-class ConnectionDialog : public ObjectDialog {
-public:
-    explicit ConnectionDialog(HOSTINFO* object) : ObjectDialog(IDD_CONNECTIONS, object) {}
-    using ObjectDialog::Open;
-    static HWND RaiseOpen(const HOSTINFO* object) { return Raise(IDD_CONNECTIONS, object); }
-
-private:
-    using Addresses = std::vector<std::string>;
-
-    void OnCreate() override;
-    bool OnObjectMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) override;
-    void OnResized() override;
-    void Refresh() override;
-    bool IsHeader(int id) const override {
-        return id == IDC_HEADER_AVAILABLE || id == IDC_HEADER_FUNCTIONS || id == IDC_HEADER_CONNECTIONS;
-    }
-
-    // What is bound.
-    BoundList& ListFor(const Bindable& bindable) { return lists_[bindable.IsFunction() ? 0 : 1]; }
-    BoundList* ListOf(HWND view);
-    BoundList* ActiveList(); // the one with the selected entry; null when none is selected
-    Addresses Bound(const BoundList& list) const;
-    void ShowBound(BoundList& list);
-    bool IsBound(const Bindable& bindable) const;
-    int FindBound(const Addresses& addresses, const std::string& address) const;
-    bool Takes(const BoundList& list) const;
-    REQUESTITEM Resolve(const std::string& address) const;
-    bool IsReachable(const std::string& address) const;
-
-    // Changes.
-    void Search();
-    void Add();
-    void Remove();
-    void Move(int step);
-    bool Apply(BoundList& list, const Addresses& addresses, const std::string& done);
-
-    void Say(const std::string& text) const { SetWindowTextA(Item(IDC_STATUS), text.c_str()); }
-    void UpdateButtons();
-    void Enable(int id, bool enabled) const;
-    void OnCommand(int id, int code);
-    bool OnListNotify(const BoundList& list, const NMHDR& header, LRESULT& result);
-    bool OnKey(HWND item, WPARAM key);
-    bool OnDoubleClick(POINT place);
-    static LRESULT CALLBACK ItemProc(HWND item, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
-                                     DWORD_PTR reference) noexcept;
-
-    ImageList icons_;
-    BindableTree tree_;
-    std::array<BoundList, 2> lists_{{{"function", "functions", &HOSTINFO::functions, IDC_FUNCTIONS},
-                                     {"connection", "connections", &HOSTINFO::connections, IDC_CONNECTIONS}}};
-};
+} // namespace
 
 void ConnectionDialog::OnCreate() {
     SetWindowTextA(Handle(), (Object()->name + " - Functions and Connections").c_str());
@@ -168,13 +93,13 @@ void ConnectionDialog::Search() {
 
 // What is bound
 
-BoundList* ConnectionDialog::ListOf(HWND view) {
+ConnectionDialog::BoundList* ConnectionDialog::ListOf(HWND view) {
     const auto found = std::find_if(lists_.begin(), lists_.end(),
                                     [&](const BoundList& list) { return Item(list.id) == view; });
     return found == lists_.end() ? nullptr : &*found;
 }
 
-BoundList* ConnectionDialog::ActiveList() {
+ConnectionDialog::BoundList* ConnectionDialog::ActiveList() {
     const auto found = std::find_if(lists_.begin(), lists_.end(), [this](const BoundList& list) {
         return SelectedRow(Item(list.id)) >= 0;
     });
@@ -332,161 +257,6 @@ void ConnectionDialog::Move(int step) {
         SelectRow(Item(list->id), target);
     }
 }
-
-// Commands and keys
-
-void ConnectionDialog::Enable(int id, bool enabled) const {
-    const HWND item = Item(id);
-    if (!enabled && GetFocus() == item) { // a disabled button would keep the keyboard to itself
-        SetFocus(tree_.View());
-    }
-    EnableWindow(item, enabled);
-}
-
-void ConnectionDialog::UpdateButtons() {
-    const Bindable* selected = tree_.Selected();
-    const BoundList* list = ActiveList();
-    const int row = list == nullptr ? -1 : SelectedRow(Item(list->id));
-    Enable(IDC_ADD, selected != nullptr && !selected->address.empty() && Takes(ListFor(*selected)));
-    Enable(IDC_REMOVE, row >= 0);
-    Enable(IDC_UP, row > 0);
-    Enable(IDC_DOWN, row >= 0 && row + 1 < RowCount(Item(list->id)));
-}
-
-void ConnectionDialog::OnCommand(int id, int code) {
-    switch (id) {
-    case IDC_SEARCH:
-        if (code == EN_CHANGE) {
-            Search();
-        } else if (code == EDIT_ENTER) {
-            Add();
-        } else if (code == EDIT_ESCAPE && GetWindowTextLengthA(Item(IDC_SEARCH)) > 0) {
-            SetDlgItemTextA(Handle(), IDC_SEARCH, "");
-        } else if (code == EDIT_ESCAPE) {
-            Close();
-        }
-        break;
-    case IDC_ADD:
-        if (ListOf(GetFocus()) == nullptr) { // Enter among what is bound presses the default button too
-            Add();
-        }
-        break;
-    case IDC_REMOVE:
-        Remove();
-        break;
-    case IDC_UP:
-        Move(-1);
-        break;
-    case IDC_DOWN:
-        Move(1);
-        break;
-    default:
-        break;
-    }
-}
-
-bool ConnectionDialog::OnListNotify(const BoundList& list, const NMHDR& header, LRESULT& result) {
-    if (header.code == static_cast<UINT>(NM_CUSTOMDRAW)) {
-        auto& draw = reinterpret_cast<NMLVCUSTOMDRAW&>(const_cast<NMHDR&>(header));
-        const auto row = static_cast<std::size_t>(draw.nmcd.dwItemSpec);
-        result = draw.nmcd.dwDrawStage == CDDS_PREPAINT ? CDRF_NOTIFYITEMDRAW : CDRF_DODEFAULT;
-        if (draw.nmcd.dwDrawStage == CDDS_ITEMPREPAINT && row < list.shown.size() &&
-            !list.shown[row].reachable) {
-            draw.clrText = LOST_COLOUR;
-        }
-        return true;
-    }
-    if (header.code == static_cast<UINT>(LVN_ITEMCHANGED)) {
-        const auto& change = reinterpret_cast<const NMLISTVIEW&>(header);
-        if ((change.uNewState & LVIS_SELECTED) != 0) { // one entry of both lists
-            for (const BoundList& other : lists_) {
-                if (other.id != list.id) {
-                    SelectRow(Item(other.id), -1);
-                }
-            }
-        }
-        UpdateButtons();
-    }
-    return false;
-}
-
-bool ConnectionDialog::OnKey(HWND item, WPARAM key) {
-    if (key == 'F' && GetKeyState(VK_CONTROL) < 0) {
-        SetFocus(Item(IDC_SEARCH));
-        SendDlgItemMessageA(Handle(), IDC_SEARCH, EM_SETSEL, 0, -1);
-        return true;
-    }
-    if (key == VK_DELETE && ListOf(item) != nullptr) {
-        Remove();
-        return true;
-    }
-    if (key == VK_DOWN && item == Item(IDC_SEARCH)) {
-        SetFocus(tree_.View());
-        return true;
-    }
-    if (key == VK_RETURN && item == tree_.View()) {
-        Add();
-        return true;
-    }
-    return false;
-}
-
-bool ConnectionDialog::OnDoubleClick(POINT place) {
-    const Bindable* bindable = tree_.SelectAt(place);
-    if (bindable == nullptr || bindable->address.empty()) {
-        return false;
-    }
-    Add();
-    return true;
-}
-
-LRESULT CALLBACK ConnectionDialog::ItemProc(HWND item, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
-                                            DWORD_PTR reference) noexcept {
-    auto* dialog = reinterpret_cast<ConnectionDialog*>(reference);
-    return Guarded(LRESULT{0}, [&] {
-        const auto keep = dialog->shared_from_this();
-        const bool handled =
-            (message == WM_KEYDOWN && dialog->OnKey(item, wParam)) ||
-            (message == WM_CHAR &&
-             (wParam == CONTROL_F || (wParam == VK_RETURN && item == dialog->tree_.View()))) ||
-            (message == WM_LBUTTONDBLCLK && item == dialog->tree_.View() &&
-             dialog->OnDoubleClick({GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)}));
-        if (handled) {
-            return LRESULT{0};
-        }
-        if (message == WM_NCDESTROY) {
-            RemoveWindowSubclass(item, ItemProc, KEY_SUBCLASS);
-        }
-        return DefSubclassProc(item, message, wParam, lParam);
-    });
-}
-
-bool ConnectionDialog::OnObjectMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) {
-    switch (message) {
-    case WM_COMMAND:
-        if (LOWORD(wParam) == IDCANCEL) {
-            break;
-        }
-        OnCommand(LOWORD(wParam), HIWORD(wParam));
-        return true;
-    case WM_NOTIFY: {
-        const auto& header = *reinterpret_cast<const NMHDR*>(lParam);
-        if (header.hwndFrom == tree_.View()) {
-            if (tree_.OnNotify(reinterpret_cast<const NMTREEVIEWA&>(header))) {
-                UpdateButtons();
-            }
-            return false;
-        }
-        const BoundList* list = ListOf(header.hwndFrom);
-        return list != nullptr && OnListNotify(*list, header, result);
-    }
-    default:
-        break;
-    }
-    return ObjectDialog::OnObjectMessage(message, wParam, lParam, result);
-}
-
-} // namespace
 
 HWND a_ConnectionDlg(int, HWND owner, HOSTINFO* object) {
     if (!a_IsAlive(object)) {

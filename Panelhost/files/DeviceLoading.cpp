@@ -1,29 +1,34 @@
 #include "Panelhost/files/DeviceLoading.h"
 
 #include "Panelhost/Trace.h"
-#include "Panelhost/devices/SimulatedDevice.h"
+#include "Panelhost/devices/simulated/SimulatedDevice.h"
 #include "Panelhost/files/LineFile.h"
 
+#include <algorithm>
+#include <iterator>
 #include <memory>
 
 namespace {
 
-bool DeclareDevice(PanelRoot& root, const std::string& name, std::string_view kind) {
-    if (kind != "simulated") {
+constexpr const DeviceKind* KINDS[] = {&SIMULATED_DEVICES};
+
+bool DeclareDevice(PanelRoot& root, const std::string& name, std::string_view text) {
+    const std::string_view word = text.substr(0, text.find(','));
+    const auto kind = std::find_if(std::begin(KINDS), std::end(KINDS),
+                                   [&](const DeviceKind* known) { return known->word == word; });
+    auto device = kind == std::end(KINDS) ? nullptr : (*kind)->create(text);
+    if (device == nullptr || !device->Register(&root, name.c_str())) {
         return false;
     }
-    auto device = std::make_unique<SimulatedDevice>();
-    if (!device->Register(&root, name.c_str())) {
-        return false;
-    }
-    device.release(); // the root owns it now
+    device.release()->deviceKind = *kind; // the root owns it now
     return true;
 }
 
 bool DeclareParameter(PanelRoot& root, const std::string& name, const logic::PropertyLine& parts) {
-    auto* device = dynamic_cast<SimulatedDevice*>(root.Find(name));
+    auto* device = dynamic_cast<DEVICE*>(root.Find(name));
     const std::string keyword(parts.keyword);
-    if (device == nullptr || !device->Declare(keyword, std::string(parts.value))) {
+    if (device == nullptr || device->deviceKind == nullptr ||
+        !device->deviceKind->declare(*device, keyword, std::string(parts.value))) {
         return false;
     }
     a_AnnounceFunction(&root, (device->name + "*" + keyword).c_str());

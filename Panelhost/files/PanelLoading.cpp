@@ -9,6 +9,14 @@ namespace {
 
 constexpr DWORD PROGRESS_PERIOD = 50; // milliseconds, at least, from one call of who watches to the next
 
+// The same parts of a copy of the line, which has an "=".
+logic::PropertyLine PartsOf(std::string_view copy, const std::string& line,
+                            const logic::PropertyLine& parts) {
+    const std::string_view rest = copy.substr(static_cast<std::size_t>(parts.keyword.data() - line.data()));
+    const std::size_t length = parts.keyword.size();
+    return {copy.substr(0, parts.object.size()), rest.substr(0, length), rest.substr(length + 1), true};
+}
+
 // The part of a line that is not the name of its object: keyword and value, or all there is without "=".
 std::string_view WithoutObject(const std::string& line, const logic::PropertyLine& parts) {
     const char* start = parts.hasEquals ? parts.keyword.data() : parts.value.data();
@@ -29,20 +37,17 @@ std::string PathOf(const logic::PropertyLine& parts) {
 // Whether the object has the value already, which some answer as they do a refusal.
 bool Holds(const HOSTINFO& object, const KEYWORDROW* table, const logic::PropertyLine& parts) {
     char value[TEXT_SIZE] = "";
-    VALUERECORD record;
-    record.command = COMMAND_GET;
-    record.index = a_FindKeyword(table, std::string(parts.keyword).c_str());
-    record.datatype = DATATYPE_TEXT;
-    record.data = value;
-    if (record.index <= 0 || (table[record.index].flags & KEYWORD_SAVED) == 0) {
+    const int row = a_FindKeyword(table, parts.keyword);
+    if (row <= 0 || (table[row].flags & KEYWORD_SAVED) == 0) {
         return false;
     }
+    VALUERECORD record = VALUERECORD::GetText(value, row);
     SendMessageA(object.window, CWM_MESSAGE, 0, reinterpret_cast<LPARAM>(&record));
     return parts.value == value;
 }
 
 int ReasonOfRefusal(const KEYWORDROW* table, const logic::PropertyLine& parts) {
-    if (table != nullptr && a_FindKeyword(table, std::string(parts.keyword).c_str()) < 0) {
+    if (table != nullptr && a_FindKeyword(table, parts.keyword) < 0) {
         return PH_UNREAD_KEYWORD;
     }
     const bool isColour = parts.value.starts_with("0x");
@@ -128,7 +133,7 @@ int PanelLoading::LoadLines(LineSource& source, logic::OpeningValues* asked) {
     const KeptLines::Reading reading(root_.kept);
     mayCancel_ = root_.progress.tell != nullptr && root_.Controls().empty() && root_.kept.IsEmpty();
     const std::vector<std::string> before = mayCancel_ ? root_.SavedValues() : std::vector<std::string>();
-    std::vector<Connection> connections;
+    std::deque<Connection> connections; // whose parts point into them
     std::string line;
     bool usable = false;
     while (GoesOn() && source.Next(line, usable)) {
@@ -144,9 +149,9 @@ int PanelLoading::LoadLines(LineSource& source, logic::OpeningValues* asked) {
         if (!usable) {
             RefuseWhole(line, parts);
         } else if (parts.keyword == "connection") {
-            connections.push_back(Defer(line, parts));
+            Defer(connections, line, parts);
         } else {
-            Apply(line);
+            Apply(line, parts);
         }
     }
     for (const Connection& connection : connections) {
@@ -244,8 +249,7 @@ void PanelLoading::RefuseWhole(const std::string& line, const logic::PropertyLin
 
 // Lines
 
-void PanelLoading::Apply(const std::string& line) {
-    const logic::PropertyLine parts = logic::SplitPropertyLine(line);
+void PanelLoading::Apply(const std::string& line, const logic::PropertyLine& parts) {
     if (parts.keyword == "control") {
         ++headers_;
         HOSTINFO* control = nullptr;
@@ -267,18 +271,24 @@ void PanelLoading::Apply(const std::string& line) {
     }
 }
 
-PanelLoading::Connection PanelLoading::Defer(const std::string& line, const logic::PropertyLine& parts) {
-    if (HOSTINFO* object = ObjectOf(parts); object != nullptr) {
-        root_.kept.Passed(*object, parts.keyword);
-        return {line, number_, object, false, {}};
+void PanelLoading::Defer(std::deque<Connection>& connections, const std::string& line,
+                         const logic::PropertyLine& parts) {
+    Connection& connection = connections.emplace_back();
+    connection.line = line;
+    connection.parts = PartsOf(connection.line, line, parts);
+    connection.number = number_;
+    connection.object = ObjectOf(parts);
+    if (connection.object != nullptr) {
+        root_.kept.Passed(*connection.object, parts.keyword);
+        return;
     }
-    const bool isRefused = IsRefused(std::string(parts.object));
-    return {line, number_, nullptr, isRefused, Reserve(line, parts, PH_UNREAD_OBJECT)};
+    connection.isRefused = IsRefused(std::string(parts.object));
+    connection.place = Reserve(line, parts, PH_UNREAD_OBJECT);
 }
 
 void PanelLoading::ApplyDeferred(const Connection& connection) {
     number_ = connection.number;
-    const logic::PropertyLine parts = logic::SplitPropertyLine(connection.line);
+    const logic::PropertyLine& parts = connection.parts;
     if (connection.object != nullptr) {
         if (a_IsAlive(connection.object)) {
             Send(*connection.object, connection.line, parts);

@@ -5,10 +5,10 @@
 #include "Panelhost/objects/PanelRoot.h"
 #include "logic/text/PropertyLine.h"
 
+#include <deque>
 #include <string>
 #include <string_view>
 #include <unordered_set>
-#include <vector>
 
 // Applies a panel file to a root, line by line. Connections are applied at the end, when all their targets
 // exist. What cannot be applied is traced, counted and kept. Whoever watches the root's progress can cancel
@@ -29,18 +29,20 @@ public:
 private:
     struct Connection {
         std::string line;
+        logic::PropertyLine parts; // of that line
         std::size_t number;
-        HOSTINFO* object;       // null while it is not there
-        bool isRefused;         // with its object
-        KeptLines::Place place; // for the case that its object does not come
+        HOSTINFO* object = nullptr; // null while it is not there
+        bool isRefused = false;     // with its object
+        KeptLines::Place place{};   // for the case that its object does not come
     };
 
     int LoadLines(LineSource& source, logic::OpeningValues* asked);
     void CountHeaders(LineSource& source);
     // Tells whoever watches; false when the loading was cancelled, or the root has gone.
     bool GoesOn();
-    void Apply(const std::string& line);
-    Connection Defer(const std::string& line, const logic::PropertyLine& parts);
+    void Apply(const std::string& line, const logic::PropertyLine& parts);
+    void Defer(std::deque<Connection>& connections, const std::string& line,
+               const logic::PropertyLine& parts);
     void ApplyDeferred(const Connection& connection);
     // Reason why the header creates nothing, 0 when there is the control.
     int CreateFromHeader(const std::string& line, const logic::PropertyLine& parts, HOSTINFO*& control);

@@ -8,9 +8,22 @@
 #include "logic/controls/Layers.h"
 
 #include <cstdio>
-#include <utility>
 
-thread_local DWORD PanelSaving::error_ = ERROR_SUCCESS;
+namespace {
+
+DWORD Write(HANDLE file, const std::string& text) {
+    return a_WriteText(file, text.data(), text.size()) != 0 ? DWORD{ERROR_SUCCESS} : GetLastError();
+}
+
+// What could not be written is told by a result that is not 0, and by exceptions that were kept inside.
+DWORD Ask(const HOSTINFO& object, WPARAM saveCode, HANDLE file) {
+    const unsigned failures = FailureCount();
+    const LRESULT reason = SendMessageA(object.window, CWM_SAVE, saveCode, reinterpret_cast<LPARAM>(file));
+    return FailureCount() == failures && reason >= 0 ? static_cast<DWORD>(reason)
+                                                     : DWORD{ERROR_NOT_ENOUGH_MEMORY};
+}
+
+} // namespace
 
 // A new file of a name that nothing had; it goes unless it is put in the place of another one.
 class PanelSaving::File {
@@ -66,33 +79,13 @@ private:
     bool made_ = false; // and closed
 };
 
-void PanelSaving::Failed(DWORD error) {
-    if (error_ == ERROR_SUCCESS) {
-        error_ = error != ERROR_SUCCESS ? error : ERROR_WRITE_FAULT;
-    }
-}
-
-// What could not be written is told by Failed, by a result that is not 0 and by exceptions that were kept
-// inside.
-void PanelSaving::WriteObject(HOSTINFO& object, HANDLE file) {
-    const auto lines = reinterpret_cast<LPARAM>(file);
-    const unsigned failures = FailureCount();
-    LRESULT failed = SendMessageA(object.window, CWM_SAVE, SAVE_PROPERTIES, lines);
-    if (object.kind != KIND_ROOT &&
+DWORD PanelSaving::WriteObject(HOSTINFO& object, HANDLE file) {
+    DWORD error = Ask(object, SAVE_PROPERTIES, file);
+    if (error == ERROR_SUCCESS && object.kind != KIND_ROOT &&
         object.layers != 0) { // the panel's affair, so the controls do not write it
-        const std::string line = object.name + "*layer=" + logic::LayersText(object.layers) + "\r\n";
-        a_WriteText(file, line.data(), line.size());
+        error = Write(file, object.name + "*layer=" + logic::LayersText(object.layers) + "\r\n");
     }
-    failed |= SendMessageA(object.window, CWM_SAVE, SAVE_CONNECTIONS, lines);
-    if (failed != 0 || FailureCount() != failures) {
-        Failed(ERROR_NOT_ENOUGH_MEMORY);
-    }
-}
-
-bool PanelSaving::WriteWhole(HOSTINFO& object, HANDLE file) {
-    const DWORD before = std::exchange(error_, ERROR_SUCCESS);
-    WriteObject(object, file);
-    return std::exchange(error_, before) == ERROR_SUCCESS;
+    return error == ERROR_SUCCESS ? Ask(object, SAVE_CONNECTIONS, file) : error;
 }
 
 std::optional<std::string> PanelSaving::ObjectText(HOSTINFO& object, TextCollector& collector,
@@ -104,28 +97,27 @@ std::optional<std::string> PanelSaving::ObjectText(HOSTINFO& object, TextCollect
                : text;
 }
 
-void PanelSaving::WriteAll(PanelRoot& root, HANDLE file) {
+DWORD PanelSaving::WriteAll(PanelRoot& root, HANDLE file) {
     std::optional<TextCollector> collector; // only where lines are kept
-    const auto write = [&](HOSTINFO& object) {
+    const auto write = [&](HOSTINFO& object) -> DWORD {
         if (!root.kept.Concerns(object)) {
             return WriteObject(object, file);
         }
         if (!collector) {
             collector.emplace();
         }
-        if (const auto text = ObjectText(object, *collector, Purpose::PanelFile)) {
-            a_WriteText(file, text->data(), text->size());
-        } else {
-            Failed(ERROR_NOT_ENOUGH_MEMORY);
-        }
+        const auto text = ObjectText(object, *collector, Purpose::PanelFile);
+        return text ? Write(file, *text) : DWORD{ERROR_NOT_ENOUGH_MEMORY};
     };
-    write(root);
+    DWORD error = write(root);
     for (HOSTINFO* control : root.Controls()) {
-        write(*control);
+        error = error == ERROR_SUCCESS ? write(*control) : error;
     }
-    if (!FlushFileBuffers(file)) {
-        Failed(GetLastError());
+    if (error == ERROR_SUCCESS && !FlushFileBuffers(file)) {
+        const DWORD reason = GetLastError();
+        error = reason != ERROR_SUCCESS ? reason : DWORD{ERROR_WRITE_FAULT};
     }
+    return error;
 }
 
 DWORD PanelSaving::Replace(PanelRoot& root, const std::string& path) {
@@ -137,9 +129,8 @@ DWORD PanelSaving::Replace(PanelRoot& root, const std::string& path) {
     if (beside.Error() != ERROR_SUCCESS) {
         return beside.Error();
     }
-    error_ = ERROR_SUCCESS;
-    WriteAll(root, beside.Handle());
-    return error_ != ERROR_SUCCESS ? error_ : beside.MoveTo(path);
+    const DWORD error = WriteAll(root, beside.Handle());
+    return error != ERROR_SUCCESS ? error : beside.MoveTo(path);
 }
 
 bool PanelSaving::Save(PanelRoot& root, const std::string& path) {

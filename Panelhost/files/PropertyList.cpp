@@ -2,8 +2,8 @@
 
 #include "Panelhost/PropertyList.h"
 
+#include "Panelhost/Hostinfo.h"
 #include "Panelhost/Messages.h"
-#include "Panelhost/files/PanelSaving.h"
 #include "Panelhost/files/TextCollector.h"
 
 #include <commctrl.h>
@@ -20,7 +20,7 @@ LRESULT a_ListProperties(HOSTINFO* object, const KEYWORDROW* table, HWND listVie
         }
         value[0] = '\0';
         // By message: an exception of the handler has to stay in its library.
-        VALUERECORD record{COMMAND_GET, row, DATATYPE_TEXT, 0, value, nullptr, 0};
+        VALUERECORD record = VALUERECORD::GetText(value, row);
         SendMessageA(object->window, CWM_MESSAGE, 0, reinterpret_cast<LPARAM>(&record));
         LVITEMA item{};
         item.mask = LVIF_TEXT;
@@ -41,17 +41,19 @@ int a_WriteText(HANDLE file, const char* text, std::size_t length) {
     }
     if (const auto collected = TextCollector::Append(file, text, length)) {
         if (!*collected) {
-            PanelSaving::Failed(ERROR_NOT_ENOUGH_MEMORY);
+            SetLastError(ERROR_NOT_ENOUGH_MEMORY);
         }
         return *collected ? 1 : 0;
     }
     DWORD written = 0;
     if (!WriteFile(file, text, static_cast<DWORD>(length), &written, nullptr)) {
-        PanelSaving::Failed(GetLastError());
+        if (GetLastError() == ERROR_SUCCESS) {
+            SetLastError(ERROR_WRITE_FAULT);
+        }
         return 0;
     }
     if (written != length) {
-        PanelSaving::Failed(ERROR_DISK_FULL);
+        SetLastError(ERROR_DISK_FULL);
         return 0;
     }
     return 1;

@@ -44,7 +44,7 @@ std::optional<std::string> TextCollector::TextOf(HOSTINFO& object) {
         text_.clear();
         failed_ = false;
     }
-    const bool whole = PanelSaving::WriteWhole(object, write_);
+    const bool whole = PanelSaving::WriteObject(object, write_) == ERROR_SUCCESS;
     const SharedLock::Writing writing(lock_);
     Drain();
     if (!whole || failed_) {

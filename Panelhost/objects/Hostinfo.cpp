@@ -226,10 +226,10 @@ void a_CleanHostinfo(HOSTINFO* object) {
     }
     Guarded([object] {
         if (PanelRoot* root = PanelRoot::Above(object); root != nullptr) {
-            for (const auto& list : root->FurtherLists(object)) {
+            for (const auto& list : root->bindings.FurtherLists(object)) {
                 list.requests->clear();
             }
-            root->ForgetFurtherLists(object);
+            root->bindings.ForgetFurtherLists(object);
         }
         object->functions.clear();
         object->connections.clear();

@@ -6,7 +6,7 @@
 #include "Panelhost/objects/PanelRoot.h"
 
 void Opening::PutAside(const std::string& address, int datatype, const void* data) {
-    const int size = a_ValueSize(datatype, data);
+    const int size = data == nullptr ? 0 : a_ValueSize(datatype, data);
     if (asked_ != nullptr && !address.empty() && size > 0) {
         const auto* bytes = static_cast<const char*>(data);
         asked_->Keep({address, datatype, std::string(bytes, bytes + size)});

@@ -3,61 +3,20 @@
 #include "Panelhost/Background.h"
 #include "Panelhost/Editing.h"
 #include "Panelhost/Hostinfo.h"
+#include "Panelhost/objects/Bindings.h"
 #include "Panelhost/objects/KeptLines.h"
 #include "Panelhost/objects/Opening.h"
 #include "base/SharedLock.h"
 #include "logic/remote/TerminalAdmission.h"
 
+#include <atomic>
 #include <list>
 #include <string>
 #include <unordered_map>
-#include <unordered_set>
 #include <vector>
 
-// Which objects depend on which key (a name they wait for, a target they are bound to), looked up from both
-// sides.
-template <class Key>
-class Dependence {
-public:
-    void Add(HOSTINFO* object, const Key& key) {
-        if (auto& dependents = objects_[key]; !dependents.contains(object)) {
-            keys_[object].push_back(
-                key); // first, so that Forget finds it even if there is no memory for more
-            dependents.insert(object);
-        }
-    }
-
-    void Forget(HOSTINFO* object) {
-        const auto entry = keys_.find(object);
-        if (entry == keys_.end()) {
-            return;
-        }
-        for (const Key& key : entry->second) {
-            const auto dependents = objects_.find(key);
-            if (dependents == objects_.end()) {
-                continue;
-            }
-            dependents->second.erase(object);
-            if (dependents->second.empty()) {
-                objects_.erase(dependents);
-            }
-        }
-        keys_.erase(entry);
-    }
-
-    std::vector<HOSTINFO*> On(const Key& key) const {
-        const auto entry = objects_.find(key);
-        return entry == objects_.end() ? std::vector<HOSTINFO*>{}
-                                       : std::vector<HOSTINFO*>(entry->second.begin(), entry->second.end());
-    }
-
-private:
-    std::unordered_map<Key, std::unordered_set<HOSTINFO*>> objects_;
-    std::unordered_map<const HOSTINFO*, std::vector<Key>> keys_;
-};
-
-// The root object of one panel: owns the tree of names below it, knows who waits for a name and who is bound
-// to whom, and answers the private messages for the panel window.
+// The root object of one panel: owns the tree of names below it and answers the private messages for the
+// panel window.
 class PanelRoot : public HOSTINFO {
 public:
     // Null when the window is none or has a root already.
@@ -68,6 +27,9 @@ public:
     static bool AnyKept();
     // The root above an object, or null.
     static PanelRoot* Above(const HOSTINFO* object);
+    // Whether a request to that object may be made on this thread. The trace says, once for each root, that
+    // one was made on another thread than the panel's.
+    static bool IsOnItsThread(const HOSTINFO* object);
     ~PanelRoot() override;
     // Ends it at once, with all its controls and devices. Its memory goes when nobody holds it any more.
     void Destroy();
@@ -85,6 +47,7 @@ public:
 
     int HasHostinfoTable() override { return 1; }
     const KEYWORDROW* GetHostinfoTable() override;
+    const KEYWORDINFO* GetKeywordInfo() const noexcept override;
     LRESULT OnLoad(WPARAM loadMode, LPARAM line) override;
     LRESULT OnSave(WPARAM saveCode, LPARAM file) override;
     LRESULT OnSaveToListCtrl(WPARAM wParam, LPARAM listView) override;
@@ -98,25 +61,9 @@ public:
     const std::list<HOSTINFO*>& Controls() const { return controls_; }
     const std::list<HOSTINFO*>& Devices() const { return devices_; }
 
-    // Bindings. Announce and Withdraw rebuild the request lists of those that are bound to the object.
+    // The request lists of those that are bound to the object are rebuilt.
     void Announce(HOSTINFO* object);
     void Withdraw(HOSTINFO* object);
-    // An object's own request list is about to be built anew, or the object goes.
-    void Forget(HOSTINFO* object);
-    void WaitFor(HOSTINFO* object, const std::string& name);
-    void Bind(HOSTINFO* object, const HOSTINFO* target);
-
-    // Further request lists of an object, followed like its own.
-    struct FurtherList {
-        const BINDINGLIST* functions;
-        REQUESTLIST* requests;
-    };
-    void Follow(HOSTINFO* object, FurtherList list);
-    const std::vector<FurtherList>& FurtherLists(const HOSTINFO* object) const;
-    void ForgetFurtherLists(const HOSTINFO* object) { further_.erase(object); }
-
-    // Windows of the controls that wait for a device parameter's address.
-    std::vector<HWND> DependentsOn(const std::string& address) const;
 
     // In the order of saving and on the screen; null for the other one: to the end.
     void MoveBefore(HOSTINFO* object, HOSTINFO* other);
@@ -148,6 +95,7 @@ public:
     int loadErrors = 0;
     bool sendsOnOpen = false; // a panel file sends the values saved in it
     Opening opening;
+    Bindings bindings;
     Progress progress;
     KeptLines kept{*this};
     EDITLISTENER editListener = nullptr;
@@ -163,13 +111,12 @@ private:
 
     int holds_ = 1; // one until Destroy, one of each Held
     bool ended_ = false;
-    unsigned removals_ = 0;                             // of objects so far
+    unsigned removals_ = 0; // of objects so far
+    DWORD thread_ = 0;      // of the panel window
+    std::atomic<bool> isToldOfThreads_ = false;
     SharedLock lock_;                                   // guards byName_: other threads look names up
     std::unordered_map<std::string, HOSTINFO*> byName_; // full names in folded form
     std::unordered_map<std::string, int> lastNumber_;   // folded name: last number appended to make it free
     std::list<HOSTINFO*> controls_;                     // in order of creation
     std::list<HOSTINFO*> devices_;
-    Dependence<std::string> waiting_;   // on a folded name that nothing has at present
-    Dependence<const HOSTINFO*> bound_; // on a target
-    std::unordered_map<const HOSTINFO*, std::vector<FurtherList>> further_;
 };

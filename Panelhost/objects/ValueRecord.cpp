@@ -108,11 +108,14 @@ int a_ReadBytes(const VALUERECORD* record, int datatype, void* value, int size) 
 }
 
 int a_FindKeyword(const KEYWORDROW* table, const char* keyword) {
-    if (table == nullptr || keyword == nullptr) {
-        return -1;
-    }
-    for (int row = 0; table[row].keyword != nullptr; ++row) {
-        if (std::strcmp(table[row].keyword, keyword) == 0) {
+    return keyword == nullptr ? -1 : a_FindKeyword(table, std::string_view(keyword));
+}
+
+int a_FindKeyword(const KEYWORDROW* table, std::string_view keyword) {
+    const char* wanted = keyword.empty() ? "" : keyword.data(); // an empty one may point nowhere
+    for (int row = 0; table != nullptr && table[row].keyword != nullptr; ++row) {
+        const char* name = table[row].keyword; // most differ in the first letter already
+        if (std::strncmp(name, wanted, keyword.size()) == 0 && name[keyword.size()] == '\0') {
             return row;
         }
     }

@@ -96,7 +96,7 @@ std::vector<Row> RowsOf(HOSTINFO* object) {
     }
     for (const KEYWORDROW* row = object->GetHostinfoTable(); row->keyword != nullptr; ++row, ++info) {
         char value[TEXT_SIZE] = "";
-        VALUERECORD record{COMMAND_GET, 0, DATATYPE_TEXT, 0, value, nullptr, 0};
+        VALUERECORD record = VALUERECORD::GetText(value);
         if (row->handler != nullptr) {
             row->handler(&record, object);
         }

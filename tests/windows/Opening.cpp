@@ -128,6 +128,21 @@ TEST_CASE("what is loaded, pasted or brought back moves no device, but other con
     CHECK(panel.Parameter("DEV*knob") == "-9");
 }
 
+TEST_CASE("a record to the window of a device waits for the end of the loading, too") {
+    const TestPanel panel;
+    panel.Declare(Device("DEV"));
+    const auto set = [](int, int, void* device) {
+        float value = -7.0F;
+        Send(static_cast<HWND>(device), COMMAND_SET, DATATYPE_FLOAT, &value, "knob");
+        return 1;
+    };
+    ph_SetLoadProgress(panel.Root(), set, panel.Find("DEV"));
+    panel.Open("title=x\r\n");
+    CHECK(panel.Parameter("DEV*knob") == "-1");
+    panel.Open("onopen=send\r\n");
+    CHECK(panel.Parameter("DEV*knob") == "-7");
+}
+
 TEST_CASE("with onopen=send what is saved goes once to each device, when that is there") {
     const TestPanel panel;
     panel.Declare(Device("DEV"));

@@ -17,8 +17,9 @@ LRESULT Save(HOSTINFO& object, WPARAM code, HANDLE file) {
     case OwnControl::Refuses:
         return -1;
     case OwnControl::HitsFullDisk:
-        a_WriteText(nullptr, line.data(), line.size()); // which takes as little
-        return 0;
+        return a_WriteText(nullptr, line.data(), line.size()) != 0 // which takes as little
+                   ? 0
+                   : static_cast<LRESULT>(GetLastError());
     default:
         a_WriteText(file, line.data(), line.size());
         if (code == SAVE_PROPERTIES && ownBytes > 0) {

@@ -9,6 +9,8 @@
 #include <cstring>
 #include <functional>
 #include <memory>
+#include <thread>
+#include <utility>
 
 TEST_SUITE_BEGIN("Requests");
 
@@ -347,7 +349,14 @@ public:
         };
         return 1;
     }
+    LRESULT OnDataInBuffer(WPARAM wParam, LPARAM lParam) override {
+        news = {wParam, lParam};
+        newsThread = GetCurrentThreadId();
+        return 0;
+    }
     logic::EqBand band{0, logic::Peak, 100.0F, 0.0F, 1.0F, 1};
+    std::pair<WPARAM, LPARAM> news{};
+    DWORD newsThread = 0;
 
 private:
     std::function<void()> action_;
@@ -397,6 +406,53 @@ TEST_CASE("records are compared, and passed on as a whole") {
     Load(other, "datatype=channeleq"); // one takes bands of the one kind only
     Load(eq, "properties=0,PEQ");
     CHECK(first.band == sent);
+}
+
+TEST_CASE("the state of a parameter is asked beside its handler") {
+    const TestPanel panel;
+    panel.Declare(AMPLIFIER);
+    const ActingDevice silent(panel, "SILENT"); // and never alive
+    const auto state = [&panel](const char* address) {
+        DWORD age = 0;
+        const int found = a_ParameterState(panel.Root(), address, &age);
+        return std::pair(found, age != NO_AGE);
+    };
+    CHECK(state("AMP1*gain1") == std::pair(PARAMETER_LIVE, true));
+    CHECK(state("SILENT*x") == std::pair(PARAMETER_LOST, false));
+    for (const char* address : {"AMP1*none", "AMP1", "", "NONE*gain1"}) {
+        CHECK(state(address) == std::pair(PARAMETER_NONE, false));
+    }
+    REQUIRE(ph_SetParameter(panel.Root(), "AMP1*online", "0") == 1);
+    CHECK(state("amp1*gain1") == std::pair(PARAMETER_LOST, true));
+    CHECK(state("AMP1*online") == std::pair(PARAMETER_LIVE, true));
+    CHECK(a_ParameterState(nullptr, "AMP1*gain1") == PARAMETER_NONE);
+}
+
+TEST_CASE("requests are for the panel's thread, to which a transport's posts its news") {
+    const TestPanel panel;
+    panel.Declare(AMPLIFIER);
+    const ActingDevice device(panel, "ACTING");
+    HWND knob = CreateKnob(panel, "Knob");
+    HWND control = panel.Create("LED", "Control");
+    REQUESTLIST& requests = ObjectOf(control).requests;
+    const TraceCapture trace;
+    for (const char* line : {"function=AMP1*gain1", "connection=Knob"}) {
+        Load(control, line);
+        Outcome outcome{};
+        std::thread([&] {
+            float value = 5.0F;
+            outcome.success = a_SendRequest(requests, COMMAND_SET, DATATYPE_FLOAT, &value, &outcome.result);
+            PostMessageA(device.window, DEVICE_NEWS, 7, 8);
+        }).join();
+        CHECK(outcome == Outcome{0, REQUEST_UNREACHABLE});
+    }
+    CHECK(panel.Parameter("AMP1*gain1") == "-20");
+    CHECK(Value(knob) == 0.0F);
+    CHECK(trace.CountContaining("on another thread") == 1);
+    CHECK(device.newsThread == 0);
+    PumpAll();
+    CHECK(device.news == std::pair<WPARAM, LPARAM>(7, 8));
+    CHECK(device.newsThread == GetCurrentThreadId());
 }
 
 TEST_CASE("further lists of a control follow what comes and goes") {

@@ -1,7 +1,6 @@
 #include "Controls/interfaces/network/TerminalServer.h"
 
-#include "Controls/families/ClickTemplate.h"
-#include "Controls/families/TerminalValue.h"
+#include "Controls/families/AddressedValue.h"
 #include "Controls/interfaces/network/SocketFailures.h"
 #include "Panelhost/Panelhost.h"
 
@@ -43,15 +42,13 @@ Outcome CarryOut(HOSTINFO& control, const logic::TerminalAddress& address) {
         return {false, address.IsQuestion() ? logic::ValueLine({}) : ""};
     }
     if (address.IsQuestion()) {
-        return {true, logic::ValueLine(TerminalValue(object->window, address.Keyword()))};
+        return {true, logic::ValueLine(AddressedValue(object->window, address.Keyword()).Text())};
     }
     const RemoteSetting remote;
     if (object->kind == KIND_DEVICE) {
-        char keyword[TEXT_SIZE];
-        char value[TEXT_SIZE];
-        std::snprintf(keyword, sizeof keyword, "%s", address.Keyword().c_str());
-        std::snprintf(value, sizeof value, "%s", address.Value().c_str());
-        SetIfKnown(object->window, keyword, value);
+        if (const AddressedValue value(object->window, address.Keyword()); value.IsKnown()) {
+            value.Set(address.Value());
+        }
     } else if (!address.Keyword().empty()) {
         const std::string line = address.KeywordLine();
         SendMessageA(object->window, CWM_LOAD, LOAD_FROM_DIALOG, reinterpret_cast<LPARAM>(line.c_str()));

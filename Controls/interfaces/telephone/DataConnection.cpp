@@ -2,7 +2,7 @@
 
 #include "Controls/interfaces/telephone/DataConnection.h"
 
-#include "Controls/families/TerminalValue.h"
+#include "Controls/families/AddressedValue.h"
 #include "Panelhost/Remote.h"
 #include "Panelhost/Trace.h"
 
@@ -26,28 +26,18 @@ struct Outcome {
 // On the user-interface thread: gives the object of that address its value, or asks for it.
 Outcome CarryOut(HOSTINFO& control, const logic::TerminalAddress& address) {
     const HWND target = a_FindHwnd(a_FindRootHostinfo(&control), address.Object().c_str());
-    std::string shown =
-        address.IsQuestion()
-            ? logic::ValueLine(target == nullptr ? "" : TerminalValue(target, address.Keyword()))
-            : "";
     if (target == nullptr) {
-        return {Result::ObjectMissing, std::move(shown)};
+        return {Result::ObjectMissing, address.IsQuestion() ? logic::ValueLine("") : ""};
     }
-    char keyword[TEXT_SIZE];
-    char value[TEXT_SIZE];
-    std::snprintf(keyword, sizeof keyword, "%s", address.Keyword().c_str());
-    std::snprintf(value, sizeof value, "%s", address.Value().c_str());
-    VALUERECORD record{COMMAND_RESOLVE, 0, DATATYPE_TEXT, 0, keyword, keyword, 0};
-    // A control answers for any keyword: one that it does not know, or none, is its default value.
-    if (SendMessageA(target, CWM_MESSAGE, 0, reinterpret_cast<LPARAM>(&record)) == 0) {
+    const AddressedValue value(target, address.Keyword());
+    std::string shown = address.IsQuestion() ? logic::ValueLine(value.Text()) : "";
+    if (!value.IsAnswered()) {
         return {Result::KeywordMissing, std::move(shown)};
     }
     const bool isNothing = address.Keyword().empty() && address.Value().empty();
     if (!address.IsQuestion() && !isNothing) {
         const RemoteSetting remote;
-        record.command = COMMAND_SET;
-        record.data = value;
-        SendMessageA(target, CWM_MESSAGE, 0, reinterpret_cast<LPARAM>(&record));
+        value.Set(address.Value());
     }
     return {Result::CarriedOut, std::move(shown)};
 }

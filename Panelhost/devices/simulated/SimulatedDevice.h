@@ -1,9 +1,7 @@
 #pragma once
 
-#include "Panelhost/Devices.h"
-#include "logic/controls/Crossover.h"
-#include "logic/controls/EqBand.h"
-#include "logic/devices/Simulation.h"
+#include "Panelhost/devices/DeviceKind.h"
+#include "Panelhost/devices/DeviceParameter.h"
 
 #include <cstdint>
 #include <memory>
@@ -11,6 +9,8 @@
 #include <string>
 #include <unordered_map>
 #include <vector>
+
+extern const DeviceKind SIMULATED_DEVICES;
 
 // A device that exists only here: its parameters hold what is set, move by themselves or follow each other as
 // its device file says. The parameter "online" (1 or 0) takes it off the network and brings it back.
@@ -28,20 +28,15 @@ public:
     LRESULT OnGetKeywords(WPARAM wParam, LPARAM names) override;
     LRESULT OnGetDatatype(WPARAM wParam, LPARAM keyword) override;
     LRESULT OnRequestList(WPARAM keyword, LPARAM item) override;
+    int OnParameterState(const char* keyword, DWORD* age) override;
 
     // Applies what a device file says of a parameter. False when it cannot be read.
     bool Declare(const std::string& keyword, const std::string& text);
 
 private:
-    struct Parameter {
+    struct Parameter : DeviceParameter {
         SimulatedDevice* device = nullptr;
         int index = 0; // from 1 on
-        logic::ParameterDeclaration declaration{};
-        float number = 0;   // value of a numeric parameter, in its unit
-        std::string text;   // value of a text
-        logic::EqBand band; // values of the records
-        logic::CrossoverFilters filters;
-        logic::DelaySetting delay;
         std::optional<logic::Wave> wave;
         std::optional<logic::Follow> follow;
         std::vector<std::string> added;  // parameters whose values are added
@@ -53,20 +48,9 @@ private:
         bool MovesByItself() const {
             return wave || follow || !added.empty() || !muting.empty() || !solos.empty();
         }
-        int Datatype() const;
-        int Answer(VALUERECORD* record) const; // as a REQUESTHANDLER does
-        int Take(const VALUERECORD* record);   // 1 taken, 0 refused
-        // A text can be none.
-        template <class Parse>
-        bool HasNumber(Parse parse) const {
-            return declaration.type != logic::ParameterType::Text || parse(text);
-        }
-        std::string RecordText() const;
-        int TakeRecord(const VALUERECORD* record);
-        bool SetRecord(const std::string& text);
-        void SetNumber(float value);
     };
 
+    bool IsReachable(const Parameter& parameter) const;
     static int HandleRequest(VALUERECORD* record, void* context);
     Parameter* Find(const std::string& keyword) const;
     Parameter& Enter(const std::string& keyword);

@@ -1,6 +1,5 @@
-#include "Panelhost/devices/SimulatedDevice.h"
+#include "Panelhost/devices/simulated/SimulatedDevice.h"
 
-#include "logic/text/Numbers.h"
 #include "logic/text/PropertyLine.h"
 #include "logic/text/Text.h"
 
@@ -26,141 +25,25 @@ std::vector<std::string> Names(const std::string& text) {
     return names;
 }
 
+std::unique_ptr<DEVICE> Create(std::string_view text) {
+    return text == SIMULATED_DEVICES.word ? std::make_unique<SimulatedDevice>() : nullptr;
+}
+
+bool DeclareLine(DEVICE& device, const std::string& keyword, const std::string& text) {
+    return static_cast<SimulatedDevice&>(device).Declare(keyword, text);
+}
+
 } // namespace
+
+const DeviceKind SIMULATED_DEVICES{"simulated", Create, DeclareLine};
 
 SimulatedDevice::SimulatedDevice() : lastTick_(GetTickCount()) {
     Declare(ONLINE, "integer,0,1,1");
 }
 
-int SimulatedDevice::Parameter::Datatype() const {
-    switch (declaration.type) {
-    case logic::ParameterType::Integer:
-        return DATATYPE_INTEGER;
-    case logic::ParameterType::Float:
-        return DATATYPE_FLOAT;
-    case logic::ParameterType::Text:
-        return DATATYPE_TEXT;
-    case logic::ParameterType::MasterEq:
-        return DATATYPE_MASTER_EQ;
-    case logic::ParameterType::ChannelEq:
-        return DATATYPE_CHANNEL_EQ;
-    case logic::ParameterType::CrossoverFilters:
-        return DATATYPE_CROSSOVER;
-    case logic::ParameterType::Delay:
-        return DATATYPE_DELAY;
-    }
-    return DATATYPE_NONE;
-}
-
-void SimulatedDevice::Parameter::SetNumber(float value) {
-    const float limited = logic::Clamp(value, declaration.minimum, declaration.maximum);
-    number = declaration.type == logic::ParameterType::Integer
-                 ? static_cast<float>(logic::TruncateToInteger(logic::RoundToStep(limited, 1.0F)))
-                 : limited;
-}
-
-int SimulatedDevice::Parameter::Answer(VALUERECORD* record) const {
-    if (!a_HasForm(Datatype(), record->datatype) ||
-        (record->datatype == DATATYPE_INTEGER && !HasNumber(logic::ParseInteger)) ||
-        (record->datatype == DATATYPE_FLOAT && !HasNumber(logic::ParseFloat))) {
-        return -1;
-    }
-    switch (declaration.type) {
-    case logic::ParameterType::Integer:
-        return a_AnswerInteger(record, static_cast<int>(number));
-    case logic::ParameterType::Float:
-        return a_AnswerFloat(record, number);
-    case logic::ParameterType::Text:
-        return a_AnswerText(record, text.c_str());
-    default:
-        break;
-    }
-    if (record->datatype == DATATYPE_TEXT) {
-        return a_AnswerText(record, RecordText().c_str());
-    }
-    switch (Datatype()) {
-    case DATATYPE_CROSSOVER:
-        return a_AnswerBytes(record, DATATYPE_CROSSOVER, &filters, sizeof filters);
-    case DATATYPE_DELAY:
-        return a_AnswerBytes(record, DATATYPE_DELAY, &delay, sizeof delay);
-    default:
-        return a_AnswerBytes(record, Datatype(), &band, sizeof band);
-    }
-}
-
-std::string SimulatedDevice::Parameter::RecordText() const {
-    switch (declaration.type) {
-    case logic::ParameterType::CrossoverFilters:
-        return logic::FiltersText(filters);
-    case logic::ParameterType::Delay:
-        return logic::DelayText(delay);
-    default:
-        return logic::EqBandText(band);
-    }
-}
-
-bool SimulatedDevice::Parameter::SetRecord(const std::string& given) {
-    const auto take = [](const auto& read, auto& member) {
-        member = read.value_or(member);
-        return read.has_value();
-    };
-    switch (declaration.type) {
-    case logic::ParameterType::CrossoverFilters:
-        return take(logic::ReadFilters(given, filters), filters);
-    case logic::ParameterType::Delay:
-        return take(logic::ReadDelay(given, delay), delay);
-    default:
-        return take(logic::ReadEqBand(given, band), band);
-    }
-}
-
-// A record as bytes must be one that the device knows; a real one would refuse it, too.
-int SimulatedDevice::Parameter::TakeRecord(const VALUERECORD* record) {
-    const auto take = [&](auto& member) {
-        auto given = member;
-        if (a_ReadBytes(record, Datatype(), &given, sizeof given) == 0 || !logic::IsKnown(given)) {
-            return 0;
-        }
-        member = given;
-        return 1;
-    };
-    switch (declaration.type) {
-    case logic::ParameterType::CrossoverFilters:
-        return take(filters);
-    case logic::ParameterType::Delay:
-        return take(delay);
-    default:
-        return take(band);
-    }
-}
-
-int SimulatedDevice::Parameter::Take(const VALUERECORD* record) {
-    if (declaration.type == logic::ParameterType::Text) {
-        return a_ReadText(record, &text);
-    }
-    if (!logic::IsNumber(declaration.type)) {
-        std::string given;
-        return record->datatype == DATATYPE_TEXT ? a_ReadText(record, &given) != 0 && SetRecord(given) ? 1 : 0
-                                                 : TakeRecord(record);
-    }
-    float value = 0;
-    if (std::string given; record->datatype == DATATYPE_TEXT && a_ReadText(record, &given) != 0) {
-        const auto read = logic::ParseFloatIn(declaration.unit, given);
-        if (!read) {
-            return 0;
-        }
-        value = *read;
-    } else if (a_ReadFloat(record, &value) == 0) {
-        return 0;
-    }
-    SetNumber(value);
-    return 1;
-}
-
 int SimulatedDevice::HandleRequest(VALUERECORD* record, void* context) {
     auto& parameter = *static_cast<Parameter*>(context);
-    const Parameter* online = parameter.device->parameters_.front().get();
-    if (online->number == 0 && &parameter != online) {
+    if (!parameter.device->IsReachable(parameter)) {
         return -1;
     }
     switch (record->command) {
@@ -173,8 +56,23 @@ int SimulatedDevice::HandleRequest(VALUERECORD* record, void* context) {
     }
 }
 
+// "online" itself always.
+bool SimulatedDevice::IsReachable(const Parameter& parameter) const {
+    const Parameter& online = *parameters_.front();
+    return online.Number() != 0 || &parameter == &online;
+}
+
 LRESULT SimulatedDevice::OnIsAlive(WPARAM, LPARAM) {
-    return parameters_.front()->number != 0 ? 1 : 0;
+    return parameters_.front()->Number() != 0 ? 1 : 0;
+}
+
+int SimulatedDevice::OnParameterState(const char* keyword, DWORD* age) {
+    const Parameter* parameter = Find(keyword);
+    if (parameter == nullptr) {
+        return PARAMETER_NONE;
+    }
+    *age = parameter->Age();
+    return IsReachable(*parameter) ? parameter->state : PARAMETER_LOST;
 }
 
 LRESULT SimulatedDevice::OnGetKeywords(WPARAM, LPARAM names) {
@@ -223,14 +121,9 @@ bool SimulatedDevice::Declare(const std::string& keyword, const std::string& tex
     Parameter* parameter = Find(keyword);
     if (const auto declaration = logic::ParseParameter(text); declaration && !keyword.empty()) {
         Parameter declared;
-        declared.declaration = *declaration;
-        if (!logic::IsNumber(declaration->type) && declaration->type != logic::ParameterType::Text) {
-            if (!declared.SetRecord(declaration->value)) {
-                return false;
-            }
-        } else {
-            declared.text = declaration->value;
-            declared.SetNumber(logic::ParseFloat(declaration->value).value_or(0));
+        declared.state = PARAMETER_LIVE;
+        if (!declared.DeviceParameter::Declare(*declaration)) {
+            return false;
         }
         Parameter& entered = parameter != nullptr ? *parameter : Enter(keyword);
         declared.device = this;
@@ -238,7 +131,7 @@ bool SimulatedDevice::Declare(const std::string& keyword, const std::string& tex
         entered = std::move(declared);
         return true;
     }
-    if (parameter == nullptr || !logic::IsNumber(parameter->declaration.type)) {
+    if (parameter == nullptr || !parameter->IsNumber()) {
         return false; // what moves must be a number that was declared before
     }
     if (const auto rest = Behind(text, "wave")) {
@@ -268,7 +161,7 @@ int SimulatedDevice::OnGet(const char* keyword, std::string& value, int* result)
     const Parameter* parameter = Find(keyword);
     if (parameter != nullptr) {
         char text[TEXT_SIZE] = "";
-        VALUERECORD record{COMMAND_GET, 0, DATATYPE_TEXT, 0, text, nullptr, 0};
+        VALUERECORD record = VALUERECORD::GetText(text);
         parameter->Answer(&record);
         value = text;
     }
@@ -277,7 +170,7 @@ int SimulatedDevice::OnGet(const char* keyword, std::string& value, int* result)
 
 int SimulatedDevice::OnSet(const char* keyword, std::string& value, int* result) {
     Parameter* parameter = Find(keyword);
-    const VALUERECORD record{COMMAND_SET, 0, DATATYPE_TEXT, 0, value.data(), nullptr, 0};
+    const VALUERECORD record = VALUERECORD::SetText(value.data());
     return *result = parameter != nullptr ? parameter->Take(&record) : 0;
 }
 
@@ -290,12 +183,12 @@ float SimulatedDevice::SourceValue(const std::string& source) const {
     const Parameter* parameter =
         device == nullptr ? nullptr
                           : device->Find(star == std::string::npos ? source : source.substr(star + 1));
-    return parameter == nullptr ? 0.0F : parameter->number;
+    return parameter == nullptr ? 0.0F : parameter->Number();
 }
 
 void SimulatedDevice::Move(Parameter& parameter, std::uint32_t elapsed) {
     const bool sourced = parameter.wave || parameter.follow || !parameter.added.empty();
-    float target = sourced ? 0.0F : parameter.number;
+    float target = sourced ? 0.0F : parameter.Number();
     if (parameter.wave) {
         target += logic::WaveValue(*parameter.wave, time_, static_cast<std::uint32_t>(parameter.index));
     }
@@ -310,10 +203,10 @@ void SimulatedDevice::Move(Parameter& parameter, std::uint32_t elapsed) {
     const bool othersSolo =
         !solos.empty() && !isOn(solos.front()) && std::any_of(solos.begin(), solos.end(), isOn);
     if (othersSolo || std::any_of(parameter.muting.begin(), parameter.muting.end(), isOn)) {
-        target = parameter.declaration.minimum;
+        target = parameter.Declaration().minimum;
     }
     const std::uint32_t lag = parameter.follow ? parameter.follow->timeConstantMilliseconds : 0;
-    parameter.SetNumber(logic::FollowStep(parameter.number, target, elapsed, lag));
+    parameter.SetNumber(logic::FollowStep(parameter.Number(), target, elapsed, lag));
 }
 
 LRESULT SimulatedDevice::OnTimer(WPARAM, LPARAM) {

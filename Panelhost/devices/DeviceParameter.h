@@ -1,0 +1,54 @@
+#pragma once
+
+#include "Panelhost/Devices.h"
+#include "logic/controls/Crossover.h"
+#include "logic/controls/EqBand.h"
+#include "logic/devices/Simulation.h"
+
+#include <string>
+
+// A parameter as a device holds it: a value of the declared type, in the declared range and unit, with its
+// state and age. Where values come from and where they go is the device's affair.
+class DeviceParameter {
+public:
+    DeviceParameter() = default;
+    // Declares it, with the value of the declaration. False, with nothing changed, when a record cannot be
+    // read.
+    bool Declare(const logic::ParameterDeclaration& declaration);
+
+    const logic::ParameterDeclaration& Declaration() const { return declaration_; }
+    int Datatype() const;
+    bool IsNumber() const { return logic::IsNumber(declaration_.type); }
+
+    // As a REQUESTHANDLER answers a get.
+    int Answer(VALUERECORD* record) const;
+    // Takes the value of a set record: 1, or 0 when it is none for this parameter.
+    int Take(const VALUERECORD* record);
+    float Number() const { return number_; } // in its unit; 0 for what is no number
+    // Limited to the range, and rounded where the type asks for it.
+    void SetNumber(float value);
+
+    int state = PARAMETER_UNKNOWN;
+    // Milliseconds since the value last came; NO_AGE when none has.
+    DWORD Age() const;
+
+private:
+    // A text can be none.
+    template <class Parse>
+    bool HasNumber(Parse parse) const {
+        return declaration_.type != logic::ParameterType::Text || parse(text_);
+    }
+    std::string RecordText() const;
+    int TakeValue(const VALUERECORD* record);
+    int TakeRecord(const VALUERECORD* record);
+    bool SetRecord(const std::string& text);
+    void Came() { came_ = GetTickCount64(); }
+
+    logic::ParameterDeclaration declaration_{};
+    float number_ = 0;
+    std::string text_;
+    logic::EqBand band_; // values of the records
+    logic::CrossoverFilters filters_;
+    logic::DelaySetting delay_;
+    ULONGLONG came_ = 0; // tick count; 0: never
+};

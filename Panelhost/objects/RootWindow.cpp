@@ -1,0 +1,121 @@
+// The root and its window: what is shown of its controls, their order, their ticks and what was changed.
+
+#include "Panelhost/Root.h"
+#include "Panelhost/objects/PanelRoot.h"
+#include "logic/controls/Layers.h"
+
+#include <algorithm>
+
+LRESULT PanelRoot::OnGetActiveLayer(WPARAM, LPARAM layersOut) {
+    *reinterpret_cast<std::uint64_t*>(layersOut) = activeLayers;
+    return 1;
+}
+
+void PanelRoot::MoveBefore(HOSTINFO* object, HOSTINFO* other) {
+    // The object and all below it stay together and in order.
+    const std::string path = object->name + "*";
+    std::list<HOSTINFO*> moved;
+    for (auto place = controls_.begin(); place != controls_.end();) {
+        const auto next = std::next(place);
+        if (*place == object || (*place)->name.compare(0, path.size(), path) == 0) {
+            moved.splice(moved.end(), controls_, place);
+        }
+        place = next;
+    }
+    const bool hasOwner = object->parent != nullptr && object->parent != this;
+    controls_.splice(other != nullptr ? other->place_ : (hasOwner ? EndOf(object->parent) : controls_.end()),
+                     moved);
+    HWND above = HWND_BOTTOM;
+    if (other != nullptr) {
+        above = GetWindow(other->window, GW_HWNDPREV);
+        if (above == object->window) {
+            return;
+        }
+        above = above == nullptr ? HWND_TOP : above;
+    }
+    SetWindowPos(object->window, above, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+}
+
+void PanelRoot::ApplyLayers(const HOSTINFO* object) const {
+    const bool editOnly = (object->flags & FLAG_EDIT_ONLY) != 0;
+    if (object->layers == 0 && !editOnly) {
+        return; // its visibility is the host's
+    }
+    const bool shown = mode != 0 || (!editOnly && logic::LayerShown(object->layers, activeLayers));
+    const bool visible = (GetWindowLongA(object->window, GWL_STYLE) & WS_VISIBLE) != 0;
+    if (shown != visible) {
+        ShowWindow(object->window, shown ? SW_SHOWNA : SW_HIDE);
+    }
+}
+
+void PanelRoot::ApplyLayersToAll() {
+    const std::vector<HOSTINFO*> controls(controls_.begin(), controls_.end());
+    for (HOSTINFO* control : controls) {
+        if (a_IsAlive(control)) {
+            ApplyLayers(control);
+        }
+    }
+}
+
+void PanelRoot::SetMode(WORD newMode) {
+    mode = newMode;
+    for (HOSTINFO* control : controls_) {
+        control->mode = newMode;
+    }
+    ApplyLayersToAll();
+    RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+}
+
+void PanelRoot::Tick() {
+    if (opening.IsUnderWay()) {
+        return; // some of it is not there yet
+    }
+    const Held held(*this);
+    // Objects may come and go while one of them handles the tick, so they are listed first.
+    std::vector<HOSTINFO*> objects(devices_.begin(), devices_.end());
+    objects.insert(objects.end(), controls_.begin(), controls_.end());
+    const unsigned removals = removals_;
+    const auto isThere = [&](const HOSTINFO* object) {
+        return removals == removals_ || (a_IsAlive(object) && Above(object) == this);
+    };
+    opening.Send(*this); // before a poll brings what it replaces
+    DWORD now = GetTickCount();
+    for (const HOSTINFO* object : objects) {
+        if (isThere(object) && object->DueIn(now) == 0) {
+            SendMessageA(object->window, WM_TIMER, 0, 0);
+            now = GetTickCount();
+        }
+    }
+}
+
+bool a_IsChanged(HOSTINFO* root) {
+    const PanelRoot* panel = PanelRoot::From(root);
+    if (panel == nullptr) {
+        return false;
+    }
+    const auto changed = [](const HOSTINFO* object) { return (object->flags & FLAG_CHANGED) != 0; };
+    return changed(panel) || std::any_of(panel->Controls().begin(), panel->Controls().end(), changed);
+}
+
+void a_SetChanged(HOSTINFO* root, bool changed) {
+    PanelRoot* panel = PanelRoot::From(root);
+    if (panel == nullptr) {
+        return;
+    }
+    panel->flags = static_cast<WORD>(changed ? panel->flags | FLAG_CHANGED : panel->flags & ~FLAG_CHANGED);
+    if (!changed) {
+        for (HOSTINFO* control : panel->Controls()) {
+            control->flags = static_cast<WORD>(control->flags & ~FLAG_CHANGED);
+        }
+    }
+}
+
+int a_LoadErrorCount(HOSTINFO* root) {
+    const PanelRoot* panel = PanelRoot::From(root);
+    return panel == nullptr ? 0 : panel->loadErrors;
+}
+
+const cPanelBackground* a_GetBackground(HOSTINFO* root) {
+    const PanelRoot* panel = PanelRoot::From(root);
+    return panel == nullptr ? nullptr : &panel->background;
+}
