@@ -33,16 +33,19 @@ std::string Read(std::string_view bytes, const std::function<std::size_t()>& blo
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    if (size == 0)
+    if (size == 0) {
         return 0;
+    }
     FuzzInput input(data, size);
     const std::string& bytes = input.bytes;
     DescribeCanRecord(bytes);
-    if (input.choice % 4 == 1)
+    if (input.choice % 4 == 1) {
         input.Lengthen('0');
+    }
     const std::string lines = Read(bytes, BlockLengths(input.choice));
     // How the stream is divided matters only for what an overflow takes along.
-    if (lines.find("Overflow") == std::string::npos)
+    if (lines.find("Overflow") == std::string::npos) {
         Require(lines == Read(bytes, [&] { return bytes.size(); }));
+    }
     return 0;
 }

@@ -29,25 +29,30 @@ void CheckNumbers(std::string_view text) {
     } else {
         Require(rest == text && !ParseWholeFloat(text));
     }
-    if (IsFloatFormat(text))
+    if (IsFloatFormat(text)) {
         Require(!FormatFloatAs(std::string(text), -1.5F).empty());
-    if (const auto number = ParseInteger(text))
+    }
+    if (const auto number = ParseInteger(text)) {
         Require(ParseWholeInteger(std::to_string(*number)) == number);
-    if (const auto read = ParseRangeAndValue(text))
+    }
+    if (const auto read = ParseRangeAndValue(text)) {
         Require(
             ParseRangeAndValue(RangeAndValueText(read->minimum, read->maximum.value_or(0), 0)).has_value());
+    }
 
     const std::vector<float> numbers = ParseFloats(text).value_or(std::vector<float>());
-    for (const float number : numbers)
+    for (const float number : numbers) {
         Require(std::isfinite(number));
+    }
 }
 
 void CheckDeclarations(std::string_view text) {
     if (const auto parameter = ParseParameter(text)) {
         Require(std::isfinite(parameter->minimum) && std::isfinite(parameter->maximum));
         Require(parameter->minimum <= parameter->maximum);
-        if (IsNumber(parameter->type))
+        if (IsNumber(parameter->type)) {
             Require(ParseWholeFloat(parameter->value).has_value());
+        }
     }
     if (const auto wave = ParseWave(text)) {
         Require(wave->periodMilliseconds >= minimumWavePeriod &&
@@ -57,8 +62,9 @@ void CheckDeclarations(std::string_view text) {
         Require(!follow->source.empty() && std::isfinite(follow->offset));
         Require(follow->timeConstantMilliseconds <= maximumTimeConstant);
     }
-    if (const auto layers = ParseLayers(text))
+    if (const auto layers = ParseLayers(text)) {
         Require(ParseLayers(LayersText(*layers)) == layers);
+    }
 }
 
 } // namespace

@@ -40,13 +40,16 @@ void CheckCrossover(const Crossover& crossover) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     // A copy of exactly this size, so that reading past the end is seen.
     const std::string text(data, data + size);
-    if (const auto band = ReadEqBand(text, {}))
+    if (const auto band = ReadEqBand(text, {})) {
         CheckBand(*band);
+    }
     const Crossover start{{{0, 20.0F}, {0, 20.0F}}, 0.0F, 0, {}};
-    if (const auto crossover = ReadCrossover(text, start))
+    if (const auto crossover = ReadCrossover(text, start)) {
         CheckCrossover(*crossover);
-    if (const auto delay = ReadDelay(text, {}))
+    }
+    if (const auto delay = ReadDelay(text, {})) {
         Require(IsKnown(*delay) && delay->amount >= 0);
+    }
     DelaySetting typed;
     Require(ReadDelayAmount(text, typed) <= 2 && IsKnown(typed));
     for (const auto field : {CrossoverField::HighPassFrequency, CrossoverField::LowPassFrequency,

@@ -6,8 +6,9 @@
 #include <string>
 
 inline void Require(bool condition) {
-    if (!condition)
+    if (!condition) {
         __builtin_trap();
+    }
 }
 
 // The first byte chooses what a run does with the rest. There must be one.

@@ -74,16 +74,20 @@ void CheckLine(const std::string& text) {
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    if (size == 0)
+    if (size == 0) {
         return 0;
+    }
     FuzzInput input(data, size);
     const std::string& bytes = input.bytes;
-    if (input.choice % 2 == 1)
+    if (input.choice % 2 == 1) {
         input.Lengthen('x');
+    }
     const Lines lines = Read(bytes, [&] { return bytes.size(); });
     Require(lines == Read(bytes, BlockLengths(input.choice)));
-    for (const auto& [text, usable] : lines)
-        if (usable)
+    for (const auto& [text, usable] : lines) {
+        if (usable) {
             CheckLine(text);
+        }
+    }
     return 0;
 }

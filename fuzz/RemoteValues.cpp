@@ -37,14 +37,16 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         Require(!IsPathBelow("\\" + text) && !IsPathBelow("..\\" + text) && IsPathBelow(".\\" + text));
         Require(!IsPathBelow(text + "\\NUL") && !IsPathBelow(text + "/../../x"));
     }
-    if (HasFixedKeyword(text))
+    if (HasFixedKeyword(text)) {
         Require(text.substr(0, text.find('=')).find("%l") == std::string::npos);
+    }
     if (const auto networks = TerminalNetworks::Parse(text); networks && !text.empty()) {
         const auto more = TerminalNetworks::Parse(text + ",10.1.2.3/31");
-        if (text.find("none") != std::string::npos)
+        if (text.find("none") != std::string::npos) {
             Require(!networks->Contain(0) && !more);
-        else
+        } else {
             Require(more && more->Contain(0x0A010202) && more->Contain(0) == networks->Contain(0));
+        }
         Require(!TerminalNetworks::Parse(text + ",") && !TerminalNetworks::Parse(text + "x"));
     }
     return 0;

@@ -58,16 +58,18 @@ void CheckNetwork(std::uint8_t choice, const std::string& text) {
     std::size_t typed = 0; // since the last line end, the prompt included
     for (const char byte : text) {
         ++typed;
-        if (choice % 8 == 2 && ++number % (1 + choice) == 0)
+        if (choice % 8 == 2 && ++number % (1 + choice) == 0) {
             terminal.Restart();
+        }
         switch (terminal.Put(byte)) {
         case Terminal::Step::None:
             break;
         case Terminal::Step::Execute:
             Require(byte == '\n');
             CheckNetworkAddress(terminal.Address());
-            if (terminal.Address().Object().size() % 2 == choice % 2)
+            if (terminal.Address().Object().size() % 2 == choice % 2) {
                 terminal.ObjectMissing();
+            }
             [[fallthrough]];
         case Terminal::Step::Answer:
             Require(byte == '\n');
@@ -93,15 +95,17 @@ void CheckTelephone(std::uint8_t choice, const std::string& bytes) {
     for (const char byte : bytes) {
         const TelephoneTerminal::Step step = terminal.Put(byte);
         ++typed;
-        if (step == TelephoneTerminal::Step::None)
+        if (step == TelephoneTerminal::Step::None) {
             continue;
+        }
         Require(byte == '\r');
         Require(step == TelephoneTerminal::Step::Execute || typed > TerminalText::maximumLength);
         CheckAddress(terminal.Address(), std::string_view("\n\r\b\0", 4));
-        if (terminal.Address().Object().size() % 2 == choice % 2)
+        if (terminal.Address().Object().size() % 2 == choice % 2) {
             terminal.ObjectMissing();
-        else if (terminal.Address().Keyword().size() % 2 == choice / 2 % 2)
+        } else if (terminal.Address().Keyword().size() % 2 == choice / 2 % 2) {
             terminal.KeywordMissing();
+        }
         const std::string prompt = terminal.Answer();
         Require(prompt == "\r" + terminal.Address().StarredPrompt());
         typed = prompt.size();
@@ -112,23 +116,27 @@ void CheckTelephone(std::uint8_t choice, const std::string& bytes) {
     terminal.Answer();
     const TerminalAddress address = terminal.Address();
     terminal.Put('\r');
-    if (!address.Object().starts_with('*'))
+    if (!address.Object().starts_with('*')) {
         Require(terminal.Address().Object() == address.Object());
+    }
     Require(terminal.Address().Keyword() == address.Keyword() && terminal.Address().Value().empty());
 }
 
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    if (size == 0)
+    if (size == 0) {
         return 0;
+    }
     FuzzInput input(data, size);
     const auto& [choice, bytes] = input;
-    if (choice % 4 == 1)
+    if (choice % 4 == 1) {
         input.Lengthen(static_cast<char>('0' + choice % 3));
+    }
     CheckNetwork(choice, TextOf(choice, bytes));
     CheckTelephone(choice, bytes);
-    if (const auto address = ParseHostPort(bytes))
+    if (const auto address = ParseHostPort(bytes)) {
         Require(ParseHostPort(address->host + ":" + std::to_string(address->port)) == address);
+    }
     return 0;
 }

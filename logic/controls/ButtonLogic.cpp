@@ -26,8 +26,9 @@ const char* PressModeText(PressMode mode) {
 
 std::int32_t RepeatSteps(std::uint32_t heldMilliseconds, std::int32_t periodMilliseconds,
                          float acceleration) {
-    if (periodMilliseconds <= 0)
+    if (periodMilliseconds <= 0) {
         return 0;
+    }
     const std::uint32_t periods = heldMilliseconds / static_cast<std::uint32_t>(periodMilliseconds);
     const float steps = acceleration * static_cast<float>(periods);
     return steps > 0.0F ? TruncateToInteger(static_cast<double>(steps) + 0.5) : 0;

@@ -35,8 +35,9 @@ public:
     void Take(Member& member, Read read) {
         const std::string_view field = next_ < fields_.size() ? TrimBlanks(fields_[next_]) : "";
         ++next_;
-        if (field.empty())
+        if (field.empty()) {
             return;
+        }
         const std::optional<Member> value = read(field);
         failed_ = failed_ || !value;
         takenAny_ = takenAny_ || value;
@@ -179,12 +180,14 @@ std::optional<Crossover> ReadCrossover(std::string_view text, const Crossover& b
 
 int ReadDelayAmount(std::string_view text, DelaySetting& delay) {
     const auto amount = TakeFloat(text);
-    if (!amount)
+    if (!amount) {
         return 0;
+    }
     delay.amount = *amount;
     const std::string_view word = TrimBlanks(text);
-    if (word.empty())
+    if (word.empty()) {
         return 1;
+    }
     const auto unit = IndexOfWord(delayUnits, word.substr(0, word.find_first_of(" \t\r\n")));
     delay.unit = unit.value_or(delay.unit);
     return unit ? 2 : 1;

@@ -31,8 +31,9 @@ std::string AtLeast(std::size_t width, const std::string& text) {
 
 double DecayFitter::LargestSample() const {
     double largest = leastSample;
-    for (const double sample : samples_)
+    for (const double sample : samples_) {
         largest = sample > largest ? sample : largest;
+    }
     return largest;
 }
 
@@ -41,8 +42,9 @@ double DecayFitter::Start(int coordinate) const {
 }
 
 void DecayFitter::SetStart(int coordinate, double value) {
-    if (IsCoordinate(coordinate))
+    if (IsCoordinate(coordinate)) {
         start_[Index(coordinate)] = value;
+    }
 }
 
 double DecayFitter::Result(int coordinate) const {
@@ -78,10 +80,11 @@ double DecayFitter::StepNearby(Point& point, Point& delta, double best) {
                 best = value;
                 break;
             }
-            if (attempt == 0)
+            if (attempt == 0) {
                 delta[i] = -delta[i];
-            else
+            } else {
                 point[i] = origin;
+            }
         }
     }
     return best;
@@ -92,13 +95,15 @@ int DecayFitter::Search(int limit) {
     Point delta;
     for (std::size_t i = 0; i < delta.size(); ++i) {
         delta[i] = std::fabs(start_[i] * rho_);
-        if (delta[i] == 0.0)
+        if (delta[i] == 0.0) {
             delta[i] = rho_;
+        }
     }
     const auto hasMoved = [&](const Point& point) {
         for (std::size_t i = 0; i < point.size(); ++i) {
-            if (std::fabs(point[i] - base[i]) > std::fabs(delta[i]) / 2)
+            if (std::fabs(point[i] - base[i]) > std::fabs(delta[i]) / 2) {
                 return true;
+            }
         }
         return false;
     };
@@ -121,13 +126,15 @@ int DecayFitter::Search(int limit) {
             }
             best = value;
             value = StepNearby(point, delta, best);
-            if (value >= best || !hasMoved(point))
+            if (value >= best || !hasMoved(point)) {
                 break;
+            }
         }
         if (stepLength >= epsilon_ && value >= best) {
             stepLength *= rho_;
-            for (double& step : delta)
+            for (double& step : delta) {
                 step *= rho_;
+            }
         }
     }
     result_ = base;
@@ -146,23 +153,27 @@ int DecayFitter::Run(int* finished) {
     traceResult("tau1  ", 1 / result_[2]);
     traceResult("x[3]=D", result_[3]);
     traceResult("tau2  ", 1 / result_[4]);
-    if (finished != nullptr)
+    if (finished != nullptr) {
         *finished = 1;
+    }
     return 0;
 }
 
 void DecayFitter::TraceProgress(const Point& point, double best) const {
-    if (!trace_)
+    if (!trace_) {
         return;
+    }
     Trace("\nAfter " + AtLeast(5, std::to_string(evaluations_)) +
           " funevals, f(x) =  " + FormatScientific(best, 4) + " at\n");
-    for (std::size_t i = 0; i < point.size(); ++i)
+    for (std::size_t i = 0; i < point.size(); ++i) {
         Trace("   x[" + std::to_string(i) + "] = " + FormatFixed(point[i], 4) + "\n");
+    }
 }
 
 void DecayFitter::Trace(const std::string& text) const {
-    if (trace_)
+    if (trace_) {
         trace_(text.c_str());
+    }
 }
 
 } // namespace logic

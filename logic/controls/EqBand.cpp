@@ -26,10 +26,12 @@ bool IsKnown(const EqBand& band) {
 
 EqBand KnownOf(const EqBand& answered, const EqBand& held) {
     EqBand known = answered;
-    if (known.type < 0 || known.type >= filterTypeCount)
+    if (known.type < 0 || known.type >= filterTypeCount) {
         known.type = held.type;
-    if (known.slope < 0 || known.slope > 2)
+    }
+    if (known.slope < 0 || known.slope > 2) {
         known.slope = held.slope;
+    }
     return known;
 }
 
@@ -45,8 +47,9 @@ std::optional<EqBand> ReadEqBand(std::string_view text, const EqBand& before) {
     std::vector<std::string_view> fields = SplitFields(text, ',');
     std::erase(fields, std::string_view());
     const std::size_t count = fields.size();
-    if (count == 0 || count > fieldCount)
+    if (count == 0 || count > fieldCount) {
         return std::nullopt;
+    }
     fields.resize(fieldCount);
 
     EqBand band = before;
@@ -93,8 +96,9 @@ float StepQ(float q, int steps, std::int32_t type, bool asBandwidth) {
     const float high = asBandwidth ? QToBandwidth(lowestQ) : highest;
     const float shown = asBandwidth ? QToBandwidth(q) : q;
     const float stepped = Clamp(shown + static_cast<float>(steps) * step, low, high);
-    if (stepped == shown)
+    if (stepped == shown) {
         return q;
+    }
     return asBandwidth ? BandwidthToQ(stepped) : stepped;
 }
 
@@ -145,8 +149,9 @@ bool StepField(EqBand& band, EqField field, int steps, bool asBandwidth) {
 
 bool LimitPassQ(EqBand& band) {
     const bool isPass = band.type == HighPass || band.type == LowPass;
-    if (!isPass || band.slope != 2 || band.q <= highestPassQ)
+    if (!isPass || band.slope != 2 || band.q <= highestPassQ) {
         return false;
+    }
     band.q = highestPassQ;
     return true;
 }

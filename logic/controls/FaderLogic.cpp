@@ -37,10 +37,12 @@ LimitedValue LimitFader(float value, const FaderRange& range) {
 }
 
 std::int32_t LimitFaderInteger(std::int32_t value, const FaderRange& range) {
-    if (range.resolution != 0.0F)
+    if (range.resolution != 0.0F) {
         value = TruncateToInteger(RoundToStep(static_cast<float>(value), range.resolution));
-    if (value < range.minimum)
+    }
+    if (value < range.minimum) {
         return range.minimum;
+    }
     return std::min(value, range.maximum);
 }
 
@@ -50,13 +52,16 @@ bool IsShortResolution(float resolution) {
 }
 
 std::optional<float> StepFader(float value, FaderKey key, const FaderRange& range) {
-    if (key == FaderKey::End)
+    if (key == FaderKey::End) {
         return static_cast<float>(range.minimum);
-    if (key == FaderKey::Home)
+    }
+    if (key == FaderKey::Home) {
         return static_cast<float>(range.maximum);
+    }
     const float step = range.resolution;
-    if (step == 0.0F || !std::isfinite(step))
+    if (step == 0.0F || !std::isfinite(step)) {
         return std::nullopt;
+    }
     switch (key) {
     case FaderKey::PageUp:
         return value + pageSteps * step;
@@ -85,8 +90,9 @@ bool FaderKnob::Hold(FaderPoint point) {
     const std::int32_t along = vertical ? point.y : point.x;
     const std::int32_t across = vertical ? point.x : point.y;
     const std::int32_t breadth = vertical ? shape_.width : shape_.height;
-    if (along < Position() || along - Position() >= shape_.knobHeight || across < 0 || across >= breadth)
+    if (along < Position() || along - Position() >= shape_.knobHeight || across < 0 || across >= breadth) {
         return false;
+    }
     anchor_ = along;
     return true;
 }
@@ -94,8 +100,9 @@ bool FaderKnob::Hold(FaderPoint point) {
 std::optional<FaderPoint> FaderKnob::Drag(FaderPoint pointer) {
     const std::int32_t along = shape_.IsVertical() ? pointer.y : pointer.x;
     const std::int32_t travel = DragTravel(shape_);
-    if (along == anchor_ || travel <= 0)
+    if (along == anchor_ || travel <= 0) {
         return std::nullopt;
+    }
     const std::int32_t moved = Position() + (along - anchor_);
     Position() = std::clamp(moved, 0, travel);
     anchor_ = along - (moved - Position());
@@ -113,16 +120,18 @@ float FaderKnob::Value(const FaderRange& range) const {
 std::string OffsetsText(const std::vector<OffsetRecord>& records, float OffsetRecord::*member) {
     std::string text;
     for (const OffsetRecord& record : records) {
-        if (!text.empty())
+        if (!text.empty()) {
             text += ',';
+        }
         text += FormatFloat(record.*member) + ',';
     }
     return text;
 }
 
 void AppendOffset(std::vector<OffsetRecord>& records, const OffsetRecord& record) {
-    if (records.size() >= maximumOffsets)
+    if (records.size() >= maximumOffsets) {
         throw std::length_error("list<T> too long");
+    }
     records.push_back(record);
 }
 

@@ -55,14 +55,16 @@ std::string QText(float q, bool asBandwidth) {
 }
 
 float QToBandwidth(float q) {
-    if (!IsPositive(q))
+    if (!IsPositive(q)) {
         return 0.0F;
+    }
     return Clamp(static_cast<float>(2.0 / std::numbers::ln2 * std::asinh(0.5 / q)), 0.0F, 1000.0F);
 }
 
 float BandwidthToQ(float octaves) {
-    if (!IsPositive(octaves))
+    if (!IsPositive(octaves)) {
         return 0.0F;
+    }
     return Clamp(static_cast<float>(0.5 / std::sinh(octaves * std::numbers::ln2 / 2.0)), 0.0F, 1e9F);
 }
 

@@ -20,8 +20,9 @@ std::int16_t DragDistance(int x, int origin) {
 }
 
 float DragKnob(float value, std::int16_t dx, const KnobRange& range) {
-    if (dx == 0)
+    if (dx == 0) {
         return value;
+    }
     const auto minimum = static_cast<float>(range.minimum);
     const auto maximum = static_cast<float>(range.maximum);
     const float moved = value + static_cast<float>(dx);
@@ -30,13 +31,16 @@ float DragKnob(float value, std::int16_t dx, const KnobRange& range) {
 }
 
 std::optional<float> StepKnob(float value, KnobKey key, const KnobRange& range) {
-    if (key == KnobKey::End)
+    if (key == KnobKey::End) {
         return static_cast<float>(range.minimum);
-    if (key == KnobKey::Home)
+    }
+    if (key == KnobKey::Home) {
         return static_cast<float>(range.maximum);
+    }
     const float step = range.resolution;
-    if (step == 0.0F || !std::isfinite(step))
+    if (step == 0.0F || !std::isfinite(step)) {
         return std::nullopt;
+    }
     switch (key) {
     case KnobKey::PageUp:
         return value + pageSteps * step;

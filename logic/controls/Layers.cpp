@@ -15,13 +15,15 @@ std::optional<std::uint64_t> ParseLayers(std::string_view text) {
     std::uint64_t mask = 0;
     for (const std::string_view field : SplitFields(text, ',')) {
         const std::string_view name = TrimBlanks(field);
-        if (name.empty())
+        if (name.empty()) {
             continue;
+        }
         const bool isLayer =
             name.size() > 1 && (name[0] == 'u' || name[0] == 'U') && name[1] >= '1' && name[1] <= '9';
         const std::optional<std::int32_t> number = isLayer ? ParseWholeInteger(name.substr(1)) : std::nullopt;
-        if (!number || *number > layerCount)
+        if (!number || *number > layerCount) {
             return std::nullopt;
+        }
         mask |= std::uint64_t{1} << (*number - 1);
     }
     return mask;
@@ -30,10 +32,12 @@ std::optional<std::uint64_t> ParseLayers(std::string_view text) {
 std::string LayersText(std::uint64_t mask) {
     std::string text;
     for (std::int32_t layer = 0; layer < layerCount; ++layer) {
-        if ((mask >> layer & 1) == 0)
+        if ((mask >> layer & 1) == 0) {
             continue;
-        if (!text.empty())
+        }
+        if (!text.empty()) {
             text += ',';
+        }
         text += 'u' + std::to_string(layer + 1);
     }
     return text;

@@ -17,18 +17,21 @@ void MeterAnswers::Take() {
 }
 
 std::int32_t MeterAnswers::Result() const {
-    if (count_ == 0)
+    if (count_ == 0) {
         return lowerEnd_;
+    }
     return combination_ == MeterCombination::Maximum ? largest_ : static_cast<std::int32_t>(sum_ / count_);
 }
 
 std::int32_t FillHeight(std::int32_t value, std::int32_t minimum, std::int32_t maximum, std::int32_t height) {
     const std::int64_t low = std::min(minimum, maximum);
     const std::int64_t high = std::max(minimum, maximum);
-    if (value <= low)
+    if (value <= low) {
         return 0;
-    if (value >= high)
+    }
+    if (value >= high) {
         return height;
+    }
     return static_cast<std::int32_t>((value - low) * height / (high - low));
 }
 

@@ -26,8 +26,9 @@ Surroundings SurroundingsOf(const std::string& format) {
             *part += format[++i];
         } else {
             i = format.find_first_of("fFeEgGaA", i);
-            if (i == std::string::npos)
+            if (i == std::string::npos) {
                 break;
+            }
             part = &around.behind;
         }
     }
@@ -37,10 +38,12 @@ Surroundings SurroundingsOf(const std::string& format) {
 // The text between the two, as far as it has them, without blanks at its ends.
 std::string_view Between(std::string_view text, const Surroundings& around) {
     text = TrimBlanks(text);
-    if (const auto before = TrimBlanks(around.before); text.starts_with(before))
+    if (const auto before = TrimBlanks(around.before); text.starts_with(before)) {
         text.remove_prefix(before.size());
-    if (const auto behind = TrimBlanks(around.behind); text.ends_with(behind))
+    }
+    if (const auto behind = TrimBlanks(around.behind); text.ends_with(behind)) {
         text.remove_suffix(behind.size());
+    }
     return TrimBlanks(text);
 }
 
@@ -54,8 +57,9 @@ std::int32_t AlignedStart(Alignment alignment, std::int32_t width, std::int32_t 
 std::string OneLine(std::string_view text) {
     std::string line;
     for (std::size_t i = 0; i < text.size(); ++i) {
-        if (text[i] == '\r' && i + 1 < text.size() && text[i + 1] == '\n')
+        if (text[i] == '\r' && i + 1 < text.size() && text[i + 1] == '\n') {
             continue;
+        }
         line += IsControl(text[i]) ? ' ' : text[i];
     }
     return line;
@@ -76,15 +80,17 @@ std::optional<std::int32_t> RoundToInteger(float value) {
     constexpr double lowest = -2147483648.0;
     constexpr double highest = 2147483647.0;
     const double rounded = std::round(static_cast<double>(value));
-    if (!(rounded >= lowest && rounded <= highest))
+    if (!(rounded >= lowest && rounded <= highest)) {
         return std::nullopt;
+    }
     return static_cast<std::int32_t>(rounded);
 }
 
 std::optional<std::int32_t> ParseRounded(std::string_view text) {
     if (std::string_view rest = text; const auto whole = TakeInteger(rest)) {
-        if (rest.empty() || std::string_view(".eE").find(rest.front()) == std::string_view::npos)
+        if (rest.empty() || std::string_view(".eE").find(rest.front()) == std::string_view::npos) {
             return whole; // exact, even where a float is not
+        }
     }
     const auto number = ParseFloat(text);
     return number ? RoundToInteger(*number) : std::nullopt;
@@ -95,18 +101,21 @@ std::optional<std::int32_t> ParseWholeRounded(std::string_view text) {
 }
 
 void ShownValue::SetType(ValueType type) {
-    if (type == type_)
+    if (type == type_) {
         return;
+    }
     const ValueType before = type_;
     type_ = type;
     if (before == ValueType::Text) {
         SetCaption(std::string(text_));
-        if (hasNumber_)
+        if (hasNumber_) {
             Render();
+        }
     } else if (type == ValueType::Integer && hasNumber_) {
         hasNumber_ = false;
-        if (const auto rounded = RoundToInteger(float_))
+        if (const auto rounded = RoundToInteger(float_)) {
             Take(*rounded);
+        }
     } else if (type == ValueType::Float && hasNumber_) {
         hasNumber_ = false;
         Take(static_cast<float>(integer_));
@@ -115,12 +124,14 @@ void ShownValue::SetType(ValueType type) {
 
 void ShownValue::SetFormat(std::string format) {
     format_ = std::move(format);
-    if (type_ == ValueType::Text)
+    if (type_ == ValueType::Text) {
         return;
-    if (hasNumber_)
+    }
+    if (hasNumber_) {
         Render();
-    else
+    } else {
         SetCaption(std::string(text_)); // what stands in front of a number may be the format's
+    }
 }
 
 void ShownValue::SetCaption(std::string_view text) {
@@ -139,8 +150,9 @@ void ShownValue::SetCaption(std::string_view text) {
 }
 
 bool ShownValue::Take(float value) {
-    if (hasNumber_ && value == float_)
+    if (hasNumber_ && value == float_) {
         return false;
+    }
     float_ = value;
     hasNumber_ = true;
     Render();
@@ -148,8 +160,9 @@ bool ShownValue::Take(float value) {
 }
 
 bool ShownValue::Take(std::int32_t value) {
-    if (hasNumber_ && value == integer_)
+    if (hasNumber_ && value == integer_) {
         return false;
+    }
     integer_ = value;
     hasNumber_ = true;
     Render();
@@ -158,8 +171,9 @@ bool ShownValue::Take(std::int32_t value) {
 
 bool ShownValue::Take(std::string_view text) {
     std::string line = OneLine(text);
-    if (line == text_)
+    if (line == text_) {
         return false;
+    }
     text_ = std::move(line);
     return true;
 }
@@ -171,24 +185,27 @@ bool ShownValue::TakeTyped(std::string_view text, const std::optional<Limits>& l
     }
     const std::string_view typed = Between(text, SurroundingsOf(format_));
     const auto number = ParseWholeFloat(typed);
-    if (!number)
+    if (!number) {
         return false;
+    }
     const float limited = limits ? Clamp(*number, limits->minimum, limits->maximum) : *number;
     if (type_ == ValueType::Float) {
         Take(limited);
         return true;
     }
     const auto rounded = limited == *number ? ParseRounded(typed) : RoundToInteger(limited);
-    if (rounded)
+    if (rounded) {
         Take(*rounded);
+    }
     return rounded.has_value();
 }
 
 void ShownValue::Render() {
-    if (type_ == ValueType::Integer && format_.empty())
+    if (type_ == ValueType::Integer && format_.empty()) {
         text_ = std::to_string(integer_);
-    else
+    } else {
         text_ = format_.empty() ? FormatFloat(Float()) : FormatFloatAs(format_, Float());
+    }
 }
 
 } // namespace logic

@@ -17,9 +17,11 @@ namespace {
 template <class Value, std::size_t count>
 std::optional<Value> FindWord(const std::array<std::pair<std::string_view, Value>, count>& words,
                               std::string_view text) {
-    for (const auto& [word, value] : words)
-        if (word == TrimBlanks(text))
+    for (const auto& [word, value] : words) {
+        if (word == TrimBlanks(text)) {
             return value;
+        }
+    }
     return std::nullopt;
 }
 
@@ -43,8 +45,9 @@ constexpr std::array<std::pair<std::string_view, WaveShape>, 5> waveShapes{{
 
 // The number as a float, when the text is a number of the type.
 std::optional<float> ParseTyped(ParameterType type, std::string_view text) {
-    if (type == ParameterType::Float)
+    if (type == ParameterType::Float) {
         return ParseWholeFloat(text);
+    }
     const std::optional<std::int32_t> number = ParseWholeInteger(text);
     return number ? std::optional(static_cast<float>(*number)) : std::nullopt;
 }
@@ -52,8 +55,9 @@ std::optional<float> ParseTyped(ParameterType type, std::string_view text) {
 // Milliseconds; an integer in [low, high].
 std::optional<std::uint32_t> ParseDuration(std::string_view text, std::uint32_t low, std::uint32_t high) {
     const std::optional<std::int32_t> number = ParseWholeInteger(text);
-    if (!number || *number < static_cast<std::int32_t>(low) || *number > static_cast<std::int32_t>(high))
+    if (!number || *number < static_cast<std::int32_t>(low) || *number > static_cast<std::int32_t>(high)) {
         return std::nullopt;
+    }
     return static_cast<std::uint32_t>(*number);
 }
 
@@ -99,8 +103,9 @@ double ProgrammeLevel(std::uint64_t time, std::uint32_t period, std::uint64_t se
         const std::uint64_t syllable = newest - back;
         const double age = inPhrase - static_cast<double>(whole) + static_cast<double>(back) -
                            longestDelay * Chance(delays, syllable);
-        if (age < 0.0)
+        if (age < 0.0) {
             continue;
+        }
         const double chance = Chance(strengths, syllable);
         const bool isAccent = syllable % syllablesPerPhrase == 0;
         const double strength = isAccent ? 1.0 : chance < pauseProbability ? 0.2 : 0.4 + 0.6 * chance;
@@ -134,52 +139,62 @@ double WaveLevel(WaveShape shape, std::uint64_t time, std::uint32_t period, std:
 
 std::optional<ParameterDeclaration> ParseParameter(std::string_view value) {
     std::vector<std::string_view> fields = SplitFields(value, ',');
-    if (fields.size() < 4)
+    if (fields.size() < 4) {
         return std::nullopt;
+    }
     const std::optional<ParameterType> type = FindWord(parameterTypes, fields[0]);
-    if (!type)
+    if (!type) {
         return std::nullopt;
+    }
     if (!IsNumber(*type)) {
-        if (!TrimBlanks(fields[1]).empty() || !TrimBlanks(fields[2]).empty())
+        if (!TrimBlanks(fields[1]).empty() || !TrimBlanks(fields[2]).empty()) {
             return std::nullopt;
-        if (*type != ParameterType::Text)
+        }
+        if (*type != ParameterType::Text) {
             return ParameterDeclaration{
                 *type, 0.0F, 0.0F, std::string(fields[3].data(), value.data() + value.size()), {}};
+        }
         const std::string_view unit = fields.size() > 4 ? fields.back() : std::string_view();
         const char* const end = fields.size() > 4 ? unit.data() - 1 : value.data() + value.size();
         return ParameterDeclaration{*type, 0.0F, 0.0F, std::string(fields[3].data(), end),
                                     std::string(TrimBlanks(unit))};
     }
-    if (fields.size() > 5)
+    if (fields.size() > 5) {
         return std::nullopt;
+    }
     fields.resize(5);
     const std::optional<float> minimum = ParseTyped(*type, fields[1]);
     const std::optional<float> maximum = ParseTyped(*type, fields[2]);
-    if (!minimum || !maximum || *minimum > *maximum || !ParseTyped(*type, fields[3]))
+    if (!minimum || !maximum || *minimum > *maximum || !ParseTyped(*type, fields[3])) {
         return std::nullopt;
+    }
     return ParameterDeclaration{*type, *minimum, *maximum, std::string(TrimBlanks(fields[3])),
                                 std::string(TrimBlanks(fields[4]))};
 }
 
 std::optional<Wave> ParseWave(std::string_view text) {
     const std::vector<std::string_view> fields = SplitFields(text, ',');
-    if (fields.size() != 4)
+    if (fields.size() != 4) {
         return std::nullopt;
+    }
     const std::optional<WaveShape> shape = FindWord(waveShapes, fields[0]);
     const std::optional<float> low = ParseWholeFloat(fields[1]);
     const std::optional<float> high = ParseWholeFloat(fields[2]);
     const std::optional<std::uint32_t> period =
         ParseDuration(fields[3], minimumWavePeriod, maximumWavePeriod);
-    if (!shape || !low || !high || *low > *high || !period)
+    if (!shape || !low || !high || *low > *high || !period) {
         return std::nullopt;
+    }
     return Wave{*shape, *low, *high, *period};
 }
 
 float WaveValue(const Wave& wave, std::uint64_t milliseconds, std::uint32_t seed) {
-    if (!std::isfinite(wave.low))
+    if (!std::isfinite(wave.low)) {
         return 0.0F;
-    if (!std::isfinite(wave.high) || wave.low >= wave.high)
+    }
+    if (!std::isfinite(wave.high) || wave.low >= wave.high) {
         return wave.low;
+    }
     const std::uint32_t period = std::clamp(wave.periodMilliseconds, minimumWavePeriod, maximumWavePeriod);
     const std::uint64_t start = Scatter(seed) % period;
     const double low = wave.low;
@@ -190,32 +205,39 @@ float WaveValue(const Wave& wave, std::uint64_t milliseconds, std::uint32_t seed
 
 std::optional<Follow> ParseFollow(std::string_view text) {
     std::vector<std::string_view> fields = SplitFields(text, ',');
-    if (fields.size() > 3)
+    if (fields.size() > 3) {
         return std::nullopt;
+    }
     fields.resize(3);
-    for (std::string_view& field : fields)
+    for (std::string_view& field : fields) {
         field = TrimBlanks(field);
+    }
     const std::optional<float> offset = ParseWholeFloat(fields[1].empty() ? "0" : fields[1]);
     const std::optional<std::uint32_t> timeConstant =
         ParseDuration(fields[2].empty() ? "0" : fields[2], 0, maximumTimeConstant);
-    if (fields[0].empty() || !offset || !timeConstant)
+    if (fields[0].empty() || !offset || !timeConstant) {
         return std::nullopt;
+    }
     return Follow{std::string(fields[0]), *offset, *timeConstant};
 }
 
 float FollowStep(float current, float target, std::uint32_t elapsedMilliseconds, std::uint32_t timeConstant) {
-    if (!std::isfinite(target))
+    if (!std::isfinite(target)) {
         return current;
-    if (timeConstant == 0 || !std::isfinite(current))
+    }
+    if (timeConstant == 0 || !std::isfinite(current)) {
         return target;
-    if (elapsedMilliseconds == 0)
+    }
+    if (elapsedMilliseconds == 0) {
         return current;
+    }
     const double share = -std::expm1(-static_cast<double>(elapsedMilliseconds) / timeConstant);
     const double way = static_cast<double>(target) - current;
     const auto next = static_cast<float>(current + way * share);
     // Without this a target of 0 would be approached through ever smaller numbers.
-    if (std::fabs(target - next) < arrival)
+    if (std::fabs(target - next) < arrival) {
         return target;
+    }
     // Close to a large target a step can be too short to change a float at all.
     return next == current ? std::nextafter(current, target) : next;
 }

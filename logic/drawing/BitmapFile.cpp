@@ -19,8 +19,9 @@ constexpr std::uint32_t lastCompression = 3;
 
 std::uint32_t ReadNumber(std::string_view bytes, std::size_t place, std::size_t size) {
     std::uint32_t number = 0;
-    for (std::size_t i = size; i-- > 0;)
+    for (std::size_t i = size; i-- > 0;) {
         number = number << 8 | static_cast<unsigned char>(bytes[place + i]);
+    }
     return number;
 }
 
@@ -31,16 +32,19 @@ bool IsDepth(std::uint32_t bits) {
 } // namespace
 
 bool IsSoundBitmapFile(std::string_view bytes) {
-    if (!bytes.starts_with("BM"))
+    if (!bytes.starts_with("BM")) {
         return true;
-    if (bytes.size() < fileHeaderSize + coreHeaderSize)
+    }
+    if (bytes.size() < fileHeaderSize + coreHeaderSize) {
         return false;
+    }
     const std::uint32_t pixels = ReadNumber(bytes, 10, 4);
     const std::uint32_t headerSize = ReadNumber(bytes, 14, 4);
     const bool isCore = headerSize == coreHeaderSize;
     if (!isCore && (headerSize < infoHeaderSize || headerSize > largestHeaderSize ||
-                    bytes.size() < fileHeaderSize + headerSize))
+                    bytes.size() < fileHeaderSize + headerSize)) {
         return false;
+    }
     const std::int64_t width =
         isCore ? ReadNumber(bytes, 18, 2) : static_cast<std::int32_t>(ReadNumber(bytes, 18, 4));
     const std::int64_t height =
@@ -49,22 +53,27 @@ bool IsSoundBitmapFile(std::string_view bytes) {
     const std::uint32_t bits = ReadNumber(bytes, isCore ? 24 : 28, 2);
     const std::uint32_t compression = isCore ? uncompressed : ReadNumber(bytes, 30, 4);
     if (width < 1 || height < 1 || width > maximumSide || height > maximumSide || !IsDepth(bits) ||
-        compression > lastCompression || (compression == bitFields && bits != 16 && bits != 32))
+        compression > lastCompression || (compression == bitFields && bits != 16 && bits != 32)) {
         return false;
+    }
     const std::uint32_t most = bits <= 8 ? 1U << bits : 0;
     std::uint32_t colours = isCore ? most : ReadNumber(bytes, 46, 4);
     if (bits <= 8 && (colours > most || colours == 0)) {
-        if (colours > most)
+        if (colours > most) {
             return false;
+        }
         colours = most;
     }
-    if (colours > 256)
+    if (colours > 256) {
         return false;
+    }
     const std::size_t palette = std::size_t{colours} * (isCore ? 3 : 4);
-    if (pixels < fileHeaderSize + headerSize + palette || pixels > bytes.size())
+    if (pixels < fileHeaderSize + headerSize + palette || pixels > bytes.size()) {
         return false;
-    if (compression != uncompressed && compression != bitFields)
+    }
+    if (compression != uncompressed && compression != bitFields) {
         return true; // how long packed pixels are, they alone say
+    }
     const std::int64_t row = (width * bits + 31) / 32 * 4;
     return static_cast<std::int64_t>(bytes.size() - pixels) >= row * height;
 }

@@ -26,12 +26,15 @@ constexpr const char* typeNames[] = {
 };
 
 int DigitValue(char character) {
-    if (character >= '0' && character <= '9')
+    if (character >= '0' && character <= '9') {
         return character - '0';
-    if (character >= 'a' && character <= 'f')
+    }
+    if (character >= 'a' && character <= 'f') {
         return character - 'a' + 10;
-    if (character >= 'A' && character <= 'F')
+    }
+    if (character >= 'A' && character <= 'F') {
         return character - 'A' + 10;
+    }
     return -1;
 }
 
@@ -41,8 +44,9 @@ unsigned PairValue(std::string_view record, std::size_t pair) {
     };
     const int first = digit(1 + 2 * pair);
     const int second = digit(2 + 2 * pair);
-    if (first < 0)
+    if (first < 0) {
         return second < 0 ? 0U : static_cast<unsigned>(second);
+    }
     return second < 0 ? static_cast<unsigned>(first) : static_cast<unsigned>(16 * first + second);
 }
 
@@ -53,8 +57,9 @@ std::string HexText(std::uint32_t value) {
 
 std::string DescribeFrame(std::string_view record) {
     std::uint32_t identifier = 0;
-    for (std::size_t byte = 0; byte < 4; ++byte)
+    for (std::size_t byte = 0; byte < 4; ++byte) {
         identifier |= static_cast<std::uint32_t>(PairValue(record, identifierPair + byte)) << (8 * byte);
+    }
     std::string text = HexText(identifier) + " (";
     const unsigned count = PairValue(record, countPair);
     for (unsigned i = 0; i < count; ++i) {
@@ -68,8 +73,9 @@ std::string DescribeFrame(std::string_view record) {
 
 std::string DescribeCanRecord(std::string_view record) {
     const unsigned type = PairValue(record, 0);
-    if (type == frameType)
+    if (type == frameType) {
         return DescribeFrame(record);
+    }
     const char* name = type < std::size(typeNames) ? typeNames[type] : nullptr;
     return name == nullptr ? "CPC_MSG_T_UNKNOWN (" + std::to_string(type) + ")\n"
                            : "CPC_MSG_T_" + std::string(name) + "\n";
@@ -77,8 +83,9 @@ std::string DescribeCanRecord(std::string_view record) {
 
 void CanRecordReader::Received(std::size_t count, const Trace& trace) {
     const std::span<char> bytes = Room().first(std::min(count, Room().size()));
-    for (const char& byte : bytes) // by reference: an overflow clears what is still to come
+    for (const char& byte : bytes) { // by reference: an overflow clears what is still to come
         Take(byte, trace);
+    }
     position_ = (position_ + bytes.size()) % capacity;
 }
 
@@ -88,8 +95,9 @@ void CanRecordReader::Take(char byte, const Trace& trace) {
             ++skipped_;
             return;
         }
-        if (skipped_ != 0)
+        if (skipped_ != 0) {
             trace("skipped " + std::to_string(static_cast<std::int32_t>(skipped_)) + "\n");
+        }
         skipped_ = 0;
     }
     record_[recordLength_++] = byte;

@@ -18,8 +18,9 @@ std::array<std::uint8_t, echoRequestLength> EchoRequest(std::uint32_t tickCount)
     bytes[0] = 8; // echo request
     bytes[4] = 1; // identifier
     bytes[6] = 1; // sequence number
-    for (std::size_t i = 0; i < 4; ++i)
+    for (std::size_t i = 0; i < 4; ++i) {
         bytes[9 + i] = static_cast<std::uint8_t>(tickCount >> (8 * i));
+    }
     std::iota(bytes.begin() + 13, bytes.end(), std::uint8_t{0x20});
     const std::uint16_t checksum = InternetChecksum(bytes);
     bytes[2] = static_cast<std::uint8_t>(checksum);

@@ -20,13 +20,16 @@ bool IsControlOrBlank(char character) {
 
 std::optional<HostPort> ParseHostPort(std::string_view text) {
     const std::size_t colon = text.rfind(':');
-    if (colon == std::string_view::npos)
+    if (colon == std::string_view::npos) {
         return std::nullopt;
+    }
     const std::string_view host = TrimBlanks(text.substr(0, colon));
     const std::optional<std::int32_t> port = ParseWholeInteger(text.substr(colon + 1));
     if (host.empty() || host.size() > maximumHost ||
-        std::any_of(host.begin(), host.end(), IsControlOrBlank) || !port || *port < 1 || *port > maximumPort)
+        std::any_of(host.begin(), host.end(), IsControlOrBlank) || !port || *port < 1 ||
+        *port > maximumPort) {
         return std::nullopt;
+    }
     return HostPort{std::string(host), static_cast<std::uint16_t>(*port)};
 }
 

@@ -21,8 +21,9 @@ bool IsDevice(std::string_view name) {
     const std::string word = FoldName(TrimBlanks(name.substr(0, name.find('.'))));
     constexpr std::array<std::string_view, 7> devices = {"con",    "prn",     "aux",   "nul",
                                                          "conin$", "conout$", "clock$"};
-    if (std::find(devices.begin(), devices.end(), word) != devices.end())
+    if (std::find(devices.begin(), devices.end(), word) != devices.end()) {
         return true;
+    }
     // Digits, and the raised 1, 2 and 3 that count as such.
     constexpr std::string_view numbers = "0123456789\xB9\xB2\xB3";
     return word.size() == 4 && (word.starts_with("com") || word.starts_with("lpt")) &&
@@ -37,8 +38,9 @@ bool LeadsUp(std::string_view name) {
 
 bool IsPathBelow(std::string_view path) {
     const std::string_view trimmed = TrimBlanks(path);
-    if (trimmed.starts_with('\\') || trimmed.starts_with('/') || path.find(':') != std::string_view::npos)
+    if (trimmed.starts_with('\\') || trimmed.starts_with('/') || path.find(':') != std::string_view::npos) {
         return false;
+    }
     std::string folded(path);
     std::replace(folded.begin(), folded.end(), '/', '\\');
     const auto names = SplitFields(folded, '\\');

@@ -22,8 +22,9 @@ TelephoneTerminal::Step TelephoneTerminal::Put(char byte) {
         return Step::Refuse;
     }
     std::string_view line = text_.View();
-    if (line.starts_with('*')) // the prompt without an object
+    if (line.starts_with('*')) { // the prompt without an object
         line.remove_prefix(1);
+    }
     address_.Forget();
     address_.Read(line);
     return Step::Execute;

@@ -25,15 +25,17 @@ Terminal::Step Terminal::Put(char byte) {
 }
 
 Terminal::Step Terminal::EndLine() {
-    if (text_.IsTooLong())
+    if (text_.IsTooLong()) {
         return Step::Refuse;
+    }
     address_.Read(text_.View());
     if (address_.Value() == "..") {
         address_.ForgetKeyword();
         return Step::Answer;
     }
-    if (FoldName(address_.Value()) == "dir")
+    if (FoldName(address_.Value()) == "dir") {
         return Step::Answer;
+    }
     address_.CapitaliseObject();
     return Step::Execute;
 }

@@ -8,15 +8,17 @@
 namespace logic {
 
 void TerminalText::Append(char character) {
-    if (length_ < maximumLength)
+    if (length_ < maximumLength) {
         characters_[length_++] = character;
-    else
+    } else {
         isTooLong_ = true;
+    }
 }
 
 void TerminalText::Erase() {
-    if (length_ > 0)
+    if (length_ > 0) {
         --length_;
+    }
 }
 
 void TerminalText::Set(std::string_view text) {
@@ -32,14 +34,17 @@ std::string_view TerminalText::View() const {
 
 void TerminalAddress::Read(std::string_view line) {
     const PropertyLine parts = SplitPropertyLine(line);
-    if (!parts.object.empty())
+    if (!parts.object.empty()) {
         object_ = parts.object;
-    if (!parts.keyword.empty())
+    }
+    if (!parts.keyword.empty()) {
         keyword_ = parts.keyword;
+    }
     isQuestion_ = parts.value == "?";
     value_ = isQuestion_ ? "" : parts.value == "??" ? "?" : parts.value;
-    if (StarredPrompt().size() > TerminalText::maximumLength)
+    if (StarredPrompt().size() > TerminalText::maximumLength) {
         Forget();
+    }
 }
 
 void TerminalAddress::ForgetValue() {
@@ -54,9 +59,11 @@ void TerminalAddress::Forget() {
 }
 
 void TerminalAddress::CapitaliseObject() {
-    for (char& character : object_)
-        if (character >= 'a' && character <= 'z')
+    for (char& character : object_) {
+        if (character >= 'a' && character <= 'z') {
             character = static_cast<char>(character - 'a' + 'A');
+        }
+    }
 }
 
 std::string TerminalAddress::Prompt() const {

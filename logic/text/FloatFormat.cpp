@@ -30,17 +30,21 @@ bool SkipDigits(std::string_view& text) {
 // Removes one conversion, whose '%' is gone already, from the front.
 bool SkipFloatConversion(std::string_view& text) {
     text.remove_prefix(CountFront(text, "-+ #0"));
-    if (!SkipDigits(text))
+    if (!SkipDigits(text)) {
         return false;
+    }
     if (text.starts_with('.')) {
         text.remove_prefix(1);
-        if (!SkipDigits(text))
+        if (!SkipDigits(text)) {
             return false;
+        }
     }
-    if (text.starts_with('l'))
+    if (text.starts_with('l')) {
         text.remove_prefix(1); // means nothing for a floating-point number
-    if (text.empty() || std::string_view("fFeEgGaA").find(text.front()) == std::string_view::npos)
+    }
+    if (text.empty() || std::string_view("fFeEgGaA").find(text.front()) == std::string_view::npos) {
         return false;
+    }
     text.remove_prefix(1);
     return true;
 }
@@ -48,8 +52,9 @@ bool SkipFloatConversion(std::string_view& text) {
 // "%%" is one character.
 std::string Literally(std::string_view text) {
     std::string literal;
-    for (std::size_t i = 0; i < text.size(); i += text[i] == '%' ? 2 : 1)
+    for (std::size_t i = 0; i < text.size(); i += text[i] == '%' ? 2 : 1) {
         literal += text[i];
+    }
     return literal;
 }
 
@@ -60,10 +65,11 @@ std::string WithPoint(std::string_view number) {
     };
     std::string text;
     for (std::size_t i = 0; i < number.size(); ++i) {
-        if (!isPoint(number[i]))
+        if (!isPoint(number[i])) {
             text += number[i];
-        else if (i == 0 || !isPoint(number[i - 1])) // it can have several bytes
+        } else if (i == 0 || !isPoint(number[i - 1])) { // it can have several bytes
             text += '.';
+        }
     }
     return text;
 }
@@ -78,19 +84,22 @@ bool IsFloatFormat(std::string_view format) {
             format.remove_prefix(1);
             continue;
         }
-        if (!SkipFloatConversion(format))
+        if (!SkipFloatConversion(format)) {
             return false;
+        }
         ++conversions;
     }
     return conversions == 1;
 }
 
 std::string FormatFloatAs(const std::string& format, float value) {
-    if (!IsFloatFormat(format))
+    if (!IsFloatFormat(format)) {
         return {};
+    }
     std::size_t begin = 0; // of the conversion
-    while (format[begin] != '%' || format[begin + 1] == '%')
+    while (format[begin] != '%' || format[begin + 1] == '%') {
         begin += format[begin] == '%' ? 2 : 1;
+    }
     std::string_view behind = std::string_view(format).substr(begin + 1);
     SkipFloatConversion(behind);
     const std::string conversion = format.substr(begin, format.size() - behind.size() - begin);

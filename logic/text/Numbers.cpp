@@ -17,10 +17,12 @@ bool IsDigit(char character) {
 
 // Blanks and a plus sign, which std::from_chars does not take.
 std::string_view WithoutPlus(std::string_view text) {
-    while (!text.empty() && IsBlank(text.front()))
+    while (!text.empty() && IsBlank(text.front())) {
         text.remove_prefix(1);
-    if (text.size() > 1 && text[0] == '+' && text[1] != '-')
+    }
+    if (text.size() > 1 && text[0] == '+' && text[1] != '-') {
         text.remove_prefix(1);
+    }
     return text;
 }
 
@@ -34,18 +36,21 @@ bool IsFraction(std::string_view number) {
     const std::size_t exponentMark = number.find_first_of("eE");
     const std::string_view mantissa = number.substr(0, exponentMark);
     const std::size_t firstDigit = mantissa.find_first_of("123456789");
-    if (firstDigit == std::string_view::npos)
+    if (firstDigit == std::string_view::npos) {
         return true;
+    }
     const std::size_t point = std::min(mantissa.find('.'), mantissa.size());
     const auto place = static_cast<std::int64_t>(point) - static_cast<std::int64_t>(firstDigit);
     const std::int64_t magnitude = place > 0 ? place - 1 : place; // power of ten of the first digit
-    if (exponentMark == std::string_view::npos)
+    if (exponentMark == std::string_view::npos) {
         return magnitude < 0;
+    }
     const std::string_view exponent = WithoutPlus(number.substr(exponentMark + 1));
     std::int64_t power = 0;
     const auto result = std::from_chars(exponent.data(), exponent.data() + exponent.size(), power);
-    if (result.ec == std::errc::result_out_of_range)
+    if (result.ec == std::errc::result_out_of_range) {
         return exponent.front() == '-';
+    }
     return power < -magnitude;
 }
 
@@ -66,14 +71,16 @@ std::optional<float> TakeFloat(std::string_view& text) {
     const std::string_view number = WithoutPlus(text);
     const std::string_view digits = number.substr(number.starts_with('-') ? 1 : 0);
     // Keeps out the words for infinity and for what is not a number.
-    if (digits.empty() || !(IsDigit(digits.front()) || digits.front() == '.'))
+    if (digits.empty() || !(IsDigit(digits.front()) || digits.front() == '.')) {
         return std::nullopt;
+    }
     float value = 0.0F;
     const char* const begin = number.data();
     const auto result = std::from_chars(begin, begin + number.size(), value, std::chars_format::general);
     if (result.ec == std::errc::result_out_of_range) {
-        if (!IsFraction({begin, static_cast<std::size_t>(result.ptr - begin)}))
+        if (!IsFraction({begin, static_cast<std::size_t>(result.ptr - begin)})) {
             return std::nullopt;
+        }
         value = 0.0F;
     } else if (result.ec != std::errc() || !std::isfinite(value)) {
         return std::nullopt;
@@ -86,8 +93,9 @@ std::optional<std::int32_t> TakeInteger(std::string_view& text) {
     const std::string_view number = WithoutPlus(text);
     std::int32_t value = 0;
     const auto result = std::from_chars(number.data(), number.data() + number.size(), value);
-    if (result.ec != std::errc())
+    if (result.ec != std::errc()) {
         return std::nullopt;
+    }
     MoveTo(text, result.ptr);
     return value;
 }
@@ -110,8 +118,9 @@ std::optional<std::int32_t> ParseWholeInteger(std::string_view text) {
 
 std::optional<std::uint32_t> ParseWholeHex(std::string_view text) {
     text = TrimBlanks(text);
-    if (text.starts_with("0x") || text.starts_with("0X"))
+    if (text.starts_with("0x") || text.starts_with("0X")) {
         text.remove_prefix(2);
+    }
     std::uint32_t value = 0;
     const char* const end = text.data() + text.size();
     const auto result = std::from_chars(text.data(), end, value, 16);
@@ -133,8 +142,9 @@ bool ParseIntegers(std::string_view text, std::span<std::int32_t> numbers) {
     std::vector<std::int32_t> read;
     for (const std::string_view field : fields) {
         const std::optional<std::int32_t> number = ParseWholeInteger(field);
-        if (!number || fields.size() > numbers.size())
+        if (!number || fields.size() > numbers.size()) {
             return false;
+        }
         read.push_back(*number);
     }
     std::copy(read.begin(), read.end(), numbers.begin());
@@ -144,11 +154,13 @@ bool ParseIntegers(std::string_view text, std::span<std::int32_t> numbers) {
 std::optional<std::vector<float>> ParseFloats(std::string_view text) {
     std::vector<float> numbers;
     for (const std::string_view piece : SplitFields(text, ',')) {
-        if (TrimBlanks(piece).empty())
+        if (TrimBlanks(piece).empty()) {
             continue;
+        }
         const std::optional<float> number = ParseWholeFloat(piece);
-        if (!number)
+        if (!number) {
             return std::nullopt;
+        }
         numbers.push_back(*number);
     }
     return numbers;
@@ -171,28 +183,34 @@ std::string FormatScientific(double value, int digits) {
 
 std::int32_t TruncateToInteger(double value) {
     using Limits = std::numeric_limits<std::int32_t>;
-    if (std::isnan(value))
+    if (std::isnan(value)) {
         return 0;
-    if (value <= Limits::min())
+    }
+    if (value <= Limits::min()) {
         return Limits::min();
-    if (value >= Limits::max())
+    }
+    if (value >= Limits::max()) {
         return Limits::max();
+    }
     return static_cast<std::int32_t>(value);
 }
 
 float RoundToStep(float value, float step) {
-    if (step == 0.0F || !std::isfinite(step) || !std::isfinite(value))
+    if (step == 0.0F || !std::isfinite(step) || !std::isfinite(value)) {
         return value;
+    }
     const float size = std::fabs(step);
     const float multiple = std::trunc(value / size + std::copysign(0.5F, value)) * size;
     return std::isfinite(multiple) ? multiple + 0.0F : value; // the addition turns -0 into 0
 }
 
 float Clamp(float value, float low, float high) {
-    if (std::isnan(value) || value < low)
+    if (std::isnan(value) || value < low) {
         return low;
-    if (value > high)
+    }
+    if (value > high) {
         return high;
+    }
     return value;
 }
 

@@ -19,8 +19,9 @@ constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
 std::string_view TakeWord(std::string_view& text) {
     text = TrimBlanks(text);
     std::size_t end = 0;
-    while (end < text.size() && !IsBlank(text[end]))
+    while (end < text.size() && !IsBlank(text[end])) {
         ++end;
+    }
     const std::string_view word = text.substr(0, end);
     text = TrimBlanks(text.substr(end));
     return word;
@@ -28,11 +29,13 @@ std::string_view TakeWord(std::string_view& text) {
 
 // Takes `"name"` and the blank that must follow it.
 std::optional<std::string_view> TakeQuoted(std::string_view& text) {
-    if (!text.starts_with('"'))
+    if (!text.starts_with('"')) {
         return std::nullopt;
+    }
     const std::size_t end = text.find('"', 1);
-    if (end == std::string_view::npos || end + 1 == text.size() || !IsBlank(text[end + 1]))
+    if (end == std::string_view::npos || end + 1 == text.size() || !IsBlank(text[end + 1])) {
         return std::nullopt;
+    }
     const std::string_view quoted = text.substr(1, end - 1);
     text.remove_prefix(end + 1);
     return quoted;
@@ -48,8 +51,9 @@ PropertyLine SplitPropertyLine(std::string_view line) {
     const bool hasObject = star != std::string_view::npos;
     const std::string_view object = hasObject ? front.substr(0, star) : std::string_view();
     const std::string_view last = hasObject ? front.substr(star + 1) : front;
-    if (!hasEquals)
+    if (!hasEquals) {
         return {object, {}, last, false};
+    }
     return {object, last, line.substr(equals + 1), true};
 }
 
@@ -60,12 +64,14 @@ bool IsEmptyBinding(std::string_view keyword, std::string_view value) {
 std::optional<Rectangle> ParseRectangle(std::string_view text) {
     const std::vector<std::string_view> fields = SplitFields(text, ',');
     std::array<std::int32_t, 4> edges{};
-    if (fields.size() != edges.size())
+    if (fields.size() != edges.size()) {
         return std::nullopt;
+    }
     for (std::size_t i = 0; i < edges.size(); ++i) {
         const std::optional<std::int32_t> edge = ParseWholeInteger(fields[i]);
-        if (!edge || *edge < -maximumCoordinate || *edge > maximumCoordinate)
+        if (!edge || *edge < -maximumCoordinate || *edge > maximumCoordinate) {
             return std::nullopt;
+        }
         edges[i] = *edge;
     }
     return Rectangle{edges[0], edges[1], edges[2], edges[3]};
@@ -82,10 +88,13 @@ std::optional<ControlHeader> ParseControlHeader(std::string_view value) {
     const std::optional<std::string_view> name = TakeQuoted(value);
     const std::optional<std::uint32_t> style = ParseWholeHex(TakeWord(value));
     const std::optional<Rectangle> rectangle = ParseRectangle(value);
-    if (!extendedStyle || !name || !style || !rectangle)
+    if (!extendedStyle || !name || !style || !rectangle) {
         return std::nullopt;
-    if (className.empty() || className.size() > maximumClassName || name->find('*') != std::string_view::npos)
+    }
+    if (className.empty() || className.size() > maximumClassName ||
+        name->find('*') != std::string_view::npos) {
         return std::nullopt;
+    }
     return ControlHeader{*extendedStyle, std::string(className), std::string(*name), *style, *rectangle};
 }
 
@@ -93,8 +102,9 @@ std::vector<std::string> SplitList(std::string_view text) {
     std::vector<std::string> entries;
     for (const std::string_view field : SplitFields(text, ';')) {
         const std::string_view entry = TrimBlanks(field);
-        if (!entry.empty())
+        if (!entry.empty()) {
             entries.emplace_back(entry);
+        }
     }
     return entries;
 }
@@ -104,8 +114,9 @@ std::size_t EntriesThatFit(std::string_view text) {
     std::size_t length = 0;
     for (const std::string& entry : SplitList(text)) {
         length += entry.size() + (entries > 0 ? 1 : 0);
-        if (length > maximumValue)
+        if (length > maximumValue) {
             break;
+        }
         ++entries;
     }
     return entries;
@@ -116,12 +127,13 @@ std::string FoldName(std::string_view name) {
     for (char& character : folded) {
         const auto code = static_cast<unsigned char>(character);
         const bool isCapital = (code >= 'A' && code <= 'Z') || (code >= 0xC0 && code <= 0xDE && code != 0xD7);
-        if (isCapital)
+        if (isCapital) {
             character = static_cast<char>(code + 0x20);
-        else if (code == 0x8A || code == 0x8C || code == 0x8E) // S with caron, OE, Z with caron
+        } else if (code == 0x8A || code == 0x8C || code == 0x8E) { // S with caron, OE, Z with caron
             character = static_cast<char>(code + 0x10);
-        else if (code == 0x9F) // Y with diaeresis
+        } else if (code == 0x9F) { // Y with diaeresis
             character = static_cast<char>(0xFF);
+        }
     }
     return folded;
 }
@@ -134,15 +146,17 @@ std::string FoldAddress(std::string_view address) {
 std::string CleanName(std::string_view name) {
     std::string clean(TrimBlanks(TrimBlanks(name).substr(0, maximumName)));
     for (char& character : clean) {
-        if (IsControl(character) || std::string_view("*=;\"%").find(character) != std::string_view::npos)
+        if (IsControl(character) || std::string_view("*=;\"%").find(character) != std::string_view::npos) {
             character = '_';
+        }
     }
     return clean;
 }
 
 void LineReader::Feed(std::string_view bytes) {
-    if (finished)
+    if (finished) {
         return;
+    }
     buffer.erase(0, position);
     scanned -= position;
     position = 0;
@@ -155,17 +169,19 @@ void LineReader::Finish() {
 
 // False while it cannot be told yet whether the stream starts with the mark.
 bool LineReader::SkipByteOrderMark() {
-    if (buffer.starts_with(byteOrderMark))
+    if (buffer.starts_with(byteOrderMark)) {
         position = scanned = byteOrderMark.size();
-    else if (!finished && byteOrderMark.starts_with(buffer))
+    } else if (!finished && byteOrderMark.starts_with(buffer)) {
         return false;
+    }
     started = true;
     return true;
 }
 
 bool LineReader::Next(std::string& line, bool& usable) {
-    if (!started && !SkipByteOrderMark())
+    if (!started && !SkipByteOrderMark()) {
         return false;
+    }
     const std::string_view bytes = buffer;
     const std::size_t lineEnd = bytes.find('\n', scanned);
     if (lineEnd == std::string_view::npos) {
@@ -175,11 +191,13 @@ bool LineReader::Next(std::string& line, bool& usable) {
             dropping = true;
         }
         scanned = bytes.size();
-        if (dropping)
+        if (dropping) {
             position = scanned;
+        }
         const bool isLastLine = finished && (dropping || position < bytes.size());
-        if (!isLastLine)
+        if (!isLastLine) {
             return false;
+        }
     }
     std::string_view text =
         bytes.substr(position, (lineEnd == std::string_view::npos ? bytes.size() : lineEnd) - position);
@@ -192,8 +210,9 @@ bool LineReader::Next(std::string& line, bool& usable) {
         dropping = false;
         return true;
     }
-    if (text.ends_with('\r'))
+    if (text.ends_with('\r')) {
         text.remove_suffix(1);
+    }
     usable = text.size() <= maximumLength && text.find('\0') == std::string_view::npos;
     wasCut = !usable && text.size() > leftLength;
     line = usable ? text : text.substr(0, leftLength);

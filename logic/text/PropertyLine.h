@@ -66,10 +66,12 @@ std::string JoinList(const Range& entries) {
     std::string text;
     for (const auto& entry : entries) {
         const std::string_view piece(entry);
-        if (piece.empty())
+        if (piece.empty()) {
             continue;
-        if (!text.empty())
+        }
+        if (!text.empty()) {
             text += ';';
+        }
         text += piece;
     }
     return text;

@@ -32,8 +32,9 @@ std::optional<RangeAndValue> ParseRangeAndValue(std::string_view text) {
     std::optional<std::int32_t> minimum;
     std::optional<std::int32_t> maximum;
     std::optional<float> value;
-    if (!ReadFields(text, minimum, maximum, value))
+    if (!ReadFields(text, minimum, maximum, value)) {
         return std::nullopt;
+    }
     return RangeAndValue{*minimum, maximum, value};
 }
 
@@ -44,8 +45,9 @@ std::string RangeAndValueText(std::int32_t minimum, std::int32_t maximum, float 
 std::optional<RangeAndValue> ParseRange(std::string_view text) {
     std::optional<std::int32_t> minimum;
     std::optional<std::int32_t> maximum;
-    if (!ReadFields(text, minimum, maximum))
+    if (!ReadFields(text, minimum, maximum)) {
         return std::nullopt;
+    }
     return RangeAndValue{*minimum, maximum, std::nullopt};
 }
 
@@ -56,8 +58,9 @@ std::string RangeText(std::int32_t minimum, std::int32_t maximum) {
 std::optional<Limits> ParseLimits(std::string_view text) {
     std::optional<float> minimum;
     std::optional<float> maximum;
-    if (!ReadFields(text, minimum, maximum) || !maximum || *minimum > *maximum)
+    if (!ReadFields(text, minimum, maximum) || !maximum || *minimum > *maximum) {
         return std::nullopt;
+    }
     return Limits{*minimum, *maximum};
 }
 

@@ -14,10 +14,12 @@ bool IsControl(char character) {
 }
 
 std::string_view TrimBlanks(std::string_view text) {
-    while (!text.empty() && IsBlank(text.front()))
+    while (!text.empty() && IsBlank(text.front())) {
         text.remove_prefix(1);
-    while (!text.empty() && IsBlank(text.back()))
+    }
+    while (!text.empty() && IsBlank(text.back())) {
         text.remove_suffix(1);
+    }
     return text;
 }
 
@@ -26,8 +28,9 @@ std::vector<std::string_view> SplitFields(std::string_view text, char separator)
     for (;;) {
         const std::size_t end = text.find(separator);
         fields.push_back(text.substr(0, end));
-        if (end == std::string_view::npos)
+        if (end == std::string_view::npos) {
             return fields;
+        }
         text.remove_prefix(end + 1);
     }
 }

@@ -32,8 +32,9 @@ TEST_CASE("received messages: full bytes, other kinds, faulty ones") {
     CHECK(ReadPitchBend(0x7F7FE0)->value == 2039);
     CHECK(ReadPitchBend(0x400FE0)->value == 1024); // the lower half of the first data byte carries nothing
     CHECK(ReadPitchBend(0xAB0012E7)->value == 1);  // nor does the highest byte of the word
-    for (const std::uint32_t message : {0x7F40DFU, 0x7F40E8U, 0x7F40EFU, 0x7F4090U, 0x7F4000U, 0x7F40F8U})
+    for (const std::uint32_t message : {0x7F40DFU, 0x7F40E8U, 0x7F40EFU, 0x7F4090U, 0x7F4000U, 0x7F40F8U}) {
         CHECK_FALSE(ReadPitchBend(message));
+    }
     CHECK(ReadPitchBend(0xFFFFE0)->value == 2039);
 }
 
@@ -124,8 +125,9 @@ TEST_CASE("records are found however the stream is divided") {
         CHECK(Feed(reader, std::string(5000, 'S') + "T", length).starts_with("Receive Buffer Overflow\n"));
     }
     CanRecordReader reader;
-    for (int i = 0; i < 3000; ++i) // over the end of the receive buffer again and again
+    for (int i = 0; i < 3000; ++i) { // over the end of the receive buffer again and again
         REQUIRE(Feed(reader, stream, 100) == lines);
+    }
 }
 
 TEST_CASE("a record ends within its buffer or is dropped together with what was received behind it") {

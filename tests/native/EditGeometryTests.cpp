@@ -62,8 +62,9 @@ TEST_CASE("a control cannot be moved wholly out of the panel") {
     CHECK(ReachableMove({-20, 0}, outside, 300, 200) == Offset{-20, 0});
     const std::array group{Rectangle{0, 0, 10, 10}, Rectangle{250, 150, 300, 200}};
     for (const Offset wanted : {Offset{-900, -900}, {900, 900}, {-900, 900}}) {
-        for (const Rectangle& each : group)
+        for (const Rectangle& each : group) {
             CHECK(Touches({0, 0, 300, 200}, Moved(each, ReachableMove(wanted, group, 300, 200))));
+        }
     }
 }
 

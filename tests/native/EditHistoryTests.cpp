@@ -26,11 +26,13 @@ public:
 
     bool Exists(const std::string& name) override { return controls.contains(name); }
     std::string Text(const std::string& name) override {
-        if (!Exists(name))
+        if (!Exists(name)) {
             return {};
+        }
         std::string text = HeaderLine(name.substr(0, name.rfind('*') + 1), controls.at(name).header) + "\r\n";
-        for (const auto& [keyword, value] : controls.at(name).lines)
+        for (const auto& [keyword, value] : controls.at(name).lines) {
             text += name + "*" + keyword + "=" + value + "\r\n";
+        }
         return text;
     }
     bool Load(const std::string& text) override {
@@ -73,17 +75,20 @@ public:
 
     std::string All() {
         std::string text;
-        for (const std::string& name : order)
+        for (const std::string& name : order) {
             text += Text(name);
+        }
         return text;
     }
     void Create(const std::string& name, const ControlHeader& header) {
-        if (Exists(name))
+        if (Exists(name)) {
             return Place(name, header.rectangle);
+        }
         order.insert(End(name), name);
         controls[name] = {header, {{"connection", ""}}};
-        if (header.className == "STRIP")
+        if (header.className == "STRIP") {
             Create(name + "*Part", {0, "KNOB", "Part", 0, {1, 1, 5, 5}});
+        }
     }
 
     std::map<std::string, Control> controls;
@@ -93,8 +98,9 @@ private:
     // Behind the last part of what holds the control.
     std::vector<std::string>::iterator End(const std::string& name) {
         const auto star = name.rfind('*');
-        if (star == std::string::npos)
+        if (star == std::string::npos) {
             return order.end();
+        }
         const auto isBeside = [&](const auto& each) { return IsPart(each, name.substr(0, star)); };
         return std::find_if(order.rbegin(), order.rend(), isBeside).base();
     }
@@ -106,8 +112,9 @@ EditStep ChangeAtRandom(Sheet& sheet, std::mt19937& random) {
     const Offset by{Any(random, -9, 9), Any(random, -9, 9)};
     for (const std::string& name : before.order) {
         const int action = Any(random, 0, 19);
-        if (!sheet.Exists(name) || action > 6)
+        if (!sheet.Exists(name) || action > 6) {
             continue;
+        }
         Sheet::Control& control = sheet.controls.at(name);
         if (action == 0) {
             sheet.Destroy(name);
@@ -135,12 +142,14 @@ EditStep ChangeAtRandom(Sheet& sheet, std::mt19937& random) {
     step.orderBefore = before.order;
     step.orderAfter = sheet.order;
     for (const std::string& name : before.order) {
-        if (before.Text(name) != sheet.Text(name))
+        if (before.Text(name) != sheet.Text(name)) {
             step.texts.push_back({name, before.Text(name), sheet.Text(name)});
+        }
     }
     for (const std::string& name : sheet.order) {
-        if (!before.Exists(name))
+        if (!before.Exists(name)) {
             step.texts.push_back({name, "", sheet.Text(name)});
+        }
     }
     return step;
 }
@@ -184,10 +193,11 @@ TEST_CASE("undoing all and redoing all gives the same text at both ends") {
         std::mt19937 random(seed);
         const std::string start = sheet.All();
         for (unsigned i = 0; i < 40; ++i) {
-            if (Any(random, 0, 1) == 0)
+            if (Any(random, 0, 1) == 0) {
                 history.Commit(ChangeAtRandom(sheet, random), "Change");
-            else
+            } else {
                 history.CommitRun(MoveAtRandom(sheet, random), "Move", Any(random, 0, 2), i * 500);
+            }
         }
         std::vector<std::string> stations{sheet.All()};
         while (const auto step = history.Undo()) {
@@ -229,8 +239,9 @@ TEST_CASE("a quick run of the same key is one step, a pause or another key begin
     history.CommitRun(Shift(4, 5), "Nudge", 2, 2403); // what is saved stays a place of its own
     CHECK(Target(history.Undo()) == 4);
     CHECK(history.IsSaved());
-    for (const int target : {3, 2, 0, -1})
+    for (const int target : {3, 2, 0, -1}) {
         CHECK(Target(history.Undo()) == target);
+    }
     CHECK(Target(history.Redo()) == 2); // of the whole run
     while (history.Redo()) {
     }
@@ -247,14 +258,16 @@ TEST_CASE("the history holds the last steps that its limit has room for") {
     EditHistory history(3 * step(1000).Bytes());
     const auto known = [&history] {
         std::string labels;
-        for (; history.CanUndo(); history.Undo())
+        for (; history.CanUndo(); history.Undo()) {
             labels += history.UndoLabel() + " ";
+        }
         while (history.Redo()) {
         }
         return labels;
     };
-    for (const char* label : {"1", "2", "3"})
+    for (const char* label : {"1", "2", "3"}) {
         CHECK(history.Commit(step(1000), label));
+    }
     CHECK(known() == "3 2 1 ");
     history.MarkSaved();
     CHECK(history.Commit(step(1001), "4")); // a byte too many
@@ -283,13 +296,15 @@ TEST_CASE("an order is restored by the fewest moves") {
     const auto moves = [](const std::string& from, const std::string& to) {
         const auto names = [](const std::string& letters) {
             std::vector<std::string> each;
-            for (const char letter : letters)
+            for (const char letter : letters) {
                 each.emplace_back(1, letter);
+            }
             return each;
         };
         std::string text;
-        for (const OrderMove& move : OrderMoves(names(from), names(to)))
+        for (const OrderMove& move : OrderMoves(names(from), names(to))) {
             text += move.name + "<" + move.before + " ";
+        }
         return text;
     };
     CHECK(moves("abc", "abc") == "");

@@ -16,8 +16,9 @@ TEST_CASE("a frequency goes along a grid of 575 steps from 20 Hz to 20 kHz") {
         {{1e30F, -1}, 20000.0F}, // outside the range
     };
     CheckRows(StepFrequency, ends);
-    for (const float odd : {0.0F, -5.0F, notANumber, infinity, -infinity})
+    for (const float odd : {0.0F, -5.0F, notANumber, infinity, -infinity}) {
         CHECK(StepFrequency(odd, 1) == StepFrequency(20.0F, 1));
+    }
 
     float up = 20.0F;
     for (int step = 1; step <= 575; ++step) {
@@ -57,8 +58,9 @@ TEST_CASE("Q and bandwidth are each other's inverse") {
         CHECK(QToBandwidth(odd) == 0.0F);
         CHECK(BandwidthToQ(odd) == 0.0F);
     }
-    for (const float q : {0.002F, 0.1F, 0.7F, 5.0F, 900.0F})
+    for (const float q : {0.002F, 0.1F, 0.7F, 5.0F, 900.0F}) {
         CHECK(BandwidthToQ(QToBandwidth(q)) == doctest::Approx(q).epsilon(1e-4));
+    }
     for (const float q : {1e-10F, 1e10F}) {
         CHECK(std::isfinite(QToBandwidth(q)));
         CHECK(std::isfinite(BandwidthToQ(q)));
@@ -86,8 +88,9 @@ TEST_CASE("a band as text") {
     CHECK(EqBandText(*rows[0].result) == "1,Hipass,12 dB,1000 Hz,0 dB,0.7");
     CHECK(EqBandText({}) == "0,PEQ,6 dB,0 Hz,0 dB,0");
     CHECK(EqBandText({0, 77, 20.0F, 0.0F, 1.0F, 3}) == "0,,18 dB,20 Hz,0 dB,1");
-    for (const auto& row : rows)
+    for (const auto& row : rows) {
         CHECK(ReadEqBand(EqBandText(*row.result), {}) == row.result);
+    }
 }
 
 TEST_CASE("Q is limited by the type, bandwidth only for the all-pass") {
@@ -148,8 +151,9 @@ TEST_CASE("a channel as text") {
                  ",,,,,,,7 parsecs", ",,,,,,,7 ms late", ",,,,3,normal,0,1 ms,4");
     for (std::int32_t type = 0; type < crossoverTypeCount; ++type) {
         const auto index = static_cast<std::size_t>(type);
-        for (const auto name : {crossoverKeys[index], crossoverNames[index]})
+        for (const auto name : {crossoverKeys[index], crossoverNames[index]}) {
             CHECK(ReadFilters(std::string(name), {})->highPass.type == type);
+        }
     }
 }
 

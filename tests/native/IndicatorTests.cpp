@@ -14,8 +14,9 @@ std::int32_t Combine(MeterCombination combination, std::int32_t minimum, std::in
                      const std::vector<std::optional<std::int32_t>>& answers) {
     MeterAnswers round(combination, minimum, maximum);
     for (const auto& answer : answers) {
-        if (answer)
+        if (answer) {
             round.Cell() = *answer;
+        }
         round.Take();
     }
     return round.Result();
@@ -82,8 +83,9 @@ TEST_CASE("a clock names the time in English and German") {
          {std::tuple(ClockLanguage::English, 1, "\nWednesday\n31. January 2024"),
           {ClockLanguage::English, 12, "\nWednesday\n31. December 2024"},
           {ClockLanguage::German, 1, "\nMittwoch\n31. Januar 2024"},
-          {ClockLanguage::German, 12, "\nMittwoch\n31. Dezember 2024"}})
+          {ClockLanguage::German, 12, "\nMittwoch\n31. Dezember 2024"}}) {
         CHECK(ClockText({2024, month, 31, 3, 23, 0, 59}, language) == "23:00:59" + std::string(text));
+    }
     // What does not exist has no name.
     CHECK(ClockText({2024, 13, 31, 7, 23, 0, 59}, ClockLanguage::English) == "23:00:59\n\n31.  2024");
     CHECK(ClockText({1, lowest, 2, -1, 0, 0, 0}, ClockLanguage::German) == "0:00:00\n\n2.  1");

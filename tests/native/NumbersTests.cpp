@@ -200,8 +200,9 @@ TEST_CASE("limits and places") {
     const Row<int, Alignment, int, int> starts[] = {
         {{Center, 10, 31}, 10}, {{Right, 10, 31}, 21}, {{Left, 10, 31}, 0}, {{Right, 40, 31}, 0}};
     CheckRows(AlignedStart, starts);
-    for (const float odd : {notANumber, 2147483648.0F})
+    for (const float odd : {notANumber, 2147483648.0F}) {
         CHECK_FALSE(RoundToInteger(odd));
+    }
 }
 
 TEST_CASE("long texts are wrapped between words where there are any") {

@@ -21,8 +21,9 @@ TEST_CASE("layer lists are read and written") {
 namespace {
 
 std::string With(std::string bytes, std::size_t place, std::uint32_t number) {
-    for (std::size_t i = 0; i < 4; ++i)
+    for (std::size_t i = 0; i < 4; ++i) {
         bytes[place + i] = static_cast<char>(number >> (8 * i));
+    }
     return bytes;
 }
 
@@ -34,8 +35,9 @@ std::string BitmapFile(int bits) {
     bytes.replace(0, 2, "BM");
     const std::uint32_t depth = 1 | static_cast<std::uint32_t>(bits) << 16;
     for (const auto& [place, number] :
-         {std::pair(10U, pixels), {14U, 40U}, {18U, 4U}, {22U, 3U}, {26U, depth}})
+         {std::pair(10U, pixels), {14U, 40U}, {18U, 4U}, {22U, 3U}, {26U, depth}}) {
         bytes = With(bytes, place, number);
+    }
     return bytes;
 }
 
@@ -48,8 +50,9 @@ TEST_CASE("the headers of a bitmap file must fit the file") {
         CHECK(IsSoundBitmapFile(bytes));
         CHECK(IsSoundBitmapFile(With(bytes, 22, static_cast<std::uint32_t>(-3)))); // from the top down
         CHECK_FALSE(IsSoundBitmapFile(bytes.substr(0, bytes.size() - 1)));
-        for (std::size_t length = 2; length < 54; ++length)
+        for (std::size_t length = 2; length < 54; ++length) {
             CHECK_FALSE(IsSoundBitmapFile(bytes.substr(0, length)));
+        }
         const struct {
             std::size_t place;
             std::vector<std::uint32_t> numbers;
@@ -60,8 +63,9 @@ TEST_CASE("the headers of a bitmap file must fit the file") {
                    {26, {1 | 7 << 16}},                      // bits a pixel
                    {46, {257, 0xFFFFFFFF}}};                 // colours
         for (const auto& field : bad) {
-            for (const std::uint32_t number : field.numbers)
+            for (const std::uint32_t number : field.numbers) {
                 CHECK_FALSE(IsSoundBitmapFile(With(bytes, field.place, number)));
+            }
         }
     }
     CheckTaken(IsSoundBitmapFile, "", "B", "\x89PNG", "GIF89a");
@@ -92,8 +96,9 @@ TEST_CASE("the last value of each address is kept in order, until its time is ov
     OpeningValues values;
     const auto text = [&values] {
         std::string all;
-        for (const auto& value : values.All())
+        for (const auto& value : values.All()) {
             all += value.address + "=" + value.bytes + " ";
+        }
         return all;
     };
     values.Keep({"A*x", 11, "1"});

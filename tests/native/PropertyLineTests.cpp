@@ -68,8 +68,9 @@ std::vector<Line> ReadBlocks(const std::vector<std::string>& blocks) {
     std::vector<Line> lines;
     const auto read = [&] {
         std::string text;
-        for (bool isUsable = false; reader.Next(text, isUsable);)
+        for (bool isUsable = false; reader.Next(text, isUsable);) {
             lines.emplace_back(text, isUsable, reader.LineNumber());
+        }
     };
     for (const std::string& block : blocks) {
         reader.Feed(block);
@@ -116,8 +117,9 @@ TEST_CASE("the line reader gives the same lines wherever the blocks are divided"
         CAPTURE(bytes.size());
         CHECK(ReadBlocks({bytes}) == row.lines);
         bool same = true;
-        for (std::size_t split = 0; split <= bytes.size(); ++split)
+        for (std::size_t split = 0; split <= bytes.size(); ++split) {
             same = same && ReadBlocks({bytes.substr(0, split), bytes.substr(split)}) == row.lines;
+        }
         CHECK(same);
     }
 }

@@ -76,8 +76,9 @@ TEST_CASE("waves stay within their range, repeat exactly and differ by seed") {
             CHECK(std::isfinite(WaveValue({shape, -largest, largest, 20}, time, 3)));
         }
         CHECK(same < (shape == WaveShape::Square ? 2500 : 300));
-        for (const auto& [high, value] : {std::pair(5.0F, 5.0F), {1.0F, 5.0F}, {infinity, 5.0F}})
+        for (const auto& [high, value] : {std::pair(5.0F, 5.0F), {1.0F, 5.0F}, {infinity, 5.0F}}) {
             CHECK(WaveValue({shape, 5.0F, high, 1000}, 10, 0) == value);
+        }
     }
 }
 

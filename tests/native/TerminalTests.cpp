@@ -22,20 +22,23 @@ std::string Type(Kind& terminal, std::string_view bytes) {
     for (const char byte : bytes) {
         const Step step = terminal.Put(byte);
         if constexpr (std::is_same_v<Kind, Terminal>) {
-            if (step == Step::Abandon)
+            if (step == Step::Abandon) {
                 return seen + "^C";
+            }
         }
-        if (step == Step::None)
+        if (step == Step::None) {
             continue;
+        }
         if (step == Step::Execute) {
             const TerminalAddress& address = terminal.Address();
             seen += "[" + address.Object() + "|" + address.Keyword() + "|" + address.Value() +
                     (address.IsQuestion() ? "?]" : "]");
-            if (address.Object().empty() || address.Object() == "NONE")
+            if (address.Object().empty() || address.Object() == "NONE") {
                 terminal.ObjectMissing();
-            else if constexpr (std::is_same_v<Kind, TelephoneTerminal>) {
-                if (address.Keyword() == "none")
+            } else if constexpr (std::is_same_v<Kind, TelephoneTerminal>) {
+                if (address.Keyword() == "none") {
                     terminal.KeywordMissing();
+                }
             }
         }
         seen += (step == Step::Refuse ? "!" : "") + terminal.Answer();
@@ -202,8 +205,9 @@ TEST_CASE("networks that may connect") {
                                        0xFFFFFFFF, 0x7F000001, 0};
     const auto allowed = [&addresses](const char* text) {
         std::string result;
-        for (const std::uint32_t address : addresses)
+        for (const std::uint32_t address : addresses) {
             result += TerminalNetworks::Parse(text).value().Contain(address) ? '1' : '0';
+        }
         return result;
     };
     const Row<std::string, const char*> rows[] = {{"", "1111111"},
@@ -230,8 +234,9 @@ TEST_CASE("those who were turned away are reported once a minute, all together")
     CHECK(refusals.TimeToReport(start) == 0U);
     CHECK(refusals.Report(start) == 1);
     CHECK_FALSE(refusals.TimeToReport(start).has_value());
-    for (int i = 0; i < 1000; ++i)
+    for (int i = 0; i < 1000; ++i) {
         refusals.Add();
+    }
     CHECK(refusals.Report(start + 59'999) == 0);
     CHECK(refusals.TimeToReport(start + 59'999) == 1U);
     CHECK(refusals.Report(start + 60'000) == 1000);

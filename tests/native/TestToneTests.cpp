@@ -41,8 +41,9 @@ TEST_CASE("the samples of a sine are truncated towards zero") {
                 {4.0F, MAXIMUM_AMPLITUDE, {0, 32767, 0, -32767}}};
     for (const auto& row : rows) {
         SineOscillator sine(1.0F, row.rate, 0.0);
-        for (const std::int16_t expected : row.samples)
+        for (const std::int16_t expected : row.samples) {
             CHECK(sine.Next(row.amplitude) == expected);
+        }
     }
 }
 
