@@ -55,12 +55,12 @@ void CheckDeclarations(std::string_view text) {
         }
     }
     if (const auto wave = ParseWave(text)) {
-        Require(wave->periodMilliseconds >= minimumWavePeriod &&
-                wave->periodMilliseconds <= maximumWavePeriod);
+        Require(wave->periodMilliseconds >= MINIMUM_WAVE_PERIOD &&
+                wave->periodMilliseconds <= MAXIMUM_WAVE_PERIOD);
     }
     if (const auto follow = ParseFollow(text)) {
         Require(!follow->source.empty() && std::isfinite(follow->offset));
-        Require(follow->timeConstantMilliseconds <= maximumTimeConstant);
+        Require(follow->timeConstantMilliseconds <= MAXIMUM_TIME_CONSTANT);
     }
     if (const auto layers = ParseLayers(text)) {
         Require(ParseLayers(LayersText(*layers)) == layers);

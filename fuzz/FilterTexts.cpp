@@ -17,19 +17,19 @@ namespace {
 
 void CheckBand(const EqBand& band) {
     Require(IsKnown(band));
-    Require(band.frequency >= 0 && band.frequency <= highestFrequency);
+    Require(band.frequency >= 0 && band.frequency <= HIGHEST_FREQUENCY);
     const auto again = ReadEqBand(EqBandText(band), {});
     Require(again && again->type == band.type && again->slope == band.slope);
     const float stepped = StepFrequency(band.frequency, static_cast<std::int8_t>(band.bypass));
-    Require(stepped >= lowestFrequency && stepped <= highestFrequency);
+    Require(stepped >= LOWEST_FREQUENCY && stepped <= HIGHEST_FREQUENCY);
     Require(!GainText(band.gain).empty());
 }
 
 void CheckCrossover(const Crossover& crossover) {
     Require(IsKnown(crossover));
-    Require(crossover.filters.highPass.frequency >= lowestFrequency &&
-            crossover.filters.lowPass.frequency <= highestFrequency);
-    Require(crossover.gain >= lowestTrim && crossover.gain <= highestTrim && crossover.delay.amount >= 0);
+    Require(crossover.filters.highPass.frequency >= LOWEST_FREQUENCY &&
+            crossover.filters.lowPass.frequency <= HIGHEST_FREQUENCY);
+    Require(crossover.gain >= LOWEST_TRIM && crossover.gain <= HIGHEST_TRIM && crossover.delay.amount >= 0);
     const auto again = ReadCrossover(CrossoverText(crossover), {});
     Require(again && again->filters.lowPass.type == crossover.filters.lowPass.type &&
             again->polarity == crossover.polarity && again->delay.unit == crossover.delay.unit);

@@ -67,7 +67,7 @@ int RemoteOffsets::Keyword(VALUERECORD* record, CONTROLPROPERTIES& owner, float 
         return 0;
     }
     // What is behind as many as can be saved belongs to no binding.
-    for (std::size_t i = 0; i < numbers->size() && records.size() < logic::maximumOffsets; i += step) {
+    for (std::size_t i = 0; i < numbers->size() && records.size() < logic::MAXIMUM_OFFSETS; i += step) {
         logic::OffsetRecord loaded;
         loaded.*number = (*numbers)[i];
         logic::AppendOffset(records, loaded);

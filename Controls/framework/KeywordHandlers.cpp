@@ -71,11 +71,11 @@ int LayerKeyword(VALUERECORD* record, HOSTINFO* object) {
 }
 
 bool HasRoomForOffsets(const CONTROLPROPERTIES& control, std::size_t count) {
-    if (count <= logic::maximumOffsets) {
+    if (count <= logic::MAXIMUM_OFFSETS) {
         return true;
     }
     EDITTRACE(control.parent, "In relative mode there are at most %s functions and connections",
-              std::to_string(logic::maximumOffsets).c_str());
+              std::to_string(logic::MAXIMUM_OFFSETS).c_str());
     return false;
 }
 

@@ -265,7 +265,7 @@ void EQPROPERTIES::FillTypes() {
         logic::OfferedFilterTypes(device.substr(0, device.rfind('*')), ControlType() == DATATYPE_MASTER_EQ);
     if (offered != offeredTypes) {
         offeredTypes = offered;
-        FillList(TYPE_LIST, std::span(logic::filterTypeNames).first(static_cast<std::size_t>(offered)));
+        FillList(TYPE_LIST, std::span(logic::FILTER_TYPE_NAMES).first(static_cast<std::size_t>(offered)));
         Select(TYPE_LIST, value.type);
     }
 }
@@ -282,7 +282,8 @@ void EQPROPERTIES::Arrange() {
         ShowChild(row, hasQ);
     }
     const bool isAllPass = value.type == logic::AllPass;
-    if (const std::span<const std::string_view> texts = isAllPass ? logic::filterOrders : logic::filterSlopes;
+    if (const std::span<const std::string_view> texts =
+            isAllPass ? logic::FILTER_ORDERS : logic::FILTER_SLOPES;
         texts.data() != slopeTexts.data()) {
         slopeTexts = texts;
         SetLabel(SLOPE_LABEL, isAllPass ? "ORDER" : "SLOPE");
@@ -362,7 +363,7 @@ void EQPROPERTIES::SetDisabledMask(unsigned mask) {
 
 const char* EQPROPERTIES::UnlistedText(int listId) const {
     const bool isNamed = listId == TYPE_LIST && value.type >= offeredTypes;
-    return isNamed ? logic::filterTypeNames[static_cast<std::size_t>(value.type)].data() : "";
+    return isNamed ? logic::FILTER_TYPE_NAMES[static_cast<std::size_t>(value.type)].data() : "";
 }
 
 void EQPROPERTIES::DrawPicture(int listId, int item, HDC dc, const RECT& place) const {

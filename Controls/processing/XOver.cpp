@@ -290,9 +290,9 @@ void XOVERPROPERTIES::SetDefaults() {
     EDITORPROPERTIES::SetDefaults();
     filterFormat = a_GetClipboardFormat("XOver filter");
     channelFormat = a_GetClipboardFormat("XOver");
-    FillList(HIGH_PASS_TYPE, logic::crossoverNames);
-    FillList(LOW_PASS_TYPE, logic::crossoverNames);
-    FillList(POLARITY, logic::polarities);
+    FillList(HIGH_PASS_TYPE, logic::CROSSOVER_NAMES);
+    FillList(LOW_PASS_TYPE, logic::CROSSOVER_NAMES);
+    FillList(POLARITY, logic::POLARITIES);
     ShowLists(value);
     a_FollowRequests(this, functions, filterRequests);
     for (const int slot : {GAIN, POLARITY_SLOT, DELAY}) {

@@ -33,7 +33,7 @@ bool IsMereValue(const KEYWORDROW* table, int row) {
 } // namespace
 
 std::string a_LengthObjection(std::string_view keyword, std::string_view text) {
-    if (text.size() <= logic::maximumValue) {
+    if (text.size() <= logic::MAXIMUM_VALUE) {
         return {};
     }
     return Guarded<std::string>({}, [&] {
@@ -41,7 +41,7 @@ std::string a_LengthObjection(std::string_view keyword, std::string_view text) {
             IsListKeyword(keyword)
                 ? ", " + std::to_string(logic::EntriesThatFit(text)) + " of its entries would fit"
                 : "";
-        return "is longer than " + std::to_string(logic::maximumValue) + " bytes" + entries;
+        return "is longer than " + std::to_string(logic::MAXIMUM_VALUE) + " bytes" + entries;
     });
 }
 

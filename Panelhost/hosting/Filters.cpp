@@ -15,5 +15,5 @@ float a_BW2Q(float octaves) {
 }
 
 int a_GetDelayUnitIdx(const char* word) {
-    return word == nullptr ? -1 : logic::IndexOfWord(logic::delayUnits, word).value_or(-1);
+    return word == nullptr ? -1 : logic::IndexOfWord(logic::DELAY_UNITS, word).value_or(-1);
 }

@@ -110,7 +110,7 @@ int ReplaceBindings(const char* text, BINDINGLIST& list, HOSTINFO* object, const
     }
     return Guarded(0, [&] {
         const std::string_view addresses = text == nullptr ? "" : text;
-        if (addresses.size() > logic::maximumValue ||
+        if (addresses.size() > logic::MAXIMUM_VALUE ||
             std::any_of(addresses.begin(), addresses.end(), logic::IsControl)) {
             return 0; // it would not come back from a panel file
         }

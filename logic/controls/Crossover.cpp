@@ -59,14 +59,14 @@ private:
 };
 
 std::optional<std::int32_t> FilterType(std::string_view word) {
-    const auto byKey = IndexOfWord(crossoverKeys, word);
-    return byKey ? byKey : IndexOfWord(crossoverNames, word);
+    const auto byKey = IndexOfWord(CROSSOVER_KEYS, word);
+    return byKey ? byKey : IndexOfWord(CROSSOVER_NAMES, word);
 }
 
 void TakeFilters(FieldReader& fields, CrossoverFilters& filters) {
     for (CrossoverFilter* filter : {&filters.highPass, &filters.lowPass}) {
         fields.Take(filter->type, FilterType);
-        fields.TakeNumber(filter->frequency, "Hz", lowestFrequency, highestFrequency);
+        fields.TakeNumber(filter->frequency, "Hz", LOWEST_FREQUENCY, HIGHEST_FREQUENCY);
     }
 }
 
@@ -79,7 +79,7 @@ void TakeDelay(FieldReader& fields, DelaySetting& delay) {
         DelaySetting read = delay;
         ReadDelayAmount(field, read);
         read.amount = std::max(0.0F, read.amount); // not -0 either
-        const bool isAmount = std::any_of(delayUnits.begin(), delayUnits.end(), [&](std::string_view unit) {
+        const bool isAmount = std::any_of(DELAY_UNITS.begin(), DELAY_UNITS.end(), [&](std::string_view unit) {
             return ParseFloatIn(unit, field).has_value();
         });
         return isAmount ? std::optional(read) : std::nullopt;
@@ -111,12 +111,12 @@ bool IsSound(const Crossover& crossover) {
 }
 
 bool IsKnown(const CrossoverFilters& filters) {
-    return IsSound(filters) && IsIndex(filters.highPass.type, crossoverTypeCount) &&
-           IsIndex(filters.lowPass.type, crossoverTypeCount);
+    return IsSound(filters) && IsIndex(filters.highPass.type, CROSSOVER_TYPE_COUNT) &&
+           IsIndex(filters.lowPass.type, CROSSOVER_TYPE_COUNT);
 }
 
 bool IsKnown(const DelaySetting& delay) {
-    return IsSound(delay) && IsIndex(delay.unit, delayUnitCount);
+    return IsSound(delay) && IsIndex(delay.unit, DELAY_UNIT_COUNT);
 }
 
 bool IsKnown(const Crossover& crossover) {
@@ -128,16 +128,16 @@ Crossover KnownOf(const Crossover& answered, const Crossover& held) {
     const auto check = [](std::int32_t& index, std::int32_t count, std::int32_t heldIndex) {
         index = IsIndex(index, count) ? index : heldIndex;
     };
-    check(known.filters.highPass.type, crossoverTypeCount, held.filters.highPass.type);
-    check(known.filters.lowPass.type, crossoverTypeCount, held.filters.lowPass.type);
-    check(known.polarity, polarities.size(), held.polarity);
-    check(known.delay.unit, delayUnitCount, held.delay.unit);
+    check(known.filters.highPass.type, CROSSOVER_TYPE_COUNT, held.filters.highPass.type);
+    check(known.filters.lowPass.type, CROSSOVER_TYPE_COUNT, held.filters.lowPass.type);
+    check(known.polarity, POLARITIES.size(), held.polarity);
+    check(known.delay.unit, DELAY_UNIT_COUNT, held.delay.unit);
     return known;
 }
 
 std::string FiltersText(const CrossoverFilters& filters) {
-    return Named(crossoverKeys, filters.highPass.type) + "," + FormatFloat(filters.highPass.frequency) +
-           " Hz," + Named(crossoverKeys, filters.lowPass.type) + "," +
+    return Named(CROSSOVER_KEYS, filters.highPass.type) + "," + FormatFloat(filters.highPass.frequency) +
+           " Hz," + Named(CROSSOVER_KEYS, filters.lowPass.type) + "," +
            FormatFloat(filters.lowPass.frequency) + " Hz";
 }
 
@@ -146,12 +146,12 @@ std::string DelayText(const DelaySetting& delay) {
 }
 
 std::string DelayAmountText(const DelaySetting& delay) {
-    return FormatFloat(delay.amount) + " " + Named(delayUnits, delay.unit);
+    return FormatFloat(delay.amount) + " " + Named(DELAY_UNITS, delay.unit);
 }
 
 std::string CrossoverText(const Crossover& crossover) {
     return FiltersText(crossover.filters) + "," + FormatFloat(crossover.gain) + " dB," +
-           Named(polarities, crossover.polarity) + "," + DelayText(crossover.delay);
+           Named(POLARITIES, crossover.polarity) + "," + DelayText(crossover.delay);
 }
 
 std::optional<CrossoverFilters> ReadFilters(std::string_view text, const CrossoverFilters& before) {
@@ -172,8 +172,8 @@ std::optional<Crossover> ReadCrossover(std::string_view text, const Crossover& b
     FieldReader fields(text);
     Crossover crossover = before;
     TakeFilters(fields, crossover.filters);
-    fields.TakeNumber(crossover.gain, "dB", lowestTrim, highestTrim);
-    fields.Take(crossover.polarity, [](std::string_view word) { return IndexOfWord(polarities, word); });
+    fields.TakeNumber(crossover.gain, "dB", LOWEST_TRIM, HIGHEST_TRIM);
+    fields.Take(crossover.polarity, [](std::string_view word) { return IndexOfWord(POLARITIES, word); });
     TakeDelay(fields, crossover.delay);
     return fields.Succeeded() ? std::optional(crossover) : std::nullopt;
 }
@@ -188,7 +188,7 @@ int ReadDelayAmount(std::string_view text, DelaySetting& delay) {
     if (word.empty()) {
         return 1;
     }
-    const auto unit = IndexOfWord(delayUnits, word.substr(0, word.find_first_of(" \t\r\n")));
+    const auto unit = IndexOfWord(DELAY_UNITS, word.substr(0, word.find_first_of(" \t\r\n")));
     delay.unit = unit.value_or(delay.unit);
     return unit ? 2 : 1;
 }
@@ -217,16 +217,16 @@ void TypeField(Crossover& crossover, CrossoverField field, const std::string* ty
     }
     const auto read = ParseFloat(typed != nullptr ? *typed : "");
     if (field == CrossoverField::Gain) {
-        crossover.gain = Clamp(read.value_or(crossover.gain), lowestTrim, highestTrim);
+        crossover.gain = Clamp(read.value_or(crossover.gain), LOWEST_TRIM, HIGHEST_TRIM);
     } else {
         float& hertz = FilterOf(crossover.filters, field).frequency;
-        hertz = Clamp(read.value_or(hertz), lowestFrequency, highestFrequency);
+        hertz = Clamp(read.value_or(hertz), LOWEST_FREQUENCY, HIGHEST_FREQUENCY);
     }
 }
 
 void StepField(Crossover& crossover, CrossoverField field, int steps) {
     if (field == CrossoverField::Gain) {
-        crossover.gain = StepGain(crossover.gain, steps, lowestTrim, highestTrim);
+        crossover.gain = StepGain(crossover.gain, steps, LOWEST_TRIM, HIGHEST_TRIM);
     } else if (field == CrossoverField::Delay) {
         crossover.delay.amount = std::max(crossover.delay.amount + static_cast<float>(steps), 0.0F);
     } else {

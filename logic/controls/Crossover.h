@@ -31,7 +31,7 @@ static_assert(offsetof(CrossoverFilter, frequency) == 4 && offsetof(CrossoverFil
 struct DelaySetting {
     std::int32_t bypass = 0; // 1: bypassed
     float amount = 0.0F;     // in the unit; not negative when stepped
-    std::int32_t unit = 0;   // index into delayUnits
+    std::int32_t unit = 0;   // index into DELAY_UNITS
 
     bool operator==(const DelaySetting&) const = default;
 };
@@ -51,24 +51,24 @@ static_assert(offsetof(Crossover, gain) == 16 && offsetof(Crossover, polarity) =
                   offsetof(Crossover, delay) == 24 && sizeof(Crossover) == 36,
               "exchanged as bytes");
 
-constexpr std::int32_t crossoverTypeCount = 18;
+constexpr std::int32_t CROSSOVER_TYPE_COUNT = 18;
 // In texts.
-constexpr std::array<std::string_view, crossoverTypeCount> crossoverKeys{
+constexpr std::array<std::string_view, CROSSOVER_TYPE_COUNT> CROSSOVER_KEYS{
     "OFF",    "BUTT6",  "S12Q05", "S12Q06", "S12Q07", "S12Q08", "S12Q10", "S12Q12", "S12Q15",
     "S12Q20", "BESS12", "BUTT12", "LINK12", "BESS18", "BUTT18", "BESS24", "BUTT24", "LINK24"};
 // In lists.
-constexpr std::array<std::string_view, crossoverTypeCount> crossoverNames{
+constexpr std::array<std::string_view, CROSSOVER_TYPE_COUNT> CROSSOVER_NAMES{
     "thru",     "6dB",       "12dB/0.5",  "12dB/0.6",  "12dB/0.7",  "12dB/0.8",
     "12dB/1.0", "12dB/1.2",  "12dB/1.5",  "12dB/2.0",  "Bessel 12", "Butter 12",
     "Linkw 12", "Bessel 18", "Butter 18", "Bessel 24", "Butter 24", "Linkw 24"};
 
-constexpr std::int32_t delayUnitCount = 8;
-constexpr std::array<std::string_view, delayUnitCount> delayUnits{"ms", "samples", "ft", "in",
-                                                                  "m",  "cm",      "us", "s"};
-constexpr std::array<std::string_view, 2> polarities{"normal", "inverted"};
+constexpr std::int32_t DELAY_UNIT_COUNT = 8;
+constexpr std::array<std::string_view, DELAY_UNIT_COUNT> DELAY_UNITS{"ms", "samples", "ft", "in",
+                                                                     "m",  "cm",      "us", "s"};
+constexpr std::array<std::string_view, 2> POLARITIES{"normal", "inverted"};
 
-constexpr float lowestTrim = -30.0F; // dB
-constexpr float highestTrim = 6.0F;  // dB
+constexpr float LOWEST_TRIM = -30.0F; // dB
+constexpr float HIGHEST_TRIM = 6.0F;  // dB
 
 // Whether all numbers are finite. Types and units may still be unknown ones.
 bool IsSound(const CrossoverFilters& filters);
@@ -78,7 +78,7 @@ bool IsSound(const Crossover& crossover);
 bool IsKnown(const CrossoverFilters& filters);
 bool IsKnown(const DelaySetting& delay);
 bool IsKnown(const Crossover& crossover);
-// A sound record as far as it is known; unknown types, polarities and units are those of the record that is
+// A sound record as far as it is known; unknown types, POLARITIES and units are those of the record that is
 // held.
 Crossover KnownOf(const Crossover& answered, const Crossover& held);
 

@@ -11,8 +11,8 @@ namespace logic {
 
 namespace {
 
-constexpr int maximumIterations = 200;
-constexpr double leastSample = -1.7e308;
+constexpr int MAXIMUM_ITERATIONS = 200;
+constexpr double LEAST_SAMPLE = -1.7e308;
 
 bool IsCoordinate(int number) {
     return number >= 0 && number < DecayFitter::coordinateCount;
@@ -30,7 +30,7 @@ std::string AtLeast(std::size_t width, const std::string& text) {
 } // namespace
 
 double DecayFitter::LargestSample() const {
-    double largest = leastSample;
+    double largest = LEAST_SAMPLE;
     for (const double sample : samples_) {
         largest = sample > largest ? sample : largest;
     }
@@ -143,7 +143,7 @@ int DecayFitter::Search(int limit) {
 }
 
 int DecayFitter::Run(int* finished) {
-    const int iterations = Search(maximumIterations);
+    const int iterations = Search(MAXIMUM_ITERATIONS);
     const auto traceResult = [this](const char* label, double value) {
         Trace(std::string(label) + " = " + AtLeast(15, FormatFixed(value, 7)) + " \n");
     };

@@ -12,7 +12,7 @@ namespace logic {
 
 namespace {
 
-constexpr std::size_t fieldCount = 6; // of a band as text
+constexpr std::size_t FIELD_COUNT = 6; // of a band as text
 
 } // namespace
 
@@ -37,7 +37,7 @@ EqBand KnownOf(const EqBand& answered, const EqBand& held) {
 
 std::string EqBandText(const EqBand& band) {
     const bool named = band.type >= 0 && band.type < filterTypeCount;
-    const std::string_view name = named ? filterTypeNames[static_cast<std::size_t>(band.type)] : "";
+    const std::string_view name = named ? FILTER_TYPE_NAMES[static_cast<std::size_t>(band.type)] : "";
     return std::to_string(band.bypass) + "," + std::string(name) + "," + std::to_string(band.slope * 6) +
            " dB," + FormatFloat(band.frequency) + " Hz," + FormatFloat(band.gain) + " dB," +
            FormatFloat(band.q);
@@ -47,10 +47,10 @@ std::optional<EqBand> ReadEqBand(std::string_view text, const EqBand& before) {
     std::vector<std::string_view> fields = SplitFields(text, ',');
     std::erase(fields, std::string_view());
     const std::size_t count = fields.size();
-    if (count == 0 || count > fieldCount) {
+    if (count == 0 || count > FIELD_COUNT) {
         return std::nullopt;
     }
-    fields.resize(fieldCount);
+    fields.resize(FIELD_COUNT);
 
     EqBand band = before;
     std::size_t taken = 0;
@@ -62,11 +62,11 @@ std::optional<EqBand> ReadEqBand(std::string_view text, const EqBand& before) {
     };
     const auto same = [](float value) { return value; };
     take(ParseWholeInteger(fields[0]), band.bypass, [](std::int32_t value) { return value != 0 ? 1 : 0; });
-    take(IndexOfWord(filterTypeNames, fields[1]), band.type, [](std::int32_t type) { return type; });
+    take(IndexOfWord(FILTER_TYPE_NAMES, fields[1]), band.type, [](std::int32_t type) { return type; });
     take(ParseIntegerIn("dB", fields[2]), band.slope,
          [](std::int32_t decibels) { return std::clamp((std::clamp(decibels, -1000, 1000) + 2) / 6, 0, 2); });
     take(ParseFloatIn("Hz", fields[3]), band.frequency,
-         [](float hertz) { return Clamp(hertz, 0.0F, highestFrequency); });
+         [](float hertz) { return Clamp(hertz, 0.0F, HIGHEST_FREQUENCY); });
     take(ParseFloatIn("dB", fields[4]), band.gain, same);
     take(ParseWholeFloat(fields[5]), band.q, same);
     return taken == count ? std::optional(band) : std::nullopt;
@@ -80,20 +80,20 @@ int OfferedFilterTypes(std::string_view device, bool isMaster) {
 
 float HighestQ(std::int32_t type, bool asBandwidth) {
     const bool limited = asBandwidth ? type == AllPass : type >= HighPass && type <= AllPass;
-    return limited ? highestPassQ : highestQ;
+    return limited ? HIGHEST_PASS_Q : HIGHEST_Q;
 }
 
 float TypedQ(float typed, std::int32_t type, bool asBandwidth) {
     const float highest = HighestQ(type, asBandwidth);
-    return asBandwidth ? BandwidthToQ(Clamp(typed, QToBandwidth(highest), QToBandwidth(lowestQ)))
-                       : Clamp(typed, lowestQ, highest);
+    return asBandwidth ? BandwidthToQ(Clamp(typed, QToBandwidth(highest), QToBandwidth(LOWEST_Q)))
+                       : Clamp(typed, LOWEST_Q, highest);
 }
 
 float StepQ(float q, int steps, std::int32_t type, bool asBandwidth) {
     constexpr float step = 0.1F;
     const float highest = HighestQ(type, asBandwidth);
-    const float low = asBandwidth ? QToBandwidth(highest) : lowestQ;
-    const float high = asBandwidth ? QToBandwidth(lowestQ) : highest;
+    const float low = asBandwidth ? QToBandwidth(highest) : LOWEST_Q;
+    const float high = asBandwidth ? QToBandwidth(LOWEST_Q) : highest;
     const float shown = asBandwidth ? QToBandwidth(q) : q;
     const float stepped = Clamp(shown + static_cast<float>(steps) * step, low, high);
     if (stepped == shown) {
@@ -120,10 +120,10 @@ std::string TypedFieldText(const EqBand& band, EqField field, bool asBandwidth) 
 void TypeField(EqBand& band, EqField field, std::optional<float> typed, bool asBandwidth) {
     switch (field) {
     case EqField::Gain:
-        band.gain = Clamp(typed.value_or(band.gain), lowestEqGain, highestEqGain);
+        band.gain = Clamp(typed.value_or(band.gain), LOWEST_EQ_GAIN, HIGHEST_EQ_GAIN);
         break;
     case EqField::Frequency:
-        band.frequency = Clamp(typed.value_or(band.frequency), lowestFrequency, highestFrequency);
+        band.frequency = Clamp(typed.value_or(band.frequency), LOWEST_FREQUENCY, HIGHEST_FREQUENCY);
         break;
     default:
         band.q = typed ? TypedQ(*typed, band.type, asBandwidth) : StepQ(band.q, 0, band.type, asBandwidth);
@@ -135,7 +135,7 @@ bool StepField(EqBand& band, EqField field, int steps, bool asBandwidth) {
     const EqBand before = band;
     switch (field) {
     case EqField::Gain:
-        band.gain = StepGain(band.gain, steps, lowestEqGain, highestEqGain);
+        band.gain = StepGain(band.gain, steps, LOWEST_EQ_GAIN, HIGHEST_EQ_GAIN);
         break;
     case EqField::Frequency:
         band.frequency = StepFrequency(band.frequency, steps);
@@ -149,10 +149,10 @@ bool StepField(EqBand& band, EqField field, int steps, bool asBandwidth) {
 
 bool LimitPassQ(EqBand& band) {
     const bool isPass = band.type == HighPass || band.type == LowPass;
-    if (!isPass || band.slope != 2 || band.q <= highestPassQ) {
+    if (!isPass || band.slope != 2 || band.q <= HIGHEST_PASS_Q) {
         return false;
     }
-    band.q = highestPassQ;
+    band.q = HIGHEST_PASS_Q;
     return true;
 }
 

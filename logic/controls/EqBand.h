@@ -13,8 +13,8 @@ namespace logic {
 enum FilterType : std::int32_t { Peak, LowShelf, HighShelf, HighPass, LowPass, AllPass, filterTypeCount };
 
 // Shown in lists and used in texts; the index is the filter type.
-constexpr std::array<std::string_view, filterTypeCount> filterTypeNames{"PEQ",    "Loshelv", "Hishelv",
-                                                                        "Hipass", "Lopass",  "Allpass"};
+constexpr std::array<std::string_view, filterTypeCount> FILTER_TYPE_NAMES{"PEQ",    "Loshelv", "Hishelv",
+                                                                          "Hipass", "Lopass",  "Allpass"};
 
 struct EqBand {
     std::int32_t bypass = 0; // 1: bypassed
@@ -32,14 +32,14 @@ static_assert(offsetof(EqBand, type) == 4 && offsetof(EqBand, frequency) == 8 &&
               "exchanged as bytes");
 
 // Shown in lists; the index is the slope less 1.
-constexpr std::array<std::string_view, 2> filterSlopes{"6dB/Oct", "12dB/Oct"};
-constexpr std::array<std::string_view, 2> filterOrders{"first", "second"}; // of an all-pass
+constexpr std::array<std::string_view, 2> FILTER_SLOPES{"6dB/Oct", "12dB/Oct"};
+constexpr std::array<std::string_view, 2> FILTER_ORDERS{"first", "second"}; // of an all-pass
 
-constexpr float lowestEqGain = -18.0F; // dB
-constexpr float highestEqGain = 12.0F; // dB
-constexpr float lowestQ = 0.1F;
-constexpr float highestQ = 100.0F;
-constexpr float highestPassQ = 2.0F; // of the types that are limited in it
+constexpr float LOWEST_EQ_GAIN = -18.0F; // dB
+constexpr float HIGHEST_EQ_GAIN = 12.0F; // dB
+constexpr float LOWEST_Q = 0.1F;
+constexpr float HIGHEST_Q = 100.0F;
+constexpr float HIGHEST_PASS_Q = 2.0F; // of the types that are limited in it
 
 // Whether all numbers are finite. Types and slopes may still be unknown ones.
 bool IsSound(const EqBand& band);

@@ -12,7 +12,7 @@ namespace logic {
 
 namespace {
 
-constexpr float pageSteps = 10.0F;
+constexpr float PAGE_STEPS = 10.0F;
 
 double Span(const FaderRange& range) {
     return static_cast<double>(range.maximum) - range.minimum;
@@ -64,9 +64,9 @@ std::optional<float> StepFader(float value, FaderKey key, const FaderRange& rang
     }
     switch (key) {
     case FaderKey::PageUp:
-        return value + pageSteps * step;
+        return value + PAGE_STEPS * step;
     case FaderKey::PageDown:
-        return value - pageSteps * step;
+        return value - PAGE_STEPS * step;
     case FaderKey::Up:
     case FaderKey::Right:
         return value + step;
@@ -129,7 +129,7 @@ std::string OffsetsText(const std::vector<OffsetRecord>& records, float OffsetRe
 }
 
 void AppendOffset(std::vector<OffsetRecord>& records, const OffsetRecord& record) {
-    if (records.size() >= maximumOffsets) {
+    if (records.size() >= MAXIMUM_OFFSETS) {
         throw std::length_error("list<T> too long");
     }
     records.push_back(record);

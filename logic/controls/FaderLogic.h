@@ -93,7 +93,7 @@ struct OffsetRecord {
 // back.
 std::string OffsetsText(const std::vector<OffsetRecord>& records, float OffsetRecord::*member);
 // More of them could be too long for the value of a keyword.
-constexpr std::size_t maximumOffsets = (maximumValue + 1) / (longestFloatText + 2);
+constexpr std::size_t MAXIMUM_OFFSETS = (MAXIMUM_VALUE + 1) / (LONGEST_FLOAT_TEXT + 2);
 // Puts a record at the end. Throws std::length_error rather than let a list grow for ever, since loading
 // appends.
 void AppendOffset(std::vector<OffsetRecord>& records, const OffsetRecord& record);

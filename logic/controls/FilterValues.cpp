@@ -22,11 +22,11 @@ bool IsPositive(float value) {
 } // namespace
 
 float StepFrequency(float hertz, int steps) {
-    const double from = IsPositive(hertz) ? hertz : lowestFrequency;
-    const double place = frequencySteps * std::log(from / lowestFrequency) / decades;
+    const double from = IsPositive(hertz) ? hertz : LOWEST_FREQUENCY;
+    const double place = FREQUENCY_STEPS * std::log(from / LOWEST_FREQUENCY) / decades;
     const double wanted = std::trunc(place + 0.5) + steps;
-    return Clamp(static_cast<float>(lowestFrequency * std::exp(decades * wanted / frequencySteps)),
-                 lowestFrequency, highestFrequency);
+    return Clamp(static_cast<float>(LOWEST_FREQUENCY * std::exp(decades * wanted / FREQUENCY_STEPS)),
+                 LOWEST_FREQUENCY, HIGHEST_FREQUENCY);
 }
 
 float StepGain(float decibels, int steps, float low, float high) {

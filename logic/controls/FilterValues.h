@@ -6,9 +6,9 @@
 
 namespace logic {
 
-constexpr float lowestFrequency = 20.0F;     // Hz
-constexpr float highestFrequency = 20000.0F; // Hz
-constexpr int frequencySteps = 575;          // of the logarithmic grid between the two
+constexpr float LOWEST_FREQUENCY = 20.0F;     // Hz
+constexpr float HIGHEST_FREQUENCY = 20000.0F; // Hz
+constexpr int FREQUENCY_STEPS = 575;          // of the logarithmic grid between the two
 
 // The frequency that many steps of the grid further up (down where negative), from the grid's step nearest to
 // it, limited to the range. A frequency that is not a positive number counts as the lowest.

@@ -8,10 +8,10 @@ namespace logic {
 
 namespace {
 
-constexpr double dotRadius = 14.0;
-constexpr double sweep = 4.71238898038469;       // 270 degrees
-constexpr double maximumAt = 0.7853981633974483; // 45 degrees below the horizontal
-constexpr float pageSteps = 10.0F;
+constexpr double DOT_RADIUS = 14.0;
+constexpr double SWEEP = 4.71238898038469;        // 270 degrees
+constexpr double MAXIMUM_AT = 0.7853981633974483; // 45 degrees below the horizontal
+constexpr float PAGE_STEPS = 10.0F;
 
 } // namespace
 
@@ -43,9 +43,9 @@ std::optional<float> StepKnob(float value, KnobKey key, const KnobRange& range) 
     }
     switch (key) {
     case KnobKey::PageUp:
-        return value + pageSteps * step;
+        return value + PAGE_STEPS * step;
     case KnobKey::PageDown:
-        return value - pageSteps * step;
+        return value - PAGE_STEPS * step;
     case KnobKey::Left:
         return value + step;
     case KnobKey::Right:
@@ -59,9 +59,9 @@ DotRectangle KnobDot(float value, const KnobRange& range) {
     const double span = static_cast<double>(range.maximum) - range.minimum;
     const double belowMaximum =
         static_cast<double>(range.maximum) - TruncateToInteger(std::floor(static_cast<double>(value) + 0.5));
-    const double angle = (span == 0.0 ? 0.0 : belowMaximum * sweep / span) - maximumAt;
-    const auto dx = static_cast<std::int32_t>(std::round(std::cos(angle) * dotRadius));
-    const auto dy = static_cast<std::int32_t>(std::round(std::sin(angle) * dotRadius));
+    const double angle = (span == 0.0 ? 0.0 : belowMaximum * SWEEP / span) - MAXIMUM_AT;
+    const auto dx = static_cast<std::int32_t>(std::round(std::cos(angle) * DOT_RADIUS));
+    const auto dy = static_cast<std::int32_t>(std::round(std::sin(angle) * DOT_RADIUS));
     return {dx + 21, 21 - dy, dx + 26, 26 - dy};
 }
 

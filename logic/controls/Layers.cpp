@@ -7,7 +7,7 @@ namespace logic {
 
 namespace {
 
-constexpr std::int32_t layerCount = 64;
+constexpr std::int32_t LAYER_COUNT = 64;
 
 } // namespace
 
@@ -21,7 +21,7 @@ std::optional<std::uint64_t> ParseLayers(std::string_view text) {
         const bool isLayer =
             name.size() > 1 && (name[0] == 'u' || name[0] == 'U') && name[1] >= '1' && name[1] <= '9';
         const std::optional<std::int32_t> number = isLayer ? ParseWholeInteger(name.substr(1)) : std::nullopt;
-        if (!number || *number > layerCount) {
+        if (!number || *number > LAYER_COUNT) {
             return std::nullopt;
         }
         mask |= std::uint64_t{1} << (*number - 1);
@@ -31,7 +31,7 @@ std::optional<std::uint64_t> ParseLayers(std::string_view text) {
 
 std::string LayersText(std::uint64_t mask) {
     std::string text;
-    for (std::int32_t layer = 0; layer < layerCount; ++layer) {
+    for (std::int32_t layer = 0; layer < LAYER_COUNT; ++layer) {
         if ((mask >> layer & 1) == 0) {
             continue;
         }

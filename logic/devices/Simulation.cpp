@@ -25,7 +25,7 @@ std::optional<Value> FindWord(const std::array<std::pair<std::string_view, Value
     return std::nullopt;
 }
 
-constexpr std::array<std::pair<std::string_view, ParameterType>, 7> parameterTypes{{
+constexpr std::array<std::pair<std::string_view, ParameterType>, 7> PARAMETER_TYPES{{
     {"integer", ParameterType::Integer},
     {"float", ParameterType::Float},
     {"text", ParameterType::Text},
@@ -35,7 +35,7 @@ constexpr std::array<std::pair<std::string_view, ParameterType>, 7> parameterTyp
     {"delay", ParameterType::Delay},
 }};
 
-constexpr std::array<std::pair<std::string_view, WaveShape>, 5> waveShapes{{
+constexpr std::array<std::pair<std::string_view, WaveShape>, 5> WAVE_SHAPES{{
     {"sine", WaveShape::Sine},
     {"triangle", WaveShape::Triangle},
     {"square", WaveShape::Square},
@@ -76,9 +76,9 @@ double Chance(std::uint64_t sequence, std::uint64_t place) {
     return static_cast<double>(Scatter(Scatter(sequence + 1) + place) >> 32) / largest;
 }
 
-constexpr float arrival = 1e-6F;
+constexpr float ARRIVAL = 1e-6F;
 
-constexpr std::uint32_t syllablesPerPhrase = 8;
+constexpr std::uint32_t SYLLABLES_PER_PHRASE = 8;
 
 // The level in [0, 1]. Every syllable begins a little late, rises within a tenth of its length and then
 // decays; the level is the loudest of those that still sound, under a quick flutter.
@@ -94,9 +94,9 @@ double ProgrammeLevel(std::uint64_t time, std::uint32_t period, std::uint64_t se
     const std::uint64_t delays = seed * 3 + 1;
     const std::uint64_t flutters = seed * 3 + 2;
     const std::uint64_t phrase = time / period;
-    const double inPhrase = static_cast<double>(time % period) * syllablesPerPhrase / period;
+    const double inPhrase = static_cast<double>(time % period) * SYLLABLES_PER_PHRASE / period;
     const auto whole = static_cast<std::uint64_t>(inPhrase);
-    const std::uint64_t newest = phrase * syllablesPerPhrase + whole;
+    const std::uint64_t newest = phrase * SYLLABLES_PER_PHRASE + whole;
 
     double level = 0.0;
     for (std::uint64_t back = 0; back < audible; ++back) {
@@ -107,7 +107,7 @@ double ProgrammeLevel(std::uint64_t time, std::uint32_t period, std::uint64_t se
             continue;
         }
         const double chance = Chance(strengths, syllable);
-        const bool isAccent = syllable % syllablesPerPhrase == 0;
+        const bool isAccent = syllable % SYLLABLES_PER_PHRASE == 0;
         const double strength = isAccent ? 1.0 : chance < pauseProbability ? 0.2 : 0.4 + 0.6 * chance;
         const double remaining = 1.0 - age / audible;
         level = std::max(level, strength * std::min(age / attack, 1.0) * remaining * remaining);
@@ -142,7 +142,7 @@ std::optional<ParameterDeclaration> ParseParameter(std::string_view value) {
     if (fields.size() < 4) {
         return std::nullopt;
     }
-    const std::optional<ParameterType> type = FindWord(parameterTypes, fields[0]);
+    const std::optional<ParameterType> type = FindWord(PARAMETER_TYPES, fields[0]);
     if (!type) {
         return std::nullopt;
     }
@@ -177,11 +177,11 @@ std::optional<Wave> ParseWave(std::string_view text) {
     if (fields.size() != 4) {
         return std::nullopt;
     }
-    const std::optional<WaveShape> shape = FindWord(waveShapes, fields[0]);
+    const std::optional<WaveShape> shape = FindWord(WAVE_SHAPES, fields[0]);
     const std::optional<float> low = ParseWholeFloat(fields[1]);
     const std::optional<float> high = ParseWholeFloat(fields[2]);
     const std::optional<std::uint32_t> period =
-        ParseDuration(fields[3], minimumWavePeriod, maximumWavePeriod);
+        ParseDuration(fields[3], MINIMUM_WAVE_PERIOD, MAXIMUM_WAVE_PERIOD);
     if (!shape || !low || !high || *low > *high || !period) {
         return std::nullopt;
     }
@@ -195,7 +195,8 @@ float WaveValue(const Wave& wave, std::uint64_t milliseconds, std::uint32_t seed
     if (!std::isfinite(wave.high) || wave.low >= wave.high) {
         return wave.low;
     }
-    const std::uint32_t period = std::clamp(wave.periodMilliseconds, minimumWavePeriod, maximumWavePeriod);
+    const std::uint32_t period =
+        std::clamp(wave.periodMilliseconds, MINIMUM_WAVE_PERIOD, MAXIMUM_WAVE_PERIOD);
     const std::uint64_t start = Scatter(seed) % period;
     const double low = wave.low;
     const double high = wave.high;
@@ -214,7 +215,7 @@ std::optional<Follow> ParseFollow(std::string_view text) {
     }
     const std::optional<float> offset = ParseWholeFloat(fields[1].empty() ? "0" : fields[1]);
     const std::optional<std::uint32_t> timeConstant =
-        ParseDuration(fields[2].empty() ? "0" : fields[2], 0, maximumTimeConstant);
+        ParseDuration(fields[2].empty() ? "0" : fields[2], 0, MAXIMUM_TIME_CONSTANT);
     if (fields[0].empty() || !offset || !timeConstant) {
         return std::nullopt;
     }
@@ -235,7 +236,7 @@ float FollowStep(float current, float target, std::uint32_t elapsedMilliseconds,
     const double way = static_cast<double>(target) - current;
     const auto next = static_cast<float>(current + way * share);
     // Without this a target of 0 would be approached through ever smaller numbers.
-    if (std::fabs(target - next) < arrival) {
+    if (std::fabs(target - next) < ARRIVAL) {
         return target;
     }
     // Close to a large target a step can be too short to change a float at all.

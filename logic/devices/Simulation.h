@@ -52,13 +52,13 @@ enum class WaveShape {
               // high end
 };
 
-constexpr std::uint32_t minimumWavePeriod = 20;
-constexpr std::uint32_t maximumWavePeriod = 3'600'000;
+constexpr std::uint32_t MINIMUM_WAVE_PERIOD = 20;
+constexpr std::uint32_t MAXIMUM_WAVE_PERIOD = 3'600'000;
 
 struct Wave {
     WaveShape shape;
     float low, high;
-    std::uint32_t periodMilliseconds; // minimumWavePeriod to maximumWavePeriod
+    std::uint32_t periodMilliseconds; // MINIMUM_WAVE_PERIOD to MAXIMUM_WAVE_PERIOD
 };
 
 // Reads "shape,low,high,period": sine, triangle, square, random or programme, two numbers, milliseconds.
@@ -71,12 +71,12 @@ std::optional<Wave> ParseWave(std::string_view text);
 // low, or 0 when that is not finite. A period outside its limits counts as the nearest limit.
 float WaveValue(const Wave& wave, std::uint64_t milliseconds, std::uint32_t seed);
 
-constexpr std::uint32_t maximumTimeConstant = 60'000;
+constexpr std::uint32_t MAXIMUM_TIME_CONSTANT = 60'000;
 
 struct Follow {
     std::string source;                     // a parameter of the same device, or DEVICE*parameter
     float offset;                           // added to the source, in its unit
-    std::uint32_t timeConstantMilliseconds; // 0 to maximumTimeConstant; 0: at once
+    std::uint32_t timeConstantMilliseconds; // 0 to MAXIMUM_TIME_CONSTANT; 0: at once
 };
 
 // Reads "source,offset,time constant"; offset and time constant may be empty or missing and are then 0.

@@ -9,17 +9,17 @@ namespace logic {
 
 namespace {
 
-constexpr char recordStart = 'S';
-constexpr char recordEnd = 'T';
+constexpr char RECORD_START = 'S';
+constexpr char RECORD_END = 'T';
 
-constexpr std::size_t identifierPair = 11;
-constexpr std::size_t countPair = 15;
-constexpr std::size_t dataPair = 16;
+constexpr std::size_t IDENTIFIER_PAIR = 11;
+constexpr std::size_t COUNT_PAIR = 15;
+constexpr std::size_t DATA_PAIR = 16;
 
-constexpr unsigned frameType = 16; // the only one that is shown with identifier and data
+constexpr unsigned FRAME_TYPE = 16; // the only one that is shown with identifier and data
 
 // By type; nullptr for the types without a name, and for the frame.
-constexpr const char* typeNames[] = {
+constexpr const char* TYPE_NAMES[] = {
     "RESYNC", "CAN",   "BUSLOAD", "STRING",  "CONTI",    nullptr,   nullptr,     "MEM",
     "RTR",    "TXACK", "POWERUP", "CMD_NO",  "CAN_PRMS", "ABORTED", "CANSTATE",  "RESET",
     nullptr,  "XRTR",  "INFO",    "CONTROL", "CONFIRM",  "OVERRUN", "KEEPALIVE",
@@ -58,12 +58,12 @@ std::string HexText(std::uint32_t value) {
 std::string DescribeFrame(std::string_view record) {
     std::uint32_t identifier = 0;
     for (std::size_t byte = 0; byte < 4; ++byte) {
-        identifier |= static_cast<std::uint32_t>(PairValue(record, identifierPair + byte)) << (8 * byte);
+        identifier |= static_cast<std::uint32_t>(PairValue(record, IDENTIFIER_PAIR + byte)) << (8 * byte);
     }
     std::string text = HexText(identifier) + " (";
-    const unsigned count = PairValue(record, countPair);
+    const unsigned count = PairValue(record, COUNT_PAIR);
     for (unsigned i = 0; i < count; ++i) {
-        const unsigned value = PairValue(record, dataPair + i);
+        const unsigned value = PairValue(record, DATA_PAIR + i);
         text += (value < 16 ? "0" : "") + HexText(value) + " ";
     }
     return text + ")\n";
@@ -73,10 +73,10 @@ std::string DescribeFrame(std::string_view record) {
 
 std::string DescribeCanRecord(std::string_view record) {
     const unsigned type = PairValue(record, 0);
-    if (type == frameType) {
+    if (type == FRAME_TYPE) {
         return DescribeFrame(record);
     }
-    const char* name = type < std::size(typeNames) ? typeNames[type] : nullptr;
+    const char* name = type < std::size(TYPE_NAMES) ? TYPE_NAMES[type] : nullptr;
     return name == nullptr ? "CPC_MSG_T_UNKNOWN (" + std::to_string(type) + ")\n"
                            : "CPC_MSG_T_" + std::string(name) + "\n";
 }
@@ -91,7 +91,7 @@ void CanRecordReader::Received(std::size_t count, const Trace& trace) {
 
 void CanRecordReader::Take(char byte, const Trace& trace) {
     if (recordLength_ == 0) {
-        if (byte != recordStart) {
+        if (byte != RECORD_START) {
             ++skipped_;
             return;
         }
@@ -101,7 +101,7 @@ void CanRecordReader::Take(char byte, const Trace& trace) {
         skipped_ = 0;
     }
     record_[recordLength_++] = byte;
-    if (byte == recordEnd) {
+    if (byte == RECORD_END) {
         const std::size_t length = std::exchange(recordLength_, 0);
         trace(DescribeCanRecord({record_.data(), length}));
     } else if (recordLength_ == capacity) {

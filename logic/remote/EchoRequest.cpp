@@ -13,8 +13,8 @@ std::uint16_t InternetChecksum(std::span<const std::uint8_t> bytes) {
     return static_cast<std::uint16_t>(~sum);
 }
 
-std::array<std::uint8_t, echoRequestLength> EchoRequest(std::uint32_t tickCount) {
-    std::array<std::uint8_t, echoRequestLength> bytes{};
+std::array<std::uint8_t, ECHO_REQUEST_LENGTH> EchoRequest(std::uint32_t tickCount) {
+    std::array<std::uint8_t, ECHO_REQUEST_LENGTH> bytes{};
     bytes[0] = 8; // echo request
     bytes[4] = 1; // identifier
     bytes[6] = 1; // sequence number

@@ -9,8 +9,8 @@ namespace logic {
 
 namespace {
 
-constexpr std::size_t maximumHost = 253;
-constexpr std::int32_t maximumPort = 65535;
+constexpr std::size_t MAXIMUM_HOST = 253;
+constexpr std::int32_t MAXIMUM_PORT = 65535;
 
 bool IsControlOrBlank(char character) {
     return IsBlank(character) || static_cast<unsigned char>(character) < 0x20 || character == ':';
@@ -25,9 +25,9 @@ std::optional<HostPort> ParseHostPort(std::string_view text) {
     }
     const std::string_view host = TrimBlanks(text.substr(0, colon));
     const std::optional<std::int32_t> port = ParseWholeInteger(text.substr(colon + 1));
-    if (host.empty() || host.size() > maximumHost ||
+    if (host.empty() || host.size() > MAXIMUM_HOST ||
         std::any_of(host.begin(), host.end(), IsControlOrBlank) || !port || *port < 1 ||
-        *port > maximumPort) {
+        *port > MAXIMUM_PORT) {
         return std::nullopt;
     }
     return HostPort{std::string(host), static_cast<std::uint16_t>(*port)};

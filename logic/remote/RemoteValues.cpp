@@ -49,7 +49,7 @@ bool IsPathBelow(std::string_view path) {
 }
 
 bool IsRemoteDuration(std::string_view text) {
-    return ParseDuration(text).value_or(0) <= longestRemoteDuration;
+    return ParseDuration(text).value_or(0) <= LONGEST_REMOTE_DURATION;
 }
 
 bool HasFixedKeyword(std::string_view clickTemplate) {

@@ -11,7 +11,7 @@ namespace logic {
 bool IsPathBelow(std::string_view path);
 
 // Seconds of the longest recording that may be asked for.
-constexpr std::int32_t longestRemoteDuration = 3600;
+constexpr std::int32_t LONGEST_REMOTE_DURATION = 3600;
 
 // Whether a duration is not longer than that. A text that is none is left to whoever reads it.
 bool IsRemoteDuration(std::string_view text);

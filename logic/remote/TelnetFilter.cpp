@@ -4,14 +4,14 @@ namespace logic {
 
 namespace {
 
-constexpr char interpretAsCommand = '\xFF'; // IAC
-constexpr char will = '\xFB';
-constexpr char wont = '\xFC';
-constexpr char dont = '\xFE'; // and DO between the two
-constexpr char subNegotiation = '\xFA';
-constexpr char subNegotiationEnd = '\xF0';
+constexpr char INTERPRET_AS_COMMAND = '\xFF'; // IAC
+constexpr char WILL = '\xFB';
+constexpr char WONT = '\xFC';
+constexpr char DONT = '\xFE'; // and DO between the two
+constexpr char SUB_NEGOTIATION = '\xFA';
+constexpr char SUB_NEGOTIATION_END = '\xF0';
 
-static_assert(wont - will == 1 && dont - will == 3);
+static_assert(WONT - WILL == 1 && DONT - WILL == 3);
 
 } // namespace
 
@@ -28,19 +28,19 @@ std::string TelnetFilter::Text(std::string_view block) {
 std::optional<char> TelnetFilter::Put(char byte) {
     switch (state_) {
     case State::Text:
-        if (byte != interpretAsCommand) {
+        if (byte != INTERPRET_AS_COMMAND) {
             return byte;
         }
         state_ = State::Command;
         break;
     case State::Command:
         state_ = State::Text;
-        if (byte == interpretAsCommand) {
+        if (byte == INTERPRET_AS_COMMAND) {
             return byte;
         }
-        if (byte == subNegotiation) {
+        if (byte == SUB_NEGOTIATION) {
             state_ = State::Negotiation;
-        } else if (byte >= will && byte <= dont) {
+        } else if (byte >= WILL && byte <= DONT) {
             state_ = State::Option;
         }
         break;
@@ -48,12 +48,12 @@ std::optional<char> TelnetFilter::Put(char byte) {
         state_ = State::Text;
         break;
     case State::Negotiation:
-        if (byte == interpretAsCommand) {
+        if (byte == INTERPRET_AS_COMMAND) {
             state_ = State::NegotiationByte;
         }
         break;
     case State::NegotiationByte:
-        state_ = byte == subNegotiationEnd ? State::Text : State::Negotiation;
+        state_ = byte == SUB_NEGOTIATION_END ? State::Text : State::Negotiation;
         break;
     }
     return std::nullopt;
@@ -63,7 +63,7 @@ std::string TelnetText(std::string_view text) {
     std::string bytes;
     for (const char character : text) {
         bytes += character;
-        if (character == interpretAsCommand) {
+        if (character == INTERPRET_AS_COMMAND) {
             bytes += character;
         }
     }

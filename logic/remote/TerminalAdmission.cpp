@@ -8,7 +8,7 @@ namespace logic {
 
 namespace {
 
-constexpr std::string_view nobody = "none";
+constexpr std::string_view NOBODY = "none";
 
 // Digits only, and none in front that does nothing: some read "010" as eight.
 std::optional<std::uint32_t> ParseDecimal(std::string_view text, std::uint32_t maximum) {
@@ -57,7 +57,7 @@ std::optional<TerminalNetworks> TerminalNetworks::Parse(std::string_view text) {
         return parsed;
     }
     parsed.networks_.clear();
-    if (TrimBlanks(text) == nobody) {
+    if (TrimBlanks(text) == NOBODY) {
         return parsed;
     }
     for (std::string_view entry : SplitFields(text, ',')) {

@@ -10,9 +10,9 @@
 namespace logic {
 
 // What a terminal on the network shows when it is connected. On the telephone the prompt follows.
-constexpr std::string_view terminalWelcome =
+constexpr std::string_view TERMINAL_WELCOME =
     "\r\n*********************\r\nWelcome to OSMIR\r\n*********************\r\n";
-static_assert(terminalWelcome.size() == 66);
+static_assert(TERMINAL_WELCOME.size() == 66);
 
 // The characters since the last line end, behind the prompt that was sent in answer to it.
 class TerminalText {

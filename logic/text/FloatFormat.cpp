@@ -7,8 +7,8 @@ namespace logic {
 
 namespace {
 
-constexpr std::size_t maximumDigits = 3;        // of a width: a million blanks are no text to show
-constexpr std::size_t longestConversion = 1100; // a precision of 999 behind 39 digits, sign and point
+constexpr std::size_t MAXIMUM_DIGITS = 3;        // of a width: a million blanks are no text to show
+constexpr std::size_t LONGEST_CONVERSION = 1100; // a precision of 999 behind 39 digits, sign and point
 
 bool IsAsciiLetterOrDigit(char character) {
     return (character >= '0' && character <= '9') || (character >= 'A' && character <= 'Z') ||
@@ -24,7 +24,7 @@ std::size_t CountFront(std::string_view text, std::string_view characters) {
 bool SkipDigits(std::string_view& text) {
     const std::size_t count = CountFront(text, "0123456789");
     text.remove_prefix(count);
-    return count <= maximumDigits;
+    return count <= MAXIMUM_DIGITS;
 }
 
 // Removes one conversion, whose '%' is gone already, from the front.
@@ -103,7 +103,7 @@ std::string FormatFloatAs(const std::string& format, float value) {
     std::string_view behind = std::string_view(format).substr(begin + 1);
     SkipFloatConversion(behind);
     const std::string conversion = format.substr(begin, format.size() - behind.size() - begin);
-    char number[longestConversion];
+    char number[LONGEST_CONVERSION];
     std::snprintf(number, sizeof number, conversion.c_str(), static_cast<double>(value));
     return Literally(format.substr(0, begin)) + WithPoint(number) + Literally(behind);
 }

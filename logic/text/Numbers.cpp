@@ -167,7 +167,7 @@ std::optional<std::vector<float>> ParseFloats(std::string_view text) {
 }
 
 std::string FormatFloat(float value) {
-    char text[longestFloatText];
+    char text[LONGEST_FLOAT_TEXT];
     const auto result =
         std::to_chars(text, text + sizeof text, static_cast<double>(value), std::chars_format::general, 6);
     return {text, result.ptr};

@@ -46,7 +46,7 @@ std::optional<std::vector<float>> ParseFloats(std::string_view text);
 
 // As "%g" does: six significant digits, no trailing zeros. 12 characters at most.
 std::string FormatFloat(float value);
-constexpr std::size_t longestFloatText = 12;
+constexpr std::size_t LONGEST_FLOAT_TEXT = 12;
 // With that many digits behind the point, as "%.2f" does. The result can have more than 300 characters.
 std::string FormatFixed(double value, int digits);
 // As "%.2e" does.

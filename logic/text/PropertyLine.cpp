@@ -10,10 +10,10 @@ namespace logic {
 
 namespace {
 
-constexpr std::int32_t maximumCoordinate = 32767;
-constexpr std::size_t maximumClassName = 64;
-constexpr std::size_t maximumName = 63;
-constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+constexpr std::int32_t MAXIMUM_COORDINATE = 32767;
+constexpr std::size_t MAXIMUM_CLASS_NAME = 64;
+constexpr std::size_t MAXIMUM_NAME = 63;
+constexpr std::string_view BYTE_ORDER_MARK = "\xEF\xBB\xBF";
 
 // Takes the text up to the next blank and the blanks around it.
 std::string_view TakeWord(std::string_view& text) {
@@ -69,7 +69,7 @@ std::optional<Rectangle> ParseRectangle(std::string_view text) {
     }
     for (std::size_t i = 0; i < edges.size(); ++i) {
         const std::optional<std::int32_t> edge = ParseWholeInteger(fields[i]);
-        if (!edge || *edge < -maximumCoordinate || *edge > maximumCoordinate) {
+        if (!edge || *edge < -MAXIMUM_COORDINATE || *edge > MAXIMUM_COORDINATE) {
             return std::nullopt;
         }
         edges[i] = *edge;
@@ -91,7 +91,7 @@ std::optional<ControlHeader> ParseControlHeader(std::string_view value) {
     if (!extendedStyle || !name || !style || !rectangle) {
         return std::nullopt;
     }
-    if (className.empty() || className.size() > maximumClassName ||
+    if (className.empty() || className.size() > MAXIMUM_CLASS_NAME ||
         name->find('*') != std::string_view::npos) {
         return std::nullopt;
     }
@@ -114,7 +114,7 @@ std::size_t EntriesThatFit(std::string_view text) {
     std::size_t length = 0;
     for (const std::string& entry : SplitList(text)) {
         length += entry.size() + (entries > 0 ? 1 : 0);
-        if (length > maximumValue) {
+        if (length > MAXIMUM_VALUE) {
             break;
         }
         ++entries;
@@ -144,7 +144,7 @@ std::string FoldAddress(std::string_view address) {
 }
 
 std::string CleanName(std::string_view name) {
-    std::string clean(TrimBlanks(TrimBlanks(name).substr(0, maximumName)));
+    std::string clean(TrimBlanks(TrimBlanks(name).substr(0, MAXIMUM_NAME)));
     for (char& character : clean) {
         if (IsControl(character) || std::string_view("*=;\"%").find(character) != std::string_view::npos) {
             character = '_';
@@ -169,9 +169,9 @@ void LineReader::Finish() {
 
 // False while it cannot be told yet whether the stream starts with the mark.
 bool LineReader::SkipByteOrderMark() {
-    if (buffer.starts_with(byteOrderMark)) {
-        position = scanned = byteOrderMark.size();
-    } else if (!finished && byteOrderMark.starts_with(buffer)) {
+    if (buffer.starts_with(BYTE_ORDER_MARK)) {
+        position = scanned = BYTE_ORDER_MARK.size();
+    } else if (!finished && BYTE_ORDER_MARK.starts_with(buffer)) {
         return false;
     }
     started = true;

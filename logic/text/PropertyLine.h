@@ -12,7 +12,7 @@
 namespace logic {
 
 // Bytes of the longest value that a keyword can have.
-constexpr std::size_t maximumValue = 4095;
+constexpr std::size_t MAXIMUM_VALUE = 4095;
 
 // One line `[object*]keyword=value`. The views lie inside the line that was split, which must outlive them.
 struct PropertyLine {
@@ -98,7 +98,7 @@ class LineReader {
 public:
     // Longest usable line in bytes, without its line end: the longest value, and as much again for what
     // stands in front of it.
-    static constexpr std::size_t maximumLength = 2 * maximumValue + 1;
+    static constexpr std::size_t maximumLength = 2 * MAXIMUM_VALUE + 1;
     // What is left of a line that is not usable, for a message about it.
     static constexpr std::size_t excerptLength = 64;
 

@@ -149,9 +149,9 @@ TEST_CASE("a channel as text") {
     CheckRows(result, rows);
     CheckRefused(read, "", "x", ",,,,,,,", "bess12,80 kHz", "bess12,,,,3 dBu", ",,,,,upside", ",,,,,,1x",
                  ",,,,,,,7 parsecs", ",,,,,,,7 ms late", ",,,,3,normal,0,1 ms,4");
-    for (std::int32_t type = 0; type < crossoverTypeCount; ++type) {
+    for (std::int32_t type = 0; type < CROSSOVER_TYPE_COUNT; ++type) {
         const auto index = static_cast<std::size_t>(type);
-        for (const auto name : {crossoverKeys[index], crossoverNames[index]}) {
+        for (const auto name : {CROSSOVER_KEYS[index], CROSSOVER_NAMES[index]}) {
             CHECK(ReadFilters(std::string(name), {})->highPass.type == type);
         }
     }

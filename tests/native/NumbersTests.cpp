@@ -108,7 +108,7 @@ TEST_CASE("floats are written in as few digits as six need, large and small ones
         {0.0001F, "0.0001"},  {0.00001F, "1e-05"},      {largest, "3.40282e+38"}, {-infinity, "-inf"},
         {999999.5F, "1e+06"}, {1.0F / 3.0F, "0.333333"}};
     CheckRows(FormatFloat, rows);
-    CHECK(FormatFloat(-std::numeric_limits<float>::min()).size() == longestFloatText);
+    CHECK(FormatFloat(-std::numeric_limits<float>::min()).size() == LONGEST_FLOAT_TEXT);
 }
 
 TEST_CASE("values are rounded half away from zero to a multiple of the step") {

@@ -85,7 +85,7 @@ std::vector<Line> ReadBlocks(const std::vector<std::string>& blocks) {
 } // namespace
 
 TEST_CASE("as many entries of a list fit as a value has room for") {
-    std::string list(maximumValue - 4, 'x');
+    std::string list(MAXIMUM_VALUE - 4, 'x');
     CHECK(EntriesThatFit("") == 0);
     CHECK(EntriesThatFit(list + "; a ;b") == 3); // blanks are not kept
     CHECK(EntriesThatFit(list + ";a;bc") == 2);

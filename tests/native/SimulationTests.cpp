@@ -95,7 +95,7 @@ TEST_CASE("a follower approaches its source without passing it and arrives") {
         float current = -80.0F;
         int steps = 0;
         while (current != target && steps < 200'000) {
-            const float next = FollowStep(current, target, 20, maximumTimeConstant);
+            const float next = FollowStep(current, target, 20, MAXIMUM_TIME_CONSTANT);
             REQUIRE(std::fabs(target - next) < std::fabs(target - current));
             current = next;
             ++steps;

@@ -244,7 +244,7 @@ TEST_CASE("of what cannot be reached a connected control keeps what it holds") {
     }
 }
 
-TEST_CASE_FIXTURE(Fixture, "unknown types, polarities and units are put right by an edit of their part") {
+TEST_CASE_FIXTURE(Fixture, "unknown types, POLARITIES and units are put right by an edit of their part") {
     const HWND b = panel.Create("XOVER", "B");
     Load(b, "value=BUTT24,40,BESS12,900,2,inverted,1,5 ft");
     filters.held.highPass.type = 18;

@@ -259,7 +259,7 @@ void TerminalServer::Welcome() {
     TRACE("accepting %s\n", peerName_.Find(next_.address, stop_.Get()).c_str());
     terminal_.Restart();
     telnet_ = {};
-    Send(logic::terminalWelcome);
+    Send(logic::TERMINAL_WELCOME);
 }
 
 // The events of the client are not asked for: that would take longer than receiving. What has happened shows

@@ -56,7 +56,7 @@ void DataConnection::Run() {
         DataConnection& connection;
     } const end{*this};
     if (reading_.IsMade() && writing_.IsMade() && stop_.Get() != nullptr) {
-        sent_ = std::string(logic::terminalWelcome) + FIRST_PROMPT;
+        sent_ = std::string(logic::TERMINAL_WELCOME) + FIRST_PROMPT;
         port_.Write(writing_, sent_);
         Serve();
     }
