@@ -117,17 +117,15 @@ int DEVICE::OnParameterState(const char* keyword, DWORD* age) {
 int a_ParameterState(HOSTINFO* root, const char* address, DWORD* age) {
     PanelRoot* panel = PanelRoot::From(root);
     const char* star = address == nullptr ? nullptr : std::strrchr(address, '*');
+    DWORD unasked = NO_AGE;
+    DWORD& known = age != nullptr ? *age : unasked;
+    known = NO_AGE;
     if (panel == nullptr || star == nullptr) {
         return PARAMETER_NONE;
     }
     return Guarded(PARAMETER_NONE, [&] {
         auto* device = dynamic_cast<DEVICE*>(panel->Find(std::string(address, star)));
-        DWORD known = NO_AGE;
-        const int state = device == nullptr ? PARAMETER_NONE : device->OnParameterState(star + 1, &known);
-        if (age != nullptr) {
-            *age = known;
-        }
-        return state;
+        return device == nullptr ? PARAMETER_NONE : device->OnParameterState(star + 1, &known);
     });
 }
 
