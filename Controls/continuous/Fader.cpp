@@ -29,6 +29,7 @@ public:
         Redraw();
     }
     void Moved() override;
+    float Loaded(float number) const override { return number; } // as it is, even beyond the range
     void Send() override;
     void Poll() override;
     void Draw(HDC dc, const RECT& client) const override;
@@ -91,9 +92,7 @@ constexpr KeywordTable KEYWORDS({
         .Says("Length of the knob along its travel in pixels, from 1 on."),
     LAYER_KEYWORD,
     LEVEL_KEYWORD,
-    Property<&FADERPROPERTIES::RangeText, &FADERPROPERTIES::SetRangeText>("properties", KeywordKind::Numbers)
-        .Saved()
-        .Parts(RANGE_PARTS)
+    RANGE_KEYWORD.Parts(RANGE_PARTS)
         .Says("Minimum and maximum (whole numbers) and value, joined by `,`; the value, or maximum and "
               "value, may be left out. Sends the value, even one beyond the range."),
     Handled<&FADERPROPERTIES::RelativeKeyword>("relative", KeywordKind::Integer)

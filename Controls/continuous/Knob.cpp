@@ -24,18 +24,8 @@ public:
     bool BeginDrag(POINT point) override;
     void MoveDrag(POINT point) override;
     void Send() override;
-    float Loaded(float number) const override { return Limited(number); }
 
     logic::KnobRange Range() const { return {minimum, maximum, resolution}; }
-    float Limited(float number) const;
-    int ValueKeyword(VALUERECORD& record);
-    int RelativeKeyword(VALUERECORD& record) {
-        return RelativeModeKeyword(&record, *this, relativeMode.relative);
-    }
-    std::string Offsets() const { return relativeMode.Text(); }
-    bool SetOffsets(const std::string& text) { return relativeMode.Load(*this, text); }
-    std::string OffsetsCopy() const;
-    bool SetOffsetsCopy(const std::string& text) { return !IsRelative() || SetOffsets(text); }
 
     int dragOrigin = 0; // x of the last mouse position
     RelativeMode relativeMode;
@@ -62,15 +52,11 @@ constexpr KeywordTable KEYWORDS({
     INTERVAL_KEYWORD,
     NO_LAYER,
     NO_LAYER.Named("level"),
-    Property<&KNOBPROPERTIES::RangeText, &KNOBPROPERTIES::SetRangeText>("properties", KeywordKind::Numbers)
-        .Saved()
-        .Parts(RANGE_PARTS)
+    RANGE_KEYWORD.Parts(RANGE_PARTS)
         .Says(
             "Minimum and maximum (whole numbers) and value, joined by `,`; the value, or maximum and value, "
             "may be left out. Sends the value."),
-    Handled<&KNOBPROPERTIES::RelativeKeyword>("relative", KeywordKind::Integer)
-        .Saved()
-        .Options(RELATIVE_OPTIONS)
+    Relative<&KNOBPROPERTIES::relativeMode>("relative")
         .Says("Not 0: it moves every connected control by its own distance, kept in `values`, instead of "
               "setting all to one value. It has then at most 292 functions and connections."),
     Number<&KNOBPROPERTIES::resolution>("resolution")
@@ -80,14 +66,10 @@ constexpr KeywordTable KEYWORDS({
         .Says("Step of the arrow keys; Page Up and Page Down go ten steps, drags are rounded to it; 0 for no "
               "steps."),
     VALUE,
-    Property<&KNOBPROPERTIES::Offsets, &KNOBPROPERTIES::SetOffsets>("values", KeywordKind::Numbers)
-        .Saved()
-        .Says(
-            "Distances of the connected controls from the knob in relative mode, joined by `,`, in the order "
-            "of functions and connections."),
-    Property<&KNOBPROPERTIES::OffsetsCopy, &KNOBPROPERTIES::SetOffsetsCopy>("valuescopy",
-                                                                            KeywordKind::Numbers)
-        .Saved()
+    Offsets<&KNOBPROPERTIES::relativeMode>("values").Says(
+        "Distances of the connected controls from the knob in relative mode, joined by `,`, in the order "
+        "of functions and connections."),
+    OffsetsCopy<&KNOBPROPERTIES::relativeMode>("valuescopy")
         .Says("The same as `values` with a `,` behind each; empty, and nothing to load, unless the knob is "
               "relative."),
 });
@@ -98,27 +80,6 @@ KeywordList KNOBPROPERTIES::Keywords() const {
     return KEYWORDS.List();
 }
 
-int KNOBPROPERTIES::ValueKeyword(VALUERECORD& record) {
-    if (record.command == COMMAND_GET) {
-        return a_AnswerFloat(&record, value);
-    }
-    float number = 0;
-    if (record.command != COMMAND_SET || a_ReadFloat(&record, &number) == 0) {
-        return 0;
-    }
-    number = Limited(number);
-    if (record.datatype == DATATYPE_FLOAT) {
-        *static_cast<float*>(record.data) = number; // the caller learns the limit
-    }
-    return TakeValue(number) ? 1 : 0;
-}
-
-// Each offset with a comma behind it.
-std::string KNOBPROPERTIES::OffsetsCopy() const {
-    std::string text = IsRelative() ? Offsets() : "";
-    return text.empty() ? text : text + ",";
-}
-
 // Value
 
 int l_SendRequest(KNOBPROPERTIES* object, int command, int datatype, long value, int* result) {
@@ -127,13 +88,6 @@ int l_SendRequest(KNOBPROPERTIES* object, int command, int datatype, long value,
 
 int l_SendRequest(HOSTINFO* object, int command, int datatype, long value, int* result) {
     return RequestBy<KNOBPROPERTIES>(object, command, datatype, value, result);
-}
-
-// Of a reversed range, which leaves only its ends, each one is kept: a value that is saved comes back.
-float KNOBPROPERTIES::Limited(float number) const {
-    const auto low = static_cast<float>(minimum);
-    const auto high = static_cast<float>(maximum);
-    return number == low || number == high ? number : logic::Clamp(number, low, high);
 }
 
 void KNOBPROPERTIES::Send() {

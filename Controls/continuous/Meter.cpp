@@ -2,12 +2,11 @@
 // its own. Interval in milliseconds, geometry in pixels.
 
 #include "Controls/drawing/Shading.h"
-#include "Controls/families/FacedControl.h"
+#include "Controls/families/RangedNumber.h"
 #include "Controls/framework/Keywords.h"
 #include "Controls/resources/resource.h"
 #include "logic/controls/MeterLogic.h"
 #include "logic/text/Numbers.h"
-#include "logic/text/Ranges.h"
 
 #include <vector>
 
@@ -26,18 +25,17 @@ public:
     void Poll() override;
     void Draw(HDC dc, const RECT& client) const override;
 
-    bool IsReversed() const { return minimum >= maximum; } // grows downwards
-    int FillHeight(int height) const { return logic::FillHeight(value, minimum, maximum, height); }
+    bool IsReversed() const { return range.minimum >= range.maximum; } // grows downwards
+    int FillHeight(int height) const {
+        return logic::FillHeight(value, range.minimum, range.maximum, height);
+    }
     // Redraws only when it shows.
     void Show(int newValue);
 
     int ValueKeyword(VALUERECORD& record);
-    std::string RangeText() const;
-    bool SetRangeText(const std::string& text);
 
     int value = 0;
-    int minimum = 0;
-    int maximum = 0;
+    WholeRange range;
     logic::MeterCombination combine = logic::MeterCombination::Maximum;
 };
 
@@ -69,8 +67,7 @@ constexpr KeywordTable KEYWORDS({
     FUNCTION_KEYWORD,
     LAYER_KEYWORD,
     LEVEL_KEYWORD,
-    Property<&METERPROPERTIES::RangeText, &METERPROPERTIES::SetRangeText>("properties", KeywordKind::Numbers)
-        .Saved()
+    Range<&METERPROPERTIES::range>("properties")
         .Parts(RANGE_PARTS)
         .Says("Minimum and maximum (whole numbers), joined by `,`; the maximum may be left out."),
     VALUE,
@@ -97,21 +94,6 @@ int METERPROPERTIES::ValueKeyword(VALUERECORD& record) {
     return 1;
 }
 
-std::string METERPROPERTIES::RangeText() const {
-    return logic::RangeText(minimum, maximum);
-}
-
-bool METERPROPERTIES::SetRangeText(const std::string& text) {
-    const auto read = logic::ParseRange(text);
-    if (!read) {
-        return false;
-    }
-    minimum = read->minimum;
-    maximum = read->maximum.value_or(maximum);
-    Redraw();
-    return true;
-}
-
 void METERPROPERTIES::SetDefaults() {
     interval = 1; // every tick
     DragAcceptFiles(window, TRUE);
@@ -130,7 +112,7 @@ void METERPROPERTIES::Show(int newValue) {
 }
 
 void METERPROPERTIES::Poll() {
-    logic::MeterAnswers answers(combine, minimum, maximum);
+    logic::MeterAnswers answers(combine, range.minimum, range.maximum);
     int result = REQUEST_UNCHANGED;
     for (const REQUESTITEM& item : ItemsOf(requests)) {
         if (item.target == nullptr && item.handler == nullptr) {

@@ -1,12 +1,9 @@
 #pragma once
 
 #include "Controls/families/FacedControl.h"
-#include "Controls/resources/resource.h"
+#include "Controls/framework/Keywords.h"
 
 #include <string>
-
-// The two buttons of a dialog for the keyword `relative`.
-inline constexpr KEYWORDOPTION RELATIVE_OPTIONS[] = {{"0", IDC_ABSOLUTE}, {"1", IDC_RELATIVE}};
 
 // Base of the controls that hold one number over a range, which is sent to everything they are bound to.
 class RANGEDPROPERTIES : public FACEDPROPERTIES {
@@ -17,8 +14,10 @@ public:
 
     virtual void Send() = 0;
     virtual void Moved() { Redraw(); } // the value or the range is another one
+    // A number as far as it is within the range.
+    virtual float Limited(float number) const;
     // What becomes of a value that is loaded with its range.
-    virtual float Loaded(float number) const { return number; }
+    virtual float Loaded(float number) const { return Limited(number); }
 
     // Takes a value that is within the range already and, if it is a new one, shows and sends it. False when
     // nothing changed.
@@ -33,6 +32,8 @@ public:
         SendMessageA(window, CWM_MESSAGE, 0, reinterpret_cast<LPARAM>(&record));
     }
 
+    // The value itself: what is set is limited, and whoever sets it as a float learns the limit.
+    int ValueKeyword(VALUERECORD& record);
     // Answers a get of the value, unless the caller holds it already: an integer deliberately not when the
     // value has a fraction, a float when it is as good as the same.
     int AnswerValue(VALUERECORD& record) const;
@@ -42,3 +43,38 @@ public:
     float value = 0;
     float resolution = 0; // step of the keys; 0: continuous, and the step keys do nothing
 };
+
+// "minimum,maximum,value" of such a control.
+inline constexpr Keyword RANGE_KEYWORD =
+    Property<&RANGEDPROPERTIES::RangeText, &RANGEDPROPERTIES::SetRangeText>("properties",
+                                                                            KeywordKind::Numbers)
+        .Saved();
+
+// A range of whole numbers by itself.
+struct WholeRange {
+    int minimum = 0;
+    int maximum = 0;
+
+    // "minimum,maximum", of which the maximum may be missing where it is set. False when it is unreadable.
+    std::string Text() const;
+    bool Load(const std::string& text);
+};
+
+// The keyword of a range that is a member. The control is drawn anew when it is set.
+template <auto Member>
+constexpr Keyword Range(const char* name) {
+    return Row(name, KeywordKind::Numbers,
+               [](VALUERECORD* record, HOSTINFO* object) {
+                   auto& holder = HolderOf<Member>(object);
+                   if (record->command == COMMAND_GET) {
+                       return AnswerWith(record, (holder.*Member).Text());
+                   }
+                   const auto text = TextToSet(record);
+                   if (!text || !(holder.*Member).Load(*text)) {
+                       return 0;
+                   }
+                   holder.Redraw();
+                   return 1;
+               })
+        .Saved();
+}

@@ -30,6 +30,11 @@ std::string RelativeMode::Text() const {
     return text;
 }
 
+std::string RelativeMode::Copy() const {
+    const std::string text = relative != 0 ? Text() : "";
+    return text.empty() ? text : text + ",";
+}
+
 bool RelativeMode::Load(const CONTROLPROPERTIES& control, const std::string& text) {
     auto loaded = logic::ParseFloats(text);
     if (!loaded || !HasRoomForOffsets(control, loaded->size())) {

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Controls/OSMIRControlLib.h"
-#include "Controls/framework/Control.h"
+#include "Controls/framework/Keywords.h"
 
 #include <exception>
 #include <string>
@@ -21,10 +21,48 @@ struct RelativeMode {
     // be too many of them.
     std::string Text() const;
     bool Load(const CONTROLPROPERTIES& control, const std::string& text);
+    // The same with a "," behind each; nothing, and nothing to load, while it is off.
+    std::string Copy() const;
+    bool LoadCopy(const CONTROLPROPERTIES& control, const std::string& text) {
+        return relative == 0 || Load(control, text);
+    }
 
 private:
     bool areLoaded_ = false; // the offsets
 };
+
+// Keywords of a member that is the relative mode of its control.
+
+template <auto Mode>
+constexpr Keyword Relative(const char* name) {
+    return Row(name, KeywordKind::Integer,
+               [](VALUERECORD* record, HOSTINFO* object) {
+                   auto& control = HolderOf<Mode>(object);
+                   return RelativeModeKeyword(record, control, (control.*Mode).relative);
+               })
+        .Saved()
+        .Options(RELATIVE_OPTIONS);
+}
+
+// Its offsets, and their copy.
+template <auto Mode, auto Get = &RelativeMode::Text, auto Load = &RelativeMode::Load>
+constexpr Keyword Offsets(const char* name) {
+    return Row(name, KeywordKind::Numbers,
+               [](VALUERECORD* record, HOSTINFO* object) {
+                   auto& control = HolderOf<Mode>(object);
+                   RelativeMode& mode = control.*Mode;
+                   if (record->command == COMMAND_GET) {
+                       return AnswerWith(record, (mode.*Get)());
+                   }
+                   const auto text = TextToSet(record);
+                   return text && (mode.*Load)(control, *text) ? 1 : 0;
+               })
+        .Saved();
+}
+template <auto Mode>
+constexpr Keyword OffsetsCopy(const char* name) {
+    return Offsets<Mode, &RelativeMode::Copy, &RelativeMode::LoadCopy>(name);
+}
 
 // Sends a request as the mode says: absolute to the whole list, relative to each connected control with its
 // offset added to the current value, as an integer, a float or a text; of another datatype nothing is sent.

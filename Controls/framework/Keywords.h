@@ -254,3 +254,6 @@ inline constexpr Keyword LEVEL_KEYWORD =
 // The default value of a control that has none.
 inline constexpr Keyword NO_VALUE_KEYWORD =
     Row(" ", KeywordKind::Text, nullptr).Says("Nothing; it can be neither set nor read.");
+
+// The two buttons of a dialog for the keyword `relative`.
+inline constexpr KEYWORDOPTION RELATIVE_OPTIONS[] = {{"0", IDC_ABSOLUTE}, {"1", IDC_RELATIVE}};
