@@ -34,9 +34,11 @@ public:
     bool Declare(const std::string& keyword, const std::string& text);
 
 private:
-    struct Parameter : DeviceParameter {
+    struct Place { // in front of the value: both are needed whenever it is asked for
         SimulatedDevice* device = nullptr;
         int index = 0; // from 1 on
+    };
+    struct Parameter : Place, DeviceParameter {
         std::optional<logic::Wave> wave;
         std::optional<logic::Follow> follow;
         std::vector<std::string> added;  // parameters whose values are added
