@@ -7,9 +7,14 @@
 #include "base/Guard.h"
 #include "logic/controls/Layers.h"
 
+#include <atomic>
 #include <cstdio>
 
 namespace {
+
+// The last write that failed.
+std::atomic<HANDLE> failedFile = nullptr;
+std::atomic<DWORD> failedReason = ERROR_SUCCESS;
 
 DWORD Write(HANDLE file, const std::string& text) {
     return a_WriteText(file, text.data(), text.size()) != 0 ? DWORD{ERROR_SUCCESS} : GetLastError();
@@ -79,6 +84,11 @@ private:
     bool made_ = false; // and closed
 };
 
+void PanelSaving::NoteFailure(HANDLE file, DWORD reason) {
+    failedReason = reason;
+    failedFile = file;
+}
+
 DWORD PanelSaving::WriteObject(HOSTINFO& object, HANDLE file) {
     DWORD error = Ask(object, SAVE_PROPERTIES, file);
     if (error == ERROR_SUCCESS && object.kind != KIND_ROOT &&
@@ -109,9 +119,13 @@ DWORD PanelSaving::WriteAll(PanelRoot& root, HANDLE file) {
         const auto text = ObjectText(object, *collector, Purpose::PanelFile);
         return text ? Write(file, *text) : DWORD{ERROR_NOT_ENOUGH_MEMORY};
     };
+    failedFile = nullptr;
     DWORD error = write(root);
     for (HOSTINFO* control : root.Controls()) {
         error = error == ERROR_SUCCESS ? write(*control) : error;
+    }
+    if (error == ERROR_SUCCESS && failedFile == file) {
+        error = failedReason;
     }
     if (error == ERROR_SUCCESS && !FlushFileBuffers(file)) {
         const DWORD reason = GetLastError();

@@ -18,6 +18,9 @@ public:
     static std::optional<std::string> ObjectText(HOSTINFO& object, TextCollector& collector, Purpose purpose);
     // Writes the lines that the object itself has. The system's reason when one was lost.
     static DWORD WriteObject(HOSTINFO& object, HANDLE file);
+    // A write to that file failed. A control of others may not look at it, and the file that it leaves
+    // incomplete must not take the place of the old one.
+    static void NoteFailure(HANDLE file, DWORD reason);
 
 private:
     class File;

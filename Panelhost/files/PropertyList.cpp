@@ -4,6 +4,7 @@
 
 #include "Panelhost/Hostinfo.h"
 #include "Panelhost/Messages.h"
+#include "Panelhost/files/PanelSaving.h"
 #include "Panelhost/files/TextCollector.h"
 
 #include <commctrl.h>
@@ -35,10 +36,9 @@ LRESULT a_ListProperties(HOSTINFO* object, const KEYWORDROW* table, HWND listVie
     return 0;
 }
 
-int a_WriteText(HANDLE file, const char* text, std::size_t length) {
-    if (length == 0) {
-        return 1;
-    }
+namespace {
+
+int WriteAll(HANDLE file, const char* text, std::size_t length) {
     if (const auto collected = TextCollector::Append(file, text, length)) {
         if (!*collected) {
             SetLastError(ERROR_NOT_ENOUGH_MEMORY);
@@ -57,4 +57,14 @@ int a_WriteText(HANDLE file, const char* text, std::size_t length) {
         return 0;
     }
     return 1;
+}
+
+} // namespace
+
+int a_WriteText(HANDLE file, const char* text, std::size_t length) {
+    if (length == 0 || WriteAll(file, text, length) != 0) {
+        return 1;
+    }
+    PanelSaving::NoteFailure(file, GetLastError());
+    return 0;
 }
