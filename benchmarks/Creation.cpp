@@ -30,7 +30,7 @@ Workload CreateAndDestroy(int windowsOfEach, const std::function<HWND(int)>& cre
 
 void MeasureCreation(Report& report) {
     const BenchPanel panel(false);
-    for (const auto& [className, name, bindings, windows, systemClass] : Subjects()) {
+    for (const auto& [className, name, bindings, windows, systemClass, isStrip] : Subjects()) {
         const HWND probe = panel.Add(className, 0);
         if (probe == nullptr) {
             report.Fail(name, "it cannot be created");

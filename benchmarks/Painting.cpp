@@ -28,7 +28,7 @@ void MeasurePainting(Report& report) {
     const BenchPanel panel(true);
     const HWND blit = panel.Add(BLIT_CLASS, 0);
     const HWND trackbar = panel.Add(TRACKBAR_CLASSA, 4);
-    for (const auto& [className, name, bindings, windows, systemClass] : Subjects()) {
+    for (const auto& [className, name, bindings, windows, systemClass, isStrip] : Subjects()) {
         const HWND control = panel.Add(className, 8);
         if (control == nullptr) {
             report.Fail(name, "it cannot be created");

@@ -35,7 +35,7 @@ std::vector<Subject> FindSubjects() {
         const KEYWORDROW* table = a_FromWindow(control)->GetHostinfoTable();
         const bool isBound = a_FindKeyword(table, "function") >= 0;
         subjects.push_back({one->windowClass, one->name, isBound ? "function=AMP1*gain1;AMP1*gain2" : "",
-                            WindowsIn(control), one->systemClass});
+                            WindowsIn(control), one->systemClass, one->group == PH_GROUP_STRIPS});
         tables.push_back(table);
         DestroyWindow(control);
     }

@@ -13,6 +13,7 @@ struct Subject {
     std::string bindings;    // a property line; empty for none
     int windows = 1;         // that it is made of, itself included; fewer of it are made where there are more
     const char* systemClass; // that it stands on: its yardstick in place of a bare window; null for none
+    bool isStrip;            // whose value is that of a child, asked by a second message
 };
 const std::vector<Subject>& Subjects();
 

@@ -19,7 +19,7 @@ constexpr int PITCH = 15;
 constexpr int FIRST_LINE = 50;
 constexpr int MOST_IN_ONE_COLUMN = 5;
 constexpr int NARROW = 332; // as wide as those of knob, fader and meter
-constexpr int WIDE = 432;
+constexpr int WIDE = 452;
 constexpr int LIST_DROPPED = 60;
 constexpr int CHOOSER_WIDTH = 18;
 constexpr int GAP = 4;
@@ -118,16 +118,17 @@ struct Column {
     int label, labelWidth, field, fieldWidth;
 };
 constexpr Column ONLY{18, 115, 141, 148};
-constexpr Column LEFT{18, 84, 106, 102};
-constexpr Column RIGHT{232, 94, 328, 94};
-constexpr Column ROW{18, 84, 106, 316};
+constexpr Column LEFT{18, 106, 126, 94};
+constexpr Column RIGHT{238, 106, 346, 94};
+constexpr Column ROW{18, 106, 126, 314};
 
 bool NeedsRow(const DialogField& field) {
     return field.preview != 0 || field.info->kind == KeywordKind::Line;
 }
 
 void AddField(Template& dialog, const DialogField& field, const Column& column, int top) {
-    dialog.Label(field.label, {column.label, top, column.labelWidth, LINE_HEIGHT});
+    dialog.Add(WC_STATICA, field.label, -1, SS_LEFT | SS_CENTERIMAGE | WS_GROUP,
+               {column.label, top, column.labelWidth, LINE_HEIGHT});
     const bool hasChooser = field.chooser != 0;
     const int width = column.fieldWidth - (hasChooser ? CHOOSER_WIDTH + GAP : 0);
     const Box place{column.field, top, width, LINE_HEIGHT};
@@ -136,7 +137,8 @@ void AddField(Template& dialog, const DialogField& field, const Column& column, 
         dialog.List(field.item, {column.field, top - 1, width, LIST_DROPPED});
         break;
     case DialogField::Editor::Picture:
-        dialog.Add(WC_STATICA, "-", field.item, SS_LEFT | SS_NOPREFIX | SS_PATHELLIPSIS | WS_GROUP, place);
+        dialog.Add(WC_STATICA, "-", field.item,
+                   SS_LEFT | SS_CENTERIMAGE | SS_NOPREFIX | SS_PATHELLIPSIS | WS_GROUP, place);
         break;
     default:
         dialog.Add(WC_EDITA, "", field.item, ES_LEFT | ES_AUTOHSCROLL | WS_BORDER | WS_TABSTOP, place);
@@ -157,9 +159,9 @@ int AddRow(Template& dialog, const DialogField& field, int top) {
         below += height + GAP;
     }
     if (field.info->kind == KeywordKind::Line) {
-        constexpr Box OBJECT{106, 0, 134, 120};
-        constexpr Box KEYWORD{246, 0, 114, 120};
-        constexpr Box INSERT{366, 0, 56, 13};
+        constexpr Box OBJECT{126, 0, 128, 120};
+        constexpr Box KEYWORD{260, 0, 118, 120};
+        constexpr Box INSERT{384, 0, 56, 13};
         const auto at = [below](Box place) {
             place.top = below;
             return place;
