@@ -141,6 +141,13 @@ CONTROLPROPERTIES* CreateProperties() {
     return new Properties;
 }
 
+// The implementation by that property class and window procedure; see ControlImplementation.
+template <class Properties>
+constexpr ControlImplementation Implement(WNDPROC procedure, int dialog = NO_DIALOG, const char* purpose = "",
+                                          ControlImplementation::Share share = nullptr) {
+    return {CreateProperties<Properties>, procedure, purpose, dialog, share};
+}
+
 // The items of a list, to be asked one by one: the list may be built anew meanwhile.
 inline std::vector<REQUESTITEM> ItemsOf(const REQUESTLIST& requests) {
     return {requests.begin(), requests.end()};

@@ -392,10 +392,8 @@ public:
 
 } // namespace
 
-extern const ControlImplementation midiControl{
-    .create = CreateProperties<MIDIPROPERTIES>,
-    .procedure = InterfaceProc,
-    .purpose =
-        "Eight values that are sent to, and received from, MIDI ports as pitch bends on the channels 1 to "
-        "8. See [interface controls](interface-controls.md#midi).",
-    .share = SharePicture<MidiPicture>};
+extern const ControlImplementation midiControl = Implement<MIDIPROPERTIES>(
+    InterfaceProc, NO_DIALOG,
+    "Eight values that are sent to, and received from, MIDI ports as pitch bends on the channels 1 to "
+    "8. See [interface controls](interface-controls.md#midi).",
+    SharePicture<MidiPicture>);

@@ -122,10 +122,8 @@ private:
 
 } // namespace
 
-extern const ControlImplementation networkControl{
-    .create = CreateProperties<NETWORKPROPERTIES>,
-    .procedure = InterfaceProc,
-    .purpose =
-        "Terminal server on TCP port 23 through which properties are set by [typed lines](terminal.md), "
-        "and trace of a CAN interface. Seen only while the panel is edited.",
-    .share = SharePicture<NetworkResources>};
+extern const ControlImplementation networkControl = Implement<NETWORKPROPERTIES>(
+    InterfaceProc, NO_DIALOG,
+    "Terminal server on TCP port 23 through which properties are set by [typed lines](terminal.md), "
+    "and trace of a CAN interface. Seen only while the panel is edited.",
+    SharePicture<NetworkResources>);

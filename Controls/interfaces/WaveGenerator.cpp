@@ -114,7 +114,5 @@ bool WAVEGENERATORPROPERTIES::Generate(int seconds) {
     return false;
 }
 
-extern const ControlImplementation waveGeneratorControl{.create = CreateProperties<WAVEGENERATORPROPERTIES>,
-                                                        .procedure = InterfaceProc,
-                                                        .purpose = "Writes a sine tone into a wave file.",
-                                                        .share = SharePicture<>};
+extern const ControlImplementation waveGeneratorControl = Implement<WAVEGENERATORPROPERTIES>(
+    InterfaceProc, NO_DIALOG, "Writes a sine tone into a wave file.", SharePicture<>);
