@@ -33,9 +33,6 @@ std::string Read(std::string_view bytes, const std::function<std::size_t()>& blo
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    if (size == 0) {
-        return 0;
-    }
     FuzzInput input(data, size);
     const std::string& bytes = input.bytes;
     DescribeCanRecord(bytes);

@@ -11,14 +11,19 @@ inline void Require(bool condition) {
     }
 }
 
-// The first byte chooses what a run does with the rest. There must be one.
+// The first byte chooses what a run does with the rest.
 struct FuzzInput {
-    FuzzInput(const std::uint8_t* data, std::size_t size) : choice(data[0]), bytes(data + 1, data + size) {}
+    FuzzInput(const std::uint8_t* data, std::size_t size) {
+        if (size > 0) {
+            choice = data[0];
+            bytes.assign(data + 1, data + size);
+        }
+    }
 
     // Makes it longer than any line may be.
     void Lengthen(char filler) { bytes.insert(bytes.size() / 2, 4000U + choice, filler); }
 
-    std::uint8_t choice;
+    std::uint8_t choice = 0;
     std::string bytes;
 };
 

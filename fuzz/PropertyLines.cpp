@@ -74,9 +74,6 @@ void CheckLine(const std::string& text) {
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    if (size == 0) {
-        return 0;
-    }
     FuzzInput input(data, size);
     const std::string& bytes = input.bytes;
     if (input.choice % 2 == 1) {

@@ -5,9 +5,6 @@
 using namespace logic;
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    if (size == 0) {
-        return 0;
-    }
     const FuzzInput input(data, size);
     if (const auto copy = ParseRecoveryText(input.bytes)) {
         const auto again = ParseRecoveryText(RecoveryText(*copy));

@@ -125,9 +125,6 @@ void CheckTelephone(std::uint8_t choice, const std::string& bytes) {
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    if (size == 0) {
-        return 0;
-    }
     FuzzInput input(data, size);
     const auto& [choice, bytes] = input;
     if (choice % 4 == 1) {

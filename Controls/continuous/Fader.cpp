@@ -9,6 +9,7 @@
 #include "Controls/families/ValueTip.h"
 #include "Controls/framework/Keywords.h"
 #include "Controls/resources/resource.h"
+#include "Panelhost/PropertyList.h"
 #include "logic/controls/FaderLogic.h"
 #include "logic/text/Numbers.h"
 
@@ -70,9 +71,6 @@ namespace {
 
 constexpr int MAXIMUM_KNOB_HEIGHT = 16384; // as large as an image can be
 
-constexpr KEYWORDPART RANGE_PARTS[] = {{"Maximum Value", IDC_MAXIMUM, 1, 1},
-                                       {"Minimum Value", IDC_MINIMUM, 0, 0}};
-
 constexpr Keyword VALUE = Handled<&FADERPROPERTIES::ValueKeyword>("value", KeywordKind::Number)
                               .Says("The number. Set, it is limited to the range and, unless it is the old "
                                     "one, sent to everything the fader is bound to.");
@@ -92,7 +90,7 @@ constexpr KeywordTable KEYWORDS({
         .Says("Length of the knob along its travel in pixels, from 1 on."),
     LAYER_KEYWORD,
     LEVEL_KEYWORD,
-    RANGE_KEYWORD.Parts(RANGE_PARTS)
+    RANGE_KEYWORD.Parts(RANGE_PARTS<1, 0>)
         .Says("Minimum and maximum (whole numbers) and value, joined by `,`; the value, or maximum and "
               "value, may be left out. Sends the value, even one beyond the range."),
     Handled<&FADERPROPERTIES::RelativeKeyword>("relative", KeywordKind::Integer)
@@ -328,10 +326,8 @@ LRESULT CALLBACK FaderProc(HWND window, UINT message, WPARAM wParam, LPARAM lPar
 
 } // namespace
 
-extern const ControlImplementation faderControl{
-    .create = CreateProperties<FADERPROPERTIES>,
-    .procedure = FaderProc,
-    .purpose = "A number as a knob on a straight track that is dragged, turned by the wheel or stepped by "
-               "keys. Wider than high it is horizontal.",
-    .dialog = IDD_FADER,
-    .share = SharePopupTooltip};
+extern const ControlImplementation faderControl = Implement<FADERPROPERTIES>(
+    FaderProc, IDD_FADER,
+    "A number as a knob on a straight track that is dragged, turned by the wheel or stepped by "
+    "keys. Wider than high it is horizontal.",
+    SharePopupTooltip);

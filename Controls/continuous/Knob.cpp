@@ -35,9 +35,6 @@ public:
 
 namespace {
 
-constexpr KEYWORDPART RANGE_PARTS[] = {{"Maximum Value", IDC_MAXIMUM, 1, 2},
-                                       {"Minimum Value", IDC_MINIMUM, 0, 2}};
-
 constexpr Keyword VALUE = Handled<&KNOBPROPERTIES::ValueKeyword>("value", KeywordKind::Number)
                               .Says("The number. Set, it is limited to the range and, unless it is the old "
                                     "one, sent to everything the knob is bound to.");
@@ -52,7 +49,7 @@ constexpr KeywordTable KEYWORDS({
     INTERVAL_KEYWORD,
     NO_LAYER,
     NO_LAYER.Named("level"),
-    RANGE_KEYWORD.Parts(RANGE_PARTS)
+    RANGE_KEYWORD.Parts(RANGE_PARTS<2, 2>)
         .Says(
             "Minimum and maximum (whole numbers) and value, joined by `,`; the value, or maximum and value, "
             "may be left out. Sends the value."),
@@ -166,8 +163,5 @@ LRESULT CALLBACK KnobProc(HWND window, UINT message, WPARAM wParam, LPARAM lPara
 
 } // namespace
 
-extern const ControlImplementation knobControl{
-    .create = CreateProperties<KNOBPROPERTIES>,
-    .procedure = KnobProc,
-    .purpose = "A number as a rotary knob that is dragged sideways or turned by keys.",
-    .dialog = IDD_KNOB};
+extern const ControlImplementation knobControl = Implement<KNOBPROPERTIES>(
+    KnobProc, IDD_KNOB, "A number as a rotary knob that is dragged sideways or turned by keys.");

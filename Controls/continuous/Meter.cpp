@@ -43,9 +43,6 @@ public:
 
 namespace {
 
-constexpr KEYWORDPART RANGE_PARTS[] = {{"Maximum Value", IDC_MAXIMUM, 1, 1},
-                                       {"Minimum Value", IDC_MINIMUM, 0, 1}};
-
 constexpr Keyword VALUE = Handled<&METERPROPERTIES::ValueKeyword>("value", KeywordKind::Integer)
                               .Says("The number. Set, it is shown and, unless it is the old one, sent to "
                                     "everything the meter is bound to.");
@@ -68,7 +65,7 @@ constexpr KeywordTable KEYWORDS({
     LAYER_KEYWORD,
     LEVEL_KEYWORD,
     Range<&METERPROPERTIES::range>("properties")
-        .Parts(RANGE_PARTS)
+        .Parts(RANGE_PARTS<1, 1>)
         .Says("Minimum and maximum (whole numbers), joined by `,`; the maximum may be left out."),
     VALUE,
 });
@@ -150,10 +147,7 @@ void METERPROPERTIES::Draw(HDC dc, const RECT& client) const {
     DrawShadedColumns(dc, bar, BAR_COLOUR);
 }
 
-extern const ControlImplementation meterControl{
-    .create = CreateProperties<METERPROPERTIES>,
-    .procedure = IndicatorProc,
-    .purpose =
-        "A whole number, or several combined, as a bar. With a minimum that is not below the maximum it "
-        "grows downwards.",
-    .dialog = IDD_METER};
+extern const ControlImplementation meterControl = Implement<METERPROPERTIES>(
+    IndicatorProc, IDD_METER,
+    "A whole number, or several combined, as a bar. With a minimum that is not below the maximum it "
+    "grows downwards.");

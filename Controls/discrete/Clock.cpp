@@ -279,7 +279,5 @@ LRESULT CALLBACK ClockProc(HWND window, UINT message, WPARAM wParam, LPARAM lPar
 
 } // namespace
 
-extern const ControlImplementation clockControl{.create = CreateProperties<CLOCKPROPERTIES>,
-                                                .procedure = ClockProc,
-                                                .purpose = "Local time, weekday and date as text.",
-                                                .share = ShareTooltip};
+extern const ControlImplementation clockControl =
+    Implement<CLOCKPROPERTIES>(ClockProc, NO_DIALOG, "Local time, weekday and date as text.", ShareTooltip);

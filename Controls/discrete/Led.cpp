@@ -127,8 +127,6 @@ void LEDPROPERTIES::Draw(HDC dc, const RECT& client) const {
     }
 }
 
-extern const ControlImplementation ledControl{
-    .create = CreateProperties<LEDPROPERTIES>,
-    .procedure = IndicatorProc,
-    .purpose = "A lamp that is lit from a value upwards, or an image of which the value picks a frame.",
-    .dialog = LAID_OUT};
+extern const ControlImplementation ledControl = Implement<LEDPROPERTIES>(
+    IndicatorProc, LAID_OUT,
+    "A lamp that is lit from a value upwards, or an image of which the value picks a frame.");

@@ -259,9 +259,7 @@ LRESULT CALLBACK PushButtonProc(HWND window, UINT message, WPARAM wParam, LPARAM
 
 } // namespace
 
-extern const ControlImplementation pushButtonControl{
-    .create = CreateProperties<PUSHBUTTONPROPERTIES>,
-    .procedure = PushButtonProc,
-    .purpose = "A button that sends one number when pressed and another when released, or steps what it is "
-               "bound to up or down.",
-    .dialog = LAID_OUT};
+extern const ControlImplementation pushButtonControl = Implement<PUSHBUTTONPROPERTIES>(
+    PushButtonProc, LAID_OUT,
+    "A button that sends one number when pressed and another when released, or steps what it is "
+    "bound to up or down.");

@@ -163,10 +163,8 @@ LRESULT CALLBACK StaticProc(HWND window, UINT message, WPARAM wParam, LPARAM lPa
 
 } // namespace
 
-extern const ControlImplementation staticControl{
-    .create = CreateProperties<STATICPROPERTIES>,
-    .procedure = StaticProc,
-    .purpose = "A line of text, fixed or following what it is bound to; one that does not fit stands in full "
-               "in the tooltip.",
-    .dialog = LAID_OUT,
-    .share = ShareTooltip};
+extern const ControlImplementation staticControl = Implement<STATICPROPERTIES>(
+    StaticProc, LAID_OUT,
+    "A line of text, fixed or following what it is bound to; one that does not fit stands in full "
+    "in the tooltip.",
+    ShareTooltip);

@@ -232,9 +232,6 @@ void SWITCHBUTTONPROPERTIES::Draw(HDC dc, const RECT& client) const {
                 shown == SwitchFace::On ? textColorPressed : textColorReleased);
 }
 
-extern const ControlImplementation switchButtonControl{
-    .create = CreateProperties<SWITCHBUTTONPROPERTIES>,
-    .procedure = ButtonProc,
-    .purpose =
-        "A button that stays on or off, sends a number at each change and follows what it is bound to.",
-    .dialog = LAID_OUT};
+extern const ControlImplementation switchButtonControl = Implement<SWITCHBUTTONPROPERTIES>(
+    ButtonProc, LAID_OUT,
+    "A button that stays on or off, sends a number at each change and follows what it is bound to.");

@@ -2,6 +2,7 @@
 
 #include "Controls/families/FacedControl.h"
 #include "Controls/framework/Keywords.h"
+#include "Controls/resources/resource.h"
 
 #include <string>
 
@@ -49,6 +50,12 @@ inline constexpr Keyword RANGE_KEYWORD =
     Property<&RANGEDPROPERTIES::RangeText, &RANGEDPROPERTIES::SetRangeText>("properties",
                                                                             KeywordKind::Numbers)
         .Saved();
+
+// The fields of such a keyword in a dialog. The line that each sends ends with the number (from 0 on) that is
+// given here.
+template <int SentByMaximum, int SentByMinimum>
+inline constexpr KEYWORDPART RANGE_PARTS[] = {{"Maximum Value", IDC_MAXIMUM, 1, SentByMaximum},
+                                              {"Minimum Value", IDC_MINIMUM, 0, SentByMinimum}};
 
 // A range of whole numbers by itself.
 struct WholeRange {

@@ -1,7 +1,8 @@
 #pragma once
 
 #include "Controls/framework/ControlClass.h"
-#include "Panelhost/Panelhost.h"
+#include "Panelhost/Hostinfo.h"
+#include "Panelhost/Root.h"
 #include "logic/text/PropertyLine.h"
 
 #include <optional>
@@ -139,6 +140,13 @@ bool AskForValue(const REQUESTLIST& requests, int datatype, void* value);
 template <class Properties>
 CONTROLPROPERTIES* CreateProperties() {
     return new Properties;
+}
+
+// The implementation by that property class and window procedure; see ControlImplementation.
+template <class Properties>
+constexpr ControlImplementation Implement(WNDPROC procedure, int dialog = NO_DIALOG, const char* purpose = "",
+                                          ControlImplementation::Share share = nullptr) {
+    return {CreateProperties<Properties>, procedure, purpose, dialog, share};
 }
 
 // The items of a list, to be asked one by one: the list may be built anew meanwhile.

@@ -18,14 +18,15 @@ constexpr int LAID_OUT = -1;
 
 // What a control adds to the common part.
 struct ControlImplementation {
+    using Share = std::unique_ptr<SharedResources> (*)(const ControlClass& controlClass, HINSTANCE module);
+
     CONTROLPROPERTIES* (*create)();
     WNDPROC procedure;
     const char* purpose = ""; // for the reference; empty when each class says its own
     // The parameter dialog: a template of the library, LAID_OUT for one that follows from the keywords, or
     // NO_DIALOG.
-    int dialog = 0;
-    // What its windows share.
-    std::unique_ptr<SharedResources> (*share)(const ControlClass& controlClass, HINSTANCE module) = nullptr;
+    int dialog = NO_DIALOG;
+    Share share = nullptr; // what its windows share
     // Of a superclassed control: the style that its window gets in place of the one it is created with.
     DWORD (*windowStyle)(DWORD asked) = nullptr;
 };

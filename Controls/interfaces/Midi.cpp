@@ -7,6 +7,7 @@
 #include "Controls/framework/Control.h"
 #include "Controls/framework/Keywords.h"
 #include "Controls/interfaces/midi/MidiDriver.h"
+#include "Panelhost/Trace.h"
 #include "base/Gdi.h"
 #include "base/Threads.h"
 #include "logic/controls/PitchBend.h"
@@ -392,10 +393,8 @@ public:
 
 } // namespace
 
-extern const ControlImplementation midiControl{
-    .create = CreateProperties<MIDIPROPERTIES>,
-    .procedure = InterfaceProc,
-    .purpose =
-        "Eight values that are sent to, and received from, MIDI ports as pitch bends on the channels 1 to "
-        "8. See [interface controls](interface-controls.md#midi).",
-    .share = SharePicture<MidiPicture>};
+extern const ControlImplementation midiControl = Implement<MIDIPROPERTIES>(
+    InterfaceProc, NO_DIALOG,
+    "Eight values that are sent to, and received from, MIDI ports as pitch bends on the channels 1 to "
+    "8. See [interface controls](interface-controls.md#midi).",
+    SharePicture<MidiPicture>);

@@ -46,8 +46,7 @@ constexpr KeywordTable KEYWORDS({
     Handled<&NETWORKPROPERTIES::CanKeyword>("can", KeywordKind::Text)
         .Flagged(KEYWORD_CLOSED)
         .Says("Host and port, joined by `:`, that a connection to a CAN interface is made to, whose records "
-              "are "
-              "described on the trace; empty ends it. Not kept."),
+              "are described on the trace; empty ends it. Not kept."),
     Refused("connection").Says("Refused; the terminal reaches every object by name."),
     INTERVAL_KEYWORD.Says("Kept in milliseconds; nothing happens when it has passed."),
     LAYER_KEYWORD,
@@ -122,10 +121,8 @@ private:
 
 } // namespace
 
-extern const ControlImplementation networkControl{
-    .create = CreateProperties<NETWORKPROPERTIES>,
-    .procedure = InterfaceProc,
-    .purpose =
-        "Terminal server on TCP port 23 through which properties are set by [typed lines](terminal.md), "
-        "and trace of a CAN interface. Seen only while the panel is edited.",
-    .share = SharePicture<NetworkResources>};
+extern const ControlImplementation networkControl = Implement<NETWORKPROPERTIES>(
+    InterfaceProc, NO_DIALOG,
+    "Terminal server on TCP port 23 through which properties are set by [typed lines](terminal.md), "
+    "and trace of a CAN interface. Seen only while the panel is edited.",
+    SharePicture<NetworkResources>);

@@ -5,6 +5,7 @@
 #include "Controls/framework/Control.h"
 #include "Controls/framework/Keywords.h"
 #include "Controls/interfaces/telephone/DataConnection.h"
+#include "Panelhost/Trace.h"
 
 #include <tapi.h>
 
@@ -266,10 +267,8 @@ void CALLBACK LineCallback(DWORD device, DWORD message, DWORD_PTR instance, DWOR
 
 } // namespace
 
-extern const ControlImplementation telephoneControl{
-    .create = CreateProperties<TELEPHONEPROPERTIES>,
-    .procedure = InterfaceProc,
-    .purpose =
-        "Answers data calls on a modem and lets the caller set properties at a terminal. See [interface "
-        "controls](interface-controls.md#telephone).",
-    .share = SharePicture<>};
+extern const ControlImplementation telephoneControl = Implement<TELEPHONEPROPERTIES>(
+    InterfaceProc, NO_DIALOG,
+    "Answers data calls on a modem and lets the caller set properties at a terminal. See [interface "
+    "controls](interface-controls.md#telephone).",
+    SharePicture<>);

@@ -5,6 +5,7 @@
 #include "Controls/framework/Control.h"
 #include "Controls/framework/Keywords.h"
 #include "Controls/interfaces/wave/ToneGenerator.h"
+#include "Panelhost/Trace.h"
 #include "base/Threads.h"
 #include "logic/controls/TestTone.h"
 
@@ -114,7 +115,5 @@ bool WAVEGENERATORPROPERTIES::Generate(int seconds) {
     return false;
 }
 
-extern const ControlImplementation waveGeneratorControl{.create = CreateProperties<WAVEGENERATORPROPERTIES>,
-                                                        .procedure = InterfaceProc,
-                                                        .purpose = "Writes a sine tone into a wave file.",
-                                                        .share = SharePicture<>};
+extern const ControlImplementation waveGeneratorControl = Implement<WAVEGENERATORPROPERTIES>(
+    InterfaceProc, NO_DIALOG, "Writes a sine tone into a wave file.", SharePicture<>);

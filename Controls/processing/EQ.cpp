@@ -6,6 +6,8 @@
 #include "Controls/framework/Control.h"
 #include "Controls/framework/Keywords.h"
 #include "Controls/resources/resource.h"
+#include "Panelhost/Clipboard.h"
+#include "Panelhost/Root.h"
 #include "base/Gdi.h"
 #include "logic/controls/EqBand.h"
 #include "logic/controls/FilterValues.h"
@@ -422,10 +424,8 @@ LRESULT CALLBACK EqProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
 
 } // namespace
 
-extern const ControlImplementation eqControl{
-    .create = CreateProperties<EQPROPERTIES>,
-    .procedure = EqProc,
-    .purpose = "Editor of one band of an equaliser, 125 by 170 pixels. Its title is the window's text. [What "
-               "it takes besides](panel-files.md#equalisers-and-crossovers).",
-    .dialog = IDD_EQ,
-    .share = FilterImages::Share};
+extern const ControlImplementation eqControl = Implement<EQPROPERTIES>(
+    EqProc, IDD_EQ,
+    "Editor of one band of an equaliser, 125 by 170 pixels. Its title is the window's text. [What "
+    "it takes besides](panel-files.md#equalisers-and-crossovers).",
+    FilterImages::Share);

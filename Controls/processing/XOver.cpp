@@ -8,6 +8,10 @@
 #include "Controls/framework/Control.h"
 #include "Controls/framework/Keywords.h"
 #include "Controls/resources/resource.h"
+#include "Panelhost/ApplicationPaths.h"
+#include "Panelhost/Clipboard.h"
+#include "Panelhost/PropertyLines.h"
+#include "Panelhost/Trace.h"
 #include "base/Gdi.h"
 #include "logic/controls/Crossover.h"
 
@@ -434,10 +438,8 @@ void XOVERPROPERTIES::ShowMenu(HWND child, POINT place) {
     }
 }
 
-extern const ControlImplementation xoverControl{
-    .create = CreateProperties<XOVERPROPERTIES>,
-    .procedure = EditorProc,
-    .purpose = "Editor of one output channel of a loudspeaker crossover, 292 by 170 pixels: two filters, "
-               "gain trim, polarity and delay, each bound by functions of its own. [What it takes "
-               "besides](panel-files.md#equalisers-and-crossovers).",
-    .dialog = LAID_OUT};
+extern const ControlImplementation xoverControl = Implement<XOVERPROPERTIES>(
+    EditorProc, LAID_OUT,
+    "Editor of one output channel of a loudspeaker crossover, 292 by 170 pixels: two filters, "
+    "gain trim, polarity and delay, each bound by functions of its own. [What it takes "
+    "besides](panel-files.md#equalisers-and-crossovers).");

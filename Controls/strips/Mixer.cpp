@@ -284,11 +284,8 @@ void MIXERPROPERTIES::DrawBackground(HDC dc) const {
     }
 }
 
-extern const ControlImplementation mixerControl{
-    .create = CreateProperties<MIXERPROPERTIES>,
-    .procedure = StripProc,
-    .purpose =
-        "A channel strip: mute, invert and solo switches, level and pan fader, lamps for clip and signal, a "
-        "value, a name field and a label, all controls of its own inside it (`Strip1*Fader`, `MUTE`, `INV`, "
-        "`SOLO`, `Led0db`, `LedSig`, `Value`, `Edit`, `Label`, `Stereo`).",
-    .dialog = LAID_OUT};
+extern const ControlImplementation mixerControl = Implement<MIXERPROPERTIES>(
+    StripProc, LAID_OUT,
+    "A channel strip: mute, invert and solo switches, level and pan fader, lamps for clip and signal, a "
+    "value, a name field and a label, all controls of its own inside it (`Strip1*Fader`, `MUTE`, `INV`, "
+    "`SOLO`, `Led0db`, `LedSig`, `Value`, `Edit`, `Label`, `Stereo`).");

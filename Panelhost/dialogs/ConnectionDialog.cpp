@@ -43,7 +43,7 @@ void ConnectionDialog::OnCreate() {
     }
     a_SubclassEditControl(Item(IDC_SEARCH));
     for (HWND item = GetWindow(Handle(), GW_CHILD); item != nullptr; item = GetWindow(item, GW_HWNDNEXT)) {
-        SetWindowSubclass(item, ItemProc, KEY_SUBCLASS, reinterpret_cast<DWORD_PTR>(this));
+        Watch(item);
     }
     SetLayout({{IDC_HEADER_AVAILABLE, 0, 0, 50, 0},
                {IDC_SEARCH, 0, 0, 50, 0},
@@ -263,8 +263,7 @@ HWND a_ConnectionDlg(int, HWND owner, HOSTINFO* object) {
         return nullptr;
     }
     return Guarded<HWND>(nullptr, [&] {
-        const HWND open = ConnectionDialog::RaiseOpen(object);
         const HWND frame = owner == nullptr ? nullptr : GetAncestor(owner, GA_ROOT);
-        return open != nullptr ? open : std::make_shared<ConnectionDialog>(object)->Open(frame);
+        return ObjectDialog::RaiseOrOpen<ConnectionDialog>(object, frame);
     });
 }

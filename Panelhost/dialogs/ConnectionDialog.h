@@ -13,12 +13,10 @@
 // what is bound. Every change is sent at once as a property line.
 class ConnectionDialog : public ObjectDialog {
 public:
-    explicit ConnectionDialog(HOSTINFO* object) : ObjectDialog(IDD_CONNECTIONS, object) {}
-    using ObjectDialog::Open;
-    static HWND RaiseOpen(const HOSTINFO* object) { return Raise(IDD_CONNECTIONS, object); }
+    static constexpr int TEMPLATE = IDD_CONNECTIONS;
+    explicit ConnectionDialog(HOSTINFO* object) : ObjectDialog(TEMPLATE, object) {}
 
 private:
-    static constexpr UINT_PTR KEY_SUBCLASS = 1;
     struct Entry {
         std::string address;
         bool reachable;
@@ -68,8 +66,7 @@ private:
     bool OnListNotify(const BoundList& list, const NMHDR& header, LRESULT& result);
     bool OnKey(HWND item, WPARAM key);
     bool OnDoubleClick(POINT place);
-    static LRESULT CALLBACK ItemProc(HWND item, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
-                                     DWORD_PTR reference) noexcept;
+    std::optional<LRESULT> OnPartMessage(HWND part, UINT message, WPARAM wParam, LPARAM lParam) override;
 
     ImageList icons_;
     BindableTree tree_;

@@ -3,7 +3,6 @@
 #include "Panelhost/Dialogs.h"
 #include "Panelhost/dialogs/ConnectionDialog.h"
 #include "Panelhost/dialogs/ListView.h"
-#include "base/Guard.h"
 
 #include <commctrl.h>
 #include <windowsx.h>
@@ -122,25 +121,14 @@ bool ConnectionDialog::OnDoubleClick(POINT place) {
     return true;
 }
 
-LRESULT CALLBACK ConnectionDialog::ItemProc(HWND item, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
-                                            DWORD_PTR reference) noexcept {
-    auto* dialog = reinterpret_cast<ConnectionDialog*>(reference);
-    return Guarded(LRESULT{0}, [&] {
-        const auto keep = dialog->shared_from_this();
-        const bool handled =
-            (message == WM_KEYDOWN && dialog->OnKey(item, wParam)) ||
-            (message == WM_CHAR &&
-             (wParam == CONTROL_F || (wParam == VK_RETURN && item == dialog->tree_.View()))) ||
-            (message == WM_LBUTTONDBLCLK && item == dialog->tree_.View() &&
-             dialog->OnDoubleClick({GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)}));
-        if (handled) {
-            return LRESULT{0};
-        }
-        if (message == WM_NCDESTROY) {
-            RemoveWindowSubclass(item, ItemProc, KEY_SUBCLASS);
-        }
-        return DefSubclassProc(item, message, wParam, lParam);
-    });
+std::optional<LRESULT> ConnectionDialog::OnPartMessage(HWND part, UINT message, WPARAM wParam,
+                                                       LPARAM lParam) {
+    const bool handled =
+        (message == WM_KEYDOWN && OnKey(part, wParam)) ||
+        (message == WM_CHAR && (wParam == CONTROL_F || (wParam == VK_RETURN && part == tree_.View()))) ||
+        (message == WM_LBUTTONDBLCLK && part == tree_.View() &&
+         OnDoubleClick({GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)}));
+    return handled ? std::optional<LRESULT>(0) : std::nullopt;
 }
 
 bool ConnectionDialog::OnObjectMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) {

@@ -17,6 +17,7 @@ namespace {
 
 constexpr UINT REFRESH = WM_USER + 100; // posted to itself
 constexpr UINT_PTR REFRESH_TIMER = 0x0D1A;
+constexpr UINT_PTR PART_SUBCLASS = 1;
 constexpr UINT REFRESH_INTERVAL = 500; // milliseconds; for what changes without a property line
 
 LONG Moved(LONG edge, LONG growth, int percent) {
@@ -335,4 +336,27 @@ bool ObjectDialog::OnObjectMessage(UINT message, WPARAM wParam, LPARAM lParam, L
         return true;
     }
     return Dialog::OnMessage(message, wParam, lParam, result);
+}
+
+void ObjectDialog::Watch(HWND part) {
+    SetWindowSubclass(part, PartProc, PART_SUBCLASS, reinterpret_cast<DWORD_PTR>(this));
+}
+
+std::optional<LRESULT> ObjectDialog::OnPartMessage(HWND, UINT, WPARAM, LPARAM) {
+    return std::nullopt;
+}
+
+LRESULT CALLBACK ObjectDialog::PartProc(HWND part, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
+                                        DWORD_PTR reference) noexcept {
+    auto* dialog = reinterpret_cast<ObjectDialog*>(reference);
+    return Guarded(LRESULT{0}, [&] {
+        const auto keep = dialog->shared_from_this();
+        if (const auto result = dialog->OnPartMessage(part, message, wParam, lParam)) {
+            return *result;
+        }
+        if (message == WM_NCDESTROY) {
+            RemoveWindowSubclass(part, PartProc, id);
+        }
+        return DefSubclassProc(part, message, wParam, lParam);
+    });
 }

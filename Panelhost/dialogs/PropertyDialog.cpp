@@ -43,7 +43,7 @@ void PropertyDialog::OnCreate() {
                                nullptr, nullptr);
     AddColumn(scratch_, COLUMN_KEYWORD, "", 0);
     AddColumn(scratch_, COLUMN_VALUE, "", 0);
-    SetWindowSubclass(list_, ListProc, LIST_SUBCLASS, reinterpret_cast<DWORD_PTR>(this));
+    Watch(list_);
     SetLayout({{IDC_PROPERTY_LIST, 0, 0, 100, 100}, {IDCANCEL, 100, 100, 100, 100}});
     ObjectDialog::OnCreate();
     OnResized();
@@ -195,10 +195,7 @@ HWND OpenPropertyDialog(HWND owner, HOSTINFO* object) {
     if (!a_IsAlive(object)) {
         return nullptr;
     }
-    return Guarded<HWND>(nullptr, [&] {
-        const HWND open = PropertyDialog::RaiseOpen(object);
-        return open != nullptr ? open : std::make_shared<PropertyDialog>(object)->Open(owner);
-    });
+    return Guarded<HWND>(nullptr, [&] { return ObjectDialog::RaiseOrOpen<PropertyDialog>(object, owner); });
 }
 
 } // namespace

@@ -23,12 +23,10 @@ struct Property {
 // is mended or put back.
 class PropertyDialog : public ObjectDialog {
 public:
-    explicit PropertyDialog(HOSTINFO* object) : ObjectDialog(IDD_PROPERTIES, object) {}
-    using ObjectDialog::Open;
-    static HWND RaiseOpen(const HOSTINFO* object) { return Raise(IDD_PROPERTIES, object); }
+    static constexpr int TEMPLATE = IDD_PROPERTIES;
+    explicit PropertyDialog(HOSTINFO* object) : ObjectDialog(TEMPLATE, object) {}
 
 private:
-    static constexpr UINT_PTR LIST_SUBCLASS = 1;
     enum Column { COLUMN_KEYWORD, COLUMN_VALUE, COLUMN_NOTE };
 
     void OnCreate() override;
@@ -55,10 +53,9 @@ private:
     void PutBack(int row);
     bool IsRefused(int row) const;
 
-    static LRESULT CALLBACK ListProc(HWND list, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
-                                     DWORD_PTR reference) noexcept;
-    static LRESULT CALLBACK EditProc(HWND edit, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
-                                     DWORD_PTR reference) noexcept;
+    std::optional<LRESULT> OnPartMessage(HWND part, UINT message, WPARAM wParam, LPARAM lParam) override;
+    std::optional<LRESULT> OnListMessage(UINT message, WPARAM wParam, LPARAM lParam);
+    std::optional<LRESULT> OnEditMessage(HWND edit, UINT message, WPARAM wParam, LPARAM lParam);
     bool OnListKey(UINT message, WPARAM key);
     bool WantsListKey(const MSG* key) const;
     bool OnEditKey(WPARAM key);

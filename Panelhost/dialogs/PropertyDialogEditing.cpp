@@ -2,11 +2,9 @@
 
 #include "Panelhost/dialogs/ListView.h"
 #include "Panelhost/dialogs/PropertyDialog.h"
-#include "base/Guard.h"
 
 namespace {
 
-constexpr UINT_PTR EDIT_SUBCLASS = 2;
 constexpr WPARAM FIRST_PRINTABLE = ' ';
 constexpr WPARAM LONGEST_TYPED = 16 * TEXT_SIZE; // more than is taken: it is refused as a whole, not cut
 
@@ -40,7 +38,7 @@ void PropertyDialog::BeginEdit(int row) {
     }
     SendMessageA(edit_, WM_SETFONT, static_cast<WPARAM>(SendMessageA(list_, WM_GETFONT, 0, 0)), FALSE);
     SendMessageA(edit_, EM_LIMITTEXT, LONGEST_TYPED, 0);
-    SetWindowSubclass(edit_, EditProc, EDIT_SUBCLASS, reinterpret_cast<DWORD_PTR>(this));
+    Watch(edit_);
     PlaceEdit();
     ShowWindow(edit_, SW_SHOWNA);
     SetFocus(edit_);
@@ -145,37 +143,23 @@ void PropertyDialog::OnEditLeft(HWND to) {
     }
 }
 
-LRESULT CALLBACK PropertyDialog::EditProc(HWND edit, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
-                                          DWORD_PTR reference) noexcept {
-    auto* dialog = reinterpret_cast<PropertyDialog*>(reference);
-    return Guarded(LRESULT{0}, [&] {
-        const auto keep = dialog->shared_from_this();
-        switch (message) {
-        case WM_GETDLGCODE:
-            return DefSubclassProc(edit, message, wParam, lParam) | DLGC_WANTALLKEYS;
-        case WM_KEYDOWN:
-            if (dialog->OnEditKey(wParam)) {
-                return LRESULT{0};
-            }
-            break;
-        case WM_CHAR:
-            if (wParam == VK_RETURN || wParam == VK_TAB || wParam == VK_ESCAPE) {
-                return LRESULT{0}; // the field would beep
-            }
-            break;
-        case WM_KILLFOCUS: {
-            const LRESULT result = DefSubclassProc(edit, message, wParam, lParam);
-            dialog->OnEditLeft(reinterpret_cast<HWND>(wParam));
-            return result;
-        }
-        case WM_NCDESTROY:
-            RemoveWindowSubclass(edit, EditProc, EDIT_SUBCLASS);
-            break;
-        default:
-            break;
-        }
-        return DefSubclassProc(edit, message, wParam, lParam);
-    });
+std::optional<LRESULT> PropertyDialog::OnEditMessage(HWND edit, UINT message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
+    case WM_GETDLGCODE:
+        return DefSubclassProc(edit, message, wParam, lParam) | DLGC_WANTALLKEYS;
+    case WM_KEYDOWN:
+        return OnEditKey(wParam) ? std::optional<LRESULT>(0) : std::nullopt;
+    case WM_CHAR: // the field would beep
+        return wParam == VK_RETURN || wParam == VK_TAB || wParam == VK_ESCAPE ? std::optional<LRESULT>(0)
+                                                                              : std::nullopt;
+    case WM_KILLFOCUS: {
+        const LRESULT result = DefSubclassProc(edit, message, wParam, lParam);
+        OnEditLeft(reinterpret_cast<HWND>(wParam));
+        return result;
+    }
+    default:
+        return std::nullopt;
+    }
 }
 
 // The list
@@ -210,43 +194,31 @@ bool PropertyDialog::OnListKey(UINT message, WPARAM key) {
     }
 }
 
-LRESULT CALLBACK PropertyDialog::ListProc(HWND list, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
-                                          DWORD_PTR reference) noexcept {
-    auto* dialog = reinterpret_cast<PropertyDialog*>(reference);
-    return Guarded(LRESULT{0}, [&] {
-        const auto keep = dialog->shared_from_this();
-        switch (message) {
-        case WM_GETDLGCODE: {
-            const LRESULT code = DefSubclassProc(list, message, wParam, lParam);
-            const bool wanted = dialog->WantsListKey(reinterpret_cast<const MSG*>(lParam));
-            return wanted ? code | DLGC_WANTMESSAGE : code;
-        }
-        case WM_KEYDOWN:
-        case WM_CHAR:
-            if (dialog->OnListKey(message, wParam)) {
-                return LRESULT{0};
-            }
-            break;
-        case WM_VSCROLL:
-        case WM_HSCROLL:
-        case WM_MOUSEWHEEL: {
-            const LRESULT result = DefSubclassProc(list, message, wParam, lParam);
-            dialog->PlaceEdit();
-            return result;
-        }
-        case WM_NOTIFY: { // of its header, whose columns may change
-            const LRESULT result = DefSubclassProc(list, message, wParam, lParam);
-            dialog->PlaceEdit();
-            return result;
-        }
-        case WM_NCDESTROY:
-            RemoveWindowSubclass(list, ListProc, LIST_SUBCLASS);
-            break;
-        default:
-            break;
-        }
-        return DefSubclassProc(list, message, wParam, lParam);
-    });
+std::optional<LRESULT> PropertyDialog::OnListMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
+    case WM_GETDLGCODE: {
+        const LRESULT code = DefSubclassProc(list_, message, wParam, lParam);
+        return WantsListKey(reinterpret_cast<const MSG*>(lParam)) ? code | DLGC_WANTMESSAGE : code;
+    }
+    case WM_KEYDOWN:
+    case WM_CHAR:
+        return OnListKey(message, wParam) ? std::optional<LRESULT>(0) : std::nullopt;
+    case WM_VSCROLL:
+    case WM_HSCROLL:
+    case WM_MOUSEWHEEL:
+    case WM_NOTIFY: { // of its header, whose columns may change
+        const LRESULT result = DefSubclassProc(list_, message, wParam, lParam);
+        PlaceEdit();
+        return result;
+    }
+    default:
+        return std::nullopt;
+    }
+}
+
+std::optional<LRESULT> PropertyDialog::OnPartMessage(HWND part, UINT message, WPARAM wParam, LPARAM lParam) {
+    return part == list_ ? OnListMessage(message, wParam, lParam)
+                         : OnEditMessage(part, message, wParam, lParam);
 }
 
 // A value that is still being edited is applied first. When it is refused the dialog stays, once.

@@ -10,6 +10,7 @@
 #include <cmath>
 #include <cstdio>
 #include <cstring>
+#include <optional>
 
 namespace {
 
@@ -38,6 +39,35 @@ bool IsSoundRecord(const void* data) {
     Value value;
     std::memcpy(&value, data, sizeof value);
     return logic::IsSound(value);
+}
+
+// What its data is; none where there is none.
+int DatatypeOf(const VALUERECORD* record) {
+    return record->data == nullptr ? DATATYPE_NONE : record->datatype;
+}
+
+template <class Number>
+Number NumberIn(const VALUERECORD* record) {
+    return *static_cast<const Number*>(record->data);
+}
+
+std::optional<float> Finite(float number) {
+    return std::isfinite(number) ? std::optional(number) : std::nullopt;
+}
+
+std::optional<int> Truncated(float number) {
+    constexpr float LOWEST = -2147483648.0F; // the ends of int in float
+    constexpr float HIGHEST = 2147483520.0F;
+    return number >= LOWEST && number <= HIGHEST ? std::optional(static_cast<int>(number)) : std::nullopt;
+}
+
+template <class Value>
+int Take(const std::optional<Value>& read, Value* value) {
+    if (!read) {
+        return 0;
+    }
+    *value = *read;
+    return 1;
 }
 
 } // namespace
@@ -123,10 +153,7 @@ int a_FindKeyword(const KEYWORDROW* table, std::string_view keyword) {
 }
 
 int a_AnswerInteger(VALUERECORD* record, int value) {
-    if (record->data == nullptr) {
-        return 0;
-    }
-    switch (record->datatype) {
+    switch (DatatypeOf(record)) {
     case DATATYPE_INTEGER:
         return Store(record, value);
     case DATATYPE_FLOAT:
@@ -142,10 +169,7 @@ int a_AnswerInteger(VALUERECORD* record, int value) {
 }
 
 int a_AnswerFloat(VALUERECORD* record, float value) {
-    if (record->data == nullptr) {
-        return 0;
-    }
-    switch (record->datatype) {
+    switch (DatatypeOf(record)) {
     case DATATYPE_INTEGER:
         return Store(record, static_cast<int>(logic::TruncateToInteger(value)));
     case DATATYPE_FLOAT:
@@ -158,10 +182,7 @@ int a_AnswerFloat(VALUERECORD* record, float value) {
 }
 
 int a_AnswerText(VALUERECORD* record, const char* value) {
-    if (record->data == nullptr || value == nullptr) {
-        return 0;
-    }
-    switch (record->datatype) {
+    switch (value == nullptr ? DATATYPE_NONE : DatatypeOf(record)) {
     case DATATYPE_INTEGER: {
         const auto number = logic::ParseInteger(value);
         return number ? Store(record, static_cast<int>(*number)) : 0;
@@ -178,80 +199,40 @@ int a_AnswerText(VALUERECORD* record, const char* value) {
 }
 
 int a_ReadInteger(const VALUERECORD* record, int* value) {
-    if (record->data == nullptr) {
-        return 0;
-    }
-    switch (record->datatype) {
+    switch (DatatypeOf(record)) {
     case DATATYPE_INTEGER:
-        *value = *static_cast<const int*>(record->data);
-        return 1;
-    case DATATYPE_FLOAT: {
-        const float number = *static_cast<const float*>(record->data);
-        if (number !=
-            logic::Clamp(number, -2147483648.0F, 2147483520.0F)) { // the ends of int in float, and NaN
-            return 0;
-        }
-        *value = static_cast<int>(number);
-        return 1;
-    }
-    case DATATYPE_TEXT: {
-        const auto number = logic::ParseWholeInteger(static_cast<const char*>(record->data));
-        if (!number) {
-            return 0;
-        }
-        *value = *number;
-        return 1;
-    }
+        return Take(std::optional(NumberIn<int>(record)), value);
+    case DATATYPE_FLOAT:
+        return Take(Truncated(NumberIn<float>(record)), value);
+    case DATATYPE_TEXT:
+        return Take(logic::ParseWholeInteger(static_cast<const char*>(record->data)), value);
     default:
         return 0;
     }
 }
 
 int a_ReadFloat(const VALUERECORD* record, float* value) {
-    if (record->data == nullptr) {
-        return 0;
-    }
-    switch (record->datatype) {
+    switch (DatatypeOf(record)) {
     case DATATYPE_INTEGER:
-        *value = static_cast<float>(*static_cast<const int*>(record->data));
-        return 1;
-    case DATATYPE_FLOAT: {
-        const float number = *static_cast<const float*>(record->data);
-        if (!std::isfinite(number)) {
-            return 0;
-        }
-        *value = number;
-        return 1;
-    }
-    case DATATYPE_TEXT: {
-        const auto number = logic::ParseWholeFloat(static_cast<const char*>(record->data));
-        if (!number) {
-            return 0;
-        }
-        *value = *number;
-        return 1;
-    }
+        return Take(std::optional(static_cast<float>(NumberIn<int>(record))), value);
+    case DATATYPE_FLOAT:
+        return Take(Finite(NumberIn<float>(record)), value);
+    case DATATYPE_TEXT:
+        return Take(logic::ParseWholeFloat(static_cast<const char*>(record->data)), value);
     default:
         return 0;
     }
 }
 
 int a_ReadText(const VALUERECORD* record, std::string* value) {
-    if (record->data == nullptr) {
-        return 0;
-    }
     return Guarded(0, [&] {
-        switch (record->datatype) {
+        switch (DatatypeOf(record)) {
         case DATATYPE_INTEGER:
-            *value = std::to_string(*static_cast<const int*>(record->data));
+            *value = std::to_string(NumberIn<int>(record));
             return 1;
         case DATATYPE_FLOAT: {
-            const float number = *static_cast<const float*>(record->data);
-            if (!std::isfinite(number)) {
-                return 0;
-            }
-            *value = logic::FormatFloat(number);
-            return 1;
+            const auto number = Finite(NumberIn<float>(record));
+            return Take(number ? std::optional(logic::FormatFloat(*number)) : std::nullopt, value);
         }
         case DATATYPE_TEXT: {
             const auto* text = static_cast<const char*>(record->data);

@@ -1,6 +1,6 @@
 """Knob faces. The program paints the pointer itself: a dot of 5 x 5 pixels that runs at radius 14."""
 
-from dataclasses import dataclass
+from dataclasses import dataclass, replace
 
 from canvas import Canvas, rgb, with_alpha
 from imagefile import bmp32
@@ -45,19 +45,15 @@ ANODISED = Finish(
     sheen=rgb(255, 255, 255, 0.10),
     tick=rgb(206, 211, 218),
 )
-BLUE_CAP = Finish(
-    plate=ANODISED.plate,
-    body=ANODISED.body,
-    track=ANODISED.track,
+BLUE_CAP = replace(
+    ANODISED,
     cap=(rgb(52, 128, 214), rgb(16, 62, 128)),
     cap_edge=(rgb(150, 206, 255), rgb(9, 34, 74)),
     sheen=rgb(190, 224, 255, 0.22),
     tick=BLUE,
 )
-AMBER_CAP = Finish(
-    plate=ANODISED.plate,
-    body=ANODISED.body,
-    track=ANODISED.track,
+AMBER_CAP = replace(
+    ANODISED,
     cap=(rgb(240, 164, 44), rgb(158, 88, 10)),
     cap_edge=(rgb(255, 222, 150), rgb(92, 48, 4)),
     sheen=rgb(255, 240, 200, 0.24),

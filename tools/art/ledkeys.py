@@ -3,10 +3,9 @@
 from buttons import GREY, draw_pressed, draw_released
 from canvas import mix, side_by_side
 from hardware import AMBER_LAMP, BLUE_LAMP, GREEN_LAMP, RED_LAMP, key_well
-from imagefile import bmp32
 from paints import fade, pool
 from palette import BLACK
-from picture import Picture
+from picture import lamp_pictures
 from shapes import box
 
 RADIUS = 3
@@ -44,7 +43,4 @@ SIZES = ((32, 28), (56, 28))
 
 
 def pictures():
-    for width, height in SIZES:
-        for name, lamp in LAMPS.items():
-            image = led_key(width, height, lamp)
-            yield Picture(f"app/Controls/SWITCHBUTTON_lamp_{name}_{width}x{height}.bmp", (image,), bmp32)
+    return lamp_pictures("SWITCHBUTTON_lamp", led_key, SIZES, LAMPS)

@@ -5,10 +5,9 @@ The dark face suits a white caption and the lit one a black.
 
 from canvas import mix, side_by_side
 from hardware import BLUE_LAMP, GREEN_LAMP, RED_LAMP, YELLOW_LAMP, key_well
-from imagefile import bmp32
 from paints import fade, pool
 from palette import BLACK, WHITE
-from picture import Picture
+from picture import lamp_pictures
 from shapes import box
 
 RADIUS = 3
@@ -38,7 +37,4 @@ SIZES = ((26, 16), (48, 24))
 
 
 def pictures():
-    for width, height in SIZES:
-        for name, lamp in LAMPS.items():
-            image = switch_button(width, height, lamp)
-            yield Picture(f"app/Controls/SWITCHBUTTON_{name}_{width}x{height}.bmp", (image,), bmp32)
+    return lamp_pictures("SWITCHBUTTON", switch_button, SIZES, LAMPS)
