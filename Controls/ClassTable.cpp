@@ -25,6 +25,7 @@ extern const ControlImplementation plainReverseMeter;
 extern const ControlImplementation plainText;
 extern const ControlImplementation plainTooltipText;
 extern const ControlImplementation pushButtonControl;
+extern const ControlImplementation rangeControl;
 extern const ControlImplementation staticControl;
 extern const ControlImplementation switchButtonControl;
 extern const ControlImplementation telephoneControl;
@@ -279,10 +280,9 @@ constexpr ControlClass CLASSES[] = {
      .palette = {INTERFACES, 1, "Network", "Nw", {32, 32}, false}},
     {.name = "BRANGE",
      .displayName = "Range",
-     .implementation = &plainNumber,
+     .implementation = &rangeControl,
      .controlType = FLOAT,
      .style = S1,
-     .purpose = "Display of a range.",
      .palette = {CONTINUOUS, 7, "Range", "Ra", {160, 24}, true}},
     {.name = "SWITCH",
      .displayName = "RockerSwitch",

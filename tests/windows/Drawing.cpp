@@ -76,10 +76,15 @@ TEST_CASE("the panel shows through where a control draws nothing") {
     SetWindowPos(strip, nullptr, 300, 20, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
     const std::string small = "bitmap=" + folder.Write("small.bmp", BitmapFile(6, 4, 0));
     const std::pair<const char*, std::string> rows[] = {
-        {"KNOB", small},         {"FADER", "value=-80"},
-        {"METER", ""},           {"CLOCK", "font=Small Fonts,5"},
-        {"BSTATIC", "caption="}, {"LED", ""},
-        {"BBUTTON", small},      {"BTRISTATEBUTTON", small},
+        {"KNOB", small},
+        {"FADER", "value=-80"},
+        {"METER", ""},
+        {"CLOCK", "font=Small Fonts,5"},
+        {"BRANGE", ""},
+        {"BSTATIC", "caption="},
+        {"LED", ""},
+        {"BBUTTON", small},
+        {"BTRISTATEBUTTON", small},
     };
     for (const auto& [className, line] : rows) {
         INFO(std::string(className));
@@ -123,6 +128,9 @@ TEST_CASE("what changes the look of a control is painted") {
         {"KNOB", {"value=50", "properties=0,60,10", "value=30", "bitmap=.\\Controls\\Fader.bmp", "bitmap="}},
         {"FADER", {"value=-40", "knobheight=30", "properties=-80,-20,-75", "bitmap=.\\Controls\\Fader.bmp"}},
         {"METER", {"properties=0,100", "value=50", "properties=0,200", "bitmap=.\\Controls\\Fader.bmp"}},
+        {"BRANGE",
+         {"value=50", "low=60", "high=80", "settable=ends", "rangecolor=0xff", "alarmcolor=0",
+          "linecolor=0xff", "properties=0,200", "properties=200,0"}},
         {"LED", {"onthreshold=-1", "onthreshold=5", "value=6", "bitmap=.\\Controls\\Fader.bmp", "bitmap="}},
         {"BBUTTON",
          {"caption=Other", "font=Tahoma,14", "textcolorwhenunpressed=0xff0000", "textcolor=0xff,0",
@@ -162,7 +170,8 @@ TEST_CASE("what changes the look of a control is painted") {
 }
 
 TEST_CASE("what is polled and operated is painted") {
-    for (const char* className : {"KNOB", "FADER", "METER", "LED", "BTRISTATEBUTTON", "BSTATIC", "BBUTTON"}) {
+    for (const char* className :
+         {"KNOB", "FADER", "METER", "BRANGE", "LED", "BTRISTATEBUTTON", "BSTATIC", "BBUTTON"}) {
         INFO(std::string(className));
         TestPanel panel(TestPanel::Visible);
         panel.Declare("AMP1*device=simulated\nAMP1*level=float,-80,100,0,\n");

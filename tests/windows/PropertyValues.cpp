@@ -74,6 +74,10 @@ TEST_CASE("what a keyword takes, keeps and refuses") {
          "gets....|values=1,,2,,3,>values="},
         {"METER",
          "properties=5>properties=5,0|properties=,7!|combine=min!|combine=avg|value=loud!| =-4>value=-4"},
+        {"BRANGE",
+         "low=30|high=20>high=30|high=150>high=100|low=>low=|properties=0,50>high=50|properties=100,-9,-20"
+         ">properties=100,-9,-9|high=|low=-80>low=-9|low=x!|settable=both!|settable=all|rangecolor=!|"
+         "state=0!"},
         {"LED", "value=loud!|offthreshold=!|frames=1!|frames=65!|frames=64|onthreshold=-6|offthreshold=-9.5"},
         {"CLOCK",
          "backgroundcolor=0x00123456|backgroundcolor=!|backgroundcolor=red!|textcolor=0x00ffffff|"
