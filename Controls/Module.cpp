@@ -5,6 +5,7 @@
 #include "Controls/ClassTable.h"
 #include "Controls/OSMIRControlLib.h"
 #include "Controls/dialog/ParameterDialog.h"
+#include "Panelhost/Trace.h"
 #include "base/Threads.h"
 
 namespace {

@@ -10,11 +10,10 @@
 class HOSTINFO;
 
 // A property line is [object*]keyword=value. The object is what stands before the last "*" in front of the
-// first
-// "=", the keyword what stands between that "*" and the first "=", the value all the rest. Without "=" the
-// keyword is empty and the value is what follows the last "*", or the whole line. Each function writes one
-// part into a buffer of TEXT_SIZE bytes and returns 1, or returns 0 and writes an empty text when the line
-// does not hold that part. Longer parts are cut at TEXT_SIZE - 1.
+// first "=", the keyword what stands between that "*" and the first "=", the value all the rest. Without "="
+// the keyword is empty and the value is what follows the last "*", or the whole line. Each function writes
+// one part into a buffer of TEXT_SIZE bytes and returns 1, or returns 0 and writes an empty text when the
+// line does not hold that part. Longer parts are cut at TEXT_SIZE - 1.
 PANELHOST_API int a_GetObjectName(const char* line, char* objectOut);
 PANELHOST_API int a_GetKeyword(const char* line, char* keywordOut);
 PANELHOST_API int a_GetParameter(const char* line, char* valueOut);

@@ -42,8 +42,7 @@ using WorkerFailureListener = void (*)(const char* what);
 void TellWorkerFailures(WorkerFailureListener listener);
 
 // Starts a thread for an action, which must own what it uses. An exception that leaves the action ends it and
-// is told.
-// Null when there is no thread to be had.
+// is told. Null when there is no thread to be had.
 Handle StartThread(std::function<void()> action, DWORD exitCode = 0);
 
 // Waits up to PATIENCE_AT_END for the end of a thread; whether it has come. Messages that other threads send

@@ -3,7 +3,8 @@
 
 #include <winsock2.h> // refuses to stand behind windows.h
 
-#include "Panelhost/Panelhost.h"
+#include "Panelhost/HostInterface.h"
+#include "Panelhost/Messages.h"
 #include "benchmarks/Suites.h"
 #include "benchmarks/Windows.h"
 

@@ -1,7 +1,7 @@
 // What the controls that are made of many windows do: showing a record that a device has changed, and a step
 // of an arrow down to the request that it sends.
 
-#include "Panelhost/Panelhost.h"
+#include "Panelhost/Hostinfo.h"
 #include "benchmarks/Suites.h"
 #include "benchmarks/Windows.h"
 #include "logic/controls/EqBand.h"

@@ -1,4 +1,5 @@
-#include "Panelhost/Panelhost.h"
+#include "Panelhost/HostInterface.h"
+#include "Panelhost/Hostinfo.h"
 #include "benchmarks/Suites.h"
 #include "benchmarks/Windows.h"
 

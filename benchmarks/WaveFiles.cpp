@@ -2,7 +2,9 @@
 // generation. The yardstick writes as many bytes into the same folder with the system's plain function.
 
 #include "Controls/interfaces/wave/WaveFile.h"
-#include "Panelhost/Panelhost.h"
+#include "Panelhost/ApplicationPaths.h"
+#include "Panelhost/Messages.h"
+#include "Panelhost/ValueRecord.h"
 #include "benchmarks/Suites.h"
 #include "benchmarks/Windows.h"
 

@@ -1,7 +1,8 @@
 // What larger panels and the dialogs ask of the machine: many controls that follow moving devices, clocks,
 // the decay fitter, a press of a button, and a parameter dialog.
 
-#include "Panelhost/Panelhost.h"
+#include "Panelhost/HostInterface.h"
+#include "Panelhost/Messages.h"
 #include "benchmarks/Suites.h"
 #include "benchmarks/Windows.h"
 #include "logic/controls/DecayFitter.h"

@@ -9,6 +9,7 @@
 #include "Controls/families/ValueTip.h"
 #include "Controls/framework/Keywords.h"
 #include "Controls/resources/resource.h"
+#include "Panelhost/PropertyList.h"
 #include "logic/controls/FaderLogic.h"
 #include "logic/text/Numbers.h"
 

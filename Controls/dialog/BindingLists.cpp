@@ -1,5 +1,7 @@
 #include "Controls/dialog/BindingLists.h"
 
+#include "Panelhost/Dialogs.h"
+
 #include <commctrl.h>
 #include <iterator>
 

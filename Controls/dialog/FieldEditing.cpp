@@ -1,5 +1,8 @@
 #include "Controls/dialog/FieldEditing.h"
 
+#include "Panelhost/Dialogs.h"
+#include "Panelhost/Fonts.h"
+#include "Panelhost/PropertyValues.h"
 #include "logic/text/Numbers.h"
 #include "logic/text/Text.h"
 

@@ -8,6 +8,7 @@
 #include "Controls/dialog/ControlDialog.h"
 #include "Controls/dialog/DialogLayout.h"
 #include "Controls/dialog/FieldEditing.h"
+#include "Panelhost/Dialogs.h"
 #include "logic/text/Text.h"
 
 #include <algorithm>

@@ -1,7 +1,6 @@
 #include "Controls/drawing/Lamp.h"
 
 #include "Panelhost/Bitmap.h"
-#include "Panelhost/Panelhost.h"
 #include "base/Gdi.h"
 
 #include <algorithm>

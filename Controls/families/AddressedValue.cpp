@@ -1,6 +1,7 @@
 #include "Controls/families/AddressedValue.h"
 
-#include "Panelhost/Panelhost.h"
+#include "Panelhost/Hostinfo.h"
+#include "Panelhost/Trace.h"
 #include "logic/remote/TerminalLine.h"
 
 #include <algorithm>

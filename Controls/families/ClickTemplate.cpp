@@ -1,6 +1,8 @@
 #include "Controls/families/ClickTemplate.h"
 
 #include "Controls/families/AddressedValue.h"
+#include "Panelhost/PropertyLines.h"
+#include "Panelhost/Trace.h"
 #include "logic/text/PropertyLine.h"
 
 #include <cstdio>

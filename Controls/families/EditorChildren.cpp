@@ -146,8 +146,7 @@ LRESULT HandleChild(EDITORPROPERTIES& editor, const ChildWindow& of, UINT messag
         }
         break;
     case WM_LBUTTONDOWN:
-    case WM_LBUTTONDBLCLK: // the system's list takes the focus in the middle of it and does not stand its own
-                           // end there
+    case WM_LBUTTONDBLCLK: // in the middle of it the system's list takes the focus, and must not end there
         if ((GetWindowLongA(child, GWL_STYLE) & WS_TABSTOP) != 0 && GetFocus() != child) {
             SetFocus(child);
             if (!IsWindow(child)) {

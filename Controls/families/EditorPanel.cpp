@@ -5,6 +5,9 @@
 #include "Controls/families/EditorChildren.h"
 #include "Controls/framework/Keywords.h"
 #include "Controls/resources/resource.h"
+#include "Panelhost/Bitmap.h"
+#include "Panelhost/Dialogs.h"
+#include "Panelhost/Trace.h"
 #include "base/Gdi.h"
 
 #include <algorithm>

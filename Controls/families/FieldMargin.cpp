@@ -1,5 +1,6 @@
 #include "Controls/families/FieldMargin.h"
 
+#include "Panelhost/Bitmap.h"
 #include "base/Gdi.h"
 
 #include <algorithm>

@@ -1,5 +1,6 @@
 #include "Controls/families/HeldRepeat.h"
 
+#include "Panelhost/Trace.h"
 #include "logic/controls/ButtonLogic.h"
 #include "logic/text/Numbers.h"
 

@@ -2,6 +2,7 @@
 
 #include "Controls/families/InterfaceControl.h"
 
+#include "Panelhost/Dialogs.h"
 #include "base/Gdi.h"
 #include "base/Threads.h"
 

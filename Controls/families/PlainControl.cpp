@@ -9,6 +9,7 @@
 #include "Controls/families/RelativeMode.h"
 #include "Controls/framework/Control.h"
 #include "Controls/framework/Keywords.h"
+#include "Panelhost/Bitmap.h"
 #include "base/Gdi.h"
 
 #include <cstdio>

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Controls/framework/Keywords.h"
+#include "Panelhost/Root.h"
 
 #include <algorithm>
 #include <cstddef>

@@ -1,6 +1,9 @@
 // The window messages that all controls handle alike.
 
 #include "Controls/framework/Control.h"
+#include "Panelhost/Background.h"
+#include "Panelhost/Bitmap.h"
+#include "Panelhost/Dialogs.h"
 #include "logic/text/PropertyLine.h"
 
 #include <exception>

@@ -2,6 +2,11 @@
 
 #include "Controls/framework/Control.h"
 
+#include "Panelhost/PropertyLines.h"
+#include "Panelhost/PropertyList.h"
+#include "Panelhost/PropertyValues.h"
+#include "Panelhost/Remote.h"
+#include "Panelhost/Trace.h"
 #include "base/Guard.h"
 
 #include <algorithm>

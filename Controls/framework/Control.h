@@ -1,7 +1,8 @@
 #pragma once
 
 #include "Controls/framework/ControlClass.h"
-#include "Panelhost/Panelhost.h"
+#include "Panelhost/Hostinfo.h"
+#include "Panelhost/Root.h"
 #include "logic/text/PropertyLine.h"
 
 #include <optional>

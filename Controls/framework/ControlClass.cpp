@@ -3,6 +3,9 @@
 #include "Controls/framework/ControlClass.h"
 
 #include "Controls/framework/Control.h"
+#include "Panelhost/ApplicationPaths.h"
+#include "Panelhost/HostInterface.h"
+#include "Panelhost/Trace.h"
 
 #include <algorithm>
 #include <array>

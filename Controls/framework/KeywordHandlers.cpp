@@ -1,5 +1,6 @@
 #include "Controls/framework/KeywordHandlers.h"
 
+#include "Panelhost/Trace.h"
 #include "logic/controls/FaderLogic.h"
 #include "logic/text/FloatFormat.h"
 #include "logic/text/PropertyLine.h"

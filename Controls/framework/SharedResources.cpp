@@ -1,7 +1,7 @@
 #include "Controls/framework/SharedResources.h"
 
 #include "Controls/framework/ControlClass.h"
-#include "Panelhost/Panelhost.h"
+#include "Panelhost/ApplicationPaths.h"
 
 #include <commctrl.h>
 

@@ -7,6 +7,7 @@
 #include "Controls/framework/Control.h"
 #include "Controls/framework/Keywords.h"
 #include "Controls/interfaces/midi/MidiDriver.h"
+#include "Panelhost/Trace.h"
 #include "base/Gdi.h"
 #include "base/Threads.h"
 #include "logic/controls/PitchBend.h"

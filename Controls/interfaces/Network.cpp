@@ -46,8 +46,7 @@ constexpr KeywordTable KEYWORDS({
     Handled<&NETWORKPROPERTIES::CanKeyword>("can", KeywordKind::Text)
         .Flagged(KEYWORD_CLOSED)
         .Says("Host and port, joined by `:`, that a connection to a CAN interface is made to, whose records "
-              "are "
-              "described on the trace; empty ends it. Not kept."),
+              "are described on the trace; empty ends it. Not kept."),
     Refused("connection").Says("Refused; the terminal reaches every object by name."),
     INTERVAL_KEYWORD.Says("Kept in milliseconds; nothing happens when it has passed."),
     LAYER_KEYWORD,

@@ -5,6 +5,7 @@
 #include "Controls/framework/Control.h"
 #include "Controls/framework/Keywords.h"
 #include "Controls/interfaces/telephone/DataConnection.h"
+#include "Panelhost/Trace.h"
 
 #include <tapi.h>
 

@@ -5,6 +5,7 @@
 #include "Controls/framework/Control.h"
 #include "Controls/framework/Keywords.h"
 #include "Controls/interfaces/wave/ToneGenerator.h"
+#include "Panelhost/Trace.h"
 #include "base/Threads.h"
 #include "logic/controls/TestTone.h"
 

@@ -6,6 +6,8 @@
 #include "Controls/framework/Control.h"
 #include "Controls/framework/Keywords.h"
 #include "Controls/resources/resource.h"
+#include "Panelhost/Clipboard.h"
+#include "Panelhost/Root.h"
 #include "base/Gdi.h"
 #include "logic/controls/EqBand.h"
 #include "logic/controls/FilterValues.h"

@@ -8,6 +8,10 @@
 #include "Controls/framework/Control.h"
 #include "Controls/framework/Keywords.h"
 #include "Controls/resources/resource.h"
+#include "Panelhost/ApplicationPaths.h"
+#include "Panelhost/Clipboard.h"
+#include "Panelhost/PropertyLines.h"
+#include "Panelhost/Trace.h"
 #include "base/Gdi.h"
 #include "logic/controls/Crossover.h"
 

@@ -1,7 +1,8 @@
 // property_reference: writes docs/property-reference.md from the keyword tables of all control classes, or
 // checks that it is up to date.
 
-#include "Panelhost/Panelhost.h"
+#include "Panelhost/HostInterface.h"
+#include "Panelhost/Hostinfo.h"
 
 #include <windows.h>
 

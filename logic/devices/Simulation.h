@@ -48,8 +48,7 @@ enum class WaveShape {
     Triangle, // starts at the low end, at the high end after half the period
     Square,   // high for the first half of the period, then low
     Random,   // a new value every period
-    Programme // the level of music or speech: a phrase a period, eight syllables in it that peak near the
-              // high end
+    Programme // the level of music or speech: a phrase a period, its eight syllables peak near the high end
 };
 
 constexpr std::uint32_t MINIMUM_WAVE_PERIOD = 20;

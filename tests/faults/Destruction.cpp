@@ -1,6 +1,7 @@
 // Controls of every class that are destroyed, bound anew or have their dialog or their panel closed by what
 // they notify: a change of the focus, a get, a set, a poll, a line of their dialog, a key, a press.
 
+#include "Panelhost/Dialogs.h"
 #include "Panelhost/Editing.h"
 #include "tests/faults/Scenery.h"
 

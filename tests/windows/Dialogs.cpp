@@ -1,5 +1,7 @@
 // The dialogs of the library, driven by the messages that keys, clicks and objects cause.
 
+#include "Panelhost/Dialogs.h"
+#include "Panelhost/PropertyLines.h"
 #include "base/Gdi.h"
 #include "tests/windows/HeldKeys.h"
 #include "tests/windows/LibraryDialogs.h"

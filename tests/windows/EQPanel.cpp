@@ -1,5 +1,6 @@
 // The editor of an equaliser band among other controls: keyboard, edit mode, clipboard, its end.
 
+#include "Panelhost/Clipboard.h"
 #include "tests/windows/EqFixture.h"
 
 TEST_SUITE_BEGIN("EQPanel");

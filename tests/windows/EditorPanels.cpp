@@ -1,5 +1,6 @@
 #include "tests/windows/EditorPanels.h"
 
+#include "Panelhost/PropertyLines.h"
 #include "tests/windows/HeldKeys.h"
 
 std::string TakeAll(std::vector<std::string>& log) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Panelhost/Devices.h"
 #include "tests/windows/Buttons.h"
 
 #include <commctrl.h>

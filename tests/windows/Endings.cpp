@@ -1,5 +1,6 @@
 // Controls that end, are bound anew or lose their dialog while one of their own messages is handled.
 
+#include "Panelhost/Dialogs.h"
 #include "Panelhost/Editing.h"
 #include "tests/windows/ControlClasses.h"
 #include "tests/windows/FreedMemory.h"

@@ -1,6 +1,7 @@
 #pragma once
 
-#include "Panelhost/Panelhost.h"
+#include "Panelhost/Messages.h"
+#include "Panelhost/ValueRecord.h"
 
 #include <functional>
 #include <utility>

@@ -1,5 +1,7 @@
 // What the controls without a face and the mini views have in common: when they are seen, and their pictures.
 
+#include "Panelhost/ApplicationPaths.h"
+#include "Panelhost/Bitmap.h"
 #include "tests/windows/TestPanel.h"
 
 TEST_SUITE_BEGIN("Interfaces");

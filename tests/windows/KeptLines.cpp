@@ -1,6 +1,7 @@
 // Lines of panel files that cannot be read: kept, listed, written back where they stood.
 
 #include "Panelhost/Editing.h"
+#include "Panelhost/Root.h"
 #include "logic/editing/ComponentText.h"
 #include "tests/windows/TestPanel.h"
 

@@ -1,5 +1,6 @@
 // What is particular to the knob.
 
+#include "Panelhost/Trace.h"
 #include "tests/windows/Buttons.h"
 
 #include <initializer_list>

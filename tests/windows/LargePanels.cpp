@@ -3,6 +3,7 @@
 
 #include "Panel/LoadProgress.h"
 #include "Panel/StatusBar.h"
+#include "Panelhost/Trace.h"
 #include "tests/windows/ControlClasses.h"
 #include "tests/windows/OwnControl.h"
 #include "tests/windows/PanelProgram.h"

@@ -1,5 +1,6 @@
 // What controls take, they give back.
 
+#include "Panelhost/Bitmap.h"
 #include "Panelhost/Editing.h"
 #include "tests/windows/ControlClasses.h"
 #include "tests/windows/Resources.h"

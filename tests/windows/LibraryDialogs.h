@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Panelhost/Dialogs.h"
 #include "Panelhost/dialogs/resource.h"
 #include "tests/windows/EditorPanels.h"
 

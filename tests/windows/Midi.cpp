@@ -1,5 +1,6 @@
 // The MIDI control on a double of winmm.dll: devices, ports, what is sent and what is received.
 
+#include "Panelhost/Trace.h"
 #include "tests/doubles/winmm/MidiDouble.h"
 #include "tests/windows/TestPanel.h"
 

@@ -1,3 +1,4 @@
+#include "Panelhost/PropertyLines.h"
 #include "tests/windows/Buttons.h"
 
 TEST_SUITE_BEGIN("Mixer");

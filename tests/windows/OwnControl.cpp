@@ -1,5 +1,6 @@
 #include "tests/windows/OwnControl.h"
 
+#include "Panelhost/PropertyList.h"
 #include "tests/windows/TestPanel.h"
 
 #include <cstdlib>

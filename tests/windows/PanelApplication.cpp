@@ -1,5 +1,6 @@
 // The panel application as a program: what it prints, writes and answers.
 
+#include "Panelhost/Bitmap.h"
 #include "tests/windows/TestPanel.h"
 
 TEST_SUITE_BEGIN("PanelApplication");

@@ -2,6 +2,8 @@
 // write them.
 
 #include "Panelhost/Editing.h"
+#include "Panelhost/Root.h"
+#include "Panelhost/Trace.h"
 #include "tests/windows/ControlClasses.h"
 #include "tests/windows/OwnControl.h"
 #include "tests/windows/TestPanel.h"

@@ -2,6 +2,8 @@
 
 #include "Panel/editing/Icons.h"
 #include "Panel/editing/Palette.h"
+#include "Panelhost/PropertyLines.h"
+#include "Panelhost/Trace.h"
 #include "tests/windows/Buttons.h"
 #include "tests/windows/EditorPanels.h"
 #include "tests/windows/PanelCommands.h"

@@ -1,6 +1,7 @@
 #include "tests/windows/PanelProgram.h"
 
 #include "Panel/MessageLoop.h"
+#include "Panelhost/PropertyLines.h"
 #include "tests/windows/EditorPanels.h"
 
 #include <commctrl.h>

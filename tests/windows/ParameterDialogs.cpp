@@ -1,6 +1,7 @@
 // The parameter dialogs of the controls, driven as a user would: by their fields, buttons and keys.
 
 #include "Controls/resources/resource.h"
+#include "Panelhost/Dialogs.h"
 #include "tests/windows/EditorPanels.h"
 
 TEST_SUITE_BEGIN("ParameterDialogs");

@@ -1,5 +1,7 @@
 // The dialog in which pictures are chosen, and pictures that are dropped.
 
+#include "Panelhost/Bitmap.h"
+#include "Panelhost/Dialogs.h"
 #include "base/Gdi.h"
 #include "tests/windows/LibraryDialogs.h"
 

@@ -2,6 +2,7 @@
 
 #include "Panel/editing/PanelEdits.h"
 #include "Panelhost/Editing.h"
+#include "Panelhost/Root.h"
 #include "logic/text/Text.h"
 #include "tests/windows/Buttons.h"
 #include "tests/windows/ControlClasses.h"

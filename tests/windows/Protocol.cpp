@@ -1,5 +1,8 @@
 // What the controls of all classes do alike, class by class.
 
+#include "Panelhost/PropertyLines.h"
+#include "Panelhost/Root.h"
+#include "Panelhost/Trace.h"
 #include "tests/windows/Buttons.h"
 #include "tests/windows/ControlClasses.h"
 

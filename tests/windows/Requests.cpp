@@ -1,5 +1,7 @@
 // Bindings between controls and to devices, and the requests that go over them.
 
+#include "Panelhost/Devices.h"
+#include "Panelhost/Root.h"
 #include "logic/controls/EqBand.h"
 #include "tests/windows/Buttons.h"
 #include "tests/windows/Interception.h"

@@ -2,6 +2,8 @@
 
 #include "tests/windows/Resources.h"
 
+#include "Panelhost/Bitmap.h"
+#include "Panelhost/Fonts.h"
 #include "tests/windows/TestPanel.h"
 
 #include <algorithm>

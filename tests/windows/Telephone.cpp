@@ -1,5 +1,6 @@
 // The telephone on a double of tapi32.dll: lines, calls, and the terminal of a caller, whose modem is a pipe.
 
+#include "Panelhost/Trace.h"
 #include "tests/doubles/tapi32/TelephonyDouble.h"
 #include "tests/windows/ImportHook.h"
 #include "tests/windows/Interception.h"

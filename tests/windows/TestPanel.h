@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Panelhost/HostInterface.h"
-#include "Panelhost/Panelhost.h"
+#include "Panelhost/Hostinfo.h"
 
 #include <doctest/doctest.h>
 

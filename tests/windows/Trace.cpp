@@ -1,5 +1,6 @@
 // The trace: to the sink and to a file, from any thread.
 
+#include "Panelhost/Trace.h"
 #include "tests/windows/TestPanel.h"
 
 #include <atomic>

@@ -1,5 +1,6 @@
 // The wave generator and its file: what is written, in which order, and what happens when it cannot be.
 
+#include "Panelhost/Trace.h"
 #include "tests/windows/ImportHook.h"
 #include "tests/windows/Resources.h"
 #include "tests/windows/TestPanel.h"

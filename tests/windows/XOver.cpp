@@ -1,6 +1,8 @@
 // The editor of a crossover channel.
 
 #include "Controls/resources/resource.h"
+#include "Panelhost/Clipboard.h"
+#include "Panelhost/Root.h"
 #include "logic/controls/Crossover.h"
 #include "tests/windows/EditorPanels.h"
 

@@ -2,7 +2,8 @@
 
 #include "Controls/families/AddressedValue.h"
 #include "Controls/interfaces/network/SocketFailures.h"
-#include "Panelhost/Panelhost.h"
+#include "Panelhost/Remote.h"
+#include "Panelhost/Trace.h"
 
 #include <algorithm>
 #include <chrono>

@@ -1,7 +1,8 @@
 #include "Controls/interfaces/wave/ToneGenerator.h"
 
 #include "Controls/interfaces/wave/WaveFile.h"
-#include "Panelhost/Panelhost.h"
+#include "Panelhost/ApplicationPaths.h"
+#include "Panelhost/Trace.h"
 #include "base/SharedLock.h"
 #include "logic/controls/TestTone.h"
 
