@@ -5,6 +5,7 @@
 
 #include "Controls/interfaces/network/EchoProbe.h"
 
+#include "Panelhost/Trace.h"
 #include "tests/windows/Interception.h"
 #include "tests/windows/Resources.h"
 #include "tests/windows/TestPanel.h"
