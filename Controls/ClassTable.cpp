@@ -21,11 +21,11 @@ extern const ControlImplementation plainInteger;
 extern const ControlImplementation plainIntegerInterface;
 extern const ControlImplementation plainInterface;
 extern const ControlImplementation plainNumber;
-extern const ControlImplementation plainReverseMeter;
 extern const ControlImplementation plainText;
 extern const ControlImplementation plainTooltipText;
 extern const ControlImplementation pushButtonControl;
 extern const ControlImplementation rangeControl;
+extern const ControlImplementation reverseMeterControl;
 extern const ControlImplementation staticControl;
 extern const ControlImplementation switchButtonControl;
 extern const ControlImplementation telephoneControl;
@@ -387,10 +387,9 @@ constexpr ControlClass CLASSES[] = {
      .palette = {STRIPS, 2, "Automixer Strip", "Am", {80, 320}, true}},
     {.name = "REVMETER",
      .displayName = "RevMeter",
-     .implementation = &plainReverseMeter,
+     .implementation = &reverseMeterControl,
      .controlType = INTEGER,
      .style = S1,
-     .purpose = "Reverse level meter.",
      .palette = {CONTINUOUS, 4, "Reverse Meter", "Rm", {16, 160}, false}},
 };
 static_assert(std::size(CLASSES) == 45);

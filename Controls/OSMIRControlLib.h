@@ -28,9 +28,10 @@ CONTROLLIB_API const char* __stdcall fnCallback(int code, unsigned, unsigned);
 
 /* Sends a get (command 1) or set (2) of the datatype over the request list of a knob or of a reverse meter;
  * value is the address of the value, a float for datatype 9. A relative object sends each connected control
- * its own offset plus the value, and a get then only tells by result 2 that a control does not hold it.
- * result may be null; otherwise put 0 there, and a get leaves 0 nothing new, 1 a new value, 2 the targets
- * disagree, 3 one cannot be reached. Returns non-zero, or 0 when an absolute request failed. */
+ * its own offset plus the value, and a get then only tells by result 2 that a control does not hold it; a
+ * reverse meter is relative only while its keyword settable is 1. result may be null; otherwise put 0 there,
+ * and a get leaves 0 nothing new, 1 a new value, 2 the targets disagree, 3 one cannot be reached. Returns
+ * non-zero, or 0 when an absolute request failed. */
 CONTROLLIB_API int __cdecl l_SendRequest(HOSTINFO* knob, int command, int datatype, long value, int* result);
 CONTROLLIB_API int __cdecl l_SendRequestReverseMeter(HOSTINFO* meter, int command, int datatype, long value,
                                                      int* result);

@@ -3,10 +3,8 @@
 
 #include "Controls/families/PlainControl.h"
 
-#include "Controls/OSMIRControlLib.h"
 #include "Controls/drawing/BitmapProperty.h"
 #include "Controls/families/InterfaceControl.h"
-#include "Controls/families/RelativeMode.h"
 #include "Controls/framework/Control.h"
 #include "Controls/framework/Keywords.h"
 #include "Panelhost/Bitmap.h"
@@ -163,21 +161,6 @@ void MINIVIEWPROPERTIES::Draw(HDC dc, const RECT& client) const {
 
 } // namespace
 
-// The reverse meter sends as the knob does.
-class REVMETERPROPERTIES : public NAMEDPROPERTIES<int> {
-public:
-    RelativeMode relativeMode;
-};
-
-int l_SendRequest(REVMETERPROPERTIES* object, int command, int datatype, long value, int* result) {
-    return SendByMode(object->relativeMode, *object, static_cast<float>(object->value), command, datatype,
-                      value, result);
-}
-
-int l_SendRequestReverseMeter(HOSTINFO* object, int command, int datatype, long value, int* result) {
-    return RequestBy<REVMETERPROPERTIES>(object, command, datatype, value, result);
-}
-
 CONTROLPROPERTIES* CreatePlainInterface() {
     return CreateProperties<PLAINVALUEPROPERTIES<INTERFACEPROPERTIES, std::string>>();
 }
@@ -202,5 +185,3 @@ extern const ControlImplementation plainIntegerInterface{
     .share = SharePicture<>};
 extern const ControlImplementation miniView{
     .create = CreateMiniView, .procedure = CommonProc, .share = SharePicture<>};
-extern const ControlImplementation plainReverseMeter{.create = CreateProperties<REVMETERPROPERTIES>,
-                                                     .procedure = CommonProc};

@@ -2,6 +2,7 @@
 #include "logic/controls/ClockText.h"
 #include "logic/controls/LedLogic.h"
 #include "logic/controls/MeterLogic.h"
+#include "logic/controls/ReverseMeterLogic.h"
 #include "logic/drawing/ImageFrames.h"
 #include "tests/native/Tables.h"
 
@@ -50,6 +51,26 @@ TEST_CASE("the bar is filled in proportion") {
                                                  {{1, 0, 3, 100}, 33},    {{0, 0, 0, 100}, 0},
                                                  {{1, 0, 0, 100}, 100},   {{0, lowest, highest, 100}, 50}};
     CheckRows(FillHeight, rows);
+}
+
+TEST_CASE("the bar of a reverse meter hangs from the greater end") {
+    const Row<int, float, int, int, int> rows[] = {
+        {{-10.0F, -40, 0, 100}, 25},        {{-10.0F, 0, -40, 100}, 25},
+        {{-0.3F, -40, 0, 100}, 1}, // to the nearest pixel
+        {{6.0F, -40, 0, 100}, 0},           {{-infinity, -40, 0, 100}, 100},
+        {{notANumber, -40, 0, 100}, 0},     {{-1.0F, 0, 0, 100}, 0},
+        {{0.0F, lowest, highest, 100}, 50}, {{-40.0F, -40, 0, -5}, 0}};
+    CheckRows(HangingHeight, rows);
+    for (const auto& [combination, result] :
+         {std::pair(MeterCombination::Maximum, -1.5F), {MeterCombination::Average, -3.0F}}) {
+        LevelAnswers answers(combination);
+        answers.Take(notANumber);
+        CHECK_FALSE(answers.Result());
+        answers.Take(-4.5F);
+        answers.Take(infinity);
+        answers.Take(-1.5F);
+        CHECK(answers.Result() == result);
+    }
 }
 
 TEST_CASE("reversed thresholds of a lamp are one, and no number leaves it dark") {

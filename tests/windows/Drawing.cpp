@@ -128,6 +128,8 @@ TEST_CASE("what changes the look of a control is painted") {
         {"KNOB", {"value=50", "properties=0,60,10", "value=30", "bitmap=.\\Controls\\Fader.bmp", "bitmap="}},
         {"FADER", {"value=-40", "knobheight=30", "properties=-80,-20,-75", "bitmap=.\\Controls\\Fader.bmp"}},
         {"METER", {"properties=0,100", "value=50", "properties=0,200", "bitmap=.\\Controls\\Fader.bmp"}},
+        {"REVMETER",
+         {"value=-10", "properties=-80,0", "value=-30", "bitmap=.\\Controls\\Fader.bmp", "bitmap="}},
         {"BRANGE",
          {"value=50", "low=60", "high=80", "settable=ends", "rangecolor=0xff", "alarmcolor=0",
           "linecolor=0xff", "properties=0,200", "properties=200,0"}},
@@ -171,7 +173,7 @@ TEST_CASE("what changes the look of a control is painted") {
 
 TEST_CASE("what is polled and operated is painted") {
     for (const char* className :
-         {"KNOB", "FADER", "METER", "BRANGE", "LED", "BTRISTATEBUTTON", "BSTATIC", "BBUTTON"}) {
+         {"KNOB", "FADER", "METER", "REVMETER", "BRANGE", "LED", "BTRISTATEBUTTON", "BSTATIC", "BBUTTON"}) {
         INFO(std::string(className));
         TestPanel panel(TestPanel::Visible);
         panel.Declare("AMP1*device=simulated\nAMP1*level=float,-80,100,0,\n");

@@ -109,7 +109,7 @@ TEST_CASE("without an image the bar is shaded across, upwards for what is not fi
 }
 
 TEST_CASE("a meter, like a text, is redrawn only when what it shows changes") {
-    for (const char* className : {"METER", "BSTATIC"}) {
+    for (const char* className : {"METER", "REVMETER", "BSTATIC"}) {
         INFO(std::string(className));
         const TestPanel panel(TestPanel::Visible);
         panel.Declare("AMP1*device=simulated\nAMP1*a=float,-1000,1000,10,\n");

@@ -78,6 +78,10 @@ TEST_CASE("what a keyword takes, keeps and refuses") {
          "low=30|high=20>high=30|high=150>high=100|low=>low=|properties=0,50>high=50|properties=100,-9,-20"
          ">properties=100,-9,-9|high=|low=-80>low=-9|low=x!|settable=both!|settable=all|rangecolor=!|"
          "state=0!"},
+        {"REVMETER",
+         "properties=0,-60,-99>properties=0,-60,-60|properties=-20>properties=-20,-60,-60|"
+         "value=-3.5>value=-20|value=x!|settable=2!|settable=1|combine=avg|resolution=0.25|relative=1|"
+         "values=1,-2.5,3|values="},
         {"LED", "value=loud!|offthreshold=!|frames=1!|frames=65!|frames=64|onthreshold=-6|offthreshold=-9.5"},
         {"CLOCK",
          "backgroundcolor=0x00123456|backgroundcolor=!|backgroundcolor=red!|textcolor=0x00ffffff|"
@@ -305,7 +309,7 @@ TEST_CASE("relative controls have as many bindings as their offsets can be saved
     const TestPanel panel;
     const std::string names = Repeated(292, "AMP1*a;");
     const std::string offsets = Repeated(292, "-1.17549e-38,");
-    for (const char* className : {"KNOB", "FADER"}) {
+    for (const char* className : {"KNOB", "FADER", "REVMETER"}) {
         INFO(className);
         HWND control = panel.Create(className, className);
         CHECK(Load(control, "function=" + names + "more") == 1);

@@ -25,6 +25,7 @@ public:
         }
         // So that each takes the values that the tests set.
         Load(panel.Find("FADER"), "properties=0,100,0", LOAD_FROM_FILE);
+        Load(panel.Find("REVMETER"), "properties=0,100,0", LOAD_FROM_FILE);
         Load(panel.Find("MIXER"), "mode=output", LOAD_FROM_FILE);
         Load(panel.Find("BTRISTATEBUTTON"), "offvalue=2", LOAD_FROM_FILE);
         for (MSG message; PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE | PM_QS_POSTMESSAGE);) {
@@ -430,8 +431,8 @@ TEST_CASE("the mouse is the panel's while it is edited and with Ctrl") {
         SetFocus(panel);
         CHECK_FALSE(forwards(0, WM_LBUTTONDOWN, MK_LBUTTON));
         const std::string name = ClassOf(control);
-        if (name == "METER" || name == "LED" || name == "BSTATIC" || name == "CLOCK" ||
-            name == "BRANGE") { // to look at only
+        if (name == "METER" || name == "LED" || name == "BSTATIC" || name == "CLOCK" || name == "BRANGE" ||
+            name == "REVMETER") { // to look at only
             CHECK(GetFocus() == panel);
         } else if (name[0] != 'I') { // those are hidden
             CHECK(GetFocus() != panel);
@@ -467,8 +468,8 @@ TEST_CASE("drawing, keys and unlisted private messages have their fixed answers"
     const AllControls all;
     all.ForEach([](HWND control) {
         const std::string name = ClassOf(control);
-        const bool accepts =
-            name == "FADER" || name == "METER" || name == "CLOCK" || name == "EQ" || name == "XOVER";
+        const bool accepts = name == "FADER" || name == "METER" || name == "REVMETER" || name == "CLOCK" ||
+                             name == "EQ" || name == "XOVER";
         CHECK(((GetWindowLongA(control, GWL_EXSTYLE) & WS_EX_ACCEPTFILES) != 0) == accepts);
         if (name != "BEDIT" && name != "BEDIT2" && name != "BCOMBOBOX") {
             CHECK(SendMessageA(control, WM_ERASEBKGND, 0, 0) == 1);
