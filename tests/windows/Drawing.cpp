@@ -123,6 +123,10 @@ TEST_CASE("what changes the look of a control is painted") {
         {"KNOB", {"value=50", "properties=0,60,10", "value=30", "bitmap=.\\Controls\\Fader.bmp", "bitmap="}},
         {"FADER", {"value=-40", "knobheight=30", "properties=-80,-20,-75", "bitmap=.\\Controls\\Fader.bmp"}},
         {"METER", {"properties=0,100", "value=50", "properties=0,200", "bitmap=.\\Controls\\Fader.bmp"}},
+        {"FADING",
+         {"value=50", "barcolor=0xff", "backgroundcolor=0xff00", "direction=left", "origin=20",
+          "zones=40=0xffff", "style=gradient", "style=segments", "segment=9", "properties=10,90,60",
+          "law=log", "fmt=%.1f", "font=Tahoma,14", "textcolor=0xff0000", "value=30"}},
         {"LED", {"onthreshold=-1", "onthreshold=5", "value=6", "bitmap=.\\Controls\\Fader.bmp", "bitmap="}},
         {"BBUTTON",
          {"caption=Other", "font=Tahoma,14", "textcolorwhenunpressed=0xff0000", "textcolor=0xff,0",
@@ -162,7 +166,8 @@ TEST_CASE("what changes the look of a control is painted") {
 }
 
 TEST_CASE("what is polled and operated is painted") {
-    for (const char* className : {"KNOB", "FADER", "METER", "LED", "BTRISTATEBUTTON", "BSTATIC", "BBUTTON"}) {
+    for (const char* className :
+         {"KNOB", "FADER", "METER", "FADING", "LED", "BTRISTATEBUTTON", "BSTATIC", "BBUTTON"}) {
         INFO(std::string(className));
         TestPanel panel(TestPanel::Visible);
         panel.Declare("AMP1*device=simulated\nAMP1*level=float,-80,100,0,\n");
