@@ -4,6 +4,7 @@
 
 #include "Controls/framework/Control.h"
 
+extern const ControlImplementation barGraphControl;
 extern const ControlImplementation clockControl;
 extern const ControlImplementation editControl;
 extern const ControlImplementation eqControl;
@@ -178,11 +179,10 @@ constexpr ControlClass CLASSES[] = {
      .palette = {PROCESSING, 1, "Equalizer", "Eq", {125, 170}, true}},
     {.name = "FADING",
      .displayName = "BarGraph",
-     .implementation = &plainInteger,
+     .implementation = &barGraphControl,
      .controlType = INTEGER,
      .style = S1,
-     .purpose = "Bar graph.",
-     .palette = {CONTINUOUS, 5, "Bar Graph", "Bg", {120, 16}, false}},
+     .palette = {CONTINUOUS, 5, "Bar Graph", "Bg", {16, 160}, false}},
     {.name = "BIMAGELIST",
      .displayName = "ImageList",
      .implementation = &plainInteger,

@@ -19,7 +19,7 @@ std::string RANGEDPROPERTIES::RangeText() const {
     return logic::RangeAndValueText(minimum, maximum, value);
 }
 
-bool RANGEDPROPERTIES::SetRangeText(const std::string& text) {
+bool RANGEDPROPERTIES::LoadRange(const std::string& text) {
     const auto read = logic::ParseRangeAndValue(text);
     if (!read) {
         return false;
@@ -28,6 +28,13 @@ bool RANGEDPROPERTIES::SetRangeText(const std::string& text) {
     maximum = read->maximum.value_or(maximum);
     value = Loaded(read->value.value_or(value));
     Moved();
+    return true;
+}
+
+bool RANGEDPROPERTIES::SetRangeText(const std::string& text) {
+    if (!LoadRange(text)) {
+        return false;
+    }
     Send();
     return true;
 }

@@ -26,6 +26,8 @@ public:
     // "minimum,maximum,value"; what is set may end sooner, and sends the value. False when it is unreadable.
     std::string RangeText() const;
     bool SetRangeText(const std::string& text);
+    // The same without sending.
+    bool LoadRange(const std::string& text);
     // As anybody else would set the value: limited, shown and sent.
     template <class Value>
     void SetThroughMessage(int datatype, Value newValue) const {

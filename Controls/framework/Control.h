@@ -65,9 +65,11 @@ public:
 
     // A hidden control is painted as a whole when it is shown, and so is a panel that is being loaded. Not to
     // invalidate it, nor to ask whether it is hidden, makes loading a panel faster.
-    virtual void Redraw() const {
+    virtual void Redraw() const { RedrawArea(nullptr); }
+    // The same for a part of the client area; null for all of it.
+    void RedrawArea(const RECT* area) const {
         if (!a_IsLoading(this) && IsWindowVisible(window)) {
-            InvalidateRect(window, nullptr, FALSE);
+            InvalidateRect(window, area, FALSE);
         }
     }
     // Milliseconds from the tick count "now" until the interval has passed since the last poll.

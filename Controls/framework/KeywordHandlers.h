@@ -212,6 +212,22 @@ int PropertyKeyword(VALUERECORD* record, HOSTINFO* object) {
     return 0;
 }
 
+// An int or a float that becomes the nearest of the two bounds when it is set to a number beyond them.
+template <auto Member, int Minimum, int Maximum>
+int LimitedKeyword(VALUERECORD* record, HOSTINFO* object) {
+    auto& member = HolderOf<Member>(object).*Member;
+    if (record->command == COMMAND_GET) {
+        return AnswerWith(record, member);
+    }
+    using Value = std::remove_cvref_t<decltype(member)>;
+    Value value{};
+    if (record->command != COMMAND_SET || ReadValue(record, &value) == 0) {
+        return 0;
+    }
+    member = std::clamp(value, static_cast<Value>(Minimum), static_cast<Value>(Maximum));
+    return 1;
+}
+
 // A text as a template argument.
 template <std::size_t Size>
 struct FixedText {

@@ -198,6 +198,13 @@ constexpr Keyword Integer(const char* name) {
         Minimum != std::numeric_limits<int>::min() || Maximum != std::numeric_limits<int>::max();
     return isBounded ? keyword.Limits(Minimum, Maximum) : keyword;
 }
+// A number, an integer or not, that is limited to the bounds instead of being refused beyond them.
+template <auto Member, int Minimum, int Maximum, auto Changed = nullptr>
+constexpr Keyword Limited(const char* name) {
+    using Value =
+        std::remove_cvref_t<decltype(std::declval<typename MemberClass<decltype(Member)>::type&>().*Member)>;
+    return Row(name, KindOf<Value>(), NotifyingIf<LimitedKeyword<Member, Minimum, Maximum>, Changed>());
+}
 template <auto Member, auto Changed = nullptr>
 constexpr Keyword Number(const char* name) {
     return Row(name, KeywordKind::Number, NotifyingIf<FloatKeyword<Member>, Changed>());

@@ -133,6 +133,10 @@ TEST_CASE("what changes the look of a control is painted") {
         {"BRANGE",
          {"value=50", "low=60", "high=80", "settable=ends", "rangecolor=0xff", "alarmcolor=0",
           "linecolor=0xff", "properties=0,200", "properties=200,0"}},
+        {"FADING",
+         {"value=50", "barcolor=0xff", "backgroundcolor=0xff00", "direction=left", "origin=20",
+          "zones=40=0xffff", "style=gradient", "style=segments", "segment=9", "properties=10,90,60",
+          "law=log", "fmt=%.1f", "font=Tahoma,14", "textcolor=0xff0000", "value=30"}},
         {"LED", {"onthreshold=-1", "onthreshold=5", "value=6", "bitmap=.\\Controls\\Fader.bmp", "bitmap="}},
         {"BBUTTON",
          {"caption=Other", "font=Tahoma,14", "textcolorwhenunpressed=0xff0000", "textcolor=0xff,0",
@@ -172,8 +176,8 @@ TEST_CASE("what changes the look of a control is painted") {
 }
 
 TEST_CASE("what is polled and operated is painted") {
-    for (const char* className :
-         {"KNOB", "FADER", "METER", "REVMETER", "BRANGE", "LED", "BTRISTATEBUTTON", "BSTATIC", "BBUTTON"}) {
+    for (const char* className : {"KNOB", "FADER", "METER", "REVMETER", "BRANGE", "FADING", "LED",
+                                  "BTRISTATEBUTTON", "BSTATIC", "BBUTTON"}) {
         INFO(std::string(className));
         TestPanel panel(TestPanel::Visible);
         panel.Declare("AMP1*device=simulated\nAMP1*level=float,-80,100,0,\n");

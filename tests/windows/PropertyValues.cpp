@@ -82,6 +82,16 @@ TEST_CASE("what a keyword takes, keeps and refuses") {
          "properties=0,-60,-99>properties=0,-60,-60|properties=-20>properties=-20,-60,-60|"
          "value=-3.5>value=-20|value=x!|settable=2!|settable=1|combine=avg|resolution=0.25|relative=1|"
          "values=1,-2.5,3|values="},
+        {"FADING", "properties=-60>properties=-60,100,0|properties=5,1,3|properties=1,9,50>properties=1,9,9|"
+                   "law=log|law=cubic!|"
+                   "properties=0!|properties=8,-1!|law=linear|origin=loud!|origin=-2.5|origin=|"
+                   "zones=0=0xff;-8=ff00>zones=-8=0x0000ff00;0=0x000000ff|zones=0!|zones=|barcolor=!|"
+                   "barcolor=0x00010203|"
+                   "style=segments|segment=1>segment=2|segment=5000>segment=1000|direction=up|direction=left|"
+                   "direction=sideways!|"
+                   "hold=-1>hold=0|hold=2000|fall=-1>fall=0|fall=12.5|fmt=%d!|fmt=%.1f "
+                   "dB|textcolor=|backgroundcolor=|value=loud!|"
+                   "value=-7>value=1|font=Tahoma!"},
         {"LED", "value=loud!|offthreshold=!|frames=1!|frames=65!|frames=64|onthreshold=-6|offthreshold=-9.5"},
         {"CLOCK",
          "backgroundcolor=0x00123456|backgroundcolor=!|backgroundcolor=red!|textcolor=0x00ffffff|"
@@ -153,8 +163,10 @@ TEST_CASE("what a keyword takes, keeps and refuses") {
 
 TEST_CASE("a keyword takes what its row says, and nothing else") {
     const TestPanel panel;
+    const std::vector<HWND> all = Everyone(panel);
+    Load(panel.Find("FADING"), "properties=20,20000"); // for which it takes each law
     int checked = 0;
-    for (HWND window : Everyone(panel)) {
+    for (HWND window : all) {
         const KEYWORDINFO* info = ObjectOf(window).GetKeywordInfo();
         REQUIRE(info != nullptr);
         const KEYWORDROW* const table = ObjectOf(window).GetHostinfoTable();

@@ -431,8 +431,8 @@ TEST_CASE("the mouse is the panel's while it is edited and with Ctrl") {
         SetFocus(panel);
         CHECK_FALSE(forwards(0, WM_LBUTTONDOWN, MK_LBUTTON));
         const std::string name = ClassOf(control);
-        if (name == "METER" || name == "LED" || name == "BSTATIC" || name == "CLOCK" || name == "BRANGE" ||
-            name == "REVMETER") { // to look at only
+        if (name == "METER" || name == "FADING" || name == "LED" || name == "BSTATIC" || name == "CLOCK" ||
+            name == "BRANGE" || name == "REVMETER") { // to look at only
             CHECK(GetFocus() == panel);
         } else if (name[0] != 'I') { // those are hidden
             CHECK(GetFocus() != panel);

@@ -269,8 +269,8 @@ TEST_CASE("targets may be destroyed while a value is sent, and the sender too") 
 }
 
 TEST_CASE("what a control is bound to is followed, and marked while it differs or is gone") {
-    for (const char* className :
-         {"KNOB", "FADER", "LED", "BTRISTATEBUTTON", "BSTATIC", "BEDIT", "BRANGE", "SCALE", "MIXER"}) {
+    for (const char* className : {"KNOB", "FADER", "FADING", "LED", "BTRISTATEBUTTON", "BSTATIC", "BEDIT",
+                                  "BRANGE", "SCALE", "MIXER"}) {
         INFO(std::string(className));
         const TestPanel panel;
         panel.Declare("AMP1*device=simulated\nAMP1*a=float,-9,9,0,\nAMP1*b=float,-9,9,0,\n");
