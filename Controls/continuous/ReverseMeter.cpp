@@ -243,9 +243,7 @@ LRESULT CALLBACK ReverseMeterProc(HWND window, UINT message, WPARAM wParam, LPAR
 
 } // namespace
 
-extern const ControlImplementation reverseMeterControl{
-    .create = CreateProperties<REVMETERPROPERTIES>,
-    .procedure = ReverseMeterProc,
-    .purpose = "A number, or several combined, as a bar that hangs from the upper end of its range down to "
-               "the value: gain reduction.",
-    .dialog = LAID_OUT};
+extern const ControlImplementation reverseMeterControl = Implement<REVMETERPROPERTIES>(
+    ReverseMeterProc, LAID_OUT,
+    "A number, or several combined, as a bar that hangs from the upper end of its range down to "
+    "the value: gain reduction.");

@@ -30,6 +30,13 @@ LRESULT DefaultProc(const ControlClass& controlClass, HWND window, UINT message,
                              : CallWindowProcA(system, window, message, wParam, lParam);
 }
 
+// Those that a child of the control, which stands on a system control, gives itself.
+LRESULT Colours(const ControlClass& controlClass, HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    const HBRUSH brush = a_AskForColours(message, wParam, lParam);
+    return brush != nullptr ? reinterpret_cast<LRESULT>(brush)
+                            : DefaultProc(controlClass, window, message, wParam, lParam);
+}
+
 POINT PointOf(LPARAM lParam) {
     return {GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
 }
@@ -368,10 +375,7 @@ LRESULT CALLBACK CommonProc(HWND window, UINT message, WPARAM wParam, LPARAM lPa
         break;
     case WM_CTLCOLOREDIT:
     case WM_CTLCOLORSTATIC:
-        if (const HBRUSH brush = a_AskForColours(message, wParam, lParam); brush != nullptr) {
-            return reinterpret_cast<LRESULT>(brush);
-        }
-        break;
+        return Colours(controlClass, window, message, wParam, lParam);
     case WM_RBUTTONDOWN:
         RightButtonDown(*control, wParam);
         return 0;
