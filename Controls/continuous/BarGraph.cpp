@@ -103,9 +103,6 @@ private:
 
 namespace {
 
-constexpr KEYWORDPART RANGE_PARTS[] = {{"Maximum Value", IDC_MAXIMUM, 1, 1},
-                                       {"Minimum Value", IDC_MINIMUM, 0, 1}};
-
 constexpr Keyword VALUE = Handled<&BARGRAPHPROPERTIES::ValueKeyword>("value", KeywordKind::Number)
                               .Says("The number, of which a whole-number get gives what is before the point. "
                                     "Set, it is limited to the range and, unless it is the old one, sent to "
@@ -154,7 +151,7 @@ constexpr KeywordTable KEYWORDS({
     Property<&BARGRAPHPROPERTIES::RangeText, &BARGRAPHPROPERTIES::SetRange>("properties",
                                                                             KeywordKind::Numbers)
         .Saved()
-        .Parts(RANGE_PARTS)
+        .Parts(RANGE_PARTS<1, 1>)
         .Says(
             "Minimum and maximum (whole numbers) and value, joined by `,`; the value, or maximum and "
             "value, may be left out. With a minimum above the maximum the bar is turned over. A logarithmic "

@@ -3,6 +3,8 @@
 // allowed. A range that is wider than high is horizontal, with its minimum on the left, any other vertical,
 // with its minimum at the bottom. Interval in milliseconds, geometry in pixels.
 
+#include "Controls/drawing/Shading.h"
+#include "Controls/drawing/TextColours.h"
 #include "Controls/families/FunctionList.h"
 #include "Controls/families/RangedNumber.h"
 #include "Controls/framework/Keywords.h"
@@ -18,9 +20,7 @@ namespace {
 enum class Settable { Nothing, Ends, Value, All }; // in the order of the words
 
 constexpr int MARKER_REACH = 2; // to either side of its line
-constexpr COLORREF GROOVE = RGB(24, 26, 30);
 constexpr COLORREF GROOVE_SHADE = RGB(10, 11, 13);
-constexpr COLORREF GROOVE_LIGHT = RGB(92, 98, 106);
 
 } // namespace
 
@@ -68,9 +68,6 @@ private:
 
 namespace {
 
-constexpr KEYWORDPART RANGE_PARTS[] = {{"Maximum Value", IDC_MAXIMUM, 1, 1},
-                                       {"Minimum Value", IDC_MINIMUM, 0, 0}};
-
 constexpr Keyword VALUE = Handled<&RANGEPROPERTIES::ValueKeyword>("value", KeywordKind::Number)
                               .Says("The number. Set, it is limited to `properties` and, unless it is the "
                                     "old one, sent to everything the range is bound to.");
@@ -110,7 +107,7 @@ constexpr KeywordTable KEYWORDS({
         .Label("Permitted from")
         .Says("Lower end of the permitted range; empty for the end of `properties`. It is limited to `high` "
               "and to `properties`, and sent to `function1`."),
-    RANGE_KEYWORD.Parts(RANGE_PARTS)
+    RANGE_KEYWORD.Parts(RANGE_PARTS<1, 0>)
         .Says("Minimum and maximum (whole numbers) and value, joined by `,`; the value, or maximum and "
               "value, may be left out. Sends the value. With a minimum above the maximum the track is "
               "turned over."),
@@ -254,11 +251,6 @@ Layout LayoutOf(HWND window) {
     return Layout(client);
 }
 
-void Fill(HDC dc, const RECT& area, COLORREF colour) {
-    SetDCBrushColor(dc, colour);
-    FillRect(dc, &area, static_cast<HBRUSH>(GetStockObject(DC_BRUSH)));
-}
-
 COLORREF Lighter(COLORREF colour) {
     const auto half = [](int part) { return part + (255 - part) / 3; };
     return RGB(half(GetRValue(colour)), half(GetGValue(colour)), half(GetBValue(colour)));
@@ -274,30 +266,30 @@ void RANGEPROPERTIES::Draw(HDC dc, const RECT& client) const {
     const int bottom = top + thickness;
     // A groove, lit from above left.
     const RECT groove = layout.Area(0, layout.length, top, bottom);
-    Fill(dc, groove, GROOVE_LIGHT);
-    Fill(dc, {groove.left, groove.top, groove.right - 1, groove.bottom - 1}, GROOVE_SHADE);
-    Fill(dc, {groove.left + 1, groove.top + 1, groove.right - 1, groove.bottom - 1}, GROOVE);
+    FillGround(dc, RIM_COLOUR, groove);
+    FillGround(dc, GROOVE_SHADE, {groove.left, groove.top, groove.right - 1, groove.bottom - 1});
+    FillGround(dc, GROOVE_COLOUR, {groove.left + 1, groove.top + 1, groove.right - 1, groove.bottom - 1});
 
     const logic::Permitted permitted = Ends();
     const auto [from, to] = std::minmax({track.PlaceOf(permitted.low), track.PlaceOf(permitted.high)});
     const RECT band = layout.Area(from, to + 1, top + 1, bottom - 1);
-    Fill(dc, band, rangeColour);
-    const bool isThin = !layout.isHorizontal;
-    Fill(dc,
-         {band.left, band.top, isThin ? std::min(band.left + 1, band.right) : band.right,
-          isThin ? band.bottom : std::min(band.top + 1, band.bottom)},
-         Lighter(rangeColour));
+    FillGround(dc, rangeColour, band);
+    const bool isThin = !layout.isHorizontal; // the light falls on the left edge of an upright track
+    FillGround(dc, Lighter(rangeColour),
+               {band.left, band.top, isThin ? std::min(band.left + 1, band.right) : band.right,
+                isThin ? band.bottom : std::min(band.top + 1, band.bottom)});
     for (const int end : {from, to}) {
-        Fill(dc, layout.Area(end, end + 1, top, layout.breadth - 2), lineColour);
+        FillGround(dc, lineColour, layout.Area(end, end + 1, top, layout.breadth - 2));
         if (MayMoveEnds()) { // a foot to take it by
-            Fill(dc, layout.Area(end - 2, end + 3, layout.breadth - 5, layout.breadth - 1), lineColour);
+            FillGround(dc, lineColour, layout.Area(end - 2, end + 3, layout.breadth - 5, layout.breadth - 1));
         }
     }
 
     const int marker = track.PlaceOf(value);
     const COLORREF colour = State() != 0 ? alarmColour : lineColour;
-    Fill(dc, layout.Area(marker - MARKER_REACH, marker + MARKER_REACH + 1, 0, bottom + 2), GROOVE_SHADE);
-    Fill(dc, layout.Area(marker - MARKER_REACH + 1, marker + MARKER_REACH, 1, bottom + 1), colour);
+    FillGround(dc, GROOVE_SHADE,
+               layout.Area(marker - MARKER_REACH, marker + MARKER_REACH + 1, 0, bottom + 2));
+    FillGround(dc, colour, layout.Area(marker - MARKER_REACH + 1, marker + MARKER_REACH, 1, bottom + 1));
 }
 
 // Input

@@ -5,6 +5,7 @@
 
 #include "Controls/OSMIRControlLib.h"
 #include "Controls/drawing/Shading.h"
+#include "Controls/drawing/TextColours.h"
 #include "Controls/families/RangedNumber.h"
 #include "Controls/families/RelativeMode.h"
 #include "Controls/framework/Keywords.h"
@@ -20,9 +21,6 @@ namespace {
 
 constexpr int UNLIT = 0; // parts of the image
 constexpr int LIT = 1;
-
-constexpr COLORREF GROOVE = RGB(24, 26, 30);
-constexpr COLORREF RIM = RGB(92, 98, 106);
 
 } // namespace
 
@@ -66,9 +64,6 @@ private:
 
 namespace {
 
-constexpr KEYWORDPART RANGE_PARTS[] = {{"Maximum Value", IDC_MAXIMUM, 1, 1},
-                                       {"Minimum Value", IDC_MINIMUM, 0, 0}};
-
 constexpr Keyword VALUE = Handled<&REVMETERPROPERTIES::ValueKeyword>("value", KeywordKind::Number)
                               .Says("The number. Set, it is limited to the range and, unless it is the old "
                                     "one, sent to everything the meter is bound to. An integer that is got "
@@ -89,7 +84,7 @@ constexpr KeywordTable KEYWORDS({
     INTERVAL_KEYWORD,
     LAYER_KEYWORD,
     LEVEL_KEYWORD,
-    RANGE_KEYWORD.Parts(RANGE_PARTS)
+    RANGE_KEYWORD.Parts(RANGE_PARTS<1, 0>)
         .Says("Both ends (whole numbers), in any order, and value, joined by `,`; the value, or the second "
               "end and the value, may be left out. The bar hangs from the greater end. Sends the value."),
     Relative<&REVMETERPROPERTIES::relativeMode>("relative")
@@ -198,12 +193,10 @@ void REVMETERPROPERTIES::Draw(HDC dc, const RECT& client) const {
         parts.Draw(dc, UNLIT, {0, bar, client.right, client.bottom});
         return;
     }
-    const auto brush = static_cast<HBRUSH>(GetStockObject(DC_BRUSH));
-    SetDCBrushColor(dc, GROOVE);
-    FillRect(dc, &client, brush);
+    FillGround(dc, GROOVE_COLOUR, client);
     DrawShadedColumns(dc, {0, 0, client.right, bar}, BAR_COLOUR);
-    SetDCBrushColor(dc, RIM);
-    FrameRect(dc, &client, brush);
+    SetDCBrushColor(dc, RIM_COLOUR);
+    FrameRect(dc, &client, static_cast<HBRUSH>(GetStockObject(DC_BRUSH)));
 }
 
 bool REVMETERPROPERTIES::BeginDrag(POINT point) {

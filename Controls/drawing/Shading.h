@@ -6,6 +6,9 @@
 
 constexpr COLORREF BAR_COLOUR = RGB(234, 144, 3);
 constexpr COLORREF BRIGHT_BAR_COLOUR = RGB(234, 184, 3);
+// Of the groove that a bar or a marker lies in: its ground and its lit rim.
+constexpr COLORREF GROOVE_COLOUR = RGB(24, 26, 30);
+constexpr COLORREF RIM_COLOUR = RGB(92, 98, 106);
 
 // Fills the area row by row (column by column) with the colour, brightest in the middle row (column).
 void DrawShadedRows(HDC dc, const RECT& area, COLORREF colour);

@@ -235,9 +235,6 @@ void DrawInto(CONTROLPROPERTIES& control, HDC target) {
     RECT client{};
     GetClientRect(control.window, &client);
     const cOffScreen buffer(target, client.right, client.bottom);
-    RECT wanted = client; // what is to be painted, which may be a small part
-    GetClipBox(target, &wanted);
-    IntersectClipRect(buffer.Dc(), wanted.left, wanted.top, wanted.right, wanted.bottom);
     DrawBehind(control, buffer.Dc(), client);
     control.Draw(buffer.Dc(), client);
     if (control.notEqual && !control.DrawsNotEqual(client)) {
