@@ -385,7 +385,7 @@ void FrameWindow::ShowNotice() {
 
 std::string FrameWindow::DeviceFileFor(const std::string& file) const {
     if (!commandLine_.deviceFile.empty()) {
-        return commandLine_.deviceFile; // the network stays the same whichever panel is opened
+        return commandLine_.deviceFile; // the devices stay the same whichever panel is opened
     }
     const std::string beside = file.empty() ? "" : WithExtension(file, ".devices");
     return FileExists(beside) ? beside : "";

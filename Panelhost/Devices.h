@@ -27,7 +27,7 @@ constexpr DWORD NO_AGE = 0xFFFFFFFF;
 // then gets both parameters, on the panel's thread. One that finds the device gone is lost with the window.
 constexpr UINT DEVICE_NEWS = WM_USER + 1;
 
-// A device of the network: an object of kind 1 under the root with a message-only window. A kind of device
+// A device: an object of kind 1 under the root with a message-only window. A kind of device
 // derives from it, answers OnRequestList with the handler of a parameter, OnIsAlive, OnGetKeywords and
 // OnGetDatatype, the text forms of OnGet and OnSet (read a parameter, and change it as if the device itself
 // had), OnParameterState, and OnTimer once a tick of the root.

@@ -18,7 +18,7 @@ enum class KeywordKind {
     Addresses, // OBJECT*keyword or OBJECT, joined by ";"
     Line,      // a property line for later
     Rectangle, // "left,top,right,bottom"
-    Record,    // a value of bytes, with a text form where it has one
+    Block,     // a value of bytes, with a text form where it has one
 };
 
 // One of the numbers of a keyword of the kind Numbers, for a dialog that shows each in a field of its own.

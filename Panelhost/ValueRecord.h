@@ -18,7 +18,7 @@ constexpr int DATATYPE_INTEGER = 5; // 32-bit signed
 constexpr int DATATYPE_FLOAT = 9;   // 32-bit IEEE, always finite
 constexpr int DATATYPE_TEXT = 11;   // zero-terminated, buffer of TEXT_SIZE bytes
 constexpr int DATATYPE_DATA = 37;   // data buffer
-// Records, exchanged as bytes. Their numbers are always finite; types and units can be ones that the receiver
+// Blocks, exchanged as bytes. Their numbers are always finite; types and units can be ones that the receiver
 // does not know.
 constexpr int DATATYPE_DELAY = 15;      // logic::DelaySetting, 12 bytes
 constexpr int DATATYPE_CROSSOVER = 19;  // logic::Crossover, 36 bytes; a device reads and writes the filters
@@ -28,7 +28,7 @@ constexpr int DATATYPE_CHANNEL_EQ = 32; // the same
 
 // Whether a value that is kept in the one datatype can be read in the other. Integer, float and text convert
 // into each other as the a_Answer functions do it; whether a text is a number shows when it is asked. A
-// record can be read as itself and as text, data as itself only. What has no value has no form.
+// block can be read as itself and as text, data as itself only. What has no value has no form.
 PANELHOST_API bool a_HasForm(int keptDatatype, int askedDatatype);
 
 // What CWM_MESSAGE carries and every keyword handler receives.

@@ -30,16 +30,35 @@ set(APP_DIR ${PROJECT_BINARY_DIR}/app)
 set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${APP_DIR})
 set(CMAKE_SHARED_LIBRARY_PREFIX "")
 
-# What nearly every file reads of the system and of the standard library is compiled once for each program and library.
+# What nearly every file reads of the system and of the standard library is compiled once, and so it is for the tests,
+# which add their framework and are not optimised: most of them runs once, and compiling them was a third of all.
 # A file still includes what it uses: CMAKE_DISABLE_PRECOMPILE_HEADERS builds without this. In precompiled headers GCC 12
 # also sees copies beyond the end of strings, which it does not elsewhere.
-function(precompile_system_headers target)
-    target_precompile_headers(${target} PRIVATE <winsock2.h> <windows.h> <commctrl.h> <algorithm> <memory> <optional>
-        <string> <string_view> <unordered_map> <utility> <vector> ${ARGN})
+function(use_precompiled_headers target owner)
+    if(target STREQUAL owner)
+        target_precompile_headers(${owner} PRIVATE ${ARGN})
+    else()
+        target_precompile_headers(${target} REUSE_FROM ${owner})
+    endif()
     if(NOT CMAKE_DISABLE_PRECOMPILE_HEADERS)
         target_compile_options(${target} PRIVATE
             "$<$<COMPILE_LANGUAGE:CXX>:-Wno-array-bounds;-Wno-stringop-overflow;-Wno-stringop-overread>")
     endif()
+endfunction()
+
+set(STANDARD_HEADERS <algorithm> <memory> <optional> <string> <string_view> <unordered_map> <utility> <vector>)
+set(SYSTEM_HEADERS <winsock2.h> <windows.h> <commctrl.h> ${STANDARD_HEADERS})
+add_library(system_headers OBJECT ${CMAKE_CURRENT_LIST_DIR}/SystemHeaders.cpp)
+use_precompiled_headers(system_headers system_headers ${SYSTEM_HEADERS})
+
+function(precompile_system_headers target)
+    use_precompiled_headers(${target} system_headers)
+endfunction()
+
+# Of a target that is linked to test_support.
+function(precompile_test_headers target)
+    target_compile_options(${target} PRIVATE $<$<COMPILE_LANGUAGE:CXX>:-O0>)
+    use_precompiled_headers(${target} test_support ${SYSTEM_HEADERS} <doctest/doctest.h>)
 endfunction()
 
 set(staged)

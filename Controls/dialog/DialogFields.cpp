@@ -8,14 +8,14 @@ namespace {
 constexpr int FIRST_ITEM = 2000;
 constexpr int ITEMS_OF_ROW = 4;
 
-using Editor = DialogField::Editor;
+using Input = DialogField::Input;
 
 bool HasChooser(KeywordKind kind) {
     return kind == KeywordKind::Colour || kind == KeywordKind::Typeface;
 }
 
-Editor EditorFor(KeywordKind kind) {
-    return kind == KeywordKind::Words ? Editor::List : Editor::Edit;
+Input InputFor(KeywordKind kind) {
+    return kind == KeywordKind::Words ? Input::List : Input::Edit;
 }
 
 void AddFields(std::vector<DialogField>& fields, const char* keyword, const KEYWORDINFO& info,
@@ -23,17 +23,17 @@ void AddFields(std::vector<DialogField>& fields, const char* keyword, const KEYW
     for (int i = 0; i < info.optionCount; ++i) {
         const KEYWORDOPTION& option = info.options[i];
         fields.push_back(
-            {Editor::Option, keyword, &info, info.label, option.item, 0, 0, -1, -1, option.value});
+            {Input::Option, keyword, &info, info.label, option.item, 0, 0, -1, -1, option.value});
     }
     for (int i = 0; i < info.partCount; ++i) {
         const KEYWORDPART& part = info.parts[i];
-        fields.push_back({Editor::Edit, keyword, &info, part.label, part.item, 0, 0, part.number, part.last});
+        fields.push_back({Input::Edit, keyword, &info, part.label, part.item, 0, 0, part.number, part.last});
     }
     if (*info.pictures != '\0') {
-        fields.push_back({Editor::Picture, keyword, &info, "Bitmap", IDC_BITMAP_NAME, IDC_CHOOSE_BITMAP, 0});
+        fields.push_back({Input::Picture, keyword, &info, "Bitmap", IDC_BITMAP_NAME, IDC_CHOOSE_BITMAP, 0});
     } else if (*info.label != '\0' && info.optionCount == 0) {
         const auto orElse = [](int item, int other) { return item != 0 ? item : other; };
-        fields.push_back({EditorFor(info.kind), keyword, &info, info.label, orElse(info.item, firstItem),
+        fields.push_back({InputFor(info.kind), keyword, &info, info.label, orElse(info.item, firstItem),
                           HasChooser(info.kind) ? orElse(info.chooser, firstItem + 1) : 0,
                           info.preview != nullptr ? orElse(info.previewItem, firstItem + 2) : 0});
     }

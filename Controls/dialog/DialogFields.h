@@ -7,9 +7,9 @@
 
 // What a parameter dialog shows of a keyword, or of one of the numbers of its value.
 struct DialogField {
-    enum class Editor { Edit, List, Option, Picture };
+    enum class Input { Edit, List, Option, Picture };
 
-    Editor editor;
+    Input input;
     const char* keyword;
     const KEYWORDINFO* info;
     const char* label;

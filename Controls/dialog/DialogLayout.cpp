@@ -132,11 +132,11 @@ void AddField(Template& dialog, const DialogField& field, const Column& column, 
     const bool hasChooser = field.chooser != 0;
     const int width = column.fieldWidth - (hasChooser ? CHOOSER_WIDTH + GAP : 0);
     const Box place{column.field, top, width, LINE_HEIGHT};
-    switch (field.editor) {
-    case DialogField::Editor::List:
+    switch (field.input) {
+    case DialogField::Input::List:
         dialog.List(field.item, {column.field, top - 1, width, LIST_DROPPED});
         break;
-    case DialogField::Editor::Picture:
+    case DialogField::Input::Picture:
         dialog.Add(WC_STATICA, "-", field.item,
                    SS_LEFT | SS_CENTERIMAGE | SS_NOPREFIX | SS_PATHELLIPSIS | WS_GROUP, place);
         break;

@@ -18,7 +18,7 @@
 
 namespace {
 
-using Editor = DialogField::Editor;
+using Input = DialogField::Input;
 
 constexpr WPARAM LONGEST_TYPED = 16 * TEXT_SIZE; // more than is taken: it is refused as a whole, not cut
 
@@ -78,7 +78,7 @@ const DialogField* ChosenOption(const ControlDialog& dialog, const char* keyword
     const std::string value = dialog.KeywordText(keyword);
     const DialogField* chosen = nullptr;
     for (const DialogField& field : dialog.fields) {
-        if (field.editor == Editor::Option && field.keyword == keyword) {
+        if (field.input == Input::Option && field.keyword == keyword) {
             chosen = &field;
             if (value == field.value) {
                 break;
@@ -90,22 +90,22 @@ const DialogField* ChosenOption(const ControlDialog& dialog, const char* keyword
 
 void RefillField(const ControlDialog& dialog, const DialogField& field) {
     const HWND item = dialog.Item(field.item);
-    switch (field.editor) {
-    case Editor::Edit:
+    switch (field.input) {
+    case Input::Edit:
         // What is being typed is the user's until it is applied.
         if (GetFocus() != item || SendMessageA(item, EM_GETMODIFY, 0, 0) == 0) {
             RestoreField(dialog, field);
         }
         break;
-    case Editor::Option:
+    case Input::Option:
         CheckDlgButton(dialog.Handle(), field.item,
                        &field == ChosenOption(dialog, field.keyword) ? BST_CHECKED : BST_UNCHECKED);
         break;
-    case Editor::List:
+    case Input::List:
         SendMessageA(item, CB_SELECTSTRING, static_cast<WPARAM>(-1),
                      reinterpret_cast<LPARAM>(dialog.KeywordText(field.keyword).c_str()));
         break;
-    case Editor::Picture: {
+    case Input::Picture: {
         const std::string name = dialog.KeywordText(field.keyword);
         SetWindowTextA(item, name.empty() ? "-" : name.c_str());
         break;
@@ -200,11 +200,11 @@ bool IsChoice(ControlDialog& dialog, int id, WORD code) {
 
 void HandleFieldCommand(ControlDialog& dialog, const DialogField& field, int id, WORD code, LPARAM number) {
     if (id == field.chooser) {
-        field.editor == Editor::Picture ? ChoosePicture(dialog, field) : ChooseValue(dialog, field);
+        field.input == Input::Picture ? ChoosePicture(dialog, field) : ChooseValue(dialog, field);
         return;
     }
-    switch (field.editor) {
-    case Editor::Edit:
+    switch (field.input) {
+    case Input::Edit:
         if (code == EDIT_ENTER || (code == EDIT_LEFT && !dialog.filling)) {
             ApplyField(dialog, field);
         } else if (code == EDIT_ESCAPE) {
@@ -212,12 +212,12 @@ void HandleFieldCommand(ControlDialog& dialog, const DialogField& field, int id,
             dialog.ShowStatus("");
         }
         break;
-    case Editor::Option:
+    case Input::Option:
         if (code == BN_CLICKED) { // also the one that is on: the line does it anew
             dialog.SendLine(LineOf(field, field.value));
         }
         break;
-    case Editor::List:
+    case Input::List:
         if (IsChoice(dialog, id, code)) {
             char text[64] = "";
             SendDlgItemMessageA(dialog.Handle(), id, CB_GETLBTEXT, static_cast<WPARAM>(number),
@@ -225,7 +225,7 @@ void HandleFieldCommand(ControlDialog& dialog, const DialogField& field, int id,
             dialog.SendLine(LineOf(field, text));
         }
         break;
-    case Editor::Picture:
+    case Input::Picture:
         break;
     }
 }
@@ -313,10 +313,10 @@ void ControlDialog::Initialize() {
     std::erase_if(fields, [this](const DialogField& field) { return Item(field.item) == nullptr; });
     for (const DialogField& field : fields) {
         const HWND item = Item(field.item);
-        if (field.editor == Editor::Edit) {
+        if (field.input == Input::Edit) {
             a_SubclassEditControl(item);
             SendMessageA(item, EM_LIMITTEXT, LONGEST_TYPED, 0);
-        } else if (field.editor == Editor::List) {
+        } else if (field.input == Input::List) {
             for (const auto word : logic::SplitFields(field.info->words, ',')) {
                 ComboBox_AddString(item, std::string(word).c_str());
             }

@@ -1,8 +1,8 @@
-// EQ: an editor for one band of a parametric equaliser. It holds the band's record, shows it in a list,
-// fields and a toggle of its own, follows the device and sends the record whenever one of them is changed.
+// EQ: a form for one band of a parametric equaliser. It holds the band's block, shows it in a list,
+// fields and a toggle of its own, follows the device and sends the block whenever one of them is changed.
 // Frequencies are in Hz, gains in dB, bandwidths in octaves, interval in milliseconds.
 
-#include "Controls/families/RecordEditor.h"
+#include "Controls/families/BlockForm.h"
 #include "Controls/framework/Control.h"
 #include "Controls/framework/Keywords.h"
 #include "Controls/resources/resource.h"
@@ -48,22 +48,22 @@ enum EqRow {
 constexpr int UPPER_ROW = 55;
 constexpr int LOWER_ROW = 113;
 
-constexpr EditorChild LAYOUT[] = {
-    {EditorPart::Title, "", 5, 5, 115, 15},
-    {EditorPart::Label, "TYPE", 5, 26, 35, 24},
-    {EditorPart::List, "", 45, 26, 75, 200, TYPE_LIST, CBS_OWNERDRAWFIXED | WS_TABSTOP},
-    {EditorPart::Label, "GAIN", 5, UPPER_ROW, 35, 23},
-    {EditorPart::Field, "+0.0 dB", 45, UPPER_ROW, 75, 23, GAIN_FIELD, WS_TABSTOP},
-    {EditorPart::Spin, "", 0, 0, 0, 0, GAIN_SPIN},
-    {EditorPart::Label, "FREQ", 5, 84, 40, 23},
-    {EditorPart::Field, "0 Hz", 45, 84, 75, 23, FREQUENCY_FIELD, WS_TABSTOP},
-    {EditorPart::Spin, "", 0, 0, 0, 0, FREQUENCY_SPIN},
-    {EditorPart::Label, "Q", 5, LOWER_ROW, 40, 23},
-    {EditorPart::Field, "0.0", 45, LOWER_ROW, 75, 23, Q_FIELD, WS_TABSTOP},
-    {EditorPart::Spin, "", 0, 0, 0, 0, Q_SPIN},
-    {EditorPart::Label, "SLOPE", 5, LOWER_ROW, 40, 24, 0, 0, true},
-    {EditorPart::List, "", 45, LOWER_ROW, 75, 200, SLOPE_LIST, CBS_OWNERDRAWFIXED | WS_TABSTOP, true},
-    {EditorPart::Toggle, "BYPASS", 5, 142, 115, 23, BYPASS, WS_TABSTOP},
+constexpr FormChild LAYOUT[] = {
+    {FormPart::Title, "", 5, 5, 115, 15},
+    {FormPart::Label, "TYPE", 5, 26, 35, 24},
+    {FormPart::List, "", 45, 26, 75, 200, TYPE_LIST, CBS_OWNERDRAWFIXED | WS_TABSTOP},
+    {FormPart::Label, "GAIN", 5, UPPER_ROW, 35, 23},
+    {FormPart::Field, "+0.0 dB", 45, UPPER_ROW, 75, 23, GAIN_FIELD, WS_TABSTOP},
+    {FormPart::Spin, "", 0, 0, 0, 0, GAIN_SPIN},
+    {FormPart::Label, "FREQ", 5, 84, 40, 23},
+    {FormPart::Field, "0 Hz", 45, 84, 75, 23, FREQUENCY_FIELD, WS_TABSTOP},
+    {FormPart::Spin, "", 0, 0, 0, 0, FREQUENCY_SPIN},
+    {FormPart::Label, "Q", 5, LOWER_ROW, 40, 23},
+    {FormPart::Field, "0.0", 45, LOWER_ROW, 75, 23, Q_FIELD, WS_TABSTOP},
+    {FormPart::Spin, "", 0, 0, 0, 0, Q_SPIN},
+    {FormPart::Label, "SLOPE", 5, LOWER_ROW, 40, 24, 0, 0, true},
+    {FormPart::List, "", 45, LOWER_ROW, 75, 200, SLOPE_LIST, CBS_OWNERDRAWFIXED | WS_TABSTOP, true},
+    {FormPart::Toggle, "BYPASS", 5, 142, 115, 23, BYPASS, WS_TABSTOP},
 };
 
 // The children that can be disabled, by bit.
@@ -97,7 +97,7 @@ private:
 
 } // namespace
 
-class EQPROPERTIES : public RECORDEDITOR<EqBand> {
+class EQPROPERTIES : public BLOCKFORM<EqBand> {
 public:
     EQPROPERTIES() {
         parts = {{&requests, &requests, DATATYPE_MASTER_EQ, [](EqBand& band) -> void* { return &band; },
@@ -107,7 +107,7 @@ public:
     void SetDefaults() override;
     void BindingsChanged() override;
 
-    std::span<const EditorChild> Layout() const override { return LAYOUT; }
+    std::span<const FormChild> Layout() const override { return LAYOUT; }
     SIZE FixedSize() const override { return {125, 170}; }
     int FirstId(bool backwards) const override { return backwards || value.bypass != 0 ? BYPASS : TYPE_LIST; }
     bool IsMarked(int) const override { return isFocused; }
@@ -158,10 +158,10 @@ private:
 
 namespace {
 
-constexpr Keyword RECORD = Handled<&EQPROPERTIES::RecordKeyword>("value", KeywordKind::Record);
+constexpr Keyword BLOCK = Handled<&EQPROPERTIES::BlockKeyword>("value", KeywordKind::Block);
 
 constexpr KeywordTable KEYWORDS({
-    RECORD.Named(" ").Says(
+    BLOCK.Named(" ").Says(
         "The same as `value`, but a text is refused: it was meant for a keyword that there is not."),
     Handled<&EQPROPERTIES::BandwidthKeyword>("bw", KeywordKind::Words)
         .OneOf("q,bw")
@@ -193,7 +193,7 @@ constexpr KeywordTable KEYWORDS({
     INTERVAL_KEYWORD,
     LAYER_KEYWORD,
     LEVEL_KEYWORD,
-    RECORD.Says(
+    BLOCK.Says(
         "The band: 24 bytes of the datatype that `datatype` names (30 or 32), or the text of `properties`. "
         "Set, it is shown and, unless it is the old one, sent to everything the control is bound to."),
 });
@@ -243,7 +243,7 @@ bool EQPROPERTIES::SetDisabledItems(const std::string& text) {
 // Showing
 
 void EQPROPERTIES::SetDefaults() {
-    EDITORPROPERTIES::SetDefaults();
+    FORMPROPERTIES::SetDefaults();
     clipboardFormat = a_GetClipboardFormat("EQ band");
     int isBandwidth = 0;
     a_Request(this, "bandwidth", &isBandwidth);
@@ -337,7 +337,7 @@ void EQPROPERTIES::SetDatatype(int type) {
     }
     parts.front().datatype = type;
     FillTypes();
-    // The devices are asked for the other record from now on.
+    // The devices are asked for the other block from now on.
     const std::string line = "function=" + a_BuildString(functions);
     SendMessageA(window, CWM_LOAD, LOAD_FROM_FILE, reinterpret_cast<LPARAM>(line.c_str()));
 }
@@ -382,7 +382,7 @@ void EQPROPERTIES::DrawPicture(int listId, int item, HDC dc, const RECT& place) 
 // Values and input
 
 void EQPROPERTIES::BindingsChanged() {
-    RECORDEDITOR::BindingsChanged();
+    BLOCKFORM::BindingsChanged();
     FillTypes();
 }
 
@@ -413,7 +413,7 @@ void EQPROPERTIES::ShowMenu(HWND, POINT place) {
 namespace {
 
 LRESULT CALLBACK EqProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    const LRESULT result = EditorProc(window, message, wParam, lParam);
+    const LRESULT result = FormProc(window, message, wParam, lParam);
     if (message == WM_SETTEXT) {
         if (auto* eq = PropertiesOf<EQPROPERTIES>(window); eq != nullptr) {
             eq->SetTitle();

@@ -1,10 +1,10 @@
-// XOVER: an editor for one output channel of a loudspeaker crossover: a high-pass and a low-pass filter, a
+// XOVER: a form for one output channel of a loudspeaker crossover: a high-pass and a low-pass filter, a
 // gain trim, the polarity and a delay. Each of the four has functions of its own, so that each travels alone;
 // a connected control gets all of them as one record. Frequencies are in Hz, gains in dB, interval in
 // milliseconds.
 
+#include "Controls/families/BlockForm.h"
 #include "Controls/families/FunctionList.h"
-#include "Controls/families/RecordEditor.h"
 #include "Controls/framework/Control.h"
 #include "Controls/framework/Keywords.h"
 #include "Controls/resources/resource.h"
@@ -47,28 +47,28 @@ constexpr int MIDDLE = 146;   // x between the two filters
 constexpr int WIDTH = 292;
 constexpr int MARGIN = 5;
 
-constexpr EditorChild LAYOUT[] = {
-    {EditorPart::Title, "HIPASS", 5, 5, 136, 15, HIGH_PASS_TITLE},
-    {EditorPart::Title, "LOPASS", 151, 5, 136, 15, LOW_PASS_TITLE},
-    {EditorPart::Label, "RESPONSE", 5, 26, 60, 24},
-    {EditorPart::Label, "RESPONSE", 151, 26, 60, 24},
-    {EditorPart::List, "", 66, 26, 75, 200, HIGH_PASS_TYPE, CBS_OWNERDRAWVARIABLE | WS_TABSTOP},
-    {EditorPart::List, "", 212, 26, 75, 200, LOW_PASS_TYPE, CBS_OWNERDRAWFIXED | WS_TABSTOP},
-    {EditorPart::Label, "FREQ", 5, 54, 60, 23},
-    {EditorPart::Label, "FREQ", 151, 54, 60, 23},
-    {EditorPart::Field, "0 Hz", 66, 54, 75, 23, HIGH_PASS_FIELD, WS_TABSTOP},
-    {EditorPart::Spin, "", 0, 0, 0, 0, HIGH_PASS_SPIN},
-    {EditorPart::Field, "0 Hz", 212, 54, 75, 23, LOW_PASS_FIELD, WS_TABSTOP},
-    {EditorPart::Spin, "", 0, 0, 0, 0, LOW_PASS_SPIN},
-    {EditorPart::Label, "GAIN TRIM", 5, 106, 60, 23},
-    {EditorPart::Field, "+0.0 dB", 66, 106, 75, 23, GAIN_FIELD, WS_TABSTOP},
-    {EditorPart::Spin, "", 0, 0, 0, 0, GAIN_SPIN},
-    {EditorPart::Label, "POLARITY", 5, 134, 60, 23},
-    {EditorPart::TextList, "", 66, 134, 75, 200, POLARITY, WS_TABSTOP},
-    {EditorPart::Label, "DELAY", 151, 106, 60, 23},
-    {EditorPart::Field, "0 ms", 212, 106, 75, 23, DELAY_FIELD},
-    {EditorPart::Spin, "", 0, 0, 0, 0, DELAY_SPIN},
-    {EditorPart::Toggle, "BYPASS", 151, 134, 135, 23, DELAY_BYPASS},
+constexpr FormChild LAYOUT[] = {
+    {FormPart::Title, "HIPASS", 5, 5, 136, 15, HIGH_PASS_TITLE},
+    {FormPart::Title, "LOPASS", 151, 5, 136, 15, LOW_PASS_TITLE},
+    {FormPart::Label, "RESPONSE", 5, 26, 60, 24},
+    {FormPart::Label, "RESPONSE", 151, 26, 60, 24},
+    {FormPart::List, "", 66, 26, 75, 200, HIGH_PASS_TYPE, CBS_OWNERDRAWVARIABLE | WS_TABSTOP},
+    {FormPart::List, "", 212, 26, 75, 200, LOW_PASS_TYPE, CBS_OWNERDRAWFIXED | WS_TABSTOP},
+    {FormPart::Label, "FREQ", 5, 54, 60, 23},
+    {FormPart::Label, "FREQ", 151, 54, 60, 23},
+    {FormPart::Field, "0 Hz", 66, 54, 75, 23, HIGH_PASS_FIELD, WS_TABSTOP},
+    {FormPart::Spin, "", 0, 0, 0, 0, HIGH_PASS_SPIN},
+    {FormPart::Field, "0 Hz", 212, 54, 75, 23, LOW_PASS_FIELD, WS_TABSTOP},
+    {FormPart::Spin, "", 0, 0, 0, 0, LOW_PASS_SPIN},
+    {FormPart::Label, "GAIN TRIM", 5, 106, 60, 23},
+    {FormPart::Field, "+0.0 dB", 66, 106, 75, 23, GAIN_FIELD, WS_TABSTOP},
+    {FormPart::Spin, "", 0, 0, 0, 0, GAIN_SPIN},
+    {FormPart::Label, "POLARITY", 5, 134, 60, 23},
+    {FormPart::TextList, "", 66, 134, 75, 200, POLARITY, WS_TABSTOP},
+    {FormPart::Label, "DELAY", 151, 106, 60, 23},
+    {FormPart::Field, "0 ms", 212, 106, 75, 23, DELAY_FIELD},
+    {FormPart::Spin, "", 0, 0, 0, 0, DELAY_SPIN},
+    {FormPart::Toggle, "BYPASS", 151, 134, 135, 23, DELAY_BYPASS},
 };
 constexpr int HIGH_PASS_TITLE_ROW = 0;
 
@@ -86,7 +86,7 @@ constexpr CrossoverField FieldOf(int id) {
 
 } // namespace
 
-class XOVERPROPERTIES : public RECORDEDITOR<Crossover> {
+class XOVERPROPERTIES : public BLOCKFORM<Crossover> {
 public:
     XOVERPROPERTIES();
     KeywordList Keywords() const override;
@@ -94,7 +94,7 @@ public:
     void SetDefaults() override;
     void Draw(HDC dc, const RECT& client) const override;
 
-    std::span<const EditorChild> Layout() const override { return LAYOUT; }
+    std::span<const FormChild> Layout() const override { return LAYOUT; }
     SIZE FixedSize() const override { return {WIDTH, 170}; }
     int FirstId(bool backwards) const override { return backwards ? POLARITY : HIGH_PASS_TYPE; }
     bool IsMarked(int titleRow) const override {
@@ -190,7 +190,7 @@ std::string ConfigurationState(std::string_view name) {
 
 namespace {
 
-constexpr Keyword RECORD = Handled<&XOVERPROPERTIES::RecordKeyword>("value", KeywordKind::Record);
+constexpr Keyword BLOCK = Handled<&XOVERPROPERTIES::BlockKeyword>("value", KeywordKind::Block);
 
 template <int slot>
 constexpr Keyword SlotKeyword(const char* name) {
@@ -200,10 +200,10 @@ constexpr Keyword SlotKeyword(const char* name) {
 }
 
 constexpr KeywordTable KEYWORDS({
-    RECORD.Named(" ").Says(
+    BLOCK.Named(" ").Says(
         "The same as `value`, but a text is refused: it was meant for a keyword that there is not."),
     CONNECTION_KEYWORD.Says("Controls it is connected to, `OBJECT*keyword` or `OBJECT`, joined by `;`. They "
-                            "get the whole record at every change, but keep what they hold of a part whose "
+                            "get the whole block at every change, but keep what they hold of a part whose "
                             "function cannot be reached. Saved after all other keywords."),
     Property<&XOVERPROPERTIES::Configuration, &XOVERPROPERTIES::LoadConfiguration>("config",
                                                                                    KeywordKind::File)
@@ -233,8 +233,8 @@ constexpr KeywordTable KEYWORDS({
     INTERVAL_KEYWORD,
     LAYER_KEYWORD,
     LEVEL_KEYWORD,
-    RECORD.Says("The channel: 36 bytes of datatype 19, or a [text](panel-files.md#crossover-configurations). "
-                "Set, it is shown and, unless it is the old one, all of it is sent."),
+    BLOCK.Says("The channel: 36 bytes of datatype 19, or a [text](panel-files.md#crossover-configurations). "
+               "Set, it is shown and, unless it is the old one, all of it is sent."),
 });
 
 } // namespace
@@ -244,7 +244,7 @@ KeywordList XOVERPROPERTIES::Keywords() const {
 }
 
 LRESULT XOVERPROPERTIES::OnGetTooltip(WPARAM wParam, LPARAM lParam) {
-    EDITORPROPERTIES::OnGetTooltip(wParam, lParam);
+    FORMPROPERTIES::OnGetTooltip(wParam, lParam);
     if (IsMissingConfiguration(configuration)) {
         auto* text = reinterpret_cast<char*>(lParam);
         const std::size_t length = std::strlen(text);
@@ -274,7 +274,7 @@ bool XOVERPROPERTIES::LoadConfiguration(const std::string& wanted) {
     if (taken <= 0) {
         TRACE("XOver configuration %s: %s\n", wanted.c_str(),
               taken < 0 ? "cannot be read" : "nothing to load");
-        ShowRecord(before);
+        ShowBlock(before);
         if (taken == 0 || isLoading) {
             return false;
         }
@@ -291,7 +291,7 @@ bool XOVERPROPERTIES::LoadConfiguration(const std::string& wanted) {
 // Showing
 
 void XOVERPROPERTIES::SetDefaults() {
-    EDITORPROPERTIES::SetDefaults();
+    FORMPROPERTIES::SetDefaults();
     filterFormat = a_GetClipboardFormat("XOver filter");
     channelFormat = a_GetClipboardFormat("XOver");
     FillList(HIGH_PASS_TYPE, logic::CROSSOVER_NAMES);
@@ -306,7 +306,7 @@ void XOVERPROPERTIES::SetDefaults() {
 }
 
 void XOVERPROPERTIES::Draw(HDC dc, const RECT& client) const {
-    EDITORPROPERTIES::Draw(dc, client);
+    FORMPROPERTIES::Draw(dc, client);
     int y = SEPARATOR;
     for (const int pen : {BLACK_PEN, WHITE_PEN}) {
         const Selected selected(dc, GetStockObject(pen));
@@ -439,7 +439,7 @@ void XOVERPROPERTIES::ShowMenu(HWND child, POINT place) {
 }
 
 extern const ControlImplementation xoverControl = Implement<XOVERPROPERTIES>(
-    EditorProc, LAID_OUT,
+    FormProc, LAID_OUT,
     "Editor of one output channel of a loudspeaker crossover, 292 by 170 pixels: two filters, "
     "gain trim, polarity and delay, each bound by functions of its own. [What it takes "
     "besides](panel-files.md#equalisers-and-crossovers).");

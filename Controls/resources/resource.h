@@ -82,7 +82,7 @@
 #define IDC_STEREO 1102
 #define IDC_CONFIGURATION_STATE 1103
 
-/* Menus: what a panel offers for its controls, for an entry of a list of bindings, and what the editor panels
+/* Menus: what a panel offers for its controls, for an entry of a list of bindings, and what the forms
  * offer for their values. */
 #define IDR_CONTROL_MENU 120
 #define IDR_LIST_MENU 121

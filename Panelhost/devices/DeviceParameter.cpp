@@ -11,7 +11,7 @@ bool DeviceParameter::Declare(const logic::ParameterDeclaration& declaration) {
     if (declared.IsNumber() || declaration.type == logic::ParameterType::Text) {
         declared.text_ = declaration.value;
         declared.SetNumber(logic::ParseFloat(declaration.value).value_or(0));
-    } else if (!declared.SetRecord(declaration.value)) {
+    } else if (!declared.SetBlock(declaration.value)) {
         return false;
     }
     declared.Came();
@@ -65,7 +65,7 @@ int DeviceParameter::Answer(VALUERECORD* record) const {
         break;
     }
     if (record->datatype == DATATYPE_TEXT) {
-        return a_AnswerText(record, RecordText().c_str());
+        return a_AnswerText(record, BlockText().c_str());
     }
     switch (Datatype()) {
     case DATATYPE_CROSSOVER:
@@ -77,7 +77,7 @@ int DeviceParameter::Answer(VALUERECORD* record) const {
     }
 }
 
-std::string DeviceParameter::RecordText() const {
+std::string DeviceParameter::BlockText() const {
     switch (declaration_.type) {
     case logic::ParameterType::CrossoverFilters:
         return logic::FiltersText(filters_);
@@ -88,7 +88,7 @@ std::string DeviceParameter::RecordText() const {
     }
 }
 
-bool DeviceParameter::SetRecord(const std::string& given) {
+bool DeviceParameter::SetBlock(const std::string& given) {
     const auto take = [](const auto& read, auto& member) {
         member = read.value_or(member);
         return read.has_value();
@@ -103,8 +103,8 @@ bool DeviceParameter::SetRecord(const std::string& given) {
     }
 }
 
-// A record as bytes must be one that the device knows; a real one would refuse it, too.
-int DeviceParameter::TakeRecord(const VALUERECORD* record) {
+// A block as bytes must be one that the device knows; a real one would refuse it, too.
+int DeviceParameter::TakeBlock(const VALUERECORD* record) {
     const auto take = [&](auto& member) {
         auto given = member;
         if (a_ReadBytes(record, Datatype(), &given, sizeof given) == 0 || !logic::IsKnown(given)) {
@@ -129,8 +129,8 @@ int DeviceParameter::TakeValue(const VALUERECORD* record) {
     }
     if (!logic::IsNumber(declaration_.type)) {
         std::string given;
-        return record->datatype == DATATYPE_TEXT ? a_ReadText(record, &given) != 0 && SetRecord(given) ? 1 : 0
-                                                 : TakeRecord(record);
+        return record->datatype == DATATYPE_TEXT ? a_ReadText(record, &given) != 0 && SetBlock(given) ? 1 : 0
+                                                 : TakeBlock(record);
     }
     float value = 0;
     if (std::string given; record->datatype == DATATYPE_TEXT && a_ReadText(record, &given) != 0) {

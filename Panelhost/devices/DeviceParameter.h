@@ -12,7 +12,7 @@
 class DeviceParameter {
 public:
     DeviceParameter() = default;
-    // Declares it, with the value of the declaration. False, with nothing changed, when a record cannot be
+    // Declares it, with the value of the declaration. False, with nothing changed, when a block cannot be
     // read.
     bool Declare(const logic::ParameterDeclaration& declaration);
 
@@ -38,16 +38,16 @@ private:
     bool HasNumber(Parse parse) const {
         return declaration_.type != logic::ParameterType::Text || parse(text_);
     }
-    std::string RecordText() const;
+    std::string BlockText() const;
     int TakeValue(const VALUERECORD* record);
-    int TakeRecord(const VALUERECORD* record);
-    bool SetRecord(const std::string& text);
+    int TakeBlock(const VALUERECORD* record);
+    bool SetBlock(const std::string& text);
     void Came() { came_ = GetTickCount64(); }
 
     logic::ParameterDeclaration declaration_{};
     float number_ = 0;
     std::string text_;
-    logic::EqBand band_; // values of the records
+    logic::EqBand band_; // values of the blocks
     logic::CrossoverFilters filters_;
     logic::DelaySetting delay_;
     ULONGLONG came_ = 0; // tick count; 0: never

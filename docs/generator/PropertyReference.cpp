@@ -147,7 +147,7 @@ std::string TypeText(int controlType) {
     case DATATYPE_DATA:
         return "data";
     default:
-        return "record " + std::to_string(controlType);
+        return "block " + std::to_string(controlType);
     }
 }
 

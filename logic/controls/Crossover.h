@@ -1,4 +1,4 @@
-// One output channel of a loudspeaker crossover: the record that is exchanged, its tables and its text form.
+// One output channel of a loudspeaker crossover: the block that is exchanged, its tables and its text form.
 #pragma once
 
 #include <array>
@@ -78,7 +78,7 @@ bool IsSound(const Crossover& crossover);
 bool IsKnown(const CrossoverFilters& filters);
 bool IsKnown(const DelaySetting& delay);
 bool IsKnown(const Crossover& crossover);
-// A sound record as far as it is known; unknown types, POLARITIES and units are those of the record that is
+// A sound block as far as it is known; unknown types, POLARITIES and units are those of the block that is
 // held.
 Crossover KnownOf(const Crossover& answered, const Crossover& held);
 
@@ -108,7 +108,7 @@ enum class CrossoverField { HighPassFrequency, LowPassFrequency, Gain, Delay };
 // As it is shown. A frequency that was typed has all its digits.
 std::string FieldText(const Crossover& crossover, CrossoverField field);
 std::string TypedFieldText(const Crossover& crossover, CrossoverField field);
-// Puts a typed text into the record, limited; null, or one that cannot be read: what is there, limited.
+// Puts a typed text into the block, limited; null, or one that cannot be read: what is there, limited.
 void TypeField(Crossover& crossover, CrossoverField field, const std::string* typed);
 // Steps up, or down where negative: of the frequency grid, of 0.5 dB, of 1 in the unit of the delay.
 void StepField(Crossover& crossover, CrossoverField field, int steps);

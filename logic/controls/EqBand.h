@@ -1,4 +1,4 @@
-// One band of an equaliser: the record that is exchanged with a device, and its text form.
+// One band of an equaliser: the block that is exchanged with a device, and its text form.
 #pragma once
 
 #include <array>
@@ -45,7 +45,7 @@ constexpr float HIGHEST_PASS_Q = 2.0F; // of the types that are limited in it
 bool IsSound(const EqBand& band);
 // Whether it can be shown and set as it is: sound, of a known type and slope.
 bool IsKnown(const EqBand& band);
-// A sound record as far as it is known; an unknown type or slope is that of the record that is held.
+// A sound block as far as it is known; an unknown type or slope is that of the block that is held.
 EqBand KnownOf(const EqBand& answered, const EqBand& held);
 
 // "%d,%s,%d dB,%g Hz,%g dB,%g": bypass, type, slope in dB an octave, frequency, gain, Q.

@@ -2,7 +2,7 @@
 
 #include "Controls/resources/resource.h"
 #include "Panelhost/Editing.h"
-#include "tests/windows/EditorPanels.h"
+#include "tests/windows/FormPanels.h"
 #include "tests/windows/PanelCommands.h"
 #include "tests/windows/Resources.h"
 

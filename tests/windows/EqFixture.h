@@ -1,7 +1,7 @@
 #pragma once
 
 #include "logic/controls/EqBand.h"
-#include "tests/windows/EditorPanels.h"
+#include "tests/windows/FormPanels.h"
 
 #include <string>
 #include <vector>

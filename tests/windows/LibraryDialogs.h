@@ -2,7 +2,7 @@
 
 #include "Panelhost/Dialogs.h"
 #include "Panelhost/dialogs/resource.h"
-#include "tests/windows/EditorPanels.h"
+#include "tests/windows/FormPanels.h"
 
 #include <functional>
 

@@ -5,7 +5,7 @@
 #include "Panelhost/PropertyLines.h"
 #include "Panelhost/Trace.h"
 #include "tests/windows/Buttons.h"
-#include "tests/windows/EditorPanels.h"
+#include "tests/windows/FormPanels.h"
 #include "tests/windows/PanelCommands.h"
 
 #include <commctrl.h>

@@ -2,7 +2,7 @@
 
 #include "Panel/MessageLoop.h"
 #include "Panelhost/PropertyLines.h"
-#include "tests/windows/EditorPanels.h"
+#include "tests/windows/FormPanels.h"
 
 #include <commctrl.h>
 

@@ -2,7 +2,7 @@
 
 #include "Controls/resources/resource.h"
 #include "Panelhost/Dialogs.h"
-#include "tests/windows/EditorPanels.h"
+#include "tests/windows/FormPanels.h"
 
 TEST_SUITE_BEGIN("ParameterDialogs");
 

@@ -67,7 +67,7 @@ bool HasValue(HWND control) {
 }
 
 // Its default value is a record, which has a text form of its own and is none of a single number or word.
-bool HoldsRecord(HWND control) {
+bool HoldsBlock(HWND control) {
     return ClassOf(control) == "EQ" || ClassOf(control) == "XOVER";
 }
 
@@ -185,7 +185,7 @@ TEST_CASE("property lines: applied, refused with a trace, or for the default val
         CHECK(Load(control, "connection=") == 1);
         CHECK(ObjectOf(control).requests.empty());
         CHECK(SendMessageA(control, CWM_LOAD, 0, 0) == 0);
-        if (HoldsRecord(control)) {
+        if (HoldsBlock(control)) {
             CHECK(Load(control, "nosuch=anything") == 0);
             CHECK(trace.CountContaining("Keyword not found: nosuch\n") == 1);
             return;
@@ -239,7 +239,7 @@ TEST_CASE("value records: look-up, get, and everything that is refused") {
             CHECK(SendMessageA(control, CWM_MESSAGE, 0, reinterpret_cast<LPARAM>(&query)) == 1);
             CHECK(query.index == std::max(a_FindKeyword(ObjectOf(control).GetHostinfoTable(), keyword), 0));
         }
-        if (HoldsRecord(control)) {
+        if (HoldsBlock(control)) {
             return;
         }
         REQUIRE(Load(control, " =1") == 1); // the keyword of the default value

@@ -4,7 +4,7 @@
 #include "Panelhost/Clipboard.h"
 #include "Panelhost/Root.h"
 #include "logic/controls/Crossover.h"
-#include "tests/windows/EditorPanels.h"
+#include "tests/windows/FormPanels.h"
 
 #include <limits>
 

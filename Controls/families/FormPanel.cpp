@@ -1,8 +1,8 @@
-// What the editor panels share: fields, lists, the tab order, colours and menus.
+// What the forms share: fields, lists, the tab order, colours and menus.
 
-#include "Controls/families/EditorPanel.h"
+#include "Controls/families/FormPanel.h"
 
-#include "Controls/families/EditorChildren.h"
+#include "Controls/families/FormChildren.h"
 #include "Controls/framework/Keywords.h"
 #include "Controls/resources/resource.h"
 #include "Panelhost/Bitmap.h"
@@ -23,7 +23,7 @@ constexpr COLORREF ITEM_COLOUR = RGB(255, 255, 200);
 
 // Lists
 
-void DrawItem(const EDITORPROPERTIES& editor, const DRAWITEMSTRUCT& item) {
+void DrawItem(const FORMPROPERTIES& form, const DRAWITEMSTRUCT& item) {
     const bool isMarked = (item.itemState & (ODS_SELECTED | ODS_FOCUS)) != 0;
     const bool isEnabled = (item.itemState & ODS_DISABLED) == 0;
     const COLORREF ground = isMarked ? GetSysColor(COLOR_HIGHLIGHT) : isEnabled ? ITEM_COLOUR : GROUND;
@@ -36,68 +36,68 @@ void DrawItem(const EDITORPROPERTIES& editor, const DRAWITEMSTRUCT& item) {
                                                    : COLOR_GRAYTEXT));
     const auto id = static_cast<int>(item.CtlID);
     const bool isListed = item.itemID != static_cast<UINT>(-1);
-    const char* text = isListed ? reinterpret_cast<const char*>(item.itemData) : editor.UnlistedText(id);
+    const char* text = isListed ? reinterpret_cast<const char*>(item.itemData) : form.UnlistedText(id);
     if (text != nullptr) {
         TextOutA(item.hDC, item.rcItem.left + 2, item.rcItem.top + 2, text, lstrlenA(text));
     }
     if (isListed && (item.itemState & ODS_COMBOBOXEDIT) == 0) {
-        editor.DrawPicture(id, static_cast<int>(item.itemID), item.hDC, item.rcItem);
+        form.DrawPicture(id, static_cast<int>(item.itemID), item.hDC, item.rcItem);
     }
 }
 
 // Messages
 
 // True when the command is one of a child.
-bool Command(EDITORPROPERTIES& editor, int id, WORD code, LPARAM number) {
-    const EditorChild* row = id == 0 ? nullptr : editor.RowOf(id);
+bool Command(FORMPROPERTIES& form, int id, WORD code, LPARAM number) {
+    const FormChild* row = id == 0 ? nullptr : form.RowOf(id);
     if (row == nullptr) {
         return false;
     }
-    HWND child = editor.Item(id);
+    HWND child = form.Item(id);
     if (IsList(row->part) && code == CBN_SELCHANGE) {
-        PostFromChild(editor.window, id, LIST_CHOSEN, SendMessageA(child, CB_GETCURSEL, 0, 0));
+        PostFromChild(form.window, id, LIST_CHOSEN, SendMessageA(child, CB_GETCURSEL, 0, 0));
     } else if (IsList(row->part) && code == LIST_CHOSEN) {
-        editor.ItemSelected(id, static_cast<int>(number));
-    } else if (row->part == EditorPart::Spin && code == ARROW_PRESSED) {
-        editor.StepField((row - 1)->id, static_cast<int>(number));
-    } else if (row->part == EditorPart::Toggle) {
-        editor.Toggled(id, SendMessageA(child, BM_GETCHECK, 0, 0) == BST_CHECKED);
-    } else if (row->part == EditorPart::Title && code == STN_CLICKED) {
-        editor.TitleClicked(id);
+        form.ItemSelected(id, static_cast<int>(number));
+    } else if (row->part == FormPart::Spin && code == ARROW_PRESSED) {
+        form.StepField((row - 1)->id, static_cast<int>(number));
+    } else if (row->part == FormPart::Toggle) {
+        form.Toggled(id, SendMessageA(child, BM_GETCHECK, 0, 0) == BST_CHECKED);
+    } else if (row->part == FormPart::Title && code == STN_CLICKED) {
+        form.TitleClicked(id);
     }
     return true;
 }
 
 // True when the notification is one of a field or of its arrows.
-bool Notified(EDITORPROPERTIES& editor, const NMHDR& header) {
+bool Notified(FORMPROPERTIES& form, const NMHDR& header) {
     const auto id = static_cast<int>(header.idFrom);
-    const EditorChild* row = id == 0 ? nullptr : editor.RowOf(id);
+    const FormChild* row = id == 0 ? nullptr : form.RowOf(id);
     if (row == nullptr) {
         return false;
     }
-    if (row->part == EditorPart::Spin && header.code == static_cast<UINT>(UDN_DELTAPOS)) {
+    if (row->part == FormPart::Spin && header.code == static_cast<UINT>(UDN_DELTAPOS)) {
         constexpr int MOST_STEPS = 10000;
         const int delta = reinterpret_cast<const NMUPDOWN&>(header).iDelta;
-        if (editor.mode == 0) {
-            PostFromChild(editor.window, id, ARROW_PRESSED, -std::clamp(delta, -MOST_STEPS, MOST_STEPS));
+        if (form.mode == 0) {
+            PostFromChild(form.window, id, ARROW_PRESSED, -std::clamp(delta, -MOST_STEPS, MOST_STEPS));
         }
         return true;
     }
-    if (row->part == EditorPart::Field) {
-        editor.FieldNotified(id, header.code);
+    if (row->part == FormPart::Field) {
+        form.FieldNotified(id, header.code);
         return true;
     }
     return false;
 }
 
-void ContextMenu(EDITORPROPERTIES& editor, HWND child, LPARAM lParam) {
+void ContextMenu(FORMPROPERTIES& form, HWND child, LPARAM lParam) {
     POINT place{GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
     if (lParam == -1) { // by a key
         RECT area{};
         GetWindowRect(child, &area);
         place = {area.left, area.bottom};
     }
-    editor.ShowMenu(child == editor.window ? nullptr : child, place);
+    form.ShowMenu(child == form.window ? nullptr : child, place);
 }
 
 HBRUSH FieldColours(HDC dc) {
@@ -107,16 +107,16 @@ HBRUSH FieldColours(HDC dc) {
 
 } // namespace
 
-LRESULT CALLBACK EditorProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    EDITORPROPERTIES& editor = *PropertiesOf<EDITORPROPERTIES>(window);
+LRESULT CALLBACK FormProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    FORMPROPERTIES& form = *PropertiesOf<FORMPROPERTIES>(window);
     switch (message) {
     case WM_COMMAND:
-        if (editor.mode == 0 && Command(editor, LOWORD(wParam), HIWORD(wParam), lParam)) {
+        if (form.mode == 0 && Command(form, LOWORD(wParam), HIWORD(wParam), lParam)) {
             return 0;
         }
         break;
     case WM_NOTIFY:
-        if (lParam != 0 && Notified(editor, *reinterpret_cast<const NMHDR*>(lParam))) {
+        if (lParam != 0 && Notified(form, *reinterpret_cast<const NMHDR*>(lParam))) {
             return 1; // the arrows keep their position
         }
         break;
@@ -125,31 +125,31 @@ LRESULT CALLBACK EditorProc(HWND window, UINT message, WPARAM wParam, LPARAM lPa
         return reinterpret_cast<LRESULT>(FieldColours(reinterpret_cast<HDC>(wParam)));
     case WM_CTLCOLORSTATIC:
         return reinterpret_cast<LRESULT>(
-            editor.LabelColours(reinterpret_cast<HDC>(wParam), reinterpret_cast<HWND>(lParam)));
+            form.LabelColours(reinterpret_cast<HDC>(wParam), reinterpret_cast<HWND>(lParam)));
     case WM_MEASUREITEM:
         if (lParam != 0) {
-            reinterpret_cast<MEASUREITEMSTRUCT*>(lParam)->itemHeight = EDITOR_ITEM_HEIGHT;
+            reinterpret_cast<MEASUREITEMSTRUCT*>(lParam)->itemHeight = FORM_ITEM_HEIGHT;
             return TRUE;
         }
         break;
     case WM_DRAWITEM:
         if (lParam != 0) {
-            DrawItem(editor, *reinterpret_cast<const DRAWITEMSTRUCT*>(lParam));
+            DrawItem(form, *reinterpret_cast<const DRAWITEMSTRUCT*>(lParam));
             return TRUE;
         }
         break;
     case WM_DROPFILES:
-        a_DropFiles(&editor, reinterpret_cast<HDROP>(wParam));
+        a_DropFiles(&form, reinterpret_cast<HDROP>(wParam));
         return 0;
     case WM_KEYUP:
-        if (wParam == VK_TAB && editor.mode == 0) {
-            editor.EnterByTab(GetKeyState(VK_SHIFT) < 0);
+        if (wParam == VK_TAB && form.mode == 0) {
+            form.EnterByTab(GetKeyState(VK_SHIFT) < 0);
             return 0;
         }
         break;
     case WM_CONTEXTMENU:
-        if (editor.mode == 0) {
-            ContextMenu(editor, reinterpret_cast<HWND>(wParam), lParam);
+        if (form.mode == 0) {
+            ContextMenu(form, reinterpret_cast<HWND>(wParam), lParam);
             return 0;
         }
         break;
@@ -161,7 +161,7 @@ LRESULT CALLBACK EditorProc(HWND window, UINT message, WPARAM wParam, LPARAM lPa
 
 // Life
 
-void EDITORPROPERTIES::SetDefaults() {
+void FORMPROPERTIES::SetDefaults() {
     static const bool areArrowsThere = [] {
         const INITCOMMONCONTROLSEX classes{sizeof classes, ICC_UPDOWN_CLASS};
         return InitCommonControlsEx(&classes) != 0;
@@ -173,53 +173,53 @@ void EDITORPROPERTIES::SetDefaults() {
     SetWindowLongA(window, GWL_STYLE, GetWindowLongA(window, GWL_STYLE) | WS_CLIPCHILDREN);
     DragAcceptFiles(window, TRUE);
     font_.Load("ms sans serif,8");
-    for (const EditorChild& row : Layout()) {
-        children_.push_back(CreateEditorChild(row, window, font_.Get()));
+    for (const FormChild& row : Layout()) {
+        children_.push_back(CreateFormChild(row, window, font_.Get()));
         shown_.emplace_back(row.text);
     }
     const SIZE size = FixedSize();
     Resize(size.cx, size.cy);
 }
 
-void EDITORPROPERTIES::Destroying() {
+void FORMPROPERTIES::Destroying() {
     if (isTrackingMenu_) {
         EndMenu();
     }
 }
 
-void EDITORPROPERTIES::Poll() {
-    for (const EditorChild& row : Layout()) {
+void FORMPROPERTIES::Poll() {
+    for (const FormChild& row : Layout()) {
         if (IsList(row.part) && SendMessageA(Item(row.id), CB_GETDROPPEDSTATE, 0, 0) != 0) {
             return;
         }
     }
-    PollRecord();
+    PollBlock();
 }
 
 // Children
 
-const EditorChild* EDITORPROPERTIES::RowOf(int id) const {
+const FormChild* FORMPROPERTIES::RowOf(int id) const {
     const auto layout = Layout();
     const auto found =
-        std::find_if(layout.begin(), layout.end(), [id](const EditorChild& row) { return row.id == id; });
+        std::find_if(layout.begin(), layout.end(), [id](const FormChild& row) { return row.id == id; });
     return found == layout.end() ? nullptr : &*found;
 }
 
-std::string& EDITORPROPERTIES::ShownText(int id) {
+std::string& FORMPROPERTIES::ShownText(int id) {
     return shown_[static_cast<std::size_t>(RowOf(id) - Layout().data())];
 }
 
-void EDITORPROPERTIES::GiveFocusAway(int id) {
+void FORMPROPERTIES::GiveFocusAway(int id) {
     if (id == 0 || GetFocus() != Item(id)) {
         return;
     }
-    if (RowOf(id)->part == EditorPart::Field) {
+    if (RowOf(id)->part == FormPart::Field) {
         ShowField(id, std::string(ShownText(id)));
     }
     SetFocus(window);
 }
 
-void EDITORPROPERTIES::ShowChild(int row, bool isShown) {
+void FORMPROPERTIES::ShowChild(int row, bool isShown) {
     if (!isShown) {
         GiveFocusAway(Layout()[static_cast<std::size_t>(row)].id);
     }
@@ -228,18 +228,18 @@ void EDITORPROPERTIES::ShowChild(int row, bool isShown) {
     }
 }
 
-void EDITORPROPERTIES::EnableItem(int id, bool isEnabled) {
+void FORMPROPERTIES::EnableItem(int id, bool isEnabled) {
     if (!isEnabled) {
         GiveFocusAway(id);
     }
     EnableWindow(Item(id), isEnabled);
 }
 
-void EDITORPROPERTIES::SetLabel(int row, const std::string& text) const {
+void FORMPROPERTIES::SetLabel(int row, const std::string& text) const {
     SetWindowTextA(Child(row), text.c_str());
 }
 
-void EDITORPROPERTIES::FillList(int id, std::span<const std::string_view> texts) const {
+void FORMPROPERTIES::FillList(int id, std::span<const std::string_view> texts) const {
     HWND list = Item(id);
     SendMessageA(list, CB_RESETCONTENT, 0, 0);
     for (const std::string_view text : texts) { // each ends with a zero
@@ -248,7 +248,7 @@ void EDITORPROPERTIES::FillList(int id, std::span<const std::string_view> texts)
     }
 }
 
-void EDITORPROPERTIES::Select(int listId, int item) const {
+void FORMPROPERTIES::Select(int listId, int item) const {
     const HWND list = Item(listId);
     const bool isListed = item >= 0 && item < SendMessageA(list, CB_GETCOUNT, 0, 0);
     if (!isListed || item != SendMessageA(list, CB_GETCURSEL, 0, 0)) {
@@ -256,56 +256,56 @@ void EDITORPROPERTIES::Select(int listId, int item) const {
     }
 }
 
-void EDITORPROPERTIES::Check(int id, bool isDown) const {
+void FORMPROPERTIES::Check(int id, bool isDown) const {
     SendMessageA(Item(id), BM_SETCHECK, isDown ? BST_CHECKED : BST_UNCHECKED, 0);
 }
 
 // Fields
 
-std::string EDITORPROPERTIES::FieldText(int id) const {
+std::string FORMPROPERTIES::FieldText(int id) const {
     char text[TEXT_SIZE] = "";
     GetWindowTextA(Item(id), text, sizeof text);
     return text;
 }
 
-bool EDITORPROPERTIES::IsTyped(int id) const {
+bool FORMPROPERTIES::IsTyped(int id) const {
     return FieldText(id) != shown_[static_cast<std::size_t>(RowOf(id) - Layout().data())];
 }
 
-void EDITORPROPERTIES::ShowField(int id, const std::string& text) {
+void FORMPROPERTIES::ShowField(int id, const std::string& text) {
     if (std::string& shown = ShownText(id); shown != text || IsTyped(id)) {
         shown = text;
         SetWindowTextA(Item(id), text.c_str());
     }
 }
 
-void EDITORPROPERTIES::FollowField(int id, const std::string& text) {
+void FORMPROPERTIES::FollowField(int id, const std::string& text) {
     if (GetFocus() != Item(id) || !IsTyped(id)) {
         ShowField(id, text);
     }
 }
 
-std::optional<std::string> EDITORPROPERTIES::Typed(int id) const {
+std::optional<std::string> FORMPROPERTIES::Typed(int id) const {
     return IsTyped(id) ? std::optional(FieldText(id)) : std::nullopt;
 }
 
-void EDITORPROPERTIES::FieldNotified(int id, UINT code) {
+void FORMPROPERTIES::FieldNotified(int id, UINT code) {
     const std::optional<std::string> typed = Typed(id);
     if (code == FIELD_ENTER || code == FIELD_ESCAPE || code == FIELD_AGAIN || (code == FIELD_LEFT && typed)) {
         CommitField(id, typed ? &*typed : nullptr);
     }
 }
 
-void EDITORPROPERTIES::CommitAgain(int fieldId) {
-    NotifyEditor(Item(fieldId), FIELD_AGAIN);
+void FORMPROPERTIES::CommitAgain(int fieldId) {
+    NotifyForm(Item(fieldId), FIELD_AGAIN);
 }
 
 // Focus
 
-bool EDITORPROPERTIES::MoveFocus(HWND from, bool backwards, bool isAsked) {
+bool FORMPROPERTIES::MoveFocus(HWND from, bool backwards, bool isAsked) {
     const int current = GetDlgCtrlID(from);
     int next = 0;
-    for (const EditorChild& row : Layout()) {
+    for (const FormChild& row : Layout()) {
         const HWND child = Item(row.id);
         const bool isBehind = backwards ? row.id < current && (next == 0 || row.id > next)
                                         : row.id > current && (next == 0 || row.id < next);
@@ -319,14 +319,14 @@ bool EDITORPROPERTIES::MoveFocus(HWND from, bool backwards, bool isAsked) {
     }
     const HWND child = Item(next);
     SetFocus(child);
-    if (GetFocus() == child && RowOf(next)->part == EditorPart::Field) {
+    if (GetFocus() == child && RowOf(next)->part == FormPart::Field) {
         SendMessageA(child, EM_SETSEL, 0, -1);
     }
     return true;
 }
 
 // The child that is meant may be disabled: then the next one that is not.
-void EDITORPROPERTIES::EnterByTab(bool backwards) {
+void FORMPROPERTIES::EnterByTab(bool backwards) {
     const HWND first = Item(FirstId(backwards));
     if (IsWindowEnabled(first)) {
         SetFocus(first);
@@ -335,13 +335,13 @@ void EDITORPROPERTIES::EnterByTab(bool backwards) {
     }
 }
 
-void EDITORPROPERTIES::LeaveByTab(bool backwards) const {
+void FORMPROPERTIES::LeaveByTab(bool backwards) const {
     if (const HWND next = GetNextDlgTabItem(GetParent(window), window, backwards); next != nullptr) {
         SetFocus(next);
     }
 }
 
-void EDITORPROPERTIES::FocusChanged() const {
+void FORMPROPERTIES::FocusChanged() const {
     if (isFocused) {
         Redraw();
     }
@@ -349,22 +349,22 @@ void EDITORPROPERTIES::FocusChanged() const {
 
 // Drawing
 
-void EDITORPROPERTIES::Draw(HDC dc, const RECT& client) const {
+void FORMPROPERTIES::Draw(HDC dc, const RECT& client) const {
     SetDCBrushColor(dc, GROUND);
     FillRect(dc, &client, static_cast<HBRUSH>(GetStockObject(DC_BRUSH)));
 }
 
-void EDITORPROPERTIES::Redraw() const {
+void FORMPROPERTIES::Redraw() const {
     if (IsWindowVisible(window)) {
         RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN);
     }
 }
 
-HBRUSH EDITORPROPERTIES::LabelColours(HDC dc, HWND label) const {
+HBRUSH FORMPROPERTIES::LabelColours(HDC dc, HWND label) const {
     const auto place = std::find(children_.begin(), children_.end(), label);
     const auto row = static_cast<int>(place - children_.begin());
     const bool isTitle =
-        place != children_.end() && Layout()[static_cast<std::size_t>(row)].part == EditorPart::Title;
+        place != children_.end() && Layout()[static_cast<std::size_t>(row)].part == FormPart::Title;
     const COLORREF ground = isTitle && IsMarked(row) ? focusColour : GROUND;
     constexpr int HALF = 3 * 255 / 2;
     const bool isDark = GetRValue(ground) + GetGValue(ground) + GetBValue(ground) < HALF;
@@ -390,7 +390,7 @@ HBRUSH EDITORPROPERTIES::LabelColours(HDC dc, HWND label) const {
 
 // Menu
 
-int EDITORPROPERTIES::TrackMenu(int resource, bool canPaste, POINT place) {
+int FORMPROPERTIES::TrackMenu(int resource, bool canPaste, POINT place) {
     const HMENU menus = LoadMenuA(ModuleInstance(), MAKEINTRESOURCEA(resource));
     EnableMenuItem(menus, IDM_PASTE_VALUE,
                    static_cast<UINT>(MF_BYCOMMAND) | (canPaste ? MF_ENABLED : MF_GRAYED));
@@ -404,7 +404,7 @@ int EDITORPROPERTIES::TrackMenu(int resource, bool canPaste, POINT place) {
 
 // Keywords
 
-int EDITORPROPERTIES::FocusKeyword(VALUERECORD& record) {
+int FORMPROPERTIES::FocusKeyword(VALUERECORD& record) {
     if (record.command == COMMAND_GET) {
         return a_AnswerInteger(&record, isFocused ? 1 : 0);
     }

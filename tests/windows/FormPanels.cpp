@@ -1,4 +1,4 @@
-#include "tests/windows/EditorPanels.h"
+#include "tests/windows/FormPanels.h"
 
 #include "Panelhost/PropertyLines.h"
 #include "tests/windows/HeldKeys.h"

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Controls/families/EditorPanel.h"
-#include "Controls/families/RecordHolder.h"
+#include "Controls/families/BlockHolder.h"
+#include "Controls/families/FormPanel.h"
 #include "Controls/resources/resource.h"
 #include "base/Clipboard.h"
 #include "logic/text/Numbers.h"
@@ -9,25 +9,25 @@
 #include <cstdint>
 #include <cstring>
 
-// Base of the editor panels that hold one record: what their lists, fields and buttons do to it, and how it
+// Base of the forms that hold one block: what their lists, fields and buttons do to it, and how it
 // is copied and pasted.
-template <class Record>
-class RECORDEDITOR : public RECORDHOLDER<Record, EDITORPROPERTIES> {
+template <class Block>
+class BLOCKFORM : public BLOCKHOLDER<Block, FORMPROPERTIES> {
 public:
-    using Holder = RECORDHOLDER<Record, EDITORPROPERTIES>;
-    using EDITORPROPERTIES::Check;
-    using EDITORPROPERTIES::Select;
-    using EDITORPROPERTIES::ShowField;
-    using EDITORPROPERTIES::TrackMenu;
-    using EDITORPROPERTIES::Typed;
-    using EDITORPROPERTIES::window;
+    using Holder = BLOCKHOLDER<Block, FORMPROPERTIES>;
+    using FORMPROPERTIES::Check;
+    using FORMPROPERTIES::Select;
+    using FORMPROPERTIES::ShowField;
+    using FORMPROPERTIES::TrackMenu;
+    using FORMPROPERTIES::Typed;
+    using FORMPROPERTIES::window;
     using Holder::Learn;
     using Holder::parts;
     using Holder::Send;
-    using Holder::ShowRecord;
+    using Holder::ShowBlock;
     using Holder::value;
 
-    void PollRecord() final { this->AskForRecord(); }
+    void PollBlock() final { this->AskForBlock(); }
 
     // What cannot be read is replaced by what is held, and so is a text that is still the one that was shown:
     // it has lost digits.
@@ -57,9 +57,9 @@ public:
         if (item < 0 || !Learn()) {
             return;
         }
-        Record next = value;
+        Block next = value;
         Choose(next, listId, item);
-        ShowRecord(next);
+        ShowBlock(next);
         Select(listId, item); // what was learned may have moved it
         SendEdited(listId);
     }
@@ -68,32 +68,32 @@ public:
         if (!Learn()) {
             return;
         }
-        Record next = value;
+        Block next = value;
         Bypass(next) = isDown ? 1 : 0;
-        ShowRecord(next);
+        ShowBlock(next);
         Check(id, isDown);
         SendEdited(id);
     }
 
     // The value of a field as it is shown, or as it is shown after it was typed.
     virtual std::string ValueText(int fieldId, bool isTyped) const = 0;
-    // Puts into the record what was typed, limited; null: what is held, limited.
+    // Puts into the block what was typed, limited; null: what is held, limited.
     virtual void Enter(int fieldId, const std::string* typed) = 0;
     // Steps up, or down where negative; null: nothing was typed since the field was shown. Whether that is to
     // be shown and sent.
     virtual bool Step(int fieldId, int steps, const std::string* typed) = 0;
-    virtual void Choose(Record& record, int listId, int item) const = 0;
-    virtual std::int32_t& Bypass(Record& record) const = 0;
+    virtual void Choose(Block& block, int listId, int item) const = 0;
+    virtual std::int32_t& Bypass(Block& block) const = 0;
     virtual std::size_t PartOf(int /*id*/) const { return 0; } // that a child edits
 
     // Of one number nothing is unknown once it was edited.
     void SendEdited(int id) {
-        RecordPart<Record>& part = parts[PartOf(id)];
+        BlockPart<Block>& part = parts[PartOf(id)];
         part.isKnown = part.isKnown || part.IsOneNumber();
         Send(part);
     }
 
-    // The menu for the whole record or a piece of it, in a clipboard format of its own. What is pasted is set
+    // The menu for the whole block or a piece of it, in a clipboard format of its own. What is pasted is set
     // as anybody else would set the value.
     template <class PieceOf>
     void CopyOrPaste(int menu, UINT format, std::size_t blockSize, POINT place, PieceOf pieceOf) {
@@ -101,7 +101,7 @@ public:
         if (command == 0 || !Learn()) {
             return;
         }
-        Record next = value;
+        Block next = value;
         auto& piece = pieceOf(next);
         if (command == IDM_COPY_VALUE) {
             const Clipboard clipboard(window);

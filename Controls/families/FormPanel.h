@@ -8,10 +8,10 @@
 #include <string>
 #include <vector>
 
-// Base of the editor panels: controls of a fixed size, full of the system's lists, fields and buttons, that
-// show and edit one record of a device.
+// Base of the forms: controls of a fixed size, full of the system's lists, fields and buttons, that
+// show and edit one block of a device.
 
-enum class EditorPart {
+enum class FormPart {
     Label,
     Title,    // centred, can be clicked
     List,     // drop-down list that is drawn here
@@ -22,8 +22,8 @@ enum class EditorPart {
 };
 
 // A row of the layout of a panel. Rows are made in their order; the tab order goes by the ids.
-struct EditorChild {
-    EditorPart part;
+struct FormChild {
+    FormPart part;
     const char* text;
     int x, y, width, height; // pixels; a list's height includes what drops down; a spin needs none
     int id = 0;
@@ -37,7 +37,7 @@ constexpr UINT FIELD_ENTER = 1;
 constexpr UINT FIELD_LEFT = static_cast<UINT>(-8);
 constexpr UINT FIELD_AGAIN = static_cast<UINT>(-18); // the panel asks for it itself
 
-class EDITORPROPERTIES : public CONTROLPROPERTIES {
+class FORMPROPERTIES : public CONTROLPROPERTIES {
 public:
     void SetDefaults() override;
     void Destroying() override;
@@ -47,10 +47,10 @@ public:
     void Poll() final;
 
     // What a panel is made of.
-    virtual std::span<const EditorChild> Layout() const = 0;
+    virtual std::span<const FormChild> Layout() const = 0;
     virtual SIZE FixedSize() const = 0;
     // Asks for the record. Not called while a list is dropped down, which is the user's until it closes.
-    virtual void PollRecord() = 0;
+    virtual void PollBlock() = 0;
     // A field is done with: what was typed, or null where its text is still the one that was shown.
     virtual void CommitField(int id, const std::string* typed) = 0;
     virtual void StepField(int id, int steps) = 0; // by its arrows: up, or down where negative
@@ -96,7 +96,7 @@ public:
     int TrackMenu(int resource, bool canPaste, POINT place);
 
     // For the window procedures.
-    const EditorChild* RowOf(int id) const;
+    const FormChild* RowOf(int id) const;
     void FieldNotified(int id, UINT code);
     bool MoveFocus(HWND from, bool backwards, bool isAsked); // false: to leave the panel
     void EnterByTab(bool backwards);
@@ -115,16 +115,16 @@ private:
     bool isTrackingMenu_ = false;
 };
 
-// Window procedure of the editor panels.
-LRESULT CALLBACK EditorProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+// Window procedure of the forms.
+LRESULT CALLBACK FormProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
-// Keywords of the editor panels.
+// Keywords of the forms.
 inline constexpr Keyword FOCUS_KEYWORD =
-    Handled<&EDITORPROPERTIES::FocusKeyword>("focus", KeywordKind::Integer)
+    Handled<&FORMPROPERTIES::FocusKeyword>("focus", KeywordKind::Integer)
         .Says("1 while the title is drawn in the focus colour, else 0; any text that does not begin with 0 "
               "is 1.");
 inline constexpr Keyword FOCUS_COLOUR_KEYWORD =
-    Colour<&EDITORPROPERTIES::focusColour>("focuscolor")
+    Colour<&FORMPROPERTIES::focusColour>("focuscolor")
         .Label("Focus colour")
         .Items(IDC_FOCUS_COLOUR, IDC_CHOOSE_FOCUS_COLOUR)
         .Says("Colour of the title while `focus` is set, `0x00bbggrr`.");

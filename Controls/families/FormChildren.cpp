@@ -1,7 +1,7 @@
-// The children of the editor panels: what they are made of, and what they do with keys and with presses that
+// The children of the forms: what they are made of, and what they do with keys and with presses that
 // are the panel's.
 
-#include "Controls/families/EditorChildren.h"
+#include "Controls/families/FormChildren.h"
 
 #include "base/Clipboard.h"
 #include "base/Guard.h"
@@ -23,44 +23,44 @@ struct PartClass {
     DWORD extendedStyle;
 };
 
-PartClass ClassOf(EditorPart part) {
+PartClass ClassOf(FormPart part) {
     switch (part) {
-    case EditorPart::Label:
+    case FormPart::Label:
         return {"STATIC", SS_LEFT | SS_CENTERIMAGE | SS_NOPREFIX, 0};
-    case EditorPart::Title:
+    case FormPart::Title:
         return {"STATIC", SS_CENTER | SS_NOTIFY | SS_NOPREFIX, 0};
-    case EditorPart::List:
+    case FormPart::List:
         return {"COMBOBOX", CBS_DROPDOWNLIST | CBS_HASSTRINGS | WS_VSCROLL, 0};
-    case EditorPart::TextList:
+    case FormPart::TextList:
         return {"COMBOBOX", CBS_DROPDOWNLIST | WS_VSCROLL, 0};
-    case EditorPart::Field:
+    case FormPart::Field:
         return {"EDIT", ES_MULTILINE | ES_AUTOHSCROLL, WS_EX_CLIENTEDGE};
-    case EditorPart::Spin:
+    case FormPart::Spin:
         return {UPDOWN_CLASSA, UDS_ALIGNRIGHT | UDS_AUTOBUDDY | UDS_ARROWKEYS | UDS_HOTTRACK, 0};
     default:
         return {"BUTTON", BS_AUTOCHECKBOX | BS_PUSHLIKE, 0};
     }
 }
 
-EDITORPROPERTIES* EditorOf(HWND child) {
-    return PropertiesOf<EDITORPROPERTIES>(GetParent(child));
+FORMPROPERTIES* FormOf(HWND child) {
+    return PropertiesOf<FORMPROPERTIES>(GetParent(child));
 }
 
 // A press on a child that is the panel's, as the control itself would have received it.
-bool PassPress(const EDITORPROPERTIES& editor, HWND child, UINT message, WPARAM wParam, LPARAM lParam) {
+bool PassPress(const FORMPROPERTIES& form, HWND child, UINT message, WPARAM wParam, LPARAM lParam) {
     constexpr WPARAM PROPERTY_CLICK = MK_RBUTTON | MK_SHIFT | MK_CONTROL;
     if (message < WM_MOUSEFIRST || message > WM_MBUTTONDBLCLK ||
-        !(editor.mode != 0 || (message == WM_LBUTTONDOWN && IsPanelClick(editor, wParam)) ||
+        !(form.mode != 0 || (message == WM_LBUTTONDOWN && IsPanelClick(form, wParam)) ||
           (message == WM_RBUTTONDOWN && wParam == PROPERTY_CLICK))) {
         return false;
     }
     POINT place{GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
-    MapWindowPoints(child, editor.window, &place, 1);
+    MapWindowPoints(child, form.window, &place, 1);
     // The control's own class knows no double clicks.
     const UINT passed = message == WM_LBUTTONDBLCLK   ? WM_LBUTTONDOWN
                         : message == WM_RBUTTONDBLCLK ? WM_RBUTTONDOWN
                                                       : message;
-    SendMessageA(editor.window, passed, wParam, MAKELPARAM(place.x, place.y));
+    SendMessageA(form.window, passed, wParam, MAKELPARAM(place.x, place.y));
     return true;
 }
 
@@ -69,10 +69,10 @@ bool IsTabPress(const MSG* key) {
 }
 
 // What a child wants of the keyboard. The Tab that leaves the panel is left to whoever moves the focus there.
-LRESULT WantedKeys(EDITORPROPERTIES& editor, HWND child, LPARAM lParam, LRESULT usual, bool isField) {
+LRESULT WantedKeys(FORMPROPERTIES& form, HWND child, LPARAM lParam, LRESULT usual, bool isField) {
     const auto* key = reinterpret_cast<const MSG*>(lParam);
     if (IsTabPress(key)) {
-        const bool stays = editor.MoveFocus(child, GetKeyState(VK_SHIFT) < 0, true);
+        const bool stays = form.MoveFocus(child, GetKeyState(VK_SHIFT) < 0, true);
         return stays ? usual | DLGC_WANTTAB : usual & ~(DLGC_WANTTAB | DLGC_WANTALLKEYS);
     }
     const bool isAnswer = key != nullptr && isField && (key->wParam == VK_RETURN || key->wParam == VK_ESCAPE);
@@ -80,16 +80,16 @@ LRESULT WantedKeys(EDITORPROPERTIES& editor, HWND child, LPARAM lParam, LRESULT 
 }
 
 // True when the key is done with.
-bool KeyDown(EDITORPROPERTIES& editor, HWND child, WPARAM key, bool isField) {
+bool KeyDown(FORMPROPERTIES& form, HWND child, WPARAM key, bool isField) {
     if (key == VK_TAB) {
         const bool backwards = GetKeyState(VK_SHIFT) < 0;
-        if (GetKeyState(VK_CONTROL) >= 0 && !editor.MoveFocus(child, backwards, false)) {
-            editor.LeaveByTab(backwards);
+        if (GetKeyState(VK_CONTROL) >= 0 && !form.MoveFocus(child, backwards, false)) {
+            form.LeaveByTab(backwards);
         }
         return true;
     }
     if (isField && (key == VK_RETURN || key == VK_ESCAPE)) {
-        NotifyEditor(child, key == VK_RETURN ? FIELD_ENTER : FIELD_ESCAPE);
+        NotifyForm(child, key == VK_RETURN ? FIELD_ENTER : FIELD_ESCAPE);
         return true;
     }
     return false;
@@ -112,20 +112,19 @@ struct ChildWindow {
     bool isField;
 };
 
-LRESULT HandleChild(EDITORPROPERTIES& editor, const ChildWindow& of, UINT message, WPARAM wParam,
-                    LPARAM lParam) {
+LRESULT HandleChild(FORMPROPERTIES& form, const ChildWindow& of, UINT message, WPARAM wParam, LPARAM lParam) {
     const HWND child = of.window;
     const bool isField = of.isField;
     // The wheel reaches a child that it is over without the focus, and would choose another item of a list.
     const bool isOperation = (message >= WM_KEYFIRST && message <= WM_KEYLAST) || message == WM_MOUSEWHEEL;
-    if (PassPress(editor, child, message, wParam, lParam) || (isOperation && editor.mode != 0)) {
+    if (PassPress(form, child, message, wParam, lParam) || (isOperation && form.mode != 0)) {
         return 0;
     }
     switch (message) {
     case WM_GETDLGCODE:
-        return WantedKeys(editor, child, lParam, of.SystemDoes(message, wParam, lParam), isField);
+        return WantedKeys(form, child, lParam, of.SystemDoes(message, wParam, lParam), isField);
     case WM_KEYDOWN:
-        if (KeyDown(editor, child, wParam, isField)) {
+        if (KeyDown(form, child, wParam, isField)) {
             return 0;
         }
         break;
@@ -155,12 +154,12 @@ LRESULT HandleChild(EDITORPROPERTIES& editor, const ChildWindow& of, UINT messag
         }
         break;
     case WM_SETFOCUS:
-        editor.ChildFocused(GetDlgCtrlID(child));
+        form.ChildFocused(GetDlgCtrlID(child));
         break;
     case WM_KILLFOCUS: {
         const LRESULT result = of.SystemDoes(message, wParam, lParam);
         if (isField && IsWindow(child)) {
-            NotifyEditor(child, FIELD_LEFT);
+            NotifyForm(child, FIELD_LEFT);
         }
         return result;
     }
@@ -173,16 +172,16 @@ LRESULT HandleChild(EDITORPROPERTIES& editor, const ChildWindow& of, UINT messag
 // The window procedure of the children of one kind, in front of that of their system class. Deliberately none
 // of the chains that the common controls library offers: those ask the system for a property of the window at
 // every message.
-template <EditorPart part>
+template <FormPart part>
 struct Child {
     static LRESULT CALLBACK Proc(HWND child, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
-        EDITORPROPERTIES* editor = EditorOf(child);
-        if (editor == nullptr) { // it goes, or is not there yet
+        FORMPROPERTIES* form = FormOf(child);
+        if (form == nullptr) { // it goes, or is not there yet
             return CallWindowProcA(system, child, message, wParam, lParam);
         }
-        const Held held(*editor);
+        const Held held(*form);
         return Guarded<LRESULT>(0, [&] {
-            return HandleChild(*editor, {child, system, part == EditorPart::Field}, message, wParam, lParam);
+            return HandleChild(*form, {child, system, part == FormPart::Field}, message, wParam, lParam);
         });
     }
     static void Subclass(HWND child) {
@@ -192,29 +191,29 @@ struct Child {
     static inline WNDPROC system = nullptr; // the same for all of them
 };
 
-void Subclass(HWND child, EditorPart part) {
+void Subclass(HWND child, FormPart part) {
     switch (part) {
-    case EditorPart::Label:
-        return Child<EditorPart::Label>::Subclass(child);
-    case EditorPart::Title:
-        return Child<EditorPart::Title>::Subclass(child);
-    case EditorPart::List:
-        return Child<EditorPart::List>::Subclass(child);
-    case EditorPart::TextList:
-        return Child<EditorPart::TextList>::Subclass(child);
-    case EditorPart::Field:
-        return Child<EditorPart::Field>::Subclass(child);
-    case EditorPart::Spin:
-        return Child<EditorPart::Spin>::Subclass(child);
-    case EditorPart::Toggle:
-        return Child<EditorPart::Toggle>::Subclass(child);
+    case FormPart::Label:
+        return Child<FormPart::Label>::Subclass(child);
+    case FormPart::Title:
+        return Child<FormPart::Title>::Subclass(child);
+    case FormPart::List:
+        return Child<FormPart::List>::Subclass(child);
+    case FormPart::TextList:
+        return Child<FormPart::TextList>::Subclass(child);
+    case FormPart::Field:
+        return Child<FormPart::Field>::Subclass(child);
+    case FormPart::Spin:
+        return Child<FormPart::Spin>::Subclass(child);
+    case FormPart::Toggle:
+        return Child<FormPart::Toggle>::Subclass(child);
     }
 }
 
 // What the frame adds depends on the system. Each list is begun with what was right for the one before:
 // setting a height twice takes longer than all the rest of making it.
 void SetClosedHeight(HWND list) {
-    static int inside = EDITOR_ITEM_HEIGHT;
+    static int inside = FORM_ITEM_HEIGHT;
     SendMessageA(list, CB_SETITEMHEIGHT, static_cast<WPARAM>(-1), inside);
     RECT closed{};
     GetWindowRect(list, &closed);
@@ -226,7 +225,7 @@ void SetClosedHeight(HWND list) {
 
 } // namespace
 
-HWND CreateEditorChild(const EditorChild& row, HWND parent, HFONT font) {
+HWND CreateFormChild(const FormChild& row, HWND parent, HFONT font) {
     const PartClass partClass = ClassOf(row.part);
     const DWORD shown = row.isHidden ? 0 : WS_VISIBLE;
     HWND child = CreateWindowExA(partClass.extendedStyle, partClass.className, row.text,
@@ -236,9 +235,9 @@ HWND CreateEditorChild(const EditorChild& row, HWND parent, HFONT font) {
     SendMessageA(child, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
     if (IsList(row.part)) {
         SetClosedHeight(child);
-    } else if (row.part == EditorPart::Field) {
+    } else if (row.part == FormPart::Field) {
         SendMessageA(child, EM_SETLIMITTEXT, TEXT_SIZE - 1, 0);
-    } else if (row.part == EditorPart::Spin) {
+    } else if (row.part == FormPart::Spin) {
         // In the middle of its range, where both arrows report; it stays there.
         SendMessageA(child, UDM_SETRANGE, 0, MAKELPARAM(0, 100));
         SendMessageA(child, UDM_SETPOS, 0, MAKELPARAM(50, 0));
@@ -247,7 +246,7 @@ HWND CreateEditorChild(const EditorChild& row, HWND parent, HFONT font) {
     return child;
 }
 
-LRESULT NotifyEditor(HWND field, UINT code) {
+LRESULT NotifyForm(HWND field, UINT code) {
     NMHDR header{field, static_cast<UINT_PTR>(GetDlgCtrlID(field)), code};
     return SendMessageA(GetParent(field), WM_NOTIFY, header.idFrom, reinterpret_cast<LPARAM>(&header));
 }
