@@ -149,9 +149,9 @@ private:
     void FillTypes();
     void Arrange();
 
-    int offeredTypes = 0;
-    std::span<const std::string_view> slopeTexts;
-    UINT clipboardFormat = 0;
+    int offeredTypes_ = 0;
+    std::span<const std::string_view> slopeTexts_;
+    UINT clipboardFormat_ = 0;
 };
 
 // Keywords
@@ -244,7 +244,7 @@ bool EQPROPERTIES::SetDisabledItems(const std::string& text) {
 
 void EQPROPERTIES::SetDefaults() {
     FORMPROPERTIES::SetDefaults();
-    clipboardFormat = a_GetClipboardFormat("EQ band");
+    clipboardFormat_ = a_GetClipboardFormat("EQ band");
     int isBandwidth = 0;
     a_Request(this, "bandwidth", &isBandwidth);
     asBandwidth = isBandwidth != 0;
@@ -265,8 +265,8 @@ void EQPROPERTIES::FillTypes() {
     const std::string device = functions.empty() ? "" : functions.front();
     const int offered =
         logic::OfferedFilterTypes(device.substr(0, device.rfind('*')), ControlType() == DATATYPE_MASTER_EQ);
-    if (offered != offeredTypes) {
-        offeredTypes = offered;
+    if (offered != offeredTypes_) {
+        offeredTypes_ = offered;
         FillList(TYPE_LIST, std::span(logic::FILTER_TYPE_NAMES).first(static_cast<std::size_t>(offered)));
         Select(TYPE_LIST, value.type);
     }
@@ -286,8 +286,8 @@ void EQPROPERTIES::Arrange() {
     const bool isAllPass = value.type == logic::AllPass;
     if (const std::span<const std::string_view> texts =
             isAllPass ? logic::FILTER_ORDERS : logic::FILTER_SLOPES;
-        texts.data() != slopeTexts.data()) {
-        slopeTexts = texts;
+        texts.data() != slopeTexts_.data()) {
+        slopeTexts_ = texts;
         SetLabel(SLOPE_LABEL, isAllPass ? "ORDER" : "SLOPE");
         FillList(SLOPE_LIST, texts);
     }
@@ -364,7 +364,7 @@ void EQPROPERTIES::SetDisabledMask(unsigned mask) {
 }
 
 const char* EQPROPERTIES::UnlistedText(int listId) const {
-    const bool isNamed = listId == TYPE_LIST && value.type >= offeredTypes;
+    const bool isNamed = listId == TYPE_LIST && value.type >= offeredTypes_;
     return isNamed ? logic::FILTER_TYPE_NAMES[static_cast<std::size_t>(value.type)].data() : "";
 }
 
@@ -406,7 +406,7 @@ void EQPROPERTIES::Choose(EqBand& band, int listId, int item) const {
 }
 
 void EQPROPERTIES::ShowMenu(HWND, POINT place) {
-    CopyOrPaste(IDR_EQ_MENU, clipboardFormat, sizeof(EqBand), place,
+    CopyOrPaste(IDR_EQ_MENU, clipboardFormat_, sizeof(EqBand), place,
                 [](EqBand& band) -> EqBand& { return band; });
 }
 

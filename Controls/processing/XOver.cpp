@@ -120,7 +120,7 @@ public:
     void Choose(Crossover& crossover, int listId, int item) const override;
     std::int32_t& Bypass(Crossover& crossover) const override { return crossover.delay.bypass; }
     std::size_t PartOf(int id) const override;
-    bool IsSending() const override { return parent != nullptr && !isLoading; }
+    bool IsSending() const override { return parent != nullptr && !isLoading_; }
     void PartSent() override;
 
     std::string Configuration() const { return configuration; }
@@ -142,16 +142,16 @@ public:
     int section = HIGH_PASS_TITLE;  // id of the title whose filter has or had the focus last
 
 private:
-    REQUESTLIST filterRequests; // of the first slot without what is connected
-    REQUESTLIST connectedControls;
-    bool isLoading = false; // a configuration; what it changes is sent at its end
-    UINT filterFormat = 0;
-    UINT channelFormat = 0;
+    REQUESTLIST filterRequests_; // of the first slot without what is connected
+    REQUESTLIST connectedControls_;
+    bool isLoading_ = false; // a configuration; what it changes is sent at its end
+    UINT filterFormat_ = 0;
+    UINT channelFormat_ = 0;
 };
 
 XOVERPROPERTIES::XOVERPROPERTIES() {
     // A device delivers the filters of the first, a connected control the whole record.
-    parts = {{&requests, &filterRequests, DATATYPE_CROSSOVER, [](Crossover& all) -> void* { return &all; },
+    parts = {{&requests, &filterRequests_, DATATYPE_CROSSOVER, [](Crossover& all) -> void* { return &all; },
               [](Crossover& to, const Crossover& from) { to.filters = from.filters; }},
              {&slots[GAIN].Requests(), &slots[GAIN].Requests(), DATATYPE_FLOAT,
               [](Crossover& all) -> void* { return &all.gain; },
@@ -268,14 +268,14 @@ bool XOVERPROPERTIES::LoadConfiguration(const std::string& wanted) {
         return true;
     }
     const Crossover before = value;
-    const bool outer = std::exchange(isLoading, true);
+    const bool outer = std::exchange(isLoading_, true);
     const int taken = a_LoadFile(this, path.c_str(), LOAD_FROM_FILE);
-    isLoading = outer;
+    isLoading_ = outer;
     if (taken <= 0) {
         TRACE("XOver configuration %s: %s\n", wanted.c_str(),
               taken < 0 ? "cannot be read" : "nothing to load");
         ShowBlock(before);
-        if (taken == 0 || isLoading) {
+        if (taken == 0 || isLoading_) {
             return false;
         }
         configuration = wanted; // the file may be there when the panel is opened next
@@ -292,17 +292,17 @@ bool XOVERPROPERTIES::LoadConfiguration(const std::string& wanted) {
 
 void XOVERPROPERTIES::SetDefaults() {
     FORMPROPERTIES::SetDefaults();
-    filterFormat = a_GetClipboardFormat("XOver filter");
-    channelFormat = a_GetClipboardFormat("XOver");
+    filterFormat_ = a_GetClipboardFormat("XOver filter");
+    channelFormat_ = a_GetClipboardFormat("XOver");
     FillList(HIGH_PASS_TYPE, logic::CROSSOVER_NAMES);
     FillList(LOW_PASS_TYPE, logic::CROSSOVER_NAMES);
     FillList(POLARITY, logic::POLARITIES);
     ShowLists(value);
-    a_FollowRequests(this, functions, filterRequests);
+    a_FollowRequests(this, functions, filterRequests_);
     for (const int slot : {GAIN, POLARITY_SLOT, DELAY}) {
         slots[slot].Attach(*this);
     }
-    a_FollowRequests(this, connections, connectedControls);
+    a_FollowRequests(this, connections, connectedControls_);
 }
 
 void XOVERPROPERTIES::Draw(HDC dc, const RECT& client) const {
@@ -368,7 +368,7 @@ std::size_t XOVERPROPERTIES::PartOf(int id) const {
 
 // A connected control keeps what it holds of the parts of which nobody knows here what they should be.
 void XOVERPROPERTIES::PartSent() {
-    for (const REQUESTITEM& item : ItemsOf(connectedControls)) {
+    for (const REQUESTITEM& item : ItemsOf(connectedControls_)) {
         REQUESTLIST one{item};
         Crossover held = value;
         int result = REQUEST_UNCHANGED;
@@ -427,11 +427,11 @@ void XOVERPROPERTIES::ShowMenu(HWND child, POINT place) {
         inside = {area.left, area.top};
     }
     if (inside.y >= SEPARATOR) {
-        CopyOrPaste(IDR_XOVER_MENU, channelFormat, sizeof(Crossover), place,
+        CopyOrPaste(IDR_XOVER_MENU, channelFormat_, sizeof(Crossover), place,
                     [](Crossover& all) -> Crossover& { return all; });
     } else {
         const bool isHighPass = inside.x < MIDDLE;
-        CopyOrPaste(IDR_XOVER_FILTER_MENU, filterFormat, COPIED_FILTER_BLOCK, place,
+        CopyOrPaste(IDR_XOVER_FILTER_MENU, filterFormat_, COPIED_FILTER_BLOCK, place,
                     [isHighPass](Crossover& all) -> CrossoverFilter& {
                         return isHighPass ? all.filters.highPass : all.filters.lowPass;
                     });

@@ -9,7 +9,7 @@ namespace logic {
 
 namespace {
 
-const double decades = std::log(1000.0);
+const double DECADES = std::log(1000.0);
 
 std::string Fixed(float value, int digits) {
     return FormatFixed(std::isfinite(value) ? static_cast<double>(value) : 0.0, digits);
@@ -23,9 +23,9 @@ bool IsPositive(float value) {
 
 float StepFrequency(float hertz, int steps) {
     const double from = IsPositive(hertz) ? hertz : LOWEST_FREQUENCY;
-    const double place = FREQUENCY_STEPS * std::log(from / LOWEST_FREQUENCY) / decades;
+    const double place = FREQUENCY_STEPS * std::log(from / LOWEST_FREQUENCY) / DECADES;
     const double wanted = std::trunc(place + 0.5) + steps;
-    return Clamp(static_cast<float>(LOWEST_FREQUENCY * std::exp(decades * wanted / FREQUENCY_STEPS)),
+    return Clamp(static_cast<float>(LOWEST_FREQUENCY * std::exp(DECADES * wanted / FREQUENCY_STEPS)),
                  LOWEST_FREQUENCY, HIGHEST_FREQUENCY);
 }
 

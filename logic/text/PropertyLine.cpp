@@ -154,68 +154,68 @@ std::string CleanName(std::string_view name) {
 }
 
 void LineReader::Feed(std::string_view bytes) {
-    if (finished) {
+    if (finished_) {
         return;
     }
-    buffer.erase(0, position);
-    scanned -= position;
-    position = 0;
-    buffer.append(bytes);
+    buffer_.erase(0, position_);
+    scanned_ -= position_;
+    position_ = 0;
+    buffer_.append(bytes);
 }
 
 void LineReader::Finish() {
-    finished = true;
+    finished_ = true;
 }
 
 // False while it cannot be told yet whether the stream starts with the mark.
 bool LineReader::SkipByteOrderMark() {
-    if (buffer.starts_with(BYTE_ORDER_MARK)) {
-        position = scanned = BYTE_ORDER_MARK.size();
-    } else if (!finished && BYTE_ORDER_MARK.starts_with(buffer)) {
+    if (buffer_.starts_with(BYTE_ORDER_MARK)) {
+        position_ = scanned_ = BYTE_ORDER_MARK.size();
+    } else if (!finished_ && BYTE_ORDER_MARK.starts_with(buffer_)) {
         return false;
     }
-    started = true;
+    started_ = true;
     return true;
 }
 
 bool LineReader::Next(std::string& line, bool& usable) {
-    if (!started && !SkipByteOrderMark()) {
+    if (!started_ && !SkipByteOrderMark()) {
         return false;
     }
-    const std::string_view bytes = buffer;
-    const std::size_t lineEnd = bytes.find('\n', scanned);
+    const std::string_view bytes = buffer_;
+    const std::size_t lineEnd = bytes.find('\n', scanned_);
     if (lineEnd == std::string_view::npos) {
         // One byte more than the longest line may be the first half of its end.
-        if (!dropping && bytes.size() - position > std::max(maximumLength, leftLength) + 1) {
-            excerpt = bytes.substr(position, leftLength);
-            dropping = true;
+        if (!dropping_ && bytes.size() - position_ > std::max(maximumLength, leftLength_) + 1) {
+            excerpt_ = bytes.substr(position_, leftLength_);
+            dropping_ = true;
         }
-        scanned = bytes.size();
-        if (dropping) {
-            position = scanned;
+        scanned_ = bytes.size();
+        if (dropping_) {
+            position_ = scanned_;
         }
-        const bool isLastLine = finished && (dropping || position < bytes.size());
+        const bool isLastLine = finished_ && (dropping_ || position_ < bytes.size());
         if (!isLastLine) {
             return false;
         }
     }
     std::string_view text =
-        bytes.substr(position, (lineEnd == std::string_view::npos ? bytes.size() : lineEnd) - position);
-    position = scanned = lineEnd == std::string_view::npos ? bytes.size() : lineEnd + 1;
-    ++lineNumber;
-    wasCut = dropping;
-    if (dropping) {
-        line = excerpt;
+        bytes.substr(position_, (lineEnd == std::string_view::npos ? bytes.size() : lineEnd) - position_);
+    position_ = scanned_ = lineEnd == std::string_view::npos ? bytes.size() : lineEnd + 1;
+    ++lineNumber_;
+    wasCut_ = dropping_;
+    if (dropping_) {
+        line = excerpt_;
         usable = false;
-        dropping = false;
+        dropping_ = false;
         return true;
     }
     if (text.ends_with('\r')) {
         text.remove_suffix(1);
     }
     usable = text.size() <= maximumLength && text.find('\0') == std::string_view::npos;
-    wasCut = !usable && text.size() > leftLength;
-    line = usable ? text : text.substr(0, leftLength);
+    wasCut_ = !usable && text.size() > leftLength_;
+    line = usable ? text : text.substr(0, leftLength_);
     return true;
 }
 

@@ -103,7 +103,7 @@ public:
     static constexpr std::size_t excerptLength = 64;
 
     // What is left of a line that is not usable can be more, up to all of it.
-    explicit LineReader(std::size_t left = excerptLength) : leftLength(left) {}
+    explicit LineReader(std::size_t left = excerptLength) : leftLength_(left) {}
 
     void Feed(std::string_view bytes);
     // There are no further bytes; later ones are ignored.
@@ -112,24 +112,24 @@ public:
     // or holds a NUL is not usable; the text is then its beginning.
     bool Next(std::string& line, bool& usable);
     // The number of the line that Next gave last, counting all lines from 1; 0 before the first.
-    std::size_t LineNumber() const { return lineNumber; }
+    std::size_t LineNumber() const { return lineNumber_; }
     // The line that Next gave last was longer than what is left of it.
-    bool WasCut() const { return wasCut; }
+    bool WasCut() const { return wasCut_; }
 
 private:
     bool SkipByteOrderMark();
 
-    std::size_t leftLength;
-    bool wasCut = false;
+    std::size_t leftLength_;
+    bool wasCut_ = false;
 
-    std::string buffer;
-    std::size_t position = 0; // start of the current line in the buffer
-    std::size_t scanned = 0;  // up to here the current line is known to hold no line end
-    std::string excerpt;      // beginning of an overlong line of which the rest is being dropped
-    bool dropping = false;
-    bool started = false; // the place of a byte-order mark is passed
-    bool finished = false;
-    std::size_t lineNumber = 0;
+    std::string buffer_;
+    std::size_t position_ = 0; // start of the current line in the buffer
+    std::size_t scanned_ = 0;  // up to here the current line is known to hold no line end
+    std::string excerpt_;      // beginning of an overlong line of which the rest is being dropped
+    bool dropping_ = false;
+    bool started_ = false; // the place of a byte-order mark is passed
+    bool finished_ = false;
+    std::size_t lineNumber_ = 0;
 };
 
 } // namespace logic
