@@ -27,6 +27,7 @@ extern const ControlImplementation plainTooltipText;
 extern const ControlImplementation pushButtonControl;
 extern const ControlImplementation rangeControl;
 extern const ControlImplementation reverseMeterControl;
+extern const ControlImplementation scaleControl;
 extern const ControlImplementation staticControl;
 extern const ControlImplementation switchButtonControl;
 extern const ControlImplementation telephoneControl;
@@ -296,11 +297,10 @@ constexpr ControlClass CLASSES[] = {
      .palette = {DISCRETE, 4, "Rocker Switch", "Rs", {32, 48}, true}},
     {.name = "SCALE",
      .displayName = "Scale",
-     .implementation = &plainInteger,
+     .implementation = &scaleControl,
      .controlType = INTEGER,
      .style = S1,
-     .purpose = "Scale beside a fader or a meter.",
-     .palette = {CONTINUOUS, 8, "Scale", "Sc", {32, 160}, false}},
+     .palette = {CONTINUOUS, 8, "Scale", "Sc", {32, 200}, false}},
     {.name = "SPEAKERCONTROL",
      .displayName = "SpeakerControl",
      .implementation = &plainInteger,

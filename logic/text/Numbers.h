@@ -43,6 +43,8 @@ bool ParseIntegers(std::string_view text, std::span<std::int32_t> numbers);
 // Numbers joined by commas. Empty pieces are skipped, so "1,,2,,3," has three numbers and an empty text none.
 // Nothing when any other piece is no number.
 std::optional<std::vector<float>> ParseFloats(std::string_view text);
+// The text of them, each as FormatFloat has it.
+std::string JoinFloats(std::span<const float> numbers);
 
 // As "%g" does: six significant digits, no trailing zeros. 12 characters at most.
 std::string FormatFloat(float value);
