@@ -4,6 +4,7 @@
 // wider than high is horizontal. Interval in milliseconds, geometry in pixels.
 
 #include "Controls/drawing/FontProperty.h"
+#include "Controls/drawing/Ink.h"
 #include "Controls/drawing/TextColours.h"
 #include "Controls/families/FunctionList.h"
 #include "Controls/families/RangedNumber.h"
@@ -18,6 +19,7 @@
 #include <cmath>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -83,10 +85,6 @@ private:
                    EqualRect(&others, &view.others) != 0;
         }
     };
-    struct Number {
-        std::string text;
-        POINT place;
-    };
 
     logic::TravelRange OwnRange() const {
         return {static_cast<float>(range_.minimum), static_cast<float>(range_.maximum), law_};
@@ -118,8 +116,7 @@ private:
     bool isLaidOut_ = false;
     logic::Travel travel_;
     int offset_ = 0;
-    std::vector<logic::ScaleMark> marks_;
-    std::vector<Number> numbers_;
+    mutable Ink ink_; // the marks and numbers; it keeps how they were drawn
 };
 
 // Keywords
@@ -394,10 +391,13 @@ void SCALEPROPERTIES::LayOut(HDC dc, const RECT& client) {
                                          extentOf(hasNumbers ? logic::FormatFloatAs(format_, value) : "0");
                                      return isHorizontal ? extent.cx : extent.cy;
                                  }};
-    marks_ = logic::ScaleMarks(travel_, offset_, {step, smallMarks, listed_}, room);
-    numbers_.clear();
+    const auto marks = logic::ScaleMarks(travel_, offset_, {step, smallMarks, listed_}, room);
+    std::vector<RECT> lines;
+    std::vector<Ink::Text> numbers;
     const int breadth = Breadth(client);
-    for (const logic::ScaleMark& mark : marks_) {
+    for (const logic::ScaleMark& mark : marks) {
+        const RECT area = MarkArea(mark, client);
+        lines.push_back(area);
         if (!hasNumbers || !mark.hasNumber) {
             continue;
         }
@@ -405,11 +405,10 @@ void SCALEPROPERTIES::LayOut(HDC dc, const RECT& client) {
         const SIZE extent = extentOf(text);
         const int first = room.PlaceOf(mark).first;
         const int thickness = isHorizontal ? extent.cy : extent.cx;
-        const RECT area = MarkArea(mark, client);
         const int markEnd = isHorizontal ? area.bottom : area.right;
         const int markBegin = isHorizontal ? area.top : area.left;
         const auto put = [&](int across) {
-            numbers_.push_back({text, isHorizontal ? POINT{first, across} : POINT{across, first}});
+            numbers.push_back({text, isHorizontal ? POINT{first, across} : POINT{across, first}});
         };
         if (side != Side::Left) {
             put(std::min(markEnd + NUMBER_GAP, std::max(breadth - thickness, markEnd)));
@@ -418,6 +417,7 @@ void SCALEPROPERTIES::LayOut(HDC dc, const RECT& client) {
             put(markBegin - NUMBER_GAP - thickness);
         }
     }
+    ink_.Set(std::move(lines), std::move(numbers));
 }
 
 RECT SCALEPROPERTIES::MarkArea(const logic::ScaleMark& mark, const RECT& client) const {
@@ -445,19 +445,12 @@ RECT SCALEPROPERTIES::PointerPart(const RECT& client, int reach) const {
 
 void SCALEPROPERTIES::Draw(HDC dc, const RECT& client) const {
     FillGround(dc, backgroundColour, client);
-    const COLORREF readable = ReadableOn(GetPixel(dc, client.right / 2, client.bottom / 2));
-    for (const logic::ScaleMark& mark : marks_) {
-        FillGround(dc, lineColour.value_or(readable), MarkArea(mark, client));
-    }
-    const Selected selected(dc, font.Get());
-    SetBkMode(dc, TRANSPARENT);
-    SetTextColor(dc, textColour.value_or(readable));
-    for (const Number& number : numbers_) {
-        TextOutA(dc, number.place.x, number.place.y, number.text.c_str(),
-                 static_cast<int>(number.text.size()));
-    }
+    const COLORREF readable =
+        textColour && lineColour ? 0 : ReadableOn(GetPixel(dc, client.right / 2, client.bottom / 2));
+    const COLORREF text = textColour.value_or(readable);
+    ink_.Draw(dc, {{client.right, client.bottom}, lineColour.value_or(readable), text, font.Get()});
     for (int reach = 0; !requests.empty() && reach <= POINTER_REACH; ++reach) {
-        FillGround(dc, textColour.value_or(readable), PointerPart(client, reach));
+        FillGround(dc, text, PointerPart(client, reach));
     }
 }
 
