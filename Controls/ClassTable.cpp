@@ -21,13 +21,13 @@ extern const ControlImplementation networkControl;
 extern const ControlImplementation plainInteger;
 extern const ControlImplementation plainIntegerInterface;
 extern const ControlImplementation plainInterface;
-extern const ControlImplementation plainNumber;
 extern const ControlImplementation plainText;
 extern const ControlImplementation plainTooltipText;
 extern const ControlImplementation pushButtonControl;
 extern const ControlImplementation rangeControl;
 extern const ControlImplementation reverseMeterControl;
 extern const ControlImplementation scaleControl;
+extern const ControlImplementation spinEditControl;
 extern const ControlImplementation staticControl;
 extern const ControlImplementation switchButtonControl;
 extern const ControlImplementation telephoneControl;
@@ -310,10 +310,9 @@ constexpr ControlClass CLASSES[] = {
      .palette = {PROCESSING, 3, "Speaker Selector", "Ss", {160, 96}, true}},
     {.name = "SPINEDIT",
      .displayName = "SpinEdit",
-     .implementation = &plainNumber,
+     .implementation = &spinEditControl,
      .controlType = FLOAT,
      .style = S1,
-     .purpose = "Number field with arrows.",
      .palette = {CONTINUOUS, 6, "Spin Edit", "Sp", {80, 24}, true}},
     {.name = "ITELEPHONE",
      .displayName = "Telephone",

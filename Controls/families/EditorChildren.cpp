@@ -3,13 +3,12 @@
 
 #include "Controls/families/EditorChildren.h"
 
+#include "Controls/families/SystemChild.h"
 #include "base/Clipboard.h"
-#include "base/Guard.h"
 
 #include <algorithm>
 #include <commctrl.h>
 #include <string>
-#include <windowsx.h>
 
 namespace {
 
@@ -40,28 +39,6 @@ PartClass ClassOf(EditorPart part) {
     default:
         return {"BUTTON", BS_AUTOCHECKBOX | BS_PUSHLIKE, 0};
     }
-}
-
-EDITORPROPERTIES* EditorOf(HWND child) {
-    return PropertiesOf<EDITORPROPERTIES>(GetParent(child));
-}
-
-// A press on a child that is the panel's, as the control itself would have received it.
-bool PassPress(const EDITORPROPERTIES& editor, HWND child, UINT message, WPARAM wParam, LPARAM lParam) {
-    constexpr WPARAM PROPERTY_CLICK = MK_RBUTTON | MK_SHIFT | MK_CONTROL;
-    if (message < WM_MOUSEFIRST || message > WM_MBUTTONDBLCLK ||
-        !(editor.mode != 0 || (message == WM_LBUTTONDOWN && IsPanelClick(editor, wParam)) ||
-          (message == WM_RBUTTONDOWN && wParam == PROPERTY_CLICK))) {
-        return false;
-    }
-    POINT place{GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
-    MapWindowPoints(child, editor.window, &place, 1);
-    // The control's own class knows no double clicks.
-    const UINT passed = message == WM_LBUTTONDBLCLK   ? WM_LBUTTONDOWN
-                        : message == WM_RBUTTONDBLCLK ? WM_RBUTTONDOWN
-                                                      : message;
-    SendMessageA(editor.window, passed, wParam, MAKELPARAM(place.x, place.y));
-    return true;
 }
 
 bool IsTabPress(const MSG* key) {
@@ -102,28 +79,16 @@ void PasteLine(HWND field) {
     SendMessageA(field, EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(line.c_str()));
 }
 
-struct ChildWindow {
-    LRESULT SystemDoes(UINT message, WPARAM wParam, LPARAM lParam) const {
-        return CallWindowProcA(system, window, message, wParam, lParam);
-    }
-
-    HWND window;
-    WNDPROC system; // of its class
-    bool isField;
-};
-
-LRESULT HandleChild(EDITORPROPERTIES& editor, const ChildWindow& of, UINT message, WPARAM wParam,
-                    LPARAM lParam) {
-    const HWND child = of.window;
-    const bool isField = of.isField;
+LRESULT HandleChild(EDITORPROPERTIES& editor, const ChildMessage& of, bool isField) {
+    const auto& [child, system, message, wParam, lParam] = of;
     // The wheel reaches a child that it is over without the focus, and would choose another item of a list.
     const bool isOperation = (message >= WM_KEYFIRST && message <= WM_KEYLAST) || message == WM_MOUSEWHEEL;
-    if (PassPress(editor, child, message, wParam, lParam) || (isOperation && editor.mode != 0)) {
+    if (PassPress(editor, of) || (isOperation && editor.mode != 0)) {
         return 0;
     }
     switch (message) {
     case WM_GETDLGCODE:
-        return WantedKeys(editor, child, lParam, of.SystemDoes(message, wParam, lParam), isField);
+        return WantedKeys(editor, child, lParam, of.SystemDoes(), isField);
     case WM_KEYDOWN:
         if (KeyDown(editor, child, wParam, isField)) {
             return 0;
@@ -158,7 +123,7 @@ LRESULT HandleChild(EDITORPROPERTIES& editor, const ChildWindow& of, UINT messag
         editor.ChildFocused(GetDlgCtrlID(child));
         break;
     case WM_KILLFOCUS: {
-        const LRESULT result = of.SystemDoes(message, wParam, lParam);
+        const LRESULT result = of.SystemDoes();
         if (isField && IsWindow(child)) {
             NotifyEditor(child, FIELD_LEFT);
         }
@@ -167,30 +132,15 @@ LRESULT HandleChild(EDITORPROPERTIES& editor, const ChildWindow& of, UINT messag
     default:
         break;
     }
-    return of.SystemDoes(message, wParam, lParam);
+    return of.SystemDoes();
 }
 
-// The window procedure of the children of one kind, in front of that of their system class. Deliberately none
-// of the chains that the common controls library offers: those ask the system for a property of the window at
-// every message.
 template <EditorPart part>
-struct Child {
-    static LRESULT CALLBACK Proc(HWND child, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
-        EDITORPROPERTIES* editor = EditorOf(child);
-        if (editor == nullptr) { // it goes, or is not there yet
-            return CallWindowProcA(system, child, message, wParam, lParam);
-        }
-        const Held held(*editor);
-        return Guarded<LRESULT>(0, [&] {
-            return HandleChild(*editor, {child, system, part == EditorPart::Field}, message, wParam, lParam);
-        });
-    }
-    static void Subclass(HWND child) {
-        system = reinterpret_cast<WNDPROC>(SetWindowLongA(child, GWL_WNDPROC, reinterpret_cast<LONG>(&Proc)));
-    }
-
-    static inline WNDPROC system = nullptr; // the same for all of them
-};
+LRESULT HandlePart(EDITORPROPERTIES& editor, const ChildMessage& of) {
+    return HandleChild(editor, of, part == EditorPart::Field);
+}
+template <EditorPart part>
+using Child = SystemChild<HandlePart<part>>;
 
 void Subclass(HWND child, EditorPart part) {
     switch (part) {

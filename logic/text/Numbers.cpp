@@ -181,6 +181,12 @@ std::string JoinFloats(std::span<const float> numbers) {
     return text;
 }
 
+std::string FormatExact(float value) {
+    char text[24];
+    const auto result = std::to_chars(text, text + sizeof text, value);
+    return {text, result.ptr};
+}
+
 std::string FormatFixed(double value, int digits) {
     return FormatDouble(value, std::chars_format::fixed, digits);
 }

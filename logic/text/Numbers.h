@@ -49,6 +49,8 @@ std::string JoinFloats(std::span<const float> numbers);
 // As "%g" does: six significant digits, no trailing zeros. 12 characters at most.
 std::string FormatFloat(float value);
 constexpr std::size_t LONGEST_FLOAT_TEXT = 12;
+// With as many digits as it takes to read the same value.
+std::string FormatExact(float value);
 // With that many digits behind the point, as "%.2f" does. The result can have more than 300 characters.
 std::string FormatFixed(double value, int digits);
 // As "%.2e" does.
