@@ -21,12 +21,13 @@ extern const ControlImplementation networkControl;
 extern const ControlImplementation plainInteger;
 extern const ControlImplementation plainIntegerInterface;
 extern const ControlImplementation plainInterface;
-extern const ControlImplementation plainNumber;
 extern const ControlImplementation plainText;
 extern const ControlImplementation plainTooltipText;
 extern const ControlImplementation pushButtonControl;
 extern const ControlImplementation rangeControl;
 extern const ControlImplementation reverseMeterControl;
+extern const ControlImplementation scaleControl;
+extern const ControlImplementation spinEditControl;
 extern const ControlImplementation staticControl;
 extern const ControlImplementation switchButtonControl;
 extern const ControlImplementation telephoneControl;
@@ -296,11 +297,10 @@ constexpr ControlClass CLASSES[] = {
      .palette = {DISCRETE, 4, "Rocker Switch", "Rs", {32, 48}, true}},
     {.name = "SCALE",
      .displayName = "Scale",
-     .implementation = &plainInteger,
+     .implementation = &scaleControl,
      .controlType = INTEGER,
      .style = S1,
-     .purpose = "Scale beside a fader or a meter.",
-     .palette = {CONTINUOUS, 8, "Scale", "Sc", {32, 160}, false}},
+     .palette = {CONTINUOUS, 8, "Scale", "Sc", {32, 200}, false}},
     {.name = "SPEAKERCONTROL",
      .displayName = "SpeakerControl",
      .implementation = &plainInteger,
@@ -310,10 +310,9 @@ constexpr ControlClass CLASSES[] = {
      .palette = {PROCESSING, 3, "Speaker Selector", "Ss", {160, 96}, true}},
     {.name = "SPINEDIT",
      .displayName = "SpinEdit",
-     .implementation = &plainNumber,
+     .implementation = &spinEditControl,
      .controlType = FLOAT,
      .style = S1,
-     .purpose = "Number field with arrows.",
      .palette = {CONTINUOUS, 6, "Spin Edit", "Sp", {80, 24}, true}},
     {.name = "ITELEPHONE",
      .displayName = "Telephone",

@@ -42,6 +42,7 @@ public:
     LRESULT OnTimer(WPARAM timer, LPARAM lParam) override;
     DWORD DueIn(DWORD now) const noexcept override;
     void Draw(HDC dc, const RECT& client) const override;
+    std::optional<logic::Travel> TravelIn(SIZE client) const override;
 
     int ValueKeyword(VALUERECORD& record);
     bool SetRange(const std::string& text);
@@ -290,6 +291,19 @@ DWORD BARGRAPHPROPERTIES::DueIn(DWORD now) const noexcept {
 }
 
 // Layout
+
+std::optional<logic::Travel> BARGRAPHPROPERTIES::TravelIn(SIZE client) const {
+    const int length = IsVertical() ? client.cy : client.cx;
+    const bool isBackwards = direction == Direction::Up || direction == Direction::Left;
+    return logic::Travel{.range = Range(),
+                         .begin = isBackwards ? length : 0,
+                         .length = length,
+                         .isHorizontal = !IsVertical(),
+                         .isBackwards = isBackwards,
+                         .shown = logic::Travel::Shown::Bar,
+                         .origin = origin.value_or(Range().Lower()),
+                         .segment = SegmentLength()};
+}
 
 RECT BARGRAPHPROPERTIES::AreaOf(const logic::Span& span, const RECT& client) const {
     switch (direction) {

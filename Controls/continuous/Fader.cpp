@@ -34,6 +34,7 @@ public:
     void Send() override;
     void Poll() override;
     void Draw(HDC dc, const RECT& client) const override;
+    std::optional<logic::Travel> TravelIn(SIZE client) const override;
     bool BeginDrag(POINT point) override;
     void MoveDrag(POINT point) override;
     void EndDrag() override;
@@ -224,6 +225,18 @@ void FADERPROPERTIES::Moved() {
     if (knob.Place(value, Range(), {client.right, client.bottom, knobHeight})) {
         Redraw();
     }
+}
+
+// Of the line on the knob. Without an image it is the brightest line.
+std::optional<logic::Travel> FADERPROPERTIES::TravelIn(SIZE client) const {
+    const logic::FaderShape shape{client.cx, client.cy, knobHeight};
+    const int line = face.Get() != nullptr ? (knobHeight - 1) / 2 : knobHeight / 2;
+    const int way = shape.Way();
+    return logic::Travel{.range = {static_cast<float>(minimum), static_cast<float>(maximum)},
+                         .begin = shape.IsVertical() ? line + way : line,
+                         .length = way,
+                         .isHorizontal = !shape.IsVertical(),
+                         .isBackwards = shape.IsVertical()};
 }
 
 // Drawing

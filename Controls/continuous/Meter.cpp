@@ -8,6 +8,7 @@
 #include "logic/controls/MeterLogic.h"
 #include "logic/text/Numbers.h"
 
+#include <algorithm>
 #include <vector>
 
 namespace {
@@ -24,6 +25,7 @@ public:
     BitmapParts Frames() const override { return {*face.Get(), 2}; } // unlit and lit
     void Poll() override;
     void Draw(HDC dc, const RECT& client) const override;
+    std::optional<logic::Travel> TravelIn(SIZE client) const override;
 
     bool IsReversed() const { return range.minimum >= range.maximum; } // grows downwards
     int FillHeight(int height) const {
@@ -145,6 +147,20 @@ void METERPROPERTIES::Draw(HDC dc, const RECT& client) const {
     // Growing upwards, the bar without an image deliberately stands for what is not filled.
     const RECT bar = IsReversed() ? top : RECT{0, fill, client.right, client.bottom};
     DrawShadedColumns(dc, bar, BAR_COLOUR);
+}
+
+// Of the edge between both parts.
+std::optional<logic::Travel> METERPROPERTIES::TravelIn(SIZE client) const {
+    const auto [low, high] =
+        std::minmax({static_cast<float>(range.minimum), static_cast<float>(range.maximum)});
+    const bool grows = face.Get() != nullptr || IsReversed(); // from the lower end
+    const bool isUpwards = face.Get() != nullptr && !IsReversed();
+    return logic::Travel{.range = {low, high},
+                         .begin = isUpwards ? client.cy : 0,
+                         .length = client.cy,
+                         .isBackwards = isUpwards,
+                         .shown = logic::Travel::Shown::CutOffBar,
+                         .origin = grows ? low : high};
 }
 
 extern const ControlImplementation meterControl = Implement<METERPROPERTIES>(

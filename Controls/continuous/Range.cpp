@@ -34,6 +34,7 @@ public:
     float Limited(float number) const override { return logic::LimitToRange(number, minimum, maximum); }
     void Poll() override;
     void Draw(HDC dc, const RECT& client) const override;
+    std::optional<logic::Travel> TravelIn(SIZE client) const override;
     bool BeginDrag(POINT point) override;
     void MoveDrag(POINT point) override;
 
@@ -290,6 +291,17 @@ void RANGEPROPERTIES::Draw(HDC dc, const RECT& client) const {
     FillGround(dc, GROOVE_SHADE,
                layout.Area(marker - MARKER_REACH, marker + MARKER_REACH + 1, 0, bottom + 2));
     FillGround(dc, colour, layout.Area(marker - MARKER_REACH + 1, marker + MARKER_REACH, 1, bottom + 1));
+}
+
+// Of the line of the marker.
+std::optional<logic::Travel> RANGEPROPERTIES::TravelIn(SIZE client) const {
+    const Layout layout({0, 0, client.cx, client.cy});
+    const logic::RangeTrack track{layout.length, minimum, maximum};
+    return logic::Travel{.range = {static_cast<float>(minimum), static_cast<float>(maximum)},
+                         .begin = layout.isHorizontal ? track.Margin() : layout.length - 1 - track.Margin(),
+                         .length = track.Way(),
+                         .isHorizontal = layout.isHorizontal,
+                         .isBackwards = !layout.isHorizontal};
 }
 
 // Input

@@ -39,6 +39,7 @@ public:
     void Send() override;
     void Poll() override;
     void Draw(HDC dc, const RECT& client) const override;
+    std::optional<logic::Travel> TravelIn(SIZE client) const override;
     bool BeginDrag(POINT point) override;
     void MoveDrag(POINT point) override;
 
@@ -197,6 +198,13 @@ void REVMETERPROPERTIES::Draw(HDC dc, const RECT& client) const {
     DrawShadedColumns(dc, {0, 0, client.right, bar}, BAR_COLOUR);
     SetDCBrushColor(dc, RIM_COLOUR);
     FrameRect(dc, &client, static_cast<HBRUSH>(GetStockObject(DC_BRUSH)));
+}
+
+std::optional<logic::Travel> REVMETERPROPERTIES::TravelIn(SIZE client) const {
+    const auto lower = static_cast<float>(std::min(minimum, maximum));
+    const auto upper = static_cast<float>(std::max(minimum, maximum));
+    return logic::Travel{
+        .range = {upper, lower}, .length = client.cy, .shown = logic::Travel::Shown::Bar, .origin = upper};
 }
 
 bool REVMETERPROPERTIES::BeginDrag(POINT point) {

@@ -28,8 +28,8 @@ public:
     bool SetLimits(const std::string& text);
     void ReadOnlyChanged();
 
-    EditField field{*this, *this};
-    FieldMargin margin{*this};
+    EditField field{*this, window, *this};
+    FieldMargin margin{window};
     std::optional<logic::Limits> limits;
     int readOnly = 0;
 
@@ -38,6 +38,9 @@ private:
     bool TakeTyped(const std::string& text) override { return shown.TakeTyped(text, limits); }
     void TypedTaken() override;
     void TextGiven(const std::string& text) override { SetCaption(text); }
+    LRESULT FieldDoes(UINT message, WPARAM wParam, LPARAM lParam) override {
+        return CommonProc(window, message, wParam, lParam);
+    }
 
     FieldColours colours_;
 };

@@ -9,6 +9,8 @@
 
 // Black or white, what can be read better on a ground of that colour.
 COLORREF ReadableOn(COLORREF ground);
+// The ground of a field with a text that was refused.
+constexpr COLORREF REFUSED_COLOUR = RGB(255, 188, 176);
 // The text colour of a device context, for a text in the middle of an area that its ground is drawn in
 // already.
 void SelectTextColour(HDC dc, const std::optional<COLORREF>& colour, const RECT& area);

@@ -7,23 +7,23 @@ constexpr WPARAM CTRL_A = 0x01; // its character
 } // namespace
 
 void EditField::Begin() {
-    SendMessageA(control_.window, EM_LIMITTEXT, TEXT_SIZE - 1, 0);
-    SendMessageA(control_.window, EM_SETMODIFY, FALSE, 0);
+    SendMessageA(field_, EM_LIMITTEXT, TEXT_SIZE - 1, 0);
+    SendMessageA(field_, EM_SETMODIFY, FALSE, 0);
     displayed_ = Text();
 }
 
 std::string EditField::Text() const {
     char text[TEXT_SIZE] = "";
-    GetWindowTextA(control_.window, text, sizeof text);
+    GetWindowTextA(field_, text, sizeof text);
     return text;
 }
 
 bool EditField::IsEdited() const {
-    return control_.HasFocus() && SendMessageA(control_.window, EM_GETMODIFY, 0, 0) != 0;
+    return control_.HasFocus() && SendMessageA(field_, EM_GETMODIFY, 0, 0) != 0;
 }
 
 void EditField::Show() {
-    const HWND window = control_.window;
+    const HWND window = field_;
     const std::string text = owner_.TextOfValue();
     // A field that the mouse is just selecting in keeps its text as well.
     if (IsEdited() || GetCapture() == window ||
@@ -44,22 +44,24 @@ void EditField::Show() {
     }
 }
 
-void EditField::TakeTyped() {
+void EditField::TakeTyped(bool isLeaving) {
     const bool taken = owner_.TakeTyped(Text());
-    Restore();
+    if (taken || isLeaving || !owner_.KeepsRefused()) {
+        Restore();
+    }
     if (taken) {
         owner_.TypedTaken();
     }
 }
 
 void EditField::Restore() {
-    SendMessageA(control_.window, EM_SETMODIFY, FALSE, 0);
+    SendMessageA(field_, EM_SETMODIFY, FALSE, 0);
     displayed_.clear(); // the field holds what was typed
     Show();
 }
 
 void EditField::SelectAll() const {
-    SendMessageA(control_.window, EM_SETSEL, 0, -1);
+    SendMessageA(field_, EM_SETSEL, 0, -1);
 }
 
 // Whether the field hands a key to its control even in a dialog, which closes at Escape otherwise.
@@ -73,7 +75,7 @@ bool EditField::HandleKey(UINT message, WPARAM key) {
     if (key == VK_RETURN) {
         if (message == WM_KEYDOWN) {
             if (IsEdited()) {
-                TakeTyped();
+                TakeTyped(false);
             }
             SelectAll(); // the next value is typed over it
         }
@@ -83,6 +85,7 @@ bool EditField::HandleKey(UINT message, WPARAM key) {
         if (message == WM_KEYDOWN && IsEdited()) {
             Restore();
             SelectAll();
+            owner_.TypedDropped();
         }
         return true;
     }
@@ -96,9 +99,9 @@ bool EditField::HandleKey(UINT message, WPARAM key) {
 // The focus goes: what was typed is taken.
 LRESULT EditField::Leave(WPARAM wParam, LPARAM lParam) {
     const bool wasEdited = IsEdited();
-    const LRESULT result = CommonProc(control_.window, WM_KILLFOCUS, wParam, lParam);
+    const LRESULT result = owner_.FieldDoes(WM_KILLFOCUS, wParam, lParam);
     if (wasEdited) {
-        TakeTyped();
+        TakeTyped(true);
     }
     return result;
 }
@@ -106,7 +109,7 @@ LRESULT EditField::Leave(WPARAM wParam, LPARAM lParam) {
 std::optional<LRESULT> EditField::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
     case WM_GETDLGCODE: {
-        const LRESULT code = CommonProc(control_.window, message, wParam, lParam);
+        const LRESULT code = owner_.FieldDoes(message, wParam, lParam);
         return WantsKey(reinterpret_cast<const MSG*>(lParam)) ? code | DLGC_WANTMESSAGE : code;
     }
     case WM_KEYDOWN:

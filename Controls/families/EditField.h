@@ -5,7 +5,7 @@
 #include <optional>
 #include <string>
 
-// The life of a field that is typed into: the window of a control that stands on the system's edit control.
+// The life of a field that is typed into: the system's edit control that a control stands on, or has inside.
 // A text that somebody types or selects in is left alone until that is over. Enter, and leaving the field,
 // take it; Escape puts back the value.
 class EditField {
@@ -16,16 +16,23 @@ public:
         virtual std::string TextOfValue() const = 0;
         // Makes what was typed the value. False, and nothing changed, when it cannot be read.
         virtual bool TakeTyped(const std::string& text) = 0;
+        // Whether Enter leaves a text that was not taken in the field, for somebody to correct it.
+        virtual bool KeepsRefused() const { return false; }
+        // Escape has put back the value.
+        virtual void TypedDropped() {}
         // The field shows the value that it has taken, which can go to others now.
         virtual void TypedTaken() = 0;
         // Somebody outside has given the window a text.
         virtual void TextGiven(const std::string& text) = 0;
+        // What the window does with a message by itself.
+        virtual LRESULT FieldDoes(UINT message, WPARAM wParam, LPARAM lParam) = 0;
 
     protected:
         ~Owner() = default;
     };
 
-    EditField(CONTROLPROPERTIES& control, Owner& owner) : control_(control), owner_(owner) {}
+    EditField(CONTROLPROPERTIES& control, const HWND& field, Owner& owner)
+        : control_(control), field_(field), owner_(owner) {}
 
     // The window is there, with a title that nobody has typed.
     void Begin();
@@ -35,7 +42,10 @@ public:
     // Shows the text of the value, now or when nobody types or selects any more.
     void Show();
 
-    // The answer to a message that is the field's. Any other goes on to CommonProc and then to Handled.
+    // Puts the text of the value back in place of what was typed.
+    void Restore();
+
+    // The answer to a message that is the field's. Any other goes on to the window and then to Handled.
     std::optional<LRESULT> Handle(UINT message, WPARAM wParam, LPARAM lParam);
     void Handled(UINT message);
 
@@ -43,11 +53,11 @@ private:
     bool WantsKey(const MSG* key) const;
     bool HandleKey(UINT message, WPARAM key);
     LRESULT Leave(WPARAM wParam, LPARAM lParam);
-    void TakeTyped();
-    void Restore();
+    void TakeTyped(bool isLeaving);
     void SelectAll() const;
 
-    CONTROLPROPERTIES& control_;
+    CONTROLPROPERTIES& control_; // has the focus while the field has it
+    const HWND& field_;
     Owner& owner_;
     std::string displayed_;      // what the field was last set to
     bool isSettingText_ = false; // the control itself, not somebody outside

@@ -1,6 +1,7 @@
 #include "Controls/families/FieldMargin.h"
 
 #include "Panelhost/Bitmap.h"
+#include "Panelhost/Hostinfo.h"
 #include "base/Gdi.h"
 
 #include <algorithm>
@@ -39,7 +40,7 @@ int FieldMargin::Least() const {
 
 void FieldMargin::Set(int margin) {
     margin_ = margin;
-    SendMessageA(control_.window, EM_SETMARGINS, EC_LEFTMARGIN | EC_RIGHTMARGIN, MAKELPARAM(margin, MARGIN));
+    SendMessageA(field_, EM_SETMARGINS, EC_LEFTMARGIN | EC_RIGHTMARGIN, MAKELPARAM(margin, MARGIN));
 }
 
 void FieldMargin::MakeRoom() {
@@ -56,7 +57,7 @@ void FieldMargin::Handled(UINT message, logic::Alignment alignment) {
 }
 
 void FieldMargin::Align(logic::Alignment alignment) {
-    const HWND window = control_.window;
+    const HWND window = field_;
     if (margin_ == UNKNOWN) {
         MakeRoom();
     }
@@ -84,7 +85,7 @@ void FieldMargin::Align(logic::Alignment alignment) {
         return;
     }
     Set(margin);
-    if (control_.HasFocus()) { // the caret moves along
+    if (GetFocus() == window) { // the caret moves along
         DWORD start = 0;
         DWORD end = 0;
         SendMessageA(window, EM_GETSEL, reinterpret_cast<WPARAM>(&start), reinterpret_cast<LPARAM>(&end));
@@ -94,7 +95,7 @@ void FieldMargin::Align(logic::Alignment alignment) {
 
 void FieldMargin::DrawMark(HDC dc) const {
     RECT client{};
-    GetClientRect(control_.window, &client);
+    GetClientRect(field_, &client);
     const OSMIRBitmap& sign = *a_GetNotEqualSign();
     sign.Draw(dc, MARGIN, (client.bottom - sign.Height()) / 2);
 }

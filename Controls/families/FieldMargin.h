@@ -1,14 +1,15 @@
 #pragma once
 
-#include "Controls/framework/Control.h"
 #include "logic/controls/ShownValue.h"
 
-// The left margin of a control that stands on the system's edit control: it aligns the text, and the
-// not-equal sign stands in it. The system's control keeps the alignment that it was created with, so the text
-// stands on the left of a field whose left margin is as wide as needed.
+#include <windows.h>
+
+// The left margin of a system edit control, which a control stands on or has inside: it aligns the text, and
+// the not-equal sign can stand in it. The system's control keeps the alignment that it was created with, so
+// the text stands on the left of a field whose left margin is as wide as needed.
 class FieldMargin {
 public:
-    explicit FieldMargin(const CONTROLPROPERTIES& control) : control_(control) {}
+    explicit FieldMargin(const HWND& field) : field_(field) {}
 
     // Whether a message gives the field another text, font or size: MakeRoom before, Handled behind it.
     static bool IsMovedBy(UINT message);
@@ -28,7 +29,7 @@ private:
 
     static constexpr int UNKNOWN = -1;
 
-    const CONTROLPROPERTIES& control_;
+    const HWND& field_;
     bool isMarked_ = false;
     int margin_ = UNKNOWN;
 };

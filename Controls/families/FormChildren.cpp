@@ -3,13 +3,12 @@
 
 #include "Controls/families/FormChildren.h"
 
+#include "Controls/families/SystemChild.h"
 #include "base/Clipboard.h"
-#include "base/Guard.h"
 
 #include <algorithm>
 #include <commctrl.h>
 #include <string>
-#include <windowsx.h>
 
 namespace {
 
@@ -40,28 +39,6 @@ PartClass ClassOf(FormPart part) {
     default:
         return {"BUTTON", BS_AUTOCHECKBOX | BS_PUSHLIKE, 0};
     }
-}
-
-FORMPROPERTIES* FormOf(HWND child) {
-    return PropertiesOf<FORMPROPERTIES>(GetParent(child));
-}
-
-// A press on a child that is the panel's, as the control itself would have received it.
-bool PassPress(const FORMPROPERTIES& form, HWND child, UINT message, WPARAM wParam, LPARAM lParam) {
-    constexpr WPARAM PROPERTY_CLICK = MK_RBUTTON | MK_SHIFT | MK_CONTROL;
-    if (message < WM_MOUSEFIRST || message > WM_MBUTTONDBLCLK ||
-        !(form.mode != 0 || (message == WM_LBUTTONDOWN && IsPanelClick(form, wParam)) ||
-          (message == WM_RBUTTONDOWN && wParam == PROPERTY_CLICK))) {
-        return false;
-    }
-    POINT place{GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
-    MapWindowPoints(child, form.window, &place, 1);
-    // The control's own class knows no double clicks.
-    const UINT passed = message == WM_LBUTTONDBLCLK   ? WM_LBUTTONDOWN
-                        : message == WM_RBUTTONDBLCLK ? WM_RBUTTONDOWN
-                                                      : message;
-    SendMessageA(form.window, passed, wParam, MAKELPARAM(place.x, place.y));
-    return true;
 }
 
 bool IsTabPress(const MSG* key) {
@@ -102,27 +79,16 @@ void PasteLine(HWND field) {
     SendMessageA(field, EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(line.c_str()));
 }
 
-struct ChildWindow {
-    LRESULT SystemDoes(UINT message, WPARAM wParam, LPARAM lParam) const {
-        return CallWindowProcA(system, window, message, wParam, lParam);
-    }
-
-    HWND window;
-    WNDPROC system; // of its class
-    bool isField;
-};
-
-LRESULT HandleChild(FORMPROPERTIES& form, const ChildWindow& of, UINT message, WPARAM wParam, LPARAM lParam) {
-    const HWND child = of.window;
-    const bool isField = of.isField;
+LRESULT HandleChild(FORMPROPERTIES& form, const ChildMessage& of, bool isField) {
+    const auto& [child, system, message, wParam, lParam] = of;
     // The wheel reaches a child that it is over without the focus, and would choose another item of a list.
     const bool isOperation = (message >= WM_KEYFIRST && message <= WM_KEYLAST) || message == WM_MOUSEWHEEL;
-    if (PassPress(form, child, message, wParam, lParam) || (isOperation && form.mode != 0)) {
+    if (PassPress(form, of) || (isOperation && form.mode != 0)) {
         return 0;
     }
     switch (message) {
     case WM_GETDLGCODE:
-        return WantedKeys(form, child, lParam, of.SystemDoes(message, wParam, lParam), isField);
+        return WantedKeys(form, child, lParam, of.SystemDoes(), isField);
     case WM_KEYDOWN:
         if (KeyDown(form, child, wParam, isField)) {
             return 0;
@@ -157,7 +123,7 @@ LRESULT HandleChild(FORMPROPERTIES& form, const ChildWindow& of, UINT message, W
         form.ChildFocused(GetDlgCtrlID(child));
         break;
     case WM_KILLFOCUS: {
-        const LRESULT result = of.SystemDoes(message, wParam, lParam);
+        const LRESULT result = of.SystemDoes();
         if (isField && IsWindow(child)) {
             NotifyForm(child, FIELD_LEFT);
         }
@@ -166,30 +132,15 @@ LRESULT HandleChild(FORMPROPERTIES& form, const ChildWindow& of, UINT message, W
     default:
         break;
     }
-    return of.SystemDoes(message, wParam, lParam);
+    return of.SystemDoes();
 }
 
-// The window procedure of the children of one kind, in front of that of their system class. Deliberately none
-// of the chains that the common controls library offers: those ask the system for a property of the window at
-// every message.
 template <FormPart part>
-struct Child {
-    static LRESULT CALLBACK Proc(HWND child, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
-        FORMPROPERTIES* form = FormOf(child);
-        if (form == nullptr) { // it goes, or is not there yet
-            return CallWindowProcA(system, child, message, wParam, lParam);
-        }
-        const Held held(*form);
-        return Guarded<LRESULT>(0, [&] {
-            return HandleChild(*form, {child, system, part == FormPart::Field}, message, wParam, lParam);
-        });
-    }
-    static void Subclass(HWND child) {
-        system = reinterpret_cast<WNDPROC>(SetWindowLongA(child, GWL_WNDPROC, reinterpret_cast<LONG>(&Proc)));
-    }
-
-    static inline WNDPROC system = nullptr; // the same for all of them
-};
+LRESULT HandlePart(FORMPROPERTIES& form, const ChildMessage& of) {
+    return HandleChild(form, of, part == FormPart::Field);
+}
+template <FormPart part>
+using Child = SystemChild<HandlePart<part>>;
 
 void Subclass(HWND child, FormPart part) {
     switch (part) {

@@ -2,12 +2,12 @@
 
 #include "Controls/families/FormPanel.h"
 
+#include "Controls/families/Arrows.h"
 #include "Controls/families/FormChildren.h"
 #include "Controls/framework/Keywords.h"
 #include "Controls/resources/resource.h"
 #include "Panelhost/Bitmap.h"
 #include "Panelhost/Dialogs.h"
-#include "Panelhost/Trace.h"
 #include "base/Gdi.h"
 
 #include <algorithm>
@@ -162,13 +162,7 @@ LRESULT CALLBACK FormProc(HWND window, UINT message, WPARAM wParam, LPARAM lPara
 // Life
 
 void FORMPROPERTIES::SetDefaults() {
-    static const bool areArrowsThere = [] {
-        const INITCOMMONCONTROLSEX classes{sizeof classes, ICC_UPDOWN_CLASS};
-        return InitCommonControlsEx(&classes) != 0;
-    }();
-    if (!areArrowsThere) {
-        TRACE("InitCommonControlsEx failed\n");
-    }
+    NeedArrows();
     interval = 1000;
     SetWindowLongA(window, GWL_STYLE, GetWindowLongA(window, GWL_STYLE) | WS_CLIPCHILDREN);
     DragAcceptFiles(window, TRUE);

@@ -19,6 +19,7 @@ public:
     }
 
     REQUESTLIST& Requests() { return requests_; }
+    const REQUESTLIST& Requests() const { return requests_; }
 
 private:
     BINDINGLIST bindings_;

@@ -19,8 +19,6 @@ template <class Value>
 constexpr int DATATYPE_OF = DATATYPE_TEXT;
 template <>
 constexpr int DATATYPE_OF<int> = DATATYPE_INTEGER;
-template <>
-constexpr int DATATYPE_OF<float> = DATATYPE_FLOAT;
 
 // Base: CONTROLPROPERTIES or a class below it.
 template <class Base>
@@ -171,8 +169,6 @@ CONTROLPROPERTIES* CreateMiniView() {
 
 extern const ControlImplementation plainInteger{.create = CreateProperties<NAMEDPROPERTIES<int>>,
                                                 .procedure = CommonProc};
-extern const ControlImplementation plainNumber{.create = CreateProperties<NAMEDPROPERTIES<float>>,
-                                               .procedure = CommonProc};
 extern const ControlImplementation plainText{.create = CreateProperties<NAMEDPROPERTIES<std::string>>,
                                              .procedure = CommonProc};
 extern const ControlImplementation plainTooltipText{

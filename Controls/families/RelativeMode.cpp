@@ -23,11 +23,7 @@ void RelativeMode::Rebuild(const CONTROLPROPERTIES& control, float value) {
 }
 
 std::string RelativeMode::Text() const {
-    std::string text;
-    for (const float offset : offsets) {
-        text += (text.empty() ? "" : ",") + logic::FormatFloat(offset);
-    }
-    return text;
+    return logic::JoinFloats(offsets);
 }
 
 std::string RelativeMode::Copy() const {

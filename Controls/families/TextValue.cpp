@@ -27,11 +27,6 @@ int TEXTPROPERTIES::ControlType() const {
     }
 }
 
-void TEXTPROPERTIES::FontChanged() {
-    SendMessageA(window, WM_SETFONT, reinterpret_cast<WPARAM>(font.Get()), FALSE);
-    LookChanged();
-}
-
 // Value
 
 bool TEXTPROPERTIES::SetCaption(const std::string& text) {

@@ -3,6 +3,7 @@
 #include "Controls/framework/ControlClass.h"
 #include "Panelhost/Hostinfo.h"
 #include "Panelhost/Root.h"
+#include "logic/controls/Travel.h"
 #include "logic/text/PropertyLine.h"
 
 #include <optional>
@@ -47,6 +48,9 @@ public:
     virtual void Draw(HDC, const RECT& /*client*/) const {}
     // Whether Draw shows by itself that a poll found a disagreement, in place of the not-equal sign.
     virtual bool DrawsNotEqual(const RECT& /*client*/) const { return false; }
+    // How its value moves through a client area of that size, for a scale beside it; nothing without a value
+    // that moves.
+    virtual std::optional<logic::Travel> TravelIn(SIZE /*client*/) const { return std::nullopt; }
     virtual POINT NotEqualPlace() const { return {3, 3}; } // of the not-equal sign's top left corner
     virtual int PreferredWidth() const { return rectangle.right - rectangle.left; }
     virtual void Poll() {}            // the interval has passed and no drag is going on

@@ -27,6 +27,7 @@ struct TravelRange {
     double Fraction(float value) const;
     // The nearest pixel edge, 0 to length.
     std::int32_t Edge(float value, std::int32_t length) const;
+    bool operator==(const TravelRange&) const = default;
 };
 
 // Pixels along the travel, first included, last not.

@@ -29,6 +29,10 @@ std::int32_t DragTravel(const FaderShape& shape) {
 
 } // namespace
 
+std::int32_t FaderShape::Way() const {
+    return std::max(DragTravel(*this) - (IsVertical() ? 1 : 0), 0);
+}
+
 LimitedValue LimitFader(float value, const FaderRange& range) {
     const float stepped = RoundToStep(value, range.resolution);
     const float limited =
@@ -77,7 +81,7 @@ std::optional<float> StepFader(float value, FaderKey key, const FaderRange& rang
 
 bool FaderKnob::Place(float value, const FaderRange& range, const FaderShape& shape) {
     shape_ = shape;
-    const std::int32_t travel = std::max(DragTravel(shape) - (shape.IsVertical() ? 1 : 0), 0);
+    const std::int32_t travel = shape.Way();
     const double span = Span(range);
     const double share = span == 0.0 ? 0.0 : (static_cast<double>(value) - range.minimum) / span;
     const std::int32_t fromMinimum = std::clamp(TruncateToInteger(share * travel + 0.5), 0, travel);

@@ -44,6 +44,9 @@ struct FaderShape {
     std::int32_t knobHeight = 22;
 
     bool IsVertical() const { return width <= height; }
+    // Pixels that the knob has to go. The horizontal way is deliberately one pixel longer than the vertical
+    // one, and a knob that leaves none has none.
+    std::int32_t Way() const;
 };
 
 struct FaderPoint {
@@ -53,9 +56,8 @@ struct FaderPoint {
 // Where the knob lies and how it is held. Each layout has a position of its own; the other one is kept.
 class FaderKnob {
 public:
-    // Puts the knob where the value is, in a fader of that shape. Whether it moved. The horizontal travel is
-    // deliberately one pixel longer than the vertical one. An equal range puts the knob where the minimum is,
-    // and a knob that leaves no travel lies at the beginning.
+    // Puts the knob where the value is, in a fader of that shape. Whether it moved. An equal range puts the
+    // knob where the minimum is.
     bool Place(float value, const FaderRange& range, const FaderShape& shape);
 
     const FaderShape& Shape() const { return shape_; }

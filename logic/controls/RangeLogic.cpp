@@ -12,10 +12,6 @@ namespace {
 constexpr std::int32_t MARGIN = 4;
 constexpr std::int32_t REACH = 6;
 
-std::int32_t Travel(const RangeTrack& track) {
-    return std::max(track.length - 1 - 2 * track.Margin(), 0);
-}
-
 double Span(const RangeTrack& track) {
     return static_cast<double>(track.maximum) - track.minimum;
 }
@@ -46,15 +42,19 @@ std::int32_t RangeTrack::Margin() const {
     return std::clamp((length - 1) / 2, 0, MARGIN);
 }
 
+std::int32_t RangeTrack::Way() const {
+    return std::max(length - 1 - 2 * Margin(), 0);
+}
+
 std::int32_t RangeTrack::PlaceOf(float number) const {
-    const std::int32_t travel = Travel(*this);
+    const std::int32_t travel = Way();
     const double span = Span(*this);
     const double share = span == 0.0 ? 0.0 : (static_cast<double>(number) - minimum) / span;
     return Margin() + std::clamp(TruncateToInteger(share * travel + 0.5), 0, travel);
 }
 
 float RangeTrack::NumberAt(std::int32_t pixel) const {
-    const std::int32_t travel = Travel(*this);
+    const std::int32_t travel = Way();
     const std::int64_t distance = static_cast<std::int64_t>(pixel) - Margin();
     if (distance <= 0 || travel == 0) {
         return static_cast<float>(minimum);

@@ -35,6 +35,7 @@ struct RangeTrack {
     std::int32_t minimum, maximum;
 
     std::int32_t Margin() const;
+    std::int32_t Way() const; // pixels from one end to the other
     // The pixel of a number. One beyond the range lies at the nearest end, what is not a number and all of a
     // range of one number at the beginning.
     std::int32_t PlaceOf(float number) const;

@@ -9,46 +9,6 @@
 
 namespace logic {
 
-namespace {
-
-// What stands before and behind the one conversion of a format.
-struct Surroundings {
-    std::string before, behind;
-};
-
-Surroundings SurroundingsOf(const std::string& format) {
-    Surroundings around;
-    std::string* part = &around.before;
-    for (std::size_t i = 0; i < format.size(); ++i) {
-        if (format[i] != '%') {
-            *part += format[i];
-        } else if (i + 1 < format.size() && format[i + 1] == '%') {
-            *part += format[++i];
-        } else {
-            i = format.find_first_of("fFeEgGaA", i);
-            if (i == std::string::npos) {
-                break;
-            }
-            part = &around.behind;
-        }
-    }
-    return around;
-}
-
-// The text between the two, as far as it has them, without blanks at its ends.
-std::string_view Between(std::string_view text, const Surroundings& around) {
-    text = TrimBlanks(text);
-    if (const auto before = TrimBlanks(around.before); text.starts_with(before)) {
-        text.remove_prefix(before.size());
-    }
-    if (const auto behind = TrimBlanks(around.behind); text.ends_with(behind)) {
-        text.remove_suffix(behind.size());
-    }
-    return TrimBlanks(text);
-}
-
-} // namespace
-
 std::int32_t AlignedStart(Alignment alignment, std::int32_t width, std::int32_t room) {
     const std::int32_t left = std::max(room - width, 0);
     return alignment == Alignment::Left ? 0 : alignment == Alignment::Right ? left : left / 2;
@@ -137,7 +97,7 @@ void ShownValue::SetFormat(std::string format) {
 void ShownValue::SetCaption(std::string_view text) {
     text_ = OneLine(text);
     hasNumber_ = false;
-    const std::string_view number = Between(text_, SurroundingsOf(format_));
+    const std::string_view number = WithoutSurroundings(text_, format_);
     if (type_ == ValueType::Float) {
         const auto value = ParseFloat(number);
         hasNumber_ = value.has_value();
@@ -183,7 +143,7 @@ bool ShownValue::TakeTyped(std::string_view text, const std::optional<Limits>& l
         Take(text);
         return true;
     }
-    const std::string_view typed = Between(text, SurroundingsOf(format_));
+    const std::string_view typed = WithoutSurroundings(text, format_);
     const auto number = ParseWholeFloat(typed);
     if (!number) {
         return false;

@@ -3,6 +3,8 @@
 #include <cstddef>
 #include <cstdio>
 
+#include "logic/text/Text.h"
+
 namespace logic {
 
 namespace {
@@ -74,6 +76,30 @@ std::string WithPoint(std::string_view number) {
     return text;
 }
 
+// What stands before and behind the one conversion of a format.
+struct Surroundings {
+    std::string before, behind;
+};
+
+Surroundings SurroundingsOf(const std::string& format) {
+    Surroundings around;
+    std::string* part = &around.before;
+    for (std::size_t i = 0; i < format.size(); ++i) {
+        if (format[i] != '%') {
+            *part += format[i];
+        } else if (i + 1 < format.size() && format[i + 1] == '%') {
+            *part += format[++i];
+        } else {
+            i = format.find_first_of("fFeEgGaA", i);
+            if (i == std::string::npos) {
+                break;
+            }
+            part = &around.behind;
+        }
+    }
+    return around;
+}
+
 } // namespace
 
 bool IsFloatFormat(std::string_view format) {
@@ -106,6 +132,18 @@ std::string FormatFloatAs(const std::string& format, float value) {
     char number[LONGEST_CONVERSION];
     std::snprintf(number, sizeof number, conversion.c_str(), static_cast<double>(value));
     return Literally(format.substr(0, begin)) + WithPoint(number) + Literally(behind);
+}
+
+std::string_view WithoutSurroundings(std::string_view text, const std::string& format) {
+    const Surroundings around = SurroundingsOf(format);
+    text = TrimBlanks(text);
+    if (const auto before = TrimBlanks(around.before); text.starts_with(before)) {
+        text.remove_prefix(before.size());
+    }
+    if (const auto behind = TrimBlanks(around.behind); text.ends_with(behind)) {
+        text.remove_suffix(behind.size());
+    }
+    return TrimBlanks(text);
 }
 
 } // namespace logic

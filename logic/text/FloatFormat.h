@@ -14,4 +14,8 @@ bool IsFloatFormat(std::string_view format);
 // The value in a format that IsFloatFormat accepts, whatever the locale; empty for any other.
 std::string FormatFloatAs(const std::string& format, float value);
 
+// The text between what such a format puts in front of the number and behind it, as far as the text has them,
+// without blanks at its ends. The view lies inside the text.
+std::string_view WithoutSurroundings(std::string_view text, const std::string& format);
+
 } // namespace logic

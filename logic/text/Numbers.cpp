@@ -173,6 +173,20 @@ std::string FormatFloat(float value) {
     return {text, result.ptr};
 }
 
+std::string JoinFloats(std::span<const float> numbers) {
+    std::string text;
+    for (const float number : numbers) {
+        text += (text.empty() ? "" : ",") + FormatFloat(number);
+    }
+    return text;
+}
+
+std::string FormatExact(float value) {
+    char text[24];
+    const auto result = std::to_chars(text, text + sizeof text, value);
+    return {text, result.ptr};
+}
+
 std::string FormatFixed(double value, int digits) {
     return FormatDouble(value, std::chars_format::fixed, digits);
 }

@@ -43,10 +43,14 @@ bool ParseIntegers(std::string_view text, std::span<std::int32_t> numbers);
 // Numbers joined by commas. Empty pieces are skipped, so "1,,2,,3," has three numbers and an empty text none.
 // Nothing when any other piece is no number.
 std::optional<std::vector<float>> ParseFloats(std::string_view text);
+// The text of them, each as FormatFloat has it.
+std::string JoinFloats(std::span<const float> numbers);
 
 // As "%g" does: six significant digits, no trailing zeros. 12 characters at most.
 std::string FormatFloat(float value);
 constexpr std::size_t LONGEST_FLOAT_TEXT = 12;
+// With as many digits as it takes to read the same value.
+std::string FormatExact(float value);
 // With that many digits behind the point, as "%.2f" does. The result can have more than 300 characters.
 std::string FormatFixed(double value, int digits);
 // As "%.2e" does.

@@ -1,32 +1,6 @@
 #include "logic/text/Ranges.h"
 
-#include "logic/text/Numbers.h"
-#include "logic/text/Text.h"
-
-#include <vector>
-
 namespace logic {
-
-namespace {
-
-bool Read(std::string_view field, std::optional<std::int32_t>& number) {
-    return (number = ParseWholeInteger(field)).has_value();
-}
-
-bool Read(std::string_view field, std::optional<float>& number) {
-    return (number = ParseWholeFloat(field)).has_value();
-}
-
-// Reads the fields into the numbers, from the first on. False when one is unreadable, or is one too many.
-template <class... Numbers>
-bool ReadFields(std::string_view text, Numbers&... numbers) {
-    const std::vector<std::string_view> fields = SplitFields(text, ',');
-    auto field = fields.begin();
-    const bool isReadable = (... && (field == fields.end() || Read(*field++, numbers)));
-    return isReadable && field == fields.end();
-}
-
-} // namespace
 
 std::optional<RangeAndValue> ParseRangeAndValue(std::string_view text) {
     std::optional<std::int32_t> minimum;

@@ -5,8 +5,28 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
+
+#include "logic/text/Numbers.h"
+#include "logic/text/Text.h"
 
 namespace logic {
+
+inline bool ReadField(std::string_view field, std::optional<std::int32_t>& number) {
+    return (number = ParseWholeInteger(field)).has_value();
+}
+inline bool ReadField(std::string_view field, std::optional<float>& number) {
+    return (number = ParseWholeFloat(field)).has_value();
+}
+// Reads fields that are joined by "," into the numbers, from the first on. False when one is unreadable, or
+// is one too many; those that are missing stay as they were.
+template <class... Numbers>
+bool ReadFields(std::string_view text, Numbers&... numbers) {
+    const std::vector<std::string_view> fields = SplitFields(text, ',');
+    auto field = fields.begin();
+    const bool isReadable = (... && (field == fields.end() || ReadField(*field++, numbers)));
+    return isReadable && field == fields.end();
+}
 
 // Of both functions that read one: nothing when a field that is there is no number of its kind, or when there
 // are too many of them.

@@ -92,6 +92,20 @@ TEST_CASE("what a keyword takes, keeps and refuses") {
                    "hold=-1>hold=0|hold=2000|fall=-1>fall=0|fall=12.5|fmt=%d!|fmt=%.1f "
                    "dB|textcolor=|backgroundcolor=|value=loud!|"
                    "value=-7>value=1|font=Tahoma!"},
+        {"SCALE", "properties=-60>properties=-60,0|properties=x!|law=log!|properties=20000,20|law=log|"
+                  "properties=0!|law=linear|step=-1>step=0|step=2.5|minor=12>minor=9|margin=-1>margin=0|"
+                  "marks=0,-5, -10>marks=0,-5,-10|marks=loud!|marks=|side=above!|side=both|side=none|"
+                  "fmt=%d!|fmt=%.1f|fmt=|font=Tahoma!|textcolor=|linecolor=0x00010203|backgroundcolor=red!|"
+                  "beside=%n*FADER|beside=FADER;METER!|beside=|value=7>value=20|value=loud!"},
+        {"SPINEDIT",
+         "properties=-2.5>properties=-2.5,100,0|properties=10.5,0.1,99>properties=10.5,0.1,10.5|properties=0,"
+         "x!|"
+         "properties=0,1234567.9,1234567.8>properties=0,1234567.9,1234567.8|properties=5,5>properties=5,5,5|"
+         "properties=0,10,3|value=-4>value=0|value=2.25|value=loud!|resolution=-1>resolution=0|resolution=0."
+         "001|"
+         "fmt=%d!|fmt=%.1f ms|fmt=|unit=dB|unit=0123456789012345678901234567890x!|readonly=2!|readonly=1|"
+         "alignment=middle!|alignment=right|textcolor=red!|textcolor=0x0000ff00|backgroundcolor=0x00ffffff|"
+         "font=Tahoma!"},
         {"LED", "value=loud!|offthreshold=!|frames=1!|frames=65!|frames=64|onthreshold=-6|offthreshold=-9.5"},
         {"CLOCK",
          "backgroundcolor=0x00123456|backgroundcolor=!|backgroundcolor=red!|textcolor=0x00ffffff|"
@@ -164,7 +178,9 @@ TEST_CASE("what a keyword takes, keeps and refuses") {
 TEST_CASE("a keyword takes what its row says, and nothing else") {
     const TestPanel panel;
     const std::vector<HWND> all = Everyone(panel);
-    Load(panel.Find("FADING"), "properties=20,20000"); // for which it takes each law
+    for (const char* className : {"FADING", "SCALE"}) {
+        Load(panel.Find(className), "properties=20,20000"); // for which it takes each law
+    }
     int checked = 0;
     for (HWND window : all) {
         const KEYWORDINFO* info = ObjectOf(window).GetKeywordInfo();
@@ -226,7 +242,7 @@ TEST_CASE("a number with anything behind it, or none at all, is refused as a who
             const std::string keyword = row->keyword;
             const std::string value = Text(window, row->keyword);
             const bool isWord = keyword == "focus" || keyword == "captureperiod" || keyword == "bitmap" ||
-                                keyword == "caption";
+                                keyword == "fmt" || keyword == "caption";
             if (isWord || value.find_first_of("0123456789") == std::string::npos) {
                 continue;
             }

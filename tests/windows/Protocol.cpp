@@ -26,6 +26,7 @@ public:
         // So that each takes the values that the tests set.
         Load(panel.Find("FADER"), "properties=0,100,0", LOAD_FROM_FILE);
         Load(panel.Find("REVMETER"), "properties=0,100,0", LOAD_FROM_FILE);
+        Load(panel.Find("SCALE"), "properties=0,100", LOAD_FROM_FILE);
         Load(panel.Find("MIXER"), "mode=output", LOAD_FROM_FILE);
         Load(panel.Find("BTRISTATEBUTTON"), "offvalue=2", LOAD_FROM_FILE);
         for (MSG message; PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE | PM_QS_POSTMESSAGE);) {
@@ -432,7 +433,7 @@ TEST_CASE("the mouse is the panel's while it is edited and with Ctrl") {
         CHECK_FALSE(forwards(0, WM_LBUTTONDOWN, MK_LBUTTON));
         const std::string name = ClassOf(control);
         if (name == "METER" || name == "FADING" || name == "LED" || name == "BSTATIC" || name == "CLOCK" ||
-            name == "BRANGE" || name == "REVMETER") { // to look at only
+            name == "BRANGE" || name == "REVMETER" || name == "SCALE") { // to look at only
             CHECK(GetFocus() == panel);
         } else if (name[0] != 'I') { // those are hidden
             CHECK(GetFocus() != panel);

@@ -1,0 +1,93 @@
+#include "Controls/families/Arrows.h"
+
+#include "Panelhost/Dialogs.h"
+#include "Panelhost/Trace.h"
+
+#include <windowsx.h>
+
+void NeedArrows() {
+    static const bool areArrowsThere = [] {
+        const INITCOMMONCONTROLSEX classes{sizeof classes, ICC_UPDOWN_CLASS};
+        return InitCommonControlsEx(&classes) != 0;
+    }();
+    if (!areArrowsThere) {
+        TRACE("InitCommonControlsEx failed\n");
+    }
+}
+
+HWND Arrows::Create(int id) {
+    NeedArrows();
+    window_ = CreateWindowExA(0, UPDOWN_CLASSA, "", WS_CHILD | WS_VISIBLE | UDS_HOTTRACK, 0, 0, 0, 0,
+                              control_.window, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)),
+                              ModuleInstance(), nullptr);
+    // In the middle of their range, where both report; they stay there.
+    SendMessageA(window_, UDM_SETRANGE, 0, MAKELPARAM(100, 0));
+    SendMessageA(window_, UDM_SETPOS, 0, MAKELPARAM(50, 0));
+    return window_;
+}
+
+bool Arrows::Notified(const NMHDR& header) const {
+    const bool isPress = header.hwndFrom == window_ && header.code == static_cast<UINT>(UDN_DELTAPOS);
+    if (isPress && control_.mode == 0) {
+        PostFromChild(control_.window, GetDlgCtrlID(window_), ARROW_PRESSED,
+                      reinterpret_cast<const NMUPDOWN&>(header).iDelta);
+    }
+    return isPress;
+}
+
+bool Arrows::Commanded(int id, WORD code, LPARAM number) const {
+    const bool isPress = id == GetDlgCtrlID(window_) && code == ARROW_PRESSED;
+    if (isPress) {
+        owner_.Step(static_cast<int>(number));
+    }
+    return isPress;
+}
+
+void Arrows::Move(const ChildMessage& of, int y) {
+    const bool isHeld = IsHeld() && (of.wParam & MK_LBUTTON) != 0;
+    if (isHeld && !isTurning_ && drag_.IsMeant(y)) {
+        of.SystemDoes(WM_LBUTTONUP, 0, of.lParam); // it repeats no more
+        SetCapture(window_);
+        isTurning_ = true;
+    }
+    if (!isTurning_) {
+        of.SystemDoes();
+    } else if (const int steps = isHeld ? drag_.StepsTo(y) : 0; steps != 0) {
+        owner_.Step(steps);
+    }
+}
+
+LRESULT Arrows::Handle(const ChildMessage& of, HWND focus) {
+    if (const auto answer = HandleAsPart(control_, of)) {
+        return *answer;
+    }
+    const int y = GET_Y_LPARAM(of.lParam);
+    switch (of.message) {
+    case WM_LBUTTONDOWN:
+    case WM_LBUTTONDBLCLK:
+        SetFocus(focus);
+        if (!IsWindow(of.window)) { // whoever lost the focus has ended it
+            return 0;
+        }
+        drag_.Press(y);
+        break;
+    case WM_MOUSEMOVE:
+        Move(of, y);
+        return 0;
+    case WM_LBUTTONUP:
+        if (isTurning_) {
+            ReleaseCapture();
+            return 0;
+        }
+        break;
+    case WM_CAPTURECHANGED:
+        isTurning_ = false;
+        break;
+    case WM_MOUSEWHEEL:
+        owner_.Step(GET_WHEEL_DELTA_WPARAM(of.wParam) < 1 ? -1 : 1);
+        return 0;
+    default:
+        break;
+    }
+    return of.SystemDoes();
+}
