@@ -8,6 +8,7 @@
 #include "Controls/framework/Keywords.h"
 #include "Controls/resources/resource.h"
 #include "logic/controls/BarLogic.h"
+#include "logic/drawing/PanelColours.h"
 #include "logic/text/FloatFormat.h"
 #include "logic/text/Numbers.h"
 #include "logic/text/Ranges.h"
@@ -22,8 +23,6 @@ namespace {
 enum class Direction { Up, Down, Left, Right };
 enum class Style { Solid, Gradient, Segments };
 
-constexpr COLORREF GROUND = RGB(28, 32, 36);
-constexpr COLORREF BAR = RGB(64, 192, 64);
 constexpr int HIGHEST = 1000000000;
 
 } // namespace
@@ -62,7 +61,7 @@ public:
     logic::Law law = logic::Law::Linear;
     Direction direction = Direction::Up;
     std::optional<float> origin; // none: the lower end of the range
-    COLORREF barColour = BAR;
+    COLORREF barColour = logic::PANEL_GREEN;
     std::vector<logic::Zone> zones;
     Style style = Style::Solid;
     int segment = 4; // pixels of one with its gap
@@ -71,7 +70,7 @@ public:
     std::string format; // of the number over the bar; empty for none
     FontProperty font;
     std::optional<COLORREF> textColour; // none: what can be read on the ground
-    std::optional<COLORREF> backgroundColour = GROUND;
+    std::optional<COLORREF> backgroundColour = logic::PANEL_WELL;
 
 private:
     // What is seen of the value in a client area.
@@ -349,10 +348,10 @@ RECT BARGRAPHPROPERTIES::NumberPlace(const std::string& number, const RECT& clie
         GetTextExtentPoint32A(dc, number.c_str(), static_cast<int>(number.size()), &extent);
     }
     ReleaseDC(window, dc);
-    // One pixel more for what a glyph has beyond its cell.
-    const int left = (client.right - extent.cx) / 2 - 1;
+    // More for what a glyph has beyond its cell, and for the edge of a plate behind it.
+    const int left = (client.right - extent.cx) / 2 - 3;
     const int top = (client.bottom - extent.cy) / 2 - 1;
-    return {left, top, left + extent.cx + 3, top + extent.cy + 3};
+    return {left, top, left + extent.cx + 7, top + extent.cy + 3};
 }
 
 // Invalidates where it looks different than before.
@@ -406,7 +405,8 @@ void BARGRAPHPROPERTIES::Draw(HDC dc, const RECT& client) const {
     }
 }
 
-// Without a colour of its own it can be read over the bar and beside it: each part in the colour for it.
+// Without a colour of its own it can be read over the bar and beside it: each part in the colour for it. The
+// gaps between segments would cut through it, so that there it stands on a plate.
 void BARGRAPHPROPERTIES::DrawNumber(HDC dc, const RECT& client, const View& view, COLORREF ground,
                                     const std::vector<logic::ColourRun>& colours) const {
     const Selected selected(dc, font.Get());
@@ -417,8 +417,12 @@ void BARGRAPHPROPERTIES::DrawNumber(HDC dc, const RECT& client, const View& view
         DrawTextA(dc, view.number.c_str(), -1, &place,
                   DT_CENTER | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX | DT_NOCLIP);
     };
-    if (textColour) {
-        draw(*textColour);
+    const COLORREF plate = backgroundColour.value_or(logic::PANEL_WELL);
+    if (style == Style::Segments) {
+        FillGround(dc, plate, NumberPlace(view.number, client));
+    }
+    if (textColour || style == Style::Segments) {
+        draw(textColour.value_or(ReadableOn(plate)));
         return;
     }
     draw(ReadableOn(ground));

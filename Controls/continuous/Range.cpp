@@ -11,6 +11,7 @@
 #include "Controls/resources/resource.h"
 #include "logic/controls/FaderLogic.h"
 #include "logic/controls/RangeLogic.h"
+#include "logic/drawing/PanelColours.h"
 
 #include <algorithm>
 #include <utility>
@@ -51,9 +52,9 @@ public:
     FunctionList lowFunctions;
     FunctionList highFunctions;
     Settable settable = Settable::Nothing;
-    COLORREF rangeColour = RGB(72, 156, 96);
-    COLORREF alarmColour = RGB(255, 84, 72);
-    COLORREF lineColour = RGB(222, 226, 230);
+    COLORREF rangeColour = logic::PANEL_GREEN;
+    COLORREF alarmColour = logic::PANEL_RED;
+    COLORREF lineColour = logic::PANEL_TEXT;
 
 private:
     // Takes the ends and sends those that are numbers and not the old ones. False when nothing changed.

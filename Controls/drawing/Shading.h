@@ -1,5 +1,7 @@
 #pragma once
 
+#include "logic/drawing/PanelColours.h"
+
 #include <windows.h>
 
 // Shaded bars, drawn where a control has no image, and the dot of a knob.
@@ -7,8 +9,8 @@
 constexpr COLORREF BAR_COLOUR = RGB(234, 144, 3);
 constexpr COLORREF BRIGHT_BAR_COLOUR = RGB(234, 184, 3);
 // Of the groove that a bar or a marker lies in: its ground and its lit rim.
-constexpr COLORREF GROOVE_COLOUR = RGB(24, 26, 30);
-constexpr COLORREF RIM_COLOUR = RGB(92, 98, 106);
+constexpr COLORREF GROOVE_COLOUR = logic::PANEL_WELL;
+constexpr COLORREF RIM_COLOUR = logic::PANEL_EDGE;
 
 // Fills the area row by row (column by column) with the colour, brightest in the middle row (column).
 void DrawShadedRows(HDC dc, const RECT& area, COLORREF colour);

@@ -9,6 +9,7 @@
 #include "Controls/framework/Keywords.h"
 #include "Panelhost/Bitmap.h"
 #include "base/Gdi.h"
+#include "logic/drawing/PanelColours.h"
 
 #include <cstdio>
 #include <type_traits>
@@ -104,15 +105,15 @@ void PLAINVALUEPROPERTIES<Base, Value>::Poll() {
 // Readable on any background.
 void DrawPlate(HDC dc, const RECT& client) {
     const auto brush = static_cast<HBRUSH>(GetStockObject(DC_BRUSH));
-    SetDCBrushColor(dc, RGB(58, 62, 68));
+    SetDCBrushColor(dc, logic::PANEL_PLATE);
     FillRect(dc, &client, brush);
-    SetDCBrushColor(dc, RGB(92, 98, 106)); // the edge
+    SetDCBrushColor(dc, logic::PANEL_EDGE); // the edge
     FrameRect(dc, &client, brush);
 }
 
 void DrawName(HDC dc, const RECT& client, const HOSTINFO& object) {
     SetBkMode(dc, TRANSPARENT);
-    SetTextColor(dc, RGB(222, 226, 230));
+    SetTextColor(dc, logic::PANEL_TEXT);
     SelectObject(dc, GetStockObject(DEFAULT_GUI_FONT));
     RECT place = client;
     DrawTextA(dc, a_OwnName(&object).c_str(), -1, &place,

@@ -11,6 +11,7 @@
 #include "Panelhost/Editing.h"
 #include "Panelhost/HostInterface.h"
 #include "Panelhost/Hostinfo.h"
+#include "logic/drawing/PanelColours.h"
 
 #include <windowsx.h>
 
@@ -19,7 +20,7 @@
 
 namespace {
 
-constexpr COLORREF GHOST_COLOUR = RGB(64, 160, 255);
+constexpr COLORREF GHOST_COLOUR = logic::PANEL_ACCENT;
 constexpr WPARAM PROPERTY_CLICK = MK_RBUTTON | MK_SHIFT | MK_CONTROL; // the control's own
 
 const char* CursorOf(logic::Handle handle) {

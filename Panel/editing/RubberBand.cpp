@@ -1,12 +1,13 @@
 #include "Panel/editing/RubberBand.h"
 
 #include "Panelhost/Hostinfo.h"
+#include "logic/drawing/PanelColours.h"
 
 #include <algorithm>
 
 namespace {
 
-constexpr COLORREF BAND_COLOUR = RGB(64, 160, 255);
+constexpr COLORREF BAND_COLOUR = logic::PANEL_ACCENT;
 
 } // namespace
 

@@ -6,6 +6,7 @@
 #include "base/Gdi.h"
 #include "base/Guard.h"
 #include "logic/drawing/BitmapFile.h"
+#include "logic/drawing/PanelColours.h"
 #include "logic/text/PropertyLine.h"
 
 #include <cstdint>
@@ -235,6 +236,8 @@ int a_BitmapCount() {
 }
 
 const OSMIRBitmap* a_GetNotEqualSign() {
+    constexpr std::uint32_t ACCENT = 0xFF000000U | (logic::PANEL_ACCENT & 0xFF) << 16 |
+                                     (logic::PANEL_ACCENT & 0xFF00) | logic::PANEL_ACCENT >> 16;
     // An amber badge with a dark sign; a dot lets the control show through.
     static constexpr const char* SIGN[] = {
         ".aaaaaaaaaaa.", "aaaaaaaaa##aa", "aaaaaaaa##aaa", "aa#########aa", "aa#########aa", "aaaaa##aaaaaa",
@@ -249,7 +252,7 @@ const OSMIRBitmap* a_GetNotEqualSign() {
             HBITMAP handle = CreatePixels(width, height, &pixels);
             for (const char* row : SIGN) {
                 for (; *row != '\0' && pixels != nullptr; ++row) {
-                    *pixels++ = *row == '.' ? 0 : (*row == 'a' ? 0xFFFFB000 : 0xFF201000);
+                    *pixels++ = *row == '.' ? 0 : (*row == 'a' ? ACCENT : 0xFF201000);
                 }
             }
             return handle;

@@ -6,13 +6,12 @@
 #include "Panelhost/objects/PanelRoot.h"
 #include "base/Gdi.h"
 #include "base/Guard.h"
+#include "logic/drawing/PanelColours.h"
 
 #include <algorithm>
 
 namespace {
 
-constexpr COLORREF FOCUS_COLOUR = RGB(255, 176, 0);
-constexpr COLORREF SELECTION_COLOUR = RGB(64, 160, 255);
 constexpr COLORREF MISSING_COLOUR = RGB(200, 64, 0);
 constexpr COLORREF MISSING_LETTERS = RGB(255, 255, 255);
 constexpr int HANDLE_SIZE = 5;
@@ -79,7 +78,7 @@ void a_DrawSelection(const HOSTINFO* object, HDC dc) {
         return;
     }
     GetClientRect(object->window, &client);
-    const COLORREF previous = SetDCBrushColor(dc, selected ? SELECTION_COLOUR : FOCUS_COLOUR);
+    const COLORREF previous = SetDCBrushColor(dc, logic::PANEL_ACCENT);
     const auto brush = static_cast<HBRUSH>(GetStockObject(DC_BRUSH));
     FrameRect(dc, &client, brush);
     if (selected) {

@@ -156,6 +156,10 @@ TEST_CASE("the number over a bar can be read on both of its parts") {
     };
     CHECK(count(RGB(0, 0, 0), 0, 50) > 10);
     CHECK(count(RGB(255, 255, 255), 50, 100) > 10);
+    LoadLines(bar, "style=segments|value=99|barcolor=0xff00");
+    CHECK(count(RGB(255, 255, 255), 35, 65) > 20); // on a plate
+    CHECK(Picture(bar).At(50, 20 - 9) == GROUND);
+    CHECK(Picture(bar).At(50, 2) == GREEN);
     Load(bar, "textcolor=0xff");
     CHECK(count(RED, 0, 100) > 20);
 }

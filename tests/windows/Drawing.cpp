@@ -1,8 +1,11 @@
 // What the controls draw: over the panel behind them, and at once.
 
+#include "Panelhost/Fonts.h"
 #include "tests/windows/Buttons.h"
 #include "tests/windows/ImportHook.h"
 #include "tests/windows/PartedImage.h"
+
+#include <algorithm>
 
 TEST_SUITE_BEGIN("Drawing");
 
@@ -106,7 +109,7 @@ TEST_CASE("the panel shows through where a control draws nothing") {
                     const bool isLeft = (place.x + at.x) % 14 < 7;
                     CHECK(picture.At(at.x, at.y) == (isLeft ? RGB(0x20, 0x30, 0x40) : RGB(0xC0, 0x80, 0x40)));
                 }
-                CHECK((picture.At(0, 0) == RGB(64, 160, 255)) == isSelected);
+                CHECK((picture.At(0, 0) == RGB(255, 176, 0)) == isSelected);
             }
         }
         ph_SetMode(panel.Root(), 0);
@@ -116,6 +119,23 @@ TEST_CASE("the panel shows through where a control draws nothing") {
         DestroyWindow(control);
         DestroyWindow(inner);
     }
+}
+
+TEST_CASE("the figures of the type face of panels are all of one width") {
+    const HDC dc = GetDC(nullptr);
+    for (const char* description : {"Tahoma,8", "Tahoma,10,bold"}) {
+        const HFONT font = a_GetFont(description);
+        const HGDIOBJ before = SelectObject(dc, font);
+        char face[LF_FACESIZE] = "";
+        GetTextFaceA(dc, LF_FACESIZE, face);
+        CHECK(face == std::string("Tahoma")); // nothing in its place
+        int widths[10] = {};
+        GetCharWidth32A(dc, '0', '9', widths);
+        CHECK(std::count(widths, widths + 10, widths[0]) == 10);
+        SelectObject(dc, before);
+        a_ReleaseFont(font);
+    }
+    ReleaseDC(nullptr, dc);
 }
 
 TEST_CASE("what changes the look of a control is painted") {

@@ -1,5 +1,6 @@
 // What is particular to the reverse meter.
 
+#include "logic/drawing/PanelColours.h"
 #include "tests/windows/Buttons.h"
 #include "tests/windows/PartedImage.h"
 
@@ -81,7 +82,7 @@ TEST_CASE("the bar of a reverse meter hangs from the greater end") {
     LoadLines(meter, "bitmap=|properties=-40,0,-10");
     SetWindowPos(meter, nullptr, 0, 0, 22, 100, SWP_NOMOVE | SWP_NOZORDER);
     CHECK(Picture(meter).At(11, 24) == RGB(234, 184, 3));
-    CHECK(Picture(meter).At(11, 25) == RGB(24, 26, 30));
+    CHECK(Picture(meter).At(11, 25) == logic::PANEL_WELL);
     for (const auto& [width, height] : {std::pair(0, 0), {1, 1}, {4000, 1}, {1, 4000}}) {
         SetWindowPos(meter, nullptr, 0, 0, width, height, SWP_NOMOVE | SWP_NOZORDER);
         const Picture picture(meter);
