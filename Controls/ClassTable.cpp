@@ -6,11 +6,14 @@
 
 extern const ControlImplementation barGraphControl;
 extern const ControlImplementation clockControl;
+extern const ControlImplementation conditionalLedControl;
 extern const ControlImplementation editControl;
 extern const ControlImplementation eqControl;
 extern const ControlImplementation faderControl;
+extern const ControlImplementation imageListControl;
 extern const ControlImplementation knobControl;
 extern const ControlImplementation ledControl;
+extern const ControlImplementation listSelectionControl;
 extern const ControlImplementation messagingControl;
 extern const ControlImplementation meterControl;
 extern const ControlImplementation midiControl;
@@ -33,6 +36,7 @@ extern const ControlImplementation switchButtonControl;
 extern const ControlImplementation telephoneControl;
 extern const ControlImplementation waveGeneratorControl;
 extern const ControlImplementation xoverControl;
+extern const WNDPROC listRow;
 
 namespace {
 
@@ -114,26 +118,27 @@ constexpr ControlClass CLASSES[] = {
      .palette = {DISCRETE, 16, "Clock", "Ck", {96, 24}, false}},
     {.name = "LISTSELECTION",
      .displayName = "ListSelection",
-     .implementation = &plainInteger,
+     .implementation = &listSelectionControl,
      .controlType = INTEGER,
      .style = S1,
-     .purpose = "Selection out of a list.",
      .palette = {DISCRETE, 12, "List Selection", "Ls", {160, 96}, true}},
     {.name = "LSBBUTTON",
      .displayName = "LSPushButton",
-     .implementation = &plainInteger,
+     .implementation = &pushButtonControl,
      .controlType = INTEGER,
      .style = S1,
      .icon = "Controls\\PushButton.ico",
-     .purpose = "Button of a list selection.",
-     .palette = {DISCRETE, 13, "List Button", "Lb", {64, 24}, true}},
+     .purpose = "Button of a row of a list selection; by itself a push button.",
+     .palette = {DISCRETE, 13, "List Button", "Lb", {64, 24}, true},
+     .part = &listRow},
     {.name = "LSBSTATIC",
      .displayName = "LSStatic",
-     .implementation = &plainTooltipText,
+     .implementation = &staticControl,
      .controlType = NONE,
      .style = S1,
-     .purpose = "Label of a list selection.",
-     .palette = {DISCRETE, 14, "List Text", "Lt", {96, 16}, false}},
+     .purpose = "Number of a row of a list selection; by itself a line of text.",
+     .palette = {DISCRETE, 14, "List Text", "Lt", {96, 16}, false},
+     .part = &listRow},
     {.name = "DANTECONTROL",
      .displayName = "DanteControl",
      .implementation = &plainTooltipText,
@@ -151,10 +156,9 @@ constexpr ControlClass CLASSES[] = {
      .palette = {DISCRETE, 11, "Combo Box", "Co", {120, 120}, true}},
     {.name = "CONDITIONALLED",
      .displayName = "ConditionalLed",
-     .implementation = &plainInteger,
+     .implementation = &conditionalLedControl,
      .controlType = INTEGER,
      .style = S1,
-     .purpose = "Lamp that lights on a condition.",
      .palette = {DISCRETE, 7, "Conditional LED", "Cl", {16, 16}, false}},
     {.name = "BEDIT",
      .displayName = "Edit",
@@ -186,10 +190,9 @@ constexpr ControlClass CLASSES[] = {
      .palette = {CONTINUOUS, 5, "Bar Graph", "Bg", {16, 160}, false}},
     {.name = "BIMAGELIST",
      .displayName = "ImageList",
-     .implementation = &plainInteger,
+     .implementation = &imageListControl,
      .controlType = INTEGER,
      .style = S2,
-     .purpose = "Image out of a list.",
      .palette = {DISCRETE, 15, "Image List", "Il", {64, 64}, false}},
     {.name = "XIPCHECK",
      .displayName = "IPCheck",

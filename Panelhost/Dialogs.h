@@ -50,6 +50,9 @@ PANELHOST_API HBRUSH a_GetObject(int number);
 // lies inside it, and frees the drop handle, that of a drop on an object without pictures as well. 1 when the
 // object took it.
 PANELHOST_API int a_DropBitmap(HOSTINFO* object, HDROP drop);
+// Loads the one dropped file as the property of that keyword, named as the above, and frees the drop handle
+// in any case. 1 when the object took it; more than one file is refused, and the edit trace says so.
+PANELHOST_API int a_DropFile(HOSTINFO* object, const char* keyword, HDROP drop);
 // Loads a dropped file of saved properties, one whose name ends with ".cfg", into the object as one edit of
 // the user, and frees the drop handle, which is all that it does without an object. 1 when the object took a
 // line of it; anything else - another file, more than one, one that cannot be read - is refused, and the edit

@@ -58,4 +58,6 @@ struct KEYWORDINFO {
     int chooser = 0;     // the button beside it; 0 for any
     int previewItem = 0; // the same of the text that shows what becomes of the value
     std::string (*preview)(std::string_view value) = nullptr;
+    // Why a typed text cannot be the value, in words that follow the text; empty when it can.
+    std::string (*objection)(std::string_view value) = nullptr;
 };

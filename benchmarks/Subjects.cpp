@@ -18,6 +18,16 @@ int WindowsIn(HWND window) {
     return count;
 }
 
+constexpr int COMMON_ROWS = 6; // value, connection, function, interval, layer, level
+
+int RowsOf(const KEYWORDROW* table) {
+    int rows = 0;
+    while (table[rows].keyword != nullptr) {
+        ++rows;
+    }
+    return rows;
+}
+
 std::vector<Subject> FindSubjects() {
     std::vector<const PH_CONTROLCLASS*> known;
     ph_ListControlClasses(
@@ -42,7 +52,10 @@ std::vector<Subject> FindSubjects() {
     }
     std::vector<Subject> own;
     for (std::size_t i = 0; i < subjects.size(); ++i) {
-        if (std::count(tables.begin(), tables.end(), tables[i]) == 1) {
+        // Of classes that are the same, the first; those that have the common part alone share its table.
+        const bool isFirst =
+            std::find(tables.begin(), tables.end(), tables[i]) == tables.begin() + static_cast<int>(i);
+        if (isFirst && RowsOf(tables[i]) > COMMON_ROWS) {
             own.push_back(subjects[i]);
         }
     }

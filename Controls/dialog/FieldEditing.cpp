@@ -45,7 +45,8 @@ std::string Objection(const DialogField& field, const std::string& text) {
         // Where there may be none, an empty text stands for it.
         return text.empty() || logic::ParseWholeHex(text) ? "" : "is not a colour (0x00bbggrr)";
     default:
-        return a_LengthObjection(field.keyword, text);
+        const std::string tooLong = a_LengthObjection(field.keyword, text);
+        return tooLong.empty() && field.info->objection != nullptr ? field.info->objection(text) : tooLong;
     }
 }
 

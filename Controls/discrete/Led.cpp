@@ -1,24 +1,12 @@
 // LED: shows a value as a lamp that goes on and off at thresholds, or as one of several frames of an image.
 // It takes no input of its own. Interval in milliseconds, geometry in pixels.
 
-#include "Controls/drawing/Lamp.h"
-#include "Controls/families/FacedControl.h"
-#include "Controls/framework/Keywords.h"
-#include "Controls/resources/resource.h"
+#include "Controls/families/LampControl.h"
 #include "logic/controls/LedLogic.h"
 
-namespace {
-
-constexpr int LEAST_FRAMES = 2;
-constexpr int MOST_FRAMES = 64;
-
-} // namespace
-
-class LEDPROPERTIES : public FACEDPROPERTIES {
+class LEDPROPERTIES : public LAMPPROPERTIES {
 public:
     KeywordList Keywords() const override;
-    void SetDefaults() override { interval = 250; }
-    BitmapParts Frames() const override { return {*face.Get(), frames}; }
     void FaceChanged() override;
     void Poll() override;
     void Draw(HDC dc, const RECT& client) const override;
@@ -33,8 +21,6 @@ public:
     float value = 0;
     float onThreshold = 0.5F;  // lit from here upwards
     float offThreshold = 0.5F; // dark below
-    int frames = LEAST_FRAMES; // of the image, side by side
-    int frame = 0;             // that is shown, 0 the dark one
 };
 
 // Keywords
@@ -46,16 +32,11 @@ constexpr Keyword VALUE = Property<&LEDPROPERTIES::Value, &LEDPROPERTIES::SetVal
 
 constexpr KeywordTable KEYWORDS({
     VALUE.AsDefault(),
-    Picture<&LEDPROPERTIES::face>("bitmap").Saved().Pictures("LED_").Says(
-        "Image file with the frames side by side, the dark one on the left; a frame gives the LED its size; "
-        "empty for a plain lamp."),
+    LAMP_BITMAP,
     CONNECTION_KEYWORD,
-    Integer<&LEDPROPERTIES::frames, LEAST_FRAMES, MOST_FRAMES, &LEDPROPERTIES::BitmapChanged>("frames")
-        .Saved()
-        .Label("Frames of the bitmap")
-        .Items(IDC_FRAMES)
-        .Says("Number of frames of the image, 2 to 64. With more than two the value, without its fraction, "
-              "is the number of the frame, the first being 0."),
+    LAMP_FRAMES.Says(
+        "Number of frames of the image, 2 to 64. With more than two the value, without its fraction, "
+        "is the number of the frame, the first being 0."),
     FUNCTION_KEYWORD,
     INTERVAL_KEYWORD.Label("Polling interval in ms").Items(IDC_INTERVAL),
     LAYER_KEYWORD,
@@ -119,11 +100,8 @@ void LEDPROPERTIES::Poll() {
 void LEDPROPERTIES::Draw(HDC dc, const RECT& client) const {
     if (notEqual && DrawsNotEqual(client)) {
         DrawUnknownLamp(dc, client);
-    } else if (face.Get() != nullptr) {
-        const BitmapParts parts = Frames();
-        parts.Draw(dc, frame, {0, 0, parts.Width(), parts.Height()});
     } else {
-        DrawLamp(dc, client, frame, frames);
+        DrawFrame(dc, client, frame);
     }
 }
 

@@ -19,13 +19,20 @@ public:
     int Width() const { return std::max(bitmap_.Width() / columns_, 1); }
     int Height() const { return std::max(bitmap_.Height() / rows_, 1); }
 
-    // Draws the area of a part, in the part's coordinates, with its top left corner at (x, y).
-    void Draw(HDC target, int part, int x, int y, const RECT& area) const {
+    const OSMIRBitmap& Image() const { return bitmap_; }
+    // Where a part lies in the image.
+    RECT Area(int part) const {
         const int left = columns_ > 1 ? part * Width() : 0;
         const int top = rows_ > 1 ? part * Height() : 0;
+        return {left, top, left + Width(), top + Height()};
+    }
+
+    // Draws the area of a part, in the part's coordinates, with its top left corner at (x, y).
+    void Draw(HDC target, int part, int x, int y, const RECT& area) const {
+        const RECT whole = Area(part);
         const int width = std::min<int>(area.right, Width()) - area.left;
         const int height = std::min<int>(area.bottom, Height()) - area.top;
-        bitmap_.Draw(target, x, y, width, height, left + area.left, top + area.top);
+        bitmap_.Draw(target, x, y, width, height, whole.left + area.left, whole.top + area.top);
     }
     // The same at the same place.
     void Draw(HDC target, int part, const RECT& area) const { Draw(target, part, area.left, area.top, area); }

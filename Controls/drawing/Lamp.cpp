@@ -17,11 +17,9 @@ COLORREF Between(COLORREF dark, COLORREF lit, int step, int steps) {
 
 } // namespace
 
-void DrawLamp(HDC dc, const RECT& area, int step, int steps) {
+void DrawLamp(HDC dc, const RECT& area, int step, int steps, const LampColours& colours) {
     constexpr COLORREF RIM = RGB(28, 30, 32);
-    constexpr COLORREF DARK = RGB(20, 70, 28);
-    constexpr COLORREF LIT = RGB(70, 240, 96);
-    constexpr COLORREF GLOSS = RGB(214, 255, 220);
+    constexpr COLORREF WHITE = RGB(255, 255, 255);
     const int size = std::min(area.right - area.left, area.bottom - area.top);
     const int left = (area.left + area.right - size) / 2;
     const int top = (area.top + area.bottom - size) / 2;
@@ -32,10 +30,10 @@ void DrawLamp(HDC dc, const RECT& area, int step, int steps) {
     const Selected brush(dc, GetStockObject(DC_BRUSH));
     const Selected pen(dc, GetStockObject(NULL_PEN));
     disc(0, RIM);
-    disc(std::max(size / 12, 1), Between(DARK, LIT, step, steps - 1));
+    disc(std::max(size / 12, 1), Between(colours.dark, colours.lit, step, steps - 1));
     if (step > 0) {
         const int spot = std::max(size / 5, 2);
-        SetDCBrushColor(dc, GLOSS);
+        SetDCBrushColor(dc, Between(colours.lit, WHITE, 4, 5));
         Ellipse(dc, left + size / 4, top + size / 4, left + size / 4 + spot + 1, top + size / 4 + spot + 1);
     }
 }

@@ -1,7 +1,6 @@
 #include "Controls/families/ClickTemplate.h"
 
 #include "Controls/families/AddressedValue.h"
-#include "Panelhost/PropertyLines.h"
 #include "Panelhost/Trace.h"
 #include "logic/text/PropertyLine.h"
 
@@ -10,14 +9,14 @@
 namespace {
 
 // Writes the expanded line into a buffer of TEXT_SIZE bytes. 0 when it does not fit.
-int Expand(const CONTROLPROPERTIES& control, const std::string& clickTemplate, const char* caption,
+int Expand(const CONTROLPROPERTIES& control, const std::string& clickTemplate, const INSERTION* clicked,
            char* line) {
     std::snprintf(line, TEXT_SIZE, "%s", clickTemplate.c_str());
     const std::string connections = a_BuildString(control.connections);
     const INSERTION connected{'c', connections.c_str()};
     const INSERTION named{'n', control.name.c_str()};
-    return caption == nullptr ? a_InsertString(line, {connected, named})
-                              : a_InsertString(line, {connected, named, {'l', caption}});
+    return clicked == nullptr ? a_InsertString(line, {connected, named})
+                              : a_InsertString(line, {connected, named, *clicked});
 }
 
 bool SetIfKnown(HWND window, const std::string& keyword, std::string_view value) {
@@ -28,14 +27,12 @@ bool SetIfKnown(HWND window, const std::string& keyword, std::string_view value)
     return addressed.IsKnown();
 }
 
-} // namespace
-
-void SendClickTemplate(CONTROLPROPERTIES& control, const std::string& clickTemplate, const char* caption) {
+void SendExpanded(CONTROLPROPERTIES& control, const std::string& clickTemplate, const INSERTION* clicked) {
     if (clickTemplate.empty()) {
         return;
     }
     char line[TEXT_SIZE];
-    if (Expand(control, clickTemplate, caption, line) == 0) {
+    if (Expand(control, clickTemplate, clicked, line) == 0) {
         TRACE("The expanded click of %s is too long\n", control.name.c_str());
         return;
     }
@@ -57,4 +54,15 @@ void SendClickTemplate(CONTROLPROPERTIES& control, const std::string& clickTempl
     char value[TEXT_SIZE];
     value[parts.value.copy(value, TEXT_SIZE - 1)] = '\0';
     a_SendRequest(requests, COMMAND_SET, DATATYPE_TEXT, value, nullptr);
+}
+
+} // namespace
+
+void SendClickTemplate(CONTROLPROPERTIES& control, const std::string& clickTemplate, const char* caption) {
+    const INSERTION captioned{'l', caption};
+    SendExpanded(control, clickTemplate, caption == nullptr ? nullptr : &captioned);
+}
+
+void SendClickTemplate(CONTROLPROPERTIES& control, const std::string& clickTemplate, INSERTION clicked) {
+    SendExpanded(control, clickTemplate, &clicked);
 }

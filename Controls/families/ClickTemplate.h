@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Controls/framework/Control.h"
+#include "Panelhost/PropertyLines.h"
 
 // What a click on a control sends: a property line in which "%c" stands for the control's connections, "%n"
 // for its full name and "%l", where there is a caption, for that. With an object name the named object gets
@@ -8,3 +9,5 @@
 // that does not know the keyword, everything that the control is connected to.
 void SendClickTemplate(CONTROLPROPERTIES& control, const std::string& clickTemplate,
                        const char* caption = nullptr);
+// The same with another letter for what was clicked.
+void SendClickTemplate(CONTROLPROPERTIES& control, const std::string& clickTemplate, INSERTION clicked);

@@ -12,9 +12,11 @@ public:
     }
     // The frames of the image, of which there is one.
     virtual BitmapParts Frames() const { return {*face.Get(), 1}; }
+    // Whether a frame gives the control its size.
+    virtual bool IsSizedByFace() const { return face.Get() != nullptr; }
     // There is another image, or another number of frames.
     void BitmapChanged() {
-        if (face.Get() != nullptr) {
+        if (IsSizedByFace()) {
             Resize(Frames().Width(), Frames().Height());
         }
         FaceChanged();

@@ -49,6 +49,11 @@ LRESULT Dispatch(std::size_t row, HWND window, UINT message, WPARAM wParam, LPAR
         const Held held(*control);
         return controlClass.implementation->procedure(window, message, wParam, lParam);
     }
+    if (message == WM_NCCREATE && controlClass.part != nullptr &&
+        reinterpret_cast<const CREATESTRUCTA*>(lParam)->lpCreateParams == controlClass.part) {
+        SetWindowLongA(window, GWL_WNDPROC, reinterpret_cast<LONG>(*controlClass.part));
+        return (*controlClass.part)(window, message, wParam, lParam);
+    }
     const WNDPROC system = registered[row].systemProcedure;
     const auto windowStyle = controlClass.implementation->windowStyle;
     if (message == WM_NCCREATE && system != nullptr && windowStyle != nullptr) {

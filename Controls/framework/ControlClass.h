@@ -60,6 +60,9 @@ struct ControlClass {
     const char* image = nullptr;
     const char* purpose = ""; // where it is not that of the implementation
     PaletteEntry palette;
+    // The procedure of windows of this class that are parts of another control, without an object: those that
+    // are created with this address as their create parameter.
+    const WNDPROC* part = nullptr;
 
     const char* Purpose() const { return *purpose != '\0' ? purpose : implementation->purpose; }
 };

@@ -49,6 +49,10 @@ struct Keyword {
     constexpr Keyword Preview(std::string (*preview)(std::string_view), int item = 0) const {
         return With(&KEYWORDINFO::preview, preview).With(&KEYWORDINFO::previewItem, item);
     }
+    // What a dialog says of a text that is refused, where there is more to be said than that.
+    constexpr Keyword Objection(std::string (*objection)(std::string_view)) const {
+        return With(&KEYWORDINFO::objection, objection);
+    }
     constexpr Keyword Unit(const char* unit) const { return With(&KEYWORDINFO::unit, unit); }
     // For what refuses numbers beyond these; the row of a handler that checks them by itself says so.
     constexpr Keyword Limits(double minimum, double maximum) const {

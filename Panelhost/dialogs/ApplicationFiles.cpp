@@ -70,6 +70,23 @@ int a_DropBitmap(HOSTINFO* object, HDROP drop) {
     });
 }
 
+int a_DropFile(HOSTINFO* object, const char* keyword, HDROP drop) {
+    if (drop == nullptr) {
+        return 0;
+    }
+    return Guarded(0, [&] {
+        const DroppedFiles dropped = TakeDrop(drop);
+        if (!a_IsAlive(object) || a_FindKeyword(object->GetHostinfoTable(), keyword) < 0) {
+            return 0;
+        }
+        if (dropped.count != 1 || dropped.first.empty()) {
+            return EDITTRACE(object, "Not one file: %s", dropped.first.c_str());
+        }
+        const std::string line = std::string(keyword) + "=" + PropertyFileName(dropped.first);
+        return a_ApplyEdit(object, line.c_str());
+    });
+}
+
 int a_DropFiles(HOSTINFO* object, HDROP drop) {
     if (drop == nullptr) {
         return 0;

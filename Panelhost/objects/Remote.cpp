@@ -65,7 +65,7 @@ bool MayBind(const GuardedKeywords& keywords, std::string_view text) {
 
 bool MaySet(const GuardedKeywords& keywords, int flags, std::string_view text) {
     while (true) {
-        if ((flags & KEYWORD_CLOSED) != 0 || ((flags & KEYWORD_FILE) != 0 && !logic::IsPathBelow(text)) ||
+        if ((flags & KEYWORD_CLOSED) != 0 || ((flags & KEYWORD_FILE) != 0 && !logic::ArePathsBelow(text)) ||
             ((flags & KEYWORD_RECORDING) != 0 && !logic::IsRemoteDuration(text)) ||
             ((flags & KEYWORD_BINDINGS) != 0 && !MayBind(keywords, text))) {
             return false;

@@ -48,6 +48,11 @@ bool IsPathBelow(std::string_view path) {
                         [](std::string_view name) { return LeadsUp(name) || IsDevice(name); });
 }
 
+bool ArePathsBelow(std::string_view paths) {
+    const auto all = SplitFields(paths, ';');
+    return std::all_of(all.begin(), all.end(), IsPathBelow);
+}
+
 bool IsRemoteDuration(std::string_view text) {
     return ParseDuration(text).value_or(0) <= LONGEST_REMOTE_DURATION;
 }

@@ -9,6 +9,8 @@ namespace logic {
 // Whether a file name is relative and stays below the folder that it is relative to, whatever the system
 // makes of it: no drive, no share, no stream, no way up, no device such as NUL or COM1. An empty one does.
 bool IsPathBelow(std::string_view path);
+// The same of each of several file names, joined by ";".
+bool ArePathsBelow(std::string_view paths);
 
 // Seconds of the longest recording that may be asked for.
 constexpr std::int32_t LONGEST_REMOTE_DURATION = 3600;

@@ -1,5 +1,7 @@
-// What the controls show that take no input: meter, lamp, clock, and the frames they are drawn with.
+// What the controls show that take no input: meter, lamp, clock, pictures, and the frames they are drawn
+// with.
 #include "logic/controls/ClockText.h"
+#include "logic/controls/ImageChoice.h"
 #include "logic/controls/LedLogic.h"
 #include "logic/controls/MeterLogic.h"
 #include "logic/controls/ReverseMeterLogic.h"
@@ -119,4 +121,39 @@ TEST_CASE("German is spoken in every German-speaking country") {
     for (const std::uint16_t other : {0x0409, 0x040C, 0x0000, 0x0417, 0x0413}) {
         CHECK(ClockLanguageOf(other) == ClockLanguage::English);
     }
+}
+
+TEST_CASE("a number picks a picture, and a click leads to the next one that there is") {
+    using Place = std::optional<std::int32_t>;
+    constexpr auto place = [](std::int32_t first, std::int32_t count, std::int32_t number, Place substitute) {
+        return NumberedImages{first, count}.PlaceOf(number, substitute);
+    };
+    const Row<Place, std::int32_t, std::int32_t, std::int32_t, Place> places[] = {
+        {{0, 3, 2, {}}, 2},
+        {{0, 3, 3, {}}, {}},
+        {{0, 3, 3, 1}, 1},
+        {{0, 3, -1, 3}, {}},
+        {{-5, 3, -3, {}}, 2},
+        {{0, 0, 0, 0}, {}},
+        {{lowest, 3, highest, lowest}, 0},
+        {{highest, 3, highest, {}}, 0}};
+    CheckRows(place, places);
+    constexpr auto next = [](std::int32_t first, std::int32_t count, std::int32_t number, bool isBack,
+                             bool wrap) {
+        return NumberedImages{first, count}.Next(number, isBack, wrap);
+    };
+    const Row<Place, std::int32_t, std::int32_t, std::int32_t, bool, bool> steps[] = {
+        {{1, 3, 1, false, true}, 2},
+        {{1, 3, 3, false, true}, 1},
+        {{1, 3, 1, true, true}, 3},
+        {{1, 3, 3, false, false}, {}},
+        {{1, 3, 2, true, false}, 1},
+        {{1, 3, 9, false, true}, 3},
+        {{1, 3, lowest, true, true}, 1},
+        {{1, 1, 1, false, true}, {}},
+        {{1, 0, 0, false, true}, {}},
+        {{highest, 3, highest, false, true}, {}},
+        {{highest - 1, 3, highest, false, true}, highest - 1},
+        {{lowest, 2, lowest, true, true}, lowest + 1}};
+    CheckRows(next, steps);
 }

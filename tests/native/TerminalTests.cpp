@@ -245,6 +245,8 @@ TEST_CASE("those who were turned away are reported once a minute, all together")
 TEST_CASE("files below the folder, and no others") {
     CheckTaken(IsPathBelow, "", ".", "knob.bmp", ".\\Controls\\Knob.bmp", "./a/b.c", "a..b\\..c",
                "console.bmp", "com.bmp", "com10", "lpt", "nulls\\xnul.bmp", "0x00ff8800", "a b.bmp", "...a");
+    CheckTaken(ArePathsBelow, "", "a.bmp;.\\Controls\\b.bmp", "a.bmp;");
+    CheckRefused(ArePathsBelow, "a.bmp;..\\x.bmp", "a.bmp; \\server\\x", "c:\\x.bmp;b.bmp");
     CheckRefused(IsPathBelow, "\\x.bmp", "/x.bmp", "\\\\server\\share\\x.bmp", "//server/x", " \\\\server\\x",
                  "c:\\x.bmp", "c:x.bmp", "x.bmp:stream", "\\\\?\\c:\\x", "..", "..\\x.bmp", "a\\..\\..\\x",
                  "a/../x", ".. \\x", "... \\x", " ..\\x", ". . .\\..", "NUL", "nul.bmp", "Con", "a\\COM1",

@@ -163,6 +163,14 @@ TEST_CASE("what changes the look of a control is painted") {
           "linecolor=0xff00", "backgroundcolor=0xff0000", "properties=10,1000", "law=log",
           "function=AMP1*level", "value=500"}},
         {"LED", {"onthreshold=-1", "onthreshold=5", "value=6", "bitmap=.\\Controls\\Fader.bmp", "bitmap="}},
+        {"CONDITIONALLED", {"darkcolor=0xff", "bitmap=.\\Controls\\Fader.bmp", "bitmap="}},
+        {"BIMAGELIST",
+         {"bitmap=.\\Controls\\LED_red_16x16.bmp", "frames=2", "value=1", "value=2", "default=0", "first=1",
+          "images=.\\Controls\\MiniDelay.png;.\\Controls\\Knob.bmp", "images="}},
+        {"LISTSELECTION",
+         {"items=One;Two;Three;Four;Five;Six", "value=2", "value=9", "value=1", "numbers=0", "rows=2",
+          "litcolor=0xff", "rowcolor=0xff00", "textcolor=0xff0000", "backgroundcolor=0xffff",
+          "font=Tahoma,14"}},
         {"BBUTTON",
          {"caption=Other", "font=Tahoma,14", "textcolorwhenunpressed=0xff0000", "textcolor=0xff,0",
           "bitmap=.\\Controls\\SWITCHBUTTON_green_48x24.bmp"}},
@@ -202,7 +210,7 @@ TEST_CASE("what changes the look of a control is painted") {
 
 TEST_CASE("what is polled and operated is painted") {
     for (const char* className : {"KNOB", "FADER", "METER", "REVMETER", "BRANGE", "FADING", "LED",
-                                  "BTRISTATEBUTTON", "BSTATIC", "BBUTTON"}) {
+                                  "CONDITIONALLED", "BTRISTATEBUTTON", "BSTATIC", "BBUTTON"}) {
         INFO(std::string(className));
         TestPanel panel(TestPanel::Visible);
         panel.Declare("AMP1*device=simulated\nAMP1*level=float,-80,100,0,\n");

@@ -107,6 +107,19 @@ TEST_CASE("what a keyword takes, keeps and refuses") {
          "alignment=middle!|alignment=right|textcolor=red!|textcolor=0x0000ff00|backgroundcolor=0x00ffffff|"
          "font=Tahoma!"},
         {"LED", "value=loud!|offthreshold=!|frames=1!|frames=65!|frames=64|onthreshold=-6|offthreshold=-9.5"},
+        {"CONDITIONALLED",
+         "condition=not a or (b=2)|condition=!|condition=a>!|condition=1<a<2!|condition=ab!|delayon=-1>"
+         "delayon=0|delayon=99999999>delayon=86400000|delayoff=250|blink=70000>blink=60000|blink=0|latch=2>"
+         "latch=1|latch=0|frames=65!|frames=3|litcolor=!|darkcolor=0x00010203|value=1!"},
+        {"BIMAGELIST",
+         "stretch=2>stretch=1|step=-1>step=0|step=1|wrap=0|frames=0>frames=1|frames=3|first=-7|first=x!|"
+         "default=|default=5|default=1.5!|images=.\\Controls\\Nothing.bmp!|value=1.5!|value=-3|"
+         "images=.\\Controls\\Knob.bmp;.\\Controls\\LED_red_16x16.bmp|images="},
+        {"LISTSELECTION",
+         "items=a=1;b\\;c=x|items=|file=.\\Nothing.txt!|file=.\\Controls\\Knob.bmp!|file=.\\Controls!|"
+         "rows=-1>rows=0|rows=999>rows=200|numbers=0|confirm=Recall %s?|click=%n*value=%s|"
+         "itemsfunction=AMP1*list|function1=AMP1*name|textcolor=|backgroundcolor=0x00102030|font=Tahoma!|"
+         "value=1.5!|value=-3"},
         {"CLOCK",
          "backgroundcolor=0x00123456|backgroundcolor=!|backgroundcolor=red!|textcolor=0x00ffffff|"
          "textcolor=0x01000000!|caption=anything>caption=|click=exactly15bytes=|click=sixteen=16 bytes!|"

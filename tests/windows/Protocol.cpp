@@ -67,9 +67,10 @@ bool HasValue(HWND control) {
     return ClassOf(control) != "CLOCK" && TakesConnections(ClassOf(control));
 }
 
-// Its default value is a record, which has a text form of its own and is none of a single number or word.
-bool HoldsBlock(HWND control) {
-    return ClassOf(control) == "EQ" || ClassOf(control) == "XOVER";
+// Its default value is a block, which has a text form of its own and is none of a single number or word, or
+// one that can only be read.
+bool TakesNoNumber(HWND control) {
+    return ClassOf(control) == "EQ" || ClassOf(control) == "XOVER" || ClassOf(control) == "CONDITIONALLED";
 }
 
 } // namespace
@@ -186,7 +187,7 @@ TEST_CASE("property lines: applied, refused with a trace, or for the default val
         CHECK(Load(control, "connection=") == 1);
         CHECK(ObjectOf(control).requests.empty());
         CHECK(SendMessageA(control, CWM_LOAD, 0, 0) == 0);
-        if (HoldsBlock(control)) {
+        if (TakesNoNumber(control)) {
             CHECK(Load(control, "nosuch=anything") == 0);
             CHECK(trace.CountContaining("Keyword not found: nosuch\n") == 1);
             return;
@@ -240,7 +241,7 @@ TEST_CASE("value records: look-up, get, and everything that is refused") {
             CHECK(SendMessageA(control, CWM_MESSAGE, 0, reinterpret_cast<LPARAM>(&query)) == 1);
             CHECK(query.index == std::max(a_FindKeyword(ObjectOf(control).GetHostinfoTable(), keyword), 0));
         }
-        if (HoldsBlock(control)) {
+        if (TakesNoNumber(control)) {
             return;
         }
         REQUIRE(Load(control, " =1") == 1); // the keyword of the default value
@@ -312,6 +313,8 @@ TEST_CASE("the preferred width is that of one frame of the picture") {
                 {"BBUTTON", wide, 20},
                 {"BTRISTATEBUTTON", wide, 20},
                 {"LED", wide, 20},
+                {"CONDITIONALLED", wide, 20},
+                {"BIMAGELIST", wide, 40},
                 {"CLOCK", wide, 40},
                 // Of a name that ends in the size of a third; a switch has three faces, a button has two.
                 {"BTRISTATEBUTTON", three, 20},
@@ -432,7 +435,8 @@ TEST_CASE("the mouse is the panel's while it is edited and with Ctrl") {
         SetFocus(panel);
         CHECK_FALSE(forwards(0, WM_LBUTTONDOWN, MK_LBUTTON));
         const std::string name = ClassOf(control);
-        if (name == "METER" || name == "FADING" || name == "LED" || name == "BSTATIC" || name == "CLOCK" ||
+        if (name == "METER" || name == "FADING" || name == "LED" || name == "CONDITIONALLED" ||
+            name == "BIMAGELIST" || name == "LSBSTATIC" || name == "BSTATIC" || name == "CLOCK" ||
             name == "BRANGE" || name == "REVMETER" || name == "SCALE") { // to look at only
             CHECK(GetFocus() == panel);
         } else if (name[0] != 'I') { // those are hidden

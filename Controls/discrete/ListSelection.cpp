@@ -1,0 +1,765 @@
+// LISTSELECTION: a list of numbered entries, such as presets or songs, one of which is active. It sends the
+// number of the entry that is pressed. A row is a button, and a number in front of it; the windows of rows
+// are made for those that are seen and have no place in the object tree. They only say where a row is and
+// what it is called: the list paints all of them at once, and takes their input. Geometry in pixels.
+
+#include "Controls/drawing/FontProperty.h"
+#include "Controls/drawing/TextColours.h"
+#include "Controls/families/ClickTemplate.h"
+#include "Controls/families/FunctionList.h"
+#include "Controls/families/ListFile.h"
+#include "Controls/families/Question.h"
+#include "Controls/framework/Keywords.h"
+#include "Panelhost/Dialogs.h"
+#include "Panelhost/Trace.h"
+#include "base/Gdi.h"
+#include "base/Guard.h"
+#include "logic/controls/ButtonLogic.h"
+#include "logic/controls/ListLogic.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <optional>
+#include <utility>
+#include <vector>
+
+extern const WNDPROC listRow;
+
+namespace {
+
+constexpr int MOST_ROWS = 200;
+constexpr int EDGE = 2;    // for the focus frame
+constexpr int PADDING = 4; // above, below and beside a text
+constexpr int BAR_WIDTH = 12;
+constexpr int WHEEL_ROWS = 3; // of one notch
+
+constexpr COLORREF ROW_COLOUR = RGB(62, 68, 76);
+constexpr COLORREF LIT_COLOUR = RGB(74, 163, 255);
+constexpr COLORREF MARK_COLOUR = RGB(255, 176, 46);
+constexpr COLORREF TRACK_COLOUR = RGB(34, 37, 42);
+constexpr COLORREF THUMB_COLOUR = RGB(112, 120, 132);
+
+struct Layout {
+    int rowHeight;
+    int rows; // that there is room for
+    int numberWidth;
+    RECT inside;
+    RECT bar; // empty without one
+};
+
+COLORREF Shifted(COLORREF colour, int by) {
+    const auto channel = [by](int part) { return static_cast<BYTE>(std::clamp(part + by, 0, 255)); };
+    return RGB(channel(GetRValue(colour)), channel(GetGValue(colour)), channel(GetBValue(colour)));
+}
+
+// Lit from above left, or from below right what is held down.
+void DrawRaised(HDC dc, const RECT& area, COLORREF face, bool isDown = false) {
+    const int light = isDown ? -24 : 24;
+    FillGround(dc, Shifted(face, -light), area);
+    FillGround(dc, Shifted(face, light), {area.left, area.top, area.right - 1, area.bottom - 1});
+    FillGround(dc, isDown ? Shifted(face, -12) : face,
+               {area.left + 1, area.top + 1, area.right - 1, area.bottom - 1});
+}
+
+} // namespace
+
+class LISTSELECTIONPROPERTIES : public CONTROLPROPERTIES {
+public:
+    LISTSELECTIONPROPERTIES() { font.Load("Tahoma,8"); }
+    KeywordList Keywords() const override;
+    void SetDefaults() override;
+    void Redraw() const override;
+    void Poll() override;
+    void Draw(HDC dc, const RECT& client) const override;
+    bool BeginDrag(POINT point) override;
+    void MoveDrag(POINT point) override;
+    void EndDrag() override;
+    void CancelDrag() override;
+
+    int Value() const { return value; }
+    bool SetValue(int number);
+    std::string ItemsText() const { return items; }
+    bool SetItems(const std::string& text);
+    std::string FileName() const { return file; }
+    bool SetFile(const std::string& fileName);
+    void FontChanged();
+    void LookChanged() { Redraw(); }
+
+    // Places the rows in the window, makes those that are missing and destroys those that are too many.
+    void Arrange();
+    void Key(WPARAM key);
+    void Wheel(int delta);
+    // What is in a row that is seen, 0 the uppermost.
+    std::string NumberText(int row) const;
+    std::string CaptionText(int row) const;
+
+    int value = 0;
+    std::string items; // as they were set
+    std::string file;  // empty for none
+    FunctionList itemsFunctions;
+    FunctionList textFunctions;
+    std::string clickTemplate;
+    std::string confirmText;
+    int rows = 0;
+    int numbers = 1;
+    FontProperty font;
+    std::optional<COLORREF> textColour;
+    std::optional<COLORREF> backgroundColour;
+    COLORREF rowColour = ROW_COLOUR;
+    COLORREF litColour = LIT_COLOUR;
+
+private:
+    struct RowWindows {
+        HWND number, button; // the number null without numbers
+    };
+    enum class Grip { None, Row, Thumb };
+
+    Layout LayoutOf(const RECT& client) const;
+    Layout CurrentLayout() const;
+    logic::ListScroll Scroll(const Layout& layout) const { return {entries_.Size(), layout.rows}; }
+    RECT RowArea(const Layout& layout, int row) const;
+    RECT ButtonArea(const Layout& layout, int row) const;
+    RECT ThumbArea(const Layout& layout) const;
+    std::optional<int> EntryAt(const Layout& layout, POINT point) const;
+    void MeasureFont();
+    void EntriesChanged();
+    void AskForItems(int& result);
+    void Show(int number);
+    void ShowMark();
+    void ScrollTo(int top);
+    void MakeRows(std::size_t count);
+    void Choose(int entry);
+    void DrawRow(HDC dc, const Layout& layout, int row, COLORREF numberColour) const;
+
+    logic::NumberedItems entries_;
+    std::string fileText_;   // what the file held when it was read
+    std::string deviceText_; // the list that the device holds
+    bool hasDeviceText_ = false;
+    bool isKnown_ = false;           // the value was set, asked for or chosen
+    int answer_ = REQUEST_UNCHANGED; // to the last poll
+    int top_ = 0;                    // the entry in the uppermost row
+    std::optional<int> active_;
+    std::optional<int> mark_; // what the keys move
+    std::vector<RowWindows> windows_;
+    std::vector<RECT> areas_; // where they stand: of each the number, then the button
+    int lineHeight_ = 13;
+    int digitWidth_ = 6;
+    int wheel_ = 0; // that is less than a row
+    Grip grip_ = Grip::None;
+    int heldEntry_ = 0;
+    bool isDown_ = false; // the held row is under the mouse
+    int heldAt_ = 0;      // of the thumb
+};
+
+// Keywords
+
+namespace {
+
+constexpr Keyword VALUE =
+    Property<&LISTSELECTIONPROPERTIES::Value, &LISTSELECTIONPROPERTIES::SetValue>("value").Says(
+        "The number of the active entry, which is lit. Set, it is shown and, unless it is the old one, sent "
+        "to everything the list is bound to. With one that is no entry none is lit, and the mark is shown.");
+
+constexpr KeywordTable KEYWORDS({
+    VALUE.AsDefault(),
+    OptionalColour<&LISTSELECTIONPROPERTIES::backgroundColour>("backgroundcolor")
+        .Saved()
+        .Label("Background")
+        .Says("Colour behind the rows, `0x00bbggrr`; empty to show the panel."),
+    Line<&LISTSELECTIONPROPERTIES::clickTemplate>("click")
+        .Saved()
+        .Label("Click template")
+        .Items(IDC_CLICK)
+        .Says("Property line that a press sends before the number; empty for none. `%s` in it stands for the "
+              "caption of the entry, `%c` for the connections, `%n` for the full name."),
+    Text<&LISTSELECTIONPROPERTIES::confirmText>("confirm")
+        .Saved()
+        .Label("Ask before")
+        .Items(IDC_CONFIRM)
+        .Preview(logic::QuestionText, IDC_CONFIRM_PREVIEW)
+        .Says("Question that is asked before a press sends anything; empty for none. `%s` in it stands for "
+              "the caption of the entry, `\\n` and `\\t` for line feed and tab."),
+    CONNECTION_KEYWORD,
+    FontOf<&LISTSELECTIONPROPERTIES::font>("font").Saved().Label("Font").Says(
+        "Font of the rows: face, size in points, `bold` where it is."),
+    FUNCTION_KEYWORD,
+    Functions<&LISTSELECTIONPROPERTIES::textFunctions>("function1")
+        .Label("Function of the text")
+        .Says("Device parameters that get the caption of an entry that is pressed, joined by `;`."),
+    INTERVAL_KEYWORD,
+    LAYER_KEYWORD,
+    LEVEL_KEYWORD,
+    Colour<&LISTSELECTIONPROPERTIES::litColour>("litcolor")
+        .Saved()
+        .Label("Active row")
+        .Says("Colour of the active row, `0x00bbggrr`."),
+    Limited<&LISTSELECTIONPROPERTIES::numbers, 0, 1, &LISTSELECTIONPROPERTIES::Arrange>("numbers")
+        .Saved()
+        .OneOf("0,1")
+        .Label("Show numbers")
+        .Says("1: the number of an entry stands in front of it."),
+    Colour<&LISTSELECTIONPROPERTIES::rowColour>("rowcolor")
+        .Saved()
+        .Label("Rows")
+        .Says("Colour of the rows, `0x00bbggrr`."),
+    Limited<&LISTSELECTIONPROPERTIES::rows, 0, MOST_ROWS, &LISTSELECTIONPROPERTIES::Arrange>("rows")
+        .Saved()
+        .Label("Rows (0: what fits)")
+        .Says("Number of rows that the height is divided into, up to 200; 0 for as many as have room."),
+    OptionalColour<&LISTSELECTIONPROPERTIES::textColour>("textcolor")
+        .Saved()
+        .Label("Text colour")
+        .Says("Colour of the text, `0x00bbggrr`; empty for black or white, whichever can be read."),
+    VALUE,
+    // Behind what gives the rows their size.
+    Property<&LISTSELECTIONPROPERTIES::FileName, &LISTSELECTIONPROPERTIES::SetFile>("file", KeywordKind::File)
+        .Saved()
+        .MayBeEmpty()
+        .Label("File")
+        .Says("Text file with the entries, one a line in the form of `items`, relative to the application "
+              "folder; up to 1 MB. It goes before `items`. It is read when it is set and when the panel is "
+              "opened. Dropped on the list, a file becomes this one."),
+    Property<&LISTSELECTIONPROPERTIES::ItemsText, &LISTSELECTIONPROPERTIES::SetItems>("items")
+        .Saved()
+        .Label("Entries")
+        .Says("Entries `caption` or `caption=number`, joined by `;`; one without a number has its place, the "
+              "first being 1. The last `=` divides; `\\` in front of `;`, `=` and `\\` makes them plain."),
+    Functions<&LISTSELECTIONPROPERTIES::itemsFunctions>("itemsfunction")
+        .Label("Function of the entries")
+        .Says("Device parameter, a text, that holds the entries in the form of `items`. Once it has answered "
+              "it goes before `file` and `items`."),
+});
+
+} // namespace
+
+KeywordList LISTSELECTIONPROPERTIES::Keywords() const {
+    return KEYWORDS.List();
+}
+
+void LISTSELECTIONPROPERTIES::SetDefaults() {
+    interval = 250;
+    itemsFunctions.Attach(*this);
+    textFunctions.Attach(*this);
+    // It paints the rows, over their windows.
+    SetWindowLongA(window, GWL_STYLE, GetWindowLongA(window, GWL_STYLE) & ~WS_CLIPCHILDREN);
+    FontChanged();
+}
+
+bool LISTSELECTIONPROPERTIES::SetItems(const std::string& text) {
+    items = text;
+    EntriesChanged();
+    return true;
+}
+
+bool LISTSELECTIONPROPERTIES::SetFile(const std::string& fileName) {
+    std::string text;
+    if (const char* fault = fileName.empty() ? nullptr : ReadListFile(fileName, text); fault != nullptr) {
+        EDITTRACE(parent, "%s", (fileName + " " + fault).c_str());
+        return false;
+    }
+    file = fileName;
+    fileText_ = std::move(text);
+    EntriesChanged();
+    return true;
+}
+
+void LISTSELECTIONPROPERTIES::EntriesChanged() {
+    entries_ = logic::NumberedItems(hasDeviceText_ ? logic::Items::OfList(deviceText_)
+                                    : file.empty() ? logic::Items::OfList(items)
+                                                   : logic::Items::OfLines(fileText_));
+    active_ = isKnown_ ? entries_.IndexOf(value) : std::nullopt;
+    mark_.reset();
+    if (grip_ == Grip::Row) {
+        grip_ = Grip::None; // it would be another one
+    }
+    Arrange();
+    ShowMark();
+}
+
+// Value
+
+bool LISTSELECTIONPROPERTIES::SetValue(int number) {
+    const bool isNew = number != value;
+    if (isNew || !isKnown_) {
+        Show(number);
+    }
+    if (isNew) {
+        a_SendRequest(requests, COMMAND_SET, DATATYPE_INTEGER, &number, nullptr);
+    }
+    return true;
+}
+
+void LISTSELECTIONPROPERTIES::Show(int number) {
+    value = number;
+    isKnown_ = true;
+    const auto before = std::exchange(active_, entries_.IndexOf(number));
+    if (active_ != before) {
+        if (active_ && grip_ == Grip::None) {
+            top_ = Scroll(CurrentLayout()).TopShowing(*active_, top_);
+        }
+        Redraw();
+    }
+    ShowMark();
+}
+
+void LISTSELECTIONPROPERTIES::ShowMark() {
+    const bool isNoEntry = isKnown_ && !active_ && entries_.Size() > 0;
+    ShowPollResult(isNoEntry ? std::max(answer_, REQUEST_DISAGREE) : answer_);
+}
+
+void LISTSELECTIONPROPERTIES::AskForItems(int& result) {
+    REQUESTLIST& list = itemsFunctions.Requests();
+    if (list.empty()) {
+        if (std::exchange(hasDeviceText_, false)) {
+            EntriesChanged();
+        }
+        return;
+    }
+    char text[TEXT_SIZE];
+    text[deviceText_.copy(text, TEXT_SIZE - 1)] = '\0';
+    const int answer = Ask(list, DATATYPE_TEXT, text);
+    if (answer == REQUEST_DELIVERED || (answer == REQUEST_UNCHANGED && !hasDeviceText_)) {
+        hasDeviceText_ = true;
+        deviceText_ = text;
+        EntriesChanged();
+    }
+    result = std::max(result, answer);
+}
+
+void LISTSELECTIONPROPERTIES::Poll() {
+    int polled = value;
+    int result = Ask(requests, DATATYPE_INTEGER, &polled);
+    const bool isAnswered = !requests.empty() && result <= REQUEST_DELIVERED;
+    AskForItems(result);
+    answer_ = result;
+    if (isAnswered) {
+        Show(polled);
+    }
+    ShowMark();
+}
+
+// A question may take long, and the list can be another one then: what is sent is what was pressed.
+void LISTSELECTIONPROPERTIES::Choose(int entry) {
+    if (entry >= entries_.Size()) {
+        return;
+    }
+    int number = entries_.Number(entry);
+    const std::string caption(entries_.Caption(entry).substr(0, TEXT_SIZE - 1));
+    const logic::Placeholder inserted[] = {{'s', caption}};
+    if (!IsConfirmed(*this, logic::ExpandTemplate(confirmText, inserted), a_OwnName(this))) {
+        return;
+    }
+    SendClickTemplate(*this, clickTemplate, INSERTION{'s', caption.c_str()});
+    Show(number);
+    a_SendRequest(requests, COMMAND_SET, DATATYPE_INTEGER, &number, nullptr);
+    char text[TEXT_SIZE];
+    text[caption.copy(text, TEXT_SIZE - 1)] = '\0';
+    a_SendRequest(textFunctions.Requests(), COMMAND_SET, DATATYPE_TEXT, text, nullptr);
+}
+
+// Layout
+
+void LISTSELECTIONPROPERTIES::FontChanged() {
+    MeasureFont();
+    Arrange();
+}
+
+void LISTSELECTIONPROPERTIES::MeasureFont() {
+    const HDC dc = GetDC(window);
+    TEXTMETRICA metrics{};
+    SIZE digit{};
+    {
+        const Selected selected(dc, font.Get());
+        GetTextMetricsA(dc, &metrics);
+        GetTextExtentPoint32A(dc, "0", 1, &digit);
+    }
+    ReleaseDC(window, dc);
+    lineHeight_ = std::max<int>(metrics.tmHeight, 1);
+    digitWidth_ = std::max<int>(digit.cx, 1);
+}
+
+Layout LISTSELECTIONPROPERTIES::LayoutOf(const RECT& client) const {
+    Layout layout{};
+    layout.inside = {EDGE, EDGE, std::max<LONG>(client.right - EDGE, EDGE),
+                     std::max<LONG>(client.bottom - EDGE, EDGE)};
+    const int height = layout.inside.bottom - layout.inside.top;
+    const int fitting = lineHeight_ + 2 * PADDING;
+    layout.rows = std::min(rows > 0 ? rows : std::max(height / fitting, 1), height);
+    layout.rowHeight = rows > 0 && layout.rows > 0 ? height / layout.rows : std::min(fitting, height);
+    layout.numberWidth = numbers != 0 ? entries_.LongestNumber() * digitWidth_ + 2 * PADDING : 0;
+    if (Scroll(layout).NeedsBar()) {
+        layout.bar = layout.inside;
+        layout.bar.left = std::max(layout.inside.left, layout.inside.right - BAR_WIDTH);
+        layout.inside.right = std::max(layout.inside.left, layout.bar.left - EDGE);
+    }
+    return layout;
+}
+
+Layout LISTSELECTIONPROPERTIES::CurrentLayout() const {
+    RECT client{};
+    GetClientRect(window, &client);
+    return LayoutOf(client);
+}
+
+RECT LISTSELECTIONPROPERTIES::RowArea(const Layout& layout, int row) const {
+    const int top = layout.inside.top + row * layout.rowHeight;
+    return {layout.inside.left, top, layout.inside.right, top + layout.rowHeight};
+}
+
+RECT LISTSELECTIONPROPERTIES::ButtonArea(const Layout& layout, int row) const {
+    RECT area = RowArea(layout, row);
+    area.left = std::min<LONG>(area.left + layout.numberWidth, area.right);
+    area.bottom = std::max(area.bottom - 1, area.top); // a gap
+    return area;
+}
+
+RECT LISTSELECTIONPROPERTIES::ThumbArea(const Layout& layout) const {
+    const auto thumb = Scroll(layout).ThumbAt(top_, layout.bar.bottom - layout.bar.top);
+    return {layout.bar.left, layout.bar.top + thumb.start, layout.bar.right,
+            layout.bar.top + thumb.start + thumb.length};
+}
+
+std::optional<int> LISTSELECTIONPROPERTIES::EntryAt(const Layout& layout, POINT point) const {
+    if (layout.rowHeight <= 0 || !PtInRect(&layout.inside, point)) {
+        return std::nullopt;
+    }
+    const int row = (point.y - layout.inside.top) / layout.rowHeight;
+    const int entry = top_ + row;
+    return row < layout.rows && entry < entries_.Size() ? std::optional(entry) : std::nullopt;
+}
+
+void LISTSELECTIONPROPERTIES::Arrange() {
+    const Layout layout = CurrentLayout();
+    const logic::ListScroll scroll = Scroll(layout);
+    top_ = active_ && grip_ == Grip::None ? scroll.TopShowing(*active_, top_) : scroll.LimitTop(top_);
+    MakeRows(static_cast<std::size_t>(std::min(layout.rows, entries_.Size())));
+    for (std::size_t row = 0; row < windows_.size(); ++row) {
+        const RECT whole = RowArea(layout, static_cast<int>(row));
+        const RECT button = ButtonArea(layout, static_cast<int>(row));
+        const RECT places[] = {{whole.left, whole.top, button.left, button.bottom}, button};
+        const HWND parts[] = {windows_[row].number, windows_[row].button};
+        for (std::size_t part = 0; part < 2; ++part) {
+            RECT& area = areas_[2 * row + part];
+            if (parts[part] != nullptr && !EqualRect(&area, &places[part])) {
+                area = places[part];
+                SetWindowPos(parts[part], nullptr, area.left, area.top, area.right - area.left,
+                             area.bottom - area.top, SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOREDRAW);
+            }
+        }
+    }
+    Redraw();
+}
+
+// The window of a row knows which one it is by its identifier.
+void LISTSELECTIONPROPERTIES::MakeRows(std::size_t count) {
+    const auto make = [this](const char* className, std::size_t id) {
+        return CreateWindowExA(WS_EX_NOPARENTNOTIFY, className, "", WS_CHILD | WS_VISIBLE, 0, 0, 0, 0, window,
+                               reinterpret_cast<HMENU>(id), ModuleInstance(), const_cast<WNDPROC*>(&listRow));
+    };
+    while (windows_.size() > count) {
+        const RowWindows gone = windows_.back();
+        windows_.pop_back();
+        DestroyWindow(gone.button);
+        if (gone.number != nullptr) {
+            DestroyWindow(gone.number);
+        }
+    }
+    const std::size_t before = windows_.size();
+    windows_.resize(count);
+    areas_.resize(2 * count);
+    for (std::size_t row = 0; row < count; ++row) {
+        RowWindows& made = windows_[row];
+        if (row >= before) {
+            made = {nullptr, make("LSBBUTTON", 2 * row + 1)};
+            areas_[2 * row + 1] = {};
+        }
+        if (numbers != 0 && made.number == nullptr) {
+            made.number = make("LSBSTATIC", 2 * row);
+            areas_[2 * row] = {};
+        } else if (numbers == 0 && made.number != nullptr) {
+            DestroyWindow(std::exchange(made.number, nullptr));
+        }
+    }
+}
+
+void LISTSELECTIONPROPERTIES::ScrollTo(int top) {
+    if (top != top_) {
+        top_ = top;
+        Redraw();
+    }
+}
+
+std::string LISTSELECTIONPROPERTIES::NumberText(int row) const {
+    const int entry = top_ + row;
+    return entry < entries_.Size() ? std::to_string(entries_.Number(entry)) : "";
+}
+
+std::string LISTSELECTIONPROPERTIES::CaptionText(int row) const {
+    const int entry = top_ + row;
+    return entry < entries_.Size() ? std::string(entries_.Caption(entry)) : "";
+}
+
+// Drawing
+
+// The windows of the rows, which are painted over, stay as they are.
+void LISTSELECTIONPROPERTIES::Redraw() const {
+    if (!a_IsLoading(this) && IsWindowVisible(window)) {
+        RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_NOCHILDREN);
+    }
+}
+
+void LISTSELECTIONPROPERTIES::Draw(HDC dc, const RECT& client) const {
+    FillGround(dc, backgroundColour, client);
+    const Layout layout = LayoutOf(client);
+    const Selected selected(dc, font.Get());
+    SetBkMode(dc, TRANSPARENT);
+    const COLORREF numberColour =
+        textColour.value_or(ReadableOn(GetPixel(dc, layout.inside.left + PADDING, layout.inside.bottom / 2)));
+    const int shown = std::min(layout.rows, entries_.Size() - top_);
+    for (int row = 0; row < shown; ++row) {
+        DrawRow(dc, layout, row, numberColour);
+    }
+    if (!IsRectEmpty(&layout.bar)) {
+        FillGround(dc, TRACK_COLOUR, layout.bar);
+        DrawRaised(dc, ThumbArea(layout), THUMB_COLOUR);
+    }
+    if (entries_.Size() == 0 && mode != 0) { // an outline to take it by
+        SetDCBrushColor(dc, numberColour);
+        FrameRect(dc, &client, static_cast<HBRUSH>(GetStockObject(DC_BRUSH)));
+    }
+}
+
+void LISTSELECTIONPROPERTIES::DrawRow(HDC dc, const Layout& layout, int row, COLORREF numberColour) const {
+    constexpr UINT FORMAT = DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX | DT_END_ELLIPSIS;
+    const int entry = top_ + row;
+    const bool isDown = grip_ == Grip::Row && isDown_ && heldEntry_ == entry;
+    const RECT button = ButtonArea(layout, row);
+    if (numbers != 0) {
+        RECT place = RowArea(layout, row);
+        place.right = button.left - PADDING;
+        char text[16];
+        const int length = std::snprintf(text, sizeof text, "%d", entries_.Number(entry));
+        SetTextColor(dc, numberColour);
+        DrawTextA(dc, text, length, &place, FORMAT | DT_RIGHT);
+    }
+    const COLORREF face = active_ == entry ? litColour : rowColour;
+    DrawRaised(dc, button, face, isDown);
+    if (mark_ == entry && HasFocus()) {
+        SetDCBrushColor(dc, MARK_COLOUR);
+        FrameRect(dc, &button, static_cast<HBRUSH>(GetStockObject(DC_BRUSH)));
+    }
+    RECT place = button;
+    InflateRect(&place, -PADDING, 0);
+    OffsetRect(&place, isDown ? 1 : 0, isDown ? 1 : 0);
+    const std::string_view caption = entries_.Caption(entry).substr(0, TEXT_SIZE);
+    SetTextColor(dc, textColour.value_or(ReadableOn(face)));
+    DrawTextA(dc, caption.data(), static_cast<int>(caption.size()), &place, FORMAT | DT_LEFT);
+}
+
+// Input
+
+bool LISTSELECTIONPROPERTIES::BeginDrag(POINT point) {
+    const Layout layout = CurrentLayout();
+    if (PtInRect(&layout.bar, point)) {
+        const RECT thumb = ThumbArea(layout);
+        if (!PtInRect(&thumb, point)) { // a page towards the mouse
+            const int page = std::max(layout.rows - 1, 1);
+            ScrollTo(Scroll(layout).LimitTop(point.y < thumb.top ? top_ - page : top_ + page));
+            return false;
+        }
+        grip_ = Grip::Thumb;
+        heldAt_ = point.y - thumb.top;
+        return true;
+    }
+    const auto entry = EntryAt(layout, point);
+    if (!entry) {
+        return false;
+    }
+    grip_ = Grip::Row;
+    heldEntry_ = *entry;
+    mark_ = entry;
+    isDown_ = true;
+    Redraw();
+    UpdateWindow(window);
+    return true;
+}
+
+void LISTSELECTIONPROPERTIES::MoveDrag(POINT point) {
+    const Layout layout = CurrentLayout();
+    if (grip_ == Grip::Thumb) {
+        const int track = layout.bar.bottom - layout.bar.top;
+        ScrollTo(Scroll(layout).TopOfThumb(point.y - layout.bar.top - heldAt_, track));
+        UpdateWindow(window);
+    } else if (grip_ == Grip::Row && isDown_ != (EntryAt(layout, point) == heldEntry_)) {
+        isDown_ = !isDown_;
+        Redraw();
+    }
+}
+
+void LISTSELECTIONPROPERTIES::EndDrag() {
+    const bool isChosen = grip_ == Grip::Row && isDown_;
+    CancelDrag();
+    if (isChosen) {
+        UpdateWindow(window);
+        Choose(heldEntry_);
+    }
+}
+
+void LISTSELECTIONPROPERTIES::CancelDrag() {
+    grip_ = Grip::None;
+    isDown_ = false;
+    Redraw();
+}
+
+void LISTSELECTIONPROPERTIES::Key(WPARAM key) {
+    const logic::ListScroll scroll = Scroll(CurrentLayout());
+    if (key == VK_RETURN || key == VK_SPACE) {
+        if (mark_) {
+            ScrollTo(scroll.TopShowing(*mark_, top_));
+            Choose(*mark_);
+        }
+        return;
+    }
+    if (key < VK_PRIOR || key > VK_DOWN) {
+        return;
+    }
+    const auto moved = scroll.MoveMark(mark_ ? mark_ : active_, top_, static_cast<logic::ListKey>(key));
+    if (moved) {
+        mark_ = moved;
+        top_ = scroll.TopShowing(*moved, top_);
+        Redraw();
+    }
+}
+
+void LISTSELECTIONPROPERTIES::Wheel(int delta) {
+    wheel_ += delta * WHEEL_ROWS;
+    const int moved = wheel_ / WHEEL_DELTA;
+    wheel_ -= moved * WHEEL_DELTA;
+    ScrollTo(Scroll(CurrentLayout()).LimitTop(std::int64_t{top_} - moved));
+}
+
+// Window procedures and registration
+
+namespace {
+
+LRESULT CALLBACK ListSelectionProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    auto& list = *PropertiesOf<LISTSELECTIONPROPERTIES>(window);
+    switch (message) {
+    case WM_SIZE:
+        list.Arrange();
+        break;
+    case WM_PAINT: {
+        const LRESULT result = CommonProc(window, message, wParam, lParam);
+        RedrawWindow(window, nullptr, nullptr, RDW_VALIDATE | RDW_ALLCHILDREN); // the rows are painted, too
+        return result;
+    }
+    case WM_LBUTTONDOWN: {
+        const LRESULT result = CommonProc(window, message, wParam, lParam);
+        SetCursor(LoadCursorA(nullptr, IDC_ARROW)); // it is no knob
+        return result;
+    }
+    case WM_KEYDOWN:
+        if (!PassInput(list, message, wParam, lParam) && !list.dragging) {
+            list.Key(wParam);
+        }
+        return 0;
+    case WM_MOUSEWHEEL:
+        if (!PassInput(list, message, wParam, lParam) && !list.dragging) {
+            list.Wheel(GET_WHEEL_DELTA_WPARAM(wParam));
+        }
+        return 0;
+    case WM_DROPFILES:
+        a_DropFile(&list, "file", reinterpret_cast<HDROP>(wParam));
+        return 0;
+    case CWM_DROPFILES:
+        a_DropFile(&list, "file", reinterpret_cast<HDROP>(lParam));
+        return 0;
+    default:
+        break;
+    }
+    return CommonProc(window, message, wParam, lParam);
+}
+
+// What a row says that it is called.
+std::string TextOfRow(const LISTSELECTIONPROPERTIES& list, int id) {
+    return id % 2 == 0 ? list.NumberText(id / 2) : list.CaptionText(id / 2);
+}
+
+// Has the list draw what lies in the window of a row.
+void PrintRow(HWND list, HWND window, HDC dc) {
+    POINT place{};
+    RECT client{};
+    MapWindowPoints(window, list, &place, 1);
+    GetClientRect(window, &client);
+    const int saved = SaveDC(dc);
+    IntersectClipRect(dc, 0, 0, client.right, client.bottom);
+    SetViewportOrgEx(dc, -place.x, -place.y, nullptr);
+    SendMessageA(list, WM_PRINTCLIENT, reinterpret_cast<WPARAM>(dc), PRF_CLIENT);
+    RestoreDC(dc, saved);
+}
+
+LRESULT HandleRow(const LISTSELECTIONPROPERTIES& list, HWND window, UINT message, WPARAM wParam,
+                  LPARAM lParam) {
+    switch (message) {
+    case WM_NCHITTEST:
+        return HTTRANSPARENT; // the mouse is the list's
+    case WM_ERASEBKGND:
+        return 1;
+    case WM_PAINT: {
+        POINT place{};
+        RECT area{};
+        MapWindowPoints(window, list.window, &place, 1);
+        GetClientRect(window, &area);
+        ValidateRect(window, nullptr);
+        OffsetRect(&area, place.x, place.y);
+        RedrawWindow(list.window, &area, nullptr, RDW_INVALIDATE | RDW_NOCHILDREN);
+        return 0;
+    }
+    case WM_PRINTCLIENT:
+        PrintRow(list.window, window, reinterpret_cast<HDC>(wParam));
+        return 0;
+    case WM_GETTEXTLENGTH:
+        return static_cast<LRESULT>(TextOfRow(list, GetDlgCtrlID(window)).size());
+    case WM_GETTEXT: {
+        if (wParam == 0 || lParam == 0) {
+            return 0;
+        }
+        const std::string text = TextOfRow(list, GetDlgCtrlID(window));
+        auto* buffer = reinterpret_cast<char*>(lParam);
+        const std::size_t length = text.copy(buffer, wParam - 1);
+        buffer[length] = '\0';
+        return static_cast<LRESULT>(length);
+    }
+    default:
+        break;
+    }
+    if (message >= WM_MOUSEFIRST && message < WM_MOUSEWHEEL) { // sent to the row itself
+        POINT point{static_cast<short>(LOWORD(lParam)), static_cast<short>(HIWORD(lParam))};
+        MapWindowPoints(window, list.window, &point, 1);
+        return SendMessageA(list.window, message, wParam, MAKELPARAM(point.x, point.y));
+    }
+    if (message == WM_MOUSEWHEEL || message == WM_KEYDOWN) {
+        return SendMessageA(list.window, message, wParam, lParam);
+    }
+    return DefWindowProcA(window, message, wParam, lParam);
+}
+
+LRESULT CALLBACK RowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
+    return Guarded(LRESULT{0}, [&] {
+        auto* list = dynamic_cast<LISTSELECTIONPROPERTIES*>(a_FromWindow(GetParent(window)));
+        if (list == nullptr || message == WM_NCCREATE) {
+            return DefWindowProcA(window, message, wParam, lParam);
+        }
+        const Held held(*list);
+        return HandleRow(*list, window, message, wParam, lParam);
+    });
+}
+
+} // namespace
+
+extern const WNDPROC listRow = RowProc;
+
+extern const ControlImplementation listSelectionControl = Implement<LISTSELECTIONPROPERTIES>(
+    ListSelectionProc, LAID_OUT,
+    "A list of numbered entries, such as presets, with a button each; it sends the number of the one that is "
+    "pressed.");
