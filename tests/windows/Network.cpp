@@ -1,6 +1,5 @@
 // The network interface: its terminal as clients see it and its CAN channel.
 
-#include "Panelhost/Trace.h"
 #include "tests/windows/TerminalClient.h"
 
 #include "Controls/interfaces/network/EchoProbe.h"
