@@ -7,6 +7,7 @@
 extern const ControlImplementation barGraphControl;
 extern const ControlImplementation clockControl;
 extern const ControlImplementation conditionalLedControl;
+extern const ControlImplementation contactButtonControl;
 extern const ControlImplementation editControl;
 extern const ControlImplementation eqControl;
 extern const ControlImplementation faderControl;
@@ -27,8 +28,10 @@ extern const ControlImplementation plainInterface;
 extern const ControlImplementation plainText;
 extern const ControlImplementation plainTooltipText;
 extern const ControlImplementation pushButtonControl;
+extern const ControlImplementation radioButtonControl;
 extern const ControlImplementation rangeControl;
 extern const ControlImplementation reverseMeterControl;
+extern const ControlImplementation rockerSwitchControl;
 extern const ControlImplementation scaleControl;
 extern const ControlImplementation spinEditControl;
 extern const ControlImplementation staticControl;
@@ -91,11 +94,10 @@ constexpr ControlClass CLASSES[] = {
      .palette = {DISCRETE, 2, "Switch Button", "Sb", {48, 24}, true}},
     {.name = "CONTACTBUTTON",
      .displayName = "ContactButton",
-     .implementation = &plainInteger,
+     .implementation = &contactButtonControl,
      .controlType = INTEGER,
      .style = S1,
      .icon = "Controls\\ContactButton.ico",
-     .purpose = "Contact button.",
      .palette = {DISCRETE, 5, "Contact Button", "Cb", {64, 24}, true}},
     {.name = "METER",
      .displayName = "Meter",
@@ -105,10 +107,9 @@ constexpr ControlClass CLASSES[] = {
      .palette = {CONTINUOUS, 3, "Meter", "Me", {16, 160}, false}},
     {.name = "BRADIOBUTTON",
      .displayName = "RadioButton",
-     .implementation = &plainInteger,
+     .implementation = &radioButtonControl,
      .controlType = INTEGER,
      .style = S1,
-     .purpose = "One of a group of buttons.",
      .palette = {DISCRETE, 3, "Radio Button", "Rb", {96, 24}, true}},
     {.name = "CLOCK",
      .displayName = "Clock",
@@ -290,13 +291,12 @@ constexpr ControlClass CLASSES[] = {
      .palette = {CONTINUOUS, 7, "Range", "Ra", {160, 24}, true}},
     {.name = "SWITCH",
      .displayName = "RockerSwitch",
-     .implementation = &plainInteger,
+     .implementation = &rockerSwitchControl,
      .controlType = INTEGER,
      .style = S1,
      .extraBytes = 4,
      .icon = "Controls\\RockerButton.ico",
      .background = ClassBackground::Null,
-     .purpose = "Rocker switch.",
      .palette = {DISCRETE, 4, "Rocker Switch", "Rs", {32, 48}, true}},
     {.name = "SCALE",
      .displayName = "Scale",

@@ -13,6 +13,10 @@
 struct MEMORY;
 class PanelRoot;
 
+// What OnSystem is told.
+constexpr WPARAM SYSTEM_EDITING = 1; // the panel is about to be edited
+constexpr WPARAM SYSTEM_CLOSING = 2; // all its controls are about to go
+
 // Kinds of object.
 constexpr WORD KIND_ROOT = 0;
 constexpr WORD KIND_DEVICE = 1;
@@ -40,7 +44,9 @@ public:
     virtual LRESULT OnSaveToListCtrl(WPARAM wParam, LPARAM listView); // CWM_SAVETOLISTCTRL
     virtual LRESULT OnTimer(WPARAM timer, LPARAM lParam);             // WM_TIMER; poll here
     virtual LRESULT OnMessage(WPARAM wParam, LPARAM record);          // CWM_MESSAGE
-    virtual LRESULT OnSystem(WPARAM wParam, LPARAM lParam);
+    // Something happens to the whole panel (SYSTEM_...): whoever is held by the user lets go, while
+    // everything that it is bound to is still there.
+    virtual LRESULT OnSystem(WPARAM event, LPARAM lParam);
     virtual LRESULT OnInitialize(WPARAM wParam, LPARAM lParam);
     virtual LRESULT OnDelete(WPARAM wParam, LPARAM lParam);
     virtual int OnGet(char* keyword, int* value); // the following read a named value: 1 when there is one

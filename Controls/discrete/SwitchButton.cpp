@@ -2,23 +2,16 @@
 // it is bound to. Each direction can have a question in front of it, and the caption can come from a second
 // binding. Values are whole numbers, times in milliseconds.
 
-#include "Controls/families/Button.h"
 #include "Controls/families/FunctionList.h"
 #include "Controls/families/Question.h"
+#include "Controls/families/TwoStateButton.h"
 #include "logic/controls/ButtonLogic.h"
-#include "logic/drawing/ImageFrames.h"
 
 #include <algorithm>
 #include <cstdio>
 #include <cstring>
 
-namespace {
-
-enum class SwitchFace { Off, HeldDown, On }; // also the number of the image's frame
-
-} // namespace
-
-class SWITCHBUTTONPROPERTIES : public BUTTONPROPERTIES {
+class SWITCHBUTTONPROPERTIES : public TWOSTATEPROPERTIES {
 public:
     SWITCHBUTTONPROPERTIES() {
         onValue = 1;
@@ -27,17 +20,11 @@ public:
     KeywordList Keywords() const override;
     void SetDefaults() override;
     void Poll() override;
-    void Draw(HDC dc, const RECT& client) const override;
-    bool IsHeldDown() const override { return shown == SwitchFace::HeldDown; }
-    void SetHeldDown(bool down) override;
+    bool IsOn() const override { return isOn; }
     void Released() override;
     bool OffersApply() const override { return true; }
     void Apply() override { Send(Value()); }
 
-    // The third one shows the switch held down.
-    int FrameCount() const override {
-        return logic::ButtonFrameCount(face.Name(), face.Get()->Width(), face.Get()->Height());
-    }
     int Value() const { return isOn ? onValue : offValue; }
     void SetOn(bool on);
 
@@ -51,7 +38,6 @@ public:
     std::string confirmWhenReleased; // question before it goes off; empty for none
     std::string confirmWhenPressed;  // question before it goes on; empty for none
     bool isOn = false;
-    SwitchFace shown = SwitchFace::Off;
     FunctionList captionFunctions; // where the caption comes from; empty: it stays
 
 private:
@@ -71,11 +57,7 @@ constexpr Keyword VALUE = Handled<&SWITCHBUTTONPROPERTIES::ValueKeyword>("value"
 
 constexpr KeywordTable KEYWORDS({
     VALUE.AsDefault(),
-    BUTTON_BITMAP.Pictures("SWITCHBUTTON_")
-        .Says(
-            "Image file with two faces side by side, off on the left, on and held down on the right, which "
-            "gives the button its size; empty for a plain one. It has three, off, held down and on, when its "
-            "name ends in the size of one (`_26x16.bmp`) and it is three of them wide."),
+    STATE_BITMAP,
     BUTTON_CAPTION.Says("Text on the button and title of its questions."),
     CONNECTION_KEYWORD,
     Property<&SWITCHBUTTONPROPERTIES::BothQuestions, &SWITCHBUTTONPROPERTIES::SetBothQuestions>("confirm")
@@ -114,17 +96,9 @@ constexpr KeywordTable KEYWORDS({
         .Items(IDC_ON_VALUE)
         .Says("Whole number that means on."),
     BUTTON_VALUES,
-    BUTTON_COLOURS.Saved().Says("Both colours of the caption, off and on, joined by `,`."),
-    Colour<&SWITCHBUTTONPROPERTIES::textColorPressed>("textcolorwhenpressed")
-        .Saved()
-        .Label("Text when on")
-        .Items(IDC_PRESSED_COLOUR, IDC_CHOOSE_PRESSED_COLOUR)
-        .Says("Colour of the caption while it is on, `0x00bbggrr`."),
-    Colour<&SWITCHBUTTONPROPERTIES::textColorReleased>("textcolorwhenreleased")
-        .Saved()
-        .Label("Text when off")
-        .Items(IDC_RELEASED_COLOUR, IDC_CHOOSE_RELEASED_COLOUR)
-        .Says("Colour of the caption while it is off, `0x00bbggrr`."),
+    STATE_COLOURS,
+    STATE_COLOUR_ON,
+    STATE_COLOUR_OFF,
     VALUE,
 });
 
@@ -165,10 +139,6 @@ int SWITCHBUTTONPROPERTIES::ValueKeyword(VALUERECORD& record) {
 void SWITCHBUTTONPROPERTIES::SetDefaults() {
     BUTTONPROPERTIES::SetDefaults();
     captionFunctions.Attach(*this);
-}
-
-void SWITCHBUTTONPROPERTIES::SetHeldDown(bool down) {
-    shown = down ? SwitchFace::HeldDown : isOn ? SwitchFace::On : SwitchFace::Off;
 }
 
 void SWITCHBUTTONPROPERTIES::SetOn(bool on) {
@@ -224,13 +194,7 @@ void SWITCHBUTTONPROPERTIES::Poll() {
     ShowPollResult(std::max(ofValue, ofCaption));
 }
 
-// Drawing and registration
-
-void SWITCHBUTTONPROPERTIES::Draw(HDC dc, const RECT& client) const {
-    DrawFace(dc, client, static_cast<int>(shown), isOn);
-    DrawCaption(dc, client, shown != SwitchFace::Off,
-                shown == SwitchFace::On ? textColorPressed : textColorReleased);
-}
+// Registration
 
 extern const ControlImplementation switchButtonControl = Implement<SWITCHBUTTONPROPERTIES>(
     ButtonProc, LAID_OUT,

@@ -1,5 +1,6 @@
 #include "Controls/drawing/Shading.h"
 
+#include "logic/controls/BarLogic.h"
 #include "logic/drawing/Shading.h"
 
 #include <cstdint>
@@ -15,6 +16,16 @@ std::vector<std::uint32_t> LineColours(COLORREF colour, int thickness) {
             static_cast<std::uint32_t>(logic::ShadedGreen(GetGValue(colour), thickness, number));
         pixels.push_back(static_cast<std::uint32_t>(GetRValue(colour)) << 16 | green << 8 |
                          GetBValue(colour));
+    }
+    return pixels;
+}
+
+std::vector<std::uint32_t> GradientColours(COLORREF from, COLORREF to, int thickness) {
+    std::vector<std::uint32_t> pixels;
+    for (int number = 0; number < thickness; ++number) {
+        const COLORREF colour = logic::Blend(from, to, (number + 0.5) / thickness);
+        pixels.push_back(static_cast<std::uint32_t>(GetRValue(colour)) << 16 |
+                         static_cast<std::uint32_t>(GetGValue(colour)) << 8 | GetBValue(colour));
     }
     return pixels;
 }
@@ -45,6 +56,20 @@ void DrawShadedColumns(HDC dc, const RECT& area, COLORREF colour) {
     if (!IsRectEmpty(&area)) {
         const int columns = area.right - area.left;
         Stretch(dc, area, LineColours(colour, columns), columns, 1);
+    }
+}
+
+void DrawGradientRows(HDC dc, const RECT& area, COLORREF from, COLORREF to) {
+    if (!IsRectEmpty(&area)) {
+        const int rows = area.bottom - area.top;
+        Stretch(dc, area, GradientColours(from, to, rows), 1, rows);
+    }
+}
+
+void DrawGradientColumns(HDC dc, const RECT& area, COLORREF from, COLORREF to) {
+    if (!IsRectEmpty(&area)) {
+        const int columns = area.right - area.left;
+        Stretch(dc, area, GradientColours(from, to, columns), columns, 1);
     }
 }
 

@@ -1,41 +1,76 @@
 #include "Controls/families/Button.h"
 
 #include "Controls/drawing/Shading.h"
+#include "base/Guard.h"
 #include "logic/text/Text.h"
 
 #include <algorithm>
 #include <cstdio>
+#include <shellapi.h>
 
 namespace {
+
+constexpr LPARAM REPEATED = 1 << 30; // of a key that was down already
 
 void Press(BUTTONPROPERTIES& button, WPARAM keys) {
     SetFocus(button.window);
     if (IsPanelClick(button, keys)) {
         ForwardToPanel(button, WM_LBUTTONDOWN, keys);
-        return;
-    }
-    button.ShowHeldDown(true);
-    button.dragging = false; // a capture that it has already is not lost
-    SetCapture(button.window);
-    if (GetCapture() == button.window) { // unless who lost the focus or the capture took it away
-        button.dragging = true;
-        button.Pressed();
+    } else if (!button.IsHeldByKey()) {
+        button.Hold(0);
     }
 }
 
 void Release(BUTTONPROPERTIES& button, WPARAM keys) {
-    const bool held = GetCapture() == button.window;
+    const bool held = GetCapture() == button.window && !button.IsHeldByKey();
     if (IsPanelClick(button, keys)) {
         if (held) { // it became the panel's while it was held: that cancels the click
             ReleaseCapture();
         }
         ForwardToPanel(button, WM_LBUTTONUP, keys);
-        return;
+    } else if (held) {
+        button.ReleaseHold();
     }
-    if (held) {
-        button.dragging = false; // first, so that the loss of the capture is no cancellation
-        ReleaseCapture();
-        button.Released();
+}
+
+// Whether the key is one of the button's.
+bool KeyDown(BUTTONPROPERTIES& button, WPARAM key, LPARAM lParam) {
+    const auto use = button.UseOf(key);
+    if (use == BUTTONPROPERTIES::KeyUse::None) {
+        return false;
+    }
+    if ((lParam & REPEATED) == 0 && !button.dragging && button.Hold(key) &&
+        use == BUTTONPROPERTIES::KeyUse::Click) {
+        button.ReleaseHold();
+    }
+    return true;
+}
+
+// What the button has to see before all others do.
+void Watch(BUTTONPROPERTIES& button, UINT message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
+    case WM_KILLFOCUS:
+        if (button.IsHeldByKey()) {
+            button.EndHold();
+        }
+        break;
+    case WM_SHOWWINDOW:
+        if (wParam == FALSE) {
+            button.LetGo(false);
+        }
+        break;
+    case WM_WINDOWPOSCHANGED:
+        if ((reinterpret_cast<const WINDOWPOS*>(lParam)->flags & SWP_HIDEWINDOW) != 0) {
+            button.LetGo(false);
+        }
+        break;
+    case WM_TIMER:
+        if (button.dragging && button.wasVisible && IsWindowVisible(button.window) == FALSE) {
+            button.LetGo(false); // with what it is a part of
+        }
+        break;
+    default:
+        break;
     }
 }
 
@@ -124,6 +159,44 @@ void BUTTONPROPERTIES::DrawCaption(HDC dc, RECT client, bool down, COLORREF colo
 
 // A click
 
+void BUTTONPROPERTIES::SetDefaults() {
+    interval = 1000;
+    DragAcceptFiles(window, TRUE);
+}
+
+// Called by the panel itself, into which no exception may go, and not through the window.
+LRESULT BUTTONPROPERTIES::OnSystem(WPARAM event, LPARAM) {
+    const Held held(*this);
+    Guarded([&] { LetGo(event == SYSTEM_CLOSING); });
+    return 0;
+}
+
+bool BUTTONPROPERTIES::Hold(WPARAM key) {
+    ShowHeldDown(true);
+    dragging = false; // a capture that it has already is not lost
+    SetCapture(window);
+    if (GetCapture() != window) { // who lost the focus or the capture took it away
+        return false;
+    }
+    heldKey = key;
+    wasVisible = IsWindowVisible(window) != FALSE;
+    dragging = true;
+    Pressed();
+    return dragging;
+}
+
+void BUTTONPROPERTIES::ReleaseHold() {
+    dragging = false; // first, so that the loss of the capture is no cancellation
+    ReleaseCapture();
+    Released();
+}
+
+void BUTTONPROPERTIES::EndHold() {
+    if (dragging) {
+        ReleaseCapture();
+    }
+}
+
 void BUTTONPROPERTIES::ShowHeldDown(bool down) {
     SetHeldDown(down);
     Redraw();
@@ -131,6 +204,9 @@ void BUTTONPROPERTIES::ShowHeldDown(bool down) {
 }
 
 void BUTTONPROPERTIES::MoveDrag(POINT) {
+    if (IsHeldByKey()) {
+        return;
+    }
     POINT cursor;
     GetCursorPos(&cursor);
     const bool isOver = WindowFromPoint(cursor) == window;
@@ -146,12 +222,22 @@ void BUTTONPROPERTIES::CancelDrag() {
     }
 }
 
+// Whoever gets the value may lead to another one being sent, which is then the newer one.
 void BUTTONPROPERTIES::Send(int value) {
-    a_SendRequest(requests, COMMAND_SET, DATATYPE_INTEGER, &value, nullptr);
+    const Held held(*this);
+    const unsigned sending = ++sendings_;
+    for (const REQUESTITEM& item : ItemsOf(requests)) {
+        if (sendings_ != sending) {
+            return;
+        }
+        int copy = value;
+        a_SendToItem(item, COMMAND_SET, DATATYPE_INTEGER, &copy);
+    }
 }
 
 LRESULT CALLBACK ButtonProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     auto& button = *PropertiesOf<BUTTONPROPERTIES>(window);
+    Watch(button, message, wParam, lParam);
     switch (message) {
     case WM_LBUTTONDOWN:
         Press(button, wParam);
@@ -159,7 +245,25 @@ LRESULT CALLBACK ButtonProc(HWND window, UINT message, WPARAM wParam, LPARAM lPa
     case WM_LBUTTONUP:
         Release(button, wParam);
         return 0;
+    case WM_KEYDOWN:
+        if (PassInput(button, message, wParam, lParam) || KeyDown(button, wParam, lParam)) {
+            return 0;
+        }
+        break;
+    case WM_KEYUP:
+        if (button.IsHeldByKey() && button.heldKey == wParam) {
+            button.ReleaseHold();
+            return 0;
+        }
+        break;
+    case WM_GETDLGCODE: // a dialog would take Enter for its own button
+        if (const auto* key = reinterpret_cast<const MSG*>(lParam);
+            key != nullptr && key->message == WM_KEYDOWN && key->wParam == VK_RETURN) {
+            return DLGC_WANTARROWS | DLGC_WANTMESSAGE;
+        }
+        break;
     default:
-        return CommonProc(window, message, wParam, lParam);
+        break;
     }
+    return CommonProc(window, message, wParam, lParam);
 }

@@ -7,14 +7,17 @@
 
 #include <string>
 
-// What the push button and the switch button share: values, caption, face and the course of a click. A press
-// holds the button with the mouse captured; it is shown held down as long as the cursor is over it; the
-// release acts.
+// What all buttons share: values, caption, face and the course of a click. A press holds the button with the
+// mouse captured; it is shown held down as long as the cursor is over it; the release acts. The space bar
+// holds it in the same way until it is released or the focus goes, Enter presses and releases it at once.
+// Whatever takes the button away from the user while it is held cancels that.
 class BUTTONPROPERTIES : public FACEDPROPERTIES {
 public:
     BUTTONPROPERTIES() { font.Load("ms sans serif,8"); }
 
-    void SetDefaults() override { interval = 1000; }
+    void SetDefaults() override;
+    LRESULT OnSystem(WPARAM event, LPARAM lParam) override;
+    DWORD DueIn(DWORD now) const noexcept override { return dragging ? 0 : UntilPoll(now); }
     BitmapParts Frames() const override { return {*face.Get(), FrameCount()}; }
     void FontChanged();
     void MoveDrag(POINT point) override;
@@ -26,9 +29,23 @@ public:
     virtual void Pressed() {}
     // The capture was released.
     virtual void Released() = 0;
+    // What a key does: the space bar holds the button, Enter clicks it or holds it as well.
+    enum class KeyUse { None, Click, Hold };
+    virtual KeyUse UseOf(WPARAM key) const {
+        return key == VK_SPACE ? KeyUse::Hold : key == VK_RETURN ? KeyUse::Click : KeyUse::None;
+    }
+    // The user can no longer hold it: its window was hidden, or the panel is edited or closed.
+    virtual void LetGo(bool /*isClosing*/) { EndHold(); }
+
+    // By that key, or by the mouse: 0. False when it cannot be held; the button may be gone afterwards.
+    bool Hold(WPARAM key);
+    void ReleaseHold();
+    // As if the capture were lost.
+    void EndHold();
+    bool IsHeldByKey() const { return dragging && heldKey != 0; }
 
     void ShowHeldDown(bool down);
-    // Sends to everything the button is bound to.
+    // Sends to everything the button is bound to. The button may be gone afterwards.
     void Send(int value);
 
     // "on value,off value"; the off value may be left out.
@@ -44,15 +61,20 @@ public:
     COLORREF textColorReleased = 0; // of a switch: when it is off or held down
     int onValue = 0;
     int offValue = 0;
+    WPARAM heldKey = 0;      // while it is dragged: what holds it; 0: the mouse
+    bool wasVisible = false; // when it was pressed
 
 protected:
     virtual int FrameCount() const { return 2; } // of the image, which must be there, side by side
     // The frame of the image, or a shaded face.
     void DrawFace(HDC dc, const RECT& client, int frame, bool lit) const;
     void DrawCaption(HDC dc, RECT client, bool down, COLORREF colour) const;
+
+private:
+    unsigned sendings_ = 0;
 };
 
-// Rows of both buttons. What a button says of the first three is its own.
+// Rows of buttons. What a button says of the first three is its own.
 inline constexpr Keyword BUTTON_BITMAP =
     Picture<&BUTTONPROPERTIES::face>("bitmap").Saved().Label("Bitmap").Items(IDC_BITMAP_NAME,
                                                                              IDC_CHOOSE_BITMAP);

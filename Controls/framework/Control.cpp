@@ -118,7 +118,7 @@ LRESULT CONTROLPROPERTIES::OnSave(WPARAM saveCode, LPARAM file) {
         lines = Header();
         char value[TEXT_SIZE];
         for (const KEYWORDROW* row = GetHostinfoTable(); row->keyword != nullptr; ++row) {
-            if (row->handler == nullptr || (row->flags & KEYWORD_SAVED) == 0) {
+            if (row->handler == nullptr || (row->flags & KEYWORD_SAVED) == 0 || !IsSavedNow(row->keyword)) {
                 continue;
             }
             value[0] = '\0';

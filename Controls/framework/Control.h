@@ -41,6 +41,8 @@ public:
     // What a control adds. Drawing changes nothing; the panel's background is there already.
     virtual const char* DefaultProperties() const { return nullptr; } // a property line loaded at creation
     virtual void SetDefaults() {}
+    // Of the keywords that are saved, whether this one is at present.
+    virtual bool IsSavedNow(const char* /*keyword*/) const { return true; }
     virtual void Created() {}    // all is set up and the object can be found: the last step of creation
     virtual void Destroying() {} // the window goes; the object can still be found
     virtual int ControlType() const { return controlClass->controlType; } // datatype of the main value

@@ -99,6 +99,9 @@ LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lPar
             return reinterpret_cast<LRESULT>(brush);
         }
         break;
+    case WM_DESTROY: // its controls go next, one by one
+        Guarded([&root] { root.TellControls(SYSTEM_CLOSING); });
+        break;
     case WM_NCDESTROY:
         Erase(window);
         ObjectTree::Get().Leave(&root);

@@ -108,6 +108,7 @@ void PanelRoot::Destroy() {
 }
 
 void PanelRoot::DestroyControls() {
+    TellControls(SYSTEM_CLOSING);
     const DrawingHeld held(window);
     while (!controls_.empty()) {
         HOSTINFO* control = controls_.front();

@@ -72,6 +72,8 @@ public:
     // To all controls. What is hidden loses the focus, and whoever hears of that may end controls.
     void ApplyLayersToAll();
     void SetMode(WORD newMode);
+    // OnSystem of all controls, any of which may go meanwhile.
+    void TellControls(WPARAM event);
     void Tick();
 
     // Values of the root's own saved keywords, and the way back to an empty panel with those.

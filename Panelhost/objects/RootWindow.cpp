@@ -57,7 +57,23 @@ void PanelRoot::ApplyLayersToAll() {
     }
 }
 
+void PanelRoot::TellControls(WPARAM event) {
+    const std::vector<HOSTINFO*> controls(controls_.begin(), controls_.end());
+    for (HOSTINFO* control : controls) {
+        if (a_IsAlive(control) && Above(control) == this) {
+            control->OnSystem(event, 0);
+        }
+    }
+}
+
 void PanelRoot::SetMode(WORD newMode) {
+    const Held held(*this);
+    if (newMode != 0 && mode == 0) {
+        TellControls(SYSTEM_EDITING);
+        if (ended_) {
+            return;
+        }
+    }
     mode = newMode;
     for (HOSTINFO* control : controls_) {
         control->mode = newMode;

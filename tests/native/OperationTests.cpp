@@ -1,6 +1,9 @@
 // Knobs and buttons under the mouse and the keys.
 #include "logic/controls/ButtonLogic.h"
+#include "logic/controls/ContactTimes.h"
 #include "logic/controls/KnobLogic.h"
+#include "logic/controls/RockerPositions.h"
+#include "logic/drawing/BesidePlace.h"
 #include "tests/native/Tables.h"
 
 using namespace logic;
@@ -71,4 +74,70 @@ TEST_CASE("questions have line feeds and tabs") {
         {"\\N \\x \\", "\\N \\x \\"},
     };
     CheckRows(QuestionText, rows);
+}
+
+TEST_CASE("a contact opens after its minimum when it is let go, else after its maximum") {
+    using Due = std::optional<std::uint32_t>;
+    constexpr std::uint32_t start = 0xFFFFFFF0U; // the ticks wrap
+    const auto dueIn = [](std::int32_t minimum, std::int32_t maximum, bool isLetGo, std::uint32_t passed) {
+        ContactTimes times;
+        times.minimum = minimum;
+        times.maximum = maximum;
+        times.AskToOpen(); // before it is closed
+        CHECK_FALSE(times.DueIn(start).has_value());
+        times.Close(start);
+        if (isLetGo) {
+            times.AskToOpen();
+        }
+        CHECK(times.IsDue(start + passed) == (times.DueIn(start + passed) == Due(0)));
+        return times.DueIn(start + passed);
+    };
+    const Row<Due, std::int32_t, std::int32_t, bool, std::uint32_t> rows[] = {
+        {{0, 0, false, 5}, {}},
+        {{0, 0, true, 0}, 0},
+        {{50, 0, true, 20}, 30},
+        {{50, 0, true, 50}, 0},
+        {{50, 0, false, 90}, {}},
+        {{0, 70, false, 20}, 50},
+        {{0, 70, true, 20}, 0},
+        {{50, 70, true, 20}, 30},
+        {{90, 70, false, 20}, 70},
+        {{90, 70, false, 100}, 0},
+        {{0, highest, false, 1}, highest - 1},
+        {{-5, -7, true, 0}, 0}};
+    CheckRows(dueIn, rows);
+}
+
+TEST_CASE("the positions of a rocker") {
+    CheckRefused(RockerPositions::Parse, "", "1", "1,1", "0,1,0", "1,2,3,4", "a,b", "0,", "0,1.5");
+    CheckTaken(RockerPositions::Parse, "5,-5", " 1 , 2 ", "-2147483648,0,2147483647");
+    CHECK(RockerPositions::Parse("-1, 0,1")->Text() == "-1,0,1");
+    // From a number: one up, one down, the next one.
+    const Row<std::vector<int>, const char*, std::int32_t> rows[] = {
+        {{"0,1", 0}, {1, 0, 1}},     {{"0,1", 1}, {1, 0, 0}},    {{"0,1", 7}, {1, 0, 1}},
+        {{"-1,0,1", -1}, {1, 0, 1}}, {{"-1,0,1", 0}, {2, 0, 2}}, {{"-1,0,1", 1}, {2, 1, 0}},
+        {{"-1,0,1", 7}, {2, 0, 2}}};
+    const auto moves = [](const char* text, std::int32_t number) {
+        const auto positions = RockerPositions::Parse(text);
+        return std::vector<int>{positions->Step(number, 1), positions->Step(number, -1),
+                                positions->Next(number)};
+    };
+    CheckRows(moves, rows);
+    CHECK(RockerPositions().Rest() == 0);
+    CHECK(RockerPositions::Parse("4,5,6")->Rest() == 1);
+}
+
+TEST_CASE("a window stands beside another one where the screen has room") {
+    constexpr ScreenArea screen{0, 0, 800, 600};
+    const Row<ScreenPlace, ScreenArea, int, int, ScreenArea> rows[] = {
+        {{{100, 100, 150, 120}, 300, 100, screen}, {158, 100}},
+        {{{100, 560, 150, 580}, 300, 100, screen}, {158, 500}}, // not over the lower edge
+        {{{600, 100, 650, 120}, 300, 100, screen}, {292, 100}}, // on the left
+        {{{300, 100, 600, 120}, 300, 100, screen}, {300, 128}}, // below
+        {{{300, 500, 600, 560}, 300, 100, screen}, {300, 392}}, // above
+        {{{0, 0, 800, 600}, 300, 100, screen}, {0, 0}},         // over it
+        {{{900, -50, 950, -20}, 300, 100, screen}, {500, 0}},
+        {{{-90, 700, -50, 720}, 900, 700, {-100, 10, 700, 500}}, {-100, 10}}, // larger than the screen
+    };
+    CheckRows(PlaceBeside, rows);
 }

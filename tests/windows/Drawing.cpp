@@ -177,6 +177,15 @@ TEST_CASE("what changes the look of a control is painted") {
         {"BTRISTATEBUTTON",
          {"value=1", "caption=Other", "font=Tahoma,14", "textcolorwhenpressed=0xff", "textcolor=0,0xff00",
           "value=0", "bitmap=.\\Controls\\SWITCHBUTTON_green_48x24.bmp"}},
+        {"CONTACTBUTTON",
+         {"caption=Other", "font=Tahoma,14", "textcolor=0xff,0", "value=1", "textcolorwhenpressed=0xff",
+          "value=0", "bitmap=.\\Controls\\SWITCHBUTTON_green_48x24.bmp"}},
+        {"BRADIOBUTTON",
+         {"value=1", "caption=Other", "font=Tahoma,14", "textcolorwhenpressed=0xff", "onvalue=2",
+          "textcolor=0xff00,0", "style=button", "bitmap=.\\Controls\\SWITCHBUTTON_green_48x24.bmp"}},
+        {"SWITCH",
+         {"value=1", "caption=A;B", "textcolor=0xff", "font=Tahoma,14", "positions=1,2,3", "value=2",
+          "value=9", "bitmap=.\\Controls\\Fader.bmp"}},
         {"CLOCK", {"textcolor=0xff", "font=Tahoma,12", "bitmap=.\\Controls\\Knob.bmp", "bitmap="}},
         {"BSTATIC",
          {"caption=Other", "alignment=right", "textcolor=0xff", "backgroundcolor=0xff00", "font=Tahoma,14",
@@ -209,8 +218,9 @@ TEST_CASE("what changes the look of a control is painted") {
 }
 
 TEST_CASE("what is polled and operated is painted") {
-    for (const char* className : {"KNOB", "FADER", "METER", "REVMETER", "BRANGE", "FADING", "LED",
-                                  "CONDITIONALLED", "BTRISTATEBUTTON", "BSTATIC", "BBUTTON"}) {
+    for (const char* className :
+         {"KNOB", "FADER", "METER", "REVMETER", "BRANGE", "FADING", "LED", "CONDITIONALLED", "BTRISTATEBUTTON",
+          "BSTATIC", "BBUTTON", "CONTACTBUTTON", "BRADIOBUTTON", "SWITCH"}) {
         INFO(std::string(className));
         TestPanel panel(TestPanel::Visible);
         panel.Declare("AMP1*device=simulated\nAMP1*level=float,-80,100,0,\n");

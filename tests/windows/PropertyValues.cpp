@@ -141,6 +141,14 @@ TEST_CASE("what a keyword takes, keeps and refuses") {
          "textcolorwhenpressed=12345678901!|confirm=a>confirmwhenreleased=a|"
          "confirmwhenpressed=a\\tb>confirm=|font=Small Fonts,5|function1=Nobody*text|onvalue=-7|"
          "caption=MUTE|value=1!|value=on!|offvalue=3>value=3"},
+        {"CONTACTBUTTON",
+         "minimum=-1>minimum=0|minimum=4000000>minimum=3600000|maximum=1500|maximum=x!|toggle=2!|toggle=1|"
+         "onvalue=-7|offvalue=3>value=3|value=loud!|textcolor=1!"},
+        {"BRADIOBUTTON",
+         "group=a, "
+         "b|style=round!|style=button|confirm=a\\nb|onvalue=1.5!|onvalue=-3|value=-3|value=x!"},
+        {"SWITCH", "positions=1!|positions=1,1!|positions=1,2,3,4!|positions= -1 ,0, 1>positions=-1,0,1|"
+                   "positions=5,3>value=5|momentary=2!|momentary=1|caption=OFF;ON|value=7|value=x!"},
         {"BSTATIC",
          "datatype=x!|datatype=!|fmt=%d!|fmt=%f%f!|alignment=middle!|alignment=right|textcolor=red!|"
          "textcolor=0x0000ff00|backgroundcolor=0x1000000!|backgroundcolor=0x00ffffff|font=Tahoma!"},

@@ -1,0 +1,14 @@
+#include "Controls/families/TwoStateButton.h"
+
+#include "logic/drawing/ImageFrames.h"
+
+int TWOSTATEPROPERTIES::FrameCount() const {
+    return logic::ButtonFrameCount(face.Name(), face.Get()->Width(), face.Get()->Height());
+}
+
+void TWOSTATEPROPERTIES::Draw(HDC dc, const RECT& client) const {
+    const ButtonFace shown = Face();
+    DrawFace(dc, client, static_cast<int>(shown), IsOn());
+    DrawCaption(dc, client, shown != ButtonFace::Off,
+                shown == ButtonFace::On ? textColorPressed : textColorReleased);
+}
