@@ -6,6 +6,7 @@
 
 extern const ControlImplementation barGraphControl;
 extern const ControlImplementation clockControl;
+extern const ControlImplementation comboBoxControl;
 extern const ControlImplementation conditionalLedControl;
 extern const ControlImplementation contactButtonControl;
 extern const ControlImplementation editControl;
@@ -149,11 +150,10 @@ constexpr ControlClass CLASSES[] = {
      .palette = {PROCESSING, 4, "Dante Selector", "Da", {160, 96}, true}},
     {.name = "BCOMBOBOX",
      .displayName = "ComboBox",
-     .implementation = &plainText,
+     .implementation = &comboBoxControl,
      .controlType = TEXT_TYPE,
      .icon = "Controls\\ComboBox.ico",
      .systemClass = "COMBOBOX",
-     .purpose = "Drop-down list.",
      .palette = {DISCRETE, 11, "Combo Box", "Co", {120, 120}, true}},
     {.name = "CONDITIONALLED",
      .displayName = "ConditionalLed",

@@ -192,9 +192,9 @@ PANELHOST_API int a_SetLayers(HOSTINFO* object, const char* text);
 // Shows or hides the window as its layers, the mode and FLAG_EDIT_ONLY ask for.
 PANELHOST_API void a_ApplyVisibility(HOSTINFO* object);
 
-// For parents of controls: a superclassed edit control asks its parent for its colours (WM_CTLCOLOREDIT,
-// WM_CTLCOLORSTATIC). This asks the control itself, by the same message with OCM__BASE added. Null when the
-// window is no control or leaves the colours to the system.
+// For parents of controls: a superclassed control asks its parent for its colours (WM_CTLCOLOREDIT,
+// WM_CTLCOLORLISTBOX, WM_CTLCOLORSTATIC). This asks the control itself, by the same message with OCM__BASE
+// added. Null when the window is no control or leaves the colours to the system.
 PANELHOST_API HBRUSH a_AskForColours(UINT message, WPARAM dc, LPARAM window);
 
 // Destroys the windows inside the object's window, those of controls and others. For an object that makes its

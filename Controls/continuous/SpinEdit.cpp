@@ -82,7 +82,7 @@ private:
     bool KeepsRefused() const override { return true; }
     void TypedDropped() override { ShowRefused(false); }
     void TypedTaken() override { Send(); }
-    void TextGiven(const std::string&) override {} // the field belongs to the value
+    bool TextGiven(const std::string&) override { return true; } // the field belongs to the value
     LRESULT FieldDoes(UINT message, WPARAM wParam, LPARAM lParam) override;
 
     std::optional<float> ReadTyped(const std::string& text) const;

@@ -37,7 +37,7 @@ private:
     std::string TextOfValue() const override { return shown.Text(); }
     bool TakeTyped(const std::string& text) override { return shown.TakeTyped(text, limits); }
     void TypedTaken() override;
-    void TextGiven(const std::string& text) override { SetCaption(text); }
+    bool TextGiven(const std::string& text) override { return SetCaption(text); }
     LRESULT FieldDoes(UINT message, WPARAM wParam, LPARAM lParam) override {
         return CommonProc(window, message, wParam, lParam);
     }

@@ -118,11 +118,9 @@ std::optional<LRESULT> EditField::Handle(UINT message, WPARAM wParam, LPARAM lPa
     case WM_KILLFOCUS:
         return Leave(wParam, lParam);
     case WM_SETTEXT:
-        if (isSettingText_ || lParam == 0) {
-            return std::nullopt;
-        }
-        owner_.TextGiven(reinterpret_cast<const char*>(lParam));
-        return TRUE;
+        return !isSettingText_ && lParam != 0 && owner_.TextGiven(reinterpret_cast<const char*>(lParam))
+                   ? std::optional<LRESULT>(TRUE)
+                   : std::nullopt;
     case WM_CONTEXTMENU: { // the right button belongs to the panel, the key to the field
         const bool isFields = control_.mode == 0 && lParam == -1;
         return isFields ? std::nullopt : std::optional<LRESULT>(0);

@@ -22,8 +22,8 @@ public:
         virtual void TypedDropped() {}
         // The field shows the value that it has taken, which can go to others now.
         virtual void TypedTaken() = 0;
-        // Somebody outside has given the window a text.
-        virtual void TextGiven(const std::string& text) = 0;
+        // Somebody outside has given the window a text. Whether the control takes it, in place of the window.
+        virtual bool TextGiven(const std::string& text) = 0;
         // What the window does with a message by itself.
         virtual LRESULT FieldDoes(UINT message, WPARAM wParam, LPARAM lParam) = 0;
 
@@ -42,6 +42,8 @@ public:
     // Shows the text of the value, now or when nobody types or selects any more.
     void Show();
 
+    // Has what was typed taken. Leaving the field puts back the value where it is not.
+    void TakeTyped(bool isLeaving);
     // Puts the text of the value back in place of what was typed.
     void Restore();
 
@@ -53,7 +55,6 @@ private:
     bool WantsKey(const MSG* key) const;
     bool HandleKey(UINT message, WPARAM key);
     LRESULT Leave(WPARAM wParam, LPARAM lParam);
-    void TakeTyped(bool isLeaving);
     void SelectAll() const;
 
     CONTROLPROPERTIES& control_; // has the focus while the field has it

@@ -35,13 +35,15 @@ std::optional<LRESULT> HandleAsPart(CONTROLPROPERTIES& control, const ChildMessa
 // The window procedure of children that a function handles, all of one class. Deliberately none of the chains
 // that the common controls library offers: those ask the system for a property of the window at every
 // message.
-template <auto Handle>
+// They are children of the control, or (Depth 2) of one of its children.
+template <auto Handle, int Depth = 1>
 struct SystemChild;
 
-template <class Properties, LRESULT (*Handle)(Properties&, const ChildMessage&)>
-struct SystemChild<Handle> {
+template <class Properties, LRESULT (*Handle)(Properties&, const ChildMessage&), int Depth>
+struct SystemChild<Handle, Depth> {
     static LRESULT CALLBACK Proc(HWND child, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
-        Properties* control = PropertiesOf<Properties>(GetParent(child));
+        const HWND parent = GetParent(child);
+        Properties* control = PropertiesOf<Properties>(Depth == 1 ? parent : GetParent(parent));
         if (control == nullptr) { // it goes, or is not there yet
             return CallWindowProcA(system, child, message, wParam, lParam);
         }

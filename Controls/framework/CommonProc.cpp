@@ -371,6 +371,7 @@ LRESULT CALLBACK CommonProc(HWND window, UINT message, WPARAM wParam, LPARAM lPa
         }
         break;
     case WM_CTLCOLOREDIT:
+    case WM_CTLCOLORLISTBOX:
     case WM_CTLCOLORSTATIC:
         return Colours(controlClass, window, message, wParam, lParam);
     case WM_RBUTTONDOWN:

@@ -89,7 +89,7 @@ LRESULT CONTROLPROPERTIES::LoadLine(WPARAM loadMode, const char* line, const log
 
 // What the panel shows and hides is saved the same whatever it shows just now.
 DWORD CONTROLPROPERTIES::SavedStyle() const {
-    const auto style = static_cast<DWORD>(GetWindowLongA(window, GWL_STYLE));
+    const DWORD style = StyleToSave(static_cast<DWORD>(GetWindowLongA(window, GWL_STYLE)));
     if ((flags & FLAG_EDIT_ONLY) != 0) {
         return style & ~static_cast<DWORD>(WS_VISIBLE);
     }

@@ -43,6 +43,8 @@ public:
     virtual void SetDefaults() {}
     // Of the keywords that are saved, whether this one is at present.
     virtual bool IsSavedNow(const char* /*keyword*/) const { return true; }
+    // The style that the header of a panel file has in place of that of the window.
+    virtual DWORD StyleToSave(DWORD style) const { return style; }
     virtual void Created() {}    // all is set up and the object can be found: the last step of creation
     virtual void Destroying() {} // the window goes; the object can still be found
     virtual int ControlType() const { return controlClass->controlType; } // datatype of the main value

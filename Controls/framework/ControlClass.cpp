@@ -33,14 +33,14 @@ std::size_t RowOf(const ControlClass& controlClass) {
 }
 
 // The system control takes its style from what its window is created with.
-LRESULT CreateStyled(WNDPROC system, DWORD (*styleFor)(DWORD), HWND window, WPARAM wParam, LPARAM lParam) {
+LRESULT CreateStyled(WNDPROC system, DWORD (*styleFor)(DWORD), HWND window, UINT message, LPARAM lParam) {
     CREATESTRUCTA creation = *reinterpret_cast<const CREATESTRUCTA*>(lParam);
     creation.style = static_cast<LONG>(styleFor(static_cast<DWORD>(creation.style)));
     const auto style = static_cast<DWORD>(GetWindowLongA(window, GWL_STYLE));
-    if (styleFor(style) != style) {
+    if (message == WM_NCCREATE && styleFor(style) != style) { // later the system has taken some bits away
         SetWindowLongA(window, GWL_STYLE, static_cast<LONG>(styleFor(style)));
     }
-    return CallWindowProcA(system, window, WM_NCCREATE, wParam, reinterpret_cast<LPARAM>(&creation));
+    return CallWindowProcA(system, window, message, 0, reinterpret_cast<LPARAM>(&creation));
 }
 
 LRESULT Dispatch(std::size_t row, HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
@@ -56,14 +56,15 @@ LRESULT Dispatch(std::size_t row, HWND window, UINT message, WPARAM wParam, LPAR
     }
     const WNDPROC system = registered[row].systemProcedure;
     const auto windowStyle = controlClass.implementation->windowStyle;
-    if (message == WM_NCCREATE && system != nullptr && windowStyle != nullptr) {
-        return CreateStyled(system, windowStyle, window, wParam, lParam);
+    const bool isMade = message == WM_NCCREATE || message == WM_CREATE;
+    LRESULT result = 0;
+    if (system == nullptr) {
+        result = message == WM_CREATE ? 0 : DefWindowProcA(window, message, wParam, lParam);
+    } else if (isMade && windowStyle != nullptr) {
+        result = CreateStyled(system, windowStyle, window, message, lParam);
+    } else {
+        result = CallWindowProcA(system, window, message, wParam, lParam);
     }
-    const LRESULT result =
-        system == nullptr && message == WM_CREATE
-            ? 0
-            : (system == nullptr ? DefWindowProcA(window, message, wParam, lParam)
-                                 : CallWindowProcA(system, window, message, wParam, lParam));
     if (message == WM_CREATE && result != -1) {
         return CreateControl(controlClass, window, *reinterpret_cast<const CREATESTRUCTA*>(lParam));
     }

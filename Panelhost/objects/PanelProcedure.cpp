@@ -94,6 +94,7 @@ LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lPar
         }
         break;
     case WM_CTLCOLOREDIT:
+    case WM_CTLCOLORLISTBOX:
     case WM_CTLCOLORSTATIC:
         if (const HBRUSH brush = a_AskForColours(message, wParam, lParam); brush != nullptr) {
             return reinterpret_cast<LRESULT>(brush);

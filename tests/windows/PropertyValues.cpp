@@ -154,6 +154,9 @@ TEST_CASE("what a keyword takes, keeps and refuses") {
          "textcolor=0x0000ff00|backgroundcolor=0x1000000!|backgroundcolor=0x00ffffff|font=Tahoma!"},
         {"BEDIT", "readonly=2!|readonly=1|limits=-2.5,2.5|limits=5!|limits=|alignment=center|datatype=d|"
                   "value=6.6>value=7"},
+        {"BCOMBOBOX",
+         "items=b=1;a|value=x|value=|sort=2!|sort=1|lines=0>lines=1|lines=500>lines=100|editable=2!|"
+         "editable=1|itemsfunction=AMP1*list|textcolor=red!|backgroundcolor=0x00ffffff|font=Tahoma!"},
         {"EQ",
          "bw=bw|bw=quality>bw=q|datatype=ChannelEQ>datatype=channeleq|datatype=anything>datatype=mastereq|"
          "disableitems=3f>disableitems=0x3f|disableitems=x!|disableitems=0xfffffff0>disableitems=0x30|"

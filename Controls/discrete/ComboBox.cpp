@@ -1,0 +1,242 @@
+// BCOMBOBOX: a text out of a drop-down list, which can also come from a device. The list shows the captions
+// of values; what is chosen is sent to everything the control is bound to, and polled back. It stands on the
+// system's combo box. Interval in milliseconds, geometry in pixels.
+
+#include "Controls/families/ItemSource.h"
+#include "Controls/families/ListField.h"
+
+#include <cstdio>
+
+namespace {
+
+constexpr DWORD SYSTEM_STYLES = 0xFFFF; // of a style, the bits that are the system class's own
+
+} // namespace
+
+class COMBOBOXPROPERTIES : public TEXTLOOKPROPERTIES, private ListField::Owner {
+public:
+    KeywordList Keywords() const override;
+    void SetDefaults() override;
+    DWORD StyleToSave(DWORD style) const override;
+    void Poll() override;
+    void LookChanged() override { list.LookChanged(); }
+    void FontChanged() override;
+    bool OffersApply() const override { return true; }
+    void Apply() override { SendChosen(); }
+
+    int ValueKeyword(VALUERECORD& record);
+    std::string ItemsText() const { return source.Text(); }
+    bool SetItems(const std::string& text);
+    std::string ItemsFunction() const { return source.Functions(); }
+    bool SetItemsFunction(const std::string& text);
+    void Fill() { list.Fill(source.Get(), isSorted != 0); }
+    void LinesChanged() { list.SetLines(lines); }
+
+    std::string value;
+    ItemSource source;
+    ListField list{*this, window, *this};
+    int isSorted = 0;
+    int lines = 12;
+    int isEditable = 0; // of the panel when it is opened the next time
+
+private:
+    std::string HeldValue() const override { return value; }
+    void TakeChosen(const std::string& chosen) override { value = chosen; }
+    void SendChosen() override;
+    LRESULT ListDoes(UINT message, WPARAM wParam, LPARAM lParam) override;
+    LRESULT TypingDoes(UINT message, WPARAM wParam, LPARAM lParam) override;
+};
+
+// Keywords
+
+namespace {
+
+constexpr Keyword VALUE =
+    Handled<&COMBOBOXPROPERTIES::ValueKeyword>("value", KeywordKind::Text)
+        .Says(
+            "The value of what is chosen; of an item without one its caption. Set, it is shown, as it is "
+            "where no item has it, and, unless it is the old one, sent to everything the list is bound to.");
+
+constexpr KeywordTable KEYWORDS({
+    VALUE.AsDefault(),
+    GROUND_COLOUR_KEYWORD.Says("Colour of the list, `0x00bbggrr`; empty for the system's."),
+    CONNECTION_KEYWORD,
+    Integer<&COMBOBOXPROPERTIES::isEditable, 0, 1>("editable")
+        .Saved()
+        .OneOf("0,1")
+        .Label("Editable (when opened again)")
+        .Says("1: another text than those of the list can be typed. It stands in the style of the control, "
+              "and acts when the panel is opened again."),
+    TEXT_FONT_KEYWORD,
+    FUNCTION_KEYWORD,
+    TEXT_INTERVAL_KEYWORD,
+    ItemsKeyword<&COMBOBOXPROPERTIES::ItemsText, &COMBOBOXPROPERTIES::SetItems>(),
+    ItemsFunctionKeyword<&COMBOBOXPROPERTIES::ItemsFunction, &COMBOBOXPROPERTIES::SetItemsFunction>(),
+    LAYER_KEYWORD,
+    LEVEL_KEYWORD,
+    Limited<&COMBOBOXPROPERTIES::lines, 1, 100, &COMBOBOXPROPERTIES::LinesChanged>("lines")
+        .Saved()
+        .Label("Lines dropped down")
+        .Says("How many lines the list has at most when it is dropped down, 1 to 100."),
+    Integer<&COMBOBOXPROPERTIES::isSorted, 0, 1, &COMBOBOXPROPERTIES::Fill>("sort")
+        .Saved()
+        .OneOf("0,1")
+        .Label("Sorted")
+        .Says("1: the items are shown in the order of their captions, 0: as they are written."),
+    TEXT_COLOUR_KEYWORD,
+    VALUE,
+});
+
+} // namespace
+
+KeywordList COMBOBOXPROPERTIES::Keywords() const {
+    return KEYWORDS.List();
+}
+
+bool COMBOBOXPROPERTIES::SetItems(const std::string& text) {
+    source.SetText(text);
+    if (source.IsChanged()) {
+        Fill();
+    }
+    return true;
+}
+
+bool COMBOBOXPROPERTIES::SetItemsFunction(const std::string& text) {
+    if (!source.SetFunctions(*this, text)) {
+        return false;
+    }
+    if (source.IsChanged()) {
+        Fill();
+    }
+    return true;
+}
+
+DWORD COMBOBOXPROPERTIES::StyleToSave(DWORD style) const {
+    return (style & ~static_cast<DWORD>(CBS_DROPDOWNLIST)) |
+           (isEditable != 0 ? CBS_DROPDOWN : CBS_DROPDOWNLIST);
+}
+
+// Value
+
+int COMBOBOXPROPERTIES::ValueKeyword(VALUERECORD& record) {
+    if (record.command == COMMAND_GET) {
+        return a_AnswerText(&record, value.c_str());
+    }
+    std::string text;
+    if (record.command != COMMAND_SET || a_ReadText(&record, &text) == 0) {
+        return 0;
+    }
+    if (text != value) {
+        value = text;
+        list.Show();
+        SendChosen();
+    }
+    return 1;
+}
+
+void COMBOBOXPROPERTIES::SendChosen() {
+    std::string sent = value;
+    a_SendRequest(requests, COMMAND_SET, DATATYPE_TEXT, sent.data(), nullptr);
+}
+
+void COMBOBOXPROPERTIES::Poll() {
+    if (list.IsDropped()) {
+        return;
+    }
+    int listed = REQUEST_UNCHANGED;
+    if (!list.IsBusy()) {
+        listed = source.Poll();
+        if (source.IsChanged()) {
+            Fill();
+        }
+    }
+    char text[TEXT_SIZE];
+    std::snprintf(text, sizeof text, "%s", value.c_str());
+    const int result = Ask(requests, DATATYPE_TEXT, text);
+    if (result == REQUEST_DELIVERED) {
+        value = text;
+        list.Show();
+    }
+    const bool wasNotEqual = notEqual;
+    ShowPollResult(listed > REQUEST_DELIVERED ? std::max(listed, result) : result);
+    if (notEqual != wasNotEqual) {
+        list.LookChanged();
+    }
+}
+
+// Window
+
+namespace {
+
+LRESULT HandleTyping(COMBOBOXPROPERTIES& combo, const ChildMessage& of) {
+    return combo.list.HandleTyping(of);
+}
+using TypingChild = SystemChild<HandleTyping>;
+
+} // namespace
+
+void COMBOBOXPROPERTIES::SetDefaults() {
+    interval = 250;
+    source.Attach(*this);
+    if (const HWND edit = list.Begin(); edit != nullptr) {
+        isEditable = 1;
+        TypingChild::Subclass(edit);
+    }
+    FontChanged();
+}
+
+// The system makes the control fit the font.
+void COMBOBOXPROPERTIES::FontChanged() {
+    const RECT known = rectangle;
+    TEXTLOOKPROPERTIES::FontChanged();
+    list.SetLines(lines);
+    rectangle = known;
+}
+
+LRESULT COMBOBOXPROPERTIES::ListDoes(UINT message, WPARAM wParam, LPARAM lParam) {
+    return CallWindowProcA(SystemProcedure(*controlClass), window, message, wParam, lParam);
+}
+
+LRESULT COMBOBOXPROPERTIES::TypingDoes(UINT message, WPARAM wParam, LPARAM lParam) {
+    const HWND edit = FindWindowExA(window, nullptr, "EDIT", nullptr);
+    const ChildMessage of{edit, TypingChild::system, message, wParam, lParam};
+    if (message == WM_KILLFOCUS) {
+        HandleAsPart(*this, of);
+    }
+    return of.SystemDoes();
+}
+
+namespace {
+
+LRESULT CALLBACK ComboBoxProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    auto& combo = *PropertiesOf<COMBOBOXPROPERTIES>(window);
+    if (message == WM_COMMAND && combo.list.Commanded(wParam, lParam)) {
+        return 0;
+    }
+    if (const auto answer = combo.list.Handle(message, wParam, lParam)) {
+        return *answer;
+    }
+    const LRESULT result = CommonProc(window, message, wParam, lParam);
+    if (PropertiesOf<COMBOBOXPROPERTIES>(window) != nullptr) {
+        combo.list.Handled(message, wParam, lParam);
+    }
+    return result;
+}
+
+// A list that drops down, filled and sorted by the control itself.
+DWORD WindowStyle(DWORD asked) {
+    const bool isEditable = (asked & CBS_DROPDOWNLIST) == CBS_DROPDOWN;
+    return (asked & ~SYSTEM_STYLES) | WS_VSCROLL | CBS_AUTOHSCROLL | CBS_HASSTRINGS |
+           (isEditable ? CBS_DROPDOWN : CBS_DROPDOWNLIST);
+}
+
+} // namespace
+
+extern const ControlImplementation comboBoxControl{
+    .create = CreateProperties<COMBOBOXPROPERTIES>,
+    .procedure = ComboBoxProc,
+    .purpose =
+        "A drop-down list to choose a text from. A click or Enter sends the choice, and so does leaving "
+        "the closed list that was walked through by keys or the wheel; Escape puts the value back.",
+    .dialog = LAID_OUT,
+    .windowStyle = WindowStyle};
