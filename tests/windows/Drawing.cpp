@@ -219,8 +219,8 @@ TEST_CASE("what changes the look of a control is painted") {
 
 TEST_CASE("what is polled and operated is painted") {
     for (const char* className :
-         {"KNOB", "FADER", "METER", "REVMETER", "BRANGE", "FADING", "LED", "CONDITIONALLED", "BTRISTATEBUTTON",
-          "BSTATIC", "BBUTTON", "CONTACTBUTTON", "BRADIOBUTTON", "SWITCH"}) {
+         {"KNOB", "FADER", "METER", "REVMETER", "BRANGE", "FADING", "LED", "CONDITIONALLED",
+          "BTRISTATEBUTTON", "BSTATIC", "BBUTTON", "CONTACTBUTTON", "BRADIOBUTTON", "SWITCH"}) {
         INFO(std::string(className));
         TestPanel panel(TestPanel::Visible);
         panel.Declare("AMP1*device=simulated\nAMP1*level=float,-80,100,0,\n");
