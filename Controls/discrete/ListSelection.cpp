@@ -18,7 +18,6 @@
 #include "logic/controls/ListLogic.h"
 
 #include <algorithm>
-#include <cstdio>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -129,6 +128,7 @@ private:
     void ScrollTo(int top);
     void MakeRows(std::size_t count);
     void Choose(int entry);
+    void DrawLine(HDC dc, std::string_view text, RECT place, UINT alignment) const;
     void DrawRow(HDC dc, const Layout& layout, int row, COLORREF numberColour) const;
 
     logic::NumberedItems entries_;
@@ -142,6 +142,7 @@ private:
     std::optional<int> mark_; // what the keys move
     std::vector<RowWindows> windows_;
     std::vector<RECT> areas_; // where they stand: of each the number, then the button
+    bool isMeasured_ = false; // the font
     int lineHeight_ = 13;
     int digitWidth_ = 6;
     int wheel_ = 0; // that is less than a row
@@ -241,8 +242,9 @@ void LISTSELECTIONPROPERTIES::SetDefaults() {
     itemsFunctions.Attach(*this);
     textFunctions.Attach(*this);
     // It paints the rows, over their windows.
-    SetWindowLongA(window, GWL_STYLE, GetWindowLongA(window, GWL_STYLE) & ~WS_CLIPCHILDREN);
-    FontChanged();
+    if (const LONG style = GetWindowLongA(window, GWL_STYLE); (style & WS_CLIPCHILDREN) != 0) {
+        SetWindowLongA(window, GWL_STYLE, style & ~WS_CLIPCHILDREN);
+    }
 }
 
 bool LISTSELECTIONPROPERTIES::SetItems(const std::string& text) {
@@ -360,7 +362,7 @@ void LISTSELECTIONPROPERTIES::Choose(int entry) {
 // Layout
 
 void LISTSELECTIONPROPERTIES::FontChanged() {
-    MeasureFont();
+    isMeasured_ = false;
     Arrange();
 }
 
@@ -376,6 +378,7 @@ void LISTSELECTIONPROPERTIES::MeasureFont() {
     ReleaseDC(window, dc);
     lineHeight_ = std::max<int>(metrics.tmHeight, 1);
     digitWidth_ = std::max<int>(digit.cx, 1);
+    isMeasured_ = true;
 }
 
 Layout LISTSELECTIONPROPERTIES::LayoutOf(const RECT& client) const {
@@ -429,6 +432,13 @@ std::optional<int> LISTSELECTIONPROPERTIES::EntryAt(const Layout& layout, POINT 
 }
 
 void LISTSELECTIONPROPERTIES::Arrange() {
+    if (entries_.Size() == 0 && windows_.empty()) { // as it is made
+        Redraw();
+        return;
+    }
+    if (!isMeasured_) {
+        MeasureFont();
+    }
     const Layout layout = CurrentLayout();
     const logic::ListScroll scroll = Scroll(layout);
     top_ = active_ && grip_ == Grip::None ? scroll.TopShowing(*active_, top_) : scroll.LimitTop(top_);
@@ -530,17 +540,14 @@ void LISTSELECTIONPROPERTIES::Draw(HDC dc, const RECT& client) const {
 }
 
 void LISTSELECTIONPROPERTIES::DrawRow(HDC dc, const Layout& layout, int row, COLORREF numberColour) const {
-    constexpr UINT FORMAT = DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX | DT_END_ELLIPSIS;
     const int entry = top_ + row;
     const bool isDown = grip_ == Grip::Row && isDown_ && heldEntry_ == entry;
     const RECT button = ButtonArea(layout, row);
     if (numbers != 0) {
         RECT place = RowArea(layout, row);
         place.right = button.left - PADDING;
-        char text[16];
-        const int length = std::snprintf(text, sizeof text, "%d", entries_.Number(entry));
         SetTextColor(dc, numberColour);
-        DrawTextA(dc, text, length, &place, FORMAT | DT_RIGHT);
+        DrawLine(dc, std::to_string(entries_.Number(entry)), place, TA_RIGHT);
     }
     const COLORREF face = active_ == entry ? litColour : rowColour;
     DrawRaised(dc, button, face, isDown);
@@ -551,9 +558,23 @@ void LISTSELECTIONPROPERTIES::DrawRow(HDC dc, const Layout& layout, int row, COL
     RECT place = button;
     InflateRect(&place, -PADDING, 0);
     OffsetRect(&place, isDown ? 1 : 0, isDown ? 1 : 0);
-    const std::string_view caption = entries_.Caption(entry).substr(0, TEXT_SIZE);
     SetTextColor(dc, textColour.value_or(ReadableOn(face)));
-    DrawTextA(dc, caption.data(), static_cast<int>(caption.size()), &place, FORMAT | DT_LEFT);
+    DrawLine(dc, entries_.Caption(entry).substr(0, TEXT_SIZE), place, TA_LEFT);
+}
+
+// A text that does not fit ends with dots. Those that do are many, and drawn without the system's layout.
+void LISTSELECTIONPROPERTIES::DrawLine(HDC dc, std::string_view text, RECT place, UINT alignment) const {
+    const int length = static_cast<int>(text.size());
+    SIZE extent{};
+    GetTextExtentPoint32A(dc, text.data(), length, &extent);
+    if (extent.cx > place.right - place.left) {
+        DrawTextA(dc, text.data(), length, &place,
+                  DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX | DT_END_ELLIPSIS);
+        return;
+    }
+    const int x = alignment == TA_RIGHT ? place.right - extent.cx : place.left;
+    const int y = (place.top + place.bottom - lineHeight_) / 2;
+    ExtTextOutA(dc, x, y, ETO_CLIPPED, &place, text.data(), static_cast<UINT>(length), nullptr);
 }
 
 // Input
@@ -648,11 +669,6 @@ LRESULT CALLBACK ListSelectionProc(HWND window, UINT message, WPARAM wParam, LPA
     case WM_SIZE:
         list.Arrange();
         break;
-    case WM_PAINT: {
-        const LRESULT result = CommonProc(window, message, wParam, lParam);
-        RedrawWindow(window, nullptr, nullptr, RDW_VALIDATE | RDW_ALLCHILDREN); // the rows are painted, too
-        return result;
-    }
     case WM_LBUTTONDOWN: {
         const LRESULT result = CommonProc(window, message, wParam, lParam);
         SetCursor(LoadCursorA(nullptr, IDC_ARROW)); // it is no knob
@@ -705,16 +721,9 @@ LRESULT HandleRow(const LISTSELECTIONPROPERTIES& list, HWND window, UINT message
         return HTTRANSPARENT; // the mouse is the list's
     case WM_ERASEBKGND:
         return 1;
-    case WM_PAINT: {
-        POINT place{};
-        RECT area{};
-        MapWindowPoints(window, list.window, &place, 1);
-        GetClientRect(window, &area);
+    case WM_PAINT: // what was covered of a row was covered of the list, which paints it
         ValidateRect(window, nullptr);
-        OffsetRect(&area, place.x, place.y);
-        RedrawWindow(list.window, &area, nullptr, RDW_INVALIDATE | RDW_NOCHILDREN);
         return 0;
-    }
     case WM_PRINTCLIENT:
         PrintRow(list.window, window, reinterpret_cast<HDC>(wParam));
         return 0;
