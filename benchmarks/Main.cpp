@@ -23,8 +23,8 @@ constexpr const char* USAGE =
     "  --busy       with a program beside it for each processor that keeps it busy\n"
     "  --rounds N   samples of each (default: between 3 and 125)\n"
     "  --json FILE  writes the results there as well (tools/compare-benchmarks compares two of them)\n"
-    "  GROUP        one of create, paint, record, memory, file, work, wave, strip, network, panel (default: "
-    "all)\n";
+    "  GROUP        one of create, paint, record, memory, file, work, wave, strip, network, panel, content "
+    "(default: all)\n";
 
 struct Group {
     const char* name;
@@ -34,7 +34,7 @@ constexpr Group GROUPS[] = {
     {"create", MeasureCreation}, {"paint", MeasurePainting},  {"record", MeasureRecords},
     {"memory", MeasureMemory},   {"file", MeasurePanelFiles}, {"work", MeasureWork},
     {"wave", MeasureWaveFiles},  {"strip", MeasureStrips},    {"network", MeasureNetwork},
-    {"panel", MeasurePanels},
+    {"panel", MeasurePanels},    {"content", MeasureContent},
 };
 
 int Run(int count, char** arguments) {

@@ -27,6 +27,7 @@ void MeasureStrips(Report& report);
 void MeasureWaveFiles(Report& report);
 void MeasureNetwork(Report& report);
 void MeasurePanels(Report& report);
+void MeasureContent(Report& report);
 
 // Creates that many windows in this process, which is to do nothing else, lets each load the line unless it
 // is empty, and prints what they hold.

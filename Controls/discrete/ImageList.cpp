@@ -231,7 +231,7 @@ namespace {
 
 LRESULT CALLBACK ImageListProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     auto& list = *PropertiesOf<IMAGELISTPROPERTIES>(window);
-    if (list.step == 0 && GetCapture() != window) {
+    if (list.step == 0 && !list.dragging) {
         return IndicatorProc(window, message, wParam, lParam);
     }
     if (message == WM_LBUTTONDBLCLK) { // the second press of two

@@ -10,6 +10,7 @@
 #include "Controls/families/ListFile.h"
 #include "Controls/families/Question.h"
 #include "Controls/framework/Keywords.h"
+#include "Panelhost/Bitmap.h"
 #include "Panelhost/Dialogs.h"
 #include "Panelhost/Trace.h"
 #include "base/Gdi.h"
@@ -18,7 +19,7 @@
 #include "logic/controls/ListLogic.h"
 
 #include <algorithm>
-#include <cstdio>
+#include <memory>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -129,7 +130,10 @@ private:
     void ScrollTo(int top);
     void MakeRows(std::size_t count);
     void Choose(int entry);
-    void DrawRow(HDC dc, const Layout& layout, int row, COLORREF numberColour) const;
+    void DrawLine(HDC dc, std::string_view text, RECT place, UINT alignment) const;
+    const OSMIRBitmap* PictureOf(const Layout& layout, const RECT& area) const;
+    void DrawRows(HDC dc, const Layout& layout, int count) const;
+    void DrawRow(HDC dc, const Layout& layout, int row) const;
 
     logic::NumberedItems entries_;
     std::string fileText_;   // what the file held when it was read
@@ -142,13 +146,19 @@ private:
     std::optional<int> mark_; // what the keys move
     std::vector<RowWindows> windows_;
     std::vector<RECT> areas_; // where they stand: of each the number, then the button
+    bool isMeasured_ = false; // the font
     int lineHeight_ = 13;
     int digitWidth_ = 6;
+    int widestLetter_ = 11;
     int wheel_ = 0; // that is less than a row
     Grip grip_ = Grip::None;
     int heldEntry_ = 0;
     bool isDown_ = false; // the held row is under the mouse
     int heldAt_ = 0;      // of the thumb
+    // What was drawn last, which is drawn anew when it looks different.
+    mutable std::unique_ptr<OSMIRBitmap> rows_;
+    mutable bool isDrawn_ = false;
+    mutable bool drawnWithFocus_ = false;
 };
 
 // Keywords
@@ -241,8 +251,9 @@ void LISTSELECTIONPROPERTIES::SetDefaults() {
     itemsFunctions.Attach(*this);
     textFunctions.Attach(*this);
     // It paints the rows, over their windows.
-    SetWindowLongA(window, GWL_STYLE, GetWindowLongA(window, GWL_STYLE) & ~WS_CLIPCHILDREN);
-    FontChanged();
+    if (const LONG style = GetWindowLongA(window, GWL_STYLE); (style & WS_CLIPCHILDREN) != 0) {
+        SetWindowLongA(window, GWL_STYLE, style & ~WS_CLIPCHILDREN);
+    }
 }
 
 bool LISTSELECTIONPROPERTIES::SetItems(const std::string& text) {
@@ -360,7 +371,7 @@ void LISTSELECTIONPROPERTIES::Choose(int entry) {
 // Layout
 
 void LISTSELECTIONPROPERTIES::FontChanged() {
-    MeasureFont();
+    isMeasured_ = false;
     Arrange();
 }
 
@@ -368,14 +379,18 @@ void LISTSELECTIONPROPERTIES::MeasureFont() {
     const HDC dc = GetDC(window);
     TEXTMETRICA metrics{};
     SIZE digit{};
+    SIZE letter{};
     {
         const Selected selected(dc, font.Get());
         GetTextMetricsA(dc, &metrics);
         GetTextExtentPoint32A(dc, "0", 1, &digit);
+        GetTextExtentPoint32A(dc, "W", 1, &letter);
     }
     ReleaseDC(window, dc);
     lineHeight_ = std::max<int>(metrics.tmHeight, 1);
     digitWidth_ = std::max<int>(digit.cx, 1);
+    widestLetter_ = std::max<int>(std::max<int>(letter.cx, metrics.tmAveCharWidth), 1);
+    isMeasured_ = true;
 }
 
 Layout LISTSELECTIONPROPERTIES::LayoutOf(const RECT& client) const {
@@ -429,6 +444,13 @@ std::optional<int> LISTSELECTIONPROPERTIES::EntryAt(const Layout& layout, POINT 
 }
 
 void LISTSELECTIONPROPERTIES::Arrange() {
+    if (entries_.Size() == 0 && windows_.empty()) { // as it is made
+        Redraw();
+        return;
+    }
+    if (!isMeasured_) {
+        MeasureFont();
+    }
     const Layout layout = CurrentLayout();
     const logic::ListScroll scroll = Scroll(layout);
     top_ = active_ && grip_ == Grip::None ? scroll.TopShowing(*active_, top_) : scroll.LimitTop(top_);
@@ -503,6 +525,7 @@ std::string LISTSELECTIONPROPERTIES::CaptionText(int row) const {
 
 // The windows of the rows, which are painted over, stay as they are.
 void LISTSELECTIONPROPERTIES::Redraw() const {
+    isDrawn_ = false;
     if (!a_IsLoading(this) && IsWindowVisible(window)) {
         RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_NOCHILDREN);
     }
@@ -511,36 +534,73 @@ void LISTSELECTIONPROPERTIES::Redraw() const {
 void LISTSELECTIONPROPERTIES::Draw(HDC dc, const RECT& client) const {
     FillGround(dc, backgroundColour, client);
     const Layout layout = LayoutOf(client);
-    const Selected selected(dc, font.Get());
-    SetBkMode(dc, TRANSPARENT);
-    const COLORREF numberColour =
-        textColour.value_or(ReadableOn(GetPixel(dc, layout.inside.left + PADDING, layout.inside.bottom / 2)));
     const int shown = std::min(layout.rows, entries_.Size() - top_);
-    for (int row = 0; row < shown; ++row) {
-        DrawRow(dc, layout, row, numberColour);
+    if (shown > 0) {
+        const RECT area{layout.inside.left, layout.inside.top, layout.inside.right,
+                        layout.inside.top + shown * layout.rowHeight};
+        if (const OSMIRBitmap* picture = PictureOf(layout, area)) {
+            picture->Draw(dc, area.left, area.top);
+        } else {
+            DrawRows(dc, layout, shown);
+        }
     }
     if (!IsRectEmpty(&layout.bar)) {
         FillGround(dc, TRACK_COLOUR, layout.bar);
         DrawRaised(dc, ThumbArea(layout), THUMB_COLOUR);
     }
     if (entries_.Size() == 0 && mode != 0) { // an outline to take it by
-        SetDCBrushColor(dc, numberColour);
+        SetDCBrushColor(dc, ReadableOn(GetPixel(dc, client.right / 2, client.bottom / 2)));
         FrameRect(dc, &client, static_cast<HBRUSH>(GetStockObject(DC_BRUSH)));
     }
 }
 
-void LISTSELECTIONPROPERTIES::DrawRow(HDC dc, const Layout& layout, int row, COLORREF numberColour) const {
-    constexpr UINT FORMAT = DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX | DT_END_ELLIPSIS;
+// The rows as they were last drawn, or drawn now. Null without the memory for it, or when it would take too
+// much of it.
+const OSMIRBitmap* LISTSELECTIONPROPERTIES::PictureOf(const Layout& layout, const RECT& area) const {
+    constexpr int LARGEST = 1 << 20; // pixels
+    const int width = area.right - area.left;
+    const int height = area.bottom - area.top;
+    if (width <= 0 || height <= 0 || height > LARGEST / width) {
+        return nullptr;
+    }
+    if (rows_ == nullptr || rows_->Width() != width || rows_->Height() != height) {
+        rows_.reset();
+        const HBITMAP bitmap = CreatePixels(width, height);
+        if (bitmap == nullptr) {
+            return nullptr;
+        }
+        rows_ = std::make_unique<OSMIRBitmap>(bitmap, width, height, false);
+        isDrawn_ = false;
+    }
+    if (!isDrawn_ || drawnWithFocus_ != HasFocus()) {
+        SetViewportOrgEx(rows_->Dc(), -area.left, -area.top, nullptr);
+        DrawRows(rows_->Dc(), layout, height / layout.rowHeight);
+        SetViewportOrgEx(rows_->Dc(), 0, 0, nullptr);
+        isDrawn_ = true;
+        drawnWithFocus_ = HasFocus();
+    }
+    return rows_.get();
+}
+
+void LISTSELECTIONPROPERTIES::DrawRows(HDC dc, const Layout& layout, int count) const {
+    const Selected selected(dc, font.Get());
+    SetBkMode(dc, TRANSPARENT);
+    for (int row = 0; row < count; ++row) {
+        DrawRow(dc, layout, row);
+    }
+}
+
+void LISTSELECTIONPROPERTIES::DrawRow(HDC dc, const Layout& layout, int row) const {
     const int entry = top_ + row;
     const bool isDown = grip_ == Grip::Row && isDown_ && heldEntry_ == entry;
     const RECT button = ButtonArea(layout, row);
+    RECT place = RowArea(layout, row);
+    const COLORREF ground = Shifted(rowColour, -28);
+    FillGround(dc, ground, place);
     if (numbers != 0) {
-        RECT place = RowArea(layout, row);
         place.right = button.left - PADDING;
-        char text[16];
-        const int length = std::snprintf(text, sizeof text, "%d", entries_.Number(entry));
-        SetTextColor(dc, numberColour);
-        DrawTextA(dc, text, length, &place, FORMAT | DT_RIGHT);
+        SetTextColor(dc, textColour.value_or(ReadableOn(ground)));
+        DrawLine(dc, std::to_string(entries_.Number(entry)), place, TA_RIGHT);
     }
     const COLORREF face = active_ == entry ? litColour : rowColour;
     DrawRaised(dc, button, face, isDown);
@@ -548,12 +608,29 @@ void LISTSELECTIONPROPERTIES::DrawRow(HDC dc, const Layout& layout, int row, COL
         SetDCBrushColor(dc, MARK_COLOUR);
         FrameRect(dc, &button, static_cast<HBRUSH>(GetStockObject(DC_BRUSH)));
     }
-    RECT place = button;
+    place = button;
     InflateRect(&place, -PADDING, 0);
     OffsetRect(&place, isDown ? 1 : 0, isDown ? 1 : 0);
-    const std::string_view caption = entries_.Caption(entry).substr(0, TEXT_SIZE);
     SetTextColor(dc, textColour.value_or(ReadableOn(face)));
-    DrawTextA(dc, caption.data(), static_cast<int>(caption.size()), &place, FORMAT | DT_LEFT);
+    DrawLine(dc, entries_.Caption(entry).substr(0, TEXT_SIZE), place, TA_LEFT);
+}
+
+// A text that does not fit ends with dots. Those that do are many, and drawn without the system's layout.
+void LISTSELECTIONPROPERTIES::DrawLine(HDC dc, std::string_view text, RECT place, UINT alignment) const {
+    const int length = static_cast<int>(text.size());
+    const int width = place.right - place.left;
+    SIZE extent{};
+    if (length > width / widestLetter_ &&
+        (GetTextExtentPoint32A(dc, text.data(), length, &extent) == 0 || extent.cx > width)) {
+        DrawTextA(dc, text.data(), length, &place,
+                  DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX | DT_END_ELLIPSIS);
+        return;
+    }
+    SetTextAlign(dc, alignment);
+    ExtTextOutA(dc, alignment == TA_RIGHT ? place.right : place.left,
+                (place.top + place.bottom - lineHeight_) / 2, ETO_CLIPPED, &place, text.data(),
+                static_cast<UINT>(length), nullptr);
+    SetTextAlign(dc, TA_LEFT);
 }
 
 // Input
@@ -648,11 +725,6 @@ LRESULT CALLBACK ListSelectionProc(HWND window, UINT message, WPARAM wParam, LPA
     case WM_SIZE:
         list.Arrange();
         break;
-    case WM_PAINT: {
-        const LRESULT result = CommonProc(window, message, wParam, lParam);
-        RedrawWindow(window, nullptr, nullptr, RDW_VALIDATE | RDW_ALLCHILDREN); // the rows are painted, too
-        return result;
-    }
     case WM_LBUTTONDOWN: {
         const LRESULT result = CommonProc(window, message, wParam, lParam);
         SetCursor(LoadCursorA(nullptr, IDC_ARROW)); // it is no knob
@@ -705,16 +777,9 @@ LRESULT HandleRow(const LISTSELECTIONPROPERTIES& list, HWND window, UINT message
         return HTTRANSPARENT; // the mouse is the list's
     case WM_ERASEBKGND:
         return 1;
-    case WM_PAINT: {
-        POINT place{};
-        RECT area{};
-        MapWindowPoints(window, list.window, &place, 1);
-        GetClientRect(window, &area);
+    case WM_PAINT: // what was covered of a row was covered of the list, which paints it
         ValidateRect(window, nullptr);
-        OffsetRect(&area, place.x, place.y);
-        RedrawWindow(list.window, &area, nullptr, RDW_INVALIDATE | RDW_NOCHILDREN);
         return 0;
-    }
     case WM_PRINTCLIENT:
         PrintRow(list.window, window, reinterpret_cast<HDC>(wParam));
         return 0;

@@ -4,7 +4,9 @@
 #include "tests/windows/ImportHook.h"
 #include "tests/windows/PartedImage.h"
 
-#include "Controls/resources/resource.h"
+#include "Panelhost/Dialogs.h"
+
+#include <algorithm>
 
 TEST_SUITE_BEGIN("ConditionalLed");
 
@@ -100,6 +102,22 @@ TEST_CASE("an unreadable condition and too many entries are refused, and said wh
     CHECK(Load(lamp, "condition=a > and b") == 0);
     CHECK(trace.CountContaining("The condition cannot be read at 5: ") == 1);
     CHECK(Text(lamp, "condition") == "a + 1");
+    HWND dialog = nullptr;
+    SendMessageA(lamp, CWM_PARAMETERDLG, 0, reinterpret_cast<LPARAM>(&dialog));
+    const auto shown = [dialog](const std::string& text) {
+        const std::vector<HWND> items = ChildrenOf(dialog);
+        const auto found = std::find_if(items.begin(), items.end(), [&](HWND item) {
+            return TextOf(item).find(text) != std::string::npos;
+        });
+        return found == items.end() ? nullptr : *found;
+    };
+    HWND field = shown("a + 1");
+    REQUIRE(field != nullptr);
+    SetWindowTextA(field, "a >");
+    SendMessageA(dialog, WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(field), EDIT_ENTER),
+                 reinterpret_cast<LPARAM>(field));
+    CHECK(shown("\"a >\" cannot be read at 4: a value is missing") != nullptr);
+    CHECK(TextOf(field) == "a + 1");
     const std::string most = Repeated(20, "A*x;");
     CHECK(Load(lamp, "connection=" + Repeated(6, "B;")) == 1);
     CHECK(Load(lamp, "function=" + most) == 1);
