@@ -13,6 +13,7 @@ from paints import fade
 from palette import AMBER, BLACK, BLUE, CHALK, GREEN, RED, WHITE
 from picture import Picture
 from shapes import box, frame
+from style import paint
 
 KNOB_LENGTH = 22
 # The slot goes on this far beyond the cap's line at either end.
@@ -130,6 +131,10 @@ SHORT = Fader(is_vertical=True, length=150, breadth=24, cap_margin=6, slot_bread
 WIDE = Fader(is_vertical=False, length=200, breadth=30, cap_margin=7, slot_breadth=6, scale_steps=20)
 NARROW = Fader(is_vertical=False, length=150, breadth=24, cap_margin=6, slot_breadth=4, scale_steps=16)
 
+# In the style of panels, for a ground with a scale beside them.
+SLIM = Fader(is_vertical=True, length=208, breadth=32, cap_margin=3, slot_breadth=4)
+SLIM_WIDE = Fader(is_vertical=False, length=208, breadth=32, cap_margin=3, slot_breadth=4)
+
 LINES = {"blue": BLUE, "amber": AMBER, "red": RED, "green": GREEN}
 
 
@@ -142,6 +147,8 @@ def pictures():
         "FADER_horizontal_200x30": whole(WIDE),
         "FADER_horizontal_150x24": whole(NARROW),
     }
+    for name, fader in {"vertical_32x208": SLIM, "horizontal_208x32": SLIM_WIDE}.items():
+        images[f"FADER_slim_{name}"] = whole(fader, paint("text"), paint("well"))
     for name, colour in LINES.items():
         images[f"FADER_vertical_30x200_{name}"] = whole(TALL, colour, mix(colour, BLACK, 0.35))
     for name, image in images.items():

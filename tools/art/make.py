@@ -18,6 +18,7 @@ import delaylamps
 import dragcursor
 import faders
 import filterlist
+import grounds
 import icons
 import knobs
 import ledkeys
@@ -42,6 +43,7 @@ MODULES = (
     ledkeys,
     leds,
     panels,
+    grounds,
     icons,
     status,
     miniviews,

@@ -7,6 +7,7 @@ from paints import fade
 from palette import BLACK, WHITE
 from picture import Picture
 from shapes import box
+from style import paint
 
 # Parts of the range: overload at the top, below it the warning.
 RED_PART = 0.1
@@ -79,6 +80,18 @@ def smooth(width, height, margin, is_lit):
     return canvas
 
 
+# In the style of panels.
+GREEN, YELLOW, RED, BLUE = (
+    Lamp(core=mix(paint(name), WHITE, 0.45), light=paint(name)) for name in ("green", "yellow", "red", "blue")
+)
+
+
+def style_lamp(level):
+    if level > 1.0 - RED_PART:
+        return RED
+    return YELLOW if level > 1.0 - RED_PART - AMBER_PART else GREEN
+
+
 # Width, height, margins beside and above the lamps, height of a lamp, colours.
 LADDERS = {
     "METER_8x100": (8, 100, 2, 3, 4, level_lamp),
@@ -86,6 +99,8 @@ LADDERS = {
     "METER_12x200": (12, 200, 2, 3, 2, level_lamp),
     "METER_16x160": (16, 160, 3, 3, 4, level_lamp),
     "METER_20x200_blue": (20, 200, 3, 3, 4, blue_lamp),
+    "METER_slim_16x208": (16, 208, 3, 2, 4, style_lamp),
+    "METER_slim_16x208_blue": (16, 208, 3, 2, 4, lambda level: BLUE),
 }
 
 

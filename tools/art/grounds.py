@@ -1,0 +1,89 @@
+"""Grounds of whole panels in the style of panels: raised plates for groups, and sunk places in them."""
+
+from dataclasses import dataclass
+
+from canvas import Canvas, mix, with_alpha
+from imagefile import png
+from paints import fade
+from palette import BLACK
+from picture import Picture
+from shapes import box, everywhere
+from style import paint
+
+RADIUS = 4
+SHADOW = 4
+TITLE_RULE = 28  # below the upper edge of a group
+
+
+@dataclass(frozen=True)
+class Ground:
+    """Sizes in pixels; groups and wells as (left, top, right, bottom)."""
+
+    width: int
+    height: int
+    groups: tuple
+    wells: tuple = ()
+
+
+def raised(width, height):
+    """A plate on its shadow, which takes up the canvas beyond it; lit from above left."""
+    canvas = Canvas(width + 2 * SHADOW, height + 2 * SHADOW)
+    left, top, right, bottom = SHADOW, SHADOW, SHADOW + width, SHADOW + height
+    canvas.fill(box(left + 1, top + 2, right + 1, bottom + 2, RADIUS), with_alpha(BLACK, 0.55), softness=4.0)
+    plate, text = paint("plate"), paint("text")
+    canvas.fill(box(left, top, right, bottom, RADIUS), mix(plate, BLACK, 0.45))
+    canvas.fill(box(left, top, right - 1, bottom - 1, RADIUS), mix(plate, text, 0.16))
+    inside = fade(top, bottom, mix(plate, text, 0.03), plate)
+    canvas.fill(box(left + 1, top + 1, right - 1, bottom - 1, RADIUS - 1), inside)
+    return canvas
+
+
+def rule(width):
+    """A line cut into a plate."""
+    canvas = Canvas(width, 2)
+    canvas.fill(box(0, 0, width, 1), mix(paint("plate"), BLACK, 0.4))
+    canvas.fill(box(0, 1, width, 2), mix(paint("plate"), paint("text"), 0.1))
+    return canvas
+
+
+def sunk(width, height):
+    """The rim of a well, one pixel wide, and its ground."""
+    canvas = Canvas(width + 2, height + 2)
+    canvas.fill(box(0, 0, width + 2, height + 2, 2), mix(paint("plate"), paint("text"), 0.16))
+    canvas.fill(box(0, 0, width + 1, height + 1, 2), mix(paint("well"), BLACK, 0.6))
+    canvas.fill(box(1, 1, width + 1, height + 1, 1), paint("well"))
+    return canvas
+
+
+def picture_of(ground):
+    canvas = Canvas(ground.width, ground.height)
+    canvas.fill(everywhere, paint("ground"))
+    for left, top, right, bottom in ground.groups:
+        canvas.draw(raised(right - left, bottom - top), left - SHADOW, top - SHADOW)
+        canvas.draw(rule(right - left - 16), left + 8, top + TITLE_RULE)
+    for left, top, right, bottom in ground.wells:
+        canvas.draw(sunk(right - left, bottom - top), left - 1, top - 1)
+    return canvas
+
+
+LEVELS = Ground(
+    752,
+    416,
+    groups=(
+        (16, 16, 272, 296),
+        (288, 16, 480, 296),
+        (496, 16, 736, 296),
+        (16, 312, 272, 400),
+        (288, 312, 480, 400),
+        (496, 312, 736, 400),
+    ),
+    wells=(
+        *((left, 56, left + 24, 264) for left in (72, 112, 152, 192)),
+        (32, 352, 256, 368),
+        (304, 352, 464, 368),
+    ),
+)
+
+
+def pictures():
+    yield Picture("app/Controls/Panel_levels.png", (picture_of(LEVELS),), png)
