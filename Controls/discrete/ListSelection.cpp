@@ -248,6 +248,7 @@ KeywordList LISTSELECTIONPROPERTIES::Keywords() const {
 
 void LISTSELECTIONPROPERTIES::SetDefaults() {
     interval = 250;
+    DragAcceptFiles(window, TRUE);
     itemsFunctions.Attach(*this);
     textFunctions.Attach(*this);
     // It paints the rows, over their windows.

@@ -184,7 +184,10 @@ std::vector<ScaleMark> ScaleMarks(const Travel& travel, std::int32_t offset, con
     }
     layout.LeaveOutNumbers(marks);
     layout.AddSmallMarks(values, grid.minor, marks);
-    std::ranges::sort(marks, {}, &ScaleMark::value);
+    std::ranges::stable_sort(marks, {}, &ScaleMark::value);
+    // An end that stands in for main marks may be a small one, too.
+    const auto isSame = [](const ScaleMark& one, const ScaleMark& next) { return one.value == next.value; };
+    marks.erase(std::unique(marks.begin(), marks.end(), isSame), marks.end());
     return marks;
 }
 

@@ -474,9 +474,10 @@ TEST_CASE("drawing, keys and unlisted private messages have their fixed answers"
     all.ForEach([](HWND control) {
         const std::string name = ClassOf(control);
         const bool isButton = name == "BBUTTON" || name == "BTRISTATEBUTTON" || name == "CONTACTBUTTON" ||
-                              name == "BRADIOBUTTON" || name == "SWITCH";
-        const bool accepts = isButton || name == "FADER" || name == "METER" || name == "REVMETER" ||
-                             name == "CLOCK" || name == "EQ" || name == "XOVER";
+                              name == "BRADIOBUTTON" || name == "SWITCH" || name == "LSBBUTTON";
+        const bool accepts = isButton || name == "BIMAGELIST" || name == "LISTSELECTION" || name == "FADER" ||
+                             name == "METER" || name == "REVMETER" || name == "CLOCK" || name == "EQ" ||
+                             name == "XOVER";
         CHECK(((GetWindowLongA(control, GWL_EXSTYLE) & WS_EX_ACCEPTFILES) != 0) == accepts);
         if (name != "BEDIT" && name != "BEDIT2" && name != "BCOMBOBOX") {
             CHECK(SendMessageA(control, WM_ERASEBKGND, 0, 0) == 1);
