@@ -153,7 +153,7 @@ constexpr KeywordTable KEYWORDS({
     LEVEL_KEYWORD,
     Colour<&LISTSELECTIONPROPERTIES::litColour>("litcolor")
         .Saved()
-        .Label("Active row")
+        .Label("Active row colour")
         .Says("Colour of the active row, `0x00bbggrr`."),
     Limited<&LISTSELECTIONPROPERTIES::numbers, 0, 1, &LISTSELECTIONPROPERTIES::Arrange>("numbers")
         .Saved()
@@ -162,7 +162,7 @@ constexpr KeywordTable KEYWORDS({
         .Says("1: the number of an entry stands in front of it."),
     Colour<&LISTSELECTIONPROPERTIES::rowColour>("rowcolor")
         .Saved()
-        .Label("Rows")
+        .Label("Row colour")
         .Says("Colour of the rows, `0x00bbggrr`."),
     Limited<&LISTSELECTIONPROPERTIES::rows, 0, MOST_ROWS, &LISTSELECTIONPROPERTIES::Arrange>("rows")
         .Saved()
