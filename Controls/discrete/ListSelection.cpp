@@ -1,20 +1,19 @@
 // LISTSELECTION: a list of numbered entries, such as presets or songs, one of which is active. It sends the
-// number of the entry that is pressed. A row is a button, and a number in front of it; the windows of rows
-// are made for those that are seen and have no place in the object tree. They only say where a row is and
-// what it is called: the list paints all of them at once, and takes their input. Geometry in pixels.
+// number of the entry that is pressed. A row is a button, and a number in front of it; windows are made for
+// the rows that are seen. Geometry in pixels.
 
 #include "Controls/drawing/FontProperty.h"
 #include "Controls/drawing/TextColours.h"
 #include "Controls/families/ClickTemplate.h"
 #include "Controls/families/FunctionList.h"
 #include "Controls/families/ListFile.h"
+#include "Controls/families/ListRowWindows.h"
 #include "Controls/families/Question.h"
 #include "Controls/framework/Keywords.h"
 #include "Panelhost/Bitmap.h"
 #include "Panelhost/Dialogs.h"
 #include "Panelhost/Trace.h"
 #include "base/Gdi.h"
-#include "base/Guard.h"
 #include "logic/controls/ButtonLogic.h"
 #include "logic/controls/ListLogic.h"
 
@@ -24,47 +23,17 @@
 #include <utility>
 #include <vector>
 
-extern const WNDPROC listRow;
-
 namespace {
 
 constexpr int MOST_ROWS = 200;
-constexpr int EDGE = 2;    // for the focus frame
-constexpr int PADDING = 4; // above, below and beside a text
-constexpr int BAR_WIDTH = 12;
 constexpr int WHEEL_ROWS = 3; // of one notch
 
 constexpr COLORREF ROW_COLOUR = RGB(62, 68, 76);
 constexpr COLORREF LIT_COLOUR = RGB(74, 163, 255);
-constexpr COLORREF MARK_COLOUR = RGB(255, 176, 46);
-constexpr COLORREF TRACK_COLOUR = RGB(34, 37, 42);
-constexpr COLORREF THUMB_COLOUR = RGB(112, 120, 132);
-
-struct Layout {
-    int rowHeight;
-    int rows; // that there is room for
-    int numberWidth;
-    RECT inside;
-    RECT bar; // empty without one
-};
-
-COLORREF Shifted(COLORREF colour, int by) {
-    const auto channel = [by](int part) { return static_cast<BYTE>(std::clamp(part + by, 0, 255)); };
-    return RGB(channel(GetRValue(colour)), channel(GetGValue(colour)), channel(GetBValue(colour)));
-}
-
-// Lit from above left, or from below right what is held down.
-void DrawRaised(HDC dc, const RECT& area, COLORREF face, bool isDown = false) {
-    const int light = isDown ? -24 : 24;
-    FillGround(dc, Shifted(face, -light), area);
-    FillGround(dc, Shifted(face, light), {area.left, area.top, area.right - 1, area.bottom - 1});
-    FillGround(dc, isDown ? Shifted(face, -12) : face,
-               {area.left + 1, area.top + 1, area.right - 1, area.bottom - 1});
-}
 
 } // namespace
 
-class LISTSELECTIONPROPERTIES : public CONTROLPROPERTIES {
+class LISTSELECTIONPROPERTIES : public LISTROWSPROPERTIES {
 public:
     LISTSELECTIONPROPERTIES() { font.Load("Tahoma,8"); }
     KeywordList Keywords() const override;
@@ -76,6 +45,7 @@ public:
     void MoveDrag(POINT point) override;
     void EndDrag() override;
     void CancelDrag() override;
+    std::string RowText(int row, bool isNumber) const override;
 
     int Value() const { return value; }
     bool SetValue(int number);
@@ -90,10 +60,6 @@ public:
     void Arrange();
     void Key(WPARAM key);
     void Wheel(int delta);
-    // What is in a row that is seen, 0 the uppermost.
-    std::string NumberText(int row) const;
-    std::string CaptionText(int row) const;
-
     int value = 0;
     std::string items; // as they were set
     std::string file;  // empty for none
@@ -110,30 +76,21 @@ public:
     COLORREF litColour = LIT_COLOUR;
 
 private:
-    struct RowWindows {
-        HWND number, button; // the number null without numbers
-    };
     enum class Grip { None, Row, Thumb };
 
-    Layout LayoutOf(const RECT& client) const;
-    Layout CurrentLayout() const;
-    logic::ListScroll Scroll(const Layout& layout) const { return {entries_.Size(), layout.rows}; }
-    RECT RowArea(const Layout& layout, int row) const;
-    RECT ButtonArea(const Layout& layout, int row) const;
-    RECT ThumbArea(const Layout& layout) const;
-    std::optional<int> EntryAt(const Layout& layout, POINT point) const;
-    void MeasureFont();
+    ListLayout LayoutOf(const RECT& client) const;
+    ListLayout CurrentLayout() const;
+    logic::ListScroll Scroll(const ListLayout& layout) const { return {entries_.Size(), layout.rows}; }
+    RECT ThumbArea(const ListLayout& layout) const;
+    std::optional<int> EntryAt(const ListLayout& layout, POINT point) const;
     void EntriesChanged();
     void AskForItems(int& result);
     void Show(int number);
     void ShowMark();
     void ScrollTo(int top);
-    void MakeRows(std::size_t count);
     void Choose(int entry);
-    void DrawLine(HDC dc, std::string_view text, RECT place, UINT alignment) const;
-    const OSMIRBitmap* PictureOf(const Layout& layout, const RECT& area) const;
-    void DrawRows(HDC dc, const Layout& layout, int count) const;
-    void DrawRow(HDC dc, const Layout& layout, int row) const;
+    const OSMIRBitmap* PictureOf(const ListLayout& layout, const RECT& area) const;
+    void DrawRows(HDC dc, const ListLayout& layout, int count) const;
 
     logic::NumberedItems entries_;
     std::string fileText_;   // what the file held when it was read
@@ -144,13 +101,8 @@ private:
     int top_ = 0;                    // the entry in the uppermost row
     std::optional<int> active_;
     std::optional<int> mark_; // what the keys move
-    std::vector<RowWindows> windows_;
-    std::vector<RECT> areas_; // where they stand: of each the number, then the button
-    bool isMeasured_ = false; // the font
-    int lineHeight_ = 13;
-    int digitWidth_ = 6;
-    int widestLetter_ = 11;
-    int wheel_ = 0; // that is less than a row
+    ListLetters letters_;     // measured with the first entries
+    int wheel_ = 0;           // that is less than a row
     Grip grip_ = Grip::None;
     int heldEntry_ = 0;
     bool isDown_ = false; // the held row is under the mouse
@@ -201,7 +153,7 @@ constexpr KeywordTable KEYWORDS({
     LEVEL_KEYWORD,
     Colour<&LISTSELECTIONPROPERTIES::litColour>("litcolor")
         .Saved()
-        .Label("Active row")
+        .Label("Active row colour")
         .Says("Colour of the active row, `0x00bbggrr`."),
     Limited<&LISTSELECTIONPROPERTIES::numbers, 0, 1, &LISTSELECTIONPROPERTIES::Arrange>("numbers")
         .Saved()
@@ -210,7 +162,7 @@ constexpr KeywordTable KEYWORDS({
         .Says("1: the number of an entry stands in front of it."),
     Colour<&LISTSELECTIONPROPERTIES::rowColour>("rowcolor")
         .Saved()
-        .Label("Rows")
+        .Label("Row colour")
         .Says("Colour of the rows, `0x00bbggrr`."),
     Limited<&LISTSELECTIONPROPERTIES::rows, 0, MOST_ROWS, &LISTSELECTIONPROPERTIES::Arrange>("rows")
         .Saved()
@@ -247,14 +199,11 @@ KeywordList LISTSELECTIONPROPERTIES::Keywords() const {
 }
 
 void LISTSELECTIONPROPERTIES::SetDefaults() {
+    LISTROWSPROPERTIES::SetDefaults();
     interval = 250;
     DragAcceptFiles(window, TRUE);
     itemsFunctions.Attach(*this);
     textFunctions.Attach(*this);
-    // It paints the rows, over their windows.
-    if (const LONG style = GetWindowLongA(window, GWL_STYLE); (style & WS_CLIPCHILDREN) != 0) {
-        SetWindowLongA(window, GWL_STYLE, style & ~WS_CLIPCHILDREN);
-    }
 }
 
 bool LISTSELECTIONPROPERTIES::SetItems(const std::string& text) {
@@ -372,137 +321,46 @@ void LISTSELECTIONPROPERTIES::Choose(int entry) {
 // Layout
 
 void LISTSELECTIONPROPERTIES::FontChanged() {
-    isMeasured_ = false;
+    letters_ = ListLetters();
     Arrange();
 }
 
-void LISTSELECTIONPROPERTIES::MeasureFont() {
-    const HDC dc = GetDC(window);
-    TEXTMETRICA metrics{};
-    SIZE digit{};
-    SIZE letter{};
-    {
-        const Selected selected(dc, font.Get());
-        GetTextMetricsA(dc, &metrics);
-        GetTextExtentPoint32A(dc, "0", 1, &digit);
-        GetTextExtentPoint32A(dc, "W", 1, &letter);
-    }
-    ReleaseDC(window, dc);
-    lineHeight_ = std::max<int>(metrics.tmHeight, 1);
-    digitWidth_ = std::max<int>(digit.cx, 1);
-    widestLetter_ = std::max<int>(std::max<int>(letter.cx, metrics.tmAveCharWidth), 1);
-    isMeasured_ = true;
-}
-
-Layout LISTSELECTIONPROPERTIES::LayoutOf(const RECT& client) const {
-    Layout layout{};
-    layout.inside = {EDGE, EDGE, std::max<LONG>(client.right - EDGE, EDGE),
-                     std::max<LONG>(client.bottom - EDGE, EDGE)};
-    const int height = layout.inside.bottom - layout.inside.top;
-    const int fitting = lineHeight_ + 2 * PADDING;
-    layout.rows = std::min(rows > 0 ? rows : std::max(height / fitting, 1), height);
-    layout.rowHeight = rows > 0 && layout.rows > 0 ? height / layout.rows : std::min(fitting, height);
-    layout.numberWidth = numbers != 0 ? entries_.LongestNumber() * digitWidth_ + 2 * PADDING : 0;
+ListLayout LISTSELECTIONPROPERTIES::LayoutOf(const RECT& client) const {
+    ListLayout layout(client, letters_, rows, numbers != 0 ? entries_.LongestNumber() : 0);
     if (Scroll(layout).NeedsBar()) {
-        layout.bar = layout.inside;
-        layout.bar.left = std::max(layout.inside.left, layout.inside.right - BAR_WIDTH);
-        layout.inside.right = std::max(layout.inside.left, layout.bar.left - EDGE);
+        layout.AddBar();
     }
     return layout;
 }
 
-Layout LISTSELECTIONPROPERTIES::CurrentLayout() const {
+ListLayout LISTSELECTIONPROPERTIES::CurrentLayout() const {
     RECT client{};
     GetClientRect(window, &client);
     return LayoutOf(client);
 }
 
-RECT LISTSELECTIONPROPERTIES::RowArea(const Layout& layout, int row) const {
-    const int top = layout.inside.top + row * layout.rowHeight;
-    return {layout.inside.left, top, layout.inside.right, top + layout.rowHeight};
-}
-
-RECT LISTSELECTIONPROPERTIES::ButtonArea(const Layout& layout, int row) const {
-    RECT area = RowArea(layout, row);
-    area.left = std::min<LONG>(area.left + layout.numberWidth, area.right);
-    area.bottom = std::max(area.bottom - 1, area.top); // a gap
-    return area;
-}
-
-RECT LISTSELECTIONPROPERTIES::ThumbArea(const Layout& layout) const {
-    const auto thumb = Scroll(layout).ThumbAt(top_, layout.bar.bottom - layout.bar.top);
+RECT LISTSELECTIONPROPERTIES::ThumbArea(const ListLayout& layout) const {
+    const auto thumb = Scroll(layout).ThumbAt(top_, layout.Track());
     return {layout.bar.left, layout.bar.top + thumb.start, layout.bar.right,
             layout.bar.top + thumb.start + thumb.length};
 }
 
-std::optional<int> LISTSELECTIONPROPERTIES::EntryAt(const Layout& layout, POINT point) const {
-    if (layout.rowHeight <= 0 || !PtInRect(&layout.inside, point)) {
-        return std::nullopt;
-    }
-    const int row = (point.y - layout.inside.top) / layout.rowHeight;
-    const int entry = top_ + row;
-    return row < layout.rows && entry < entries_.Size() ? std::optional(entry) : std::nullopt;
+std::optional<int> LISTSELECTIONPROPERTIES::EntryAt(const ListLayout& layout, POINT point) const {
+    const auto row = layout.RowAt(point);
+    return row && top_ + *row < entries_.Size() ? std::optional(top_ + *row) : std::nullopt;
 }
 
 void LISTSELECTIONPROPERTIES::Arrange() {
-    if (entries_.Size() == 0 && windows_.empty()) { // as it is made
-        Redraw();
-        return;
-    }
-    if (!isMeasured_) {
-        MeasureFont();
-    }
-    const Layout layout = CurrentLayout();
-    const logic::ListScroll scroll = Scroll(layout);
-    top_ = active_ && grip_ == Grip::None ? scroll.TopShowing(*active_, top_) : scroll.LimitTop(top_);
-    MakeRows(static_cast<std::size_t>(std::min(layout.rows, entries_.Size())));
-    for (std::size_t row = 0; row < windows_.size(); ++row) {
-        const RECT whole = RowArea(layout, static_cast<int>(row));
-        const RECT button = ButtonArea(layout, static_cast<int>(row));
-        const RECT places[] = {{whole.left, whole.top, button.left, button.bottom}, button};
-        const HWND parts[] = {windows_[row].number, windows_[row].button};
-        for (std::size_t part = 0; part < 2; ++part) {
-            RECT& area = areas_[2 * row + part];
-            if (parts[part] != nullptr && !EqualRect(&area, &places[part])) {
-                area = places[part];
-                SetWindowPos(parts[part], nullptr, area.left, area.top, area.right - area.left,
-                             area.bottom - area.top, SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOREDRAW);
-            }
+    if (entries_.Size() > 0 || HasRows()) {
+        if (letters_.font == nullptr) {
+            letters_ = ListLetters(font.Get());
         }
+        const ListLayout layout = CurrentLayout();
+        const logic::ListScroll scroll = Scroll(layout);
+        top_ = active_ && grip_ == Grip::None ? scroll.TopShowing(*active_, top_) : scroll.LimitTop(top_);
+        PlaceRows(layout, std::min(layout.rows, entries_.Size()));
     }
     Redraw();
-}
-
-// The window of a row knows which one it is by its identifier.
-void LISTSELECTIONPROPERTIES::MakeRows(std::size_t count) {
-    const auto make = [this](const char* className, std::size_t id) {
-        return CreateWindowExA(WS_EX_NOPARENTNOTIFY, className, "", WS_CHILD | WS_VISIBLE, 0, 0, 0, 0, window,
-                               reinterpret_cast<HMENU>(id), ModuleInstance(), const_cast<WNDPROC*>(&listRow));
-    };
-    while (windows_.size() > count) {
-        const RowWindows gone = windows_.back();
-        windows_.pop_back();
-        DestroyWindow(gone.button);
-        if (gone.number != nullptr) {
-            DestroyWindow(gone.number);
-        }
-    }
-    const std::size_t before = windows_.size();
-    windows_.resize(count);
-    areas_.resize(2 * count);
-    for (std::size_t row = 0; row < count; ++row) {
-        RowWindows& made = windows_[row];
-        if (row >= before) {
-            made = {nullptr, make("LSBBUTTON", 2 * row + 1)};
-            areas_[2 * row + 1] = {};
-        }
-        if (numbers != 0 && made.number == nullptr) {
-            made.number = make("LSBSTATIC", 2 * row);
-            areas_[2 * row] = {};
-        } else if (numbers == 0 && made.number != nullptr) {
-            DestroyWindow(std::exchange(made.number, nullptr));
-        }
-    }
 }
 
 void LISTSELECTIONPROPERTIES::ScrollTo(int top) {
@@ -512,14 +370,12 @@ void LISTSELECTIONPROPERTIES::ScrollTo(int top) {
     }
 }
 
-std::string LISTSELECTIONPROPERTIES::NumberText(int row) const {
+std::string LISTSELECTIONPROPERTIES::RowText(int row, bool isNumber) const {
     const int entry = top_ + row;
-    return entry < entries_.Size() ? std::to_string(entries_.Number(entry)) : "";
-}
-
-std::string LISTSELECTIONPROPERTIES::CaptionText(int row) const {
-    const int entry = top_ + row;
-    return entry < entries_.Size() ? std::string(entries_.Caption(entry)) : "";
+    if (entry >= entries_.Size()) {
+        return {};
+    }
+    return isNumber ? std::to_string(entries_.Number(entry)) : std::string(entries_.Caption(entry));
 }
 
 // Drawing
@@ -534,7 +390,7 @@ void LISTSELECTIONPROPERTIES::Redraw() const {
 
 void LISTSELECTIONPROPERTIES::Draw(HDC dc, const RECT& client) const {
     FillGround(dc, backgroundColour, client);
-    const Layout layout = LayoutOf(client);
+    const ListLayout layout = LayoutOf(client);
     const int shown = std::min(layout.rows, entries_.Size() - top_);
     if (shown > 0) {
         const RECT area{layout.inside.left, layout.inside.top, layout.inside.right,
@@ -546,8 +402,7 @@ void LISTSELECTIONPROPERTIES::Draw(HDC dc, const RECT& client) const {
         }
     }
     if (!IsRectEmpty(&layout.bar)) {
-        FillGround(dc, TRACK_COLOUR, layout.bar);
-        DrawRaised(dc, ThumbArea(layout), THUMB_COLOUR);
+        DrawListBar(dc, layout.bar, ThumbArea(layout));
     }
     if (entries_.Size() == 0 && mode != 0) { // an outline to take it by
         SetDCBrushColor(dc, ReadableOn(GetPixel(dc, client.right / 2, client.bottom / 2)));
@@ -557,7 +412,7 @@ void LISTSELECTIONPROPERTIES::Draw(HDC dc, const RECT& client) const {
 
 // The rows as they were last drawn, or drawn now. Null without the memory for it, or when it would take too
 // much of it.
-const OSMIRBitmap* LISTSELECTIONPROPERTIES::PictureOf(const Layout& layout, const RECT& area) const {
+const OSMIRBitmap* LISTSELECTIONPROPERTIES::PictureOf(const ListLayout& layout, const RECT& area) const {
     constexpr int LARGEST = 1 << 20; // pixels
     const int width = area.right - area.left;
     const int height = area.bottom - area.top;
@@ -583,61 +438,24 @@ const OSMIRBitmap* LISTSELECTIONPROPERTIES::PictureOf(const Layout& layout, cons
     return rows_.get();
 }
 
-void LISTSELECTIONPROPERTIES::DrawRows(HDC dc, const Layout& layout, int count) const {
+void LISTSELECTIONPROPERTIES::DrawRows(HDC dc, const ListLayout& layout, int count) const {
     const Selected selected(dc, font.Get());
     SetBkMode(dc, TRANSPARENT);
     for (int row = 0; row < count; ++row) {
-        DrawRow(dc, layout, row);
+        const int entry = top_ + row;
+        const std::string number = numbers != 0 ? std::to_string(entries_.Number(entry)) : "";
+        const bool isDown = grip_ == Grip::Row && isDown_ && heldEntry_ == entry;
+        DrawListRow(dc, layout, row,
+                    {entries_.Caption(entry).substr(0, TEXT_SIZE), number, active_ == entry,
+                     mark_ == entry && HasFocus(), isDown},
+                    letters_, {textColour, rowColour, litColour});
     }
-}
-
-void LISTSELECTIONPROPERTIES::DrawRow(HDC dc, const Layout& layout, int row) const {
-    const int entry = top_ + row;
-    const bool isDown = grip_ == Grip::Row && isDown_ && heldEntry_ == entry;
-    const RECT button = ButtonArea(layout, row);
-    RECT place = RowArea(layout, row);
-    const COLORREF ground = Shifted(rowColour, -28);
-    FillGround(dc, ground, place);
-    if (numbers != 0) {
-        place.right = button.left - PADDING;
-        SetTextColor(dc, textColour.value_or(ReadableOn(ground)));
-        DrawLine(dc, std::to_string(entries_.Number(entry)), place, TA_RIGHT);
-    }
-    const COLORREF face = active_ == entry ? litColour : rowColour;
-    DrawRaised(dc, button, face, isDown);
-    if (mark_ == entry && HasFocus()) {
-        SetDCBrushColor(dc, MARK_COLOUR);
-        FrameRect(dc, &button, static_cast<HBRUSH>(GetStockObject(DC_BRUSH)));
-    }
-    place = button;
-    InflateRect(&place, -PADDING, 0);
-    OffsetRect(&place, isDown ? 1 : 0, isDown ? 1 : 0);
-    SetTextColor(dc, textColour.value_or(ReadableOn(face)));
-    DrawLine(dc, entries_.Caption(entry).substr(0, TEXT_SIZE), place, TA_LEFT);
-}
-
-// A text that does not fit ends with dots. Those that do are many, and drawn without the system's layout.
-void LISTSELECTIONPROPERTIES::DrawLine(HDC dc, std::string_view text, RECT place, UINT alignment) const {
-    const int length = static_cast<int>(text.size());
-    const int width = place.right - place.left;
-    SIZE extent{};
-    if (length > width / widestLetter_ &&
-        (GetTextExtentPoint32A(dc, text.data(), length, &extent) == 0 || extent.cx > width)) {
-        DrawTextA(dc, text.data(), length, &place,
-                  DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX | DT_END_ELLIPSIS);
-        return;
-    }
-    SetTextAlign(dc, alignment);
-    ExtTextOutA(dc, alignment == TA_RIGHT ? place.right : place.left,
-                (place.top + place.bottom - lineHeight_) / 2, ETO_CLIPPED, &place, text.data(),
-                static_cast<UINT>(length), nullptr);
-    SetTextAlign(dc, TA_LEFT);
 }
 
 // Input
 
 bool LISTSELECTIONPROPERTIES::BeginDrag(POINT point) {
-    const Layout layout = CurrentLayout();
+    const ListLayout layout = CurrentLayout();
     if (PtInRect(&layout.bar, point)) {
         const RECT thumb = ThumbArea(layout);
         if (!PtInRect(&thumb, point)) { // a page towards the mouse
@@ -663,9 +481,9 @@ bool LISTSELECTIONPROPERTIES::BeginDrag(POINT point) {
 }
 
 void LISTSELECTIONPROPERTIES::MoveDrag(POINT point) {
-    const Layout layout = CurrentLayout();
+    const ListLayout layout = CurrentLayout();
     if (grip_ == Grip::Thumb) {
-        const int track = layout.bar.bottom - layout.bar.top;
+        const int track = layout.Track();
         ScrollTo(Scroll(layout).TopOfThumb(point.y - layout.bar.top - heldAt_, track));
         UpdateWindow(window);
     } else if (grip_ == Grip::Row && isDown_ != (EntryAt(layout, point) == heldEntry_)) {
@@ -753,77 +571,7 @@ LRESULT CALLBACK ListSelectionProc(HWND window, UINT message, WPARAM wParam, LPA
     return CommonProc(window, message, wParam, lParam);
 }
 
-// What a row says that it is called.
-std::string TextOfRow(const LISTSELECTIONPROPERTIES& list, int id) {
-    return id % 2 == 0 ? list.NumberText(id / 2) : list.CaptionText(id / 2);
-}
-
-// Has the list draw what lies in the window of a row.
-void PrintRow(HWND list, HWND window, HDC dc) {
-    POINT place{};
-    RECT client{};
-    MapWindowPoints(window, list, &place, 1);
-    GetClientRect(window, &client);
-    const int saved = SaveDC(dc);
-    IntersectClipRect(dc, 0, 0, client.right, client.bottom);
-    SetViewportOrgEx(dc, -place.x, -place.y, nullptr);
-    SendMessageA(list, WM_PRINTCLIENT, reinterpret_cast<WPARAM>(dc), PRF_CLIENT);
-    RestoreDC(dc, saved);
-}
-
-LRESULT HandleRow(const LISTSELECTIONPROPERTIES& list, HWND window, UINT message, WPARAM wParam,
-                  LPARAM lParam) {
-    switch (message) {
-    case WM_NCHITTEST:
-        return HTTRANSPARENT; // the mouse is the list's
-    case WM_ERASEBKGND:
-        return 1;
-    case WM_PAINT: // what was covered of a row was covered of the list, which paints it
-        ValidateRect(window, nullptr);
-        return 0;
-    case WM_PRINTCLIENT:
-        PrintRow(list.window, window, reinterpret_cast<HDC>(wParam));
-        return 0;
-    case WM_GETTEXTLENGTH:
-        return static_cast<LRESULT>(TextOfRow(list, GetDlgCtrlID(window)).size());
-    case WM_GETTEXT: {
-        if (wParam == 0 || lParam == 0) {
-            return 0;
-        }
-        const std::string text = TextOfRow(list, GetDlgCtrlID(window));
-        auto* buffer = reinterpret_cast<char*>(lParam);
-        const std::size_t length = text.copy(buffer, wParam - 1);
-        buffer[length] = '\0';
-        return static_cast<LRESULT>(length);
-    }
-    default:
-        break;
-    }
-    if (message >= WM_MOUSEFIRST && message < WM_MOUSEWHEEL) { // sent to the row itself
-        POINT point{static_cast<short>(LOWORD(lParam)), static_cast<short>(HIWORD(lParam))};
-        MapWindowPoints(window, list.window, &point, 1);
-        return SendMessageA(list.window, message, wParam, MAKELPARAM(point.x, point.y));
-    }
-    if (message == WM_MOUSEWHEEL || message == WM_KEYDOWN) {
-        return SendMessageA(list.window, message, wParam, lParam);
-    }
-    return DefWindowProcA(window, message, wParam, lParam);
-}
-
-LRESULT CALLBACK RowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
-    return Guarded(LRESULT{0}, [&] {
-        auto* list = dynamic_cast<LISTSELECTIONPROPERTIES*>(a_FromWindow(GetParent(window)));
-        if (list == nullptr || message == WM_NCCREATE) {
-            return DefWindowProcA(window, message, wParam, lParam);
-        }
-        const Held held(*list);
-        return HandleRow(*list, window, message, wParam, lParam);
-    });
-}
-
 } // namespace
-
-extern const WNDPROC listRow = RowProc;
 
 extern const ControlImplementation listSelectionControl = Implement<LISTSELECTIONPROPERTIES>(
     ListSelectionProc, LAID_OUT,
