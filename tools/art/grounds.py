@@ -85,5 +85,21 @@ LEVELS = Ground(
 )
 
 
+STAGE = Ground(
+    752,
+    432,
+    groups=(
+        (16, 16, 288, 416),
+        (304, 16, 480, 224),
+        (304, 240, 480, 416),
+        (496, 16, 736, 152),
+        (496, 168, 736, 304),
+        (496, 320, 736, 416),
+    ),
+    wells=((24, 56, 280, 408), (312, 280, 472, 360), (504, 360, 728, 408)),
+)
+
+
 def pictures():
+    yield Picture("app/Controls/Panel_stage.png", (picture_of(STAGE),), png)
     yield Picture("app/Controls/Panel_levels.png", (picture_of(LEVELS),), png)

@@ -6,6 +6,7 @@ from canvas import Canvas, mix, rgb
 from paints import fade
 from palette import BLACK, WHITE
 from shapes import box
+from style import paint
 
 
 def display(width, height, radius):
@@ -43,3 +44,8 @@ AMBER_LAMP = Lamp(core=rgb(255, 226, 140), light=rgb(255, 170, 24))
 YELLOW_LAMP = Lamp(core=rgb(255, 246, 160), light=rgb(250, 214, 36))
 GREEN_LAMP = Lamp(core=rgb(164, 255, 160), light=rgb(48, 208, 72))
 BLUE_LAMP = Lamp(core=rgb(160, 214, 255), light=rgb(44, 136, 255))
+
+
+def lamp_of(name):
+    """A lamp in a colour of the style of panels."""
+    return Lamp(core=mix(paint(name), WHITE, 0.45), light=paint(name))

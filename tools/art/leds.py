@@ -1,7 +1,7 @@
 """Round signal lamps: dark and lit side by side."""
 
 from canvas import Canvas, mix, rgb, side_by_side
-from hardware import AMBER_LAMP, BLUE_LAMP, GREEN_LAMP, RED_LAMP
+from hardware import AMBER_LAMP, BLUE_LAMP, GREEN_LAMP, RED_LAMP, lamp_of
 from imagefile import bmp32
 from paints import fade, pool
 from palette import BLACK, WHITE
@@ -35,6 +35,7 @@ LEDS = {
     "LED_green_16x16": (16, GREEN_LAMP),
     "LED_amber_16x16": (16, AMBER_LAMP),
     "LED_blue_16x16": (16, BLUE_LAMP),
+    **{f"LED_slim_{name}_16x16": (16, lamp_of(name)) for name in ("red", "yellow", "green", "blue")},
 }
 
 

@@ -26,6 +26,7 @@ import leds
 import meters
 import miniviews
 import panels
+import stagehands
 import status
 import switches
 from canvas import Canvas
@@ -44,6 +45,7 @@ MODULES = (
     leds,
     panels,
     grounds,
+    stagehands,
     icons,
     status,
     miniviews,

@@ -1,13 +1,12 @@
 """Level meters: the unlit and the lit meter side by side. The program shows the lower part of the lit one."""
 
 from canvas import Canvas, clamp, mix, rgb, side_by_side
-from hardware import AMBER_LAMP, BLUE_LAMP, GREEN_LAMP, RED_LAMP, Lamp, display
+from hardware import AMBER_LAMP, BLUE_LAMP, GREEN_LAMP, RED_LAMP, Lamp, display, lamp_of
 from imagefile import bmp32
 from paints import fade
 from palette import BLACK, WHITE
 from picture import Picture
 from shapes import box
-from style import paint
 
 # Parts of the range: overload at the top, below it the warning.
 RED_PART = 0.1
@@ -81,9 +80,7 @@ def smooth(width, height, margin, is_lit):
 
 
 # In the style of panels.
-GREEN, YELLOW, RED, BLUE = (
-    Lamp(core=mix(paint(name), WHITE, 0.45), light=paint(name)) for name in ("green", "yellow", "red", "blue")
-)
+GREEN, YELLOW, RED, BLUE = (lamp_of(name) for name in ("green", "yellow", "red", "blue"))
 
 
 def style_lamp(level):
