@@ -23,10 +23,10 @@ extern const ControlImplementation miniDelayControl;
 extern const ControlImplementation miniView;
 extern const ControlImplementation mixerControl;
 extern const ControlImplementation networkControl;
+extern const ControlImplementation notesControl;
 extern const ControlImplementation plainInteger;
 extern const ControlImplementation plainIntegerInterface;
 extern const ControlImplementation plainInterface;
-extern const ControlImplementation plainText;
 extern const ControlImplementation plainTooltipText;
 extern const ControlImplementation pushButtonControl;
 extern const ControlImplementation radioButtonControl;
@@ -170,13 +170,12 @@ constexpr ControlClass CLASSES[] = {
      .palette = {DISCRETE, 9, "Edit Field", "Ed", {96, 18}, true}},
     {.name = "BEDIT2",
      .displayName = "Edit2",
-     .implementation = &plainText,
-     .controlType = NONE,
+     .implementation = &notesControl,
+     .controlType = TEXT_TYPE,
      .icon = "Controls\\Edit.ico",
      .background = ClassBackground::SystemColour2,
      .systemClass = "EDIT",
-     .purpose = "Text field with a coloured ground.",
-     .palette = {DISCRETE, 10, "Edit Field 2", "E2", {96, 24}, true}},
+     .palette = {DISCRETE, 10, "Edit Field 2", "E2", {160, 96}, true}},
     {.name = "EQ",
      .displayName = "EQ",
      .implementation = &eqControl,

@@ -145,17 +145,6 @@ HBRUSH EDITPROPERTIES::Colours(HDC dc) {
 
 namespace {
 
-LRESULT Print(const EDITPROPERTIES& edit, WPARAM wParam, LPARAM lParam) {
-    const HDC dc = reinterpret_cast<HDC>(wParam);
-    const int before = SaveDC(dc);
-    const LRESULT result = CommonProc(edit.window, WM_PRINTCLIENT, wParam, lParam);
-    RestoreDC(dc, before); // it may have been clipped to the text
-    if (edit.margin.IsMarked()) {
-        edit.margin.DrawMark(dc);
-    }
-    return result;
-}
-
 LRESULT CALLBACK EditProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     auto& edit = *PropertiesOf<EDITPROPERTIES>(window);
     if (message == OCM__BASE + WM_CTLCOLOREDIT ||
@@ -169,19 +158,15 @@ LRESULT CALLBACK EditProc(HWND window, UINT message, WPARAM wParam, LPARAM lPara
     if (isMoved) {
         edit.margin.MakeRoom();
     }
-    if (message == WM_PRINTCLIENT) {
-        return Print(edit, wParam, lParam);
+    if (FieldMargin::IsPainting(message)) {
+        return edit.margin.Paint(message, wParam,
+                                 [&] { return CommonProc(window, message, wParam, lParam); });
     }
     const LRESULT result = CommonProc(window, message, wParam, lParam);
     if (isMoved) {
         edit.margin.Handled(message, edit.alignment);
     }
     edit.field.Handled(message);
-    if (message == WM_PAINT && edit.margin.IsMarked()) {
-        const HDC dc = GetDC(window);
-        edit.margin.DrawMark(dc);
-        ReleaseDC(window, dc);
-    }
     return result;
 }
 

@@ -2,7 +2,8 @@
 
 namespace {
 
-constexpr WPARAM CTRL_A = 0x01; // its character
+constexpr WPARAM CTRL_A = 0x01; // their characters
+constexpr WPARAM CTRL_ENTER = '\n';
 
 } // namespace
 
@@ -60,6 +61,13 @@ void EditField::Restore() {
     Show();
 }
 
+// What is typed next replaces a single line.
+void EditField::SelectForNext() const {
+    if (!owner_.HasLines()) {
+        SelectAll();
+    }
+}
+
 void EditField::SelectAll() const {
     SendMessageA(field_, EM_SETSEL, 0, -1);
 }
@@ -72,19 +80,25 @@ bool EditField::WantsKey(const MSG* key) const {
 
 // Whether it was a key of the control. Its character is kept from the field, which would beep.
 bool EditField::HandleKey(UINT message, WPARAM key) {
+    if (message == WM_CHAR && key == CTRL_ENTER) {
+        return true;
+    }
     if (key == VK_RETURN) {
+        if (owner_.HasLines() && (message == WM_CHAR || GetKeyState(VK_CONTROL) >= 0)) {
+            return false;
+        }
         if (message == WM_KEYDOWN) {
             if (IsEdited()) {
                 TakeTyped(false);
             }
-            SelectAll(); // the next value is typed over it
+            SelectForNext();
         }
         return true;
     }
     if (key == VK_ESCAPE) {
         if (message == WM_KEYDOWN && IsEdited()) {
             Restore();
-            SelectAll();
+            SelectForNext();
             owner_.TypedDropped();
         }
         return true;
@@ -109,7 +123,10 @@ LRESULT EditField::Leave(WPARAM wParam, LPARAM lParam) {
 std::optional<LRESULT> EditField::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
     case WM_GETDLGCODE: {
-        const LRESULT code = owner_.FieldDoes(message, wParam, lParam);
+        LRESULT code = owner_.FieldDoes(message, wParam, lParam);
+        if (owner_.HasLines()) {
+            code &= ~(DLGC_WANTTAB | DLGC_WANTALLKEYS); // it would take Tab as well
+        }
         return WantsKey(reinterpret_cast<const MSG*>(lParam)) ? code | DLGC_WANTMESSAGE : code;
     }
     case WM_KEYDOWN:

@@ -18,6 +18,8 @@ public:
         virtual bool TakeTyped(const std::string& text) = 0;
         // Whether Enter leaves a text that was not taken in the field, for somebody to correct it.
         virtual bool KeepsRefused() const { return false; }
+        // Whether it has several lines: then Enter begins one, and Ctrl+Enter takes what was typed.
+        virtual bool HasLines() const { return false; }
         // Escape has put back the value.
         virtual void TypedDropped() {}
         // The field shows the value that it has taken, which can go to others now.
@@ -56,6 +58,7 @@ private:
     bool HandleKey(UINT message, WPARAM key);
     LRESULT Leave(WPARAM wParam, LPARAM lParam);
     void SelectAll() const;
+    void SelectForNext() const;
 
     CONTROLPROPERTIES& control_; // has the focus while the field has it
     const HWND& field_;

@@ -93,9 +93,14 @@ void FieldMargin::Align(logic::Alignment alignment) {
     }
 }
 
-void FieldMargin::DrawMark(HDC dc) const {
+// To the screen, unless it is printed.
+void FieldMargin::DrawMark(HDC printed) const {
     RECT client{};
     GetClientRect(field_, &client);
     const OSMIRBitmap& sign = *a_GetNotEqualSign();
+    const HDC dc = printed != nullptr ? printed : GetDC(field_);
     sign.Draw(dc, MARGIN, (client.bottom - sign.Height()) / 2);
+    if (printed == nullptr) {
+        ReleaseDC(field_, dc);
+    }
 }

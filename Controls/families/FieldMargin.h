@@ -21,9 +21,22 @@ public:
 
     bool IsMarked() const { return isMarked_; } // there is room for the not-equal sign
     void SetMarked(bool isMarked) { isMarked_ = isMarked; }
-    void DrawMark(HDC dc) const;
+    // WM_PAINT and WM_PRINTCLIENT: has the window do them, and draws the sign.
+    static bool IsPainting(UINT message) { return message == WM_PAINT || message == WM_PRINTCLIENT; }
+    template <class WindowDoes>
+    LRESULT Paint(UINT message, WPARAM wParam, WindowDoes windowDoes) const {
+        const HDC printed = message == WM_PRINTCLIENT ? reinterpret_cast<HDC>(wParam) : nullptr;
+        const int before = SaveDC(printed);
+        const LRESULT result = windowDoes();
+        RestoreDC(printed, before); // it may have been clipped to the text
+        if (isMarked_) {
+            DrawMark(printed);
+        }
+        return result;
+    }
 
 private:
+    void DrawMark(HDC printed) const;
     int Least() const;
     void Set(int margin);
 

@@ -274,13 +274,10 @@ bool ListField::TakeTyped(const std::string& text) {
 
 LRESULT ListField::HandleTyping(const ChildMessage& of) {
     // The control keeps the focus until the field has asked whether it was typed into.
-    const auto answer = of.message == WM_KILLFOCUS ? std::nullopt : HandleAsPart(control_, of);
-    if (answer) {
-        if (of.message == WM_PAINT && margin_.IsMarked()) {
-            const HDC dc = GetDC(edit_);
-            margin_.DrawMark(dc);
-            ReleaseDC(edit_, dc);
-        }
+    if (of.message == WM_PAINT) {
+        return margin_.Paint(of.message, of.wParam, [&] { return HandleAsPart(control_, of).value_or(0); });
+    }
+    if (const auto answer = of.message == WM_KILLFOCUS ? std::nullopt : HandleAsPart(control_, of)) {
         return *answer;
     }
     const bool isEnding = of.message == WM_KEYDOWN && (of.wParam == VK_RETURN || of.wParam == VK_ESCAPE);

@@ -170,8 +170,6 @@ CONTROLPROPERTIES* CreateMiniView() {
 
 extern const ControlImplementation plainInteger{.create = CreateProperties<NAMEDPROPERTIES<int>>,
                                                 .procedure = CommonProc};
-extern const ControlImplementation plainText{.create = CreateProperties<NAMEDPROPERTIES<std::string>>,
-                                             .procedure = CommonProc};
 extern const ControlImplementation plainTooltipText{
     .create = CreateProperties<NAMEDPROPERTIES<std::string>>, .procedure = CommonProc, .share = ShareTooltip};
 extern const ControlImplementation plainInterface{

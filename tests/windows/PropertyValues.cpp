@@ -154,6 +154,11 @@ TEST_CASE("what a keyword takes, keeps and refuses") {
          "textcolor=0x0000ff00|backgroundcolor=0x1000000!|backgroundcolor=0x00ffffff|font=Tahoma!"},
         {"BEDIT", "readonly=2!|readonly=1|limits=-2.5,2.5|limits=5!|limits=|alignment=center|datatype=d|"
                   "value=6.6>value=7"},
+        {"BEDIT2",
+         "caption=a\\nb\\\\c|caption=C:\\temp>caption=C:\\\\temp|append=x>caption=C:\\\\temp\\nx|value=1\\n2|"
+         "maximum=0>maximum=1|maximum=5000>maximum=4000|readonly=2!|readonly=1|wrap=2!|wrap=0|alignment="
+         "middle!|"
+         "alignment=right|textcolor=red!|backgroundcolor=0x00ffffff|font=Tahoma!"},
         {"BCOMBOBOX",
          "items=b=1;a|value=x|value=|sort=2!|sort=1|lines=0>lines=1|lines=500>lines=100|editable=2!|"
          "editable=1|itemsfunction=AMP1*list|textcolor=red!|backgroundcolor=0x00ffffff|font=Tahoma!"},
@@ -266,7 +271,7 @@ TEST_CASE("a number with anything behind it, or none at all, is refused as a who
             const std::string keyword = row->keyword;
             const std::string value = Text(window, row->keyword);
             const bool isWord = keyword == "focus" || keyword == "captureperiod" || keyword == "bitmap" ||
-                                keyword == "fmt" || keyword == "caption";
+                                keyword == "fmt" || keyword == "caption" || value == "BEDIT2"; // its text
             if (isWord || value.find_first_of("0123456789") == std::string::npos) {
                 continue;
             }
@@ -328,7 +333,7 @@ TEST_CASE("the longest value comes back, and a longer one is refused as a whole"
         {"KNOB", "connection", true}, {"KNOB", "function", true},   {"BTRISTATEBUTTON", "function1", true},
         {"XOVER", "function1", true}, {"XOVER", "function3", true}, {"BBUTTON", "caption"},
         {"BBUTTON", "confirm"},       {"BBUTTON", "click"},         {"BBUTTON", "dialogentries"},
-        {"BSTATIC", "caption"},       {"BEDIT", "caption"},
+        {"BSTATIC", "caption"},       {"BEDIT", "caption"},         {"BEDIT2", "caption"},
     };
     for (const auto& [className, keyword, isList] : keywords) {
         INFO(className, " ", keyword);
