@@ -9,6 +9,7 @@ extern const ControlImplementation clockControl;
 extern const ControlImplementation comboBoxControl;
 extern const ControlImplementation conditionalLedControl;
 extern const ControlImplementation contactButtonControl;
+extern const ControlImplementation danteControl;
 extern const ControlImplementation editControl;
 extern const ControlImplementation eqControl;
 extern const ControlImplementation faderControl;
@@ -143,11 +144,10 @@ constexpr ControlClass CLASSES[] = {
      .part = &listRow},
     {.name = "DANTECONTROL",
      .displayName = "DanteControl",
-     .implementation = &plainTooltipText,
-     .controlType = NONE,
+     .implementation = &danteControl,
+     .controlType = TEXT_TYPE,
      .style = S1,
-     .purpose = "Channel selector of an audio network.",
-     .palette = {PROCESSING, 4, "Dante Selector", "Da", {160, 96}, true}},
+     .palette = {PROCESSING, 4, "Dante Selector", "Da", {184, 24}, true}},
     {.name = "BCOMBOBOX",
      .displayName = "ComboBox",
      .implementation = &comboBoxControl,

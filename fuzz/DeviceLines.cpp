@@ -9,6 +9,7 @@
 #include "fuzz/Fuzzer.h"
 #include "logic/controls/Layers.h"
 #include "logic/devices/Simulation.h"
+#include "logic/devices/Subscription.h"
 #include "logic/text/FloatFormat.h"
 #include "logic/text/Numbers.h"
 #include "logic/text/Ranges.h"
@@ -53,6 +54,14 @@ void CheckDeclarations(std::string_view text) {
         if (IsNumber(parameter->type)) {
             Require(ParseWholeFloat(parameter->value).has_value());
         }
+    }
+    if (auto subscription = Subscription::Parse(text)) {
+        const std::string offered = subscription->Offered();
+        const Items items = Items::OfList(offered);
+        const std::string first(items.Size() > 0 ? items.Value(0) : "");
+        subscription->Step(first, offered, 0);
+        const SubscriptionState state = subscription->Step(first, offered, MAXIMUM_TIME_CONSTANT);
+        Require(state != SubscriptionState::Resolving && state != SubscriptionState::Unresolved);
     }
     if (const auto wave = ParseWave(text)) {
         Require(wave->periodMilliseconds >= MINIMUM_WAVE_PERIOD &&

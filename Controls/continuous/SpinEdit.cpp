@@ -67,7 +67,6 @@ public:
     // For the window procedure.
     LRESULT Command(int id, WORD code, LPARAM number);
     void FocusField() const;
-    void RedrawEdited() const;
 
     logic::SpinRange range{0, 100};
     float value = 0;
@@ -436,14 +435,6 @@ void SPINEDITPROPERTIES::FocusField() const {
     }
 }
 
-// The frame of an edited control lies over its children.
-void SPINEDITPROPERTIES::RedrawEdited() const {
-    if (mode != 0) {
-        InvalidateRect(fieldWindow_, nullptr, TRUE);
-        InvalidateRect(arrows_.Window(), nullptr, TRUE);
-    }
-}
-
 namespace {
 
 LRESULT CALLBACK SpinProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
@@ -464,7 +455,7 @@ LRESULT CALLBACK SpinProc(HWND window, UINT message, WPARAM wParam, LPARAM lPara
         spin.Arrange();
         break;
     case WM_PAINT:
-        spin.RedrawEdited();
+        RedrawEditedParts(spin);
         break;
     case WM_CTLCOLOREDIT:
     case WM_CTLCOLORSTATIC: // while it is read-only

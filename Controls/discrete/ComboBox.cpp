@@ -2,10 +2,7 @@
 // of values; what is chosen is sent to everything the control is bound to, and polled back. It stands on the
 // system's combo box. Interval in milliseconds, geometry in pixels.
 
-#include "Controls/families/ItemSource.h"
-#include "Controls/families/ListField.h"
-
-#include <cstdio>
+#include "Controls/families/ListValue.h"
 
 namespace {
 
@@ -13,38 +10,28 @@ constexpr DWORD SYSTEM_STYLES = 0xFFFF; // of a style, the bits that are the sys
 
 } // namespace
 
-class COMBOBOXPROPERTIES : public TEXTLOOKPROPERTIES, private ListField::Owner {
+class COMBOBOXPROPERTIES : public LISTPROPERTIES {
 public:
+    COMBOBOXPROPERTIES() : LISTPROPERTIES(window) {}
     KeywordList Keywords() const override;
     void SetDefaults() override;
     DWORD StyleToSave(DWORD style) const override;
-    void Poll() override;
     void LookChanged() override { list.LookChanged(); }
     void FontChanged() override;
-    bool OffersApply() const override { return true; }
-    void Apply() override { SendChosen(); }
+    bool IsSorted() const override { return sort != 0; }
 
-    int ValueKeyword(VALUERECORD& record);
-    std::string ItemsText() const { return source.Text(); }
-    bool SetItems(const std::string& text);
-    std::string ItemsFunction() const { return source.Functions(); }
-    bool SetItemsFunction(const std::string& text);
-    void Fill() { list.Fill(source.Get(), isSorted != 0); }
+    void SortChanged() { Fill(); }
     void LinesChanged() { list.SetLines(lines); }
 
-    std::string value;
-    ItemSource source;
-    ListField list{*this, window, *this};
-    int isSorted = 0;
+    int sort = 0;
     int lines = 12;
     int isEditable = 0; // of the panel when it is opened the next time
 
 private:
-    std::string HeldValue() const override { return value; }
-    void TakeChosen(const std::string& chosen) override { value = chosen; }
-    void SendChosen() override;
     LRESULT ListDoes(UINT message, WPARAM wParam, LPARAM lParam) override;
     LRESULT TypingDoes(UINT message, WPARAM wParam, LPARAM lParam) override;
+
+    HWND edit_ = nullptr; // the field, where it is editable
 };
 
 // Keywords
@@ -78,7 +65,7 @@ constexpr KeywordTable KEYWORDS({
         .Saved()
         .Label("Lines dropped down")
         .Says("How many lines the list has at most when it is dropped down, 1 to 100."),
-    Integer<&COMBOBOXPROPERTIES::isSorted, 0, 1, &COMBOBOXPROPERTIES::Fill>("sort")
+    Integer<&COMBOBOXPROPERTIES::sort, 0, 1, &COMBOBOXPROPERTIES::SortChanged>("sort")
         .Saved()
         .OneOf("0,1")
         .Label("Sorted")
@@ -93,75 +80,9 @@ KeywordList COMBOBOXPROPERTIES::Keywords() const {
     return KEYWORDS.List();
 }
 
-bool COMBOBOXPROPERTIES::SetItems(const std::string& text) {
-    source.SetText(text);
-    if (source.IsChanged()) {
-        Fill();
-    }
-    return true;
-}
-
-bool COMBOBOXPROPERTIES::SetItemsFunction(const std::string& text) {
-    if (!source.SetFunctions(*this, text)) {
-        return false;
-    }
-    if (source.IsChanged()) {
-        Fill();
-    }
-    return true;
-}
-
 DWORD COMBOBOXPROPERTIES::StyleToSave(DWORD style) const {
     return (style & ~static_cast<DWORD>(CBS_DROPDOWNLIST)) |
            (isEditable != 0 ? CBS_DROPDOWN : CBS_DROPDOWNLIST);
-}
-
-// Value
-
-int COMBOBOXPROPERTIES::ValueKeyword(VALUERECORD& record) {
-    if (record.command == COMMAND_GET) {
-        return a_AnswerText(&record, value.c_str());
-    }
-    std::string text;
-    if (record.command != COMMAND_SET || a_ReadText(&record, &text) == 0) {
-        return 0;
-    }
-    if (text != value) {
-        value = text;
-        list.Show();
-        SendChosen();
-    }
-    return 1;
-}
-
-void COMBOBOXPROPERTIES::SendChosen() {
-    std::string sent = value;
-    a_SendRequest(requests, COMMAND_SET, DATATYPE_TEXT, sent.data(), nullptr);
-}
-
-void COMBOBOXPROPERTIES::Poll() {
-    if (list.IsDropped()) {
-        return;
-    }
-    int listed = REQUEST_UNCHANGED;
-    if (!list.IsBusy()) {
-        listed = source.Poll();
-        if (source.IsChanged()) {
-            Fill();
-        }
-    }
-    char text[TEXT_SIZE];
-    std::snprintf(text, sizeof text, "%s", value.c_str());
-    const int result = Ask(requests, DATATYPE_TEXT, text);
-    if (result == REQUEST_DELIVERED) {
-        value = text;
-        list.Show();
-    }
-    const bool wasNotEqual = notEqual;
-    ShowPollResult(listed > REQUEST_DELIVERED ? std::max(listed, result) : result);
-    if (notEqual != wasNotEqual) {
-        list.LookChanged();
-    }
 }
 
 // Window
@@ -178,9 +99,10 @@ using TypingChild = SystemChild<HandleTyping>;
 void COMBOBOXPROPERTIES::SetDefaults() {
     interval = 250;
     source.Attach(*this);
-    if (const HWND edit = list.Begin(); edit != nullptr) {
+    edit_ = list.Begin();
+    if (edit_ != nullptr) {
         isEditable = 1;
-        TypingChild::Subclass(edit);
+        TypingChild::Subclass(edit_);
     }
     FontChanged();
 }
@@ -198,8 +120,7 @@ LRESULT COMBOBOXPROPERTIES::ListDoes(UINT message, WPARAM wParam, LPARAM lParam)
 }
 
 LRESULT COMBOBOXPROPERTIES::TypingDoes(UINT message, WPARAM wParam, LPARAM lParam) {
-    const HWND edit = FindWindowExA(window, nullptr, "EDIT", nullptr);
-    const ChildMessage of{edit, TypingChild::system, message, wParam, lParam};
+    const ChildMessage of{edit_, TypingChild::system, message, wParam, lParam};
     if (message == WM_KILLFOCUS) {
         HandleAsPart(*this, of);
     }

@@ -105,8 +105,16 @@ void ListField::Show() {
     }
     if (IsEditable()) {
         field_.Restore();
+        Unselect();
     }
     LookChanged();
+}
+
+// The system leaves the text of a list selected that nobody is at.
+void ListField::Unselect() {
+    if (IsEditable() && !control_.HasFocus()) {
+        owner_.TypingDoes(EM_SETSEL, 0, 0);
+    }
 }
 
 void ListField::LookChanged() {
@@ -236,6 +244,7 @@ void ListField::Handled(UINT message, WPARAM wParam, LPARAM lParam) {
         if (IsChild(list_, reinterpret_cast<HWND>(wParam))) {
             return;
         }
+        Unselect();
         Watch(false);
         if (!isDeciding_ && IsWalked()) {
             isDeciding_ = true;

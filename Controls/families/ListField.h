@@ -77,6 +77,7 @@ private:
     void Watch(bool isChoice);
     void Choose();
     void PutBack();
+    void Unselect();
     bool HandleKey(WPARAM key);
     COLORREF Ground() const { return control_.backgroundColor.value_or(GetSysColor(COLOR_WINDOW)); }
     COLORREF TextColour() const { return control_.textColor.value_or(ReadableOn(Ground())); }

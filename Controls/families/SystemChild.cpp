@@ -67,3 +67,13 @@ std::optional<LRESULT> HandleAsPart(CONTROLPROPERTIES& control, const ChildMessa
         return std::nullopt;
     }
 }
+
+void RedrawEditedParts(const CONTROLPROPERTIES& control) {
+    if (control.mode == 0) {
+        return;
+    }
+    for (HWND child = GetWindow(control.window, GW_CHILD); child != nullptr;
+         child = GetWindow(child, GW_HWNDNEXT)) {
+        InvalidateRect(child, nullptr, TRUE);
+    }
+}

@@ -32,6 +32,9 @@ bool PassPress(const CONTROLPROPERTIES& control, const ChildMessage& of);
 // child. The answer to a message that is done with; any other goes on.
 std::optional<LRESULT> HandleAsPart(CONTROLPROPERTIES& control, const ChildMessage& of);
 
+// Has the children of an edited control painted with it, so that its frame lies over them.
+void RedrawEditedParts(const CONTROLPROPERTIES& control);
+
 // The window procedure of children that a function handles, all of one class. Deliberately none of the chains
 // that the common controls library offers: those ask the system for a property of the window at every
 // message.

@@ -24,7 +24,8 @@ public:
     int Answer(VALUERECORD* record) const;
     // Takes the value of a set record: 1, or 0 when it is none for this parameter.
     int Take(const VALUERECORD* record);
-    float Number() const { return number_; } // in its unit; 0 for what is no number
+    float Number() const { return number_; }          // in its unit; 0 for what is no number
+    const std::string& Text() const { return text_; } // empty for what is none
     // Limited to the range, and rounded where the type asks for it.
     void SetNumber(float value);
 

@@ -1,4 +1,5 @@
 #include "logic/devices/Simulation.h"
+#include "logic/devices/Subscription.h"
 #include "tests/native/Tables.h"
 
 #include <algorithm>
@@ -102,4 +103,36 @@ TEST_CASE("a follower approaches its source without passing it and arrives") {
         }
         CHECK(current == target);
     }
+}
+
+TEST_CASE("a subscription is resolving for its time, and is there then if it is offered") {
+    CheckRefused([](const std::string& text) { return Subscription::Parse(text); }, "", "x", ",01@Stage",
+                 "-1,a@b", "60001,a@b", "2000.5,a@b");
+    CHECK(Subscription::Parse("0").value().Offered().empty());
+    Subscription channel = Subscription::Parse(" 2000 , 01@Stage;Talk=02@Stage ").value();
+    std::string offered = channel.Offered();
+    CHECK(offered == "01@Stage;Talk=02@Stage");
+    using enum SubscriptionState;
+    const struct {
+        const char* subscribed;
+        std::uint32_t elapsed;
+        SubscriptionState state;
+    } steps[] = {{"", 50, None},
+                 {"02@Stage", 5000, Resolving}, // from now on
+                 {"02@Stage", 1999, Resolving},
+                 {"02@Stage", 1, Subscribed},
+                 {"02@Stage", 0xFFFFFFFF, Subscribed},
+                 {"03@Stage", 20, Resolving},
+                 {"03@Stage", 2000, Unresolved},
+                 {"Talk", 20, WrongFormat},
+                 {"@Stage", 20, WrongFormat},
+                 {"01@Stage@x", 20, WrongFormat},
+                 {" ", 20, None}};
+    for (const auto& step : steps) {
+        CAPTURE(step.subscribed);
+        CHECK(channel.Step(step.subscribed, offered, step.elapsed) == step.state);
+    }
+    channel.Step("03@Stage", offered, 0);
+    channel.Step("03@Stage", offered, 2000);
+    CHECK(channel.Step("03@Stage", offered + ";03@Stage", 20) == Subscribed); // it came later
 }

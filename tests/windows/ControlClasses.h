@@ -21,7 +21,7 @@ constexpr int NOT_FIXED = -1;
 constexpr ExpectedClass EXPECTED_CLASSES[] = {
     {"AUTOMIXER", 0x4003, 0, false, 0, 5},
     {"FADING", 0x4003, 0, false, 0, 5},
-    {"DANTECONTROL", 0x4003, 0, false, 0, NOT_FIXED},
+    {"DANTECONTROL", 0x4003, 0, false, 0, 11},
     {"BEDIT2", 0x4000, 0, true, 2, 11, "EDIT"},
     {"CLOCK", 0x4003, 0, false, 0, NOT_FIXED},
     {"BCOMBOBOX", 0x4000, 0, true, 0, 11, "COMBOBOX"},

@@ -114,23 +114,47 @@ SimulatedDevice::Parameter& SimulatedDevice::Enter(const std::string& keyword) {
     return parameter;
 }
 
+SimulatedDevice::Parameter*
+SimulatedDevice::DeclareParameter(const std::string& keyword,
+                                  const logic::ParameterDeclaration& declaration) {
+    Parameter declared;
+    declared.state = PARAMETER_LIVE;
+    if (!declared.DeviceParameter::Declare(declaration)) {
+        return nullptr;
+    }
+    Parameter* known = Find(keyword);
+    Parameter& entered = known != nullptr ? *known : Enter(keyword);
+    declared.device = this;
+    declared.index = entered.index;
+    entered = std::move(declared);
+    return &entered;
+}
+
+bool SimulatedDevice::DeclareSubscription(const std::string& keyword, const std::string& text) {
+    auto subscription = logic::Subscription::Parse(text);
+    if (!subscription) {
+        return false;
+    }
+    Parameter& parameter = *DeclareParameter(keyword, {logic::ParameterType::Text, 0, 0, "", ""});
+    parameter.subscriptionState =
+        DeclareParameter(keyword + ".state", {logic::ParameterType::Integer, 0, 4, "0", ""});
+    parameter.offered =
+        DeclareParameter(keyword + ".items", {logic::ParameterType::Text, 0, 0, subscription->Offered(), ""});
+    parameter.subscription = std::move(subscription);
+    return true;
+}
+
 bool SimulatedDevice::Declare(const std::string& keyword, const std::string& text) {
     if (text.size() >= TEXT_SIZE) {
         return false; // nobody could be told the whole of it
     }
-    Parameter* parameter = Find(keyword);
     if (const auto declaration = logic::ParseParameter(text); declaration && !keyword.empty()) {
-        Parameter declared;
-        declared.state = PARAMETER_LIVE;
-        if (!declared.DeviceParameter::Declare(*declaration)) {
-            return false;
-        }
-        Parameter& entered = parameter != nullptr ? *parameter : Enter(keyword);
-        declared.device = this;
-        declared.index = entered.index;
-        entered = std::move(declared);
-        return true;
+        return DeclareParameter(keyword, *declaration) != nullptr;
     }
+    if (const auto rest = Behind(text, "subscription"); rest && !keyword.empty()) {
+        return DeclareSubscription(keyword, *rest);
+    }
+    Parameter* parameter = Find(keyword);
     if (parameter == nullptr || !parameter->IsNumber()) {
         return false; // what moves must be a number that was declared before
     }
@@ -217,6 +241,10 @@ LRESULT SimulatedDevice::OnTimer(WPARAM, LPARAM) {
     for (const auto& parameter : parameters_) {
         if (parameter->MovesByItself()) {
             Move(*parameter, elapsed);
+        } else if (parameter->subscription) {
+            const auto state =
+                parameter->subscription->Step(parameter->Text(), parameter->offered->Text(), elapsed);
+            parameter->subscriptionState->SetNumber(static_cast<float>(state));
         }
     }
     return 0;

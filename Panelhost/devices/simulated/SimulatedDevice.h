@@ -2,6 +2,7 @@
 
 #include "Panelhost/devices/DeviceKind.h"
 #include "Panelhost/devices/DeviceParameter.h"
+#include "logic/devices/Subscription.h"
 
 #include <cstdint>
 #include <memory>
@@ -46,6 +47,11 @@ private:
         // Parameters of which the first belongs to this one: while another one is not 0 and the first is,
         // this one is held at its minimum.
         std::vector<std::string> solos;
+        // Of a receive channel: what becomes of its text, and the parameters that say so and that have the
+        // channels which are offered.
+        std::optional<logic::Subscription> subscription;
+        Parameter* subscriptionState = nullptr;
+        Parameter* offered = nullptr;
 
         bool MovesByItself() const {
             return wave || follow || !added.empty() || !muting.empty() || !solos.empty();
@@ -56,6 +62,9 @@ private:
     static int HandleRequest(VALUERECORD* record, void* context);
     Parameter* Find(const std::string& keyword) const;
     Parameter& Enter(const std::string& keyword);
+    // Declares a parameter, or declares it anew. Null when a record cannot be read.
+    Parameter* DeclareParameter(const std::string& keyword, const logic::ParameterDeclaration& declaration);
+    bool DeclareSubscription(const std::string& keyword, const std::string& text);
     // The value of a source, "parameter" of this device or "DEVICE*parameter"; 0 when there is none.
     float SourceValue(const std::string& source) const;
     void Move(Parameter& parameter, std::uint32_t elapsed);
