@@ -131,20 +131,28 @@ bool IsShown(HWND child) {
 }
 
 std::string TipOf(HWND control) {
-    char text[TEXT_SIZE] = "";
-    TOOLINFOA tool{};
-    tool.cbSize = TTTOOLINFOA_V2_SIZE;
-    tool.hwnd = control;
-    tool.uId = reinterpret_cast<UINT_PTR>(control);
-    tool.lpszText = text;
+    struct Search {
+        char text[TEXT_SIZE] = "no tool";
+        TOOLINFOA tool{};
+    } search;
+    search.tool.cbSize = TTTOOLINFOA_V2_SIZE;
+    search.tool.hwnd = control;
+    search.tool.uId = reinterpret_cast<UINT_PTR>(control);
+    search.tool.lpszText = search.text;
     // All windows of a class share one, which has the tool of the control that was used last.
-    for (HWND tip = nullptr; (tip = FindWindowExA(nullptr, tip, TOOLTIPS_CLASSA, nullptr)) != nullptr;) {
-        if (SendMessageA(tip, TTM_GETTOOLINFOA, 0, reinterpret_cast<LPARAM>(&tool)) != 0) {
-            SendMessageA(tip, TTM_GETTEXTA, TEXT_SIZE, reinterpret_cast<LPARAM>(&tool));
-            return text;
+    const auto ask = [](HWND window, LPARAM searched) __attribute__((stdcall))->BOOL {
+        auto& [text, tool] = *reinterpret_cast<Search*>(searched);
+        char className[40] = "";
+        GetClassNameA(window, className, sizeof className);
+        if (lstrcmpiA(className, TOOLTIPS_CLASSA) != 0 ||
+            SendMessageA(window, TTM_GETTOOLINFOA, 0, reinterpret_cast<LPARAM>(&tool)) == 0) {
+            return TRUE;
         }
-    }
-    return "no tool";
+        SendMessageA(window, TTM_GETTEXTA, TEXT_SIZE, reinterpret_cast<LPARAM>(&tool));
+        return FALSE;
+    };
+    EnumThreadWindows(GetCurrentThreadId(), ask, reinterpret_cast<LPARAM>(&search));
+    return search.text;
 }
 
 void PressButton(HWND button, WPARAM keys) {
