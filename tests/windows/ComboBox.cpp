@@ -22,6 +22,7 @@ struct Fixture {
         CHECK(LoadLines(combo, "items=Zero=a;One=b;Two=c|function=DSP1*preset"));
         Poll(combo);
         SetFocus(combo);
+        MoveCursor(panel, 400, 5); // a list that drops down below it would follow it
     }
     std::string Preset() const { return panel.Parameter("DSP1*preset"); }
     HWND Field() const { return FindWindowExA(combo, nullptr, "EDIT", nullptr); }

@@ -11,6 +11,7 @@ struct Fixture {
         panel.Declare("NET*device=simulated\nNET*rx1=subscription,300,01@Stage;Talk=02@Stage\n");
         CHECK(LoadLines(control, "function=NET*rx1|function1=NET*rx1.state|itemsfunction=NET*rx1.items"));
         Poll(control);
+        MoveCursor(panel, 400, 5);
     }
     std::string Subscribed() const { return panel.Parameter("NET*rx1"); }
     std::string State() const { return panel.Parameter("NET*rx1.state"); }
