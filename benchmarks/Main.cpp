@@ -16,12 +16,13 @@
 namespace {
 
 constexpr const char* USAGE =
-    "Usage: bench [--quick] [--busy] [--rounds N] [--json FILE] [GROUP]\n"
+    "Usage: bench [--quick] [--busy] [--rounds N] [--only NAME] [--json FILE] [GROUP]\n"
     "\n"
     "Measures by turns a figure of ours and its yardstick and prints the medians.\n"
     "  --quick      the same figures in a fifth of the time, less exact\n"
     "  --busy       with a program beside it for each processor that keeps it busy\n"
     "  --rounds N   samples of each (default: between 3 and 125)\n"
+    "  --only NAME  of the figures that are taken of each class only those of the control of that name\n"
     "  --json FILE  writes the results there as well (tools/compare-benchmarks compares two of them)\n"
     "  GROUP        one of create, paint, record, memory, file, work, wave, strip, network, panel, content "
     "(default: all)\n";
@@ -56,6 +57,8 @@ int Run(int count, char** arguments) {
         const std::string_view argument = arguments[i];
         if (argument == "--rounds" && i + 1 < count) {
             settings.rounds = std::atoi(arguments[++i]);
+        } else if (argument == "--only" && i + 1 < count) {
+            settings.subject = arguments[++i];
         } else if (argument == "--json" && i + 1 < count) {
             settings.jsonFile = arguments[++i];
         } else if (argument == "--quick") {

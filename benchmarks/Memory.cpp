@@ -189,7 +189,10 @@ void MeasureMemory(Report& report) {
         return bare;
     };
     const std::vector<Memory> bare = bareOnes(BARE_CLASS);
-    for (const auto& [className, name, bindings, windows, systemClass, isStrip] : Subjects()) {
+    for (const auto& [className, name, bindings, windows, systemClass, isStrip, size] : Subjects()) {
+        if (!report.WantsSubject(name)) {
+            continue;
+        }
         // Of one that stands on a control of the system, what it holds beyond that.
         const std::vector<Memory> plain = systemClass != nullptr ? bareOnes(systemClass) : bare;
         MeasureControl(report, plain, count, className, name, "", windows);

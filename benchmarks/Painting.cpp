@@ -1,5 +1,6 @@
 // Painting one control on a visible panel.
 
+#include "benchmarks/Contents.h"
 #include "benchmarks/Suites.h"
 #include "benchmarks/Windows.h"
 
@@ -9,14 +10,16 @@ namespace {
 
 constexpr int REPETITIONS = 20;
 
-// Seconds for one painting.
-Workload Paint(HWND window) {
-    return [window] {
+// Seconds for one painting of all of them, with what is inside them or without.
+Workload Paint(const std::vector<HWND>& windows, bool isWithChildren) {
+    const UINT flags = RDW_INVALIDATE | RDW_UPDATENOW | (isWithChildren ? RDW_ALLCHILDREN : RDW_NOCHILDREN);
+    return [windows, flags] {
         Settle();
         const double start = Now();
         for (int i = 0; i < REPETITIONS; ++i) {
-            InvalidateRect(window, nullptr, FALSE);
-            UpdateWindow(window);
+            for (const HWND window : windows) {
+                RedrawWindow(window, nullptr, nullptr, flags);
+            }
         }
         return (Now() - start) / REPETITIONS;
     };
@@ -28,28 +31,43 @@ void MeasurePainting(Report& report) {
     const BenchPanel panel(true);
     const HWND blit = panel.Add(BLIT_CLASS, 0);
     const HWND trackbar = panel.Add(TRACKBAR_CLASSA, 4);
-    for (const auto& [className, name, bindings, windows, systemClass, isStrip] : Subjects()) {
-        const HWND control = panel.Add(className, 8);
-        if (control == nullptr) {
-            report.Fail(name, "it cannot be created");
+    for (const Subject& subject : Subjects()) {
+        if (!report.WantsSubject(subject.name)) {
             continue;
         }
-        const HWND plain = systemClass != nullptr ? panel.Add(systemClass, 12) : blit;
+        const HWND control = AddFilled(panel, subject, 8);
+        if (control == nullptr) {
+            report.Fail(subject.name, "it cannot be created");
+            continue;
+        }
         RECT client;
         GetClientRect(control, &client); // some give themselves their size
-        for (const HWND yardstick : {plain, trackbar}) {
+        std::vector<HWND> system = AddParts(panel, subject, control, 12);
+        const bool hasParts = !system.empty();
+        if (!hasParts && subject.systemClass != nullptr) {
+            system.push_back(panel.Add(subject.systemClass, 12, {client.right, client.bottom}));
+        }
+        for (const HWND yardstick : {blit, trackbar}) {
             SetWindowPos(yardstick, nullptr, 0, 0, client.right, client.bottom, SWP_NOMOVE | SWP_NOZORDER);
         }
-        Paint(control)(); // what is made at the first painting
+        Paint({control}, hasParts)(); // what is made at the first painting
+        if (*ContentOf(subject.className).className != '\0' && IsPaintedUnchanged(control)) {
+            report.Fail(subject.name, "what has not changed is painted again");
+        }
         const std::vector<Samples> samples =
-            TakeTurns(report.Rounds(40), {Paint(control), Paint(plain), Paint(trackbar)});
-        const std::string figure = "paint one " + name;
-        report.Add(figure, samples[0], systemClass != nullptr ? "the system's" : "bare window, one BitBlt",
-                   samples[1], Unit::Seconds, RatioUpTo(1.5));
+            TakeTurns(report.Rounds(40), {Paint({control}, hasParts),
+                                          Paint(system.empty() ? std::vector{blit} : system, hasParts),
+                                          Paint({trackbar}, false)});
+        const std::string figure = "paint one " + subject.name;
+        report.Add(figure, samples[0],
+                   system.empty()      ? "bare window, one BitBlt"
+                   : system.size() > 1 ? "the system's parts"
+                                       : "the system's",
+                   samples[1], Unit::Seconds, RatioUpTo(ContentOf(subject.className).painting));
         report.Add(figure, samples[0], "trackbar", samples[2], Unit::Seconds, NO_AIM);
         DestroyWindow(control);
-        if (plain != blit) {
-            DestroyWindow(plain);
+        for (const HWND window : system) {
+            DestroyWindow(window);
         }
     }
 }

@@ -42,7 +42,10 @@ void MeasureRecords(Report& report) {
     const BenchPanel panel(false);
     const HWND bare = panel.Add(ANSWER_CLASS, 0);
     int number = 0;
-    for (const auto& [className, name, bindings, windows, systemClass, isStrip] : Subjects()) {
+    for (const auto& [className, name, bindings, windows, systemClass, isStrip, size] : Subjects()) {
+        if (!report.WantsSubject(name)) {
+            continue;
+        }
         const HWND control = panel.Add(className, ++number);
         report.Measure("get the value of a " + name, Get(control, nullptr), "bare window's answer",
                        Get(bare, nullptr), Unit::Seconds, RatioUpTo(isStrip ? 6 : 3), ROUNDS);

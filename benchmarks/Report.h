@@ -41,6 +41,7 @@ struct RunSettings {
     bool isQuick = false; // the same figures from fewer samples
     bool isBusy = false;  // other programs keep the processors busy; said in the results
     std::string group;    // only groups whose name holds it are measured
+    std::string subject;  // only this control is measured; empty for all
     std::string jsonFile; // receives the results as well; empty for none
 };
 
@@ -73,6 +74,10 @@ public:
     int Rounds(int usual) const;
     bool IsQuick() const { return settings_.isQuick; }
     bool Wants(const std::string& group) const { return group.find(settings_.group) != std::string::npos; }
+
+    bool WantsSubject(const std::string& name) const {
+        return settings_.subject.empty() || name == settings_.subject;
+    }
 
     // Measures both by turns and adds the line.
     void Measure(const std::string& name, const Workload& ours, const std::string& yardstickName,

@@ -1,5 +1,6 @@
 #include "Panelhost/HostInterface.h"
 #include "Panelhost/Hostinfo.h"
+#include "benchmarks/Contents.h"
 #include "benchmarks/Suites.h"
 #include "benchmarks/Windows.h"
 
@@ -45,10 +46,18 @@ std::vector<Subject> FindSubjects() {
         }
         const KEYWORDROW* table = a_FromWindow(control)->GetHostinfoTable();
         const bool isBound = a_FindKeyword(table, "function") >= 0;
-        subjects.push_back({one->windowClass, one->name, isBound ? "function=AMP1*gain1;AMP1*gain2" : "",
-                            WindowsIn(control), one->systemClass, one->group == PH_GROUP_STRIPS});
-        tables.push_back(table);
+        subjects.push_back({one->windowClass,
+                            one->name,
+                            isBound ? "function=AMP1*gain1;AMP1*gain2" : "",
+                            1,
+                            one->systemClass,
+                            one->group == PH_GROUP_STRIPS,
+                            {one->width, one->height}});
         DestroyWindow(control);
+        const HWND filled = AddFilled(panel, subjects.back(), 1);
+        subjects.back().windows = WindowsIn(filled);
+        DestroyWindow(filled);
+        tables.push_back(table);
     }
     std::vector<Subject> own;
     for (std::size_t i = 0; i < subjects.size(); ++i) {

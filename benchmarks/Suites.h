@@ -3,6 +3,8 @@
 
 #include "benchmarks/Report.h"
 
+#include <windows.h>
+
 #include <string>
 #include <vector>
 
@@ -14,6 +16,7 @@ struct Subject {
     int windows = 1;         // that it is made of, itself included; fewer of it are made where there are more
     const char* systemClass; // that it stands on: its yardstick in place of a bare window; null for none
     bool isStrip;            // whose value is that of a child, asked by a second message
+    SIZE size;               // of a new one in an editor, pixels
 };
 const std::vector<Subject>& Subjects();
 

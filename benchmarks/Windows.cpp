@@ -99,11 +99,11 @@ BenchPanel::~BenchPanel() {
     Settle();
 }
 
-HWND BenchPanel::Add(const char* className, int number) const {
+HWND BenchPanel::Add(const char* className, int number, SIZE size) const {
     const RECT place = PlaceOf(number);
     const std::string name = "Control" + std::to_string(number);
     return CreateWindowExA(0, className, name.c_str(), WS_CHILD | WS_VISIBLE | WS_TABSTOP, place.left,
-                           place.top, SIDE, SIDE, window_, nullptr, GetModuleHandleA(nullptr), root_);
+                           place.top, size.cx, size.cy, window_, nullptr, GetModuleHandleA(nullptr), root_);
 }
 
 std::vector<HWND> BenchPanel::AddMany(const char* className, int count) const {

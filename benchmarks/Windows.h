@@ -31,7 +31,7 @@ public:
     HWND Window() const { return window_; }
     HOSTINFO* Root() const { return root_; }
     // A child of the panel; null on failure.
-    HWND Add(const char* className, int number) const;
+    HWND Add(const char* className, int number, SIZE size = {SIDE, SIDE}) const;
     std::vector<HWND> AddMany(const char* className, int count) const;
     // A window with children in the places and styles of another one's. Null for the inner class: each child
     // is of the class of the one that it stands for.

@@ -10,6 +10,7 @@
 #include <cmath>
 #include <fstream>
 #include <functional>
+#include <iterator>
 #include <vector>
 
 namespace {
@@ -20,11 +21,14 @@ constexpr int SHOWN_TICKS = 2; // of them, where painting takes long
 constexpr int CLICKS = 100;
 constexpr int EXPONENTIALS = 100000;
 constexpr double MOST_OF_A_CORE = 0.5;
+constexpr const char* LEVELS[] = {"-20", "-14", "-17", "-6", "-11", "3", "-9", "-24"};
+constexpr int STEPS = std::size(LEVELS);
 
 constexpr const char* DEVICES = "AMP1*device=simulated\n"
                                 "AMP1*level=float,-80,12,-80,dB\n"
                                 "AMP1*level=wave,triangle,-80,12,700\n"
-                                "AMP1*scene=integer,0,1,0,\n";
+                                "AMP1*scene=integer,0,1,0,\n"
+                                "AMP1*step=float,-80,12,-20,dB\n";
 
 void DeclareDevices(const BenchPanel& panel) {
     char folder[MAX_PATH];
@@ -118,6 +122,51 @@ void MeasureShownMeters(Report& report) {
                    PaintingSecond(plain, SHOWN_TICKS), Unit::Seconds, NO_AIM, 3);
 }
 
+// Whole areas of windows are not painted where little of them changes: what is invalidated at each tick is
+// what the bars have invalidated at the same one.
+void MeasureMovingBars(Report& report) {
+    const BenchPanel panel(true);
+    const std::vector<HWND> plain = panel.AddMany(BLIT_CLASS, CONTROLS);
+    DeclareDevices(panel);
+    const std::vector<HWND> bars = panel.AddMany("FADING", CONTROLS);
+    for (const HWND bar : bars) {
+        for (const char* line : {"properties=-80,12,-20", "zones=-80=0x0040c040;-12=0x0000c0ff;0=0x000000ff",
+                                 "style=segments", "hold=300", "interval=0", "function=AMP1*step"}) {
+            LoadLine(bar, line);
+        }
+    }
+    const auto move = [&panel](int step) {
+        ph_SetParameter(panel.Root(), "AMP1*step", LEVELS[step % STEPS]);
+        ph_Tick(panel.Root());
+    };
+    std::vector<RECT> changed[STEPS]; // of all bars, one after the other
+    for (int step = 0; step < 2 * STEPS; ++step) {
+        Settle();
+        move(step);
+        changed[step % STEPS].clear();
+        for (const HWND bar : bars) {
+            RECT area{};
+            GetUpdateRect(bar, &area, FALSE);
+            changed[step % STEPS].push_back(area);
+        }
+    }
+    Settle();
+    int ours = 0;
+    int theirs = 0;
+    report.Measure("one second of 1,000 bars that move at 20 Hz", Second(SHOWN_TICKS, [&] { move(ours++); }),
+                   "20 BitBlts of what changed",
+                   Second(SHOWN_TICKS,
+                          [&] {
+                              const std::vector<RECT>& areas = changed[theirs++ % STEPS];
+                              for (std::size_t i = 0; i < plain.size(); ++i) {
+                                  if (!IsRectEmpty(&areas[i])) {
+                                      InvalidateRect(plain[i], &areas[i], FALSE);
+                                  }
+                              }
+                          }),
+                   Unit::Seconds, RatioUpTo(1.2), 9);
+}
+
 void MeasureManyClocks(Report& report) {
     const BenchPanel panel(false);
     const std::vector<HWND> bare = panel.AddMany(BARE_CLASS, CONTROLS);
@@ -204,6 +253,7 @@ void MeasureDialog(Report& report) {
 void MeasureWork(Report& report) {
     MeasureHiddenMeters(report);
     MeasureShownMeters(report);
+    MeasureMovingBars(report);
     MeasureManyClocks(report);
     MeasureFitter(report);
     MeasureClick(report);

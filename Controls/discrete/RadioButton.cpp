@@ -256,7 +256,8 @@ void RADIOBUTTONPROPERTIES::Draw(HDC dc, const RECT& client) const {
         SelectObject(dc, font.Get());
         SetBkMode(dc, TRANSPARENT);
         SetTextColor(dc, IsOn() ? textColorPressed : textColorReleased);
-        DrawTextA(dc, caption.c_str(), -1, &text, DT_LEFT | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX);
+        DrawTextA(dc, caption.c_str(), -1, &text,
+                  DT_LEFT | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX | DT_NOCLIP);
     }
 }
 

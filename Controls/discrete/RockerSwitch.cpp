@@ -293,14 +293,6 @@ struct RockerShape {
         }
         return part;
     }
-    void Fill(HDC dc, const RECT& part, COLORREF from, COLORREF to) const {
-        if (isLying) {
-            DrawGradientColumns(dc, part, from, to);
-        } else {
-            DrawGradientRows(dc, part, from, to);
-        }
-    }
-
     bool isLying;
     RECT body;
 };
@@ -329,8 +321,12 @@ void ROCKERSWITCHPROPERTIES::DrawRocker(HDC dc, const RECT& client, std::optiona
     const bool isSecondDown = shape.isLying ? isAtLast : isAtFirst;
     const auto& one = isFirstDown ? SUNK : (isSecondDown ? RAISED : LEVEL);
     const auto& other = isSecondDown ? SUNK : (isFirstDown ? RAISED : LEVEL);
-    shape.Fill(dc, shape.Part(0, 1, 2), one[0], one[1]);
-    shape.Fill(dc, shape.Part(1, 2, 2), other[1], other[0]);
+    const COLORREF colours[] = {one[0], one[1], other[1], other[0]};
+    if (shape.isLying) {
+        DrawGradientColumns(dc, shape.body, colours);
+    } else {
+        DrawGradientRows(dc, shape.body, colours);
+    }
     // Off its rest the end that is down is lit.
     if ((isFirstDown || isSecondDown) && position != positions.Rest()) {
         RECT stripe = shape.body;
@@ -355,12 +351,15 @@ void ROCKERSWITCHPROPERTIES::DrawTexts(HDC dc, const RECT& client, std::optional
     SetBkMode(dc, TRANSPARENT);
     for (int number = 0; number < count; ++number) {
         const std::string_view text = TextOf(number);
+        if (text.empty()) {
+            continue;
+        }
         const int place = shape.isLying ? number : count - 1 - number;
         RECT part = shape.Part(place, place + 1, count);
         SetTextColor(dc,
                      number == position ? textColorReleased : logic::Blend(textColorReleased, OUTLINE, 0.25));
         DrawTextA(dc, text.data(), static_cast<int>(text.size()), &part,
-                  DT_CENTER | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX);
+                  DT_CENTER | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX | DT_NOCLIP);
     }
 }
 

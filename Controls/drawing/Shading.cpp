@@ -20,10 +20,12 @@ std::vector<std::uint32_t> LineColours(COLORREF colour, int thickness) {
     return pixels;
 }
 
-std::vector<std::uint32_t> GradientColours(COLORREF from, COLORREF to, int thickness) {
+std::vector<std::uint32_t> GradientColours(const HalfGradients& colours, int thickness) {
     std::vector<std::uint32_t> pixels;
     for (int number = 0; number < thickness; ++number) {
-        const COLORREF colour = logic::Blend(from, to, (number + 0.5) / thickness);
+        const double place = (number + 0.5) / thickness;
+        const COLORREF colour = place < 0.5 ? logic::Blend(colours[0], colours[1], 2 * place)
+                                            : logic::Blend(colours[2], colours[3], 2 * place - 1);
         pixels.push_back(static_cast<std::uint32_t>(GetRValue(colour)) << 16 |
                          static_cast<std::uint32_t>(GetGValue(colour)) << 8 | GetBValue(colour));
     }
@@ -59,17 +61,17 @@ void DrawShadedColumns(HDC dc, const RECT& area, COLORREF colour) {
     }
 }
 
-void DrawGradientRows(HDC dc, const RECT& area, COLORREF from, COLORREF to) {
+void DrawGradientRows(HDC dc, const RECT& area, const HalfGradients& colours) {
     if (!IsRectEmpty(&area)) {
         const int rows = area.bottom - area.top;
-        Stretch(dc, area, GradientColours(from, to, rows), 1, rows);
+        Stretch(dc, area, GradientColours(colours, rows), 1, rows);
     }
 }
 
-void DrawGradientColumns(HDC dc, const RECT& area, COLORREF from, COLORREF to) {
+void DrawGradientColumns(HDC dc, const RECT& area, const HalfGradients& colours) {
     if (!IsRectEmpty(&area)) {
         const int columns = area.right - area.left;
-        Stretch(dc, area, GradientColours(from, to, columns), columns, 1);
+        Stretch(dc, area, GradientColours(colours, columns), columns, 1);
     }
 }
 

@@ -15,8 +15,10 @@ constexpr COLORREF RIM_COLOUR = logic::PANEL_EDGE;
 // Fills the area row by row (column by column) with the colour, brightest in the middle row (column).
 void DrawShadedRows(HDC dc, const RECT& area, COLORREF colour);
 void DrawShadedColumns(HDC dc, const RECT& area, COLORREF colour);
-// Fills the area with colours from the first at its upper (left) edge to the second.
-void DrawGradientRows(HDC dc, const RECT& area, COLORREF from, COLORREF to);
-void DrawGradientColumns(HDC dc, const RECT& area, COLORREF from, COLORREF to);
+// Fills the area with two gradients, one in each half: from the first colour at the upper (left) edge to the
+// second, and from the third to the last.
+using HalfGradients = COLORREF[4];
+void DrawGradientRows(HDC dc, const RECT& area, const HalfGradients& colours);
+void DrawGradientColumns(HDC dc, const RECT& area, const HalfGradients& colours);
 // A round dot of 5 x 5 pixels with a highlight at its bottom and right.
 void DrawDot(HDC dc, int left, int top, COLORREF colour);
