@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <iterator>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -137,21 +138,26 @@ bool RADIOBUTTONPROPERTIES::SetValue(int number) {
 
 namespace {
 
-// All that live on this thread, in order of creation.
-std::vector<RADIOBUTTONPROPERTIES*>& RadioButtons() {
-    static thread_local std::vector<RADIOBUTTONPROPERTIES*> all;
-    return all;
-}
+using RadioButtons = std::vector<RADIOBUTTONPROPERTIES*>;
+// All that live on this thread, in order of creation; null when there is none. A plain pointer, because an
+// object would have a destructor, and with it would keep the library loaded until the thread ends.
+thread_local RadioButtons* radioButtons = nullptr;
 
 } // namespace
 
 RADIOBUTTONPROPERTIES::RADIOBUTTONPROPERTIES() {
     onValue = 1;
-    RadioButtons().push_back(this);
+    if (radioButtons == nullptr) {
+        radioButtons = new RadioButtons;
+    }
+    radioButtons->push_back(this);
 }
 
 RADIOBUTTONPROPERTIES::~RADIOBUTTONPROPERTIES() {
-    std::erase(RadioButtons(), this);
+    std::erase(*radioButtons, this);
+    if (radioButtons->empty()) {
+        delete std::exchange(radioButtons, nullptr);
+    }
 }
 
 bool RADIOBUTTONPROPERTIES::IsPeer(const RADIOBUTTONPROPERTIES& other) const {
@@ -168,7 +174,7 @@ void RADIOBUTTONPROPERTIES::Take(int number) {
 
 void RADIOBUTTONPROPERTIES::TakeInGroup(int number) {
     Take(number);
-    for (RADIOBUTTONPROPERTIES* other : RadioButtons()) {
+    for (RADIOBUTTONPROPERTIES* other : *radioButtons) {
         if (IsPeer(*other)) {
             other->Take(number);
         }
@@ -176,7 +182,7 @@ void RADIOBUTTONPROPERTIES::TakeInGroup(int number) {
 }
 
 void RADIOBUTTONPROPERTIES::Join() {
-    const auto& all = RadioButtons();
+    const auto& all = *radioButtons;
     const auto other =
         std::find_if(all.begin(), all.end(), [this](const auto* one) { return one != this && IsPeer(*one); });
     if (!IsBound() && other != all.end()) {
@@ -192,7 +198,7 @@ void RADIOBUTTONPROPERTIES::Choose() {
     }
     Take(number);
     const DWORD now = GetTickCount();
-    for (RADIOBUTTONPROPERTIES* other : RadioButtons()) {
+    for (RADIOBUTTONPROPERTIES* other : *radioButtons) {
         if (other != this && IsPeer(*other)) {
             other->lastPoll =
                 now - static_cast<DWORD>(other->interval) - 1; // so that two are not lit for long
