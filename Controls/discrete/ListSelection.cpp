@@ -3,9 +3,11 @@
 // the rows that are seen. Geometry in pixels.
 
 #include "Controls/drawing/FontProperty.h"
+#include "Controls/drawing/KeptPicture.h"
 #include "Controls/drawing/TextColours.h"
 #include "Controls/families/ClickTemplate.h"
 #include "Controls/families/FunctionList.h"
+#include "Controls/families/ItemSource.h"
 #include "Controls/families/ListFile.h"
 #include "Controls/families/ListRowWindows.h"
 #include "Controls/families/Question.h"
@@ -18,7 +20,6 @@
 #include "logic/controls/ListLogic.h"
 
 #include <algorithm>
-#include <memory>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -26,7 +27,6 @@
 namespace {
 
 constexpr int MOST_ROWS = 200;
-constexpr int WHEEL_ROWS = 3; // of one notch
 
 constexpr COLORREF ROW_COLOUR = RGB(62, 68, 76);
 constexpr COLORREF LIT_COLOUR = RGB(74, 163, 255);
@@ -35,7 +35,6 @@ constexpr COLORREF LIT_COLOUR = RGB(74, 163, 255);
 
 class LISTSELECTIONPROPERTIES : public LISTROWSPROPERTIES {
 public:
-    LISTSELECTIONPROPERTIES() { font.Load("Tahoma,8"); }
     KeywordList Keywords() const override;
     void SetDefaults() override;
     void Redraw() const override;
@@ -49,27 +48,21 @@ public:
 
     int Value() const { return value; }
     bool SetValue(int number);
-    std::string ItemsText() const { return items; }
+    std::string ItemsText() const { return source.Text(); }
     bool SetItems(const std::string& text);
+    std::string ItemsFunction() const { return source.Functions(); }
+    bool SetItemsFunction(const std::string& text);
     std::string FileName() const { return file; }
     bool SetFile(const std::string& fileName);
-    void FontChanged();
     void LookChanged() { Redraw(); }
-
-    // Places the rows in the window, makes those that are missing and destroys those that are too many.
-    void Arrange();
     void Key(WPARAM key);
-    void Wheel(int delta);
+
     int value = 0;
-    std::string items; // as they were set
-    std::string file;  // empty for none
-    FunctionList itemsFunctions;
+    ItemSource source;
+    std::string file; // that the lines of the source are from; empty for none
     FunctionList textFunctions;
     std::string clickTemplate;
     std::string confirmText;
-    int rows = 0;
-    int numbers = 1;
-    FontProperty font;
     std::optional<COLORREF> textColour;
     std::optional<COLORREF> backgroundColour;
     COLORREF rowColour = ROW_COLOUR;
@@ -78,38 +71,26 @@ public:
 private:
     enum class Grip { None, Row, Thumb };
 
-    ListLayout LayoutOf(const RECT& client) const;
-    ListLayout CurrentLayout() const;
-    logic::ListScroll Scroll(const ListLayout& layout) const { return {entries_.Size(), layout.rows}; }
-    RECT ThumbArea(const ListLayout& layout) const;
-    std::optional<int> EntryAt(const ListLayout& layout, POINT point) const;
-    void EntriesChanged();
-    void AskForItems(int& result);
+    int EntryCount() const override { return entries_.Size(); }
+    int LongestNumber() const override { return entries_.LongestNumber(); }
+    std::optional<int> EntryToShow() const override { return grip_ == Grip::None ? active_ : std::nullopt; }
+    // What the source offers, if it is another list.
+    void TakeEntries();
     void Show(int number);
     void ShowMark();
-    void ScrollTo(int top);
     void Choose(int entry);
-    const OSMIRBitmap* PictureOf(const ListLayout& layout, const RECT& area) const;
     void DrawRows(HDC dc, const ListLayout& layout, int count) const;
 
     logic::NumberedItems entries_;
-    std::string fileText_;   // what the file held when it was read
-    std::string deviceText_; // the list that the device holds
-    bool hasDeviceText_ = false;
     bool isKnown_ = false;           // the value was set, asked for or chosen
     int answer_ = REQUEST_UNCHANGED; // to the last poll
-    int top_ = 0;                    // the entry in the uppermost row
     std::optional<int> active_;
     std::optional<int> mark_; // what the keys move
-    ListLetters letters_;     // measured with the first entries
-    int wheel_ = 0;           // that is less than a row
     Grip grip_ = Grip::None;
     int heldEntry_ = 0;
     bool isDown_ = false; // the held row is under the mouse
     int heldAt_ = 0;      // of the thumb
-    // What was drawn last, which is drawn anew when it looks different.
-    mutable std::unique_ptr<OSMIRBitmap> rows_;
-    mutable bool isDrawn_ = false;
+    mutable KeptPicture rows_{false};
     mutable bool drawnWithFocus_ = false;
 };
 
@@ -186,10 +167,8 @@ constexpr KeywordTable KEYWORDS({
         .Label("Entries")
         .Says("Entries `caption` or `caption=number`, joined by `;`; one without a number has its place, the "
               "first being 1. The last `=` divides; `\\` in front of `;`, `=` and `\\` makes them plain."),
-    Functions<&LISTSELECTIONPROPERTIES::itemsFunctions>("itemsfunction")
-        .Label("Function of the entries")
-        .Says("Device parameter, a text, that holds the entries in the form of `items`. Once it has answered "
-              "it goes before `file` and `items`."),
+    ItemsFunctionKeyword<&LISTSELECTIONPROPERTIES::ItemsFunction,
+                         &LISTSELECTIONPROPERTIES::SetItemsFunction>(),
 });
 
 } // namespace
@@ -202,14 +181,20 @@ void LISTSELECTIONPROPERTIES::SetDefaults() {
     LISTROWSPROPERTIES::SetDefaults();
     interval = 250;
     DragAcceptFiles(window, TRUE);
-    itemsFunctions.Attach(*this);
+    source.Attach(*this);
     textFunctions.Attach(*this);
 }
 
 bool LISTSELECTIONPROPERTIES::SetItems(const std::string& text) {
-    items = text;
-    EntriesChanged();
+    source.SetText(text);
+    TakeEntries();
     return true;
+}
+
+bool LISTSELECTIONPROPERTIES::SetItemsFunction(const std::string& text) {
+    const bool isTaken = source.SetFunctions(*this, text);
+    TakeEntries();
+    return isTaken;
 }
 
 bool LISTSELECTIONPROPERTIES::SetFile(const std::string& fileName) {
@@ -219,15 +204,16 @@ bool LISTSELECTIONPROPERTIES::SetFile(const std::string& fileName) {
         return false;
     }
     file = fileName;
-    fileText_ = std::move(text);
-    EntriesChanged();
+    source.SetLines(file.empty() ? std::nullopt : std::optional(std::move(text)));
+    TakeEntries();
     return true;
 }
 
-void LISTSELECTIONPROPERTIES::EntriesChanged() {
-    entries_ = logic::NumberedItems(hasDeviceText_ ? logic::Items::OfList(deviceText_)
-                                    : file.empty() ? logic::Items::OfList(items)
-                                                   : logic::Items::OfLines(fileText_));
+void LISTSELECTIONPROPERTIES::TakeEntries() {
+    if (!source.IsChanged()) {
+        return;
+    }
+    entries_ = logic::NumberedItems(source.Get());
     active_ = isKnown_ ? entries_.IndexOf(value) : std::nullopt;
     mark_.reset();
     if (grip_ == Grip::Row) {
@@ -256,7 +242,7 @@ void LISTSELECTIONPROPERTIES::Show(int number) {
     const auto before = std::exchange(active_, entries_.IndexOf(number));
     if (active_ != before) {
         if (active_ && grip_ == Grip::None) {
-            top_ = Scroll(CurrentLayout()).TopShowing(*active_, top_);
+            top = Scroll(CurrentLayout()).TopShowing(*active_, top);
         }
         Redraw();
     }
@@ -268,31 +254,12 @@ void LISTSELECTIONPROPERTIES::ShowMark() {
     ShowPollResult(isNoEntry ? std::max(answer_, REQUEST_DISAGREE) : answer_);
 }
 
-void LISTSELECTIONPROPERTIES::AskForItems(int& result) {
-    REQUESTLIST& list = itemsFunctions.Requests();
-    if (list.empty()) {
-        if (std::exchange(hasDeviceText_, false)) {
-            EntriesChanged();
-        }
-        return;
-    }
-    char text[TEXT_SIZE];
-    text[deviceText_.copy(text, TEXT_SIZE - 1)] = '\0';
-    const int answer = Ask(list, DATATYPE_TEXT, text);
-    if (answer == REQUEST_DELIVERED || (answer == REQUEST_UNCHANGED && !hasDeviceText_)) {
-        hasDeviceText_ = true;
-        deviceText_ = text;
-        EntriesChanged();
-    }
-    result = std::max(result, answer);
-}
-
 void LISTSELECTIONPROPERTIES::Poll() {
     int polled = value;
-    int result = Ask(requests, DATATYPE_INTEGER, &polled);
+    const int result = Ask(requests, DATATYPE_INTEGER, &polled);
     const bool isAnswered = !requests.empty() && result <= REQUEST_DELIVERED;
-    AskForItems(result);
-    answer_ = result;
+    answer_ = std::max(result, source.Poll());
+    TakeEntries();
     if (isAnswered) {
         Show(polled);
     }
@@ -320,58 +287,8 @@ void LISTSELECTIONPROPERTIES::Choose(int entry) {
 
 // Layout
 
-void LISTSELECTIONPROPERTIES::FontChanged() {
-    letters_ = ListLetters();
-    Arrange();
-}
-
-ListLayout LISTSELECTIONPROPERTIES::LayoutOf(const RECT& client) const {
-    ListLayout layout(client, letters_, rows, numbers != 0 ? entries_.LongestNumber() : 0);
-    if (Scroll(layout).NeedsBar()) {
-        layout.AddBar();
-    }
-    return layout;
-}
-
-ListLayout LISTSELECTIONPROPERTIES::CurrentLayout() const {
-    RECT client{};
-    GetClientRect(window, &client);
-    return LayoutOf(client);
-}
-
-RECT LISTSELECTIONPROPERTIES::ThumbArea(const ListLayout& layout) const {
-    const auto thumb = Scroll(layout).ThumbAt(top_, layout.Track());
-    return {layout.bar.left, layout.bar.top + thumb.start, layout.bar.right,
-            layout.bar.top + thumb.start + thumb.length};
-}
-
-std::optional<int> LISTSELECTIONPROPERTIES::EntryAt(const ListLayout& layout, POINT point) const {
-    const auto row = layout.RowAt(point);
-    return row && top_ + *row < entries_.Size() ? std::optional(top_ + *row) : std::nullopt;
-}
-
-void LISTSELECTIONPROPERTIES::Arrange() {
-    if (entries_.Size() > 0 || HasRows()) {
-        if (letters_.font == nullptr) {
-            letters_ = ListLetters(font.Get());
-        }
-        const ListLayout layout = CurrentLayout();
-        const logic::ListScroll scroll = Scroll(layout);
-        top_ = active_ && grip_ == Grip::None ? scroll.TopShowing(*active_, top_) : scroll.LimitTop(top_);
-        PlaceRows(layout, std::min(layout.rows, entries_.Size()));
-    }
-    Redraw();
-}
-
-void LISTSELECTIONPROPERTIES::ScrollTo(int top) {
-    if (top != top_) {
-        top_ = top;
-        Redraw();
-    }
-}
-
 std::string LISTSELECTIONPROPERTIES::RowText(int row, bool isNumber) const {
-    const int entry = top_ + row;
+    const int entry = top + row;
     if (entry >= entries_.Size()) {
         return {};
     }
@@ -382,7 +299,7 @@ std::string LISTSELECTIONPROPERTIES::RowText(int row, bool isNumber) const {
 
 // The windows of the rows, which are painted over, stay as they are.
 void LISTSELECTIONPROPERTIES::Redraw() const {
-    isDrawn_ = false;
+    rows_.Change();
     if (!a_IsLoading(this) && IsWindowVisible(window)) {
         RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_NOCHILDREN);
     }
@@ -391,11 +308,20 @@ void LISTSELECTIONPROPERTIES::Redraw() const {
 void LISTSELECTIONPROPERTIES::Draw(HDC dc, const RECT& client) const {
     FillGround(dc, backgroundColour, client);
     const ListLayout layout = LayoutOf(client);
-    const int shown = std::min(layout.rows, entries_.Size() - top_);
+    const int shown = std::min(layout.rows, entries_.Size() - top);
     if (shown > 0) {
         const RECT area{layout.inside.left, layout.inside.top, layout.inside.right,
                         layout.inside.top + shown * layout.rowHeight};
-        if (const OSMIRBitmap* picture = PictureOf(layout, area)) {
+        if (drawnWithFocus_ != HasFocus()) {
+            drawnWithFocus_ = HasFocus();
+            rows_.Change();
+        }
+        const auto render = [&](HDC kept, std::uint32_t*) {
+            SetViewportOrgEx(kept, -area.left, -area.top, nullptr);
+            DrawRows(kept, layout, shown);
+            SetViewportOrgEx(kept, 0, 0, nullptr);
+        };
+        if (const OSMIRBitmap* picture = rows_.Get(area.right - area.left, area.bottom - area.top, render)) {
             picture->Draw(dc, area.left, area.top);
         } else {
             DrawRows(dc, layout, shown);
@@ -410,45 +336,17 @@ void LISTSELECTIONPROPERTIES::Draw(HDC dc, const RECT& client) const {
     }
 }
 
-// The rows as they were last drawn, or drawn now. Null without the memory for it, or when it would take too
-// much of it.
-const OSMIRBitmap* LISTSELECTIONPROPERTIES::PictureOf(const ListLayout& layout, const RECT& area) const {
-    constexpr int LARGEST = 1 << 20; // pixels
-    const int width = area.right - area.left;
-    const int height = area.bottom - area.top;
-    if (width <= 0 || height <= 0 || height > LARGEST / width) {
-        return nullptr;
-    }
-    if (rows_ == nullptr || rows_->Width() != width || rows_->Height() != height) {
-        rows_.reset();
-        const HBITMAP bitmap = CreatePixels(width, height);
-        if (bitmap == nullptr) {
-            return nullptr;
-        }
-        rows_ = std::make_unique<OSMIRBitmap>(bitmap, width, height, false);
-        isDrawn_ = false;
-    }
-    if (!isDrawn_ || drawnWithFocus_ != HasFocus()) {
-        SetViewportOrgEx(rows_->Dc(), -area.left, -area.top, nullptr);
-        DrawRows(rows_->Dc(), layout, height / layout.rowHeight);
-        SetViewportOrgEx(rows_->Dc(), 0, 0, nullptr);
-        isDrawn_ = true;
-        drawnWithFocus_ = HasFocus();
-    }
-    return rows_.get();
-}
-
 void LISTSELECTIONPROPERTIES::DrawRows(HDC dc, const ListLayout& layout, int count) const {
     const Selected selected(dc, font.Get());
     SetBkMode(dc, TRANSPARENT);
     for (int row = 0; row < count; ++row) {
-        const int entry = top_ + row;
+        const int entry = top + row;
         const std::string number = numbers != 0 ? std::to_string(entries_.Number(entry)) : "";
         const bool isDown = grip_ == Grip::Row && isDown_ && heldEntry_ == entry;
         DrawListRow(dc, layout, row,
                     {entries_.Caption(entry).substr(0, TEXT_SIZE), number, active_ == entry,
                      mark_ == entry && HasFocus(), isDown},
-                    letters_, {textColour, rowColour, litColour});
+                    letters, {textColour, rowColour, litColour});
     }
 }
 
@@ -460,7 +358,7 @@ bool LISTSELECTIONPROPERTIES::BeginDrag(POINT point) {
         const RECT thumb = ThumbArea(layout);
         if (!PtInRect(&thumb, point)) { // a page towards the mouse
             const int page = std::max(layout.rows - 1, 1);
-            ScrollTo(Scroll(layout).LimitTop(point.y < thumb.top ? top_ - page : top_ + page));
+            ScrollTo(Scroll(layout).LimitTop(point.y < thumb.top ? top - page : top + page));
             return false;
         }
         grip_ = Grip::Thumb;
@@ -511,7 +409,7 @@ void LISTSELECTIONPROPERTIES::Key(WPARAM key) {
     const logic::ListScroll scroll = Scroll(CurrentLayout());
     if (key == VK_RETURN || key == VK_SPACE) {
         if (mark_) {
-            ScrollTo(scroll.TopShowing(*mark_, top_));
+            ScrollTo(scroll.TopShowing(*mark_, top));
             Choose(*mark_);
         }
         return;
@@ -519,19 +417,12 @@ void LISTSELECTIONPROPERTIES::Key(WPARAM key) {
     if (key < VK_PRIOR || key > VK_DOWN) {
         return;
     }
-    const auto moved = scroll.MoveMark(mark_ ? mark_ : active_, top_, static_cast<logic::ListKey>(key));
+    const auto moved = scroll.MoveMark(mark_ ? mark_ : active_, top, static_cast<logic::ListKey>(key));
     if (moved) {
         mark_ = moved;
-        top_ = scroll.TopShowing(*moved, top_);
+        top = scroll.TopShowing(*moved, top);
         Redraw();
     }
-}
-
-void LISTSELECTIONPROPERTIES::Wheel(int delta) {
-    wheel_ += delta * WHEEL_ROWS;
-    const int moved = wheel_ / WHEEL_DELTA;
-    wheel_ -= moved * WHEEL_DELTA;
-    ScrollTo(Scroll(CurrentLayout()).LimitTop(std::int64_t{top_} - moved));
 }
 
 // Window procedures and registration

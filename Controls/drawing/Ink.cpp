@@ -9,8 +9,6 @@
 
 namespace {
 
-constexpr int MOST_PIXELS = 1 << 20; // more are drawn each time rather than kept
-
 // A pixel of that colour (0x00bbggrr) as AlphaBlend wants it, of which so much covers the ground.
 std::uint32_t Covering(COLORREF colour, std::uint32_t cover) {
     const auto share = [cover](std::uint32_t channel) { return (channel * cover + 127) / 255; };
@@ -23,7 +21,7 @@ std::uint32_t Covering(COLORREF colour, std::uint32_t cover) {
 void Ink::Set(std::vector<RECT> lines, std::vector<Text> texts) {
     lines_ = std::move(lines);
     texts_ = std::move(texts);
-    picture_.reset();
+    picture_.Change();
 }
 
 void Ink::DrawTexts(HDC dc, const Look& look, COLORREF colour) const {
@@ -35,16 +33,8 @@ void Ink::DrawTexts(HDC dc, const Look& look, COLORREF colour) const {
     }
 }
 
-void Ink::Render(const Look& look) {
-    std::uint32_t* pixels = nullptr;
-    Bitmap bitmap(CreatePixels(look.size.cx, look.size.cy, &pixels));
-    picture_.reset();
-    if (bitmap == nullptr) {
-        return;
-    }
-    picture_ = std::make_unique<OSMIRBitmap>(bitmap.get(), look.size.cx, look.size.cy, true);
-    (void)bitmap.release();
-    DrawTexts(picture_->Dc(), look, RGB(255, 255, 255));
+void Ink::Render(const Look& look, HDC dc, std::uint32_t* pixels) const {
+    DrawTexts(dc, look, RGB(255, 255, 255));
     GdiFlush();
     // How white the smoothed edge of a glyph is on black says how much it covers.
     const int count = look.size.cx * look.size.cy;
@@ -59,24 +49,21 @@ void Ink::Render(const Look& look) {
                       Covering(look.lineColour, 255));
         }
     }
-    lineColour_ = look.lineColour;
-    textColour_ = look.textColour;
 }
 
 void Ink::Draw(HDC dc, const Look& look) {
-    const bool isKept = picture_ != nullptr && picture_->Width() == look.size.cx &&
-                        picture_->Height() == look.size.cy && lineColour_ == look.lineColour &&
-                        textColour_ == look.textColour;
-    const long long count = 1LL * look.size.cx * look.size.cy;
-    if (!isKept && count > 0 && count <= MOST_PIXELS) {
-        Render(look);
+    if (lineColour_ != look.lineColour || textColour_ != look.textColour) {
+        lineColour_ = look.lineColour;
+        textColour_ = look.textColour;
+        picture_.Change();
     }
-    if (picture_ == nullptr || count > MOST_PIXELS) {
-        for (const RECT& line : lines_) {
-            FillGround(dc, look.lineColour, line);
-        }
-        DrawTexts(dc, look, look.textColour);
+    const auto render = [&](HDC kept, std::uint32_t* pixels) { Render(look, kept, pixels); };
+    if (const OSMIRBitmap* picture = picture_.Get(look.size.cx, look.size.cy, render)) {
+        picture->Draw(dc, 0, 0);
         return;
     }
-    picture_->Draw(dc, 0, 0);
+    for (const RECT& line : lines_) {
+        FillGround(dc, look.lineColour, line);
+    }
+    DrawTexts(dc, look, look.textColour);
 }

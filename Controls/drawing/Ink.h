@@ -1,8 +1,7 @@
 #pragma once
 
-#include "Panelhost/Bitmap.h"
+#include "Controls/drawing/KeptPicture.h"
 
-#include <memory>
 #include <string>
 #include <vector>
 
@@ -26,12 +25,12 @@ public:
     void Draw(HDC dc, const Look& look);
 
 private:
-    void Render(const Look& look);
+    void Render(const Look& look, HDC dc, std::uint32_t* pixels) const;
     void DrawTexts(HDC dc, const Look& look, COLORREF colour) const;
 
     std::vector<RECT> lines_;
     std::vector<Text> texts_;
-    std::unique_ptr<OSMIRBitmap> picture_; // null: nothing is kept
+    KeptPicture picture_{true};
     COLORREF lineColour_ = 0;
     COLORREF textColour_ = 0;
 };

@@ -2,19 +2,30 @@
 
 #include <cstdio>
 
-void ItemSource::Use(const std::string& text) {
-    if (text != used_) {
-        used_ = text;
-        items_ = logic::Items::OfList(text);
-        isChanged_ = true;
+ItemSource::From ItemSource::Source() const {
+    return !heard_.empty() ? From::Functions : lines_ ? From::Lines : From::Text;
+}
+
+void ItemSource::Use(bool isNew) {
+    const From source = Source();
+    if (!isNew && source == used_) {
+        return;
     }
+    used_ = source;
+    items_ = source == From::Lines ? logic::Items::OfLines(*lines_)
+                                   : logic::Items::OfList(source == From::Text ? own_ : heard_);
+    isChanged_ = true;
 }
 
 void ItemSource::SetText(const std::string& text) {
+    const bool isNew = text != own_ && Source() == From::Text;
     own_ = text;
-    if (heard_.empty()) {
-        Use(own_);
-    }
+    Use(isNew);
+}
+
+void ItemSource::SetLines(std::optional<std::string> lines) {
+    lines_ = std::move(lines);
+    Use(Source() == From::Lines);
 }
 
 bool ItemSource::SetFunctions(HOSTINFO& control, const std::string& text) {
@@ -22,7 +33,7 @@ bool ItemSource::SetFunctions(HOSTINFO& control, const std::string& text) {
         return false;
     }
     heard_.clear();
-    Use(own_);
+    Use(false);
     return true;
 }
 
@@ -34,8 +45,9 @@ int ItemSource::Poll() {
     std::snprintf(text, sizeof text, "%s", heard_.c_str());
     const int result = CONTROLPROPERTIES::Ask(functions_.Requests(), DATATYPE_TEXT, text);
     if (result == REQUEST_DELIVERED) {
+        const bool isNew = heard_ != text;
         heard_ = text;
-        Use(heard_.empty() ? own_ : heard_);
+        Use(isNew);
     }
     return result;
 }

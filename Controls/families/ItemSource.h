@@ -3,11 +3,12 @@
 #include "Controls/families/FunctionList.h"
 #include "logic/text/Items.h"
 
+#include <optional>
 #include <string>
 #include <utility>
 
-// The list that a control offers: one of its own, or that of text parameters it is bound to, which wins as
-// soon as there is one.
+// The list that a control offers: that of text parameters it is bound to, as soon as there is one, else one
+// of lines (of a file), else its own text.
 class ItemSource {
 public:
     // Once, when the control is created.
@@ -18,6 +19,8 @@ public:
     // The control's own list as it was written.
     const std::string& Text() const { return own_; }
     void SetText(const std::string& text);
+    // One entry a line; nothing for no such list.
+    void SetLines(std::optional<std::string> lines);
     // The functions that hold a list, joined by ";".
     std::string Functions() const { return functions_.Text(); }
     bool SetFunctions(HOSTINFO& control, const std::string& text);
@@ -28,12 +31,16 @@ public:
     bool IsChanged() { return std::exchange(isChanged_, false); }
 
 private:
-    void Use(const std::string& text);
+    enum class From { Text, Lines, Functions };
+
+    From Source() const;
+    void Use(bool isNew); // the text of the source
 
     FunctionList functions_;
     std::string own_;
+    std::optional<std::string> lines_;
     std::string heard_; // what the functions hold
-    std::string used_;
+    From used_ = From::Text;
     logic::Items items_;
     bool isChanged_ = false;
 };

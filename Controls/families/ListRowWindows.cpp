@@ -2,9 +2,17 @@
 
 #include "base/Guard.h"
 
+#include <algorithm>
+#include <cstdint>
 #include <utility>
 
 extern const WNDPROC listRow;
+
+namespace {
+
+constexpr int WHEEL_ROWS = 3; // of one notch
+
+} // namespace
 
 void LISTROWSPROPERTIES::SetDefaults() {
     // It paints the rows, over their windows.
@@ -12,6 +20,68 @@ void LISTROWSPROPERTIES::SetDefaults() {
         SetWindowLongA(window, GWL_STYLE, style & ~WS_CLIPCHILDREN);
     }
 }
+
+// Layout and scrolling
+
+void LISTROWSPROPERTIES::FontChanged() {
+    letters = ListLetters();
+    Arrange();
+}
+
+ListLayout LISTROWSPROPERTIES::LayoutOf(const RECT& client) const {
+    ListLayout layout(client, letters, rows, numbers != 0 ? LongestNumber() : 0);
+    if (Scroll(layout).NeedsBar()) {
+        layout.AddBar();
+    }
+    return layout;
+}
+
+ListLayout LISTROWSPROPERTIES::CurrentLayout() const {
+    RECT client{};
+    GetClientRect(window, &client);
+    return LayoutOf(client);
+}
+
+RECT LISTROWSPROPERTIES::ThumbArea(const ListLayout& layout) const {
+    const auto thumb = Scroll(layout).ThumbAt(top, layout.Track());
+    return {layout.bar.left, layout.bar.top + thumb.start, layout.bar.right,
+            layout.bar.top + thumb.start + thumb.length};
+}
+
+std::optional<int> LISTROWSPROPERTIES::EntryAt(const ListLayout& layout, POINT point) const {
+    const auto row = layout.RowAt(point);
+    return row && top + *row < EntryCount() ? std::optional(top + *row) : std::nullopt;
+}
+
+void LISTROWSPROPERTIES::Arrange() {
+    if (EntryCount() > 0 || !windows_.empty()) {
+        if (letters.font == nullptr) {
+            letters = ListLetters(font.Get());
+        }
+        const ListLayout layout = CurrentLayout();
+        const logic::ListScroll scroll = Scroll(layout);
+        const std::optional<int> shown = EntryToShow();
+        top = shown ? scroll.TopShowing(*shown, top) : scroll.LimitTop(top);
+        PlaceRows(layout, std::min(layout.rows, EntryCount()));
+    }
+    Redraw();
+}
+
+void LISTROWSPROPERTIES::ScrollTo(int entry) {
+    if (entry != top) {
+        top = entry;
+        Redraw();
+    }
+}
+
+void LISTROWSPROPERTIES::Wheel(int delta) {
+    wheel_ += delta * WHEEL_ROWS;
+    const int moved = wheel_ / WHEEL_DELTA;
+    wheel_ -= moved * WHEEL_DELTA;
+    ScrollTo(Scroll(CurrentLayout()).LimitTop(std::int64_t{top} - moved));
+}
+
+// Windows of the rows
 
 void LISTROWSPROPERTIES::PlaceRows(const ListLayout& layout, int count) {
     MakeRows(static_cast<std::size_t>(count), layout.numberWidth > 0);

@@ -164,7 +164,7 @@ TEST_CASE("what a keyword takes, keeps and refuses") {
          "editable=1|itemsfunction=AMP1*list|textcolor=red!|backgroundcolor=0x00ffffff|font=Tahoma!"},
         {"DANTECONTROL",
          "value=01@Stage|itemsfunction=NET*rx1.items|function1=NET*rx1.state|confirm=Route %s?\\nSure?|"
-         "items=a!|textcolor=red!|backgroundcolor=0x00ffffff|font=Tahoma!"},
+         "textcolor=red!|backgroundcolor=0x00ffffff|font=Tahoma!"},
         {"EQ",
          "bw=bw|bw=quality>bw=q|datatype=ChannelEQ>datatype=channeleq|datatype=anything>datatype=mastereq|"
          "disableitems=3f>disableitems=0x3f|disableitems=x!|disableitems=0xfffffff0>disableitems=0x30|"
