@@ -8,6 +8,11 @@ namespace {
 
 constexpr DWORD SYSTEM_STYLES = 0xFFFF; // of a style, the bits that are the system class's own
 
+// A list that drops down, filled and sorted by the control itself.
+constexpr DWORD KindOf(bool isEditable) {
+    return isEditable ? CBS_DROPDOWN | CBS_AUTOHSCROLL : CBS_DROPDOWNLIST;
+}
+
 } // namespace
 
 class COMBOBOXPROPERTIES : public LISTPROPERTIES {
@@ -81,8 +86,7 @@ KeywordList COMBOBOXPROPERTIES::Keywords() const {
 }
 
 DWORD COMBOBOXPROPERTIES::StyleToSave(DWORD style) const {
-    return (style & ~static_cast<DWORD>(CBS_DROPDOWNLIST)) |
-           (isEditable != 0 ? CBS_DROPDOWN : CBS_DROPDOWNLIST);
+    return (style & ~SYSTEM_STYLES) | KindOf(isEditable != 0);
 }
 
 // Window
@@ -144,11 +148,8 @@ LRESULT CALLBACK ComboBoxProc(HWND window, UINT message, WPARAM wParam, LPARAM l
     return result;
 }
 
-// A list that drops down, filled and sorted by the control itself.
 DWORD WindowStyle(DWORD asked) {
-    const bool isEditable = (asked & CBS_DROPDOWNLIST) == CBS_DROPDOWN;
-    return (asked & ~SYSTEM_STYLES) | WS_VSCROLL | CBS_AUTOHSCROLL | CBS_HASSTRINGS |
-           (isEditable ? CBS_DROPDOWN : CBS_DROPDOWNLIST);
+    return (asked & ~SYSTEM_STYLES) | WS_VSCROLL | KindOf((asked & CBS_DROPDOWNLIST) == CBS_DROPDOWN);
 }
 
 } // namespace

@@ -82,6 +82,11 @@ std::string ListField::ShownText() const {
                           : std::string(items_.Caption(order_[static_cast<std::size_t>(line)]));
 }
 
+// As a reader of the screen finds it.
+std::string ListField::FaceText() const {
+    return IsEditable() && IsBusy() ? field_.Text() : ShownText();
+}
+
 bool ListField::IsWalked() const {
     return !IsDropped() && System(CB_GETCURSEL) != place_;
 }
@@ -198,7 +203,7 @@ std::optional<LRESULT> ListField::Handle(UINT message, WPARAM wParam, LPARAM lPa
         return System(message, wParam, lParam) | (isWanted ? DLGC_WANTMESSAGE : 0);
     }
     case WM_GETTEXT: {
-        const std::string text = IsBusy() && IsEditable() ? field_.Text() : ShownText();
+        const std::string text = FaceText();
         if (wParam == 0 || lParam == 0) {
             return 0;
         }
@@ -206,7 +211,7 @@ std::optional<LRESULT> ListField::Handle(UINT message, WPARAM wParam, LPARAM lPa
         return static_cast<LRESULT>(std::min<std::size_t>(text.size(), wParam - 1));
     }
     case WM_GETTEXTLENGTH:
-        return static_cast<LRESULT>(ShownText().size());
+        return static_cast<LRESULT>(FaceText().size());
     case WM_SETTEXT:
         if (lParam != 0) {
             owner_.TakeChosen(ValueOfCaption(reinterpret_cast<const char*>(lParam)));

@@ -72,6 +72,7 @@ private:
     LRESULT System(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const;
     int PlaceOf(const std::string& value) const;
     std::string ValueOfCaption(const std::string& text) const;
+    std::string FaceText() const;
     bool IsMarked() const;
     bool IsWalked() const;
     void Watch(bool isChoice);

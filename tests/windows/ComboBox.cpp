@@ -200,9 +200,9 @@ TEST_CASE_FIXTURE(Fixture,
         const std::string saved = panel.Saved();
         return saved.substr(saved.find("\"Combo\" ") + 8, 10);
     };
-    CHECK(style() == "0x50010243");
+    CHECK(style() == "0x50010003");
     CHECK(Load(combo, "editable=1") == 1);
-    CHECK(style() == "0x50010242");
+    CHECK(style() == "0x50010042");
     CHECK(Field() == nullptr);
     const TestPanel again;
     CHECK(again.Open(panel.Saved()) == 1);

@@ -189,7 +189,7 @@ TEST_CASE("handles size what takes any size, and leave alone what its image size
     program.Drag({349, 89}, {389, 129}); // onto the grid
     program.Check("BSTATIC \"C\" 0x50000000 250,50,392,128");
     program.Drag({500, 350}, {468, 254}); // its list comes along
-    program.Check("\"Combo\" 0x54010243 408,248,528,296");
+    program.Check("\"Combo\" 0x54010003 408,248,528,296");
     program.Click({60, 60});
     program.Drag({86, 86}, {130, 230});
     program.Check("KNOB \"A\" 0x50010000 40,40,87,87");

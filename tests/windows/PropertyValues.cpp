@@ -399,6 +399,7 @@ TEST_CASE("a comma locale of the host changes nothing") {
     const std::pair<const char*, const char*> lines[] = {
         {"KNOB", "properties=0,100,2.5|resolution=0.125|relative=1|values=1.5,-2.5"},
         {"FADER", "properties=-80,18,2.5|resolution=0.125"},
+        {"SPINEDIT", "properties=-2.5,2.5,1.25|resolution=0.125|fmt=%.2f|unit=dB"},
         {"LED", "onthreshold=-6.5"},
         {"BBUTTON", "captureperiod=100|captureaccel=1.5"},
         {"BEDIT", "datatype=f|fmt=%.2f, dB|limits=-2.5,2.5|value=1.5"},
