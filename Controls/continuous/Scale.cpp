@@ -6,8 +6,8 @@
 #include "Controls/drawing/FontProperty.h"
 #include "Controls/drawing/Ink.h"
 #include "Controls/drawing/TextColours.h"
-#include "Controls/families/FunctionList.h"
 #include "Controls/families/RangedNumber.h"
+#include "Controls/families/TravelBeside.h"
 #include "Controls/framework/Keywords.h"
 #include "Controls/resources/resource.h"
 #include "logic/controls/ScaleLogic.h"
@@ -16,7 +16,6 @@
 #include "logic/text/Ranges.h"
 
 #include <algorithm>
-#include <cmath>
 #include <optional>
 #include <string>
 #include <utility>
@@ -44,7 +43,7 @@ public:
     void BindingsChanged() override { Redraw(); }
     void Poll() override;
     LRESULT OnTimer(WPARAM timer, LPARAM lParam) override;
-    DWORD DueIn(DWORD now) const noexcept override { return Seen() == seen_ ? UntilPoll(now) : 0; }
+    DWORD DueIn(DWORD now) const noexcept override { return beside_.IsBehind(*this) ? 0 : UntilPoll(now); }
     void Draw(HDC dc, const RECT& client) const override;
 
     int Value() const { return value_; }
@@ -74,24 +73,10 @@ public:
     std::optional<COLORREF> backgroundColour;
 
 private:
-    // All that the place of the marks depends on outside of the scale. Cheap to compare at each tick.
-    struct View {
-        RECT own{};
-        RECT others{};
-        std::optional<logic::Travel> travel; // nothing: there is no such control
-
-        bool operator==(const View& view) const {
-            return travel == view.travel && EqualRect(&own, &view.own) != 0 &&
-                   EqualRect(&others, &view.others) != 0;
-        }
-    };
-
     logic::TravelRange OwnRange() const {
         return {static_cast<float>(range_.minimum), static_cast<float>(range_.maximum), law_};
     }
-    const CONTROLPROPERTIES* Other() const noexcept;
-    View Seen() const noexcept;
-    void Follow();
+    int Limited(int number) const;
     void LayOut(HDC dc, const RECT& client);
     // Of what lies so far along and across the travel.
     RECT Area(int from, int to, int inner, int outer) const {
@@ -107,11 +92,7 @@ private:
     logic::Law law_ = logic::Law::Linear;
     std::vector<float> listed_;
     std::string format_ = "%g";
-    FunctionList beside_;
-
-    View seen_;
-    std::optional<logic::Travel> others_; // the last one of the control beside it
-    int othersOffset_ = 0;                // from the scale to that control, along the travel
+    TravelBeside beside_;
 
     bool isLaidOut_ = false;
     logic::Travel travel_;
@@ -214,6 +195,7 @@ bool SCALEPROPERTIES::SetRange(const std::string& text) {
         return false;
     }
     range_ = read;
+    value_ = Limited(value_);
     LookChanged();
     return true;
 }
@@ -247,13 +229,11 @@ bool SCALEPROPERTIES::SetFormat(const std::string& text) {
     return true;
 }
 
-// The list holds one address at most.
 bool SCALEPROPERTIES::SetBeside(const std::string& text) {
-    if (logic::SplitList(text).size() > 1 || !beside_.Load(*this, text)) {
+    if (!beside_.Load(*this, text)) {
         return false;
     }
-    others_.reset();
-    Follow();
+    beside_.Follow(*this);
     LookChanged();
     return true;
 }
@@ -268,56 +248,17 @@ void SCALEPROPERTIES::LookChanged() {
     Redraw();
 }
 
-// The control beside it
-
-// Null when there is none of the same parent. What it can be bound to follows its names by itself.
-const CONTROLPROPERTIES* SCALEPROPERTIES::Other() const noexcept {
-    if (beside_.Requests().empty()) {
-        return nullptr;
-    }
-    const HOSTINFO* target = beside_.Requests().front().target;
-    return target == nullptr || target == this || target->parent != parent
-               ? nullptr
-               : dynamic_cast<const CONTROLPROPERTIES*>(target);
-}
-
-SCALEPROPERTIES::View SCALEPROPERTIES::Seen() const noexcept {
-    View view;
-    view.own = rectangle;
-    if (const CONTROLPROPERTIES* other = Other()) {
-        view.others = other->rectangle;
-        view.travel =
-            other->TravelIn({view.others.right - view.others.left, view.others.bottom - view.others.top});
-    }
-    return view;
-}
-
-void SCALEPROPERTIES::Follow() {
-    const View view = Seen();
-    if (view == seen_) {
-        return;
-    }
-    seen_ = view;
-    isLaidOut_ = false;
-    if (view.travel) {
-        const CONTROLPROPERTIES& other = *Other();
-        RECT client{};
-        GetClientRect(other.window, &client);
-        others_ = other.TravelIn({client.right, client.bottom});
-        POINT origin{};
-        MapWindowPoints(other.window, window, &origin, 1);
-        othersOffset_ = others_->isHorizontal ? origin.x : origin.y;
-    }
-    Redraw();
-}
-
 // Value
 
+// Beside another control its range counts.
+int SCALEPROPERTIES::Limited(int number) const {
+    const logic::TravelRange shown = beside_.Travel() ? beside_.Travel()->range : OwnRange();
+    return logic::TruncateToInteger(std::clamp(
+        static_cast<double>(number), static_cast<double>(shown.Lower()), static_cast<double>(shown.Upper())));
+}
+
 bool SCALEPROPERTIES::SetValue(int number) {
-    const logic::TravelRange shown = others_ ? others_->range : OwnRange();
-    const auto limited = static_cast<int>(std::clamp(static_cast<double>(number),
-                                                     std::ceil(static_cast<double>(shown.Lower())),
-                                                     std::floor(static_cast<double>(shown.Upper()))));
+    const int limited = Limited(number);
     if (limited == value_) {
         return false;
     }
@@ -350,15 +291,16 @@ void SCALEPROPERTIES::Poll() {
 }
 
 LRESULT SCALEPROPERTIES::OnTimer(WPARAM timer, LPARAM lParam) {
-    Follow();
+    if (beside_.Follow(*this)) {
+        LookChanged();
+    }
     return CONTROLPROPERTIES::OnTimer(timer, lParam);
 }
 
 // Layout
 
 void SCALEPROPERTIES::Prepare() {
-    Follow();
-    if (isLaidOut_) {
+    if (!beside_.Follow(*this) && isLaidOut_) {
         return;
     }
     RECT client{};
@@ -374,9 +316,10 @@ void SCALEPROPERTIES::Prepare() {
 
 void SCALEPROPERTIES::LayOut(HDC dc, const RECT& client) {
     const bool isWide = client.right > client.bottom;
-    offset_ = others_ ? othersOffset_ : 0;
-    travel_ = others_ ? *others_
-                      : logic::OwnTravel(OwnRange(), isWide ? client.right : client.bottom, margin, isWide);
+    const auto& others = beside_.Travel();
+    offset_ = others ? beside_.Offset() : 0;
+    travel_ = others ? *others
+                     : logic::OwnTravel(OwnRange(), isWide ? client.right : client.bottom, margin, isWide);
     const bool isHorizontal = travel_.isHorizontal;
     const bool hasNumbers = side != Side::None && !format_.empty();
     const auto extentOf = [&](const std::string& text) {

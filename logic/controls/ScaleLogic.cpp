@@ -180,7 +180,8 @@ std::vector<ScaleMark> ScaleMarks(const Travel& travel, std::int32_t offset, con
     }
     std::vector<ScaleMark> marks = layout.MainMarks(values);
     if (marks.empty() && grid.listed.empty()) {
-        marks.push_back(layout.MarkOf(static_cast<double>(range.Upper()), true));
+        values = {range.Upper()};
+        marks = layout.MainMarks(values);
     }
     layout.LeaveOutNumbers(marks);
     layout.AddSmallMarks(values, grid.minor, marks);

@@ -96,7 +96,7 @@ TEST_CASE("what a keyword takes, keeps and refuses") {
                   "properties=0!|law=linear|step=-1>step=0|step=2.5|minor=12>minor=9|margin=-1>margin=0|"
                   "marks=0,-5, -10>marks=0,-5,-10|marks=loud!|marks=|side=above!|side=both|side=none|"
                   "fmt=%d!|fmt=%.1f|fmt=|font=Tahoma!|textcolor=|linecolor=0x00010203|backgroundcolor=red!|"
-                  "beside=%n*FADER|beside=FADER;METER!|beside=|value=7>value=20|value=loud!"},
+                  "beside=%n*FADER|beside=FADER;METER!|beside=|value=30|value=7>value=20|value=loud!"},
         {"SPINEDIT",
          "properties=-2.5>properties=-2.5,100,0|properties=10.5,0.1,99>properties=10.5,0.1,10.5|properties=0,"
          "x!|"
