@@ -2,8 +2,8 @@
 // sinks and the peak stays in real time, whenever the ticks come. Interval and hold in milliseconds, fall in
 // units a second, geometry in pixels.
 
+#include "Controls/drawing/BarFace.h"
 #include "Controls/drawing/FontProperty.h"
-#include "Controls/drawing/TextColours.h"
 #include "Controls/families/RangedNumber.h"
 #include "Controls/framework/Keywords.h"
 #include "Controls/resources/resource.h"
@@ -16,12 +16,10 @@
 #include <algorithm>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace {
-
-enum class Direction { Up, Down, Left, Right };
-enum class Style { Solid, Gradient, Segments };
 
 constexpr int HIGHEST = 1000000000;
 
@@ -56,14 +54,15 @@ public:
     void MotionChanged();
     void FontChanged() { LookChanged(); }
     void LookChanged();
+    void Painting();
     void ClearPeak();
 
     logic::Law law = logic::Law::Linear;
-    Direction direction = Direction::Up;
+    BarDirection direction = BarDirection::Up;
     std::optional<float> origin; // none: the lower end of the range
     COLORREF barColour = logic::PANEL_GREEN;
     std::vector<logic::Zone> zones;
-    Style style = Style::Solid;
+    BarStyle style = BarStyle::Solid;
     int segment = 4; // pixels of one with its gap
     int hold = 0;
     float fall = 0;
@@ -73,10 +72,9 @@ public:
     std::optional<COLORREF> backgroundColour = logic::PANEL_WELL;
 
 private:
-    // What is seen of the value in a client area.
+    // What is seen of the value.
     struct View {
-        logic::Span lit;
-        logic::Span peak;
+        logic::BarSpans spans;
         std::string number;
         RECT numberPlace; // empty without a number
     };
@@ -84,19 +82,16 @@ private:
     logic::TravelRange Range() const {
         return {static_cast<float>(minimum), static_cast<float>(maximum), law};
     }
-    bool IsVertical() const { return direction == Direction::Up || direction == Direction::Down; }
-    int Length(const RECT& client) const { return IsVertical() ? client.bottom : client.right; }
-    int SegmentLength() const { return style == Style::Segments ? segment : 0; }
-    RECT AreaOf(const logic::Span& span, const RECT& client) const;
-    std::vector<logic::ColourRun> Colours(int length) const;
-    View ViewOf(const RECT& client) const;
-    RECT NumberPlace(const std::string& number, const RECT& client) const;
+    BarFace LookIn(const RECT& client) const;
+    BarFace Look() const;
+    logic::BarSpans SpansOn(const BarFace& look) const;
+    std::string Number() const { return format.empty() ? "" : logic::FormatFloatAs(format, value); }
+    RECT NumberPlaceOn(const BarFace& look, const std::string& number) const;
     void ShowMotion();
-    void DrawNumber(HDC dc, const RECT& client, const View& view, COLORREF ground,
-                    const std::vector<logic::ColourRun>& colours) const;
 
     logic::BarMotion motion_;
-    View view_{}; // that was last invalidated
+    View view_{};           // that was last invalidated
+    bool isLookNew_ = true; // all of it is to be painted, which takes the view
 };
 
 // Keywords
@@ -292,149 +287,87 @@ DWORD BARGRAPHPROPERTIES::DueIn(DWORD now) const noexcept {
 // Layout
 
 std::optional<logic::Travel> BARGRAPHPROPERTIES::TravelIn(SIZE client) const {
-    const int length = IsVertical() ? client.cy : client.cx;
-    const bool isBackwards = direction == Direction::Up || direction == Direction::Left;
-    return logic::Travel{.range = Range(),
-                         .begin = isBackwards ? length : 0,
-                         .length = length,
-                         .isHorizontal = !IsVertical(),
+    const BarFace bar = LookIn({0, 0, client.cx, client.cy});
+    const bool isBackwards = direction == BarDirection::Up || direction == BarDirection::Left;
+    return logic::Travel{.range = bar.range,
+                         .begin = isBackwards ? bar.Length() : 0,
+                         .length = bar.Length(),
+                         .isHorizontal = !bar.IsVertical(),
                          .isBackwards = isBackwards,
                          .shown = logic::Travel::Shown::Bar,
-                         .origin = origin.value_or(Range().Lower()),
-                         .segment = SegmentLength()};
+                         .origin = origin.value_or(bar.range.Lower()),
+                         .segment = bar.SegmentLength()};
 }
 
-RECT BARGRAPHPROPERTIES::AreaOf(const logic::Span& span, const RECT& client) const {
-    switch (direction) {
-    case Direction::Up:
-        return {0, client.bottom - span.last, client.right, client.bottom - span.first};
-    case Direction::Down:
-        return {0, span.first, client.right, span.last};
-    case Direction::Left:
-        return {client.right - span.last, 0, client.right - span.first, client.bottom};
-    default:
-        return {span.first, 0, span.last, client.bottom};
-    }
+BarFace BARGRAPHPROPERTIES::LookIn(const RECT& client) const {
+    return {client, direction,        style,      segment,   Range(), barColour,
+            zones,  backgroundColour, font.Get(), textColour};
 }
 
-std::vector<logic::ColourRun> BARGRAPHPROPERTIES::Colours(int length) const {
-    return style == Style::Gradient ? logic::GradientRuns(Range(), zones, barColour, length)
-                                    : logic::ZoneRuns(Range(), zones, barColour, length);
+BarFace BARGRAPHPROPERTIES::Look() const {
+    RECT client{};
+    GetClientRect(window, &client);
+    return LookIn(client);
 }
 
-BARGRAPHPROPERTIES::View BARGRAPHPROPERTIES::ViewOf(const RECT& client) const {
-    const logic::TravelRange range = Range();
-    const int length = Length(client);
-    View view{};
-    view.lit =
-        logic::LitSpan(range, origin.value_or(range.Lower()), motion_.Shown(), length, SegmentLength());
+logic::BarSpans BARGRAPHPROPERTIES::SpansOn(const BarFace& look) const {
+    logic::BarSpans spans;
+    spans.lit = logic::LitSpan(look.range, origin.value_or(look.range.Lower()), motion_.Shown(),
+                               look.Length(), look.SegmentLength());
     if (const auto peak = motion_.Peak()) {
-        view.peak = logic::PeakSpan(range, *peak, length, SegmentLength());
+        spans.peak = logic::PeakSpan(look.range, *peak, look.Length(), look.SegmentLength());
     }
-    if (!format.empty()) {
-        view.number = logic::FormatFloatAs(format, value);
-    }
-    return view;
+    return spans;
 }
 
-RECT BARGRAPHPROPERTIES::NumberPlace(const std::string& number, const RECT& client) const {
+RECT BARGRAPHPROPERTIES::NumberPlaceOn(const BarFace& look, const std::string& number) const {
     if (number.empty()) {
         return {};
     }
     const HDC dc = GetDC(window);
-    SIZE extent{};
-    {
-        const Selected selected(dc, font.Get());
-        GetTextExtentPoint32A(dc, number.c_str(), static_cast<int>(number.size()), &extent);
-    }
+    const RECT place = look.NumberPlace(dc, number);
     ReleaseDC(window, dc);
-    // More for what a glyph has beyond its cell, and for the edge of a plate behind it.
-    const int left = (client.right - extent.cx) / 2 - 3;
-    const int top = (client.bottom - extent.cy) / 2 - 1;
-    return {left, top, left + extent.cx + 7, top + extent.cy + 3};
+    return place;
 }
 
 // Invalidates where it looks different than before.
 void BARGRAPHPROPERTIES::ShowMotion() {
-    RECT client{};
-    GetClientRect(window, &client);
-    View view = ViewOf(client);
-    const auto invalidate = [&](const RECT& area) {
-        if (!IsRectEmpty(&area)) {
-            RedrawArea(&area);
-        }
-    };
-    for (const auto part : {&View::lit, &View::peak}) {
-        for (const logic::Span& piece : logic::Difference(view_.*part, view.*part).pieces) {
-            invalidate(AreaOf(piece, client));
-        }
+    if (isLookNew_) {
+        return;
     }
-    view.numberPlace = view_.numberPlace;
+    const BarFace look = Look();
+    View view{SpansOn(look), Number(), view_.numberPlace};
+    for (const logic::Span& piece : logic::Difference(view_.spans, view.spans)) {
+        const RECT area = look.AreaOf(piece);
+        RedrawArea(&area);
+    }
     if (view.number != view_.number) {
-        invalidate(view_.numberPlace);
-        view.numberPlace = NumberPlace(view.number, client);
-        invalidate(view.numberPlace);
+        view.numberPlace = NumberPlaceOn(look, view.number);
+        for (const RECT& place : {view_.numberPlace, view.numberPlace}) {
+            if (IsRectEmpty(&place) == FALSE) {
+                RedrawArea(&place);
+            }
+        }
     }
     view_ = std::move(view);
 }
 
 void BARGRAPHPROPERTIES::LookChanged() {
-    RECT client{};
-    GetClientRect(window, &client);
-    view_ = ViewOf(client);
-    view_.numberPlace = NumberPlace(view_.number, client);
+    isLookNew_ = true;
     Redraw();
 }
 
-// Drawing
-
-void BARGRAPHPROPERTIES::Draw(HDC dc, const RECT& client) const {
-    FillGround(dc, backgroundColour, client);
-    const View view = ViewOf(client);
-    const COLORREF ground =
-        view.number.empty() ? 0
-                            : GetPixel(dc, client.right / 2, client.bottom / 2); // before the bar is over it
-    const auto colours = Colours(Length(client));
-    for (const logic::Span& part : {view.lit, view.peak}) {
-        for (const logic::ColourRun& run : logic::DrawnRuns(colours, part, SegmentLength())) {
-            FillGround(dc, run.colour, AreaOf(run.span, client));
-        }
-    }
-    if (!view.number.empty()) {
-        DrawNumber(dc, client, view, ground, colours);
+void BARGRAPHPROPERTIES::Painting() {
+    if (std::exchange(isLookNew_, false)) {
+        const BarFace look = Look();
+        view_ = {SpansOn(look), Number(), {}};
+        view_.numberPlace = NumberPlaceOn(look, view_.number);
     }
 }
 
-// Without a colour of its own it can be read over the bar and beside it: each part in the colour for it. The
-// gaps between segments would cut through it, so that there it stands on a plate.
-void BARGRAPHPROPERTIES::DrawNumber(HDC dc, const RECT& client, const View& view, COLORREF ground,
-                                    const std::vector<logic::ColourRun>& colours) const {
-    const Selected selected(dc, font.Get());
-    SetBkMode(dc, TRANSPARENT);
-    const auto draw = [&](COLORREF colour) {
-        RECT place = client;
-        SetTextColor(dc, colour);
-        DrawTextA(dc, view.number.c_str(), -1, &place,
-                  DT_CENTER | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX | DT_NOCLIP);
-    };
-    const COLORREF plate = backgroundColour.value_or(logic::PANEL_WELL);
-    if (style == Style::Segments) {
-        FillGround(dc, plate, NumberPlace(view.number, client));
-    }
-    if (textColour || style == Style::Segments) {
-        draw(textColour.value_or(ReadableOn(plate)));
-        return;
-    }
-    draw(ReadableOn(ground));
-    const int middle = Length(client) / 2;
-    const auto run = std::ranges::find_if(colours, [&](const auto& one) { return middle < one.span.last; });
-    if (run != colours.end()) {
-        const RECT lit = AreaOf(view.lit, client);
-        const int saved = SaveDC(dc);
-        IntersectClipRect(dc, lit.left, lit.top, lit.right, lit.bottom);
-        draw(ReadableOn(run->colour));
-        RestoreDC(dc, saved);
-    }
+void BARGRAPHPROPERTIES::Draw(HDC dc, const RECT& client) const {
+    const BarFace look = LookIn(client);
+    look.Draw(dc, SpansOn(look), Number());
 }
 
 // Input
@@ -447,6 +380,8 @@ LRESULT CALLBACK BarGraphProc(HWND window, UINT message, WPARAM wParam, LPARAM l
         bar.ClearPeak();
     } else if (message == WM_SIZE) {
         bar.LookChanged();
+    } else if (message == WM_PAINT) {
+        bar.Painting();
     }
     return IndicatorProc(window, message, wParam, lParam);
 }

@@ -2,11 +2,11 @@
 // are bound to nothing share the value with all others of their parent and group; a bound one follows what it
 // is bound to. Values are whole numbers, the interval is in milliseconds, geometry in pixels.
 
-#include "Controls/drawing/Shading.h"
 #include "Controls/families/Question.h"
 #include "Controls/families/TwoStateButton.h"
 #include "base/Gdi.h"
 #include "logic/controls/ButtonLogic.h"
+#include "logic/drawing/PanelColours.h"
 
 #include <algorithm>
 #include <iterator>
@@ -233,17 +233,16 @@ RECT MarkIn(const RECT& client) {
 }
 
 void DrawMark(HDC dc, const RECT& place, bool isOn, bool isHeld) {
-    constexpr COLORREF HELD = RGB(52, 56, 62);
     const Selected brush(dc, GetStockObject(DC_BRUSH));
     const Selected pen(dc, GetStockObject(NULL_PEN));
     const auto disc = [&](int inset, COLORREF colour) {
         SetDCBrushColor(dc, colour);
         Ellipse(dc, place.left + inset, place.top + inset, place.right + 1 - inset, place.bottom + 1 - inset);
     };
-    disc(0, RIM_COLOUR);
-    disc(1, isHeld ? HELD : GROOVE_COLOUR);
+    disc(0, logic::PANEL_EDGE);
+    disc(1, isHeld ? logic::PANEL_PLATE : logic::PANEL_WELL);
     if (isOn) {
-        disc(std::max<int>((place.right - place.left) / 4, 2), BRIGHT_BAR_COLOUR);
+        disc(std::max<int>((place.right - place.left) / 4, 2), logic::PANEL_BLUE);
     }
 }
 

@@ -2,13 +2,15 @@
 // lies, with its lower end on the left. It stays where it is put, or springs back when it is released. Values
 // are whole numbers, the interval is in milliseconds, geometry in pixels.
 
+#include "Controls/drawing/Ink.h"
 #include "Controls/drawing/Shading.h"
 #include "Controls/drawing/TextColours.h"
 #include "Controls/families/Button.h"
 #include "Controls/families/Question.h"
-#include "logic/controls/BarLogic.h"
+#include "base/Gdi.h"
 #include "logic/controls/ButtonLogic.h"
 #include "logic/controls/RockerPositions.h"
+#include "logic/drawing/PanelColours.h"
 #include "logic/text/Text.h"
 
 #include <algorithm>
@@ -58,11 +60,26 @@ private:
     void Take(int number);
     void MarkUnknown();
     void DrawRocker(HDC dc, const RECT& client, std::optional<int> position) const;
-    void DrawTexts(HDC dc, const RECT& client, std::optional<int> position) const;
+    void DrawTexts(HDC dc, const RECT& client) const;
+    void PlaceTexts(HDC dc, const RECT& client) const;
     // In which it is drawn; nothing when its value is none.
     std::optional<int> ShownPosition() const {
         return heldDown && !isPushed_ ? target_ : positions.PositionOf(value);
     }
+
+    // What the texts were placed for.
+    struct Kept {
+        std::string caption, font;
+        SIZE size;
+        int count;
+
+        bool operator==(const Kept& other) const {
+            return caption == other.caption && font == other.font && size.cx == other.size.cx &&
+                   size.cy == other.size.cy && count == other.count;
+        }
+    };
+    mutable Kept kept_{};
+    mutable Ink texts_;
 
     int target_ = 0;        // position that it is pressed to
     bool isPushed_ = false; // there, and to spring back
@@ -118,13 +135,11 @@ constexpr KeywordTable KEYWORDS({
     VALUE,
 });
 
-constexpr COLORREF TEXT = RGB(232, 234, 238);
-
 } // namespace
 
 ROCKERSWITCHPROPERTIES::ROCKERSWITCHPROPERTIES() {
     caption.clear();
-    textColorReleased = TEXT;
+    textColorReleased = logic::PANEL_TEXT;
 }
 
 KeywordList ROCKERSWITCHPROPERTIES::Keywords() const {
@@ -267,10 +282,9 @@ std::string_view ROCKERSWITCHPROPERTIES::TextOf(int position) const {
 
 namespace {
 
-constexpr COLORREF OUTLINE = RGB(12, 13, 15);
 constexpr COLORREF SUNK[] = {RGB(30, 33, 37), RGB(56, 60, 66)}; // from the end to the axis
 constexpr COLORREF LEVEL[] = {RGB(82, 88, 95), RGB(72, 77, 84)};
-constexpr COLORREF RAISED[] = {RGB(112, 119, 128), RGB(74, 80, 87)};
+constexpr COLORREF RAISED[] = {RGB(100, 107, 116), RGB(74, 80, 87)};
 constexpr int BEZEL = 2;
 constexpr int STRIPE = 3;
 
@@ -307,12 +321,12 @@ void ROCKERSWITCHPROPERTIES::Draw(HDC dc, const RECT& client) const {
     } else {
         DrawRocker(dc, client, position);
     }
-    DrawTexts(dc, client, position);
+    DrawTexts(dc, client);
 }
 
 void ROCKERSWITCHPROPERTIES::DrawRocker(HDC dc, const RECT& client, std::optional<int> position) const {
     const RockerShape shape(client);
-    FillGround(dc, OUTLINE, client);
+    FillGround(dc, logic::PANEL_WELL, client);
     // The end that is drawn first, the upper or left one, and the other one.
     const int last = positions.Count() - 1;
     const bool isAtLast = position == last;
@@ -337,30 +351,38 @@ void ROCKERSWITCHPROPERTIES::DrawRocker(HDC dc, const RECT& client, std::optiona
             (isFirstDown ? stripe.bottom : stripe.top) =
                 isFirstDown ? stripe.top + STRIPE : stripe.bottom - STRIPE;
         }
-        FillGround(dc, BRIGHT_BAR_COLOUR, stripe);
+        FillGround(dc, logic::PANEL_BLUE, stripe);
     }
 }
 
-void ROCKERSWITCHPROPERTIES::DrawTexts(HDC dc, const RECT& client, std::optional<int> position) const {
+void ROCKERSWITCHPROPERTIES::DrawTexts(HDC dc, const RECT& client) const {
     if (caption.empty()) {
         return;
     }
+    const Kept kept{caption, font.Text(), {client.right, client.bottom}, positions.Count()};
+    if (kept != kept_) {
+        kept_ = kept;
+        PlaceTexts(dc, client);
+    }
+    texts_.Draw(dc, {kept.size, 0, textColorReleased, font.Get()});
+}
+
+// Each in the middle of its part of the rocker.
+void ROCKERSWITCHPROPERTIES::PlaceTexts(HDC dc, const RECT& client) const {
     const RockerShape shape(client);
     const int count = positions.Count();
-    SelectObject(dc, font.Get());
-    SetBkMode(dc, TRANSPARENT);
+    const Selected selected(dc, font.Get());
+    std::vector<Ink::Text> texts;
     for (int number = 0; number < count; ++number) {
-        const std::string_view text = TextOf(number);
-        if (text.empty()) {
-            continue;
-        }
+        const std::string text(TextOf(number));
         const int place = shape.isLying ? number : count - 1 - number;
-        RECT part = shape.Part(place, place + 1, count);
-        SetTextColor(dc,
-                     number == position ? textColorReleased : logic::Blend(textColorReleased, OUTLINE, 0.25));
-        DrawTextA(dc, text.data(), static_cast<int>(text.size()), &part,
-                  DT_CENTER | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX | DT_NOCLIP);
+        const RECT part = shape.Part(place, place + 1, count);
+        SIZE extent{};
+        GetTextExtentPoint32A(dc, text.c_str(), static_cast<int>(text.size()), &extent);
+        texts.push_back(
+            {text, {(part.left + part.right - extent.cx) / 2, (part.top + part.bottom - extent.cy) / 2}});
     }
+    texts_.Set({}, std::move(texts));
 }
 
 // Window procedure and registration

@@ -26,8 +26,7 @@ std::vector<std::uint32_t> GradientColours(const HalfGradients& colours, int thi
         const double place = (number + 0.5) / thickness;
         const COLORREF colour = place < 0.5 ? logic::Blend(colours[0], colours[1], 2 * place)
                                             : logic::Blend(colours[2], colours[3], 2 * place - 1);
-        pixels.push_back(static_cast<std::uint32_t>(GetRValue(colour)) << 16 |
-                         static_cast<std::uint32_t>(GetGValue(colour)) << 8 | GetBValue(colour));
+        pixels.push_back(PixelOf(colour));
     }
     return pixels;
 }
@@ -47,31 +46,44 @@ void Stretch(HDC dc, const RECT& area, const std::vector<std::uint32_t>& pixels,
 
 } // namespace
 
+std::uint32_t PixelOf(COLORREF colour) {
+    return static_cast<std::uint32_t>(GetRValue(colour)) << 16 |
+           static_cast<std::uint32_t>(GetGValue(colour)) << 8 | GetBValue(colour);
+}
+
+void DrawRows(HDC dc, const RECT& area, const std::vector<std::uint32_t>& pixels) {
+    Stretch(dc, area, pixels, 1, static_cast<int>(pixels.size()));
+}
+
+void DrawColumns(HDC dc, const RECT& area, const std::vector<std::uint32_t>& pixels) {
+    Stretch(dc, area, pixels, static_cast<int>(pixels.size()), 1);
+}
+
 void DrawShadedRows(HDC dc, const RECT& area, COLORREF colour) {
     if (!IsRectEmpty(&area)) {
         const int rows = area.bottom - area.top;
-        Stretch(dc, area, LineColours(colour, rows), 1, rows);
+        DrawRows(dc, area, LineColours(colour, rows));
     }
 }
 
 void DrawShadedColumns(HDC dc, const RECT& area, COLORREF colour) {
     if (!IsRectEmpty(&area)) {
         const int columns = area.right - area.left;
-        Stretch(dc, area, LineColours(colour, columns), columns, 1);
+        DrawColumns(dc, area, LineColours(colour, columns));
     }
 }
 
 void DrawGradientRows(HDC dc, const RECT& area, const HalfGradients& colours) {
     if (!IsRectEmpty(&area)) {
         const int rows = area.bottom - area.top;
-        Stretch(dc, area, GradientColours(colours, rows), 1, rows);
+        DrawRows(dc, area, GradientColours(colours, rows));
     }
 }
 
 void DrawGradientColumns(HDC dc, const RECT& area, const HalfGradients& colours) {
     if (!IsRectEmpty(&area)) {
         const int columns = area.right - area.left;
-        Stretch(dc, area, GradientColours(colours, columns), columns, 1);
+        DrawColumns(dc, area, GradientColours(colours, columns));
     }
 }
 

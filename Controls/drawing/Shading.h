@@ -4,6 +4,9 @@
 
 #include <windows.h>
 
+#include <cstdint>
+#include <vector>
+
 // Shaded bars, drawn where a control has no image, and the dot of a knob.
 
 constexpr COLORREF BAR_COLOUR = RGB(234, 144, 3);
@@ -12,6 +15,12 @@ constexpr COLORREF BRIGHT_BAR_COLOUR = RGB(234, 184, 3);
 constexpr COLORREF GROOVE_COLOUR = logic::PANEL_WELL;
 constexpr COLORREF RIM_COLOUR = logic::PANEL_EDGE;
 
+// Fills the area with one line of pixels (0x00rrggbb), as many as it is high (wide), the first at the top
+// (left).
+void DrawRows(HDC dc, const RECT& area, const std::vector<std::uint32_t>& pixels);
+void DrawColumns(HDC dc, const RECT& area, const std::vector<std::uint32_t>& pixels);
+// The same of a colour.
+std::uint32_t PixelOf(COLORREF colour);
 // Fills the area row by row (column by column) with the colour, brightest in the middle row (column).
 void DrawShadedRows(HDC dc, const RECT& area, COLORREF colour);
 void DrawShadedColumns(HDC dc, const RECT& area, COLORREF colour);

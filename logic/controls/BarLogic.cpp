@@ -4,6 +4,7 @@
 #include "logic/text/Text.h"
 
 #include <algorithm>
+#include <iterator>
 #include <cmath>
 #include <cstdio>
 
@@ -28,12 +29,27 @@ std::int32_t TravelRange::Edge(float value, std::int32_t length) const {
     return static_cast<std::int32_t>(std::floor(Fraction(value) * std::max(length, 0) + 0.5));
 }
 
-SpanPair Difference(const Span& one, const Span& other) {
-    if (one.IsEmpty() || other.IsEmpty() || one.last <= other.first || other.last <= one.first) {
-        return {{one, other}};
+std::vector<Span> Difference(const BarSpans& one, const BarSpans& other) {
+    const auto isDrawn = [](const BarSpans& spans, std::int32_t pixel) {
+        const auto has = [pixel](const Span& span) { return span.first <= pixel && pixel < span.last; };
+        return has(spans.lit) || has(spans.peak);
+    };
+    std::int32_t edges[] = {one.lit.first,   one.lit.last,   one.peak.first,   one.peak.last,
+                            other.lit.first, other.lit.last, other.peak.first, other.peak.last};
+    std::sort(std::begin(edges), std::end(edges));
+    std::vector<Span> pieces;
+    for (std::size_t i = 1; i < std::size(edges); ++i) {
+        const Span piece{edges[i - 1], edges[i]};
+        if (piece.IsEmpty() || isDrawn(one, piece.first) == isDrawn(other, piece.first)) {
+            continue;
+        }
+        if (!pieces.empty() && pieces.back().last == piece.first) {
+            pieces.back().last = piece.last;
+        } else {
+            pieces.push_back(piece);
+        }
     }
-    return {{{std::min(one.first, other.first), std::max(one.first, other.first)},
-             {std::min(one.last, other.last), std::max(one.last, other.last)}}};
+    return pieces;
 }
 
 namespace {

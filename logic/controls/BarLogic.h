@@ -38,11 +38,13 @@ struct Span {
     bool IsEmpty() const { return first >= last; }
     bool operator==(const Span&) const = default;
 };
-// What is in one of the two and not in the other: two pieces, of which any may be empty.
-struct SpanPair {
-    Span pieces[2];
+// What is drawn of a value: the bar, and the mark of its peak in the colours that the bar would have there.
+struct BarSpans {
+    Span lit;
+    Span peak;
 };
-SpanPair Difference(const Span& one, const Span& other);
+// What is drawn of one of the two and not of the other, in order and apart from each other.
+std::vector<Span> Difference(const BarSpans& one, const BarSpans& other);
 
 // What is lit from the origin to the value. Whole segments only where they have a length, which includes one
 // pixel of gap at the end.

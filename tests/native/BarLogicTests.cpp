@@ -2,6 +2,8 @@
 #include "logic/controls/BarLogic.h"
 #include "tests/native/Tables.h"
 
+#include <algorithm>
+
 using namespace logic;
 
 namespace {
@@ -55,20 +57,25 @@ TEST_CASE("the bar goes from its origin to the value, in whole segments") {
     CHECK(PeakSpan({0, 100}, 0, 100, 4).IsEmpty());
 }
 
-TEST_CASE("what two spans do not share is what has to be painted") {
+TEST_CASE("what is drawn of one value and not of the other is what has to be painted, each pixel once") {
     std::mt19937 random(7);
     for (int round = 0; round < 2000; ++round) {
         const auto any = [&] {
             const int first = Any(random, 0, 12);
             return Span{first, first + Any(random, 0, 6)};
         };
-        const Span one = any(), other = any();
-        const SpanPair difference = Difference(one, other);
+        const BarSpans one{any(), any()}, other{any(), any()};
+        const auto pieces = Difference(one, other);
         const auto has = [](const Span& span, int at) { return at >= span.first && at < span.last; };
         for (int at = 0; at < 20; ++at) {
             CAPTURE(at);
-            CHECK((has(difference.pieces[0], at) || has(difference.pieces[1], at)) ==
-                  (has(one, at) != has(other, at)));
+            const bool isChanged =
+                (has(one.lit, at) || has(one.peak, at)) != (has(other.lit, at) || has(other.peak, at));
+            CHECK(std::count_if(pieces.begin(), pieces.end(),
+                                [&](const Span& piece) { return has(piece, at); }) == (isChanged ? 1 : 0));
+        }
+        for (std::size_t i = 1; i < pieces.size(); ++i) {
+            CHECK(pieces[i - 1].last < pieces[i].first);
         }
     }
 }

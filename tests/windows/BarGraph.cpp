@@ -104,8 +104,8 @@ TEST_CASE("only what changed is painted, and nothing when nothing did") {
     const std::pair<const char*, const char*> rows[] = {{"20", "0,0,0,0"},
                                                         {"20.5", "0,0,0,0"},
                                                         {"24", "0,76,20,80"},
-                                                        {"20", "0,76,20,80"}, // its peak is there
-                                                        {"32", "0,68,20,80"}};
+                                                        {"20", "0,0,0,0"}, // its peak is there
+                                                        {"32", "0,68,20,76"}};
     for (const auto& [level, area] : rows) {
         CAPTURE(std::string(level));
         ph_SetParameter(panel.Root(), "AMP1*a", level);
