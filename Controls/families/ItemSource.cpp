@@ -3,7 +3,7 @@
 #include <cstdio>
 
 ItemSource::From ItemSource::Source() const {
-    return !heard_.empty() ? From::Functions : lines_ ? From::Lines : From::Text;
+    return heard_ ? From::Functions : lines_ ? From::Lines : From::Text;
 }
 
 void ItemSource::Use(bool isNew) {
@@ -13,7 +13,7 @@ void ItemSource::Use(bool isNew) {
     }
     used_ = source;
     items_ = source == From::Lines ? logic::Items::OfLines(*lines_)
-                                   : logic::Items::OfList(source == From::Text ? own_ : heard_);
+                                   : logic::Items::OfList(source == From::Text ? own_ : *heard_);
     isChanged_ = true;
 }
 
@@ -32,7 +32,7 @@ bool ItemSource::SetFunctions(HOSTINFO& control, const std::string& text) {
     if (!functions_.Load(control, text)) {
         return false;
     }
-    heard_.clear();
+    heard_.reset();
     Use(false);
     return true;
 }
@@ -42,9 +42,9 @@ int ItemSource::Poll() {
         return REQUEST_UNCHANGED;
     }
     char text[TEXT_SIZE];
-    std::snprintf(text, sizeof text, "%s", heard_.c_str());
+    std::snprintf(text, sizeof text, "%s", heard_ ? heard_->c_str() : "");
     const int result = CONTROLPROPERTIES::Ask(functions_.Requests(), DATATYPE_TEXT, text);
-    if (result == REQUEST_DELIVERED) {
+    if (result <= REQUEST_DELIVERED) {
         const bool isNew = heard_ != text;
         heard_ = text;
         Use(isNew);

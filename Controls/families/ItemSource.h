@@ -39,7 +39,7 @@ private:
     FunctionList functions_;
     std::string own_;
     std::optional<std::string> lines_;
-    std::string heard_; // what the functions hold
+    std::optional<std::string> heard_; // what the functions hold, as soon as they have answered
     From used_ = From::Text;
     logic::Items items_;
     bool isChanged_ = false;
