@@ -115,7 +115,6 @@ void COMBOBOXPROPERTIES::SetDefaults() {
 void COMBOBOXPROPERTIES::FontChanged() {
     const RECT known = rectangle;
     TEXTLOOKPROPERTIES::FontChanged();
-    list.SetLines(lines);
     rectangle = known;
 }
 

@@ -28,17 +28,19 @@ HWND ListField::Begin() {
     return edit_;
 }
 
-void ListField::SetLines(int lines) {
-    lines_ = lines;
+// Whatever makes it another size makes it forget this, so it is told when it is about to drop down.
+void ListField::SizeList() {
+    if (isSized_ || IsDropped()) {
+        return;
+    }
     RECT closed{};
     GetWindowRect(list_, &closed);
-    const int height = closed.bottom - closed.top + lines * static_cast<int>(System(CB_GETITEMHEIGHT)) + 2;
+    const int height = closed.bottom - closed.top + lines_ * static_cast<int>(System(CB_GETITEMHEIGHT)) + 2;
     const RECT known = control_.rectangle; // the list becomes another one, not the control
-    isSizing_ = true;
     SetWindowPos(list_, nullptr, 0, 0, closed.right - closed.left, height,
                  SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
-    isSizing_ = false;
     control_.rectangle = known;
+    isSized_ = true;
 }
 
 void ListField::Fill(const logic::Items& items, bool isSorted) {
@@ -195,6 +197,15 @@ std::optional<LRESULT> ListField::Handle(UINT message, WPARAM wParam, LPARAM lPa
             (message == WM_KEYDOWN && HandleKey(wParam))) {
             return 0;
         }
+        if (message == WM_KEYDOWN) {
+            SizeList();
+        }
+        return std::nullopt;
+    case WM_SYSKEYDOWN:
+    case WM_LBUTTONDOWN:
+    case WM_LBUTTONDBLCLK:
+    case CB_SHOWDROPDOWN:
+        SizeList();
         return std::nullopt;
     case WM_GETDLGCODE: {
         const auto* key = reinterpret_cast<const MSG*>(lParam);
@@ -257,10 +268,7 @@ void ListField::Handled(UINT message, WPARAM wParam, LPARAM lParam) {
         }
         return;
     case WM_WINDOWPOSCHANGED:
-        if (!isSizing_ && lines_ > 0 &&
-            (reinterpret_cast<const WINDOWPOS*>(lParam)->flags & SWP_NOSIZE) == 0) {
-            SetLines(lines_); // its height was taken for that of the list
-        }
+        isSized_ = isSized_ && (reinterpret_cast<const WINDOWPOS*>(lParam)->flags & SWP_NOSIZE) != 0;
         return;
     case WM_PAINT:
         if (!IsEditable() && IsMarked()) {

@@ -38,7 +38,10 @@ public:
     HWND Begin();
     bool IsEditable() const { return edit_ != nullptr; }
     // Of how many lines at most the list drops down.
-    void SetLines(int lines);
+    void SetLines(int lines) {
+        lines_ = lines;
+        isSized_ = false;
+    }
     // Fills the list, sorted by caption where it is to be.
     void Fill(const logic::Items& items, bool isSorted);
     // Shows the value, now or when nobody is about to choose or to type any more.
@@ -79,6 +82,7 @@ private:
     void Choose();
     void PutBack();
     void Unselect();
+    void SizeList();
     bool HandleKey(WPARAM key);
     COLORREF Ground() const { return control_.backgroundColor.value_or(GetSysColor(COLOR_WINDOW)); }
     COLORREF TextColour() const { return control_.textColor.value_or(ReadableOn(Ground())); }
@@ -94,8 +98,8 @@ private:
     logic::Items items_;
     std::vector<std::size_t> order_; // the item of each line
     int place_ = CB_ERR;             // the line of the value
-    int lines_ = 0;
+    int lines_ = 12;
     bool wasDropped_ = false;
     bool isDeciding_ = false; // a choice waits to be taken
-    bool isSizing_ = false;
+    bool isSized_ = false;    // the list is that long
 };

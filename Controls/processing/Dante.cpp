@@ -20,7 +20,6 @@ constexpr int QUESTION = 2;
 constexpr int LAMP = 16;
 constexpr int GAP = 4;
 constexpr int RIM = 1; // for the frame of the control that has the focus
-constexpr int LINES = 12;
 constexpr int NOT_REACHED = -1;
 
 struct StateLook {
@@ -242,7 +241,6 @@ void DANTECONTROLPROPERTIES::SetDefaults() {
 
 void DANTECONTROLPROPERTIES::FontChanged() {
     SendMessageA(listWindow_, WM_SETFONT, reinterpret_cast<WPARAM>(font.Get()), FALSE);
-    list.SetLines(LINES);
     Arrange();
     LookChanged();
 }

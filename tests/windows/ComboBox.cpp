@@ -129,6 +129,30 @@ TEST_CASE_FIXTURE(Fixture, "polls show in the list, except while somebody choose
     CHECK(SendMessageA(combo, CB_GETCURSEL, 0, 0) == 1);
 }
 
+TEST_CASE_FIXTURE(Fixture,
+                  "the list drops down with the lines it is to have, whatever size the control gets") {
+    const auto dropped = [&] {
+        Drop();
+        COMBOBOXINFO info{};
+        info.cbSize = sizeof info;
+        GetComboBoxInfo(combo, &info);
+        RECT area;
+        GetWindowRect(info.hwndList, &area);
+        Press(VK_ESCAPE);
+        return (area.bottom - area.top) / static_cast<int>(SendMessageA(combo, CB_GETITEMHEIGHT, 0, 0));
+    };
+    CHECK(dropped() == 3);
+    Load(combo, "lines=2");
+    for (const int height : {20, 33, 400}) {
+        SetWindowPos(combo, nullptr, 0, 0, 130, height, SWP_NOMOVE | SWP_NOZORDER);
+        CHECK(dropped() == 2);
+    }
+    const RECT known = ObjectOf(combo).rectangle;
+    Load(combo, "lines=50");
+    CHECK(dropped() == 3);
+    CHECK(EqualRect(&known, &ObjectOf(combo).rectangle));
+}
+
 TEST_CASE_FIXTURE(Fixture, "a value that the list does not have is shown as it is, with the sign") {
     constexpr COLORREF SIGN = RGB(255, 176, 0);
     const auto hasSign = [&] {
