@@ -1,6 +1,6 @@
 // Creating and destroying windows under a hidden panel.
 
-#include "benchmarks/Contents.h"
+#include "benchmarks/FilledControls.h"
 #include "benchmarks/Suites.h"
 #include "benchmarks/Windows.h"
 

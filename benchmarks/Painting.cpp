@@ -1,6 +1,6 @@
 // Painting one control on a visible panel.
 
-#include "benchmarks/Contents.h"
+#include "benchmarks/FilledControls.h"
 #include "benchmarks/Suites.h"
 #include "benchmarks/Windows.h"
 

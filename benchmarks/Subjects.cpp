@@ -1,6 +1,6 @@
 #include "Panelhost/HostInterface.h"
 #include "Panelhost/Hostinfo.h"
-#include "benchmarks/Contents.h"
+#include "benchmarks/FilledControls.h"
 #include "benchmarks/Suites.h"
 #include "benchmarks/Windows.h"
 

@@ -60,7 +60,7 @@ private:
         SetWindowPos(box, nullptr, left, top, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
     }
 
-    static inline thread_local BoxMover* current_ = nullptr;
+    static inline BoxMover* current_ = nullptr;
     HWND control_;
     BoxMover* outer_;
     HHOOK hook_;

@@ -1,4 +1,4 @@
-#include "benchmarks/Contents.h"
+#include "benchmarks/FilledControls.h"
 
 #include "Panelhost/Messages.h"
 #include "Panelhost/ValueRecord.h"
