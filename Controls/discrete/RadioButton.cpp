@@ -234,15 +234,15 @@ RECT MarkIn(const RECT& client) {
 
 void DrawMark(HDC dc, const RECT& place, bool isOn, bool isHeld) {
     const Selected brush(dc, GetStockObject(DC_BRUSH));
-    const Selected pen(dc, GetStockObject(NULL_PEN));
-    const auto disc = [&](int inset, COLORREF colour) {
+    const Selected pen(dc, GetStockObject(DC_PEN));
+    const auto disc = [&](int inset, COLORREF rim, COLORREF colour) {
+        SetDCPenColor(dc, rim);
         SetDCBrushColor(dc, colour);
-        Ellipse(dc, place.left + inset, place.top + inset, place.right + 1 - inset, place.bottom + 1 - inset);
+        Ellipse(dc, place.left + inset, place.top + inset, place.right - inset, place.bottom - inset);
     };
-    disc(0, logic::PANEL_EDGE);
-    disc(1, isHeld ? logic::PANEL_PLATE : logic::PANEL_WELL);
+    disc(0, logic::PANEL_EDGE, isHeld ? logic::PANEL_PLATE : logic::PANEL_WELL);
     if (isOn) {
-        disc(std::max<int>((place.right - place.left) / 4, 2), logic::PANEL_BLUE);
+        disc(std::max<int>((place.right - place.left) / 4, 2), logic::PANEL_BLUE, logic::PANEL_BLUE);
     }
 }
 

@@ -154,7 +154,8 @@ void BUTTONPROPERTIES::DrawCaption(HDC dc, RECT client, bool down, COLORREF colo
     SelectObject(dc, font.Get());
     SetBkMode(dc, TRANSPARENT);
     SetTextColor(dc, colour);
-    DrawTextA(dc, caption.c_str(), -1, &client, DT_CENTER | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX);
+    DrawTextA(dc, caption.c_str(), -1, &client,
+              DT_CENTER | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX | DT_NOCLIP);
 }
 
 // A click
