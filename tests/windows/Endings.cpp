@@ -6,7 +6,9 @@
 #include "tests/windows/FreedMemory.h"
 #include "tests/windows/TestPanel.h"
 
+#include <algorithm>
 #include <functional>
+#include <iterator>
 #include <set>
 
 TEST_SUITE_BEGIN("Endings");
@@ -112,7 +114,15 @@ void EnterToldLines(const Scene& scene) {
 struct Event {
     const char* name;
     void (*happen)(const Scene& scene);
+    bool isOfDialogs = false; // that are the same for all classes: one of each kind of dialog stands for all
 };
+
+// Dialogs with a layout of their own, and some of those that are laid out when they open.
+bool StandsForDialogs(std::string_view className) {
+    constexpr std::string_view names[] = {"KNOB",  "FADER", "METER",   "EQ",      "XOVER",
+                                          "MIXER", "BEDIT", "BBUTTON", "SPINEDIT"};
+    return std::ranges::find(names, className) != std::end(names);
+}
 
 constexpr Event EVENTS[] = {
     {"a press moves the focus",
@@ -209,8 +219,8 @@ constexpr Event EVENTS[] = {
          SendMessageA(scene.control, CWM_MENUCOMMAND, 0, 1);
      }},
     {"lines of the dialog", EnterLines},
-    {"a line of the dialog that the host is asked for", EnterToldLines<EDIT_CHANGING>},
-    {"a line of the dialog that the host is told of", EnterToldLines<EDIT_CHANGED>},
+    {"a line of the dialog that the host is asked for", EnterToldLines<EDIT_CHANGING>, true},
+    {"a line of the dialog that the host is told of", EnterToldLines<EDIT_CHANGED>, true},
     {"the dialog becomes active",
      [](const Scene& scene) {
          const HWND dialog = DialogOf(scene.control);
@@ -263,6 +273,9 @@ TEST_CASE("controls of every class survive what their own messages lead to") {
     std::vector<ExpectedClass> classes;
     std::set<std::pair<LRESULT, std::string_view>> kinds;
     for (const ExpectedClass& expected : EXPECTED_CLASSES) {
+        if (std::string_view(expected.name).starts_with("LSB")) {
+            continue; // a button and a text by other names
+        }
         const TestPanel panel;
         HWND control = panel.Create(expected.name, "Control");
         const bool isPlain = ObjectOf(control).GetHostinfoTable()[6].keyword == nullptr;
@@ -275,6 +288,9 @@ TEST_CASE("controls of every class survive what their own messages lead to") {
         fired = 0;
         for (const ExpectedClass& expected : classes) {
             const bool hasDialog = std::string_view(event.name).find("dialog") != std::string_view::npos;
+            if (event.isOfDialogs && !StandsForDialogs(expected.name)) {
+                continue;
+            }
             for (const Action& action : ACTIONS) {
                 if (action.act == CloseDialog && !hasDialog) {
                     continue;

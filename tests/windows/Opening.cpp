@@ -84,7 +84,7 @@ void MoveParameters(const TestPanel& panel) {
 } // namespace
 
 TEST_CASE("the demo panels move nothing") {
-    for (const std::string name : {"Demo", "Buttons", "Mixer", "Interfaces", "Levels"}) {
+    for (const std::string name : {"Demo", "Buttons", "Mixer", "Interfaces", "Levels", "Stage"}) {
         INFO(name);
         const TestPanel panel;
         const std::string file = ProgramFolder() + name;
