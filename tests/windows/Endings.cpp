@@ -119,8 +119,7 @@ struct Event {
 
 // Dialogs with a layout of their own, and some of those that are laid out when they open.
 bool StandsForDialogs(std::string_view className) {
-    constexpr std::string_view names[] = {"KNOB",  "FADER", "METER",   "EQ",      "XOVER",
-                                          "MIXER", "BEDIT", "BBUTTON", "SPINEDIT"};
+    constexpr std::string_view names[] = {"KNOB", "FADER", "XOVER", "BEDIT", "BBUTTON", "SPINEDIT"};
     return std::ranges::find(names, className) != std::end(names);
 }
 
@@ -228,7 +227,8 @@ constexpr Event EVENTS[] = {
          scene.Arm();
          SendMessageA(dialog, WM_ACTIVATE, WA_ACTIVE, 0);
          SendMessageA(dialog, WM_SETFOCUS, 0, 0);
-     }},
+     },
+     true},
     {"typing in the dialog, and the focus goes",
      [](const Scene& scene) {
          for (HWND item : ChildrenOf(DialogOf(scene.control))) {
@@ -237,7 +237,8 @@ constexpr Event EVENTS[] = {
              scene.Arm();
              SetFocus(scene.trap);
          }
-     }},
+     },
+     true},
 };
 
 struct Action {
