@@ -112,6 +112,12 @@ std::vector<HWND> AddParts(const BenchPanel& panel, const Subject& subject, HWND
 }
 
 bool IsPaintedUnchanged(HWND control) {
+    const auto poll = [control] {
+        Sleep(2);
+        SendMessageA(control, WM_TIMER, 0, 0);
+    };
+    LoadLines(control, "interval=0");
+    poll(); // the first one may find something
     UpdateWindow(control);
     Settle();
     char text[TEXT_SIZE] = "";
@@ -120,9 +126,7 @@ bool IsPaintedUnchanged(HWND control) {
         VALUERECORD set = VALUERECORD::SetText(text);
         SendMessageA(control, CWM_MESSAGE, 0, reinterpret_cast<LPARAM>(&set));
     }
-    LoadLines(control, "interval=0");
-    Sleep(2);
-    SendMessageA(control, WM_TIMER, 0, 0);
+    poll();
     bool isToBePainted = false;
     IsToBePainted(control, reinterpret_cast<LPARAM>(&isToBePainted));
     EnumChildWindows(control, IsToBePainted, reinterpret_cast<LPARAM>(&isToBePainted));
