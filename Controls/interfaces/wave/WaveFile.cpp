@@ -1,6 +1,7 @@
 #include "Controls/interfaces/wave/WaveFile.h"
 
 #include "Panelhost/Trace.h"
+#include "logic/sound/SampleFormat.h"
 
 #include <windows.h>
 
@@ -12,8 +13,7 @@ namespace {
 
 HMMIO file = nullptr;
 MMCKINFO riffChunk;
-MMCKINFO chunk; // "fmt ", then "data"
-PCMWAVEFORMAT format;
+MMCKINFO chunk;     // "fmt ", then "data"
 MMIOINFO buffer;    // positions in the buffer of the open file
 bool stuck = false; // there is no room in the buffer and none can be made
 
@@ -33,13 +33,14 @@ void ShowRoom() {
         file == nullptr || stuck ? WaveFileRoom{} : WaveFileRoom{buffer.pchNext, buffer.pchEndWrite};
 }
 
-void WriteFormat() {
+void WriteFormat(const logic::SampleFormat& format) {
+    const std::vector<std::uint8_t> record = logic::FormatRecord(format);
     chunk = {};
     chunk.ckid = mmioFOURCC('f', 'm', 't', ' ');
-    chunk.cksize = sizeof format;
+    chunk.cksize = record.size();
     Check(mmioCreateChunk(file, &chunk, 0), "Error: mmioFOURCC\n");
-    const LONG written = mmioWrite(file, reinterpret_cast<const char*>(&format), sizeof format);
-    if (written != static_cast<LONG>(sizeof format)) {
+    const auto length = static_cast<LONG>(record.size());
+    if (mmioWrite(file, reinterpret_cast<const char*>(record.data()), length) != length) {
         TRACE("Error: mmioWrite\n");
     }
     Check(Ascend(chunk), "Error: mmioAscend\n");
@@ -48,14 +49,6 @@ void WriteFormat() {
 } // namespace
 
 int WaveFileOpen(const char* path, int bufferSize, int channels, int sampleRate, int bitsPerSample) {
-    static_assert(sizeof format == 16);
-    format.wf.wFormatTag = WAVE_FORMAT_PCM;
-    format.wf.nChannels = static_cast<WORD>(channels);
-    format.wf.nSamplesPerSec = static_cast<DWORD>(sampleRate);
-    format.wf.nBlockAlign = static_cast<WORD>(bitsPerSample * channels / 8);
-    format.wf.nAvgBytesPerSec = format.wf.nBlockAlign * format.wf.nSamplesPerSec;
-    format.wBitsPerSample = static_cast<WORD>(bitsPerSample);
-
     if (file != nullptr) {
         WaveFileClose();
     }
@@ -66,7 +59,9 @@ int WaveFileOpen(const char* path, int bufferSize, int channels, int sampleRate,
     riffChunk = {};
     riffChunk.fccType = mmioFOURCC('W', 'A', 'V', 'E');
     Check(mmioCreateChunk(file, &riffChunk, MMIO_CREATERIFF), "Error: mmioCreateChunk\n");
-    WriteFormat();
+    WriteFormat({.channels = static_cast<std::uint16_t>(channels),
+                 .bits = static_cast<std::uint16_t>(bitsPerSample),
+                 .rate = static_cast<std::uint32_t>(sampleRate)});
     chunk = {};
     chunk.ckid = mmioFOURCC('d', 'a', 't', 'a');
     Check(mmioCreateChunk(file, &chunk, 0), "Error: mmioCreateChunk\n");
