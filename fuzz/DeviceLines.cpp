@@ -8,6 +8,7 @@
 
 #include "fuzz/Fuzzer.h"
 #include "logic/controls/Layers.h"
+#include "logic/devices/SimulatedBlocks.h"
 #include "logic/devices/Simulation.h"
 #include "logic/devices/Subscription.h"
 #include "logic/text/FloatFormat.h"
@@ -70,6 +71,14 @@ void CheckDeclarations(std::string_view text) {
     if (const auto follow = ParseFollow(text)) {
         Require(!follow->source.empty() && std::isfinite(follow->offset));
         Require(follow->timeConstantMilliseconds <= MAXIMUM_TIME_CONSTANT);
+    }
+    if (const auto dynamics = ParseDynamics("gate", text)) {
+        Require(!dynamics->source.empty());
+    }
+    const auto split = text.find('=');
+    if (const auto matrix = ParseMatrix(text.substr(0, split),
+                                        split == text.npos ? "2,12,in%i,out%02o" : text.substr(split + 1))) {
+        Require(matrix->crosspoints.size() == matrix->InputNames().size() * matrix->OutputNames().size());
     }
     if (const auto layers = ParseLayers(text)) {
         Require(ParseLayers(LayersText(*layers)) == layers);

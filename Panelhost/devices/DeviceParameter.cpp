@@ -40,6 +40,16 @@ int DeviceParameter::Datatype() const {
     return DATATYPE_NONE;
 }
 
+const logic::EqBand* DeviceParameter::Band() const {
+    const bool isBand = declaration_.type == logic::ParameterType::MasterEq ||
+                        declaration_.type == logic::ParameterType::ChannelEq;
+    return isBand ? &band_ : nullptr;
+}
+
+const logic::CrossoverFilters* DeviceParameter::Filters() const {
+    return declaration_.type == logic::ParameterType::CrossoverFilters ? &filters_ : nullptr;
+}
+
 void DeviceParameter::SetNumber(float value) {
     const float limited = logic::Clamp(value, declaration_.minimum, declaration_.maximum);
     number_ = declaration_.type == logic::ParameterType::Integer

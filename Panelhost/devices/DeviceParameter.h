@@ -26,6 +26,9 @@ public:
     int Take(const VALUERECORD* record);
     float Number() const { return number_; }          // in its unit; 0 for what is no number
     const std::string& Text() const { return text_; } // empty for what is none
+    // Its block; null for what is none of that kind.
+    const logic::EqBand* Band() const;
+    const logic::CrossoverFilters* Filters() const;
     // Limited to the range, and rounded where the type asks for it.
     void SetNumber(float value);
 

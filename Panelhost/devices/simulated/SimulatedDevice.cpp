@@ -4,6 +4,7 @@
 #include "logic/text/Text.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -144,7 +145,68 @@ bool SimulatedDevice::DeclareSubscription(const std::string& keyword, const std:
     return true;
 }
 
+bool SimulatedDevice::DeclareDynamics(const std::string& block, const std::string& text) {
+    const auto dynamics = logic::ParseDynamics(block, text);
+    if (!dynamics) {
+        return false;
+    }
+    for (const auto& [part, declaration] : logic::DynamicsParameters(dynamics->mode)) {
+        DeclareParameter(block + part, declaration);
+    }
+    Find(block + ".level")->follow = logic::Follow{dynamics->source, 0.0F, 0};
+    Find(block + ".reduction")->reduction = Reduction{.mode = dynamics->mode,
+                                                      .threshold = Find(block + ".threshold"),
+                                                      .ratio = Find(block + ".ratio"),
+                                                      .knee = Find(block + ".knee"),
+                                                      .attack = Find(block + ".attack"),
+                                                      .release = Find(block + ".release"),
+                                                      .on = Find(block + ".on"),
+                                                      .level = Find(block + ".level")};
+    return true;
+}
+
+bool SimulatedDevice::DeclareMatrix(const std::string& crosspoints, const std::string& text) {
+    const auto matrix = logic::ParseMatrix(crosspoints, text);
+    if (!matrix) {
+        return false;
+    }
+    const std::vector<std::string> outputs = matrix->OutputNames();
+    const auto isNoNumber = [this](const std::string& output) {
+        const Parameter* known = Find(output);
+        return known != nullptr && !known->IsNumber();
+    };
+    if (std::any_of(outputs.begin(), outputs.end(), isNoNumber)) {
+        return false;
+    }
+    auto crosspoint = matrix->crosspoints.begin();
+    for (const std::string& output : outputs) {
+        if (Find(output) == nullptr) {
+            DeclareParameter(output, logic::MATRIX_OUTPUT);
+        }
+        Mix mix{{}, matrix->InputNames()};
+        while (mix.crosspoints.size() < mix.inputs.size()) {
+            mix.crosspoints.push_back(
+                DeclareParameter(*crosspoint++, {logic::ParameterType::Integer, 0, 1, "0", ""}));
+        }
+        Find(output)->mix = std::move(mix);
+    }
+    return true;
+}
+
 bool SimulatedDevice::Declare(const std::string& keyword, const std::string& text) {
+    const std::size_t known = keywords_.size();
+    if (!DeclareAny(keyword, text)) {
+        return false;
+    }
+    for (std::size_t i = known; i < keywords_.size(); ++i) {
+        if (keywords_[i] != keyword) { // whoever reads the line announces that one
+            a_AnnounceFunction(parent, (name + "*" + keywords_[i]).c_str());
+        }
+    }
+    return true;
+}
+
+bool SimulatedDevice::DeclareAny(const std::string& keyword, const std::string& text) {
     if (text.size() >= TEXT_SIZE) {
         return false; // nobody could be told the whole of it
     }
@@ -153,6 +215,12 @@ bool SimulatedDevice::Declare(const std::string& keyword, const std::string& tex
     }
     if (const auto rest = Behind(text, "subscription"); rest && !keyword.empty()) {
         return DeclareSubscription(keyword, *rest);
+    }
+    if (const auto rest = Behind(text, "dynamics"); rest && !keyword.empty()) {
+        return DeclareDynamics(keyword, *rest);
+    }
+    if (const auto rest = Behind(text, "matrix")) {
+        return DeclareMatrix(keyword, *rest);
     }
     Parameter* parameter = Find(keyword);
     if (parameter == nullptr || !parameter->IsNumber()) {
@@ -169,6 +237,10 @@ bool SimulatedDevice::Declare(const std::string& keyword, const std::string& tex
     if (const auto rest = Behind(text, "add")) {
         parameter->added = Names(*rest);
         return !parameter->added.empty();
+    }
+    if (const auto rest = Behind(text, "through")) {
+        parameter->through = Names(*rest);
+        return !parameter->through.empty();
     }
     if (const auto rest = Behind(text, "mute")) {
         parameter->muting = Names(*rest);
@@ -196,56 +268,4 @@ int SimulatedDevice::OnSet(const char* keyword, std::string& value, int* result)
     Parameter* parameter = Find(keyword);
     const VALUERECORD record = VALUERECORD::SetText(value.data());
     return *result = parameter != nullptr ? parameter->Take(&record) : 0;
-}
-
-float SimulatedDevice::SourceValue(const std::string& source) const {
-    const auto star = source.rfind('*');
-    const SimulatedDevice* device = this;
-    if (star != std::string::npos) {
-        device = dynamic_cast<SimulatedDevice*>(a_FindHostinfo(parent, source.substr(0, star).c_str()));
-    }
-    const Parameter* parameter =
-        device == nullptr ? nullptr
-                          : device->Find(star == std::string::npos ? source : source.substr(star + 1));
-    return parameter == nullptr ? 0.0F : parameter->Number();
-}
-
-void SimulatedDevice::Move(Parameter& parameter, std::uint32_t elapsed) {
-    const bool sourced = parameter.wave || parameter.follow || !parameter.added.empty();
-    float target = sourced ? 0.0F : parameter.Number();
-    if (parameter.wave) {
-        target += logic::WaveValue(*parameter.wave, time_, static_cast<std::uint32_t>(parameter.index));
-    }
-    for (const std::string& source : parameter.added) {
-        target += SourceValue(source);
-    }
-    if (parameter.follow) {
-        target += SourceValue(parameter.follow->source) + parameter.follow->offset;
-    }
-    const auto isOn = [this](const std::string& source) { return SourceValue(source) != 0; };
-    const auto& solos = parameter.solos;
-    const bool othersSolo =
-        !solos.empty() && !isOn(solos.front()) && std::any_of(solos.begin(), solos.end(), isOn);
-    if (othersSolo || std::any_of(parameter.muting.begin(), parameter.muting.end(), isOn)) {
-        target = parameter.Declaration().minimum;
-    }
-    const std::uint32_t lag = parameter.follow ? parameter.follow->timeConstantMilliseconds : 0;
-    parameter.SetNumber(logic::FollowStep(parameter.Number(), target, elapsed, lag));
-}
-
-LRESULT SimulatedDevice::OnTimer(WPARAM, LPARAM) {
-    const DWORD now = GetTickCount();
-    const DWORD elapsed = now - lastTick_;
-    lastTick_ = now;
-    time_ += elapsed;
-    for (const auto& parameter : parameters_) {
-        if (parameter->MovesByItself()) {
-            Move(*parameter, elapsed);
-        } else if (parameter->subscription) {
-            const auto state =
-                parameter->subscription->Step(parameter->Text(), parameter->offered->Text(), elapsed);
-            parameter->subscriptionState->SetNumber(static_cast<float>(state));
-        }
-    }
-    return 0;
 }

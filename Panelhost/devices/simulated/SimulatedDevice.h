@@ -2,6 +2,7 @@
 
 #include "Panelhost/devices/DeviceKind.h"
 #include "Panelhost/devices/DeviceParameter.h"
+#include "logic/devices/SimulatedBlocks.h"
 #include "logic/devices/Subscription.h"
 
 #include <cstdint>
@@ -39,6 +40,15 @@ private:
         SimulatedDevice* device = nullptr;
         int index = 0; // from 1 on
     };
+    struct Parameter;
+    struct Reduction { // what the gain reduction of a block is computed from
+        logic::DynamicsMode mode;
+        const Parameter *threshold, *ratio, *knee, *attack, *release, *on, *level;
+    };
+    struct Mix { // a column of a matrix
+        std::vector<const Parameter*> crosspoints;
+        std::vector<std::string> inputs;
+    };
     struct Parameter : Place, DeviceParameter {
         std::optional<logic::Wave> wave;
         std::optional<logic::Follow> follow;
@@ -47,15 +57,20 @@ private:
         // Parameters of which the first belongs to this one: while another one is not 0 and the first is,
         // this one is held at its minimum.
         std::vector<std::string> solos;
+        std::vector<std::string> through; // what the level goes through
+        std::optional<Reduction> reduction;
+        std::optional<Mix> mix;
         // Of a receive channel: what becomes of its text, and the parameters that say so and that have the
         // channels which are offered.
         std::optional<logic::Subscription> subscription;
         Parameter* subscriptionState = nullptr;
         Parameter* offered = nullptr;
 
-        bool MovesByItself() const {
-            return wave || follow || !added.empty() || !muting.empty() || !solos.empty();
+        // Whether its number comes from elsewhere.
+        bool IsSourced() const {
+            return wave || follow || mix || reduction || !added.empty() || !through.empty();
         }
+        bool MovesByItself() const { return IsSourced() || !muting.empty() || !solos.empty(); }
     };
 
     bool IsReachable(const Parameter& parameter) const;
@@ -65,9 +80,18 @@ private:
     // Declares a parameter, or declares it anew. Null when a record cannot be read.
     Parameter* DeclareParameter(const std::string& keyword, const logic::ParameterDeclaration& declaration);
     bool DeclareSubscription(const std::string& keyword, const std::string& text);
-    // The value of a source, "parameter" of this device or "DEVICE*parameter"; 0 when there is none.
+    bool DeclareAny(const std::string& keyword, const std::string& text);
+    bool DeclareDynamics(const std::string& block, const std::string& text);
+    bool DeclareMatrix(const std::string& crosspoints, const std::string& text);
+
+    // A source, "parameter" of this device or "DEVICE*parameter"; null when there is none. Its value is 0
+    // then.
+    const Parameter* Source(const std::string& source) const;
     float SourceValue(const std::string& source) const;
     void Move(Parameter& parameter, std::uint32_t elapsed);
+    static float NextReduction(const Parameter& parameter, std::uint32_t elapsed);
+    float MixedLevel(const Parameter& parameter) const;
+    float GainThrough(const std::vector<std::string>& stages) const;
 
     std::vector<std::unique_ptr<Parameter>> parameters_; // in order of declaration; addresses stay valid
     std::vector<std::string> keywords_;

@@ -1,0 +1,16 @@
+// Names that are many: a pattern in which `%i` and `%o` stand for the numbers of an input and an output.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace logic {
+
+// The pattern with both numbers in it. `%02i` is a number of at least two digits, 1 to 9 of them. Everything
+// else that follows a per cent sign stays as it is. "route%i_%02o" with 3 and 4 is "route3_04".
+std::string ExpandPattern(std::string_view pattern, int input, int output);
+
+// Whether the pattern has a place for the number of that letter, 'i' or 'o'.
+bool HasPlaceFor(std::string_view pattern, char letter);
+
+} // namespace logic
