@@ -21,6 +21,7 @@ extern const ControlImplementation messagingControl;
 extern const ControlImplementation meterControl;
 extern const ControlImplementation midiControl;
 extern const ControlImplementation miniDelayControl;
+extern const ControlImplementation miniEditControl;
 extern const ControlImplementation miniView;
 extern const ControlImplementation mixerControl;
 extern const ControlImplementation networkControl;
@@ -238,12 +239,11 @@ constexpr ControlClass CLASSES[] = {
      .palette = {STRIPS, 5, "Dynamics View", "Dy", {64, 48}, true}},
     {.name = "MINIEDIT",
      .displayName = "MiniEdit",
-     .implementation = &miniView,
+     .implementation = &miniEditControl,
      .controlType = NONE,
      .style = S2,
      .picture = "Controls\\MiniEdit.bmp",
      .image = "Controls\\MiniEdit.png",
-     .purpose = "Small text field.",
      .palette = {STRIPS, 6, "Edit View", "Ev", {64, 48}, true}},
     {.name = "MINIEQ",
      .displayName = "MiniEQ",

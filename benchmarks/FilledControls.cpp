@@ -41,6 +41,7 @@ constexpr Content CONTENTS[] = {
      .painting = 1.2},
     {.className = "LISTSELECTION",
      .lines = "items=Overture;First act;Second act;Interval;Third act;Finale|value=2"},
+    {.className = "MINIEDIT", .lines = "caption=Gate|connection=Control|value=1"},
     {.className = "DANTECONTROL", .lines = "", .parts = {"COMBOBOX"}, .painting = 1.2},
 };
 

@@ -24,10 +24,26 @@ public:
     using Holder::Learn;
     using Holder::parts;
     using Holder::Send;
-    using Holder::ShowBlock;
     using Holder::value;
 
     void PollBlock() final { this->AskForBlock(); }
+
+    // A list whose item is unknown shows none, so that whichever is chosen is a change.
+    void ShowBlock(const Block& next) final {
+        Show(next);
+        Block listed = next;
+        for (const BlockPart<Block>& part : parts) {
+            if (part.odd) {
+                part.copy(listed, *part.odd);
+            }
+        }
+        ShowLists(listed);
+    }
+
+    // Takes a known block and shows it; touches only what is new.
+    virtual void Show(const Block& next) = 0;
+    // Selects in all lists what a block says, which may be unknown.
+    virtual void ShowLists(const Block& block) = 0;
 
     // What cannot be read is replaced by what is held, and so is a text that is still the one that was shown:
     // it has lost digits.

@@ -3,6 +3,7 @@
 // Frequencies are in Hz, gains in dB, bandwidths in octaves, interval in milliseconds.
 
 #include "Controls/families/BlockForm.h"
+#include "Controls/families/EqDatatype.h"
 #include "Controls/framework/Control.h"
 #include "Controls/framework/Keywords.h"
 #include "Controls/resources/resource.h"
@@ -99,10 +100,7 @@ private:
 
 class EQPROPERTIES : public BLOCKFORM<EqBand> {
 public:
-    EQPROPERTIES() {
-        parts = {{&requests, &requests, DATATYPE_MASTER_EQ, [](EqBand& band) -> void* { return &band; },
-                  [](EqBand& to, const EqBand& from) { to = from; }}};
-    }
+    EQPROPERTIES() { parts = {WholeBlock<EqBand>(requests, DATATYPE_MASTER_EQ)}; }
     KeywordList Keywords() const override;
     void SetDefaults() override;
     void BindingsChanged() override;
@@ -120,9 +118,6 @@ public:
         return logic::ReadEqBand(text, before);
     }
     EqBand Different() const override { return {1, logic::AllPass, 1.0F, 1.0F, 1.0F, 2}; }
-    EqBand Known(const EqBand& answered, const EqBand& held) const override {
-        return logic::KnownOf(answered, held);
-    }
     void Show(const EqBand& next) override;
     void ShowLists(const EqBand& band) override;
     std::string ValueText(int fieldId, bool isTyped) const override;
@@ -171,7 +166,7 @@ constexpr KeywordTable KEYWORDS({
     CONNECTION_KEYWORD,
     Handled<&EQPROPERTIES::DatatypeKeyword>("datatype", KeywordKind::Words)
         .Saved()
-        .OneOf("mastereq,channeleq")
+        .OneOf(EQ_DATATYPES)
         .Label("Equalizer")
         .Items(IDC_EQ_DATATYPE)
         .Says("`channeleq`: a band of a channel; `mastereq`, or anything else: of a master equaliser, which "
@@ -217,11 +212,11 @@ int EQPROPERTIES::BandwidthKeyword(VALUERECORD& record) {
 
 int EQPROPERTIES::DatatypeKeyword(VALUERECORD& record) {
     if (record.command == COMMAND_GET) {
-        return a_AnswerText(&record, ControlType() == DATATYPE_CHANNEL_EQ ? "channeleq" : "mastereq");
+        return a_AnswerText(&record, EqDatatypeWord(ControlType()));
     }
     const auto text = TextToSet(&record);
     if (text) {
-        SetDatatype(lstrcmpiA(text->c_str(), "channeleq") == 0 ? DATATYPE_CHANNEL_EQ : DATATYPE_MASTER_EQ);
+        SetDatatype(EqDatatypeOf(*text));
     }
     return text ? 1 : 0;
 }

@@ -109,9 +109,6 @@ public:
         return logic::ReadCrossover(text, before);
     }
     Crossover Different() const override { return {{{1, 1.0F}, {1, 1.0F}}, 1.0F, 1, {1, 1.0F, 1}}; }
-    Crossover Known(const Crossover& answered, const Crossover& held) const override {
-        return logic::KnownOf(answered, held);
-    }
     void Show(const Crossover& next) override;
     void ShowLists(const Crossover& crossover) override;
     std::string ValueText(int fieldId, bool isTyped) const override;
@@ -120,7 +117,7 @@ public:
     void Choose(Crossover& crossover, int listId, int item) const override;
     std::int32_t& Bypass(Crossover& crossover) const override { return crossover.delay.bypass; }
     std::size_t PartOf(int id) const override;
-    bool IsSending() const override { return parent != nullptr && !isLoading_; }
+    bool IsSending() override { return parent != nullptr && !isLoading_; }
     void PartSent() override;
 
     std::string Configuration() const { return configuration; }

@@ -131,7 +131,13 @@ Crossover KnownOf(const Crossover& answered, const Crossover& held) {
     check(known.filters.highPass.type, CROSSOVER_TYPE_COUNT, held.filters.highPass.type);
     check(known.filters.lowPass.type, CROSSOVER_TYPE_COUNT, held.filters.lowPass.type);
     check(known.polarity, POLARITIES.size(), held.polarity);
-    check(known.delay.unit, DELAY_UNIT_COUNT, held.delay.unit);
+    known.delay = KnownOf(answered.delay, held.delay);
+    return known;
+}
+
+DelaySetting KnownOf(const DelaySetting& answered, const DelaySetting& held) {
+    DelaySetting known = answered;
+    known.unit = IsIndex(known.unit, DELAY_UNIT_COUNT) ? known.unit : held.unit;
     return known;
 }
 

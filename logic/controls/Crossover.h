@@ -78,9 +78,10 @@ bool IsSound(const Crossover& crossover);
 bool IsKnown(const CrossoverFilters& filters);
 bool IsKnown(const DelaySetting& delay);
 bool IsKnown(const Crossover& crossover);
-// A sound block as far as it is known; unknown types, POLARITIES and units are those of the block that is
+// A sound block as far as it is known; unknown types, polarities and units are those of the block that is
 // held.
 Crossover KnownOf(const Crossover& answered, const Crossover& held);
+DelaySetting KnownOf(const DelaySetting& answered, const DelaySetting& held);
 
 // "LINK24,80 Hz,OFF,20000 Hz": high-pass, low-pass.
 std::string FiltersText(const CrossoverFilters& filters);

@@ -106,6 +106,8 @@ TEST_CASE("what a keyword takes, keeps and refuses") {
          "fmt=%d!|fmt=%.1f ms|fmt=|unit=dB|unit=0123456789012345678901234567890x!|readonly=2!|readonly=1|"
          "alignment=middle!|alignment=right|textcolor=red!|textcolor=0x0000ff00|backgroundcolor=0x00ffffff|"
          "font=Tahoma!"},
+        {"MINIEDIT", "caption=Gate|click=layer=u2|font=Tahoma!|textcolor=red!|linecolor=0x00010203|"
+                     "backgroundcolor=!|picture=.\\Nothing.bmp!|value=loud!|value=1"},
         {"LED", "value=loud!|offthreshold=!|frames=1!|frames=65!|frames=64|onthreshold=-6|offthreshold=-9.5"},
         {"CONDITIONALLED",
          "condition=not a or (b=2)|condition=!|condition=a>!|condition=1<a<2!|condition=ab!|delayon=-1>"
