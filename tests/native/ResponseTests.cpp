@@ -12,6 +12,7 @@ using namespace logic;
 namespace {
 
 constexpr double RATE = 48000;
+constexpr double FREQUENCIES[] = {25, 100, 400, 1000, 2500, 6300, 12000, 19000};
 
 double Warped(double hertz, double rate = RATE) {
     return std::tan(std::numbers::pi * hertz / rate);
@@ -25,7 +26,6 @@ double Decibels(const Filter& filter, double hertz) {
 
 // Made with scipy 1.10: coefficients in z with alpha = sin(w) / (2 Q), signal.freqz.
 TEST_CASE("bands have the gains that their coefficients in z have") {
-    constexpr double FREQUENCIES[] = {25, 100, 400, 1000, 2500, 6300, 12000, 19000};
     struct {
         EqBand band;
         double decibels[std::size(FREQUENCIES)];
@@ -53,13 +53,14 @@ TEST_CASE("bands have the gains that their coefficients in z have") {
         {{0, LowPass, 4000, 0, 3, 1},
          {-0.000162, -0.002590, -0.041281, -0.252382, -1.397715, -5.640545, -11.740075, -20.859107}},
     };
-    for (const auto& [band, decibels] : rows) {
-        CAPTURE(band.type);
-        CAPTURE(band.frequency);
-        const auto filter = Filter::OfBand(band, RATE);
+    for (const auto& row : rows) {
+        CAPTURE(row.band.type);
+        CAPTURE(row.band.frequency);
+        const auto filter = Filter::OfBand(row.band, RATE);
         REQUIRE(filter);
         for (std::size_t i = 0; i < std::size(FREQUENCIES); ++i) {
-            CHECK(Decibels(*filter, FREQUENCIES[i]) == doctest::Approx(decibels[i]).epsilon(1e-4).scale(0.1));
+            CHECK(Decibels(*filter, FREQUENCIES[i]) ==
+                  doctest::Approx(row.decibels[i]).epsilon(1e-4).scale(0.1));
         }
     }
 }
