@@ -15,5 +15,7 @@ PANELHOST_API HFONT a_GetFont(const char* description);
 PANELHOST_API void a_ReleaseFont(HFONT font);
 // The description of a font, from its face, height (96 pixels an inch) and weight; empty for null.
 PANELHOST_API std::string a_GetFontString(HFONT font);
+// The height of a line of such a font in pixels, measured once; 0 for null.
+PANELHOST_API int a_FontHeight(HFONT font);
 // Number of fonts in the cache.
 PANELHOST_API int a_FontCount();

@@ -42,7 +42,7 @@ constexpr Content CONTENTS[] = {
     {.className = "LISTSELECTION",
      .lines = "items=Overture;First act;Second act;Interval;Third act;Finale|value=2"},
     {.className = "MINIEDIT", .lines = "caption=Gate|connection=Control|value=1"},
-    {.className = "DANTECONTROL", .lines = "", .parts = {"COMBOBOX"}, .painting = 1.2},
+    {.className = "DANTECONTROL", .lines = "", .parts = {"COMBOBOX", BLIT_CLASS}, .painting = 1.2},
 };
 
 void LoadLines(HWND control, std::string_view lines) {
@@ -92,7 +92,13 @@ std::vector<HWND> AddParts(const BenchPanel& panel, const Subject& subject, HWND
         const HWND model = inner != nullptr ? inner : control;
         RECT place;
         GetWindowRect(model, &place);
-        const auto style = static_cast<DWORD>(GetWindowLongA(model, GWL_STYLE));
+        auto style = static_cast<DWORD>(GetWindowLongA(model, GWL_STYLE));
+        if (lstrcmpiA(part, WC_COMBOBOXA) == 0) {
+            style |= WS_VSCROLL; // it has passed it on to its list
+            if (model == control) {
+                place.bottom = place.top + subject.size.cy; // it has kept the rest for its list
+            }
+        }
         const RECT corner = PlaceOf(number);
         char text[TEXT_SIZE] = "";
         GetWindowTextA(model, text, sizeof text);
@@ -103,7 +109,7 @@ std::vector<HWND> AddParts(const BenchPanel& panel, const Subject& subject, HWND
         if (const LRESULT font = SendMessageA(model, WM_GETFONT, 0, 0); font != 0) {
             SendMessageA(made, WM_SETFONT, static_cast<WPARAM>(font), FALSE);
         }
-        if (std::strcmp(part, WC_COMBOBOXA) == 0) {
+        if (lstrcmpiA(part, WC_COMBOBOXA) == 0) {
             SendMessageA(made, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text));
             SendMessageA(made, CB_SETCURSEL, 0, 0);
         }

@@ -11,7 +11,8 @@
 struct Content {
     const char* className;
     const char* lines;         // property lines joined by "|"
-    const char* parts[2] = {}; // classes of the system that it is made of: its yardstick, null for none
+    const char* parts[2] = {}; // what it is made of, its yardstick: classes of the system, and BLIT_CLASS
+                               // where it draws; null for none
     double creation = 1.5;     // what the ratios are not to exceed
     double painting = 1.3;
 };

@@ -76,6 +76,11 @@ public:
     int readOnly = 0;
 
 private:
+    struct Places {
+        RECT field;
+        RECT arrows;
+    };
+
     std::string TextOfValue() const override;
     bool TakeTyped(const std::string& text) override;
     bool KeepsRefused() const override { return true; }
@@ -86,6 +91,7 @@ private:
 
     std::optional<float> ReadTyped(const std::string& text) const;
     COLORREF Ground() const;
+    Places PlacesOfChildren() const;
     void ShowRefused(bool isRefused);
 
     HWND fieldWindow_ = nullptr;
@@ -94,9 +100,7 @@ private:
     Arrows arrows_{*this, *this};
     FieldColours colours_;
     bool isRefused_ = false; // what was typed last
-    int lineHeight_ = 0;
-    RECT fieldPlace_{};
-    RECT arrowsPlace_{};
+    Places places_{};
 };
 
 namespace {
@@ -310,27 +314,20 @@ bool SPINEDITPROPERTIES::Wheel(WPARAM wParam) {
 void SPINEDITPROPERTIES::SetDefaults() {
     interval = 1000;
     SetWindowLongA(window, GWL_STYLE, GetWindowLongA(window, GWL_STYLE) | WS_CLIPCHILDREN);
-    fieldWindow_ = CreateWindowExA(0, "EDIT", "", WS_CHILD | WS_VISIBLE | ES_AUTOHSCROLL, 0, 0, 0, 0, window,
-                                   reinterpret_cast<HMENU>(FIELD), ModuleInstance(), nullptr);
+    places_ = PlacesOfChildren();
+    const RECT& field = places_.field;
+    fieldWindow_ = CreateWindowExA(0, "EDIT", TextOfValue().c_str(), WS_CHILD | WS_VISIBLE | ES_AUTOHSCROLL,
+                                   field.left, field.top, field.right - field.left, field.bottom - field.top,
+                                   window, reinterpret_cast<HMENU>(FIELD), ModuleInstance(), nullptr);
     SystemChild<HandleSpinField>::Subclass(fieldWindow_);
-    SystemChild<HandleSpinArrows>::Subclass(arrows_.Create(ARROWS));
+    SystemChild<HandleSpinArrows>::Subclass(arrows_.Create(ARROWS, places_.arrows));
     FontChanged();
     field_.Begin();
-    field_.Show();
 }
 
 void SPINEDITPROPERTIES::FontChanged() {
-    SendMessageA(fieldWindow_, WM_SETFONT, reinterpret_cast<WPARAM>(font.Get()), FALSE);
-    TEXTMETRICA metrics{};
-    const HDC dc = GetDC(fieldWindow_);
-    {
-        const Selected selected(dc, font.Get());
-        GetTextMetricsA(dc, &metrics);
-    }
-    ReleaseDC(fieldWindow_, dc);
-    lineHeight_ = metrics.tmHeight;
+    TEXTLOOKPROPERTIES::FontChanged(fieldWindow_);
     Arrange();
-    LookChanged();
 }
 
 void SPINEDITPROPERTIES::LookChanged() {
@@ -340,7 +337,20 @@ void SPINEDITPROPERTIES::LookChanged() {
     }
 }
 
-// Gives the children their places, in which the not-equal sign has one beside the field.
+// The not-equal sign has a place beside the field.
+SPINEDITPROPERTIES::Places SPINEDITPROPERTIES::PlacesOfChildren() const {
+    RECT inner{};
+    GetClientRect(window, &inner);
+    InflateRect(&inner, -RIM, -RIM);
+    const int width = std::max<int>(inner.right - inner.left, 0);
+    const int height = std::max<int>(inner.bottom - inner.top, 0);
+    const int end = RIM + width - std::min(ARROWS_WIDTH, width / 2);
+    const int sign = notEqual ? a_GetNotEqualSign()->Width() + SIGN_GAP : 0;
+    const int line = std::min(a_FontHeight(font.Get()), height);
+    const int top = RIM + (height - line) / 2;
+    return {{std::min(RIM + sign, end), top, end, top + line}, {end, RIM, RIM + width, RIM + height}};
+}
+
 void SPINEDITPROPERTIES::Arrange() {
     const auto move = [](HWND child, RECT& place, const RECT& next) {
         if (!EqualRect(&place, &next)) {
@@ -349,17 +359,9 @@ void SPINEDITPROPERTIES::Arrange() {
                          SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS);
         }
     };
-    RECT inner{};
-    GetClientRect(window, &inner);
-    InflateRect(&inner, -RIM, -RIM);
-    const int width = std::max<int>(inner.right - inner.left, 0);
-    const int height = std::max<int>(inner.bottom - inner.top, 0);
-    const int end = RIM + width - std::min(ARROWS_WIDTH, width / 2);
-    const int sign = notEqual ? a_GetNotEqualSign()->Width() + SIGN_GAP : 0;
-    const int line = std::min(lineHeight_, height);
-    const int top = RIM + (height - line) / 2;
-    move(arrows_.Window(), arrowsPlace_, {end, RIM, RIM + width, RIM + height});
-    move(fieldWindow_, fieldPlace_, {std::min(RIM + sign, end), top, end, top + line});
+    const Places next = PlacesOfChildren();
+    move(arrows_.Window(), places_.arrows, next.arrows);
+    move(fieldWindow_, places_.field, next.field);
 }
 
 COLORREF SPINEDITPROPERTIES::Ground() const {

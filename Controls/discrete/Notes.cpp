@@ -160,14 +160,7 @@ void EDIT2PROPERTIES::ReadOnlyChanged() {
 bool EDIT2PROPERTIES::IsAtEnd() const {
     RECT area{};
     SendMessageA(window, EM_GETRECT, 0, reinterpret_cast<LPARAM>(&area));
-    TEXTMETRICA metrics{};
-    const HDC dc = GetDC(window);
-    {
-        const Selected selected(dc, font.Get());
-        GetTextMetricsA(dc, &metrics);
-    }
-    ReleaseDC(window, dc);
-    const LRESULT shown = std::max<LONG>((area.bottom - area.top) / std::max<LONG>(metrics.tmHeight, 1), 1);
+    const LRESULT shown = std::max<LONG>((area.bottom - area.top) / std::max(a_FontHeight(font.Get()), 1), 1);
     return SendMessageA(window, EM_GETFIRSTVISIBLELINE, 0, 0) + shown >=
            SendMessageA(window, EM_GETLINECOUNT, 0, 0);
 }

@@ -15,11 +15,11 @@ void NeedArrows() {
     }
 }
 
-HWND Arrows::Create(int id) {
+HWND Arrows::Create(int id, const RECT& place) {
     NeedArrows();
-    window_ = CreateWindowExA(0, UPDOWN_CLASSA, "", WS_CHILD | WS_VISIBLE | UDS_HOTTRACK, 0, 0, 0, 0,
-                              control_.window, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)),
-                              ModuleInstance(), nullptr);
+    window_ = CreateWindowExA(0, UPDOWN_CLASSA, "", WS_CHILD | WS_VISIBLE | UDS_HOTTRACK, place.left,
+                              place.top, place.right - place.left, place.bottom - place.top, control_.window,
+                              reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), ModuleInstance(), nullptr);
     // In the middle of their range, where both report; they stay there.
     SendMessageA(window_, UDM_SETRANGE, 0, MAKELPARAM(100, 0));
     SendMessageA(window_, UDM_SETPOS, 0, MAKELPARAM(50, 0));

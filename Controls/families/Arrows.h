@@ -22,7 +22,7 @@ public:
 
     Arrows(CONTROLPROPERTIES& control, Owner& owner) : control_(control), owner_(owner) {}
 
-    HWND Create(int id);
+    HWND Create(int id, const RECT& place);
     HWND Window() const { return window_; }
     bool IsHeld() const { return GetCapture() == window_; }
 

@@ -27,7 +27,7 @@ void EditField::Show() {
     const HWND window = field_;
     const std::string text = owner_.TextOfValue();
     // A field that the mouse is just selecting in keeps its text as well.
-    if (IsEdited() || GetCapture() == window ||
+    if (IsEdited() || (control_.HasFocus() && GetCapture() == window) ||
         (text == displayed_ && GetWindowTextLengthA(window) == static_cast<int>(displayed_.size()))) {
         return;
     }

@@ -1,6 +1,10 @@
 #include "Controls/families/TextLook.h"
 
 void TEXTLOOKPROPERTIES::FontChanged() {
-    SendMessageA(window, WM_SETFONT, reinterpret_cast<WPARAM>(font.Get()), FALSE);
+    FontChanged(window);
+}
+
+void TEXTLOOKPROPERTIES::FontChanged(HWND writer) {
+    SendMessageA(writer, WM_SETFONT, reinterpret_cast<WPARAM>(font.Get()), FALSE);
     LookChanged();
 }

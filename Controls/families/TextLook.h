@@ -15,6 +15,8 @@ public:
 
     virtual void LookChanged() { Redraw(); }
     virtual void FontChanged();
+    // The same where a window inside writes the text.
+    void FontChanged(HWND writer);
 
     logic::Alignment alignment = logic::Alignment::Left;
     FontProperty font;

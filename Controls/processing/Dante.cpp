@@ -240,9 +240,8 @@ void DANTECONTROLPROPERTIES::SetDefaults() {
 }
 
 void DANTECONTROLPROPERTIES::FontChanged() {
-    SendMessageA(listWindow_, WM_SETFONT, reinterpret_cast<WPARAM>(font.Get()), FALSE);
+    TEXTLOOKPROPERTIES::FontChanged(listWindow_);
     Arrange();
-    LookChanged();
 }
 
 void DANTECONTROLPROPERTIES::Arrange() {

@@ -2,11 +2,13 @@
 
 #include "Panelhost/Fonts.h"
 
+#include "base/Gdi.h"
 #include "base/Guard.h"
 #include "logic/text/Numbers.h"
 #include "logic/text/PropertyLine.h"
 #include "logic/text/Text.h"
 
+#include <algorithm>
 #include <cstring>
 #include <unordered_map>
 
@@ -15,11 +17,25 @@ namespace {
 struct CachedFont {
     HFONT font = nullptr;
     int references = 0;
+    int height = 0; // of a line; 0: not measured yet
 };
 
 std::unordered_map<std::string, CachedFont>& Cache() {
     static std::unordered_map<std::string, CachedFont> cache;
     return cache;
+}
+
+// A panel uses a handful of fonts.
+auto FindFont(HFONT font) {
+    return std::find_if(Cache().begin(), Cache().end(),
+                        [font](const auto& entry) { return entry.second.font == font; });
+}
+
+int MeasuredHeight(HFONT font) {
+    const MemoryDc dc(nullptr);
+    const Selected selected(dc.Get(), font);
+    TEXTMETRICA metrics{};
+    return GetTextMetricsA(dc.Get(), &metrics) ? static_cast<int>(metrics.tmHeight) : 0;
 }
 
 HFONT CreateDescribedFont(const char* description) {
@@ -64,16 +80,21 @@ HFONT a_GetFont(const char* description) {
 }
 
 void a_ReleaseFont(HFONT font) {
-    auto& cache = Cache();
-    for (auto entry = cache.begin(); entry != cache.end(); ++entry) { // a panel uses a handful of fonts
-        if (entry->second.font == font) {
-            if (--entry->second.references == 0) {
-                DeleteObject(font);
-                cache.erase(entry);
-            }
-            return;
-        }
+    const auto entry = FindFont(font);
+    if (entry != Cache().end() && --entry->second.references == 0) {
+        DeleteObject(font);
+        Cache().erase(entry);
     }
+}
+
+int a_FontHeight(HFONT font) {
+    const auto entry = FindFont(font);
+    if (font == nullptr || entry == Cache().end()) {
+        return font == nullptr ? 0 : MeasuredHeight(font);
+    }
+    int& height = entry->second.height;
+    height = height != 0 ? height : MeasuredHeight(font);
+    return height;
 }
 
 std::string a_GetFontString(HFONT font) {
