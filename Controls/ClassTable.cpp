@@ -27,8 +27,6 @@ extern const ControlImplementation mixerControl;
 extern const ControlImplementation networkControl;
 extern const ControlImplementation notesControl;
 extern const ControlImplementation plainInteger;
-extern const ControlImplementation plainIntegerInterface;
-extern const ControlImplementation plainInterface;
 extern const ControlImplementation plainTooltipText;
 extern const ControlImplementation pushButtonControl;
 extern const ControlImplementation radioButtonControl;
@@ -41,6 +39,8 @@ extern const ControlImplementation staticControl;
 extern const ControlImplementation switchButtonControl;
 extern const ControlImplementation telephoneControl;
 extern const ControlImplementation waveGeneratorControl;
+extern const ControlImplementation waveInControl;
+extern const ControlImplementation waveOutControl;
 extern const ControlImplementation xoverControl;
 extern const WNDPROC listRow;
 
@@ -335,12 +335,11 @@ constexpr ControlClass CLASSES[] = {
      .palette = {INTERFACES, 5, "Wave Generator", "Wg", {32, 32}, false}},
     {.name = "IWAVEIN",
      .displayName = "WaveIn",
-     .implementation = &plainInterface,
+     .implementation = &waveInControl,
      .controlType = DATA,
      .style = S1,
      .icon = "Controls\\WaveIn.ico",
      .picture = "Controls\\WaveIn.bmp",
-     .purpose = "Sound input.",
      .palette = {INTERFACES, 6, "Wave Input", "Wi", {32, 32}, false}},
     {.name = "IMIDI",
      .displayName = "Midi",
@@ -353,12 +352,11 @@ constexpr ControlClass CLASSES[] = {
      .palette = {INTERFACES, 2, "MIDI", "Mi", {32, 32}, false}},
     {.name = "IWAVEOUT",
      .displayName = "WaveOut",
-     .implementation = &plainIntegerInterface,
+     .implementation = &waveOutControl,
      .controlType = INTEGER,
      .style = S1,
      .icon = "Controls\\WaveOut.ico",
      .picture = "Controls\\WaveOut.bmp",
-     .purpose = "Sound output.",
      .palette = {INTERFACES, 7, "Wave Output", "Wo", {32, 32}, false}},
     {.name = "XOVER",
      .displayName = "XOver",

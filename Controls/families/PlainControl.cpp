@@ -172,11 +172,5 @@ extern const ControlImplementation plainInteger{.create = CreateProperties<NAMED
                                                 .procedure = CommonProc};
 extern const ControlImplementation plainTooltipText{
     .create = CreateProperties<NAMEDPROPERTIES<std::string>>, .procedure = CommonProc, .share = ShareTooltip};
-extern const ControlImplementation plainInterface{
-    .create = CreatePlainInterface, .procedure = InterfaceProc, .share = SharePicture<>};
-extern const ControlImplementation plainIntegerInterface{
-    .create = CreateProperties<PLAINVALUEPROPERTIES<INTERFACEPROPERTIES, int>>,
-    .procedure = InterfaceProc,
-    .share = SharePicture<>};
 extern const ControlImplementation miniView{
     .create = CreateMiniView, .procedure = CommonProc, .share = SharePicture<>};

@@ -172,6 +172,17 @@ TEST_CASE("what a keyword takes, keeps and refuses") {
          "disableitems=3f>disableitems=0x3f|disableitems=x!|disableitems=0xfffffff0>disableitems=0x30|"
          "focus=yes>focus=1|focuscolor=ff>focuscolor=0x000000ff|properties=x!"},
         {"XOVER", "value=nothing,of,this!|value=!|focus=0"},
+        {"IWAVEOUT",
+         "files=Temp\\a.wav;.\\b.wav|files=|files=C:\\a.wav!|files=..\\a.wav!|files=a;\\\\desk\\b.wav!|"
+         "driver=Line|"
+         "volume=3>volume=0|volume=-99>volume=-80|volume=-6.5|volume=loud!|loop=2>loop=1|loop=0|value=-1!|"
+         "value=x!|"
+         "position=1!|length=1!"},
+        {"IWAVEIN",
+         "file=Temp\\a.wav|file=!|file=C:\\a.wav!|format=48000hz,24BIT,mono>format=48000 Hz,24bit,Mono|"
+         "format=96000 Hz,float,Stereo|format=48000!|format=48000 "
+         "Hz,20bit,Mono!|maximum=0>maximum=1|maximum=5|"
+         "driver=Line|record=1!|run=2!|run=x!|peak1=1!|recorded=a!|value=1!"},
         {"MIXER", "mode=Output>mode=output|mode=Input>mode=input|stereo=maybe>stereo=no|stereo=Y>stereo=yes"},
     };
     const TestPanel panel;
