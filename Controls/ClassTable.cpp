@@ -22,7 +22,9 @@ extern const ControlImplementation meterControl;
 extern const ControlImplementation midiControl;
 extern const ControlImplementation miniDelayControl;
 extern const ControlImplementation miniEditControl;
+extern const ControlImplementation miniEqControl;
 extern const ControlImplementation miniView;
+extern const ControlImplementation miniXoverControl;
 extern const ControlImplementation mixerControl;
 extern const ControlImplementation networkControl;
 extern const ControlImplementation notesControl;
@@ -244,16 +246,15 @@ constexpr ControlClass CLASSES[] = {
      .style = S2,
      .picture = "Controls\\MiniEdit.bmp",
      .image = "Controls\\MiniEdit.png",
-     .palette = {STRIPS, 6, "Edit View", "Ev", {64, 48}, true}},
+     .palette = {STRIPS, 6, "Edit View", "Ev", {96, 72}, true}},
     {.name = "MINIEQ",
      .displayName = "MiniEQ",
-     .implementation = &miniView,
+     .implementation = &miniEqControl,
      .controlType = NONE,
      .style = S2,
      .picture = "Controls\\MiniEQ.bmp",
      .image = "Controls\\MiniEQ.png",
-     .purpose = "Small view of an equaliser.",
-     .palette = {STRIPS, 7, "Equalizer View", "Qv", {64, 48}, true}},
+     .palette = {STRIPS, 7, "Equalizer View", "Qv", {240, 128}, true}},
     {.name = "MINIROUTING",
      .displayName = "MiniRouting",
      .implementation = &miniView,
@@ -265,13 +266,12 @@ constexpr ControlClass CLASSES[] = {
      .palette = {STRIPS, 8, "Routing View", "Ro", {64, 48}, true}},
     {.name = "MINIXOVER",
      .displayName = "MiniXOver",
-     .implementation = &miniView,
+     .implementation = &miniXoverControl,
      .controlType = NONE,
      .style = S2,
      .picture = "Controls\\MiniXOver.bmp",
      .image = "Controls\\MiniXOver.png",
-     .purpose = "Small view of a crossover.",
-     .palette = {STRIPS, 9, "Crossover View", "Xv", {64, 48}, true}},
+     .palette = {STRIPS, 9, "Crossover View", "Xv", {240, 128}, true}},
     {.name = "INETWORK",
      .displayName = "Network",
      .implementation = &networkControl,

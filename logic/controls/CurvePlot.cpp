@@ -44,14 +44,14 @@ std::vector<Spot> CurvePlot::Curve(std::span<const double> decibels) const {
     return spots;
 }
 
-std::vector<Spot> CurvePlot::Filled(std::span<const Spot> curve) const {
+std::vector<Spot> CurvePlot::Filled(std::span<const Spot> curve, double decibels) const {
     std::vector<Spot> outline;
     std::copy_if(curve.begin(), curve.end(), std::back_inserter(outline),
                  [](const Spot& spot) { return std::isfinite(spot.y); });
     if (!outline.empty()) {
-        const double zero = Y(0);
-        outline.insert(outline.begin(), {outline.front().x, zero});
-        outline.push_back({outline.back().x, zero});
+        const double base = Y(decibels);
+        outline.insert(outline.begin(), {outline.front().x, base});
+        outline.push_back({outline.back().x, base});
     }
     return outline;
 }

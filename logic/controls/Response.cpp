@@ -51,8 +51,8 @@ Section Shelf(double a, bool isSteep) {
 
 // Where a filter of that frequency has its corner; nothing where there can be none.
 std::optional<double> CornerOf(double hertz, double sampleRate) {
-    const bool isInside = hertz > 0 && hertz < sampleRate / 2;
-    return isInside ? std::optional(std::tan(std::numbers::pi * hertz / sampleRate)) : std::nullopt;
+    const double corner = Warped(hertz, sampleRate);
+    return corner > 0 ? std::optional(corner) : std::nullopt;
 }
 
 // The low passes of a crossover by their type.
@@ -94,11 +94,17 @@ double Square(double number) {
 
 } // namespace
 
+double Warped(double hertz, double sampleRate) {
+    const bool isInside = hertz >= 0 && hertz < sampleRate / 2;
+    return isInside ? std::tan(std::numbers::pi * hertz / sampleRate)
+                    : std::numeric_limits<double>::quiet_NaN();
+}
+
 FrequencyGrid::FrequencyGrid(int count, double sampleRate) : sampleRate_(sampleRate) {
     for (int i = 0; i < count; ++i) {
         const double hertz = FrequencyAt(count > 1 ? static_cast<double>(i) / (count - 1) : 0.5);
         hertz_.push_back(hertz);
-        warped_.push_back(CornerOf(hertz, sampleRate).value_or(std::numeric_limits<double>::quiet_NaN()));
+        warped_.push_back(logic::Warped(hertz, sampleRate));
     }
 }
 

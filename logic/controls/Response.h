@@ -12,6 +12,9 @@
 
 namespace logic {
 
+// What the bilinear transform makes of a frequency; no number from half the sampling rate on, and below 0.
+double Warped(double hertz, double sampleRate);
+
 // The frequencies of a curve, each with what a filter has to know of it. From half the sampling rate on there
 // is no response: it is no number there.
 class FrequencyGrid {

@@ -14,12 +14,8 @@ namespace {
 constexpr double RATE = 48000;
 constexpr double FREQUENCIES[] = {25, 100, 400, 1000, 2500, 6300, 12000, 19000};
 
-double Warped(double hertz, double rate = RATE) {
-    return std::tan(std::numbers::pi * hertz / rate);
-}
-
 double Decibels(const Filter& filter, double hertz) {
-    return DecibelsOfPower(filter.PowerAt(Warped(hertz)));
+    return DecibelsOfPower(filter.PowerAt(Warped(hertz, RATE)));
 }
 
 } // namespace
@@ -115,10 +111,10 @@ TEST_CASE("crossover filters have the phases that designs in z have") {
         REQUIRE(filter);
         std::size_t i = 0;
         for (const double hertz : {500.0, 3000.0, 15000.0}) {
-            const std::complex<double> response = filter->At(Warped(hertz));
+            const std::complex<double> response = filter->At(Warped(hertz, RATE));
             CHECK(response.real() == doctest::Approx(row.response[i][0]).epsilon(2e-5));
             CHECK(response.imag() == doctest::Approx(row.response[i][1]).epsilon(2e-5));
-            CHECK(filter->PowerAt(Warped(hertz)) == doctest::Approx(std::norm(response)));
+            CHECK(filter->PowerAt(Warped(hertz, RATE)) == doctest::Approx(std::norm(response)));
             ++i;
         }
     }
@@ -133,8 +129,8 @@ TEST_CASE("bands in closed form") {
             CHECK(at(Peak, 1, hertz) == doctest::Approx(gain));
             // Between two frequencies whose warped product is the square of that of the peak the gain is the
             // same.
-            const double below = std::atan(Warped(hertz) / 1.5) * RATE / std::numbers::pi;
-            const double above = std::atan(Warped(hertz) * 1.5) * RATE / std::numbers::pi;
+            const double below = std::atan(Warped(hertz, RATE) / 1.5) * RATE / std::numbers::pi;
+            const double above = std::atan(Warped(hertz, RATE) * 1.5) * RATE / std::numbers::pi;
             CHECK(at(Peak, 1, below) == doctest::Approx(at(Peak, 1, above)));
             for (const std::int32_t slope : {1, 2}) {
                 CHECK(at(LowShelf, slope, hertz) == doctest::Approx(gain / 2));

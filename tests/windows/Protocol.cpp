@@ -70,8 +70,8 @@ bool HasValue(HWND control) {
 // Its default value is a block, which has a text form of its own and is none of a single number or word, or
 // one that can only be read.
 bool TakesNoNumber(HWND control) {
-    return ClassOf(control) == "EQ" || ClassOf(control) == "XOVER" || ClassOf(control) == "CONDITIONALLED" ||
-           ClassOf(control) == "IWAVEIN";
+    constexpr std::string_view names[] = {"CONDITIONALLED", "EQ", "IWAVEIN", "MINIEQ", "MINIXOVER", "XOVER"};
+    return std::ranges::find(names, ClassOf(control)) != std::end(names);
 }
 
 } // namespace
