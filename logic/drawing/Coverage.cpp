@@ -18,6 +18,8 @@ bool IsNumber(Spot spot) {
     return std::isfinite(spot.x) && std::isfinite(spot.y);
 }
 
+constexpr double LEAST_TURN = 0.02; // square pixels of a gap that nobody sees
+
 // What a line of that width reaches to the left of its way.
 Spot SideOf(Spot from, Spot to, double width) {
     const double length = std::hypot(to.x - from.x, to.y - from.y);
@@ -40,7 +42,7 @@ Coverage::Coverage(int width, int height)
     : width_(std::max(width, 0)),
       height_(std::max(height, 0)),
       rowSize_(static_cast<std::size_t>(width_) + 2),
-      cells_(rowSize_ * static_cast<std::size_t>(height_)),
+      cells_(rowSize_ * ROWS),
       top_(height_),
       bottom_(0) {}
 
@@ -53,18 +55,30 @@ void Coverage::AddOutline(std::span<const Spot> outline) {
     }
 }
 
-// Cuts an edge off at the borders. What lies to the left of the picture covers all of its rows.
 void Coverage::AddEdge(Spot from, Spot to) {
-    const double direction = to.y > from.y ? 1 : -1;
-    if (to.y < from.y) {
-        std::swap(from, to);
-    }
-    if (from.y >= height_ || to.y <= 0 || from.y == to.y) {
+    const bool isDown = to.y > from.y;
+    const Spot& upper = isDown ? from : to;
+    const Spot& lower = isDown ? to : from;
+    if (upper.y >= height_ || lower.y <= 0 || upper.y == lower.y) {
         return;
     }
+    edges_.push_back({upper, lower, isDown ? 1.0F : -1.0F});
+    top_ = std::min(top_, upper.y);
+    bottom_ = std::max(bottom_, lower.y);
+}
+
+// Cuts an edge off at the borders of the rows. What lies to the left of the picture covers all of them.
+void Coverage::Cover(const Edge& edge, int top) {
+    const Spot from{edge.upper.x, edge.upper.y - top};
+    const Spot to{edge.lower.x, edge.lower.y - top};
     const double height = to.y - from.y;
-    const Spot lower = Between(from, to, std::min(1.0, (height_ - from.y) / height));
-    const Spot upper = Between(from, to, std::max(0.0, -from.y / height));
+    const Spot upper = from.y < 0 ? Between(from, to, -from.y / height) : from;
+    const Spot lower = to.y > ROWS ? Between(from, to, (ROWS - from.y) / height) : to;
+    const auto [left, right] = std::minmax({upper.x, lower.x});
+    if (left >= 0 && right <= width_) {
+        CoverInside(upper, lower, edge.direction);
+        return;
+    }
     const auto cut = [&](double border) {
         const double way = (border - upper.x) / (lower.x - upper.x);
         return way > 0 ? std::min(way, 1.0) : 0.0;
@@ -75,37 +89,39 @@ void Coverage::AddEdge(Spot from, Spot to) {
         Spot start = Between(upper, lower, ways[i]);
         Spot end = Between(upper, lower, ways[i + 1]);
         const double middle = (start.x + end.x) / 2;
-        if (middle < width_) {
-            for (Spot* spot : {&start, &end}) {
-                spot->x = middle < 0 ? 0 : std::clamp(spot->x, 0.0, static_cast<double>(width_));
-                spot->y = std::clamp(spot->y, 0.0, static_cast<double>(height_));
-            }
-            AddInside(start, end, direction);
+        if (middle >= width_) {
+            right_ = width_; // nothing there ends what is covered
+            continue;
         }
+        for (Spot* spot : {&start, &end}) {
+            spot->x = middle < 0 ? 0 : std::clamp(spot->x, 0.0, static_cast<double>(width_));
+        }
+        CoverInside(start, end, edge.direction);
     }
 }
 
-void Coverage::AddInside(Spot from, Spot to, double direction) {
-    const int first = static_cast<int>(from.y);
-    const int last = std::min(static_cast<int>(std::ceil(to.y)), height_);
-    top_ = std::min(top_, first);
-    bottom_ = std::max(bottom_, last);
-    const double slope = to.y > from.y ? (to.x - from.x) / (to.y - from.y) : 0;
+void Coverage::CoverInside(Spot upper, Spot lower, float direction) {
+    const int first = std::max(static_cast<int>(upper.y), 0);
+    const int last = std::min(static_cast<int>(std::ceil(lower.y)), ROWS);
+    const double slope = lower.y > upper.y ? (lower.x - upper.x) / (lower.y - upper.y) : 0;
+    const auto [least, most] = std::minmax({upper.x, lower.x});
+    left_ = std::min(left_, static_cast<int>(least));
+    right_ = std::max(right_, std::min(static_cast<int>(most) + 2, width_));
     for (int row = first; row < last; ++row) {
-        const double upper = std::max(from.y, static_cast<double>(row));
-        const double lower = std::min(to.y, row + 1.0);
-        const double height = (lower - upper) * direction;
-        if (lower <= upper) {
+        const double above = std::max(upper.y, static_cast<double>(row));
+        const double below = std::min(lower.y, row + 1.0);
+        if (below <= above) {
             continue;
         }
+        const auto height = static_cast<float>(below - above) * direction;
         auto [left, right] =
-            std::minmax({from.x + slope * (upper - from.y), from.x + slope * (lower - from.y)});
-        left = std::clamp(left, 0.0, static_cast<double>(width_));
-        right = std::clamp(right, left, static_cast<double>(width_));
+            std::minmax({upper.x + slope * (above - upper.y), upper.x + slope * (below - upper.y)});
+        left = std::clamp(left, least, most);
+        right = std::clamp(right, left, most);
         const int start = static_cast<int>(left);
         const int end = static_cast<int>(right);
         if (start == end) { // within one pixel: the part of it that lies to the right of the edge
-            const double covered = start + 1 - (left + right) / 2;
+            const auto covered = static_cast<float>(start + 1 - (left + right) / 2);
             Cell(start, row) += height * covered;
             Cell(start + 1, row) += height * (1 - covered);
             continue;
@@ -119,8 +135,8 @@ void Coverage::AddInside(Spot from, Spot to, double direction) {
             const double here = each * (finish - begin);
             const double covered = before + here * (x + 1 - (begin + finish) / 2);
             // Up to here the row has been covered by what the pixels on the left have added.
-            Cell(x, row) += covered - before;
-            Cell(x + 1, row) += before + here - covered;
+            Cell(x, row) += static_cast<float>(covered - before);
+            Cell(x + 1, row) += static_cast<float>(before + here - covered);
             before += here;
         }
     }
@@ -142,8 +158,8 @@ void Coverage::AddLine(std::span<const Spot> spots, double width) {
                               {to.x - side.x, to.y - side.y},
                               {from.x - side.x, from.y - side.y}};
         AddOutline(piece);
-        if (before != nullptr) { // fills the gap on the outer side of the bend
-            const double turn = sideBefore.x * side.y - sideBefore.y * side.x;
+        const double turn = sideBefore.x * side.y - sideBefore.y * side.x;
+        if (before != nullptr && std::abs(turn) > LEAST_TURN) { // fills the gap on the outer side of the bend
             const double outer = turn > 0 ? 1 : -1;
             const Spot one{from.x + sideBefore.x * outer, from.y + sideBefore.y * outer};
             const Spot other{from.x + side.x * outer, from.y + side.y * outer};
@@ -166,21 +182,34 @@ void Coverage::AddCircle(Spot centre, double radius) {
 }
 
 void Coverage::Blend(std::uint32_t* pixels, int rowLength, std::uint32_t colour, double opacity) {
-    for (int y = top_; y < bottom_; ++y) {
-        double covered = 0;
-        std::uint32_t* row = pixels + static_cast<std::ptrdiff_t>(y) * rowLength;
-        double* cells = &Cell(0, y);
-        for (int x = 0; x < width_; ++x) {
-            covered += std::exchange(cells[x], 0.0);
-            const auto share =
-                static_cast<std::uint32_t>(std::min(std::abs(covered), 1.0) * opacity * 256 + 0.5);
-            if (share != 0) {
-                row[x] = Mixed(row[x], colour, share);
+    const auto whole = static_cast<float>(opacity * 256);
+    const int bottom = std::min(static_cast<int>(std::ceil(bottom_)), height_);
+    for (int top = std::max(static_cast<int>(top_), 0); top < bottom; top += ROWS) {
+        left_ = width_;
+        right_ = 0;
+        for (const Edge& edge : edges_) {
+            if (edge.upper.y < top + ROWS && edge.lower.y > top) {
+                Cover(edge, top);
             }
         }
-        cells[width_] = 0;
-        cells[width_ + 1] = 0;
+        const int rows = std::min(ROWS, bottom - top);
+        for (int row = 0; row < ROWS; ++row) {
+            float covered = 0;
+            float* cells = &Cell(0, row);
+            std::uint32_t* line = pixels + static_cast<std::ptrdiff_t>(top + row) * rowLength;
+            for (int x = left_; x < right_; ++x) {
+                covered += std::exchange(cells[x], 0.0F);
+                const auto share =
+                    static_cast<std::uint32_t>(std::min(std::abs(covered), 1.0F) * whole + 0.5F);
+                if (share != 0 && row < rows) {
+                    line[x] = Mixed(line[x], colour, share);
+                }
+            }
+            cells[right_] = 0;
+            cells[right_ + 1] = 0;
+        }
     }
+    edges_.clear();
     top_ = height_;
     bottom_ = 0;
 }

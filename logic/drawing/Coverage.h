@@ -30,17 +30,31 @@ public:
     void Blend(std::uint32_t* pixels, int rowLength, std::uint32_t colour, double opacity);
 
 private:
+    struct Edge {
+        Spot upper;
+        Spot lower;
+        float direction; // 1 or -1
+    };
+
     void AddEdge(Spot from, Spot to);
-    void AddInside(Spot from, Spot to, double direction);
-    double& Cell(int x, int y) { return cells_[static_cast<std::size_t>(y) * rowSize_ + x]; }
+    void Cover(const Edge& edge, int top);
+    void CoverInside(Spot upper, Spot lower, float direction);
+    float& Cell(int x, int row) { return cells_[static_cast<std::size_t>(row) * rowSize_ + x]; }
+
+    // Shapes are turned into pixels a few rows at a time: all rows of a large picture would not fit into a
+    // cache.
+    static constexpr int ROWS = 16;
 
     int width_;
     int height_;
     std::size_t rowSize_;
-    // What each pixel covers more than the one on its left.
-    std::vector<double> cells_;
-    int top_; // of the rows that hold anything
-    int bottom_;
+    std::vector<Edge> edges_;
+    // What each pixel of some rows covers more than the one on its left.
+    std::vector<float> cells_;
+    double top_; // of all edges
+    double bottom_;
+    int left_ = 0; // of the cells that hold anything
+    int right_ = 0;
 };
 
 // Pieces of a line through the spots, each so many pixels long and that far from the next.

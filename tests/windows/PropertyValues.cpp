@@ -112,8 +112,8 @@ TEST_CASE("what a keyword takes, keeps and refuses") {
          "range=0.5>range=1|range=999>range=120|range=24|range=x!|samplerate=1>samplerate=8000|"
          "samplerate=96000|readonly=2!|readonly=1|datatype=channeleq|datatype=other>datatype=mastereq|"
          "linecolor=red!|caption=Tone|font=Tahoma!|value=0,PEQ!"},
-        {"MINIXOVER", "range=0.5>range=1|range=60|samplerate=1e9!|samplerate=44100|readonly=1|function1=x;y|"
-                      "function3=|value=OFF!"},
+        {"MINIXOVER", "value=OFF!|range=0.5>range=1|range=60|samplerate=1e9!|samplerate=44100|readonly=1|"
+                      "function1=x;y|function3="},
         {"LED", "value=loud!|offthreshold=!|frames=1!|frames=65!|frames=64|onthreshold=-6|offthreshold=-9.5"},
         {"CONDITIONALLED",
          "condition=not a or (b=2)|condition=!|condition=a>!|condition=1<a<2!|condition=ab!|delayon=-1>"
