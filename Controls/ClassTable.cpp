@@ -13,6 +13,7 @@ extern const ControlImplementation danteControl;
 extern const ControlImplementation editControl;
 extern const ControlImplementation eqControl;
 extern const ControlImplementation faderControl;
+extern const ControlImplementation hostCheckControl;
 extern const ControlImplementation imageListControl;
 extern const ControlImplementation knobControl;
 extern const ControlImplementation ledControl;
@@ -29,7 +30,6 @@ extern const ControlImplementation mixerControl;
 extern const ControlImplementation networkControl;
 extern const ControlImplementation notesControl;
 extern const ControlImplementation plainInteger;
-extern const ControlImplementation plainTooltipText;
 extern const ControlImplementation pushButtonControl;
 extern const ControlImplementation radioButtonControl;
 extern const ControlImplementation rangeControl;
@@ -199,11 +199,10 @@ constexpr ControlClass CLASSES[] = {
      .palette = {DISCRETE, 15, "Image List", "Il", {64, 64}, false}},
     {.name = "XIPCHECK",
      .displayName = "IPCheck",
-     .implementation = &plainTooltipText,
-     .controlType = NONE,
+     .implementation = &hostCheckControl,
+     .controlType = INTEGER,
      .style = S1,
-     .purpose = "Check whether a host answers.",
-     .palette = {INTERFACES, 8, "Host Check", "Hc", {32, 32}, false}},
+     .palette = {INTERFACES, 8, "Host Check", "Hc", {120, 24}, false}},
     {.name = "KNOB",
      .displayName = "Knob",
      .implementation = &knobControl,
@@ -214,12 +213,11 @@ constexpr ControlClass CLASSES[] = {
     {.name = "IMESSAGING",
      .displayName = "Messaging",
      .implementation = &messagingControl,
-     .controlType = NONE,
+     .controlType = INTEGER,
      .style = S2,
      .extraBytes = 4,
      .icon = "Controls\\Messaging.ico",
      .picture = "Controls\\Messaging.bmp",
-     .purpose = "Sender of mail.",
      .palette = {INTERFACES, 4, "Messaging", "Ms", {32, 32}, false}},
     {.name = "MINIDELAY",
      .displayName = "MiniDelay",

@@ -35,7 +35,7 @@ LRESULT INTERFACEPROPERTIES::OnTimer(WPARAM timer, LPARAM lParam) {
 }
 
 bool INTERFACEPROPERTIES::StaysHidden() const {
-    return mode == 0 && a_FindRootHostinfo(parent) != nullptr;
+    return (flags & FLAG_EDIT_ONLY) != 0 && mode == 0 && a_FindRootHostinfo(parent) != nullptr;
 }
 
 void INTERFACEPROPERTIES::Draw(HDC dc, const RECT& client) const {

@@ -15,7 +15,7 @@ public:
 
     virtual SIZE SizeWithoutPicture() const { return {100, 100}; } // pixels
     virtual int DefaultInterval() const { return 1000; }           // milliseconds
-    // Whether the window belongs to an operated panel.
+    // Whether the window belongs to an operated panel, and is not meant to be seen there.
     bool StaysHidden() const;
     virtual void ServeCalls() {} // on WorkerCalls::MESSAGE, for a control with worker threads that call
 };

@@ -4,7 +4,6 @@
 #include "Controls/families/PlainControl.h"
 
 #include "Controls/drawing/BitmapProperty.h"
-#include "Controls/families/InterfaceControl.h"
 #include "Controls/framework/Control.h"
 #include "Controls/framework/Keywords.h"
 #include "Panelhost/Bitmap.h"
@@ -160,17 +159,11 @@ void MINIVIEWPROPERTIES::Draw(HDC dc, const RECT& client) const {
 
 } // namespace
 
-CONTROLPROPERTIES* CreatePlainInterface() {
-    return CreateProperties<PLAINVALUEPROPERTIES<INTERFACEPROPERTIES, std::string>>();
-}
-
 CONTROLPROPERTIES* CreateMiniView() {
     return CreateProperties<MINIVIEWPROPERTIES>();
 }
 
 extern const ControlImplementation plainInteger{.create = CreateProperties<NAMEDPROPERTIES<int>>,
                                                 .procedure = CommonProc};
-extern const ControlImplementation plainTooltipText{
-    .create = CreateProperties<NAMEDPROPERTIES<std::string>>, .procedure = CommonProc, .share = ShareTooltip};
 extern const ControlImplementation miniView{
     .create = CreateMiniView, .procedure = CommonProc, .share = SharePicture<>};

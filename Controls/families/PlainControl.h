@@ -4,5 +4,4 @@
 
 // Objects that have the common part alone, for classes that add only what their windows share.
 
-CONTROLPROPERTIES* CreatePlainInterface(); // its value is a text
-CONTROLPROPERTIES* CreateMiniView();       // shows the picture of its class
+CONTROLPROPERTIES* CreateMiniView(); // shows the picture of its class

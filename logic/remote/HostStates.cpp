@@ -47,6 +47,16 @@ void HostStates::Take(std::size_t host, std::optional<std::int32_t> milliseconds
     }
 }
 
+bool HostStates::IsOf(const std::vector<std::string>& hosts) const {
+    return std::equal(hosts_.begin(), hosts_.end(), hosts.begin(), hosts.end(),
+                      [](const Host& host, const std::string& name) { return host.name == name; });
+}
+
+bool HostStates::IsUnknown() const {
+    return std::all_of(hosts_.begin(), hosts_.end(),
+                       [](const Host& host) { return host.state == HostState::Unknown; });
+}
+
 std::int32_t HostStates::Answering() const {
     return static_cast<std::int32_t>(std::count_if(
         hosts_.begin(), hosts_.end(), [](const Host& host) { return host.state == HostState::Answers; }));

@@ -29,6 +29,8 @@ public:
     // that many tries in a row is gone; one that answers is there at once.
     void Take(std::size_t host, std::optional<std::int32_t> milliseconds, std::int32_t lostUntilGone);
 
+    bool IsOf(const std::vector<std::string>& hosts) const;
+    bool IsUnknown() const;         // nothing is known of any
     std::int32_t Answering() const; // how many
     std::int32_t LastTime() const {
         return time_;

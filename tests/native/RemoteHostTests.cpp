@@ -62,8 +62,13 @@ TEST_CASE("a list of hosts, and what is known of them") {
 
     HostStates hosts(*ParseHosts("a;b"));
     CHECK(hosts.Text() == "a=unknown;b=unknown");
+    CHECK(hosts.IsUnknown());
+    CHECK(hosts.IsOf({"a", "b"}));
+    CHECK_FALSE(hosts.IsOf({"a"}));
+    CHECK_FALSE(hosts.IsOf({"a", "c"}));
     CHECK(hosts.LastTime() == -1);
     hosts.Take(0, 12, 2);
+    CHECK_FALSE(hosts.IsUnknown());
     hosts.Take(1, std::nullopt, 2);
     CHECK(hosts.Text() == "a=ok;b=unknown");
     hosts.Take(0, std::nullopt, 2);

@@ -178,6 +178,16 @@ TEST_CASE("what a keyword takes, keeps and refuses") {
          "disableitems=3f>disableitems=0x3f|disableitems=x!|disableitems=0xfffffff0>disableitems=0x30|"
          "focus=yes>focus=1|focuscolor=ff>focuscolor=0x000000ff|properties=x!"},
         {"XOVER", "value=nothing,of,this!|value=!|focus=0"},
+        {"XIPCHECK",
+         "host=a.example; 10.0.0.1|host=a "
+         "b!|host=a=b!|host=|timeout=1>timeout=10|timeout=99999>timeout=60000|"
+         "timeout=250|tries=0>tries=1|tries=500>tries=100|visible=2!|visible=1|visible=x!|caption=FOH|"
+         "click=Knob*value=1|value=1!|state=a!|time=1!"},
+        {"IMESSAGING",
+         "to=a@example.org; Desk|copy=b@example.org|subject=%n %v|text=a\\n%{AMP1*gain}|file=C:\\a.txt|file=|"
+         "onvalue=3|onvalue=1.5!|limit=-1>limit=0|limit=2000>limit=1000|limit=x!|confirm=Sure?|value=-5|"
+         "value=x!|"
+         "status=sent!"},
         {"IWAVEOUT",
          "files=Temp\\a.wav;.\\b.wav|files=|files=C:\\a.wav!|files=..\\a.wav!|files=a;\\\\desk\\b.wav!|"
          "driver=Line|"
