@@ -104,10 +104,15 @@ void SoundListener::Run() {
             TRACE("Sound input: %s\n", fault.c_str());
         }
         told = fault;
-        if (!IsToListen() || !fault.empty()) {
+        if (!fault.empty() || IsToRest()) {
             WaitForSingleObject(wake_.Get(), fault.empty() ? INFINITE : NEXT_TRY);
         }
     }
+}
+
+bool SoundListener::IsToRest() const {
+    const SharedLock::Reading reading(lock_);
+    return !isStopping_ && !wishes_.listens;
 }
 
 bool SoundListener::IsToListen() const {

@@ -59,6 +59,7 @@ private:
     };
 
     bool IsToListen() const; // by the settings that the thread took
+    bool IsToRest() const;   // until it is woken
     // Why it ended, in words; empty when it was told to.
     std::string ListenTo(const Settings& settings);
     std::string TakeBlocks(Port& port, const logic::SampleFormat& format);
