@@ -58,7 +58,8 @@ endfunction()
 # Of a target that is linked to test_support.
 function(precompile_test_headers target)
     target_compile_options(${target} PRIVATE $<$<COMPILE_LANGUAGE:CXX>:-O0>)
-    use_precompiled_headers(${target} test_support ${SYSTEM_HEADERS} <doctest/doctest.h>)
+    use_precompiled_headers(${target} test_support ${SYSTEM_HEADERS} <doctest/doctest.h>
+        "\"tests/windows/TestPanel.h\"")
 endfunction()
 
 set(staged)

@@ -4,6 +4,7 @@
 
 #define DOCTEST_CONFIG_IMPLEMENT
 #include "tests/windows/TestPanel.h"
+#include <doctest/doctest.h> // makes the implementation, which headers that are precompiled have not
 
 #include <cstdio>
 #include <cstring>
