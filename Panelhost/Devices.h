@@ -3,7 +3,9 @@
 #include "Panelhost/Api.h"
 #include "Panelhost/Hostinfo.h"
 
+#include <list>
 #include <string>
+#include <utility>
 
 struct DeviceKind;
 
@@ -22,6 +24,21 @@ constexpr int PARAMETER_REFUSED = 8;     // something else answers in place of t
 constexpr int PARAMETER_SENT = 9;        // sent to a device that answers nothing by nature
 
 constexpr DWORD NO_AGE = 0xFFFFFFFF;
+
+// What is known of a device as a whole. Only a live one is there for sure.
+constexpr int DEVICE_UNKNOWN = 1; // has never answered
+constexpr int DEVICE_LIVE = 2;
+constexpr int DEVICE_STALE = 3;   // silent for some seconds
+constexpr int DEVICE_LOST = 4;    // silent for longer; what waited for it was dropped
+constexpr int DEVICE_OFF = 5;     // switched off here
+constexpr int DEVICE_REFUSED = 6; // something else answers in its place
+constexpr int DEVICE_OPEN = 7;    // answers nothing by nature
+
+struct DEVICESTATUS {
+    int state = DEVICE_UNKNOWN;
+    DWORD since = NO_AGE;  // milliseconds in this state
+    DWORD silent = NO_AGE; // milliseconds since something was heard of it, NO_AGE: nothing ever
+};
 
 // Posted to the window of a device, from any thread, by a transport that has something for it: OnDataInBuffer
 // then gets both parameters, on the panel's thread. One that finds the device gone is lost with the window.
@@ -49,12 +66,28 @@ public:
     // PARAMETER_..., and the milliseconds since its value last came, NO_AGE when that is not known. Here:
     // live or lost, as OnIsAlive says. Asking moves nothing.
     virtual int OnParameterState(const char* keyword, DWORD* age);
+    // Here: live or lost, as OnIsAlive says.
+    virtual DEVICESTATUS OnStatus();
 
     const DeviceKind* deviceKind = nullptr; // null when no device file has made it
 };
 
 // The state of the device parameter at an address, PARAMETER_..., and its age where that is asked for.
 PANELHOST_API int a_ParameterState(HOSTINFO* root, const char* address, DWORD* age = nullptr);
+
+// The names and states of the devices under a root, in order of declaration.
+PANELHOST_API std::list<std::pair<std::string, DEVICESTATUS>> a_ListDevices(HOSTINFO* root);
+// How many of them are not live.
+PANELHOST_API int a_CountNotLive(HOSTINFO* root);
+// Why a device is not live: "nothing heard for 4 s", "switched off". Empty for a live one.
+PANELHOST_API std::string a_WhyNotLive(const DEVICESTATUS& status);
+// The same for what an object is bound to (its functions, those of all its lists), of the first that is not
+// live: "FOH: nothing heard for 4 s", "FOH*ch01.fader: not confirmed", "FOH*ch99.fader: not there". Empty
+// when all are live, and for an object without functions.
+PANELHOST_API std::string a_WhyNotLive(const HOSTINFO* object);
+// What ph_LoadDevices could not declare since the root was made, or the file could not be read at all, in
+// words and in order: "FOH: the profile x33.profile cannot be read". Parameters are not among them.
+PANELHOST_API std::list<std::string> a_DeviceFaults(HOSTINFO* root);
 
 // Tells every control bound to the address that the device parameter came or went.
 PANELHOST_API void a_AnnounceFunction(HOSTINFO* root, const char* address);

@@ -83,8 +83,21 @@ PH_API void __cdecl ph_SetMode(HOSTINFO* root, int mode) PH_NOEXCEPT;
 
 /* A device parameter ("AMP1*gain1") as text. 1; 0 when there is none or it does not fit. */
 PH_API int __cdecl ph_GetParameter(HOSTINFO* root, const char* address, char* text, int size) PH_NOEXCEPT;
-/* Sets a device parameter as if the device itself had changed. 1 when taken, 0 otherwise. */
+/* Sets a device parameter: a simulated one as if the device itself had changed, one of a real device at the
+ * device. 1 when taken, 0 otherwise. */
 PH_API int __cdecl ph_SetParameter(HOSTINFO* root, const char* address, const char* text) PH_NOEXCEPT;
+/* What is known of the value of a device parameter. Asking makes nothing be read. */
+#define PH_STATE_NONE 0        /* there is no such parameter */
+#define PH_STATE_UNKNOWN 1     /* no value has come yet */
+#define PH_STATE_PENDING 2     /* a value that was set waits, or is not confirmed yet */
+#define PH_STATE_LIVE 3        /* the device holds it; simulated ones are live */
+#define PH_STATE_UNCONFIRMED 4 /* a value that was set was never confirmed */
+#define PH_STATE_STALE 5       /* the device has been silent for some seconds */
+#define PH_STATE_LOST 6        /* the device cannot be reached */
+#define PH_STATE_OFF 7         /* the device is switched off here */
+#define PH_STATE_REFUSED 8     /* something else answers in place of the device */
+#define PH_STATE_SENT 9        /* sent to a device that answers nothing by nature */
+PH_API int __cdecl ph_ParameterState(HOSTINFO* root, const char* address) PH_NOEXCEPT;
 
 /* For libraries of controls: panel files and the clipboard create windows of registered classes alone, for
  * every host. A library tells of a window class once it has registered it with the system, and takes that

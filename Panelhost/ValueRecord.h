@@ -31,12 +31,15 @@ constexpr int DATATYPE_CHANNEL_EQ = 32; // the same
 // block can be read as itself and as text, data as itself only. What has no value has no form.
 PANELHOST_API bool a_HasForm(int keptDatatype, int askedDatatype);
 
+// Of a set: the device has to get the value, however late. Other values are dropped when the device is lost.
+constexpr int VALUE_OWED = 1;
+
 // What CWM_MESSAGE carries and every keyword handler receives.
 struct VALUERECORD {
     int command = 0;
     int index = 0; // row of the keyword table; 0 is the default value
     int datatype = DATATYPE_NONE;
-    int reserved = 0;
+    int reserved = 0; // 0 or VALUE_OWED
     void* data = nullptr;
     const char* name = nullptr; // keyword, or null
     int reserved2 = 0;

@@ -261,6 +261,7 @@ void CONTACTBUTTONPROPERTIES::PayReleases() {
         if (times.IsClosed()) {
             return;
         }
+        item->record.reserved = VALUE_OWED;
         if (a_SendToItem(*item++, COMMAND_SET, DATATYPE_INTEGER, &value) >= 0) {
             std::erase_if(owed_, [&](const Release& other) { return other.address == one.address; });
         }

@@ -114,6 +114,10 @@ int DEVICE::OnParameterState(const char* keyword, DWORD* age) {
     return OnIsAlive(0, 0) != 0 ? PARAMETER_LIVE : PARAMETER_LOST;
 }
 
+DEVICESTATUS DEVICE::OnStatus() {
+    return {OnIsAlive(0, 0) != 0 ? DEVICE_LIVE : DEVICE_LOST, NO_AGE, NO_AGE};
+}
+
 int a_ParameterState(HOSTINFO* root, const char* address, DWORD* age) {
     PanelRoot* panel = PanelRoot::From(root);
     const char* star = address == nullptr ? nullptr : std::strrchr(address, '*');

@@ -41,6 +41,7 @@ int LoadDeviceFile(PanelRoot& root, const std::string& path) {
     root.loadErrors = 0;
     LineFile file(path);
     if (!file.IsOpen()) {
+        root.deviceFaults.push_back("The device file " + path + " cannot be read");
         return -1;
     }
     int devices = 0;

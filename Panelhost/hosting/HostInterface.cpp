@@ -2,6 +2,7 @@
 
 #include "Panelhost/HostInterface.h"
 
+#include "Panelhost/Devices.h"
 #include "Panelhost/files/DeviceLoading.h"
 #include "Panelhost/files/PanelLoading.h"
 #include "Panelhost/files/PanelSaving.h"
@@ -145,4 +146,11 @@ int ph_SetParameter(HOSTINFO* root, const char* address, const char* text) noexc
         int taken = 0;
         return device != nullptr && device->OnSet(keyword.c_str(), value, &taken) != 0 ? 1 : 0;
     });
+}
+
+static_assert(PH_STATE_NONE == PARAMETER_NONE && PH_STATE_PENDING == PARAMETER_PENDING &&
+              PH_STATE_LIVE == PARAMETER_LIVE && PH_STATE_SENT == PARAMETER_SENT);
+
+int ph_ParameterState(HOSTINFO* root, const char* address) noexcept {
+    return a_ParameterState(root, address);
 }

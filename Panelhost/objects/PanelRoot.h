@@ -95,7 +95,8 @@ public:
     logic::TerminalNetworks terminalNetworks; // the same
     std::string parameterDialog;              // name of the control whose parameter dialog is open
     int loadErrors = 0;
-    bool sendsOnOpen = false; // a panel file sends the values saved in it
+    std::list<std::string> deviceFaults; // devices that could not be declared, in words
+    bool sendsOnOpen = false;            // a panel file sends the values saved in it
     Opening opening;
     Bindings bindings;
     Progress progress;

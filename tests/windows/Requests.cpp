@@ -428,6 +428,34 @@ TEST_CASE("the state of a parameter is asked beside its handler") {
     CHECK(state("amp1*gain1") == std::pair(PARAMETER_LOST, true));
     CHECK(state("AMP1*online") == std::pair(PARAMETER_LIVE, true));
     CHECK(a_ParameterState(nullptr, "AMP1*gain1") == PARAMETER_NONE);
+    CHECK(ph_ParameterState(panel.Root(), "AMP1*gain1") == PH_STATE_LOST);
+}
+
+TEST_CASE("what is not live is counted, and why stands in words") {
+    const TestPanel panel;
+    panel.Declare(AMPLIFIER);
+    HWND led = panel.Create("LED", "Led");
+    const auto why = [&](const char* function) {
+        Load(led, std::string("function=") + function);
+        return a_WhyNotLive(&ObjectOf(led));
+    };
+    CHECK(why("AMP1*gain1") == "");
+    CHECK(why("AMP1*none;AMP1*gain1") == "AMP1*none: not there");
+    CHECK(a_CountNotLive(panel.Root()) == 0);
+    REQUIRE(ph_SetParameter(panel.Root(), "AMP1*online", "0") == 1);
+    CHECK(a_CountNotLive(panel.Root()) == 1);
+    CHECK(why("AMP1*gain1") == "AMP1: nothing heard for 0 s");
+    const auto devices = a_ListDevices(panel.Root());
+    REQUIRE(devices.size() == 1);
+    CHECK(devices.front().first == "AMP1");
+    CHECK(devices.front().second.state == DEVICE_LOST);
+    CHECK(a_WhyNotLive(DEVICESTATUS{DEVICE_STALE, 1500, 4000}) == "nothing heard for 4 s");
+    CHECK(a_WhyNotLive(DEVICESTATUS{DEVICE_LOST, 0, 7'300'000}) == "nothing heard for 2 h");
+    CHECK(a_WhyNotLive(DEVICESTATUS{DEVICE_UNKNOWN, 180'000, NO_AGE}) == "no answer yet for 3 min");
+    CHECK(a_DeviceFaults(panel.Root()).empty());
+    CHECK(ph_LoadDevices(panel.Root(), "none.devices") == -1);
+    CHECK(a_DeviceFaults(panel.Root()) ==
+          std::list<std::string>{"The device file none.devices cannot be read"});
 }
 
 TEST_CASE("requests are for the panel's thread, to which a transport's posts its news") {

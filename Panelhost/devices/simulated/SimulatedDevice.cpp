@@ -76,6 +76,12 @@ int SimulatedDevice::OnParameterState(const char* keyword, DWORD* age) {
     return IsReachable(*parameter) ? parameter->state : PARAMETER_LOST;
 }
 
+DEVICESTATUS SimulatedDevice::OnStatus() {
+    const Parameter& online = *parameters_.front();
+    return online.Number() != 0 ? DEVICESTATUS{DEVICE_LIVE, online.Age(), 0}
+                                : DEVICESTATUS{DEVICE_LOST, online.Age(), online.Age()};
+}
+
 LRESULT SimulatedDevice::OnGetKeywords(WPARAM, LPARAM names) {
     auto* list = reinterpret_cast<std::list<std::string>*>(names);
     list->insert(list->end(), keywords_.begin(), keywords_.end());

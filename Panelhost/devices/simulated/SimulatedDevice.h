@@ -31,6 +31,7 @@ public:
     LRESULT OnGetDatatype(WPARAM wParam, LPARAM keyword) override;
     LRESULT OnRequestList(WPARAM keyword, LPARAM item) override;
     int OnParameterState(const char* keyword, DWORD* age) override;
+    DEVICESTATUS OnStatus() override;
 
     // Applies what a device file says of a parameter. False when it cannot be read.
     bool Declare(const std::string& keyword, const std::string& text);
