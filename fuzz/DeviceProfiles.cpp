@@ -2,7 +2,7 @@
 #include <cmath>
 
 #include "fuzz/Fuzzer.h"
-#include "logic/devices/DeviceProfile.h"
+#include "logic/devices/osc/DeviceProfile.h"
 #include "logic/text/Text.h"
 
 using namespace logic;

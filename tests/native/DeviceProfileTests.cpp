@@ -1,5 +1,5 @@
 // Profiles of real devices: what their lines declare, and what is refused.
-#include "logic/devices/DeviceProfile.h"
+#include "logic/devices/osc/DeviceProfile.h"
 #include "tests/native/Tables.h"
 
 #include <fstream>

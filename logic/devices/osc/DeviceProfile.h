@@ -10,37 +10,19 @@
 #include <string_view>
 #include <unordered_map>
 #include <utility>
-#include <variant>
 #include <vector>
 
 #include "logic/devices/ParameterLaw.h"
-#include "logic/devices/Simulation.h"
+#include "logic/devices/RemoteParameter.h"
 #include "logic/devices/osc/Osc.h"
 
 namespace logic {
 
-// A part of a block: another parameter, or a number that is no parameter of the device. Monostate: its
-// default.
-using BlockComponent = std::variant<std::monostate, std::size_t, float>;
-
-struct ProfileParameter {
-    std::string name;
-    ParameterType type = ParameterType::Float;
-    float minimum = 0; // of numbers
-    float maximum = 0;
-    std::size_t longest = 0; // characters of a text
-    std::string unit;
+struct ProfileParameter : RemoteParameter {
     std::string address;               // empty: of a meter or a block
     std::size_t law = 0;               // its number in the profile; not of a block
-    bool canBeSet = true;              // a block: when all of its components can
     std::optional<std::size_t> meters; // the block of meters that its value comes with
     std::size_t meterIndex = 0;
-    // Of a block, in the order of its line: channeleq and mastereq bypass, type, slope, frequency, gain, Q;
-    // delay bypass, amount; xoverfilters type and frequency of the high-pass, then of the low-pass.
-    std::vector<BlockComponent> components;
-    std::int32_t delayUnit = 0; // of a delay
-
-    bool IsBlock() const { return !IsNumber(type) && type != ParameterType::Text; }
 };
 
 // Values that come together, as long as they are subscribed to.

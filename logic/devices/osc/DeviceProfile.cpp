@@ -1,4 +1,4 @@
-#include "logic/devices/DeviceProfile.h"
+#include "logic/devices/osc/DeviceProfile.h"
 
 #include <algorithm>
 #include <array>
