@@ -58,6 +58,38 @@ void DeviceParameter::SetNumber(float value) {
     Came();
 }
 
+DeviceParameter::BlockNumbers DeviceParameter::Numbers() const {
+    const auto number = [](std::int32_t whole) { return static_cast<float>(whole); };
+    switch (declaration_.type) {
+    case logic::ParameterType::CrossoverFilters:
+        return {number(filters_.highPass.type), filters_.highPass.frequency, number(filters_.lowPass.type),
+                filters_.lowPass.frequency};
+    case logic::ParameterType::Delay:
+        return {number(delay_.bypass), delay_.amount};
+    default:
+        return {number(band_.bypass), number(band_.type), number(band_.slope),
+                band_.frequency,      band_.gain,         band_.q};
+    }
+}
+
+void DeviceParameter::SetNumbers(const BlockNumbers& numbers) {
+    const auto whole = [&](std::size_t place) {
+        return logic::TruncateToInteger(static_cast<double>(numbers.at(place)));
+    };
+    switch (declaration_.type) {
+    case logic::ParameterType::CrossoverFilters:
+        filters_ = {{whole(0), numbers[1]}, {whole(2), numbers[3]}};
+        break;
+    case logic::ParameterType::Delay:
+        delay_.bypass = whole(0);
+        delay_.amount = numbers[1];
+        break;
+    default:
+        band_ = {whole(0), whole(1), numbers[3], numbers[4], numbers[5], whole(2)};
+        break;
+    }
+}
+
 int DeviceParameter::Answer(VALUERECORD* record) const {
     if (!a_HasForm(Datatype(), record->datatype) ||
         (record->datatype == DATATYPE_INTEGER && !HasNumber(logic::ParseInteger)) ||

@@ -5,6 +5,7 @@
 #include "logic/controls/EqBand.h"
 #include "logic/devices/Simulation.h"
 
+#include <array>
 #include <string>
 
 // A parameter as a device holds it: a value of the declared type, in the declared range and unit, with its
@@ -29,8 +30,23 @@ public:
     // Its block; null for what is none of that kind.
     const logic::EqBand* Band() const;
     const logic::CrossoverFilters* Filters() const;
+    // The numbers of its block, in this order: of a band bypass, type, slope, frequency, gain, Q; of filters
+    // type and frequency of the high-pass, then of the low-pass; of a delay bypass and amount.
+    using BlockNumbers = std::array<float, 6>;
+    BlockNumbers Numbers() const;
+    void SetNumbers(const BlockNumbers& numbers);
+    std::int32_t DelayUnit() const { return delay_.unit; }
     // Limited to the range, and rounded where the type asks for it.
     void SetNumber(float value);
+    // As the device has answered it, which limits it itself.
+    void SetAnswered(float value) {
+        number_ = value;
+        Came();
+    }
+    void SetText(const std::string& text) {
+        text_ = text;
+        Came();
+    }
 
     int state = PARAMETER_UNKNOWN;
     // Milliseconds since the value last came; NO_AGE when none has.

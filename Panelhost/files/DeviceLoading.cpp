@@ -1,6 +1,8 @@
 #include "Panelhost/files/DeviceLoading.h"
 
+#include "Panelhost/ApplicationPaths.h"
 #include "Panelhost/Trace.h"
+#include "Panelhost/devices/osc/OscDevice.h"
 #include "Panelhost/devices/simulated/SimulatedDevice.h"
 #include "Panelhost/files/LineFile.h"
 
@@ -10,17 +12,42 @@
 
 namespace {
 
-constexpr const DeviceKind* KINDS[] = {&SIMULATED_DEVICES};
+constexpr const DeviceKind* KINDS[] = {&SIMULATED_DEVICES, &OSC_DEVICES};
 
-bool DeclareDevice(PanelRoot& root, const std::string& name, std::string_view text) {
+bool ReadLines(const std::string& path, const std::function<std::string(std::string_view line)>& take) {
+    LineFile file(path);
+    std::string line;
+    bool usable = false;
+    while (file.IsOpen() && file.Next(line, usable)) {
+        const std::string fault = usable ? take(line) : "The line is too long or damaged";
+        if (!fault.empty()) {
+            TRACE("%s\n", fault.c_str());
+        }
+    }
+    return file.IsOpen() && !file.HasFailed();
+}
+
+bool DeclareDevice(PanelRoot& root, const std::string& name, std::string_view text,
+                   const ReadDeviceLines& read) {
     const std::string_view word = text.substr(0, text.find(','));
     const auto kind = std::find_if(std::begin(KINDS), std::end(KINDS),
                                    [&](const DeviceKind* known) { return known->word == word; });
-    auto device = kind == std::end(KINDS) ? nullptr : (*kind)->create(text);
-    if (device == nullptr || !device->Register(&root, name.c_str())) {
+    std::string why;
+    auto device = kind == std::end(KINDS) ? nullptr : (*kind)->create(text, read, why);
+    if (device == nullptr) {
+        root.deviceFaults.push_back(name + ": " + (why.empty() ? "it cannot be declared" : why));
         return false;
     }
-    device.release()->deviceKind = *kind; // the root owns it now
+    if (!device->Register(&root, name.c_str())) {
+        root.deviceFaults.push_back(name + ": the name is none, or taken");
+        return false;
+    }
+    device->deviceKind = *kind;
+    if (device->OnInitialize(0, 0) == 0) {
+        root.deviceFaults.push_back(name + ": there are too many devices");
+        return false;
+    }
+    device.release(); // the root owns it now
     return true;
 }
 
@@ -44,6 +71,12 @@ int LoadDeviceFile(PanelRoot& root, const std::string& path) {
         root.deviceFaults.push_back("The device file " + path + " cannot be read");
         return -1;
     }
+    const std::string folder = path.substr(0, path.find_last_of("\\/") + 1);
+    const ReadDeviceLines read = [&](const std::string& name, const auto& take) {
+        char profiles[MAX_PATH] = "";
+        a_MakeFullPathName("Profiles\\", profiles);
+        return ReadLines(folder + name, take) || ReadLines(profiles + name, take);
+    };
     int devices = 0;
     std::string line;
     bool usable = false;
@@ -56,7 +89,7 @@ int LoadDeviceFile(PanelRoot& root, const std::string& path) {
         const bool isDevice = parts.keyword == "device";
         const bool understood =
             usable && parts.hasEquals &&
-            (isDevice ? DeclareDevice(root, name, parts.value) : DeclareParameter(root, name, parts));
+            (isDevice ? DeclareDevice(root, name, parts.value, read) : DeclareParameter(root, name, parts));
         if (understood) {
             devices += isDevice ? 1 : 0;
         } else {

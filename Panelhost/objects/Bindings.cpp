@@ -15,6 +15,7 @@ void Bindings::WaitFor(HOSTINFO* object, const std::string& name) {
 void Bindings::Forget(HOSTINFO* object) {
     waiting_.Forget(object);
     bound_.Forget(object);
+    ++version_;
 }
 
 std::vector<HOSTINFO*> Bindings::WaitingFor(const std::string& name) const {

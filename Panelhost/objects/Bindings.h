@@ -56,7 +56,12 @@ public:
     static void Rebuild(const std::vector<HOSTINFO*>& objects);
 
     void WaitFor(HOSTINFO* object, const std::string& name);
-    void Bind(HOSTINFO* object, const HOSTINFO* target) { bound_.Add(object, target); }
+    void Bind(HOSTINFO* object, const HOSTINFO* target) {
+        bound_.Add(object, target);
+        ++version_;
+    }
+    // Another one after every change of who is bound to whom.
+    unsigned Version() const { return version_; }
     // An object's own request list is about to be built anew, or the object goes.
     void Forget(HOSTINFO* object);
     std::vector<HOSTINFO*> WaitingFor(const std::string& name) const;
@@ -75,4 +80,5 @@ private:
     Dependence<std::string> waiting_;   // on a folded name that nothing has at present
     Dependence<const HOSTINFO*> bound_; // on a target
     std::unordered_map<const HOSTINFO*, std::vector<FurtherList>> further_;
+    unsigned version_ = 1;
 };

@@ -15,6 +15,8 @@
 #include <unordered_map>
 #include <vector>
 
+class NetworkThread;
+
 // The root object of one panel: owns the tree of names below it and answers the private messages for the
 // panel window.
 class PanelRoot : public HOSTINFO {
@@ -69,6 +71,8 @@ public:
     void MoveBefore(HOSTINFO* object, HOSTINFO* other);
 
     void ApplyLayers(const HOSTINFO* object) const;
+    // Another one whenever it may have changed what controls are bound to, or which of them are shown.
+    unsigned BindingVersion() const { return bindings.Version() + layerChanges_; }
     // To all controls. What is hidden loses the focus, and whoever hears of that may end controls.
     void ApplyLayersToAll();
     void SetMode(WORD newMode);
@@ -95,8 +99,9 @@ public:
     logic::TerminalNetworks terminalNetworks; // the same
     std::string parameterDialog;              // name of the control whose parameter dialog is open
     int loadErrors = 0;
-    std::list<std::string> deviceFaults; // devices that could not be declared, in words
-    bool sendsOnOpen = false;            // a panel file sends the values saved in it
+    std::weak_ptr<NetworkThread> network; // as long as it has real devices
+    std::list<std::string> deviceFaults;  // devices that could not be declared, in words
+    bool sendsOnOpen = false;             // a panel file sends the values saved in it
     Opening opening;
     Bindings bindings;
     Progress progress;
@@ -115,7 +120,8 @@ private:
     int holds_ = 1; // one until Destroy, one of each Held
     bool ended_ = false;
     unsigned removals_ = 0; // of objects so far
-    DWORD thread_ = 0;      // of the panel window
+    mutable unsigned layerChanges_ = 0;
+    DWORD thread_ = 0; // of the panel window
     std::atomic<bool> isToldOfThreads_ = false;
     SharedLock lock_;                                   // guards byName_: other threads look names up
     std::unordered_map<std::string, HOSTINFO*> byName_; // full names in folded form

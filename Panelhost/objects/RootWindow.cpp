@@ -37,6 +37,7 @@ void PanelRoot::MoveBefore(HOSTINFO* object, HOSTINFO* other) {
 }
 
 void PanelRoot::ApplyLayers(const HOSTINFO* object) const {
+    ++layerChanges_;
     const bool editOnly = (object->flags & FLAG_EDIT_ONLY) != 0;
     if (object->layers == 0 && !editOnly) {
         return; // its visibility is the host's
@@ -49,6 +50,7 @@ void PanelRoot::ApplyLayers(const HOSTINFO* object) const {
 }
 
 void PanelRoot::ApplyLayersToAll() {
+    ++layerChanges_;
     const std::vector<HOSTINFO*> controls(controls_.begin(), controls_.end());
     for (HOSTINFO* control : controls) {
         if (a_IsAlive(control)) {

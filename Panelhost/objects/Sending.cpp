@@ -1,6 +1,6 @@
 // The sending of requests to controls and devices.
 
-#include "Panelhost/Hostinfo.h"
+#include "Panelhost/Devices.h"
 #include "Panelhost/Trace.h"
 #include "Panelhost/objects/PanelRoot.h"
 #include "Panelhost/objects/RequestAddress.h"
@@ -195,10 +195,22 @@ int AskTarget(const REQUESTITEM& item, VALUERECORD& record) {
     return isFit ? answer : -1;
 }
 
+// Whether the device has a value for the item at present.
+bool IsHeld(const REQUESTITEM& item) {
+    auto* device = dynamic_cast<DEVICE*>(item.device);
+    if (device == nullptr || item.address == nullptr || item.address->isTold) {
+        return false;
+    }
+    DWORD age = NO_AGE;
+    const std::string keyword = item.address->text.substr(item.address->text.rfind('*') + 1);
+    const int state = device->OnParameterState(keyword.c_str(), &age);
+    return state == PARAMETER_LIVE || state == PARAMETER_PENDING;
+}
+
 int AskDevice(const REQUESTITEM& item, VALUERECORD& record) {
     const int answer = SendToParameter(item, record);
-    // A device that is there and does not answer has nothing of the kind.
-    if (answer < 0 && a_IsAlive(item.device) && item.device->OnIsAlive(0, 0) != 0) {
+    // A device that holds it and does not answer has nothing of the kind.
+    if (answer < 0 && a_IsAlive(item.device) && IsHeld(item)) {
         TellUnfit(item);
     }
     return answer;

@@ -75,8 +75,7 @@ public:
     // When there is one, as things are.
     Milliseconds Next() const {
         const std::int64_t missing = TOKEN - tokens_;
-        return missing <= 0 ? filled_
-                            : filled_ + static_cast<Milliseconds>((missing + rate_ - 1) / rate_);
+        return missing <= 0 ? filled_ : filled_ + static_cast<Milliseconds>((missing + rate_ - 1) / rate_);
     }
 
 private:

@@ -163,10 +163,11 @@ public:
     // The device.
     std::map<std::string, logic::OscValue> values;
     bool isThere = true;
-    bool echoes = false;                      // to the one who sets
-    std::string model = "Mixer";              // what it says it is
+    bool echoes = false;                               // to the one who sets
+    std::string model = "Mixer";                       // what it says it is
     std::function<bool(const std::string&)> isIgnored; // by address
-    std::function<logic::OscValue(const std::string&, logic::OscValue)> stores; // in place of a value that is set
+    std::function<logic::OscValue(const std::string&, logic::OscValue)>
+        stores; // in place of a value that is set
     // The network.
     logic::Milliseconds delay = 1;
     int lost = 0, doubled = 0, overtaken = 0; // per cent

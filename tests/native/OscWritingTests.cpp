@@ -102,7 +102,8 @@ TEST_CASE("of a fader that is dragged at most forty values a second are sent, an
     }
 }
 
-TEST_CASE("another value than the one that was set is taken, a lost one sent again, an ignored one given up") {
+TEST_CASE(
+    "another value than the one that was set is taken, a lost one sent again, an ignored one given up") {
     LiveConsole console;
     console.stores = [](const std::string&, OscValue value) {
         return OscValue(std::min(std::get<float>(value), 13.333F));

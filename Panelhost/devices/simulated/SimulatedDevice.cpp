@@ -26,7 +26,7 @@ std::vector<std::string> Names(const std::string& text) {
     return names;
 }
 
-std::unique_ptr<DEVICE> Create(std::string_view text) {
+std::unique_ptr<DEVICE> Create(std::string_view text, const ReadDeviceLines&, std::string&) {
     return text == SIMULATED_DEVICES.word ? std::make_unique<SimulatedDevice>() : nullptr;
 }
 

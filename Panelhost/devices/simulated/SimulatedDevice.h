@@ -21,6 +21,7 @@ public:
     SimulatedDevice();
 
     // A parameter as text, and its change from the device's side; result receives what is returned as well.
+    LRESULT OnInitialize(WPARAM, LPARAM) override { return 1; }
     using DEVICE::OnGet;
     using DEVICE::OnSet;
     int OnGet(const char* keyword, std::string& value, int* result) override;

@@ -31,10 +31,16 @@ const char* FaultText(OscFault fault) {
 
 OscLink::OscLink(std::shared_ptr<const DeviceProfile> profile, std::string name, LinkOwner& owner,
                  Milliseconds now)
-    : profile_(std::move(profile)), name_(std::move(name)), owner_(owner), since_(now),
-      bucket_(profile_->rate, profile_->window), controls_(std::max(profile_->rate / 4, 1U), 2),
-      cellOf_(profile_->parameters.size()), next_(profile_->parameters.size()),
-      blocks_(profile_->meters.size()), bound_(profile_->parameters.size()) {
+    : profile_(std::move(profile)),
+      name_(std::move(name)),
+      owner_(owner),
+      since_(now),
+      bucket_(profile_->rate, profile_->window),
+      controls_(std::max(profile_->rate / 4, 1U), 2),
+      cellOf_(profile_->parameters.size()),
+      next_(profile_->parameters.size()),
+      blocks_(profile_->meters.size()),
+      bound_(profile_->parameters.size()) {
     for (std::size_t number = 0; number < profile_->parameters.size(); ++number) {
         const ProfileParameter& parameter = Parameter(number);
         next_[number] = number;
@@ -142,7 +148,8 @@ void OscLink::TakeHello(const OscMessage& message, Milliseconds now) {
         model += (model.empty() || word.empty() ? "" : " ") + word;
     }
     model.resize(std::min(model.size(), LONGEST_MODEL));
-    std::ranges::replace_if(model, [](char c) { return static_cast<unsigned char>(c) < ' ' || c == 127; }, '?');
+    std::ranges::replace_if(
+        model, [](char c) { return static_cast<unsigned char>(c) < ' ' || c == 127; }, '?');
     const bool isNew = model != model_;
     model_ = std::move(model);
     heard_ = now;

@@ -71,20 +71,20 @@ private:
     };
     // An address of the device. Several parameters may show what it holds, each by its own law.
     struct Cell {
-        std::size_t parameter = 0;  // the first of them
-        std::uint32_t wanted = 0;   // of how many
-        std::uint32_t life = 0;     // in which its value came, 0: none came
-        std::uint32_t serial = 0;   // of the last set
-        Milliseconds heard = 0;     // when the value came
-        Milliseconds written = 0;   // when something was last written
+        std::size_t parameter = 0; // the first of them
+        std::uint32_t wanted = 0;  // of how many
+        std::uint32_t life = 0;    // in which its value came, 0: none came
+        std::uint32_t serial = 0;  // of the last set
+        Milliseconds heard = 0;    // when the value came
+        Milliseconds written = 0;  // when something was last written
         Wire wire;
-        std::uint8_t tries = 0;     // reads without an answer
-        bool isQueued = false;      // to be read
-        bool isSwept = false;       // the outstanding read is one of the sweep
-        bool isSilent = false;      // does not answer
+        std::uint8_t tries = 0; // reads without an answer
+        bool isQueued = false;  // to be read
+        bool isSwept = false;   // the outstanding read is one of the sweep
+        bool isSilent = false;  // does not answer
         bool isUnconfirmed = false;
-        bool isTold = false;        // that it does not answer
-        bool isTrigger = false;     // is written only
+        bool isTold = false;    // that it does not answer
+        bool isTrigger = false; // is written only
     };
     enum class Phase {
         Unread,   // waits for the first read
@@ -122,9 +122,7 @@ private:
     };
 
     const ProfileParameter& Parameter(std::size_t parameter) const { return profile_->parameters[parameter]; }
-    const ParameterLaw& Law(std::size_t parameter) const {
-        return profile_->laws[Parameter(parameter).law];
-    }
+    const ParameterLaw& Law(std::size_t parameter) const { return profile_->laws[Parameter(parameter).law]; }
     std::string Named(std::size_t parameter) const { return name_ + "*" + Parameter(parameter).name; }
     bool IsLive() const { return state_ == DeviceState::Live; }
     bool IsRead(const Cell& cell) const { return cell.life == life_ && life_ != 0; }
@@ -191,20 +189,20 @@ private:
     Milliseconds heard_ = 0;
     std::string model_;
     std::uint32_t unconfirmed_ = 0;
-    std::optional<Milliseconds> hello_; // when it was last sent
-    Milliseconds keep_ = 0;             // when it is due
+    std::optional<Milliseconds> hello_;     // when it was last sent
+    Milliseconds keep_ = 0;                 // when it is due
     std::array<std::uint32_t, 6> faults_{}; // datagrams dropped, by OscFault
 
     TokenBucket bucket_;
     TokenBucket controls_; // their part of it
 
     std::vector<Cell> cells_;
-    std::vector<std::optional<std::size_t>> cellOf_;          // of parameters
-    std::vector<std::size_t> next_;                           // parameter of the same cell; itself: the last
+    std::vector<std::optional<std::size_t>> cellOf_; // of parameters
+    std::vector<std::size_t> next_;                  // parameter of the same cell; itself: the last
     std::unordered_map<std::string_view, std::size_t> byAddress_;
     std::vector<Block> blocks_;
-    std::vector<bool> bound_;     // parameters that are wanted until further notice
-    Agenda asked_;                // those that are wanted for a while
+    std::vector<bool> bound_;      // parameters that are wanted until further notice
+    Agenda asked_;                 // those that are wanted for a while
     std::set<std::size_t> wanted_; // cells that are read
     std::deque<std::size_t> reads_;
     Agenda outstanding_;

@@ -198,8 +198,8 @@ void OscLink::FirstRead(std::size_t number, Milliseconds now) {
     }
 }
 
-// What was sent before may still be echoed: that says nothing about the last value, unless nothing else comes.
-// What the device held before all that says that the last value was lost.
+// What was sent before may still be echoed: that says nothing about the last value, unless nothing else
+// comes. What the device held before all that says that the last value was lost.
 OscLink::Judgement OscLink::JudgeReadBack(std::size_t number, const Wire& wire, Milliseconds now) {
     Write& write = writes_.at(number);
     const auto isSame = [&](const Wire& other) { return IsSame(write.parameter, other, wire); };
