@@ -38,6 +38,7 @@ HWND CreateDeviceWindow(const char* name) {
     GetModuleHandleExA(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
                        reinterpret_cast<const char*>(&CreateDeviceWindow), &module);
     static const ATOM registered = [module] {
+        UnregisterClassA(DEVICE_CLASS, module); // of an earlier life of this library at the same place
         WNDCLASSA deviceClass{};
         deviceClass.lpfnWndProc = DeviceProc;
         deviceClass.hInstance = module;
