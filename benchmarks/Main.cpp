@@ -35,7 +35,7 @@ constexpr Group GROUPS[] = {
     {"create", MeasureCreation}, {"paint", MeasurePainting},  {"record", MeasureRecords},
     {"memory", MeasureMemory},   {"file", MeasurePanelFiles}, {"work", MeasureWork},
     {"wave", MeasureWaveFiles},  {"strip", MeasureStrips},    {"network", MeasureNetwork},
-    {"panel", MeasurePanels},    {"content", MeasureContent},
+    {"panel", MeasurePanels},    {"content", MeasureContent}, {"device", MeasureDevices},
 };
 
 int Run(int count, char** arguments) {

@@ -31,6 +31,7 @@ void MeasureWaveFiles(Report& report);
 void MeasureNetwork(Report& report);
 void MeasurePanels(Report& report);
 void MeasureContent(Report& report);
+void MeasureDevices(Report& report);
 
 // Creates that many windows in this process, which is to do nothing else, lets each load the line unless it
 // is empty, and prints what they hold.
