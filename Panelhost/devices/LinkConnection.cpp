@@ -90,7 +90,9 @@ void LinkConnection::Fail() noexcept {
     news_.device.reset();
     Guarded([this] { news_.device = device_; });
     hasNews_ = true;
-    PostMessageA(window_, DEVICE_NEWS, 0, 0);
+    if (window_ != nullptr) {
+        PostMessageA(window_, DEVICE_NEWS, 0, 0);
+    }
 }
 
 void LinkConnection::Post() {

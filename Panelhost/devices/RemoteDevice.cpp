@@ -2,7 +2,6 @@
 
 #include "Panelhost/objects/PanelRoot.h"
 #include "base/Guard.h"
-#include "logic/controls/Layers.h"
 #include "logic/text/Numbers.h"
 
 #include <algorithm>
@@ -17,9 +16,6 @@ using logic::ParameterState;
 enum Own : std::size_t { Online, State, Model, Unconfirmed, ownCount };
 
 constexpr const char* STATE_NAMES[] = {"", "unknown", "live", "stale", "lost", "off", "refused", "open"};
-
-// How long the link takes it that somebody asks, and how often it is told so at most.
-constexpr logic::Milliseconds ASK_AGAIN_AFTER = 3000;
 
 static_assert(DEVICE_UNKNOWN == static_cast<int>(DeviceState::Unknown) &&
               DEVICE_LIVE == static_cast<int>(DeviceState::Live) &&
@@ -80,7 +76,7 @@ void RemoteDevice::Declare(const logic::RemoteParameter& declared) {
     parameters_.push_back(std::move(parameter));
 }
 
-LRESULT RemoteDevice::OnInitialize(WPARAM, LPARAM) {
+void RemoteDevice::DeclareOwn() {
     declared_ = parameters_.size();
     constexpr std::array<const char*, ownCount> names{"online", "state", "model", "unconfirmed"};
     own_.resize(ownCount); // their addresses stay
@@ -91,6 +87,11 @@ LRESULT RemoteDevice::OnInitialize(WPARAM, LPARAM) {
         own_[i].maximum = i == Unconfirmed ? 1e9F : 1;
         Declare(own_[i]);
     }
+    status_.since = NetworkClock();
+    TakeStatus(status_);
+}
+
+LRESULT RemoteDevice::OnInitialize(WPARAM, LPARAM) {
     PanelRoot* root = PanelRoot::Above(this);
     if (root == nullptr) {
         return 0;
@@ -100,8 +101,6 @@ LRESULT RemoteDevice::OnInitialize(WPARAM, LPARAM) {
         network_ = std::make_shared<NetworkThread>();
         root->network = network_;
     }
-    status_.since = NetworkClock();
-    TakeStatus(status_);
     auto connection = Connect();
     if (!network_->Add(connection)) {
         return 0;
@@ -252,82 +251,6 @@ LRESULT RemoteDevice::OnTimer(WPARAM, LPARAM) {
         FollowBindings();
     }
     return 0;
-}
-
-// What is wanted
-
-void RemoteDevice::FollowBindings() {
-    const PanelRoot* root = PanelRoot::Above(this);
-    if (root == nullptr || bindings_ == root->BindingVersion()) {
-        return;
-    }
-    bindings_ = root->BindingVersion();
-    for (const auto& parameter : parameters_) {
-        parameter->isBound = false;
-    }
-    std::vector<bool> wanted(declared_);
-    const auto add = [&](const REQUESTLIST& list, bool isShown) {
-        for (const REQUESTITEM& item : list) {
-            if (item.device != this || item.handler != HandleRequest) {
-                continue;
-            }
-            auto& parameter = *static_cast<Parameter*>(item.context);
-            parameter.isBound = true;
-            if (!isShown || IsOwn(parameter)) {
-                continue;
-            }
-            for (const logic::BlockComponent& component : parameter.declared->components) {
-                if (const auto* number = std::get_if<std::size_t>(&component); number != nullptr) {
-                    wanted[*number] = true;
-                }
-            }
-            wanted[parameter.number] = !parameter.declared->IsBlock() || wanted[parameter.number];
-        }
-    };
-    for (const HOSTINFO* object : root->bindings.BoundTo(this)) {
-        bool isShown = true;
-        for (const HOSTINFO* one = object; one != nullptr && one != root && root->mode == 0;
-             one = one->parent) {
-            isShown = isShown && logic::LayerShown(one->layers, root->activeLayers);
-        }
-        add(object->requests, isShown);
-        for (const Bindings::FurtherList& list : root->bindings.FurtherLists(object)) {
-            add(*list.requests, isShown);
-        }
-    }
-    std::vector<std::size_t> numbers;
-    for (std::size_t number = 0; number < wanted.size(); ++number) {
-        if (wanted[number]) {
-            numbers.push_back(number);
-        }
-    }
-    if (numbers != wanted_) {
-        wanted_ = numbers;
-        WakeIf(connection_->Want(std::move(numbers)));
-    }
-}
-
-void RemoteDevice::WakeIf(bool isNeeded) {
-    if (isNeeded) {
-        network_->Wake();
-    }
-}
-
-void RemoteDevice::Ask(Parameter& parameter) {
-    const logic::Milliseconds now = NetworkClock();
-    if (connection_ == nullptr || IsOwn(parameter) ||
-        (parameter.asked != 0 && now < parameter.asked + ASK_AGAIN_AFTER)) {
-        return;
-    }
-    parameter.asked = now;
-    if (!parameter.declared->IsBlock()) {
-        WakeIf(connection_->Ask(parameter.number));
-    }
-    for (const logic::BlockComponent& component : parameter.declared->components) {
-        if (const auto* number = std::get_if<std::size_t>(&component); number != nullptr) {
-            Ask(*parameters_[*number]);
-        }
-    }
 }
 
 // Getting and setting

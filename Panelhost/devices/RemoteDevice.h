@@ -40,8 +40,10 @@ public:
     DEVICESTATUS OnStatus() override;
 
 protected:
-    // In the order of their numbers, before it is registered. What is declared must live as long.
+    // Before it is registered: its parameters in the order of their numbers, which must live as long, and
+    // then those of its own.
     void Declare(const logic::RemoteParameter& declared);
+    void DeclareOwn();
     virtual std::shared_ptr<LinkConnection> Connect() = 0;
     // Whether that value of a parameter can be sent.
     virtual bool CanBeSent(std::size_t parameter, const logic::LinkValue& value) const = 0;

@@ -143,6 +143,17 @@ TEST_CASE("device lines that cannot be understood declare nothing, and why is sa
     CHECK(panel.devices == 16);
     CHECK(a_DeviceFaults(panel.Root()) == std::list<std::string>{"D17: there are too many devices"});
     CHECK(panel.Until([&] { return panel.Parameter("D16*state") == "open"; }));
+
+    const TestPanel early; // a control that was there first
+    HWND led = early.Create("LED", "Led");
+    Load(led, "function=D*unconfirmed;D*online");
+    const TestFolder folder;
+    folder.Write("p.profile", profile);
+    CHECK(ph_LoadDevices(early.Root(), folder.Write("Late.devices", "D*device=osc,localhost,p\n").c_str()) ==
+          1);
+    for (const REQUESTITEM& item : ObjectOf(led).requests) {
+        CHECK(item.handler != nullptr);
+    }
 }
 
 TEST_CASE("a mixer is operated, and operates the panel") {
@@ -169,7 +180,7 @@ TEST_CASE("a mixer is operated, and operates the panel") {
         SetValue(fader, value);
         panel.Tick();
         Poll(fader);
-        REQUIRE(Value(fader) == value);
+        REQUIRE(std::fabs(Value(fader) - value) < 0.05F); // the mixer rounds to its steps
     }
     CHECK(panel.ShowsWhat(mixer));
     CHECK(std::fabs(mixer.Value("/ch/01/mix/fader") - 0.4375) < 0.001); // -15 dB
@@ -318,8 +329,8 @@ TEST_CASE("rubbish, faults of the network and others' answers do not matter") {
     panel.Until([] { return false; }, flood);
     MESSAGE("longest tick in the flood: ", panel.longestTick, " ms; memory grew by ", MemoryInUse() - memory);
     CHECK(MemoryInUse() < memory + 4'000'000);
-    CHECK(panel.State("FOH*ch01.fader") == PH_STATE_LIVE);
     mixer.Ask("garbage 0");
+    CHECK(panel.ShowsWhat(mixer));
     mixer.Ask("drop 20");
     mixer.Ask("double 20");
     mixer.Ask("reorder 20");

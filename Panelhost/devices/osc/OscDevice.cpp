@@ -35,6 +35,7 @@ public:
         for (const logic::ProfileParameter& parameter : profile_->parameters) {
             Declare(parameter);
         }
+        DeclareOwn();
     }
 
 protected:
