@@ -152,7 +152,7 @@ TEST_CASE("device lines that cannot be understood declare nothing, and why is sa
     CHECK(ph_LoadDevices(early.Root(), folder.Write("Late.devices", "D*device=osc,localhost,p\n").c_str()) ==
           1);
     for (const REQUESTITEM& item : ObjectOf(led).requests) {
-        CHECK(item.handler != nullptr);
+        CHECK((item.handler != nullptr));
     }
 }
 
