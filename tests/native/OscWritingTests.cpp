@@ -187,6 +187,18 @@ TEST_CASE("what waits for a device is sent behind the first read, dropped when i
     CHECK(console.Held("/p/2") == 1); // a release, however late
     CHECK(console.Sent("/go", true) == 0);
 
+    // One that was sent into the void just before is owed all the same.
+    console.isThere = false;
+    console.Set("p2", {2, {}}, true);
+    console.Set("p1", 12);
+    console.Run(20'000);
+    CHECK(console.Shown("p1") == "unconfirmed 11");
+    REQUIRE(console.State() == DeviceState::Lost);
+    console.isThere = true;
+    console.Run(3000);
+    CHECK(console.Held("/p/2") == 2);
+    CHECK(console.Held("/p/1") == 11);
+
     // At the end what waits is sent.
     console.GoSilent();
     console.sent.clear();

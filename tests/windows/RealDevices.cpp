@@ -349,6 +349,31 @@ TEST_CASE("rubbish, faults of the network and others' answers do not matter") {
     CHECK(mixer.Ask("violations").substr(0, 1) == "0");
 }
 
+TEST_CASE("sixteen devices come and go in the middle of their traffic") {
+    if (HasNoPartners()) {
+        return;
+    }
+    const Mixer mixer;
+    std::string lines;
+    for (int i = 1; i <= 16; ++i) {
+        lines += "D" + std::to_string(i) + "*device=" + AddressOf(MixerPort(), "x32") + "\n";
+    }
+    CHECK(LeftBehind(3, [&] {
+              LivePanel panel(lines);
+              REQUIRE(panel.devices == 16);
+              HWND led = panel.Create("LED", "Led");
+              Load(led, "function=D1*ch01.fader;D16*ch32.fader;D8*ch01.level");
+              CHECK(panel.Until([&] { return a_CountNotLive(panel.Root()) == 0; }));
+              CHECK(panel.Until([&] { return panel.State("D16*ch32.fader") == PH_STATE_LIVE; }));
+              for (int i = 1; i <= 16; ++i) {
+                  CHECK(panel.Set(("D" + std::to_string(i) + "*ch02.fader").c_str(), "-20"));
+              }
+          }) == "");
+    const SIZE_T memory = MemoryInUse();
+    const LivePanel panel(lines);
+    MESSAGE("memory of a console with all its channels: ", (MemoryInUse() - memory) / 16);
+}
+
 TEST_CASE("the host library goes while it has devices that nobody answers for") {
     const TestFolder folder;
     const std::string copy = folder.Path("Host.dll"); // unloaded, as the one that this program uses cannot be

@@ -221,7 +221,9 @@ OscLink::Judgement OscLink::JudgeReadBack(std::size_t number, const Wire& wire, 
 
 void OscLink::ReadBackTimedOut(std::size_t number, Milliseconds now) {
     Write& write = writes_.at(number);
-    if (write.tries < WRITE_TRIES) {
+    const bool isSilent =
+        heard_ < cells_[number].written; // it may be gone: what is owed waits for its return
+    if (write.tries < WRITE_TRIES || (write.isOwed && isSilent)) {
         QueueWrite(number, write, now);
     } else if (write.echo) {
         Keep(number, *write.echo, now);
