@@ -24,7 +24,8 @@ constexpr const char* USAGE =
     "  --rounds N   samples of each (default: between 3 and 125)\n"
     "  --only NAME  of the figures that are taken of each class only those of the control of that name\n"
     "  --json FILE  writes the results there as well (tools/compare-benchmarks compares two of them)\n"
-    "  GROUP        one of create, paint, record, memory, file, work, wave, strip, network, panel, content "
+    "  GROUP        one of create, paint, record, memory, file, work, wave, sound, strip, network, panel, "
+    "content "
     "(default: all)\n";
 
 struct Group {
@@ -34,8 +35,9 @@ struct Group {
 constexpr Group GROUPS[] = {
     {"create", MeasureCreation}, {"paint", MeasurePainting},  {"record", MeasureRecords},
     {"memory", MeasureMemory},   {"file", MeasurePanelFiles}, {"work", MeasureWork},
-    {"wave", MeasureWaveFiles},  {"strip", MeasureStrips},    {"network", MeasureNetwork},
-    {"panel", MeasurePanels},    {"content", MeasureContent}, {"device", MeasureDevices},
+    {"wave", MeasureWaveFiles},  {"sound", MeasureSound},     {"strip", MeasureStrips},
+    {"network", MeasureNetwork}, {"panel", MeasurePanels},    {"content", MeasureContent},
+    {"device", MeasureDevices},
 };
 
 int Run(int count, char** arguments) {

@@ -29,6 +29,7 @@ void MeasureWork(Report& report);
 void MeasureStrips(Report& report);
 void MeasureWaveFiles(Report& report);
 void MeasureNetwork(Report& report);
+void MeasureSound(Report& report);
 void MeasurePanels(Report& report);
 void MeasureContent(Report& report);
 void MeasureDevices(Report& report);

@@ -259,6 +259,25 @@ TEST_CASE("position, length, loop, another file and the end of it") {
     CHECK(Load(test.output, "position=1") == 0);
 }
 
+TEST_CASE("a file of 2 GB begins at once") {
+    SoundPanel test;
+    constexpr std::uint32_t LENGTH = 0x7FFF0000;
+    const auto header = logic::WaveHeader({}, LENGTH);
+    test.Write("one.wav", std::string(header.begin(), header.end()));
+    const HANDLE file =
+        CreateFileA(InTemp("one.wav").c_str(), GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+    LARGE_INTEGER end;
+    end.QuadPart = LENGTH + std::int64_t{44};
+    const bool isMade = SetFilePointerEx(file, end, nullptr, FILE_BEGIN) && SetEndOfFile(file);
+    CloseHandle(file);
+    REQUIRE(isMade);
+    CHECK(Load(test.output, "value=1") == 1);
+    CHECK(Await([] { return !Double().TakePlayed().empty(); }));
+    CHECK(Text(test.output, "length") == "12173.6");
+    CHECK(Load(test.output, "position=12170") == 1);
+    CHECK(test.AwaitValue("0")); // it ends at its end
+}
+
 TEST_CASE("levels and the newest samples of what comes in") {
     SoundPanel test;
     const logic::SampleFormat stereo;
