@@ -58,8 +58,8 @@ namespace {
 
 constexpr Keyword VALUE = Property<&WAVEOUTPROPERTIES::Value, &WAVEOUTPROPERTIES::SetValue>("value").Says(
     "Number of the file that is being played, 1 for the first; 0 for none. Set, it is played from its "
-    "beginning, or playing ends, and the number is sent to all it is bound to; the number that it is changes "
-    "nothing. At the end of a file, and when one cannot be played, it becomes 0, which is sent.");
+    "beginning, or playing ends, and the number, unless it is the old one, is sent to all it is bound to. "
+    "At the end of a file, and when one cannot be played, it becomes 0, which is sent.");
 
 constexpr KeywordTable KEYWORDS({
     VALUE.AsDefault(),
@@ -130,13 +130,16 @@ bool WAVEOUTPROPERTIES::SetValue(int number) {
     if (number < 0) {
         return false;
     }
-    if (number == value) {
+    const bool isOld = number == value; // and is not sent, or two that are bound to each other would not end
+    if (isOld && number == 0) {
         return true;
     }
     if (!Play(number)) {
         return false;
     }
-    a_SendRequest(requests, COMMAND_SET, DATATYPE_INTEGER, &number, nullptr);
+    if (!isOld) {
+        a_SendRequest(requests, COMMAND_SET, DATATYPE_INTEGER, &number, nullptr);
+    }
     return true;
 }
 

@@ -134,13 +134,14 @@ std::string LeftBehind(int rounds, const std::function<void()>& live) {
     for (int round = 0; round < rounds; ++round) {
         live();
     }
-    Resources after = CountResources();
-    const int blocksAfter = CountHeapBlocks();
-    const bool isAll = Await([&] {
+    Resources after;
+    int blocksAfter = 0;
+    const bool isAll = Await([&] { // threads that end by themselves take a moment
         after = CountResources().Settled(before);
-        return after.IsAtMost(before);
+        blocksAfter = CountHeapBlocks();
+        return after.IsAtMost(before) && blocksAfter < blocks + 5 + rounds / 4;
     });
-    if (isAll && blocksAfter < blocks + 5 + rounds / 4) {
+    if (isAll) {
         return "";
     }
     std::ostringstream text;

@@ -248,6 +248,9 @@ TEST_CASE("position, length, loop, another file and the end of it") {
         return played.size() > 8000 && samples.find(played.substr(played.size() - 4000)) >= 7 * 16000;
     }));
     CHECK(samples.find(played.substr(played.size() - 4000)) < 9 * 16000 + 10 * 16000);
+    CHECK(Load(test.output, "value=1") == 1); // from its beginning again
+    CHECK(Await([&] { return Text(test.output, "length") == "20"; }));
+    CHECK(Text(test.output, "position")[0] < '5');
     CHECK(Load(test.output, "loop=1") == 1);
     CHECK(Load(test.output, "position=1e9") == 1); // limited to the length
     CHECK(Await(
