@@ -22,9 +22,10 @@ extern const ControlImplementation messagingControl;
 extern const ControlImplementation meterControl;
 extern const ControlImplementation midiControl;
 extern const ControlImplementation miniDelayControl;
+extern const ControlImplementation miniDynamicsControl;
 extern const ControlImplementation miniEditControl;
 extern const ControlImplementation miniEqControl;
-extern const ControlImplementation miniView;
+extern const ControlImplementation miniRoutingControl;
 extern const ControlImplementation miniXoverControl;
 extern const ControlImplementation mixerControl;
 extern const ControlImplementation networkControl;
@@ -226,17 +227,15 @@ constexpr ControlClass CLASSES[] = {
      .style = S2,
      .picture = "Controls\\MiniDelay.bmp",
      .image = "Controls\\MiniDelay.png",
-     .purpose = "Small view of a delay.",
-     .palette = {STRIPS, 4, "Delay View", "De", {64, 48}, true}},
+     .palette = {STRIPS, 4, "Delay View", "De", {120, 48}, true}},
     {.name = "MINIDYNAMICS",
      .displayName = "MiniDynamics",
-     .implementation = &miniView,
+     .implementation = &miniDynamicsControl,
      .controlType = NONE,
      .style = S2,
      .picture = "Controls\\MiniDynamics.bmp",
      .image = "Controls\\MiniDynamics.png",
-     .purpose = "Small view of dynamics.",
-     .palette = {STRIPS, 5, "Dynamics View", "Dy", {64, 48}, true}},
+     .palette = {STRIPS, 5, "Dynamics View", "Dy", {144, 112}, true}},
     {.name = "MINIEDIT",
      .displayName = "MiniEdit",
      .implementation = &miniEditControl,
@@ -255,13 +254,12 @@ constexpr ControlClass CLASSES[] = {
      .palette = {STRIPS, 7, "Equalizer View", "Qv", {240, 128}, true}},
     {.name = "MINIROUTING",
      .displayName = "MiniRouting",
-     .implementation = &miniView,
+     .implementation = &miniRoutingControl,
      .controlType = NONE,
      .style = S2,
      .picture = "Controls\\MiniRouting.bmp",
      .image = "Controls\\MiniRouting.png",
-     .purpose = "Small view of a routing.",
-     .palette = {STRIPS, 8, "Routing View", "Ro", {64, 48}, true}},
+     .palette = {STRIPS, 8, "Routing View", "Ro", {200, 168}, true}},
     {.name = "MINIXOVER",
      .displayName = "MiniXOver",
      .implementation = &miniXoverControl,

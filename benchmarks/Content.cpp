@@ -199,4 +199,5 @@ void MeasureContent(Report& report) {
     InitCommonControlsEx(&classes);
     MeasureLists(report);
     MeasureCondition(report);
+    MeasureMatrices(report);
 }

@@ -27,3 +27,10 @@ const OSMIRBitmap* KeptPicture::Get(int width, int height, const Render& render)
     }
     return picture_.get();
 }
+
+void KeptPicture::Update(int width, int height, const Render& render) {
+    if (isDrawn_ && picture_ != nullptr && picture_->Width() == width && picture_->Height() == height) {
+        GdiFlush();
+        render(picture_->Dc(), pixels_);
+    }
+}

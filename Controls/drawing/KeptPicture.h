@@ -20,6 +20,9 @@ public:
     // The picture, drawn when it has changed or has another size. Null for a size without pixels, one that
     // would take too much memory, and without memory: then it is drawn each time.
     const OSMIRBitmap* Get(int width, int height, const Render& render);
+    // Has a part of a picture that is there, in that size, drawn anew; nothing of one that would be drawn by
+    // the next Get as a whole.
+    void Update(int width, int height, const Render& render);
 
 private:
     bool isTransparent_;

@@ -1,12 +1,8 @@
 // The common part alone: a default value that is sent, polled and shown by name. Serves every class that has
 // no file of its own.
 
-#include "Controls/families/PlainControl.h"
-
-#include "Controls/drawing/BitmapProperty.h"
 #include "Controls/framework/Control.h"
 #include "Controls/framework/Keywords.h"
-#include "Panelhost/Bitmap.h"
 #include "base/Gdi.h"
 #include "logic/drawing/PanelColours.h"
 
@@ -129,41 +125,7 @@ public:
     }
 };
 
-// A plate with the picture of the class.
-class MINIVIEWPROPERTIES : public PLAINVALUEPROPERTIES<CONTROLPROPERTIES, std::string> {
-public:
-    void SetDefaults() override {
-        PLAINVALUEPROPERTIES::SetDefaults();
-        image_.Load(controlClass->image);
-    }
-    void Draw(HDC dc, const RECT& client) const override;
-
-private:
-    BitmapProperty image_;
-};
-
-void MINIVIEWPROPERTIES::Draw(HDC dc, const RECT& client) const {
-    DrawPlate(dc, client);
-    const HBITMAP opaque = PictureOf(*controlClass);
-    if (const OSMIRBitmap* image = image_.Get()) {
-        image->Draw(dc, (client.right - image->Width()) / 2, (client.bottom - image->Height()) / 2);
-    } else if (opaque != nullptr) {
-        const SIZE size = SizeOf(opaque);
-        const MemoryDc memory(opaque);
-        BitBlt(dc, (client.right - size.cx) / 2, (client.bottom - size.cy) / 2, size.cx, size.cy,
-               memory.Get(), 0, 0, SRCCOPY);
-    } else {
-        DrawName(dc, client, *this);
-    }
-}
-
 } // namespace
-
-CONTROLPROPERTIES* CreateMiniView() {
-    return CreateProperties<MINIVIEWPROPERTIES>();
-}
 
 extern const ControlImplementation plainInteger{.create = CreateProperties<NAMEDPROPERTIES<int>>,
                                                 .procedure = CommonProc};
-extern const ControlImplementation miniView{
-    .create = CreateMiniView, .procedure = CommonProc, .share = SharePicture<>};

@@ -12,6 +12,7 @@ namespace {
 
 constexpr int STRIP_MARGIN = 3; // above and below its text
 constexpr int STRIPE_PIXELS = 1 << 18;
+constexpr std::size_t MOST_PARTS = 512; // that are remembered until the next painting
 
 POINT PointOf(LPARAM lParam) {
     return {GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
@@ -31,7 +32,18 @@ void VIEWPROPERTIES::Redraw() const {
 
 void VIEWPROPERTIES::RedrawView() const {
     picture_.Change();
+    parts_.clear();
     RedrawArea(nullptr);
+}
+
+void VIEWPROPERTIES::RedrawPart(const RECT& part) const {
+    if (parts_.size() < MOST_PARTS) {
+        parts_.push_back(part);
+    } else { // nobody has looked for a while
+        picture_.Change();
+        parts_.clear();
+    }
+    RedrawArea(&part);
 }
 
 // Layout
@@ -71,6 +83,7 @@ void VIEWPROPERTIES::Draw(HDC dc, const RECT& client) const {
             PaintView(kept, pixels, client, 0);
         }
     };
+    PaintParts(client);
     if (const OSMIRBitmap* picture = picture_.Get(client.right, client.bottom, paint)) {
         picture->Draw(dc, 0, 0);
     } else if (client.right > 0) { // too large to be kept
@@ -90,6 +103,32 @@ void VIEWPROPERTIES::Draw(HDC dc, const RECT& client) const {
     if (IsBound()) {
         DrawOver(dc, ViewArea(client));
     }
+}
+
+void VIEWPROPERTIES::PaintParts(const RECT& client) const {
+    if (parts_.empty()) {
+        return;
+    }
+    const auto paint = [&](HDC kept, std::uint32_t* pixels) {
+        const OSMIRBitmap* ground =
+            ground_.Get(client.right, client.bottom,
+                        [&](HDC dc, std::uint32_t* drawn) { PaintGround(dc, drawn, client, 0); });
+        const RECT area = ViewArea(client);
+        for (const RECT& part : parts_) {
+            RECT inside{};
+            if (ground == nullptr || IntersectRect(&inside, &part, &area) == FALSE) {
+                continue;
+            }
+            ground->Draw(kept, inside.left, inside.top, inside.right - inside.left,
+                         inside.bottom - inside.top, inside.left, inside.top);
+            Canvas canvas(kept, pixels, client.right, 0, inside);
+            if (IsBound()) {
+                DrawView(canvas);
+            }
+        }
+    };
+    picture_.Update(client.right, client.bottom, paint);
+    parts_.clear();
 }
 
 void VIEWPROPERTIES::PaintGround(HDC dc, std::uint32_t* pixels, const RECT& client, int top) const {

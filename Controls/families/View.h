@@ -8,6 +8,7 @@
 #include "logic/drawing/PanelColours.h"
 
 #include <string>
+#include <vector>
 
 // Base of the small views of a processing block: a name strip on top, which is clicked, and below it what the
 // view shows, painted into a picture that is copied until something changes. While a view is bound to nothing
@@ -24,7 +25,7 @@ public:
     POINT NotEqualPlace() const override;
     void Draw(HDC dc, const RECT& client) const final;
     void Redraw() const override;
-    void FontChanged() { Redraw(); }
+    virtual void FontChanged() { Redraw(); }
     bool BeginDrag(POINT point) final;
     void MoveDrag(POINT point) final;
     void EndDrag() final;
@@ -60,6 +61,9 @@ public:
     virtual void FocusLost() {}
 
     void RedrawView() const;
+    // The same of a part. The canvas that DrawView then gets covers that part alone: what is laid out goes by
+    // ViewArea.
+    void RedrawPart(const RECT& part) const;
     void Click();
     // What is below the name strip.
     RECT ViewArea(const RECT& client) const;
@@ -88,10 +92,14 @@ private:
     void PaintGround(HDC dc, std::uint32_t* pixels, const RECT& client, int top) const;
     void PaintView(HDC dc, std::uint32_t* pixels, const RECT& client, int top) const;
 
+    // The parts that have changed, into the picture that is kept.
+    void PaintParts(const RECT& client) const;
+
     mutable KeptPicture ground_{false};
     mutable KeptPicture picture_{false};
-    BitmapProperty image_; // while it is bound to nothing
-    bool isClick_ = false; // what is being dragged is a click
+    mutable std::vector<RECT> parts_; // of it, to be painted anew
+    BitmapProperty image_;            // while it is bound to nothing
+    bool isClick_ = false;            // what is being dragged is a click
     POINT lastPoint_{};
     bool isHovered_ = false;
 };

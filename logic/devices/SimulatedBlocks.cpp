@@ -122,4 +122,22 @@ std::optional<float> PowerSum(std::span<const float> levels) {
     return levels.empty() ? std::nullopt : std::optional(static_cast<float>(10.0 * std::log10(power)));
 }
 
+float GainOfMusic(std::span<const Filter> filters) {
+    constexpr int STEPS = 41; // four an octave
+    static const FrequencyGrid grid(STEPS, SIMULATED_RATE);
+    if (filters.empty()) {
+        return 0;
+    }
+    double power = 0;
+    for (int step = 0; step < STEPS; ++step) {
+        double passed = 1;
+        for (const Filter& filter : filters) {
+            passed *= filter.PowerAt(grid.Warped(step));
+        }
+        power += passed / STEPS;
+    }
+    // Silence has no level either.
+    return static_cast<float>(std::max(DecibelsOfPower(power), -200.0));
+}
+
 } // namespace logic

@@ -15,6 +15,7 @@
 #include <vector>
 
 #include "logic/controls/DynamicsCurve.h"
+#include "logic/controls/Response.h"
 #include "logic/devices/Simulation.h"
 
 namespace logic {
@@ -57,5 +58,11 @@ inline const ParameterDeclaration MATRIX_OUTPUT{ParameterType::Float, LOWEST_LEV
 
 // The level (dB) of all of them together, which have nothing in common. Nothing of none.
 std::optional<float> PowerSum(std::span<const float> levels);
+
+constexpr double SIMULATED_RATE = 48'000; // Hz
+
+// By how much filters, one behind the other, change the level (dB) of a signal that has the same power in
+// every octave from 20 Hz to 20 kHz; for filters at the simulated rate.
+float GainOfMusic(std::span<const Filter> filters);
 
 } // namespace logic

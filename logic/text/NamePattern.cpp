@@ -46,13 +46,4 @@ std::string ExpandPattern(std::string_view pattern, int input, int output) {
     return expanded;
 }
 
-bool HasPlaceFor(std::string_view pattern, char letter) {
-    for (; !pattern.empty(); pattern.remove_prefix(1)) {
-        if (const auto place = PlaceAt(pattern); place && place->letter == letter) {
-            return true;
-        }
-    }
-    return false;
-}
-
 } // namespace logic

@@ -10,7 +10,4 @@ namespace logic {
 // else that follows a per cent sign stays as it is. "route%i_%02o" with 3 and 4 is "route3_04".
 std::string ExpandPattern(std::string_view pattern, int input, int output);
 
-// Whether the pattern has a place for the number of that letter, 'i' or 'o'.
-bool HasPlaceFor(std::string_view pattern, char letter);
-
 } // namespace logic

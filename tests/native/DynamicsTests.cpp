@@ -110,8 +110,6 @@ TEST_CASE("patterns stand for many names") {
         {{"%0", 1, 2}, "%0"},
         {{"%09o", 1, 2}, "000000002"}};
     CheckRows(ExpandPattern, rows);
-    CHECK(HasPlaceFor("a%02o", 'o'));
-    CHECK_FALSE(HasPlaceFor("a%02o%n%", 'i'));
 }
 
 TEST_CASE("dynamics and matrices are declared whole or not at all") {
@@ -143,4 +141,21 @@ TEST_CASE("dynamics and matrices are declared whole or not at all") {
     CHECK(ReductionStep(Compressor, 0, -10, 100, 100, 1) == doctest::Approx(-6.3212F));
     CHECK(ReductionStep(Compressor, -10, 0, 100, 1, 100) == doctest::Approx(-3.6788F));
     CHECK(ReductionStep(Gate, -10, 0, 100, 100, 1) == doctest::Approx(-3.6788F));
+}
+
+TEST_CASE("filters change the level of music by what they leave of it") {
+    const auto gain = [](const EqBand& band) {
+        const Filter filter[] = {Filter::OfBand(band, SIMULATED_RATE).value()};
+        return doctest::Approx(GainOfMusic(filter)).epsilon(0.05);
+    };
+    CHECK(GainOfMusic({}) == 0);
+    CHECK(0.0 == gain({0, Peak, 1000, 0, 1, 2}));
+    // Half of the octaves are gone: 3 dB. What a shelf leaves alone and what it raises by 12 dB, in equal
+    // parts.
+    const float middle = 632.456F;
+    CHECK(-3.01 == gain({0, HighPass, middle, 0, 0.707F, 2}));
+    CHECK(10 * std::log10((1 + std::pow(10, 1.2)) / 2) == gain({0, LowShelf, middle, 12, 1, 2}));
+    const Filter none[] = {Filter::OfBand({0, HighPass, 20000, 0, 0.7F, 2}, SIMULATED_RATE).value(),
+                           Filter::OfBand({0, LowPass, 20, 0, 0.7F, 2}, SIMULATED_RATE).value()};
+    CHECK(GainOfMusic(none) < -40);
 }

@@ -106,6 +106,11 @@ TEST_CASE("what a keyword takes, keeps and refuses") {
          "fmt=%d!|fmt=%.1f ms|fmt=|unit=dB|unit=0123456789012345678901234567890x!|readonly=2!|readonly=1|"
          "alignment=middle!|alignment=right|textcolor=red!|textcolor=0x0000ff00|backgroundcolor=0x00ffffff|"
          "font=Tahoma!"},
+        {"MINIDELAY",
+         "unit=in!|unit=ft|samplerate=0>samplerate=8000|samplerate=96000|maximum=0!|maximum=-1!|"
+         "maximum=20.5|value=1,2.5 ft|value=x!|value=0,-3>value=0,0 ft|linecolor=!|font=Tahoma!"},
+        {"MINIDYNAMICS", "mode=loud!|mode=gate|mode=expander|value=-30.5|value=7>value=0|value=x!|"
+                         "value=-99>value=-80|textcolor=red!"},
         {"MINIEDIT", "caption=Gate|click=layer=u2|font=Tahoma!|textcolor=red!|linecolor=0x00010203|"
                      "backgroundcolor=!|picture=.\\Nothing.bmp!|value=loud!|value=1"},
         {"MINIEQ",
@@ -114,6 +119,10 @@ TEST_CASE("what a keyword takes, keeps and refuses") {
          "linecolor=red!|caption=Tone|font=Tahoma!|value=0,PEQ!"},
         {"MINIXOVER", "value=OFF!|range=0.5>range=1|range=60|samplerate=1e9!|samplerate=44100|readonly=1|"
                       "function1=x;y|function3="},
+        {"MINIROUTING",
+         "inputs=0>inputs=1|inputs=65>inputs=64|outputs=x!|outputs=2|exclusive=2>exclusive=1|exclusive=0|"
+         "value=3_2;64_1|value=1_3!|value=|routes=DSP*route%i_%02o|inputnames=DSP*in%i|outputnames=|value="
+         "x!"},
         {"LED", "value=loud!|offthreshold=!|frames=1!|frames=65!|frames=64|onthreshold=-6|offthreshold=-9.5"},
         {"CONDITIONALLED",
          "condition=not a or (b=2)|condition=!|condition=a>!|condition=1<a<2!|condition=ab!|delayon=-1>"

@@ -7,6 +7,7 @@
 #include "tests/windows/ControlClasses.h"
 
 #include <algorithm>
+#include <iterator>
 #include <limits>
 
 TEST_SUITE_BEGIN("Protocol");
@@ -67,11 +68,11 @@ bool HasValue(HWND control) {
     return ClassOf(control) != "CLOCK" && TakesConnections(ClassOf(control));
 }
 
-// Its default value is a block, which has a text form of its own and is none of a single number or word, or
-// one that can only be read.
+// Its default value is a block, which has a text form of its own and is none of a single number or word, a
+// level that is never above 0, or one that can only be read.
 bool TakesNoNumber(HWND control) {
-    constexpr std::string_view names[] = {"CONDITIONALLED", "EQ",       "IWAVEIN", "MINIEQ",
-                                          "MINIXOVER",      "XIPCHECK", "XOVER"};
+    constexpr std::string_view names[] = {"CONDITIONALLED", "EQ",        "IWAVEIN",   "MINIDELAY", "MINIDYNAMICS",
+                                          "MINIEQ",         "MINIROUTING", "MINIXOVER", "XIPCHECK",  "XOVER"};
     return std::ranges::find(names, ClassOf(control)) != std::end(names);
 }
 

@@ -49,6 +49,16 @@ TEST_CASE("simulated dynamics listen to their source and reduce it") {
     test.Set("in", "-60");
     CHECK(test.Reaches("gate1.reduction", -20));
     CHECK(test.Reaches("out", -80));
+    // Half of the octaves are left by each of the two.
+    test.panel.Declare("DSP*band=channeleq,,,0,Hipass,12 dB,632 Hz,0 dB,0.7\nDSP*out=through,band\n"
+                       "DSP*filters=xoverfilters,,,OFF,80 Hz,BUTT24,632 Hz\nDSP*low=float,-200,18,0,dB\n"
+                       "DSP*low=follow,in\nDSP*low=through,filters\n");
+    ph_Tick(test.panel.Root());
+    CHECK(test.Number("out") == doctest::Approx(-63).epsilon(0.01));
+    CHECK(test.Number("low") == doctest::Approx(-63).epsilon(0.01));
+    test.Set("band", "1");
+    ph_Tick(test.panel.Root());
+    CHECK(test.Number("out") == -60);
     // What is declared anew as something else stops nothing.
     test.panel.Declare("DSP*comp.on=text,,,yes\nDSP*gate1.ratio=text,,,x\n");
     CHECK(test.Reaches("comp.reduction", 0));

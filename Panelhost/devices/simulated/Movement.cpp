@@ -46,12 +46,28 @@ float SimulatedDevice::MixedLevel(const Parameter& parameter) const {
 
 float SimulatedDevice::GainThrough(const std::vector<std::string>& stages) const {
     float gain = 0;
+    std::vector<logic::Filter> filters;
+    const auto pass = [&](const std::optional<logic::Filter>& filter) {
+        if (filter) { // one that cannot be changes nothing
+            filters.push_back(*filter);
+        }
+    };
     for (const std::string& stage : stages) {
-        if (SourceValue(stage + ".on") != 0) {
-            gain += SourceValue(stage + ".reduction") + SourceValue(stage + ".gain");
+        const Parameter* block = Source(stage);
+        if (block == nullptr) { // dynamics, which have no value of their own
+            if (SourceValue(stage + ".on") != 0) {
+                gain += SourceValue(stage + ".reduction") + SourceValue(stage + ".gain");
+            }
+        } else if (const logic::EqBand* band = block->Band()) {
+            if (band->bypass == 0) {
+                pass(logic::Filter::OfBand(*band, logic::SIMULATED_RATE));
+            }
+        } else if (const logic::CrossoverFilters* pair = block->Filters()) {
+            pass(logic::Filter::OfCrossover(pair->highPass, true, logic::SIMULATED_RATE));
+            pass(logic::Filter::OfCrossover(pair->lowPass, false, logic::SIMULATED_RATE));
         }
     }
-    return gain;
+    return gain + logic::GainOfMusic(filters);
 }
 
 void SimulatedDevice::Move(Parameter& parameter, std::uint32_t elapsed) {
