@@ -116,7 +116,7 @@ TEST_CASE("a delay is shown and stepped in any unit, and keeps its own") {
     };
     const Row<std::string, ShownUnit, DelaySetting, int, bool> steps[] = {
         {{Milliseconds, foot, 1, false}, "10.00 ms"},   {{Milliseconds, foot, -1, true}, "8.80 ms"},
-        {{Metres, foot, -4, false}, "0.00 m"},          {{Samples, foot, 1, true}, "428 samples"},
+        {{Metres, foot, -4, false}, "0.00 m"},          {{Samples, foot, 1, true}, "427 samples"},
         {{Samples, {0, 3, 1}, -1, false}, "2 samples"}, {{Milliseconds, {0, 3, 99}, 1, false}, "0.00 ms"}};
     CheckRows(stepped, steps);
     CHECK(StepDelayIn(Metres, foot, 1, false, 48000).unit == 2);
