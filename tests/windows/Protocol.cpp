@@ -71,8 +71,9 @@ bool HasValue(HWND control) {
 // Its default value is a block, which has a text form of its own and is none of a single number or word, a
 // level that is never above 0, or one that can only be read.
 bool TakesNoNumber(HWND control) {
-    constexpr std::string_view names[] = {"CONDITIONALLED", "EQ",        "IWAVEIN",   "MINIDELAY", "MINIDYNAMICS",
-                                          "MINIEQ",         "MINIROUTING", "MINIXOVER", "XIPCHECK",  "XOVER"};
+    constexpr std::string_view names[] = {"CONDITIONALLED", "EQ",     "IWAVEIN",     "MINIDELAY",
+                                          "MINIDYNAMICS",   "MINIEQ", "MINIROUTING", "MINIXOVER",
+                                          "XIPCHECK",       "XOVER"};
     return std::ranges::find(names, ClassOf(control)) != std::end(names);
 }
 

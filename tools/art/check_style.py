@@ -14,7 +14,7 @@ sys.dont_write_bytecode = True  # no cache folders in the source tree
 from style import COLOURS, contrast
 
 ROOT = Path(__file__).resolve().parents[2]
-PANELS = ("Levels.panel", "Stage.panel")
+PANELS = ("Levels.panel", "Processor.panel", "Stage.panel")
 MOST_COLOURS = 12
 TEXT_CONTRAST = 4.5
 MARK_CONTRAST = 3.0
@@ -22,6 +22,8 @@ GRID = 8
 TYPE_FACE = "Tahoma"
 # Two windows that are one thing may touch between two lines of the grid.
 OFF_GRID = 4
+# Their size is given, by their picture or for good.
+OWN_SIZE = ("EQ", "KNOB", "XOVER")
 
 faults = []
 
@@ -78,7 +80,9 @@ def check_panel(path):
         if re.search(r"\*font=", line) and f"*font={TYPE_FACE}," not in line:
             fault(line, "another type face")
         place = re.fullmatch(r'control=\S+ \S+ ".*" \S+ (\d+),(\d+),(\d+),(\d+)', line)
-        if place and any(int(edge) % OFF_GRID for edge in place.groups()):
+        has_own_size = line.split()[1:2] and line.split()[1] in OWN_SIZE
+        edges = place.groups()[: 2 if has_own_size else 4] if place else ()
+        if any(int(edge) % OFF_GRID for edge in edges):
             fault(line, "off the grid")
         is_scale = line.split()[1:2] == ["SCALE"]  # as near to its control as the grid allows
         if place and not is_scale and any(int(edge) % GRID for edge in place.groups()[:2]):

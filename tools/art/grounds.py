@@ -100,6 +100,34 @@ STAGE = Ground(
 )
 
 
+PROCESSOR = Ground(
+    1128,
+    792,
+    groups=(
+        (16, 16, 112, 400),
+        (128, 16, 320, 400),
+        (336, 16, 904, 400),
+        (920, 16, 1112, 400),
+        (16, 416, 176, 616),
+        (16, 632, 176, 776),
+        (192, 416, 472, 776),
+        (488, 416, 1112, 776),
+    ),
+    wells=(
+        (56, 56, 80, 344),
+        *((left + 16, 56, left + 176, 200) for left in (128, 920)),
+        (272, 224, 288, 368),
+        (352, 56, 888, 200),
+        (32, 456, 160, 512),
+        (32, 552, 160, 608),
+        (208, 456, 456, 688),
+        *((left, 704, left + 8, 760) for left in range(216, 457, 32)),
+        (504, 456, 1096, 584),
+    ),
+)
+
+
 def pictures():
+    yield Picture("app/Controls/Panel_processor.png", (picture_of(PROCESSOR),), png)
     yield Picture("app/Controls/Panel_stage.png", (picture_of(STAGE),), png)
     yield Picture("app/Controls/Panel_levels.png", (picture_of(LEVELS),), png)

@@ -121,7 +121,7 @@ def curtain(width, height, opened):
     return canvas
 
 
-KEYS = {"160x24": (160, 24, "blue"), "160x32": (160, 32, "blue")}
+KEYS = {"160x24": (160, 24, "blue"), "160x32": (160, 32, "blue"), "40x16": (40, 16, "green")}
 CURTAIN_FRAMES = 9
 
 
