@@ -13,6 +13,7 @@ namespace {
 constexpr int SIDE_OF_MATRIX = 640;
 constexpr int PAINTINGS = 20;
 constexpr int OUTPUTS = 64;
+constexpr int CELL = SIDE_OF_MATRIX / OUTPUTS;
 
 // A device with the crosspoints, in a file that goes with it.
 class MatrixFile {
@@ -54,15 +55,15 @@ Workload Paint(HWND window) {
     };
 }
 
-// Seconds for one click and what it paints, along a row.
-Workload Click(HWND matrix, int cell) {
+// Seconds for one click and what it paints, on places side by side.
+Workload Click(HWND window, int step) {
     return [=] {
         Settle();
         const double start = Now();
         for (int i = 0; i < PAINTINGS; ++i) {
-            SendMessageA(matrix, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(i * cell + cell / 2, cell / 2));
-            SendMessageA(matrix, WM_LBUTTONUP, 0, 0);
-            UpdateWindow(matrix);
+            SendMessageA(window, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(i * step + CELL / 2, CELL / 2));
+            SendMessageA(window, WM_LBUTTONUP, 0, 0);
+            UpdateWindow(window);
         }
         return (Now() - start) / PAINTINGS;
     };
@@ -86,6 +87,8 @@ void MeasureMatrices(Report& report) {
     UpdateWindow(matrix);
     report.Measure("paint a matrix of 64 x 64", Paint(matrix), "bare window, one BitBlt", Paint(blit),
                    Unit::Seconds, RatioUpTo(4), 25);
-    report.Measure("click a crosspoint of it", Click(matrix, SIDE_OF_MATRIX / OUTPUTS),
-                   "bare window, one BitBlt", Paint(blit), Unit::Seconds, RatioUpTo(1), 25);
+    const HWND key = panel.Add("BTRISTATEBUTTON", 0, {CELL, CELL});
+    Load(key, "function=DSP*route64_64");
+    report.Measure("click a crosspoint of it", Click(matrix, CELL), "a switch button of the size of one",
+                   Click(key, 0), Unit::Seconds, RatioUpTo(2), 25);
 }

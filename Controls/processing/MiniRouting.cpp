@@ -500,10 +500,20 @@ std::vector<logic::Spot> Rounded(double left, double top, double right, double b
     return outline;
 }
 
-bool Overlap(const RECT& one, const RECT& other) {
-    RECT both{};
-    return IntersectRect(&both, &one, &other) != FALSE;
+// What of the view is painted on.
+RECT SeenOf(const Canvas& canvas) {
+    RECT seen{};
+    GetClipBox(canvas.Dc(), &seen);
+    return seen;
 }
+
+// The cells, of so many, that a stretch of pixels touches.
+struct Span {
+    Span(int from, int to, int cell, int count)
+        : first(std::clamp(from / cell, 0, count)), end(std::clamp((to + cell - 1) / cell, 0, count)) {}
+
+    int first, end;
+};
 
 } // namespace
 
@@ -538,16 +548,19 @@ void MINIROUTINGPROPERTIES::DrawCell(Canvas& canvas, const RECT& box, Crosspoint
 void MINIROUTINGPROPERTIES::DrawCells(Canvas& canvas) const {
     const RoutingLayout layout = Layout();
     const Crosspoint first = First();
+    const RECT area = ViewArea();
+    const RECT seen = SeenOf(canvas);
+    const Span rows(seen.top - area.top - layout.top, seen.bottom - area.top - layout.top, layout.cell,
+                    layout.rows);
+    const Span columns(seen.left - area.left - layout.left, seen.right - area.left - layout.left, layout.cell,
+                       layout.columns);
     std::optional<RECT> drawn[3];
-    RECT seen{}; // of the picture that is painted on
-    GetClipBox(canvas.Dc(), &seen);
-    for (int row = 0; row < layout.rows; ++row) {
-        for (int column = 0; column < layout.columns; ++column) {
+    for (int row = rows.first; row < rows.end; ++row) {
+        for (int column = columns.first; column < columns.end; ++column) {
             const Crosspoint place{first.input + row, first.output + column};
-            const RECT box = BoxOf(layout.CellBox(place, first));
-            if (!Overlap(box, seen)) {
-                continue;
-            }
+            const auto cell = layout.CellBox(place, first);
+            const RECT box{area.left + cell.left, area.top + cell.top, area.left + cell.right,
+                           area.top + cell.bottom};
             auto& sample = drawn[static_cast<int>(matrix_[place])];
             if (sample) {
                 BitBlt(canvas.Dc(), box.left, box.top, layout.cell, layout.cell, canvas.Dc(), sample->left,
@@ -601,25 +614,30 @@ void MINIROUTINGPROPERTIES::DrawColumnName(const Canvas& canvas, int output, COL
 void MINIROUTINGPROPERTIES::DrawNames(Canvas& canvas) const {
     const RoutingLayout layout = Layout();
     const Crosspoint first = First();
-    for (int input = first.input; layout.left > 0 && input < first.input + layout.rows; ++input) {
-        if (RECT box = RowNameBox(input); Overlap(box, canvas.Area())) {
-            const bool isMarked = IsMarked(&Crosspoint::input, input);
-            if (isMarked) {
-                canvas.Box(box, Shade(textColour, 0.2));
-            }
-            InflateRect(&box, -NAME_MARGIN, 0);
-            canvas.Text(NameOf(inputTexts_, input), box, font.Get(), Shade(textColour, isMarked ? 1 : 0.7),
-                        DT_RIGHT | DT_VCENTER | DT_END_ELLIPSIS);
+    const RECT area = ViewArea();
+    const RECT seen = SeenOf(canvas);
+    const Span rows(seen.top - area.top - layout.top, seen.bottom - area.top - layout.top, layout.cell,
+                    layout.rows);
+    const Span columns(seen.left - area.left - layout.left, seen.right - area.left - layout.left, layout.cell,
+                       layout.columns);
+    for (int row = rows.first; seen.left < area.left + layout.left && row < rows.end; ++row) {
+        const int input = first.input + row;
+        RECT box = RowNameBox(input);
+        const bool isMarked = IsMarked(&Crosspoint::input, input);
+        if (isMarked) {
+            canvas.Box(box, Shade(textColour, 0.2));
         }
+        InflateRect(&box, -NAME_MARGIN, 0);
+        canvas.Text(NameOf(inputTexts_, input), box, font.Get(), Shade(textColour, isMarked ? 1 : 0.7),
+                    DT_RIGHT | DT_VCENTER | DT_END_ELLIPSIS);
     }
-    for (int output = first.output; layout.top > 0 && output < first.output + layout.columns; ++output) {
-        if (const RECT box = ColumnNameBox(output); Overlap(box, canvas.Area())) {
-            const bool isMarked = IsMarked(&Crosspoint::output, output);
-            if (isMarked) {
-                canvas.Box(box, Shade(textColour, 0.2));
-            }
-            DrawColumnName(canvas, output, Shade(textColour, isMarked ? 1 : 0.7));
+    for (int column = columns.first; seen.top < area.top + layout.top && column < columns.end; ++column) {
+        const int output = first.output + column;
+        const bool isMarked = IsMarked(&Crosspoint::output, output);
+        if (isMarked) {
+            canvas.Box(ColumnNameBox(output), Shade(textColour, 0.2));
         }
+        DrawColumnName(canvas, output, Shade(textColour, isMarked ? 1 : 0.7));
     }
 }
 
