@@ -70,7 +70,7 @@ TEST_CASE("a host answers when the answer is its own, and is gone after so many 
     HWND check = panel.Create("XIPCHECK", "Hosts");
     CHECK(SendMessageA(check, CWM_GETCONTROLTYPE, 0, 0) == DATATYPE_INTEGER);
     const LostRequests lost;
-    for (const char* line : {"function=AMP1*hosts", "timeout=50", "tries=3"}) {
+    for (const char* line : {"function=AMP1*hosts", "timeout=300", "tries=3"}) {
         CHECK(Load(check, line) == 1);
     }
     CHECK(Load(check, std::string("host=127.0.0.1; ") + DEAD + ";127.0.0.2;no.such.host.invalid") == 1);
@@ -121,7 +121,7 @@ TEST_CASE("a lamp with a text where it is to be visible, which can be clicked") 
     const auto colour = [&] { return Picture(check).At(12, 22); };
     CHECK(colour() == logic::PANEL_WELL);
     CHECK(Load(check, "tries=1") == 1);
-    CHECK(Load(check, "timeout=50") == 1);
+    CHECK(Load(check, "timeout=500") == 1);
     const LostRequests lost;
     const std::pair<std::string, COLORREF> rows[] = {{"127.0.0.1", logic::PANEL_GREEN},
                                                      {std::string("127.0.0.1;") + DEAD, logic::PANEL_YELLOW},

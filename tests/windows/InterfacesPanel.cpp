@@ -175,7 +175,7 @@ void LiveShortly(std::mt19937& random) {
 // OSMIR_ROUNDS in the environment: how many rounds, where it is to be more.
 TEST_CASE("destroyed at any moment the controls end, and nothing is left once the last call has returned") {
     const char* wanted = std::getenv("OSMIR_ROUNDS");
-    const int rounds = wanted != nullptr ? std::atoi(wanted) : 24;
+    const int rounds = wanted != nullptr ? std::atoi(wanted) : 16;
     Sound().Reset({"Line"}, {"Line"}, 20);
     MailLibrary().Reset();
     const auto header = logic::WaveHeader({1, 16, 8000, false}, 4000);
@@ -195,7 +195,7 @@ TEST_CASE("destroyed at any moment the controls end, and nothing is left once th
             }));
         }
     };
-    live(8); // caches fill
+    live(4); // caches fill
     const Resources before = CountResources();
     live(rounds);
     Resources after = before;

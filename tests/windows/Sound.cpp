@@ -351,8 +351,9 @@ TEST_CASE("a recording is what came in, and its header is right at any moment") 
     CHECK(Load(test.input, "record=1") == 0); // it does not run
     test.Run();
     CHECK(Load(test.input, "record=1", LOAD_FROM_FILE) == 0);
-    CHECK(Load(test.input, "record=1") == 1);
     CHECK(Load(test.output, "value=1") == 1);
+    CHECK(Await([] { return !Double().TakePlayed().empty(); }));
+    CHECK(Load(test.input, "record=1") == 1);
     const std::string path = InTemp("rec2.wav");
     // While it is being written, what the header promises is there.
     std::uint32_t promised = 0;
@@ -376,7 +377,7 @@ TEST_CASE("a recording is what came in, and its header is right at any moment") 
     const std::size_t begin = recorded.find_first_not_of('\0') & ~std::size_t{3};
     const std::string heard = recorded.substr(begin);
     CHECK(heard.size() > 50'000);
-    CHECK(samples.compare(0, heard.size(), heard) == 0);
+    CHECK(samples.compare(samples.find(heard.substr(0, 1000)), heard.size(), heard) == 0);
     CHECK(CopyFileA(path.c_str(), InTemp("recorded.wav").c_str(), FALSE)); // for a reader that is not ours
     CHECK(ReadBytes(InTemp("rec.wav")) == "somebody else's");
 
@@ -439,14 +440,20 @@ TEST_CASE("whatever the system refuses is told, and nothing is kept that it has 
         CHECK(Await([&] { return trace.CountContaining("Sound ") > 0; }));
         Double().Fail(function, 0);
     };
-    for (const char* function : OUTPUT_FUNCTIONS) {
-        INFO(std::string(function));
-        CHECK(LeftBehind(1, [&] { use(function, false); }) == "");
-    }
-    for (const char* function : INPUT_FUNCTIONS) {
-        INFO(std::string(function));
-        CHECK(LeftBehind(1, [&] { use(function, true); }) == "");
-    }
+    const auto useAll = [&] {
+        for (const char* function : OUTPUT_FUNCTIONS) {
+            INFO(std::string(function));
+            use(function, false);
+        }
+        for (const char* function : INPUT_FUNCTIONS) {
+            INFO(std::string(function));
+            use(function, true);
+        }
+    };
+    useAll(); // caches fill
+    const Resources before = CountResources();
+    useAll();
+    CHECK(Await([&] { return CountResources().Settled(before).IsAtMost(before); }));
 }
 
 TEST_SUITE_END();

@@ -69,6 +69,10 @@ void WavePlayer::Run() {
         if (!fault.empty()) {
             TRACE("Sound output: %s %s\n", order.name.c_str(), fault.c_str());
         }
+        {
+            const std::lock_guard guard(lock_);
+            progress_ = {}; // of whatever comes next nothing has been played yet
+        }
         calls_.Run(window_, stop_.Get(), [ended = ended_, number = order.number] { ended(number); });
     }
 }
