@@ -82,8 +82,8 @@ private:
     bool SwitchOn(const VALUERECORD* record);
     void WakeIf(bool isNeeded);
 
-    std::vector<std::unique_ptr<Parameter>> parameters_; // the four of its own at the end
-    std::unordered_map<std::string, Parameter*> byKeyword_;
+    std::vector<std::unique_ptr<Parameter>> parameters_;         // the four of its own at the end
+    std::unordered_map<std::string_view, Parameter*> byKeyword_; // by the names that are declared
     std::size_t declared_ = 0;
     std::vector<logic::RemoteParameter> own_;
     logic::DeviceUpdate status_;

@@ -27,6 +27,11 @@ bool ReadLines(const std::string& path, const std::function<std::string(std::str
     return file.IsOpen() && !file.HasFailed();
 }
 
+void Fault(PanelRoot& root, const std::string& what) {
+    TRACE("%s\n", what.c_str());
+    root.deviceFaults.push_back(what);
+}
+
 bool DeclareDevice(PanelRoot& root, const std::string& name, std::string_view text,
                    const ReadDeviceLines& read) {
     const std::string_view word = text.substr(0, text.find(','));
@@ -35,16 +40,16 @@ bool DeclareDevice(PanelRoot& root, const std::string& name, std::string_view te
     std::string why;
     auto device = kind == std::end(KINDS) ? nullptr : (*kind)->create(text, read, why);
     if (device == nullptr) {
-        root.deviceFaults.push_back(name + ": " + (why.empty() ? "it cannot be declared" : why));
+        Fault(root, name + ": " + (why.empty() ? "it cannot be declared" : why));
         return false;
     }
     if (!device->Register(&root, name.c_str())) {
-        root.deviceFaults.push_back(name + ": the name is none, or taken");
+        Fault(root, name + ": the name is none, or taken");
         return false;
     }
     device->deviceKind = *kind;
     if (device->OnInitialize(0, 0) == 0) {
-        root.deviceFaults.push_back(name + ": there are too many devices");
+        Fault(root, name + ": there are too many devices");
         return false;
     }
     device.release(); // the root owns it now

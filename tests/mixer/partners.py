@@ -9,6 +9,7 @@ that takes texts and answers each with one:
   synth start  the port of a synthesizer (zynaddsubfx), started anew    send PORT ADDRESS TYPES VALUES  by oscsend
   synth stop   kills it                                                 dump   what oscdump has printed, and its port
 
+OSMIR_PARTNER_ROUNDS=50 makes the tests kill the mixer 50 times, and flood the panel for 50 seconds.
 "none" is answered for programs that are not installed; in CI that is a failure here.
 """
 import os

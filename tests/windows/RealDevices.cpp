@@ -167,12 +167,19 @@ TEST_CASE("a mixer is operated, and operates the panel") {
     Load(fader, "properties=-90,10,0");
     Load(fader, "function=FOH*ch01.fader");
     CHECK(panel.State("FOH*ch01.fader") == PH_STATE_UNKNOWN);
+    HWND relative = panel.Create("FADER", "Relative");
+    Load(relative, "properties=-90,10,0");
+    Load(relative, "relative=1");
+    Load(relative, "function=FOH*ch05.fader");
+    SetValue(relative, 5); // nobody knows from where
     REQUIRE(panel.Until([&] { return a_CountNotLive(panel.Root()) == 0; }));
     CHECK(panel.Parameter("FOH*state") == "live");
     CHECK(panel.Parameter("FOH*online") == "1");
     CHECK(panel.Parameter("FOH*model").find("X32") != std::string::npos);
     REQUIRE(panel.ShowsWhat(mixer));
     CHECK(a_WhyNotLive(&ObjectOf(fader)) == "");
+    CHECK(panel.Until([&] { return panel.State("FOH*ch05.fader") == PH_STATE_LIVE; }));
+    CHECK(mixer.Ask("writes /ch/05/mix/fader").starts_with("0 "));
 
     // A fader that is dragged: it does not move back, and not too much is sent.
     for (int i = 1; i <= 150; ++i) {

@@ -139,6 +139,7 @@ std::optional<DeviceProfile> DeviceProfileReader::Finish(std::string& why) {
             why = std::string("The profile has no range ") + letter;
         }
     }
+    profile_.parameters.shrink_to_fit(); // it stays as it is, for as long as the device
     return why.empty() ? std::optional(std::move(profile_)) : std::nullopt;
 }
 

@@ -41,6 +41,7 @@ OscLink::OscLink(std::shared_ptr<const DeviceProfile> profile, std::string name,
       next_(profile_->parameters.size()),
       blocks_(profile_->meters.size()),
       bound_(profile_->parameters.size()) {
+    cells_.reserve(profile_->parameters.size());
     for (std::size_t number = 0; number < profile_->parameters.size(); ++number) {
         const ProfileParameter& parameter = Parameter(number);
         next_[number] = number;
