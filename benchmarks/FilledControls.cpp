@@ -44,7 +44,7 @@ constexpr Content CONTENTS[] = {
     {.className = "MINIDELAY", .lines = "connection=Control|value=0,20 ms|caption=Delay"},
     {.className = "MINIDYNAMICS", .lines = "connection=Control|value=-30|caption=Compressor"},
     {.className = "MINIEDIT", .lines = "caption=Gate|connection=Control|value=1"},
-    {.className = "MINIROUTING", .lines = "inputs=64|outputs=64|routes=DSP*route%i_%o"},
+    {.className = "MINIROUTING", .lines = "routes=DSP*route%i_%o"},
     {.className = "DANTECONTROL", .lines = "", .parts = {"COMBOBOX", BLIT_CLASS}, .painting = 1.2},
 };
 

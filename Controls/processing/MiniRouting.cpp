@@ -69,6 +69,7 @@ public:
 private:
     enum class Grip { None, Cells, HorizontalBar, VerticalBar };
 
+    void Measure() const;
     RoutingLayout Layout() const;
     Crosspoint First() const { return Layout().Limited(first_); }
     void Scroll(Crosspoint first);
@@ -105,10 +106,12 @@ private:
     PatternList outputNames_;
     std::vector<std::string> inputTexts_;
     std::vector<std::string> outputTexts_;
-    Font upright_; // the font, turned
-    int nameWidth_ = 0;
-    int nameHeight_ = 0; // of the longest name of an output, when it stands upright
-    int lineHeight_ = 0;
+    // What follows from font and names.
+    mutable bool isMeasured_ = false;
+    mutable Font upright_; // the font, turned
+    mutable int nameWidth_ = 0;
+    mutable int nameHeight_ = 0; // of the longest name of an output, when it stands upright
+    mutable int lineHeight_ = 0;
 
     Crosspoint first_;  // the upper left one that is seen
     Crosspoint cursor_; // that keys work on
@@ -185,7 +188,6 @@ void MINIROUTINGPROPERTIES::SetDefaults() {
     routes_.Attach(*this);
     inputNames_.Attach(*this);
     outputNames_.Attach(*this);
-    FontChanged();
 }
 
 void MINIROUTINGPROPERTIES::SizeChanged() {
@@ -361,6 +363,16 @@ bool MINIROUTINGPROPERTIES::Read(const std::string& text) {
 // Layout
 
 void MINIROUTINGPROPERTIES::FontChanged() {
+    isMeasured_ = false;
+    Redraw();
+}
+
+// Only when it is seen: until then names and font can change several times.
+void MINIROUTINGPROPERTIES::Measure() const {
+    if (isMeasured_) {
+        return;
+    }
+    isMeasured_ = true;
     LOGFONTA face{};
     GetObjectA(font.Get(), sizeof face, &face);
     face.lfEscapement = face.lfOrientation = 900;
@@ -380,10 +392,10 @@ void MINIROUTINGPROPERTIES::FontChanged() {
     };
     nameWidth_ = longest(inputTexts_, inputs);
     nameHeight_ = longest(outputTexts_, outputs);
-    Redraw();
 }
 
 RoutingLayout MINIROUTINGPROPERTIES::Layout() const {
+    Measure();
     const RECT area = ViewArea();
     logic::RoutingSpace space{static_cast<int>(area.right - area.left),
                               static_cast<int>(area.bottom - area.top),
