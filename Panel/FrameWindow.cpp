@@ -27,6 +27,17 @@ std::string NameOf(const std::string& file) {
     return file.empty() ? "Untitled" : FileName(file);
 }
 
+StatusBar::Devices DevicesOf(const PanelWindow& panel) {
+    StatusBar::Devices devices;
+    for (const auto& [name, status] : panel.Devices()) {
+        const std::string why = a_WhyNotLive(status);
+        ++devices.count;
+        devices.notLive += why.empty() ? 0 : 1;
+        devices.states += (devices.count == 1 ? "" : "\r\n") + name + ": " + (why.empty() ? "live" : why);
+    }
+    return devices;
+}
+
 } // namespace
 
 FrameWindow::FrameWindow(const CommandLine& commandLine, const Reporter& reporter,
@@ -375,7 +386,10 @@ void FrameWindow::ShowWarnings() {
 void FrameWindow::ShowNotice() {
     std::vector<UnreadLine> lines = panel_->Unread();
     oldFile_.SetFile(lines.empty() ? "" : file_);
-    notice_.SetText(UnreadSummary(lines));
+    const std::string& fault = panel_->DeviceFault();
+    const std::string unread = UnreadSummary(lines);
+    notice_.SetText(fault + (fault.empty() || unread.empty() ? "" : " ") + unread,
+                    lines.empty() ? CMD_VIEW_TRACE : CMD_VIEW_UNREAD);
     if (lines.empty() && unread_.IsShown()) {
         unread_.Show(false);
     }
@@ -478,6 +492,7 @@ void FrameWindow::Refresh() {
         FitToPanel();
     }
     status_.SetText(panel_->StatusText());
+    status_.SetDevices(DevicesOf(*panel_));
     status_.SetMessageCount(log_.MessageCount());
     toolbar_.Update(panel_->Edit());
     trace_.Update();

@@ -33,13 +33,14 @@ bool NoticeBar::Create(HWND frame, HFONT font) {
     if (!Window::Create("PanelNotice", "", WS_CHILD | WS_CLIPCHILDREN, 0, {}, frame, nullptr, nullptr)) {
         return false;
     }
-    show_ = MakeButton("Show", CMD_VIEW_UNREAD);
+    show_ = MakeButton("Show", 0);
     close_ = MakeButton("Close", CMD_CLOSE_NOTICE);
     return show_ && close_;
 }
 
-void NoticeBar::SetText(const std::string& text) {
+void NoticeBar::SetText(const std::string& text, int command) {
     text_ = text;
+    SetWindowLongA(show_, GWL_ID, command);
     SetWindowTextA(Handle(), text.c_str());
     ShowWindow(Handle(), text.empty() ? SW_HIDE : SW_SHOWNA);
     InvalidateRect(Handle(), nullptr, FALSE);

@@ -9,8 +9,8 @@
 class NoticeBar : public Window {
 public:
     bool Create(HWND frame, HFONT font);
-    // Empty for nothing. The frame arranges itself anew afterwards.
-    void SetText(const std::string& text);
+    // Empty for nothing; the command of the frame shows more. The frame arranges itself anew afterwards.
+    void SetText(const std::string& text, int command = 0);
     // 0 while it tells nothing.
     int Height() const;
     void Place(int top, int width);

@@ -67,13 +67,8 @@ bool PanelWindow::Load(const PanelSource& source, LoadProgress& progress, const 
         return false;
     }
     error.clear();
-    if (const std::string& devices = source.deviceFile; !devices.empty()) {
-        error = LoadFailure(ph_LoadDevices(root_, devices.c_str()), root_, devices, "device");
-    }
+    LoadDevices(source.deviceFile);
     editor_ = std::make_unique<Editor>(Handle(), root_, warn);
-    if (!error.empty()) {
-        return false;
-    }
     ph_SetLoadProgress(root_, LoadProgress::Tell, &progress);
     const bool isLoaded = LoadControls(source, error);
     ph_SetLoadProgress(root_, nullptr, nullptr);
@@ -81,7 +76,34 @@ bool PanelWindow::Load(const PanelSource& source, LoadProgress& progress, const 
         error.clear();
         return false;
     }
+    if (source.deviceFile.empty() && HasFunctions()) {
+        deviceFault_ = "There is no device file " + FileName(WithExtension(source.panelFile, ".devices")) +
+                       " beside the panel.";
+    }
     return isLoaded;
+}
+
+// A panel without its devices is shown nevertheless, and says what is missing.
+void PanelWindow::LoadDevices(const std::string& file) {
+    if (file.empty()) {
+        return;
+    }
+    const int created = ph_LoadDevices(root_, file.c_str());
+    const std::string unusable = LoadFailure(created, root_, file, "device");
+    for (const std::string& fault : a_DeviceFaults(root_)) {
+        if (created >= 0) { // else the system's reason says more
+            deviceFault_ += (deviceFault_.empty() ? "" : " ") + fault + ".";
+        }
+    }
+    if (deviceFault_.empty() && !unusable.empty()) {
+        deviceFault_ = unusable + ".";
+    }
+}
+
+bool PanelWindow::HasFunctions() const {
+    const std::list<HOSTINFO*> objects = a_ListHostinfos(root_);
+    return std::any_of(objects.begin(), objects.end(),
+                       [](const HOSTINFO* object) { return !object->functions.empty(); });
 }
 
 bool PanelWindow::LoadControls(const PanelSource& source, std::string& error) {

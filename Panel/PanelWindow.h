@@ -3,10 +3,13 @@
 #include "Panel/common/Window.h"
 #include "Panel/editing/Editor.h"
 #include "Panel/lists/UnreadLines.h"
+#include "Panelhost/Devices.h"
 #include "logic/editing/RecoveryCopy.h"
 
+#include <list>
 #include <memory>
 #include <string>
+#include <utility>
 
 class HOSTINFO;
 class LoadProgress;
@@ -21,15 +24,18 @@ struct PanelSource {
 // The window of one panel with its root object, controls and devices.
 class PanelWindow : public Window {
 public:
-    // A hidden panel window in the view with what the source holds. Null when one of the files cannot be
-    // used: then the error says which and why; there is none when the progress tells that the loading was
-    // cancelled. The warning is for what goes wrong while it is edited.
+    // A hidden panel window in the view with what the source holds. Null when the panel file cannot be used:
+    // then the error says why; there is none when the progress tells that the loading was cancelled. The
+    // warning is for what goes wrong while it is edited.
     static std::unique_ptr<PanelWindow> Open(HWND view, const PanelSource& source, LoadProgress& progress,
                                              const PanelEdits::Warning& warn, std::string& error);
     ~PanelWindow() override;
 
     // Those of its file, and of what was pasted, that could not be read and are kept.
     std::vector<UnreadLine> Unread() const { return UnreadLines(root_); }
+    // Devices that are missing because of their file or its profiles, in words; empty for none.
+    const std::string& DeviceFault() const { return deviceFault_; }
+    std::list<std::pair<std::string, DEVICESTATUS>> Devices() const { return a_ListDevices(root_); }
     bool Save(const std::string& file, std::string& error);
     bool IsChanged() const;
     void Tick();
@@ -62,6 +68,8 @@ private:
     PanelWindow() = default;
     bool Load(const PanelSource& source, LoadProgress& progress, const PanelEdits::Warning& warn,
               std::string& error);
+    void LoadDevices(const std::string& file);
+    bool HasFunctions() const;
     bool LoadControls(const PanelSource& source, std::string& error);
     LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
 
@@ -72,6 +80,7 @@ private:
     HWND HoveredWindow();
 
     HOSTINFO* root_ = nullptr;
+    std::string deviceFault_;
     std::unique_ptr<Editor> editor_; // there from Open on
     HWND hovered_ = nullptr;
     POINT cursor_{-1, -1}; // where it was when the hovered window was found

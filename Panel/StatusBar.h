@@ -1,13 +1,26 @@
 #pragma once
 
+#include "Panel/DeviceLamp.h"
+
 #include <windows.h>
 
+#include <optional>
 #include <string>
+#include <vector>
 
-// The bar at the lower edge of the frame: what is under the mouse, the number of controls, and the number of
-// messages where there are any.
+// The bar at the lower edge of the frame: what is under the mouse, a lamp that tells whether all devices are
+// live where there are any, the number of controls, and the number of messages where there are any.
 class StatusBar {
 public:
+    // Of the devices of a panel.
+    struct Devices {
+        int count = 0;
+        int notLive = 0;
+        std::string states; // a line for each
+
+        bool operator==(const Devices&) const = default;
+    };
+
     StatusBar() = default;
     ~StatusBar();
     StatusBar(const StatusBar&) = delete;
@@ -21,19 +34,29 @@ public:
     void SetText(const std::string& text);
     // Draws what is new at once.
     void Update() const { UpdateWindow(bar_); }
+    void SetDevices(const Devices& devices);
     void SetControlCount(int count);
     void SetMessageCount(int count);
     // Whether the notification is a click on the number of messages.
     bool IsMessageClick(const NMHDR& header) const;
 
 private:
-    enum Part { PART_TEXT, PART_CONTROLS, PART_MESSAGES };
+    struct Part {
+        enum Kind { Text, Devices, Controls, Messages } kind;
+        std::string text;
+    };
 
+    std::vector<Part> Parts() const;
     void Arrange();
-    int TextWidth(const std::string& text) const;
+    int WidthOf(const Part& part) const;
+    void PlaceTip(const RECT& place);
 
     HWND bar_ = nullptr;
+    HWND tip_ = nullptr; // of the lamp
+    OwnedIcon lamps_[2]; // by whether all are live
     std::string text_;
+    Devices devices_;
     int controls_ = -1;
     int messages_ = -1;
+    std::optional<std::size_t> messagesPart_;
 };

@@ -70,6 +70,7 @@ public:
     virtual DEVICESTATUS OnStatus();
 
     const DeviceKind* deviceKind = nullptr; // null when no device file has made it
+    bool wasLive = false;                   // when those that are bound to it were last told
 };
 
 // The state of the device parameter at an address, PARAMETER_..., and its age where that is asked for.

@@ -71,8 +71,8 @@ public:
     virtual LRESULT OnGetTooltip(WPARAM wParam, LPARAM lParam);
     virtual LRESULT OnGetActiveLayer(WPARAM wParam, LPARAM layers); // uint64_t*: receives the active layers
     virtual LRESULT OnData(WPARAM wParam, LPARAM lParam);
-    virtual LRESULT OnIsAlive(WPARAM wParam, LPARAM lParam); // a device: 1 while it can be reached
-    virtual LRESULT OnInterfaceworking(WPARAM wParam, LPARAM lParam);
+    virtual LRESULT OnIsAlive(WPARAM wParam, LPARAM lParam);          // a device: 1 while it can be reached
+    virtual LRESULT OnInterfaceworking(WPARAM wParam, LPARAM lParam); // a DEVICE* came (1) or went (0)
     virtual LRESULT OnGetKeywords(WPARAM wParam,
                                   LPARAM names); // std::list<std::string>*: receives the keywords
     virtual LRESULT OnGetKeywords2(WPARAM wParam, LPARAM lParam);

@@ -196,7 +196,7 @@ void FADERPROPERTIES::Poll() {
     }
     if (IsRelative()) {
         offsets.Send(*this, value, COMMAND_GET);
-        ShowPollResult(REQUEST_UNCHANGED); // each connection has its own value, so none of them differs
+        ShowPollResult(WhetherLive()); // each connection has its own value, so none of them differs
         return;
     }
     float polled = value;

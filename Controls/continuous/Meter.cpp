@@ -113,8 +113,10 @@ void METERPROPERTIES::Show(int newValue) {
 void METERPROPERTIES::Poll() {
     logic::MeterAnswers answers(combine, range.minimum, range.maximum);
     int result = REQUEST_UNCHANGED;
+    bool isMissing = false;
     for (const REQUESTITEM& item : ItemsOf(requests)) {
         if (item.target == nullptr && item.handler == nullptr) {
+            isMissing = true;
             continue;
         }
         int answer = answers.Cell();
@@ -125,7 +127,7 @@ void METERPROPERTIES::Poll() {
         answers.Take();
         result = status < 0 ? REQUEST_UNREACHABLE : result;
     }
-    lastPollResult = result;
+    ShowPollResult(isMissing ? REQUEST_UNREACHABLE : result);
     if (const int combined = answers.Result(); combined != value) {
         Show(combined);
     }

@@ -35,6 +35,7 @@ public:
     KeywordList Keywords() const override;
     void SetDefaults() override;
     void Poll() override;
+    void ShowValueAnew() override { field_.Show(); }
     void Draw(HDC dc, const RECT& client) const override;
     POINT NotEqualPlace() const override;
     void LookChanged() override;
@@ -237,6 +238,7 @@ void SPINEDITPROPERTIES::Poll() {
         value = polled;
         field_.Show();
     }
+    Answered(requests, DATATYPE_FLOAT, result);
     ShowPollResult(result);
     Arrange();
 }
@@ -273,6 +275,9 @@ void SPINEDITPROPERTIES::ShowRefused(bool isRefused) {
 void SPINEDITPROPERTIES::Step(int steps) {
     if (readOnly != 0) {
         return;
+    }
+    if (hasNoValue && !field_.IsEdited()) {
+        return; // from nothing
     }
     const auto from = field_.IsEdited() ? ReadTyped(field_.Text()) : std::optional(value);
     if (!from) {

@@ -30,7 +30,7 @@ public:
     void BindingsChanged() override { PollSoon(); }
     void Poll() override;
     void Draw(HDC dc, const RECT& client) const override;
-    bool DrawsNotEqual(const RECT&) const override { return true; }
+    bool DrawsNotEqual(const RECT& client) const override { return !HasRoomForSign(client); }
 
     int Value() const { return lamp_.IsLit() ? 1 : 0; }
     std::string ConditionText() const { return condition; }
@@ -50,7 +50,6 @@ public:
 
 private:
     // At the next tick.
-    void PollSoon() { lastPoll = GetTickCount() - static_cast<DWORD>(interval) - 1; }
     int Bind(VALUERECORD& record, const BINDINGLIST& others, KEYWORDHANDLER keyword);
     void Show();
 

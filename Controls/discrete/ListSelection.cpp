@@ -258,7 +258,7 @@ void LISTSELECTIONPROPERTIES::Poll() {
     int polled = value;
     const int result = Ask(requests, DATATYPE_INTEGER, &polled);
     const bool isAnswered = !requests.empty() && result <= REQUEST_DELIVERED;
-    answer_ = std::max(result, source.Poll());
+    answer_ = std::max({result, source.Poll(), WhetherLive()}); // of what the texts go to, too
     TakeEntries();
     if (isAnswered) {
         Show(polled);

@@ -24,6 +24,7 @@ public:
     void SetDefaults() override;
     DWORD StyleToSave(DWORD style) const override;
     void Poll() override;
+    void ShowValueAnew() override { field.Show(); }
     void LookChanged() override;
     bool OffersApply() const override { return true; }
     void Apply() override { Send(); }
@@ -243,6 +244,7 @@ void EDIT2PROPERTIES::Poll() {
         Take(logic::UnescapeLines(polled));
         Show(0, true);
     }
+    Answered(requests, DATATYPE_TEXT, result);
     ShowPollResult(result);
     if (notEqual != margin.IsMarked()) {
         margin.SetMarked(notEqual);

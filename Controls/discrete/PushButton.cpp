@@ -201,7 +201,7 @@ void PUSHBUTTONPROPERTIES::SendStepped(int steps) {
 
 void PUSHBUTTONPROPERTIES::AskTargets(int& current) {
     const bool isAnswered = requests.empty() || AskForValue(requests, DATATYPE_INTEGER, &current);
-    ShowPollResult(isAnswered ? REQUEST_UNCHANGED : REQUEST_UNREACHABLE);
+    ShowPollResult(isAnswered ? WhetherLive() : REQUEST_UNREACHABLE);
 }
 
 // While held, and comparing while idle
@@ -215,16 +215,18 @@ LRESULT PUSHBUTTONPROPERTIES::OnTimer(WPARAM timer, LPARAM) {
     if (!IsAbsolute() && !dragging) {
         int current = offValue; // asked for the sign alone
         AskTargets(current);
-    } else if (repeat.IsOn()) {
+    } else if (!IsAbsolute()) {
         Repeat(now);
-    } else if (onValue != offValue && IsAbsolute()) {
+    } else if (onValue != offValue && !repeat.IsOn()) {
         Compare();
+    } else {
+        ShowPollResult(WhetherLive());
     }
     return 0;
 }
 
 void PUSHBUTTONPROPERTIES::Repeat(DWORD now) {
-    const int steps = interval == 0 || IsAbsolute() ? 0 : repeat.Steps(now);
+    const int steps = interval == 0 || !repeat.IsOn() ? 0 : repeat.Steps(now);
     if (steps > 0) {
         SendStepped(steps);
     }

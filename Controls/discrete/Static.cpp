@@ -85,8 +85,8 @@ std::string STATICPROPERTIES::Title() const {
 }
 
 void STATICPROPERTIES::TextChanged() {
-    if (shown.Text() != drawn_) {
-        drawn_ = shown.Text();
+    if (ShownText() != drawn_) {
+        drawn_ = ShownText();
         Redraw();
     }
 }
@@ -100,7 +100,7 @@ void STATICPROPERTIES::Draw(HDC dc, const RECT& client) const {
     SetBkMode(dc, TRANSPARENT);
     SelectTextColour(dc, textColor, client);
     RECT place = Place(client);
-    DrawTextA(dc, shown.Text().c_str(), -1, &place,
+    DrawTextA(dc, ShownText().c_str(), -1, &place,
               PLACES[static_cast<int>(alignment)] | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX |
                   DT_END_ELLIPSIS);
 }
@@ -108,17 +108,18 @@ void STATICPROPERTIES::Draw(HDC dc, const RECT& client) const {
 // Tooltip
 
 void STATICPROPERTIES::UpdateTip() {
+    const std::string text = ShownText();
     RECT client{};
     GetClientRect(window, &client);
     const HDC dc = GetDC(window);
     SIZE extent{};
     {
         const Selected selected(dc, font.Get());
-        GetTextExtentPoint32A(dc, shown.Text().c_str(), static_cast<int>(shown.Text().size()), &extent);
+        GetTextExtentPoint32A(dc, text.c_str(), static_cast<int>(text.size()), &extent);
     }
     ReleaseDC(window, dc);
     const RECT place = Place(client);
-    const std::string tip = extent.cx > place.right - place.left ? shown.Text() : "";
+    const std::string tip = extent.cx > place.right - place.left ? text : "";
     if (tip != tip_) {
         tip_ = tip;
         tooltip.Hover(client, logic::WrapText(tip, TIP_COLUMNS));
@@ -147,9 +148,9 @@ LRESULT CALLBACK StaticProc(HWND window, UINT message, WPARAM wParam, LPARAM lPa
     text.tooltip.Relay(message, wParam, lParam);
     switch (message) {
     case WM_GETTEXT:
-        return GetText(text.shown.Text(), wParam, reinterpret_cast<char*>(lParam));
+        return GetText(text.ShownText(), wParam, reinterpret_cast<char*>(lParam));
     case WM_GETTEXTLENGTH:
-        return static_cast<LRESULT>(text.shown.Text().size());
+        return static_cast<LRESULT>(text.ShownText().size());
     case WM_SETTEXT:
         if (lParam != 0) {
             text.SetCaption(reinterpret_cast<const char*>(lParam));

@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr int SIGN_MARGIN = 3; // around the not-equal sign
+constexpr int SIGN_PLACE = 3; // of the not-equal sign, from the left and from the top
 
 COLORREF Between(COLORREF dark, COLORREF lit, int step, int steps) {
     const auto channel = [&](BYTE from, BYTE to) { return from + (to - from) * step / steps; };
@@ -54,5 +54,5 @@ void DrawUnknownLamp(HDC dc, const RECT& client) {
 
 bool HasRoomForSign(const RECT& client) {
     const OSMIRBitmap& sign = *a_GetNotEqualSign();
-    return client.right >= sign.Width() + 2 * SIGN_MARGIN && client.bottom >= sign.Height() + 2 * SIGN_MARGIN;
+    return client.right >= SIGN_PLACE + sign.Width() && client.bottom >= SIGN_PLACE + sign.Height();
 }

@@ -12,7 +12,7 @@ struct LampColours {
 // A round lamp in a rim in the middle of the area, in one of so many steps of brightness, of which 0 is the
 // dark one.
 void DrawLamp(HDC dc, const RECT& area, int step, int steps, const LampColours& colours = {});
-// Of a value that is not known: neither lit nor dark, a grey plate that is crossed out. For a lamp that has
-// no room for the not-equal sign, which would cover all of it or show a part that says nothing.
+// Of a value that is not known: neither lit nor dark, a grey plate that is crossed out. A lamp that has room
+// for the not-equal sign shows that, too.
 void DrawUnknownLamp(HDC dc, const RECT& client);
 bool HasRoomForSign(const RECT& client);

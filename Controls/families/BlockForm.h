@@ -27,6 +27,13 @@ public:
     using Holder::value;
 
     void PollBlock() final { this->AskForBlock(); }
+    void ShowValueAnew() override {
+        for (const FormChild& row : this->Layout()) {
+            if (row.part == FormPart::Field) {
+                this->FollowField(row.id, ValueText(row.id, false));
+            }
+        }
+    }
 
     // A list whose item is unknown shows none, so that whichever is chosen is a change.
     void ShowBlock(const Block& next) final {

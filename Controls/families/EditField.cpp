@@ -1,5 +1,7 @@
 #include "Controls/families/EditField.h"
 
+#include <cstring>
+
 namespace {
 
 constexpr WPARAM CTRL_A = 0x01; // their characters
@@ -25,7 +27,7 @@ bool EditField::IsEdited() const {
 
 void EditField::Show() {
     const HWND window = field_;
-    const std::string text = owner_.TextOfValue();
+    const std::string text = control_.hasNoValue ? CONTROLPROPERTIES::NO_VALUE : owner_.TextOfValue();
     // A field that the mouse is just selecting in keeps its text as well.
     if (IsEdited() || (control_.HasFocus() && GetCapture() == window) ||
         (text == displayed_ && GetWindowTextLengthA(window) == static_cast<int>(displayed_.size()))) {
@@ -46,7 +48,11 @@ void EditField::Show() {
 }
 
 void EditField::TakeTyped(bool isLeaving) {
-    const bool taken = owner_.TakeTyped(Text());
+    std::string text = Text();
+    if (control_.hasNoValue && text.rfind(CONTROLPROPERTIES::NO_VALUE, 0) == 0) {
+        text.erase(0, std::strlen(CONTROLPROPERTIES::NO_VALUE)); // somebody has typed behind it
+    }
+    const bool taken = owner_.TakeTyped(text);
     if (taken || isLeaving || !owner_.KeepsRefused()) {
         Restore();
     }

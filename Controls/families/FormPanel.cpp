@@ -266,7 +266,8 @@ bool FORMPROPERTIES::IsTyped(int id) const {
     return FieldText(id) != shown_[static_cast<std::size_t>(RowOf(id) - Layout().data())];
 }
 
-void FORMPROPERTIES::ShowField(int id, const std::string& text) {
+void FORMPROPERTIES::ShowField(int id, const std::string& value) {
+    const std::string text = hasNoValue ? NO_VALUE : value;
     if (std::string& shown = ShownText(id); shown != text || IsTyped(id)) {
         shown = text;
         SetWindowTextA(Item(id), text.c_str());

@@ -84,7 +84,7 @@ public:
     void Select(int listId, int item) const; // none where the list has no such item
     void Check(int id, bool isDown) const;
     // Puts a text into a field. The second leaves a field alone that is being typed in.
-    void ShowField(int id, const std::string& text);
+    void ShowField(int id, const std::string& value);
     void FollowField(int id, const std::string& text);
     // What was typed into a field and is not committed yet.
     std::optional<std::string> Typed(int id) const;

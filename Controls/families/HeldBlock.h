@@ -79,6 +79,7 @@ public:
                 isNew = isNew || part.odd != before;
             }
             part.lastResult = result;
+            Owner().Answered(*part.asked, part.datatype, result);
             worst = std::max({worst, result, part.odd ? REQUEST_DISAGREE : REQUEST_UNCHANGED});
         }
         if (isNew || next != value) {

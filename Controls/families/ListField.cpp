@@ -78,6 +78,9 @@ std::string ListField::ValueOfCaption(const std::string& text) const {
 }
 
 std::string ListField::ShownText() const {
+    if (control_.hasNoValue) {
+        return CONTROLPROPERTIES::NO_VALUE;
+    }
     const std::string value = owner_.HeldValue();
     const int line = PlaceOf(value);
     return line == CB_ERR ? logic::OneLine(value)
@@ -106,7 +109,7 @@ void ListField::Show() {
     if (IsBusy()) {
         return;
     }
-    place_ = PlaceOf(owner_.HeldValue());
+    place_ = control_.hasNoValue ? CB_ERR : PlaceOf(owner_.HeldValue());
     if (System(CB_GETCURSEL) != place_) {
         System(CB_SETCURSEL, static_cast<WPARAM>(place_));
     }
@@ -296,7 +299,7 @@ bool ListField::TakeTyped(const std::string& text) {
 
 LRESULT ListField::HandleTyping(const ChildMessage& of) {
     // The control keeps the focus until the field has asked whether it was typed into.
-    if (of.message == WM_PAINT) {
+    if (FieldMargin::IsPainting(of.message)) {
         return margin_.Paint(of.message, of.wParam, [&] { return HandleAsPart(control_, of).value_or(0); });
     }
     if (const auto answer = of.message == WM_KILLFOCUS ? std::nullopt : HandleAsPart(control_, of)) {

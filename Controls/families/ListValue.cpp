@@ -58,6 +58,7 @@ void LISTPROPERTIES::Poll() {
         value = text;
         list.Show();
     }
+    Answered(requests, DATATYPE_TEXT, result);
     const bool wasNotEqual = notEqual;
     ShowPollResult(listed > REQUEST_DELIVERED ? std::max(listed, result) : result);
     if (notEqual != wasNotEqual) {

@@ -13,6 +13,7 @@ public:
     explicit LISTPROPERTIES(const HWND& listWindow) : list(*this, listWindow, *this) {}
 
     void Poll() override;
+    void ShowValueAnew() override { list.Show(); }
     bool OffersApply() const override { return true; }
     void Apply() override { Send(); }
 

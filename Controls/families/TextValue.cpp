@@ -122,7 +122,9 @@ void TEXTPROPERTIES::Poll() {
         ShowPollResult(REQUEST_UNCHANGED); // it may have been bound before
         return;
     }
-    ShowPollResult(shown.Type() == logic::ValueType::Text ? PollText() : PollNumber());
+    const int result = shown.Type() == logic::ValueType::Text ? PollText() : PollNumber();
+    Answered(requests, ControlType(), result);
+    ShowPollResult(result);
 }
 
 // Keywords

@@ -13,12 +13,15 @@ public:
     void SetDefaults() override;
     int ControlType() const override;
     void Poll() override;
+    void ShowValueAnew() override { TextChanged(); }
 
     virtual std::string Title() const = 0; // that the window was created with
     virtual void TextChanged() = 0;        // what is shown is another text, unless it looks the same
     // Changes a value that is set by a record, before it is taken.
     virtual float Limited(float number) const { return number; }
 
+    // What stands in the control.
+    std::string ShownText() const { return hasNoValue ? NO_VALUE : shown.Text(); }
     // Makes a text what is shown. True.
     bool SetCaption(const std::string& text);
     // What is shown has changed by anything but a poll.

@@ -2,6 +2,7 @@
 
 #include "Controls/framework/Control.h"
 
+#include "Panelhost/Devices.h"
 #include "Panelhost/PropertyLines.h"
 #include "Panelhost/PropertyList.h"
 #include "Panelhost/PropertyValues.h"
@@ -173,8 +174,8 @@ LRESULT CONTROLPROPERTIES::OnGetTooltip(WPARAM, LPARAM lParam) {
         VALUERECORD record = VALUERECORD::GetText(value);
         OnMessage(0, reinterpret_cast<LPARAM>(&record));
         std::string text = name;
-        if (value[0] != '\0') {
-            text += std::string(" = ") + value;
+        if (hasNoValue || value[0] != '\0') {
+            text += std::string(" = ") + (hasNoValue ? NO_VALUE : value);
         }
         const std::string bound = a_BuildString(functions, this);
         const std::string connected = a_BuildString(connections, this);
@@ -185,7 +186,8 @@ LRESULT CONTROLPROPERTIES::OnGetTooltip(WPARAM, LPARAM lParam) {
             return item.target == nullptr && item.handler == nullptr;
         });
         if (missing || lastPollResult == REQUEST_UNREACHABLE) {
-            text += "   (not reachable)";
+            const std::string why = a_WhyNotLive(this); // it may be a control that is not there
+            text += "   (" + (why.empty() ? "not reachable" : why) + ")";
         } else if (lastPollResult == REQUEST_DISAGREE) {
             text += "   (values differ)";
         }
@@ -221,9 +223,45 @@ bool AskForValue(const REQUESTLIST& requests, int datatype, void* value) {
     return result <= REQUEST_DELIVERED;
 }
 
+int CONTROLPROPERTIES::WhetherLive() const {
+    return a_WhyNotLive(this).empty() ? REQUEST_UNCHANGED : REQUEST_UNREACHABLE;
+}
+
+LRESULT CONTROLPROPERTIES::OnInterfaceworking(WPARAM, LPARAM) {
+    return Guarded(LRESULT{0}, [&] {
+        if (dragging) { // it does not poll
+            ShowPollResult(WhetherLive());
+        }
+        PollSoon();
+        return LRESULT{1};
+    });
+}
+
 void CONTROLPROPERTIES::ShowPollResult(int result) {
     lastPollResult = result;
     ShowNotEqual(result > REQUEST_DELIVERED);
+}
+
+void CONTROLPROPERTIES::Answered(REQUESTLIST& list, int datatype, int result) {
+    if (list.empty() || wasAnswered_) {
+        return;
+    }
+    char nobodys[TEXT_SIZE] = "";
+    wasAnswered_ = result != REQUEST_UNREACHABLE ||
+                   (list.size() > 1 && AskForValue(list, datatype, nobodys)); // some may be there
+    ShowNoValue(!wasAnswered_);
+}
+
+void CONTROLPROPERTIES::ForgetAnswers() {
+    wasAnswered_ = false;
+    ShowNoValue(false);
+}
+
+void CONTROLPROPERTIES::ShowNoValue(bool shown) {
+    if (shown != hasNoValue) {
+        hasNoValue = shown;
+        ShowValueAnew();
+    }
 }
 
 void CONTROLPROPERTIES::ShowNotEqual(bool shown) {

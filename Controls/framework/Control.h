@@ -35,6 +35,8 @@ public:
     LRESULT OnGetTooltip(WPARAM wParam, LPARAM text) override;
     // Of all keywords but the main value it is text, in which each of them can be had.
     LRESULT OnGetDatatype(WPARAM wParam, LPARAM keyword) override;
+    // What it is bound to is asked at once, not only when the interval has passed.
+    LRESULT OnInterfaceworking(WPARAM isLive, LPARAM device) override;
     // The next poll. A control that has more to do at a tick answers the least of all its times.
     DWORD DueIn(DWORD now) const noexcept override { return UntilPoll(now); }
 
@@ -57,7 +59,9 @@ public:
     virtual std::optional<logic::Travel> TravelIn(SIZE /*client*/) const { return std::nullopt; }
     virtual POINT NotEqualPlace() const { return {3, 3}; } // of the not-equal sign's top left corner
     virtual int PreferredWidth() const { return rectangle.right - rectangle.left; }
-    virtual void Poll() {}            // the interval has passed and no drag is going on
+    // The interval has passed and no drag is going on. A control that asks nobody looks whether what it sends
+    // would arrive.
+    virtual void Poll() { ShowPollResult(WhetherLive()); }
     virtual void BindingsChanged() {} // functions or connections were replaced
     // Whether each binding has an offset of its own, all of which are saved as one value.
     virtual bool IsRelative() const { return false; }
@@ -80,14 +84,23 @@ public:
             InvalidateRect(window, area, FALSE);
         }
     }
+    void PollSoon() { lastPoll = GetTickCount() - static_cast<DWORD>(interval) - 1; }
     // Milliseconds from the tick count "now" until the interval has passed since the last poll.
     DWORD UntilPoll(DWORD now) const noexcept;
     bool HasFocus() const { return (flags & FLAG_FOCUS) != 0; }
     // Asks everything in a list of this control for a value. data points to the one that is held and receives
     // a new one. The result of the poll.
     static int Ask(REQUESTLIST& list, int datatype, void* data);
+    // REQUEST_UNCHANGED while every device parameter that it is bound to is live, else REQUEST_UNREACHABLE.
+    int WhetherLive() const;
     // Shows by the not-equal sign what a poll found; redraws only when it changes.
     void ShowPollResult(int result);
+    // What asking a list of this control for the value itself, in that datatype, has found. A value that
+    // nobody has told since the control was bound, and that nobody can tell, is shown as NO_VALUE.
+    void Answered(REQUESTLIST& list, int datatype, int result);
+    // It is bound to something else.
+    void ForgetAnswers();
+    virtual void ShowValueAnew() {} // it is not known any more, or is again
     void ShowNotEqual(bool shown);
     // Resizes the window and the rectangle.
     void Resize(int width, int height);
@@ -96,6 +109,8 @@ public:
     bool dragging = false;
     bool isLoadingFile = false; // a line of a panel file is being loaded
     bool notEqual = false;      // a poll found that this control and what it is bound to disagree
+    static constexpr const char* NO_VALUE = "–"; // in place of a value
+    bool hasNoValue = false;
     int lastPollResult = REQUEST_UNCHANGED;
     DWORD lastPoll = 0; // tick count in milliseconds
 
@@ -104,8 +119,10 @@ private:
     // A property line, split into its parts, which lie within it.
     LRESULT LoadLine(WPARAM loadMode, const char* line, const logic::PropertyLine& parts);
     std::string Header() const;
+    void ShowNoValue(bool shown);
     DWORD SavedStyle() const;
 
+    bool wasAnswered_ = false;
     int holds_ = 1; // one of its window, one of each Held
 };
 

@@ -21,6 +21,7 @@ int BindingsKeyword(VALUERECORD* record, HOSTINFO* object, const BINDINGLIST& ot
         change(text->c_str(), object, object->functions, object->connections, object->requests) == 0) {
         return 0;
     }
+    control.ForgetAnswers();
     control.BindingsChanged();
     return 1;
 }

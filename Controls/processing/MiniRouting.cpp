@@ -275,7 +275,7 @@ bool MINIROUTINGPROPERTIES::AskNames(PatternList& list, std::vector<std::string>
 }
 
 void MINIROUTINGPROPERTIES::Poll() {
-    int worst = REQUEST_UNCHANGED;
+    int worst = WhetherLive(); // of what is told, too
     const std::vector<REQUESTITEM> items = ItemsOf(routes_.Requests());
     for (std::size_t number = 0; number < items.size() && number < matrix_.Size(); ++number) {
         const Crosspoint place = matrix_.PlaceOf(number);

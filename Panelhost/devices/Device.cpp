@@ -80,6 +80,7 @@ bool DEVICE::Register(HOSTINFO* root, const char* deviceName) {
         a_AddHostinfo(root, this);
         SetWindowLongPtrA(own, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
         a_HostinfoCreated(root, this);
+        wasLive = OnStatus().state == DEVICE_LIVE;
         return true;
     });
 }

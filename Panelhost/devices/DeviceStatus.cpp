@@ -52,13 +52,14 @@ std::string WhyNotLive(const REQUESTITEM& item) {
     if (device == nullptr) {
         return item.handler != nullptr && item.device == nullptr ? "" : address + ": not there";
     }
-    if (const std::string why = a_WhyNotLive(device->OnStatus()); !why.empty()) {
-        return device->name + ": " + why;
-    }
     DWORD age = NO_AGE;
-    const std::string keyword = address.substr(address.rfind('*') + 1);
-    const std::string why = WhyParameterIsNotLive(device->OnParameterState(keyword.c_str(), &age));
-    return why.empty() ? why : address + ": " + why;
+    const char* keyword = address.c_str() + address.rfind('*') + 1; // all of it without one
+    const std::string why = WhyParameterIsNotLive(device->OnParameterState(keyword, &age));
+    if (why.empty()) {
+        return {}; // some can be reached even while the device cannot
+    }
+    const std::string ofDevice = a_WhyNotLive(device->OnStatus());
+    return ofDevice.empty() ? address + ": " + why : device->name + ": " + ofDevice;
 }
 
 std::string WhyNotLive(const REQUESTLIST& requests) {

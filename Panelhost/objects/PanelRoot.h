@@ -15,6 +15,7 @@
 #include <unordered_map>
 #include <vector>
 
+class DEVICE;
 class NetworkThread;
 
 // The root object of one panel: owns the tree of names below it and answers the private messages for the
@@ -114,6 +115,7 @@ private:
     void End();
     void Release();
     void DestroyControls();
+    void TellWhetherLive(DEVICE& device);
     std::list<HOSTINFO*>::iterator EndOf(const HOSTINFO* owner);
     std::string FreeName(const std::string& path, const std::string& ownName);
 

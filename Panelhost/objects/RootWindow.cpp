@@ -1,5 +1,6 @@
 // The root and its window: what is shown of its controls, their order, their ticks and what was changed.
 
+#include "Panelhost/Devices.h"
 #include "Panelhost/Root.h"
 #include "Panelhost/objects/PanelRoot.h"
 #include "logic/controls/Layers.h"
@@ -90,18 +91,41 @@ void PanelRoot::Tick() {
     }
     const Held held(*this);
     // Objects may come and go while one of them handles the tick, so they are listed first.
-    std::vector<HOSTINFO*> objects(devices_.begin(), devices_.end());
-    objects.insert(objects.end(), controls_.begin(), controls_.end());
+    const std::vector<HOSTINFO*> devices(devices_.begin(), devices_.end());
+    const std::vector<HOSTINFO*> controls(controls_.begin(), controls_.end());
     const unsigned removals = removals_;
     const auto isThere = [&](const HOSTINFO* object) {
         return removals == removals_ || (a_IsAlive(object) && Above(object) == this);
     };
     opening.Send(*this); // before a poll brings what it replaces
     DWORD now = GetTickCount();
-    for (const HOSTINFO* object : objects) {
+    const auto tick = [&](const HOSTINFO* object) {
         if (isThere(object) && object->DueIn(now) == 0) {
             SendMessageA(object->window, WM_TIMER, 0, 0);
             now = GetTickCount();
+        }
+    };
+    for (HOSTINFO* object : devices) {
+        tick(object);
+        if (auto* device = isThere(object) ? dynamic_cast<DEVICE*>(object) : nullptr; device != nullptr) {
+            TellWhetherLive(*device);
+        }
+    }
+    for (const HOSTINFO* control : controls) {
+        tick(control);
+    }
+}
+
+// Those that are bound to a device show at once that it came or went, however seldom they ask.
+void PanelRoot::TellWhetherLive(DEVICE& device) {
+    const bool isLive = device.OnStatus().state == DEVICE_LIVE;
+    if (isLive == device.wasLive) {
+        return;
+    }
+    device.wasLive = isLive;
+    for (HOSTINFO* object : bindings.BoundTo(&device)) {
+        if (a_IsAlive(object)) {
+            object->OnInterfaceworking(isLive ? 1 : 0, reinterpret_cast<LPARAM>(&device));
         }
     }
 }

@@ -307,7 +307,7 @@ TEST_CASE("in relative mode every connection keeps its offset") {
     SendMessageA(fader, WM_LBUTTONUP, 0, At(10, 0));
     Poll(fader);
     CHECK(Text(fader, "values") == "20,,45,,0,,-10,");
-    CHECK(!ShowsNotEqual(fader));
+    CHECK(ShowsNotEqual(fader)); // one of them is missing
     SetValue(fader, -40.0F);
     CHECK(Gain(panel, "AMP1*low") == -20.0F);
     CHECK(Value(other) == -50.0F);

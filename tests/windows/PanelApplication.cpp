@@ -68,8 +68,6 @@ TEST_CASE("arguments and files that cannot be used are named and end the program
     const TestFolder folder;
     const std::string panel = Quoted(folder.Write("good.panel", GOOD_PANEL));
     const std::string garbage = folder.Write("garbage", "no panel\r\nat all\r\n");
-    folder.Write("beside.panel", GOOD_PANEL);
-    folder.Write("beside.devices", "nonsense\r\n"); // used without being asked for
     const std::pair<std::string, std::string> rows[] = {
         {"--nosuch", "unknown option --nosuch (--help lists them)\r\n"},
         {"--screenshot --exit-after 5", "--screenshot needs a value\r\n"},
@@ -79,9 +77,6 @@ TEST_CASE("arguments and files that cannot be used are named and end the program
         {Quoted(folder.Path("missing.panel")),
          "cannot open panel file " + folder.Path("missing.panel") + ": "},
         {Quoted(garbage), garbage + " is not a panel file\r\n"},
-        {panel + " --devices " + Quoted(folder.Path("missing.devices")),
-         "cannot open device file " + folder.Path("missing.devices") + ": "},
-        {Quoted(folder.Path("beside.panel")), folder.Path("beside.devices") + " is not a device file\r\n"},
         {panel + " --trace " + Quoted(folder.Path("nowhere\\trace.txt")),
          "cannot write the trace file " + folder.Path("nowhere\\trace.txt") + "\r\n"},
         {panel + " --screenshot " + Quoted(folder.Path("nowhere\\shot.png")) + " --exit-after 100",

@@ -259,6 +259,49 @@ TEST_CASE("a panel with changes is not lost by another one, an end or a file tha
     CHECK(ph_Find(program.Root(), "AMP1") == nullptr);
 }
 
+TEST_CASE(
+    "devices that are not live are counted beside a lamp, and what is wrong with their file is said above") {
+    PanelHere program("size=400,300\r\n");
+    const TestFolder& folder = program.Folder();
+    const auto notice = [&program] {
+        char text[256] = "";
+        GetWindowTextA(program.Part("PanelNotice"), text, sizeof text);
+        return std::string(text);
+    };
+    const std::string bound =
+        "control=0x00000000 KNOB \"A\" 0x50010000 40,40,87,87\r\nA*function=AMP1*gain\r\n";
+    const std::tuple<const char*, const char*, std::string> rows[] = {
+        {"none", "", "There is no device file none.devices beside the panel."},
+        {"good", "AMP1*device=simulated\r\nAMP1*gain=float,0,1,0\r\nAMP2*device=simulated\r\n", ""},
+        {"bad", "nonsense\r\n", folder.Path("bad.devices") + " is not a device file."},
+    };
+    for (const auto& [name, devices, fault] : rows) {
+        CAPTURE(std::string(name));
+        if (*devices != '\0') {
+            folder.Write(std::string(name) + ".devices", devices);
+        }
+        REQUIRE(program.Open(folder.Write(std::string(name) + ".panel", bound)));
+        CHECK(ph_Find(program.Root(), "A") != nullptr);
+        CHECK(notice() == fault);
+        program.Command(CMD_COPY); // brings the bar up to date
+        CHECK(program.Status(1) == (fault.empty() ? "2 devices live" : "1 control"));
+    }
+    SendMessageA(GetDlgItem(program.Part("PanelNotice"), CMD_VIEW_TRACE), BM_CLICK, 0, 0);
+    program.Serve();
+    CHECK(IsWindowVisible(FindWindowA("PanelTrace", "Trace"))); // with the lines that could not be read
+    program.Command(CMD_VIEW_TRACE);
+
+    REQUIRE(program.Open(folder.Path("good.panel")));
+    for (const auto& [online, count] :
+         {std::pair("0", "1 device not live"), std::pair("1", "2 devices live")}) {
+        REQUIRE(ph_SetParameter(program.Root(), "AMP2*online", online) == 1);
+        program.Command(CMD_COPY);
+        CHECK(program.Status(1) == count);
+        CHECK(program.Status(2) == "1 control");
+        CHECK(SendMessageA(program.Part(STATUSCLASSNAMEA), SB_GETICON, 1, 0) != 0);
+    }
+}
+
 TEST_CASE("the grid is drawn over whatever ground there is") {
     for (const char* ground : {"", "background=0x00402010\r\n"}) {
         const PanelHere program(std::string("size=400,300\r\n") + ground);
