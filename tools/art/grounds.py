@@ -66,6 +66,23 @@ def picture_of(ground):
     return canvas
 
 
+CONSOLE = Ground(
+    1024,
+    640,
+    groups=(
+        *((left, 16, left + 104, 360) for left in range(16, 912, 112)),
+        (912, 16, 1008, 360),
+        (16, 376, 560, 624),
+        (576, 376, 1008, 624),
+    ),
+    wells=(
+        *((left + 24, 20, left + 96, 40) for left in range(16, 912, 112)),
+        *((left + 8, 52, left + 96, 68) for left in range(16, 912, 112)),
+        *((left, 424, left + 16, 584) for left in range(624, 1008, 24)),
+    ),
+)
+
+
 LEVELS = Ground(
     752,
     416,
@@ -131,3 +148,4 @@ def pictures():
     yield Picture("app/Controls/Panel_processor.png", (picture_of(PROCESSOR),), png)
     yield Picture("app/Controls/Panel_stage.png", (picture_of(STAGE),), png)
     yield Picture("app/Controls/Panel_levels.png", (picture_of(LEVELS),), png)
+    yield Picture("app/Controls/Panel_console.png", (picture_of(CONSOLE),), png)
