@@ -174,8 +174,8 @@ LRESULT CONTROLPROPERTIES::OnGetTooltip(WPARAM, LPARAM lParam) {
         VALUERECORD record = VALUERECORD::GetText(value);
         OnMessage(0, reinterpret_cast<LPARAM>(&record));
         std::string text = name;
-        if (value[0] != '\0') {
-            text += std::string(" = ") + value;
+        if (hasNoValue || value[0] != '\0') {
+            text += std::string(" = ") + (hasNoValue ? NO_VALUE : value);
         }
         const std::string bound = a_BuildString(functions, this);
         const std::string connected = a_BuildString(connections, this);

@@ -238,6 +238,7 @@ TEST_CASE("a value that nobody has ever told shows a dash once a poll has found 
         CHECK(text() == atFirst);
         Poll(control);
         CHECK(text() == "–");
+        CHECK(StatusOf(control).starts_with(std::string(className) + " = –   "));
         desk.Switch(DEVICE_LIVE, PARAMETER_LIVE);
         Poll(control);
         const std::string told = text();
