@@ -388,7 +388,7 @@ TEST_CASE("each edit changes what it should, is named, undone and done again") {
         }
         if (row.command == CMD_PROPERTIES || row.command == CMD_CONNECTIONS) {
             const HWND dialog = Shown(
-                "#32770", row.command == CMD_PROPERTIES ? "S - Properties" : "S - Functions and Connections");
+                "#32770", row.command == CMD_PROPERTIES ? "MiniEdit Class" : "S - Functions and Connections");
             CHECK(dialog != nullptr);
             SendMessageA(dialog, WM_CLOSE, 0, 0);
         }
