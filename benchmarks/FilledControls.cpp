@@ -43,6 +43,8 @@ constexpr Content CONTENTS[] = {
      .lines = "items=Overture;First act;Second act;Interval;Third act;Finale|value=2"},
     {.className = "MINIDELAY", .lines = "connection=Control|value=0,20 ms|caption=Delay"},
     {.className = "MINIDYNAMICS", .lines = "connection=Control|value=-30|caption=Compressor"},
+    {.className = "MINIEQ", .lines = "caption=Equalizer|connection=Control"},
+    {.className = "MINIXOVER", .lines = "caption=Crossover|connection=Control"},
     {.className = "MINIEDIT", .lines = "caption=Gate|connection=Control|value=1"},
     {.className = "MINIROUTING", .lines = "routes=DSP*route%i_%o"},
     {.className = "DANTECONTROL", .lines = "", .parts = {"COMBOBOX", BLIT_CLASS}, .painting = 1.2},

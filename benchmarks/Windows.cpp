@@ -5,6 +5,8 @@
 
 #include <cstdint>
 
+#include <fstream>
+
 namespace {
 
 constexpr int COLUMNS = 20;
@@ -137,6 +139,16 @@ HWND BenchPanel::AddCopy(HWND model, const char* className, const char* innerCla
         }
     }
     return outer;
+}
+
+void DeclareDevices(const BenchPanel& panel, const std::string& lines) {
+    char folder[MAX_PATH];
+    char path[MAX_PATH];
+    GetTempPathA(MAX_PATH, folder);
+    GetTempFileNameA(folder, "dev", 0, path);
+    std::ofstream(path) << lines;
+    ph_LoadDevices(panel.Root(), path);
+    DeleteFileA(path);
 }
 
 void Settle() {

@@ -42,5 +42,8 @@ private:
     HOSTINFO* root_;
 };
 
+// Declares devices by the lines of a device file.
+void DeclareDevices(const BenchPanel& panel, const std::string& lines);
+
 // Dispatches what is waiting, so that it does not fall into the next measurement.
 void Settle();

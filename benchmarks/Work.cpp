@@ -30,16 +30,6 @@ constexpr const char* DEVICES = "AMP1*device=simulated\n"
                                 "AMP1*scene=integer,0,1,0,\n"
                                 "AMP1*step=float,-80,12,-20,dB\n";
 
-void DeclareDevices(const BenchPanel& panel) {
-    char folder[MAX_PATH];
-    char path[MAX_PATH];
-    GetTempPathA(MAX_PATH, folder);
-    GetTempFileNameA(folder, "dev", 0, path);
-    std::ofstream(path) << DEVICES;
-    ph_LoadDevices(panel.Root(), path);
-    DeleteFileA(path);
-}
-
 void LoadLine(HWND control, const char* line) {
     SendMessageA(control, CWM_LOAD, LOAD_FROM_FILE, reinterpret_cast<LPARAM>(line));
 }
@@ -92,7 +82,7 @@ Workload DrawingSecond(const std::vector<HWND>& windows, int ticks) {
 }
 
 std::vector<HWND> AddMeters(const BenchPanel& panel) {
-    DeclareDevices(panel);
+    DeclareDevices(panel, DEVICES);
     std::vector<HWND> meters = panel.AddMany("METER", CONTROLS);
     for (const HWND meter : meters) {
         LoadLine(meter, "properties=-80,12");
@@ -127,7 +117,7 @@ void MeasureShownMeters(Report& report) {
 void MeasureMovingBars(Report& report) {
     const BenchPanel panel(true);
     const std::vector<HWND> plain = panel.AddMany(BLIT_CLASS, CONTROLS);
-    DeclareDevices(panel);
+    DeclareDevices(panel, DEVICES);
     const std::vector<HWND> bars = panel.AddMany("FADING", CONTROLS);
     for (const HWND bar : bars) {
         for (const char* line : {"properties=-80,12,-20", "zones=-80=0x0040c040;-12=0x0000c0ff;0=0x000000ff",
@@ -204,7 +194,7 @@ void MeasureFitter(Report& report) {
 
 void MeasureClick(Report& report) {
     const BenchPanel panel(false);
-    DeclareDevices(panel);
+    DeclareDevices(panel, DEVICES);
     const HWND button = panel.Add("BBUTTON", 1);
     LoadLine(button, "captureperiod=0");
     LoadLine(button, "onvalue=1");

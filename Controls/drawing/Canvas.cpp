@@ -59,10 +59,47 @@ std::vector<logic::Spot> Canvas::Moved(std::span<const logic::Spot> spots) const
     return moved;
 }
 
-void Canvas::Show(COLORREF colour, double opacity) {
+logic::PixelArea Canvas::Pixels() const {
     GdiFlush();
-    coverage_.Blend(pixels_ + static_cast<std::ptrdiff_t>(covered_.top - top_) * width_ + covered_.left,
-                    width_, PixelOf(colour), opacity);
+    return {pixels_ + static_cast<std::ptrdiff_t>(covered_.top - top_) * width_ + covered_.left, width_,
+            covered_.right - covered_.left, covered_.bottom - covered_.top};
+}
+
+void Canvas::Show(COLORREF colour, double opacity) {
+    coverage_.Blend(Pixels().pixels, width_, PixelOf(colour), opacity);
+}
+
+std::vector<double> Canvas::MovedHeights(std::span<const double> heights) const {
+    std::vector<double> moved(heights.begin(), heights.end());
+    for (double& height : moved) {
+        height -= covered_.top;
+    }
+    return moved;
+}
+
+void Canvas::Graph(std::span<const double> heights, const logic::GraphStyle& style) const {
+    logic::GraphStyle inPixels = style;
+    inPixels.colour = PixelOf(style.colour);
+    BlendGraph(Pixels(), MovedHeights(heights), inPixels);
+}
+
+void Canvas::UnderGraph(std::span<const double> heights, double base, COLORREF colour, double opacity) const {
+    BlendUnderGraph(Pixels(), MovedHeights(heights), base - covered_.top, PixelOf(colour), opacity);
+}
+
+void Canvas::Put(const Stamp& stamp, POINT middle) const {
+    const logic::PixelArea area = Pixels();
+    const int left = middle.x - stamp.size / 2 - covered_.left;
+    const int top = middle.y - stamp.size / 2 - covered_.top;
+    for (int y = std::max(top, 0); y < std::min(top + stamp.size, area.height); ++y) {
+        for (int x = std::max(left, 0); x < std::min(left + stamp.size, area.width); ++x) {
+            const std::uint32_t pixel =
+                stamp.pixels[static_cast<std::size_t>((y - top) * stamp.size + x - left)];
+            std::uint32_t& ground = area.pixels[static_cast<std::ptrdiff_t>(y) * width_ + x];
+            const std::uint32_t alpha = pixel >> 24;
+            ground = logic::MixedPixel(ground, pixel, alpha + (alpha >> 7));
+        }
+    }
 }
 
 void Canvas::Shape(std::span<const logic::Spot> outline, COLORREF colour, double opacity) {

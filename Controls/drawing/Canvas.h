@@ -1,6 +1,8 @@
 #pragma once
 
+#include "Controls/drawing/Disc.h"
 #include "logic/drawing/Coverage.h"
+#include "logic/drawing/Graph.h"
 
 #include <windows.h>
 
@@ -30,12 +32,20 @@ public:
     void Shape(std::span<const logic::Spot> outline, COLORREF colour, double opacity = 1);
     void Line(std::span<const logic::Spot> spots, double width, COLORREF colour, double opacity = 1);
     void Circle(logic::Spot centre, double radius, COLORREF colour, double opacity = 1);
+    // A line through the middles of the columns of the area from its left edge on, at those heights, and what
+    // lies between it and a height of its own. Faster than shapes.
+    void Graph(std::span<const double> heights, const logic::GraphStyle& style) const;
+    void UnderGraph(std::span<const double> heights, double base, COLORREF colour, double opacity) const;
+    // With its middle there.
+    void Put(const Stamp& stamp, POINT middle) const;
     // A round lamp in its rim.
     void Lamp(logic::Spot centre, double radius, bool isLit);
 
 private:
     std::vector<logic::Spot> Moved(std::span<const logic::Spot> spots) const;
     void Show(COLORREF colour, double opacity);
+    logic::PixelArea Pixels() const;
+    std::vector<double> MovedHeights(std::span<const double> heights) const;
 
     HDC dc_;
     std::uint32_t* pixels_;

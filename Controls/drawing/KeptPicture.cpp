@@ -21,7 +21,9 @@ const OSMIRBitmap* KeptPicture::Get(int width, int height, const Render& render)
     }
     if (!isDrawn_) {
         GdiFlush();
-        std::fill(pixels_, pixels_ + width * height, 0);
+        if (!isAllPainted_) {
+            std::fill(pixels_, pixels_ + width * height, 0);
+        }
         render(picture_->Dc(), pixels_);
         isDrawn_ = true;
     }

@@ -9,11 +9,13 @@
 // A picture of what stays the same for many paintings: one copy draws it.
 class KeptPicture {
 public:
-    // Draws it on black; the pixels, 0xaarrggbb from the top down, may be changed afterwards.
+    // Draws it, on black unless all of it is painted; the pixels, 0xaarrggbb from the top down, may be
+    // changed afterwards.
     using Render = std::function<void(HDC dc, std::uint32_t* pixels)>;
 
     // A transparent one is blended over its ground.
-    explicit KeptPicture(bool isTransparent) : isTransparent_(isTransparent) {}
+    explicit KeptPicture(bool isTransparent, bool isAllPainted = false)
+        : isTransparent_(isTransparent), isAllPainted_(isAllPainted) {}
 
     // It looks different from now on.
     void Change() { isDrawn_ = false; }
@@ -26,6 +28,7 @@ public:
 
 private:
     bool isTransparent_;
+    bool isAllPainted_;
     bool isDrawn_ = false;
     std::unique_ptr<OSMIRBitmap> picture_;
     std::uint32_t* pixels_ = nullptr;

@@ -22,9 +22,20 @@ std::string FrequencyLabel(int hertz) {
 
 } // namespace
 
+void CURVEVIEWPROPERTIES::Redraw() const {
+    discs_.Forget(); // in another font
+    VIEWPROPERTIES::Redraw();
+}
+
 void CURVEVIEWPROPERTIES::BindingsChanged() {
     held_ = hovered_ = selected_ = -1;
     VIEWPROPERTIES::BindingsChanged();
+}
+
+// Of the point that is operated; all of them would leave no room for anything else.
+std::string CURVEVIEWPROPERTIES::StatusText() {
+    const int active = ActivePoint();
+    return active >= 0 && Points()[static_cast<std::size_t>(active)] ? PointText(active) : "";
 }
 
 // Layout
@@ -145,29 +156,23 @@ void CURVEVIEWPROPERTIES::DrawView(Canvas& canvas) const {
         if (isLabelled) {
             canvas.Text(PointText(active),
                         {area.left + 4, area.top + 3, area.right - 4, area.top + 3 + LABEL_HEIGHT},
-                        font.Get(), textColour, DT_RIGHT | DT_TOP | DT_END_ELLIPSIS);
+                        font.Get(), textColour, DT_RIGHT | DT_TOP);
         }
     }
 }
 
 void CURVEVIEWPROPERTIES::DrawPoint(Canvas& canvas, const Point& point, logic::Spot place, bool isActive,
                                     bool isLabelled) const {
-    const double radius = isLabelled ? POINT_RADIUS : SMALL_POINT_RADIUS;
-    if (isActive) {
-        canvas.Circle(place, radius + 2, textColour);
-    }
-    canvas.Circle(place, radius, point.colour);
-    const bool isHollow = point.isBypassed;
-    if (isHollow) {
-        canvas.Circle(place, radius - 1.5, backgroundColour);
-    }
-    if (isLabelled) {
-        const auto reach = static_cast<LONG>(radius);
-        const auto x = static_cast<LONG>(place.x);
-        const auto y = static_cast<LONG>(place.y);
-        canvas.Text(point.label, {x - 2 * reach, y - reach, x + 2 * reach + 1, y + reach + 1}, font.Get(),
-                    isHollow ? point.colour : backgroundColour, DT_CENTER | DT_VCENTER | DT_NOCLIP);
-    }
+    const auto whenSo = [](bool condition, COLORREF colour) {
+        return condition ? std::optional(colour) : std::nullopt;
+    };
+    const Discs::Look look{isLabelled ? POINT_RADIUS : SMALL_POINT_RADIUS,
+                           point.colour,
+                           whenSo(point.isBypassed, backgroundColour),
+                           whenSo(isActive, textColour),
+                           isLabelled ? point.label : "",
+                           point.isBypassed ? point.colour : backgroundColour};
+    canvas.Put(discs_.Get(look, font.Get()), {static_cast<LONG>(place.x), static_cast<LONG>(place.y)});
 }
 
 // Numbers that are crossed out, in the lower left corner.

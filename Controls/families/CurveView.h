@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Controls/drawing/Disc.h"
 #include "Controls/families/View.h"
 #include "logic/controls/CurvePlot.h"
 #include "logic/controls/Response.h"
@@ -39,7 +40,9 @@ public:
     virtual void StepPoint(int point, Field field, int steps, bool fine) = 0;
     virtual void TogglePoint(int point) = 0;
 
+    void Redraw() const override;
     void BindingsChanged() override;
+    std::string StatusText() override;
     void DrawGround(Canvas& canvas) const override;
     void DrawView(Canvas& canvas) const override;
     bool BeginViewDrag(POINT point) override;
@@ -75,6 +78,7 @@ private:
     void Select(int point);
 
     mutable std::optional<logic::FrequencyGrid> grid_;
+    mutable Discs discs_;
     int held_ = -1;
     int hovered_ = -1;
     int selected_ = -1; // with the keys

@@ -39,6 +39,21 @@ BlockPart<Block> WholeBlock(REQUESTLIST& requests, int datatype) {
             [](Block& to, const Block& from) { to = from; }};
 }
 
+// Has a list hold that one item, or none (null): what a control asks and tells of the one of its blocks that
+// the item is of.
+inline void TakeOne(REQUESTLIST& list, const REQUESTITEM* item) {
+    const bool isSame = item != nullptr && !list.empty() && list.front().target == item->target &&
+                        list.front().handler == item->handler && list.front().context == item->context &&
+                        list.front().device == item->device && list.front().address == item->address;
+    if (isSame) {
+        return;
+    }
+    list.clear();
+    if (item != nullptr) {
+        list.push_back(*item);
+    }
+}
+
 // One block of devices - a band, a pair of filters with gain, polarity and delay, a delay - as a control
 // holds it: polled, learned before it is changed in part, and sent. A control with one block derives from
 // BLOCKHOLDER (BlockHolder.h), which adds the keyword of the whole block; one with several has members of a

@@ -89,7 +89,7 @@ void VIEWPROPERTIES::Draw(HDC dc, const RECT& client) const {
     } else if (client.right > 0) { // too large to be kept
         const int rows = std::max(STRIPE_PIXELS / static_cast<int>(client.right), 1);
         for (int top = 0; top < client.bottom; top += rows) {
-            KeptPicture stripe(false);
+            KeptPicture stripe(false, true);
             const auto part = [&](HDC kept, std::uint32_t* pixels) {
                 PaintGround(kept, pixels, client, top);
                 PaintView(kept, pixels, client, top);

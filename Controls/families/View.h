@@ -95,8 +95,8 @@ private:
     // The parts that have changed, into the picture that is kept.
     void PaintParts(const RECT& client) const;
 
-    mutable KeptPicture ground_{false};
-    mutable KeptPicture picture_{false};
+    mutable KeptPicture ground_{false, true};
+    mutable KeptPicture picture_{false, true};
     mutable std::vector<RECT> parts_; // of it, to be painted anew
     BitmapProperty image_;            // while it is bound to nothing
     bool isClick_ = false;            // what is being dragged is a click

@@ -168,14 +168,19 @@ DWORD CONTROLPROPERTIES::UntilPoll(DWORD now) const noexcept {
     return std::min(period - passed, NO_TICK - 1) + 1;
 }
 
+std::string CONTROLPROPERTIES::StatusText() {
+    char value[TEXT_SIZE] = "";
+    VALUERECORD record = VALUERECORD::GetText(value);
+    OnMessage(0, reinterpret_cast<LPARAM>(&record));
+    return value;
+}
+
 LRESULT CONTROLPROPERTIES::OnGetTooltip(WPARAM, LPARAM lParam) {
     return Guarded(LRESULT{0}, [&] { // called by the program itself, into which no exception may go
-        char value[TEXT_SIZE] = "";
-        VALUERECORD record = VALUERECORD::GetText(value);
-        OnMessage(0, reinterpret_cast<LPARAM>(&record));
         std::string text = name;
-        if (hasNoValue || value[0] != '\0') {
-            text += std::string(" = ") + (hasNoValue ? NO_VALUE : value);
+        const std::string value = hasNoValue ? NO_VALUE : StatusText();
+        if (!value.empty()) {
+            text += " = " + value;
         }
         const std::string bound = a_BuildString(functions, this);
         const std::string connected = a_BuildString(connections, this);

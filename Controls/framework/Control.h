@@ -54,6 +54,8 @@ public:
     virtual void Draw(HDC, const RECT& /*client*/) const {}
     // Whether Draw shows by itself that a poll found a disagreement, in place of the not-equal sign.
     virtual bool DrawsNotEqual(const RECT& /*client*/) const { return false; }
+    // What a status bar says of its value: the text of that.
+    virtual std::string StatusText();
     // How its value moves through a client area of that size, for a scale beside it; nothing without a value
     // that moves.
     virtual std::optional<logic::Travel> TravelIn(SIZE /*client*/) const { return std::nullopt; }

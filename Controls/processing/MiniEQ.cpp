@@ -6,11 +6,14 @@
 #include "Controls/families/HeldBlock.h"
 #include "logic/controls/EqBand.h"
 #include "logic/controls/FilterValues.h"
+#include "logic/controls/Kept.h"
 #include "logic/text/Text.h"
 
 #include <algorithm>
 #include <cstddef>
+#include <functional>
 #include <memory>
+#include <tuple>
 #include <utility>
 
 using logic::EqBand;
@@ -40,20 +43,21 @@ private:
         void ShowBlock(const EqBand& next) override;
         bool IsThere() const;   // can be drawn
         bool IsMissing() const; // and should
-        std::optional<logic::Filter> ItsFilter() const {
-            return logic::Filter::OfBand(value, view.sampleRate);
-        }
+        // What the band does; nothing when it cannot be.
+        const std::optional<logic::Filter>& ItsFilter() const;
+        // The same for each column.
+        const std::vector<double>& PowersOn(const logic::FrequencyGrid& grid) const;
 
         MINIEQPROPERTIES& view;
-        REQUESTLIST request;        // the one of this band
-        std::vector<double> powers; // for each column, of the band and plot below
-        std::optional<EqBand> computed;
-        int computedRate = 0;
+        REQUESTLIST request; // the one of this band
+
+    private:
+        mutable logic::Kept<std::pair<EqBand, int>, std::optional<logic::Filter>> filter_;
+        mutable logic::Kept<std::tuple<EqBand, int, int>, std::vector<double>> powers_;
     };
 
     // The bands are those of the requests, which are built anew whenever something comes or goes.
     void FollowRequests();
-    const std::vector<double>* PowersOf(Band& band, const logic::FrequencyGrid& grid) const;
     // What happens to a band; the view may be gone afterwards.
     template <class Change>
     void EditBand(int number, Change change);
@@ -157,24 +161,37 @@ bool MINIEQPROPERTIES::Band::IsMissing() const {
     return part.odd || part.lastResult > REQUEST_DELIVERED || (part.isKnown && !ItsFilter());
 }
 
+const std::optional<logic::Filter>& MINIEQPROPERTIES::Band::ItsFilter() const {
+    return filter_.Get({value, view.sampleRate},
+                       [this] { return logic::Filter::OfBand(value, view.sampleRate); });
+}
+
+const std::vector<double>& MINIEQPROPERTIES::Band::PowersOn(const logic::FrequencyGrid& grid) const {
+    return powers_.Get({value, view.sampleRate, grid.Count()}, [&] {
+        std::vector<double> powers;
+        for (int i = 0; i < grid.Count(); ++i) {
+            powers.push_back(ItsFilter()->PowerAt(grid.Warped(i)));
+        }
+        return powers;
+    });
+}
+
 void MINIEQPROPERTIES::BindingsChanged() {
     bands_.clear();
     CURVEVIEWPROPERTIES::BindingsChanged();
 }
 
 void MINIEQPROPERTIES::FollowRequests() {
-    const std::vector<REQUESTITEM> items = ItemsOf(requests);
-    const std::size_t count = std::min<std::size_t>(items.size(), MOST_CURVES);
-    lost_ = static_cast<int>(items.size() - count);
-    while (bands_.size() > count) {
-        bands_.pop_back();
-    }
+    const std::size_t count = std::min<std::size_t>(requests.size(), MOST_CURVES);
+    lost_ = static_cast<int>(requests.size() - count);
+    bands_.resize(std::min(bands_.size(), count));
     while (bands_.size() < count) {
         bands_.push_back(std::make_shared<Band>(*this));
         bands_.back()->parts = {WholeBlock<EqBand>(bands_.back()->request, datatype_)};
     }
-    for (std::size_t i = 0; i < count; ++i) {
-        bands_[i]->request = {items[i]};
+    auto item = requests.begin();
+    for (const auto& band : bands_) {
+        TakeOne(band->request, &*item++);
     }
 }
 
@@ -271,23 +288,6 @@ void MINIEQPROPERTIES::TogglePoint(int point) {
 
 // Drawing
 
-const std::vector<double>* MINIEQPROPERTIES::PowersOf(Band& band, const logic::FrequencyGrid& grid) const {
-    const auto filter = band.IsThere() ? band.ItsFilter() : std::nullopt;
-    if (!filter) {
-        return nullptr;
-    }
-    const auto count = static_cast<std::size_t>(grid.Count());
-    if (band.computed != band.value || band.computedRate != sampleRate || band.powers.size() != count) {
-        band.computed = band.value;
-        band.computedRate = sampleRate;
-        band.powers.resize(count);
-        for (std::size_t i = 0; i < count; ++i) {
-            band.powers[i] = filter->PowerAt(grid.Warped(static_cast<int>(i)));
-        }
-    }
-    return &band.powers;
-}
-
 namespace {
 
 std::vector<double> Decibels(const std::vector<double>& powers) {
@@ -303,25 +303,22 @@ void MINIEQPROPERTIES::DrawCurves(Canvas& canvas, const logic::CurvePlot& plot) 
     std::vector<double> product(static_cast<std::size_t>(grid.Count()), 1.0);
     const int active = ActivePoint();
     for (std::size_t i = 0; i < bands_.size(); ++i) {
-        Band& band = *bands_[i];
+        const Band& band = *bands_[i];
         const bool isActive = static_cast<int>(i) == active;
-        if (band.value.bypass != 0 && !isActive) {
+        const bool isBypassed = band.value.bypass != 0;
+        if (!band.IsThere() || (isBypassed && !isActive)) {
             continue;
         }
-        const std::vector<double>* powers = PowersOf(band, grid);
-        if (powers == nullptr) {
-            continue;
-        }
+        const std::vector<double>& powers = band.PowersOn(grid);
         if (isActive) {
-            const double opacity = band.value.bypass != 0 ? 0.12 : 0.3;
-            canvas.Shape(plot.Filled(plot.Curve(Decibels(*powers)), 0), lineColour, opacity);
+            canvas.UnderGraph(plot.Heights(Decibels(powers)), plot.Y(0), lineColour, isBypassed ? 0.12 : 0.3);
         }
-        if (band.value.bypass == 0) {
-            std::transform(product.begin(), product.end(), powers->begin(), product.begin(),
+        if (!isBypassed) {
+            std::transform(product.begin(), product.end(), powers.begin(), product.begin(),
                            std::multiplies<>());
         }
     }
-    canvas.Line(plot.Curve(Decibels(product)), 2, lineColour);
+    canvas.Graph(plot.Heights(Decibels(product)), {lineColour});
 }
 
 extern const ControlImplementation miniEqControl{
@@ -331,6 +328,7 @@ extern const ControlImplementation miniEqControl{
         "The response of an equaliser as a curve from 20 Hz to 20 kHz, with a point for each band: dragging "
         "it "
         "moves frequency and gain, the wheel changes Q (with Shift by a tenth), a double click bypasses. Tab "
-        "reaches the points; arrow keys, Page Up, Page Down and the space bar work them.",
+        "reaches the points; arrow keys, Page Up, Page Down and the space bar work them. [More of "
+        "it](panel-files.md#curves-of-equalisers-and-crossovers).",
     .dialog = LAID_OUT,
     .share = SharePicture<>};

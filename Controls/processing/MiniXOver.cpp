@@ -7,6 +7,7 @@
 #include "Controls/families/HeldBlock.h"
 #include "logic/controls/Crossover.h"
 #include "logic/controls/FilterValues.h"
+#include "logic/controls/Kept.h"
 #include "logic/text/Text.h"
 
 #include <algorithm>
@@ -15,6 +16,7 @@
 #include <cstddef>
 #include <functional>
 #include <memory>
+#include <tuple>
 
 using logic::Crossover;
 using logic::CrossoverFilter;
@@ -68,17 +70,17 @@ private:
             return isHighPass ? value.filters.highPass : value.filters.lowPass;
         }
 
-        // Of all columns; null when it cannot be drawn.
-        const Response* ResponseOn(const logic::FrequencyGrid& grid);
+        bool CanBe() const; // at the sampling rate
+        // Of all columns, where it is there.
+        const Response& ResponseOn(const logic::FrequencyGrid& grid) const;
 
         MINIXOVERPROPERTIES& view;
         REQUESTLIST requests[PART_COUNT]; // those of this way, each one or none
         std::int32_t typesBefore[2]{};    // of the low and the high pass, when they were last on
 
     private:
-        Response response_; // of the way and the grid below
-        std::optional<Crossover> computed_;
-        double computedRate_ = 0;
+        mutable logic::Kept<std::pair<Crossover, int>, bool> canBe_;
+        mutable logic::Kept<std::tuple<Crossover, int, int>, Response> response_;
     };
 
     const REQUESTLIST& Requests(int part) const {
@@ -224,23 +226,20 @@ bool MINIXOVERPROPERTIES::Way::IsMissing() const {
     const auto isLost = [](const BlockPart<Crossover>& part) {
         return part.odd || part.lastResult > REQUEST_DELIVERED;
     };
-    return std::any_of(parts.begin(), parts.end(), isLost) ||
-           (parts[FILTERS].isKnown &&
-            (!logic::Filter::OfCrossover(value.filters.highPass, true, view.sampleRate) ||
-             !logic::Filter::OfCrossover(value.filters.lowPass, false, view.sampleRate)));
+    return std::any_of(parts.begin(), parts.end(), isLost) || (parts[FILTERS].isKnown && !CanBe());
 }
 
-const MINIXOVERPROPERTIES::Response* MINIXOVERPROPERTIES::Way::ResponseOn(const logic::FrequencyGrid& grid) {
-    if (!IsThere()) {
-        return nullptr;
-    }
-    if (computed_ != value || computedRate_ != grid.SampleRate() ||
-        response_.size() != static_cast<std::size_t>(grid.Count())) {
-        computed_ = value;
-        computedRate_ = grid.SampleRate();
-        response_ = logic::ResponseOf(value, grid).value_or(Response(static_cast<std::size_t>(grid.Count())));
-    }
-    return &response_;
+bool MINIXOVERPROPERTIES::Way::CanBe() const {
+    return canBe_.Get({value, view.sampleRate}, [this] {
+        return logic::Filter::OfCrossover(value.filters.highPass, true, view.sampleRate) &&
+               logic::Filter::OfCrossover(value.filters.lowPass, false, view.sampleRate);
+    });
+}
+
+const MINIXOVERPROPERTIES::Response&
+MINIXOVERPROPERTIES::Way::ResponseOn(const logic::FrequencyGrid& grid) const {
+    return response_.Get({value, view.sampleRate, grid.Count()},
+                         [&] { return logic::ResponseOf(value, grid).value_or(Response()); });
 }
 
 void MINIXOVERPROPERTIES::SetDefaults() {
@@ -262,27 +261,20 @@ bool MINIXOVERPROPERTIES::IsBound() const {
 }
 
 void MINIXOVERPROPERTIES::FollowRequests() {
-    std::vector<REQUESTITEM> items[PART_COUNT];
     std::size_t longest = 0;
     for (int part = 0; part < PART_COUNT; ++part) {
-        items[part] = ItemsOf(Requests(part));
-        longest = std::max(longest, items[part].size());
+        longest = std::max(longest, Requests(part).size());
     }
     isTooLong_ = longest > MOST_CURVES;
-    const std::size_t count = std::min<std::size_t>(longest, MOST_CURVES);
-    while (ways_.size() > count) {
-        ways_.pop_back();
-    }
-    while (ways_.size() < count) {
+    ways_.resize(std::min({ways_.size(), longest, std::size_t{MOST_CURVES}}));
+    while (ways_.size() < std::min<std::size_t>(longest, MOST_CURVES)) {
         ways_.push_back(std::make_shared<Way>(*this));
     }
-    for (std::size_t way = 0; way < count; ++way) {
-        for (int part = 0; part < PART_COUNT; ++part) {
-            REQUESTLIST& own = ways_[way]->requests[part];
-            own.clear();
-            if (way < items[part].size()) {
-                own.push_back(items[part][way]);
-            }
+    for (int part = 0; part < PART_COUNT; ++part) {
+        auto item = Requests(part).begin();
+        for (const auto& way : ways_) {
+            const bool isAny = item != Requests(part).end();
+            TakeOne(way->requests[part], isAny ? &*item++ : nullptr);
         }
     }
 }
@@ -401,22 +393,20 @@ void MINIXOVERPROPERTIES::DrawCurves(Canvas& canvas, const logic::CurvePlot& plo
     const int active = ActivePoint();
     int summed = 0;
     for (std::size_t i = 0; i < ways_.size(); ++i) {
-        const Response* response = ways_[i]->ResponseOn(grid);
-        if (response == nullptr) {
+        if (!ways_[i]->IsThere()) {
             continue;
         }
-        const std::vector<logic::Spot> curve = plot.Curve(Decibels(*response));
+        const Response& response = ways_[i]->ResponseOn(grid);
+        const std::vector<double> curve = plot.Heights(Decibels(response));
         if (active >= 0 && WayOf(active) == i) {
-            canvas.Shape(plot.Filled(curve, -2 * plot.range), ColourOf(i), 0.2);
+            canvas.UnderGraph(curve, plot.top + plot.height, ColourOf(i), 0.2);
         }
-        canvas.Line(curve, 2, ColourOf(i));
-        std::transform(sum.begin(), sum.end(), response->begin(), sum.begin(), std::plus<>());
+        canvas.Graph(curve, {ColourOf(i)});
+        std::transform(sum.begin(), sum.end(), response.begin(), sum.begin(), std::plus<>());
         ++summed;
     }
     if (summed > 1) {
-        for (const auto& dash : logic::Dashes(plot.Curve(Decibels(sum)), DASH, GAP)) {
-            canvas.Line(dash, 1.5, textColour);
-        }
+        canvas.Graph(plot.Heights(Decibels(sum)), {textColour, 1.5, DASH, GAP});
     }
 }
 
@@ -426,6 +416,7 @@ extern const ControlImplementation miniXoverControl{
     .purpose =
         "The ways of a loudspeaker crossover as curves from 20 Hz to 20 kHz, and dashed their sum with all "
         "phases: dragging the point of a filter moves its corner, a double click turns it off and on. Tab "
-        "reaches the points; the arrow keys and the space bar work them.",
+        "reaches the points; the arrow keys and the space bar work them. [More of "
+        "it](panel-files.md#curves-of-equalisers-and-crossovers).",
     .dialog = LAID_OUT,
     .share = SharePicture<>};

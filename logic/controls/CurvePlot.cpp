@@ -30,30 +30,13 @@ double CurvePlot::DecibelsAt(double y) const {
     return range - (y - top - HALF) / std::max(height - 1, 1) * 2 * range;
 }
 
-std::vector<Spot> CurvePlot::Curve(std::span<const double> decibels) const {
-    std::vector<Spot> spots;
+std::vector<double> CurvePlot::Heights(std::span<const double> decibels) const {
+    std::vector<double> heights;
+    heights.reserve(decibels.size());
     for (const double gain : decibels) {
-        const double near = gain < -2 * range ? -2 * range : gain > 2 * range ? 2 * range : gain;
-        spots.push_back({left + HALF + static_cast<double>(spots.size()), Y(near)});
+        heights.push_back(Y(gain < -2 * range ? -2 * range : gain > 2 * range ? 2 * range : gain));
     }
-    // Up to the edges of the first and the last pixel.
-    if (!spots.empty()) {
-        spots.insert(spots.begin(), {left, spots.front().y});
-        spots.push_back({left + width, spots.back().y});
-    }
-    return spots;
-}
-
-std::vector<Spot> CurvePlot::Filled(std::span<const Spot> curve, double decibels) const {
-    std::vector<Spot> outline;
-    std::copy_if(curve.begin(), curve.end(), std::back_inserter(outline),
-                 [](const Spot& spot) { return std::isfinite(spot.y); });
-    if (!outline.empty()) {
-        const double base = Y(decibels);
-        outline.insert(outline.begin(), {outline.front().x, base});
-        outline.push_back({outline.back().x, base});
-    }
-    return outline;
+    return heights;
 }
 
 std::vector<int> CurvePlot::GridGains(int pixels) const {

@@ -22,11 +22,9 @@ struct CurvePlot {
     double HertzAt(double x) const;
     double DecibelsAt(double y) const;
 
-    // A spot for each column of a curve of as many gains as the plot is wide. What is far outside is brought
-    // near; what is no number stays none.
-    std::vector<Spot> Curve(std::span<const double> decibels) const;
-    // The outline of what lies between a curve and the line of a gain.
-    std::vector<Spot> Filled(std::span<const Spot> curve, double decibels) const;
+    // Of a curve with a gain for each column. What is far outside is brought near; what is no number stays
+    // none.
+    std::vector<double> Heights(std::span<const double> decibels) const;
 
     // Gains with a line of the grid, so that two of them are at least that many pixels apart: multiples of 1,
     // 2, 3, 6, 12 ... dB that lie inside.

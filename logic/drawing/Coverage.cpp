@@ -1,5 +1,7 @@
 #include "logic/drawing/Coverage.h"
 
+#include "logic/drawing/Graph.h"
+
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
@@ -25,15 +27,6 @@ Spot SideOf(Spot from, Spot to, double width) {
     const double length = std::hypot(to.x - from.x, to.y - from.y);
     const double reach = length > 0 ? width / 2 / length : 0;
     return {(to.y - from.y) * reach, (from.x - to.x) * reach};
-}
-
-std::uint32_t Mixed(std::uint32_t ground, std::uint32_t colour, std::uint32_t share) {
-    const auto channel = [&](int shift) {
-        const std::uint32_t from = ground >> shift & 0xFF;
-        const std::uint32_t to = colour >> shift & 0xFF;
-        return ((from * (256 - share) + to * share) >> 8) << shift;
-    };
-    return channel(16) | channel(8) | channel(0);
 }
 
 } // namespace
@@ -202,7 +195,7 @@ void Coverage::Blend(std::uint32_t* pixels, int rowLength, std::uint32_t colour,
                 const auto share =
                     static_cast<std::uint32_t>(std::min(std::abs(covered), 1.0F) * whole + 0.5F);
                 if (share != 0 && row < rows) {
-                    line[x] = Mixed(line[x], colour, share);
+                    line[x] = MixedPixel(line[x], colour, share);
                 }
             }
             cells[right_] = 0;
@@ -212,38 +205,6 @@ void Coverage::Blend(std::uint32_t* pixels, int rowLength, std::uint32_t colour,
     edges_.clear();
     top_ = height_;
     bottom_ = 0;
-}
-
-std::vector<std::vector<Spot>> Dashes(std::span<const Spot> spots, double length, double gap) {
-    std::vector<std::vector<Spot>> pieces;
-    double left = length; // of the dash, or below 0 of the gap
-    bool isDash = true;
-    for (std::size_t i = 0; i + 1 < spots.size(); ++i) {
-        const double whole = std::hypot(spots[i + 1].x - spots[i].x, spots[i + 1].y - spots[i].y);
-        if (!std::isfinite(whole)) {
-            continue;
-        }
-        double done = 0;
-        if (isDash && (pieces.empty() || i == 0)) {
-            pieces.push_back({spots[i]});
-        }
-        while (whole - done > left) {
-            done += left;
-            const Spot edge = Between(spots[i], spots[i + 1], done / whole);
-            if (isDash) {
-                pieces.back().push_back(edge);
-            } else {
-                pieces.push_back({edge});
-            }
-            isDash = !isDash;
-            left = isDash ? length : gap;
-        }
-        left -= whole - done;
-        if (isDash) {
-            pieces.back().push_back(spots[i + 1]);
-        }
-    }
-    return pieces;
 }
 
 } // namespace logic

@@ -1,5 +1,6 @@
 // Smooth shapes: the area that they cover is the one that geometry says.
 #include "logic/drawing/Coverage.h"
+#include "logic/drawing/Graph.h"
 
 #include <cmath>
 
@@ -67,7 +68,7 @@ TEST_CASE("outlines cover their area, cut off at the borders") {
     }
 }
 
-TEST_CASE("lines, circles and dashes") {
+TEST_CASE("lines and circles") {
     const auto line = [](const std::vector<Spot>& spots, double width) {
         return Paint([&](Coverage& coverage) { coverage.AddLine(spots, width); }).area;
     };
@@ -80,17 +81,43 @@ TEST_CASE("lines, circles and dashes") {
     CHECK(circle.area == doctest::Approx(3.1416 * 36).epsilon(0.02));
     CHECK(circle.pixels[15 * WIDTH + 20] == 0xFFFFFF);
     CHECK(circle.pixels[15 * WIDTH + 27] == 0);
+}
 
-    std::vector<Spot> spots;
-    for (int i = 0; i <= 90; ++i) {
-        spots.push_back({i / 3.0, 7});
+TEST_CASE("a graph covers what a line through its columns covers") {
+    const auto graph = [](const std::vector<double>& heights, const GraphStyle& style) {
+        std::vector<std::uint32_t> pixels(WIDTH * HEIGHT);
+        BlendGraph({pixels.data(), WIDTH, WIDTH, HEIGHT}, heights, style);
+        double area = 0;
+        for (const std::uint32_t pixel : pixels) {
+            area += (pixel & 0xFF) / 255.0;
+        }
+        return area;
+    };
+    const auto straight = [](double from, double slope) {
+        std::vector<double> heights;
+        for (int x = 0; x < WIDTH; ++x) {
+            heights.push_back(from + slope * x);
+        }
+        return heights;
+    };
+    for (const double slope : {0.0, 0.1, -0.3, 0.5}) {
+        const double length = std::hypot(1.0, slope) * WIDTH;
+        CHECK(graph(straight(slope < 0 ? 22.3 : 5.2, slope), {0xFFFFFF, 2}) ==
+              doctest::Approx(2 * length).epsilon(0.02));
+        CHECK(graph(straight(slope < 0 ? 22.3 : 5.2, slope), {0xFFFFFF, 2, 6, 4}) ==
+              doctest::Approx(2 * 0.6 * length).epsilon(0.15));
     }
-    const auto dashes = Dashes(spots, 6, 4);
-    REQUIRE(dashes.size() == 3);
-    for (std::size_t i = 0; i < dashes.size(); ++i) {
-        CHECK(dashes[i].front().x == doctest::Approx(10.0 * static_cast<double>(i)));
-        CHECK(dashes[i].back().x == doctest::Approx(10.0 * static_cast<double>(i) + 6));
+    CHECK(graph(straight(-40, 4), {0xFFFFFF, 1}) ==
+          doctest::Approx(std::hypot(7.5, 30)).epsilon(0.05)); // cut off
+    for (const double odd : {static_cast<double>(notANumber), 1e300, -1e300}) {
+        std::vector<double> heights = straight(10, 0);
+        heights[20] = odd;
+        CHECK(graph(heights, {0xFFFFFF, 2}) >= 70);
+        CHECK(std::isfinite(graph(std::vector<double>(3 * WIDTH, odd), {0xFFFFFF, 2})));
     }
-    CHECK(Dashes(std::vector<Spot>{{1, 1}}, 6, 4).size() <= 1);
-    CHECK(Dashes({}, 6, 4).empty());
+    std::vector<std::uint32_t> pixels(WIDTH * HEIGHT);
+    BlendUnderGraph({pixels.data(), WIDTH, WIDTH, HEIGHT}, straight(10.5, 0), 20.25, 0xFFFFFF, 0.5);
+    const Row<std::uint32_t, int> rows[] = {{{9}, 0},    {{10}, 63}, {{11}, 127},
+                                            {{19}, 127}, {{20}, 31}, {{21}, 0}};
+    CheckRows([&](int row) { return pixels[static_cast<std::size_t>(row * WIDTH + 7)] & 0xFF; }, rows);
 }

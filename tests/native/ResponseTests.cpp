@@ -195,6 +195,13 @@ TEST_CASE("a filter that cannot be is none, and nothing is computed beyond half 
     for (int i = 0; i < slow.Count(); ++i) {
         CHECK(std::isnan(slow.Warped(i)) == (slow.Hertz(i) >= 8000));
     }
+    for (const double power :
+         {1e-300, 1e-7, 0.3, 0.70710678, 0.99999, 1.0, 1.41421357, 1.5, 2.0, 3e9, 1e308}) {
+        CHECK(DecibelsOfPower(power) == doctest::Approx(10 * std::log10(power)).epsilon(1e-9));
+    }
+    CHECK(DecibelsOfPower(0) == -static_cast<double>(infinity));
+    CHECK(std::isnan(DecibelsOfPower(-1)));
+    CHECK(std::isnan(DecibelsOfPower(notANumber)));
     for (const double place : {0.0, 0.3, 1.0}) {
         CHECK(PlaceOfFrequency(FrequencyAt(place)) == doctest::Approx(place));
     }
