@@ -24,6 +24,7 @@ public:
     void BindingsChanged() override { Redraw(); }
     POINT NotEqualPlace() const override;
     void Draw(HDC dc, const RECT& client) const final;
+    bool CoversGround() const final { return true; }
     void Redraw() const override;
     virtual void FontChanged() { Redraw(); }
     bool BeginDrag(POINT point) final;

@@ -235,7 +235,9 @@ void DrawInto(CONTROLPROPERTIES& control, HDC target) {
     RECT client{};
     GetClientRect(control.window, &client);
     const cOffScreen buffer(target, client.right, client.bottom);
-    DrawBehind(control, buffer.Dc(), client);
+    if (!control.CoversGround()) {
+        DrawBehind(control, buffer.Dc(), client);
+    }
     control.Draw(buffer.Dc(), client);
     if (control.notEqual && !control.DrawsNotEqual(client)) {
         const POINT place = control.NotEqualPlace();

@@ -52,6 +52,7 @@ public:
     virtual int ControlType() const { return controlClass->controlType; } // datatype of the main value
     virtual int ValueDatatype() const { return ControlType(); }           // in which it is kept
     virtual void Draw(HDC, const RECT& /*client*/) const {}
+    virtual bool CoversGround() const { return false; } // whether Draw paints every pixel
     // Whether Draw shows by itself that a poll found a disagreement, in place of the not-equal sign.
     virtual bool DrawsNotEqual(const RECT& /*client*/) const { return false; }
     // What a status bar says of its value: the text of that.
