@@ -207,4 +207,36 @@ void Coverage::Blend(std::uint32_t* pixels, int rowLength, std::uint32_t colour,
     bottom_ = 0;
 }
 
+std::vector<std::vector<Spot>> Dashes(std::span<const Spot> spots, double length, double gap) {
+    std::vector<std::vector<Spot>> pieces;
+    double left = length; // of the dash, or below 0 of the gap
+    bool isDash = true;
+    for (std::size_t i = 0; i + 1 < spots.size(); ++i) {
+        const double whole = std::hypot(spots[i + 1].x - spots[i].x, spots[i + 1].y - spots[i].y);
+        if (!std::isfinite(whole)) {
+            continue;
+        }
+        double done = 0;
+        if (isDash && (pieces.empty() || i == 0)) {
+            pieces.push_back({spots[i]});
+        }
+        while (whole - done > left) {
+            done += left;
+            const Spot edge = Between(spots[i], spots[i + 1], done / whole);
+            if (isDash) {
+                pieces.back().push_back(edge);
+            } else {
+                pieces.push_back({edge});
+            }
+            isDash = !isDash;
+            left = isDash ? length : gap;
+        }
+        left -= whole - done;
+        if (isDash) {
+            pieces.back().push_back(spots[i + 1]);
+        }
+    }
+    return pieces;
+}
+
 } // namespace logic

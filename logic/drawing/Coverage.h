@@ -57,4 +57,7 @@ private:
     int right_ = 0;
 };
 
+// Pieces of a line through the spots, each so many pixels long and that far from the next.
+std::vector<std::vector<Spot>> Dashes(std::span<const Spot> spots, double length, double gap);
+
 } // namespace logic

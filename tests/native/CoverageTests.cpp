@@ -83,6 +83,21 @@ TEST_CASE("lines and circles") {
     CHECK(circle.pixels[15 * WIDTH + 27] == 0);
 }
 
+TEST_CASE("a line in dashes") {
+    std::vector<Spot> spots;
+    for (int i = 0; i <= 90; ++i) {
+        spots.push_back({i / 3.0, 7});
+    }
+    const auto dashes = Dashes(spots, 6, 4);
+    REQUIRE(dashes.size() == 3);
+    for (std::size_t i = 0; i < dashes.size(); ++i) {
+        CHECK(dashes[i].front().x == doctest::Approx(10.0 * static_cast<double>(i)));
+        CHECK(dashes[i].back().x == doctest::Approx(10.0 * static_cast<double>(i) + 6));
+    }
+    CHECK(Dashes(std::vector<Spot>{{1, 1}}, 6, 4).size() <= 1);
+    CHECK(Dashes({}, 6, 4).empty());
+}
+
 TEST_CASE("a graph covers what a line through its columns covers") {
     const auto graph = [](const std::vector<double>& heights, const GraphStyle& style) {
         std::vector<std::uint32_t> pixels(WIDTH * HEIGHT);
