@@ -1,9 +1,7 @@
 #include "Panel/FrameWindow.h"
 
 #include "Panel/ControlLibrary.h"
-#include "Panel/FileDialogs.h"
 #include "Panel/FrameSize.h"
-#include "Panel/LoadProgress.h"
 #include "Panel/Screenshot.h"
 #include "Panel/common/Paths.h"
 #include "Panel/resource.h"
@@ -21,11 +19,6 @@ constexpr ULONGLONG REFRESH_AFTER = 200; // milliseconds
 constexpr POINT SCREENSHOT_PLACE{40, 40};
 constexpr DWORD STYLE = WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN;
 constexpr UINT SHOW_WARNINGS = WM_APP; // posted to itself
-
-// Of a panel with that file.
-std::string NameOf(const std::string& file) {
-    return file.empty() ? "Untitled" : FileName(file);
-}
 
 StatusBar::Devices DevicesOf(const PanelWindow& panel) {
     StatusBar::Devices devices;
@@ -289,88 +282,6 @@ void FrameWindow::OnSize() {
     view_.MoveTo({left, top, std::max<LONG>(left, client.right), top + height});
 }
 
-// The panel and its file.
-
-bool FrameWindow::OpenPanel(const std::string& file, std::string& error) {
-    return OpenSource({file, DeviceFileFor(file)}, error) ||
-           (error.empty() && !panel_ && OpenSource({}, error));
-}
-
-std::unique_ptr<PanelWindow> FrameWindow::Load(const PanelSource& source, bool mayCancel,
-                                               std::string& error) {
-    LoadProgress progress(Handle(), status_, NameOf(source.panelFile), mayCancel);
-    const auto warn = [this](const std::string& text) { WarnLater(text); };
-    return PanelWindow::Open(view_.Handle(), source, progress, warn, error);
-}
-
-bool FrameWindow::OpenSource(const PanelSource& source, std::string& error) {
-    const int messages = log_.MessageCount();
-    log_.SetMessageCount(0);
-    auto opened = Load(source, true, error);
-    if (!opened) {
-        log_.SetMessageCount(messages);
-        return false;
-    }
-    if (panel_ && panel_->HasInterfaceControls() && opened->HasInterfaceControls()) {
-        // The new panel could be read, but found its ports taken by the running one: it starts anew without
-        // that.
-        opened.reset();
-        Replace(nullptr, "");
-        log_.SetMessageCount(0);
-        opened = Load(source, false, error);
-        if (!opened) { // the file changed this very moment
-            std::string ignored;
-            Replace(Load({}, false, ignored), "");
-            return false;
-        }
-    }
-    Replace(std::move(opened), source.panelFile);
-    return true;
-}
-
-bool FrameWindow::Recover() {
-    std::optional<FoundCopy> found = recovery_.Offer(reporter_, commandLine_.panelFile);
-    if (!found) {
-        return false;
-    }
-    const logic::RecoveryCopy& copy = found->copy;
-    PanelSource source{copy.file, DeviceFileFor(copy.file), &copy};
-    if (commandLine_.deviceFile.empty() && FileExists(copy.devices)) {
-        source.deviceFile = copy.devices;
-    }
-    if (std::string error; !OpenSource(source, error)) {
-        if (!error.empty()) {
-            reporter_.Warn(nullptr, error);
-        }
-        return false;
-    }
-    recovery_.Adopt(std::move(found->file), panel_->Edit().Edits());
-    return true;
-}
-
-void FrameWindow::Replace(std::unique_ptr<PanelWindow> panel, const std::string& file) {
-    recovery_.Discard();
-    palette_.SetEditor(nullptr);
-    view_.SetPanel(panel ? panel->Handle() : nullptr, panel ? panel->Size() : SIZE{});
-    panel_ = std::move(panel);
-    file_ = file;
-    objects_ = -1;
-    if (!panel_) {
-        return;
-    }
-    if (editing_) {
-        panel_->Edit().SetActive(true);
-        palette_.SetEditor(&panel_->Edit());
-    }
-    statedSize_ = panel_->StatedSize();
-    ShowNotice();
-    FitToPanel();
-    Refresh();
-    if (GetActiveWindow() == Handle()) {
-        panel_->RestoreFocus();
-    }
-}
-
 // While an edit is under way its dialog may not go, as it could while a message is shown.
 void FrameWindow::WarnLater(const std::string& text) {
     warnings_.push_back(text);
@@ -397,68 +308,6 @@ void FrameWindow::ShowNotice() {
     OnSize();
 }
 
-std::string FrameWindow::DeviceFileFor(const std::string& file) const {
-    if (!commandLine_.deviceFile.empty()) {
-        return commandLine_.deviceFile; // the devices stay the same whichever panel is opened
-    }
-    const std::string beside = file.empty() ? "" : WithExtension(file, ".devices");
-    return FileExists(beside) ? beside : "";
-}
-
-void FrameWindow::New() {
-    std::string error;
-    if (MayDiscard() && !OpenPanel("", error)) {
-        reporter_.Warn(Handle(), error);
-    }
-}
-
-void FrameWindow::Open() {
-    if (!MayDiscard()) {
-        return;
-    }
-    const std::string file = AskFileToOpen(Handle());
-    std::string error;
-    if (!file.empty() && !OpenPanel(file, error) && !error.empty()) {
-        reporter_.Warn(Handle(), error);
-    }
-}
-
-bool FrameWindow::Save() {
-    return file_.empty() ? SaveAs() : SaveTo(file_);
-}
-
-bool FrameWindow::SaveAs() {
-    const std::string file = AskFileToSave(Handle(), file_);
-    return !file.empty() && SaveTo(file);
-}
-
-bool FrameWindow::SaveTo(const std::string& file) {
-    std::string error;
-    if (!oldFile_.Keep(file, error) || !panel_->Save(file, error)) {
-        oldFile_.TakeBack();
-        reporter_.Warn(Handle(), error);
-        return false;
-    }
-    oldFile_.Saved();
-    file_ = file;
-    Refresh();
-    return true;
-}
-
-bool FrameWindow::MayDiscard() {
-    if (!panel_ || !panel_->IsChanged()) {
-        return true;
-    }
-    switch (reporter_.Ask(Handle(), "Save the changes to " + DocumentName() + "?")) {
-    case IDYES:
-        return Save();
-    case IDNO:
-        return true;
-    default:
-        return false;
-    }
-}
-
 void FrameWindow::About() {
     std::string text = "Panel " PROJECT_VERSION_TEXT "\n\nOpens, operates and saves control panels.";
     const std::string stamp = library_.BuildStamp();
@@ -469,10 +318,6 @@ void FrameWindow::About() {
 }
 
 // What is shown.
-
-std::string FrameWindow::DocumentName() const {
-    return NameOf(file_);
-}
 
 void FrameWindow::Refresh() {
     const std::string panelTitle = panel_->Title();
