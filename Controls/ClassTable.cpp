@@ -9,6 +9,7 @@ extern const ControlImplementation clockControl;
 extern const ControlImplementation comboBoxControl;
 extern const ControlImplementation conditionalLedControl;
 extern const ControlImplementation contactButtonControl;
+extern const ControlImplementation crossoverStripControl;
 extern const ControlImplementation danteControl;
 extern const ControlImplementation editControl;
 extern const ControlImplementation eqControl;
@@ -362,11 +363,10 @@ constexpr ControlClass CLASSES[] = {
      .palette = {PROCESSING, 2, "Crossover Filter", "Xo", {292, 170}, true}},
     {.name = "CROSSOVER",
      .displayName = "CrossOver",
-     .implementation = &plainInteger,
+     .implementation = &crossoverStripControl,
      .controlType = INTEGER,
      .style = S1,
-     .purpose = "Crossover strip.",
-     .palette = {STRIPS, 3, "Crossover Strip", "Cs", {80, 320}, true}},
+     .palette = {STRIPS, 3, "Crossover Strip", "Cs", {72, 252}, true}},
     {.name = "MIXER",
      .displayName = "Mixer",
      .implementation = &mixerControl,

@@ -27,6 +27,10 @@ struct StripChange {
     int show = -1;              // as ShowWindow takes it; -1: as it is
 };
 
+// What strips have in common, so that they stand beside each other as one piece.
+constexpr COLORREF STRIP_COLOUR = RGB(153, 153, 153);
+constexpr DWORD STRIP_FIELD_STYLE = ES_AUTOHSCROLL | WS_TABSTOP;
+
 class StripBackground;
 
 // Base of the controls that are composed of other controls: of a table of children, made with the strip and

@@ -412,6 +412,8 @@ LRESULT CALLBACK IndicatorProc(HWND window, UINT message, WPARAM wParam, LPARAM 
     if (control != nullptr && (message == WM_LBUTTONDOWN || message == WM_LBUTTONDBLCLK)) {
         if (IsPanelClick(*control, wParam)) {
             ForwardToPanel(*control, message, wParam);
+        } else if (auto* container = LivingObject<CONTROLPROPERTIES>(control->parent)) {
+            container->ChildPressed(window);
         }
         return 0;
     }

@@ -74,6 +74,8 @@ public:
     virtual void MoveDrag(POINT) {}
     virtual void EndDrag() {}
     virtual void CancelDrag() {}
+    // A press on a child that takes no input itself and is not the panel's.
+    virtual void ChildPressed(HWND /*child*/) {}
     // Whether the context menu has "Apply", and what it does: the value goes to all bindings once more.
     virtual bool OffersApply() const { return false; }
     virtual void Apply() {}

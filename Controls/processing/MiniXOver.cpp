@@ -2,9 +2,9 @@
 // dashed what they sum up to. Each way is made of what stands at its place in up to four lists of functions.
 // Frequencies in Hz, gains in dB, interval in milliseconds.
 
+#include "Controls/families/CrossoverParts.h"
 #include "Controls/families/CurveView.h"
 #include "Controls/families/FunctionList.h"
-#include "Controls/families/HeldBlock.h"
 #include "logic/controls/Crossover.h"
 #include "logic/controls/FilterValues.h"
 #include "logic/controls/Kept.h"
@@ -193,19 +193,8 @@ int MINIXOVERPROPERTIES::ValueKeyword(VALUERECORD& record) {
 // Ways
 
 MINIXOVERPROPERTIES::Way::Way(MINIXOVERPROPERTIES& of) : view(of) {
-    // A device delivers the filters of the first, a connected control the whole way.
-    parts = {{&requests[FILTERS], &requests[FILTERS], DATATYPE_CROSSOVER,
-              [](Crossover& way) -> void* { return &way; },
-              [](Crossover& to, const Crossover& from) { to.filters = from.filters; }},
-             {&requests[GAIN], &requests[GAIN], DATATYPE_FLOAT,
-              [](Crossover& way) -> void* { return &way.gain; },
-              [](Crossover& to, const Crossover& from) { to.gain = from.gain; }},
-             {&requests[POLARITY], &requests[POLARITY], DATATYPE_INTEGER,
-              [](Crossover& way) -> void* { return &way.polarity; },
-              [](Crossover& to, const Crossover& from) { to.polarity = from.polarity; }},
-             {&requests[DELAY], &requests[DELAY], DATATYPE_DELAY,
-              [](Crossover& way) -> void* { return &way.delay; },
-              [](Crossover& to, const Crossover& from) { to.delay = from.delay; }}};
+    parts = CrossoverParts(requests[FILTERS], requests[FILTERS], requests[GAIN], requests[POLARITY],
+                           requests[DELAY]);
 }
 
 void MINIXOVERPROPERTIES::Way::ShowBlock(const Crossover& next) {

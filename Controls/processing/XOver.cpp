@@ -4,6 +4,7 @@
 // milliseconds.
 
 #include "Controls/families/BlockForm.h"
+#include "Controls/families/CrossoverParts.h"
 #include "Controls/families/FunctionList.h"
 #include "Controls/framework/Control.h"
 #include "Controls/framework/Keywords.h"
@@ -147,18 +148,8 @@ private:
 };
 
 XOVERPROPERTIES::XOVERPROPERTIES() {
-    // A device delivers the filters of the first, a connected control the whole record.
-    parts = {{&requests, &filterRequests_, DATATYPE_CROSSOVER, [](Crossover& all) -> void* { return &all; },
-              [](Crossover& to, const Crossover& from) { to.filters = from.filters; }},
-             {&slots[GAIN].Requests(), &slots[GAIN].Requests(), DATATYPE_FLOAT,
-              [](Crossover& all) -> void* { return &all.gain; },
-              [](Crossover& to, const Crossover& from) { to.gain = from.gain; }},
-             {&slots[POLARITY_SLOT].Requests(), &slots[POLARITY_SLOT].Requests(), DATATYPE_INTEGER,
-              [](Crossover& all) -> void* { return &all.polarity; },
-              [](Crossover& to, const Crossover& from) { to.polarity = from.polarity; }},
-             {&slots[DELAY].Requests(), &slots[DELAY].Requests(), DATATYPE_DELAY,
-              [](Crossover& all) -> void* { return &all.delay; },
-              [](Crossover& to, const Crossover& from) { to.delay = from.delay; }}};
+    parts = CrossoverParts(requests, filterRequests_, slots[GAIN].Requests(), slots[POLARITY_SLOT].Requests(),
+                           slots[DELAY].Requests());
 }
 
 namespace {

@@ -15,8 +15,6 @@ namespace {
 
 constexpr int STRIP_WIDTH = 48;
 constexpr int STRIP_HEIGHT = 252;
-constexpr COLORREF STRIP_COLOUR = RGB(153, 153, 153);
-constexpr DWORD FIELD_STYLE = ES_AUTOHSCROLL | WS_TABSTOP;
 
 constexpr const char* LEVEL_FADER = "Fader";
 constexpr const char* PAN_FADER = "Stereo";
@@ -57,7 +55,7 @@ constexpr StripChild CHILDREN[] = {
      12,
      {"font=ms sans serif,8", "textcolor=0x00ccff", "backgroundcolor=0x00000000", "datatype=f", "fmt=%.1f",
       "alignment=center", "interval=250", "connection=%n*Fader", "* =0.0"},
-     WS_VISIBLE | FIELD_STYLE,
+     WS_VISIBLE | STRIP_FIELD_STYLE,
      WS_EX_STATICEDGE},
     {"BEDIT",
      "Edit",
@@ -65,7 +63,7 @@ constexpr StripChild CHILDREN[] = {
      13,
      {"*alignment=center", "*backgroundcolor=0x004C4C4C", "*textcolor=0x00ffffff",
       "*caption=", "*font=ms sans serif,8"},
-     WS_VISIBLE | FIELD_STYLE},
+     WS_VISIBLE | STRIP_FIELD_STYLE},
     {"BSTATIC",
      "Label",
      {9, 3, 30, 15},

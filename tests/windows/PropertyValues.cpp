@@ -208,6 +208,14 @@ TEST_CASE("what a keyword takes, keeps and refuses") {
          "format=96000 Hz,float,Stereo|format=48000!|format=48000 "
          "Hz,20bit,Mono!|maximum=0>maximum=1|maximum=5|"
          "driver=Line|record=1!|run=2!|run=x!|peak1=1!|recorded=a!|value=1!"},
+        {"CROSSOVER",
+         "highpass=link24>highpass=LINK24|highpass=6dB>highpass=BUTT6|highpass=loud!|highpass=OFF,80!|"
+         "highcorner=1k2>highcorner=1200 Hz|highcorner=5 Hz>highcorner=20.0 Hz|highcorner=5 "
+         "s!|lowpass=BUTT12|"
+         "lowcorner=99999>lowcorner=20000 Hz|gain=-50>gain=-30|gain=loud!|inverted=2>inverted=1|"
+         "delaytime=2,5>delaytime=2.5 ms|delaytime=3 "
+         "parsec!|delaytime=off|bypass=1|bypass=0|signal=1!|value=7>"
+         "value=1|value=x!"},
         {"MIXER", "mode=Output>mode=output|mode=Input>mode=input|stereo=maybe>stereo=no|stereo=Y>stereo=yes"},
     };
     const TestPanel panel;

@@ -69,11 +69,11 @@ bool HasValue(HWND control) {
 }
 
 // Its default value is a block, which has a text form of its own and is none of a single number or word, a
-// level that is never above 0, or one that can only be read.
+// level that is never above 0, one of two states, or one that can only be read.
 bool TakesNoNumber(HWND control) {
-    constexpr std::string_view names[] = {"CONDITIONALLED", "EQ",     "IWAVEIN",     "MINIDELAY",
-                                          "MINIDYNAMICS",   "MINIEQ", "MINIROUTING", "MINIXOVER",
-                                          "XIPCHECK",       "XOVER"};
+    constexpr std::string_view names[] = {"CONDITIONALLED", "CROSSOVER",    "EQ",     "IWAVEIN",
+                                          "MINIDELAY",      "MINIDYNAMICS", "MINIEQ", "MINIROUTING",
+                                          "MINIXOVER",      "XIPCHECK",     "XOVER"};
     return std::ranges::find(names, ClassOf(control)) != std::end(names);
 }
 
@@ -485,7 +485,8 @@ TEST_CASE("drawing, keys and unlisted private messages have their fixed answers"
         CHECK(((GetWindowLongA(control, GWL_EXSTYLE) & WS_EX_ACCEPTFILES) != 0) == accepts);
         if (name != "BEDIT" && name != "BEDIT2" && name != "BCOMBOBOX") {
             CHECK(SendMessageA(control, WM_ERASEBKGND, 0, 0) == 1);
-            const LRESULT wanted = name == "MIXER" ? DLGC_WANTARROWS | DLGC_WANTALLKEYS : DLGC_WANTARROWS;
+            const bool isStrip = name == "MIXER" || name == "CROSSOVER";
+            const LRESULT wanted = isStrip ? DLGC_WANTARROWS | DLGC_WANTALLKEYS : DLGC_WANTARROWS;
             CHECK(SendMessageA(control, WM_GETDLGCODE, 0, 0) == wanted);
         }
         for (UINT message = 0x8005; message <= 0x8032; ++message) {
