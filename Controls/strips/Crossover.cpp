@@ -47,7 +47,7 @@ std::string TypeItems() {
 StripChild TypeList(const char* name, int top, const char* items, const char* connection) {
     return {"BCOMBOBOX",
             name,
-            {4, top, 64, 21},
+            {4, top, 64, 19},
             12,
             {items, "font=Small Fonts,7", connection},
             WS_VISIBLE | WS_VSCROLL | WS_TABSTOP | CBS_DROPDOWNLIST};
@@ -68,7 +68,7 @@ StripChild Switch(const char* name, int top, const char* bitmap, const char* cap
                   const char* connection) {
     return {"BTRISTATEBUTTON",
             name,
-            {4, top, 26, 16},
+            {2, top, 26, 16},
             12,
             {bitmap, caption, "textcolor=0xffffff,0", "font=Small Fonts,5", "interval=100", connection},
             WS_VISIBLE | WS_TABSTOP};
@@ -378,7 +378,7 @@ std::span<const StripChild> CROSSOVERPROPERTIES::Children() const {
          WS_VISIBLE | WS_TABSTOP},
         {"SCALE",
          "Scale",
-         {32, 108, 15, 101},
+         {28, 108, 19, 101},
          12,
          {"font=Small Fonts,5", "textcolor=0x00000000", "linecolor=0x00000000", "side=left",
           "beside=%n*Fader"}},
