@@ -8,6 +8,7 @@
 
 #include "fuzz/Fuzzer.h"
 #include "logic/controls/Layers.h"
+#include "logic/devices/AutoMixer.h"
 #include "logic/devices/SimulatedBlocks.h"
 #include "logic/devices/Simulation.h"
 #include "logic/devices/Subscription.h"
@@ -79,6 +80,10 @@ void CheckDeclarations(std::string_view text) {
     if (const auto matrix = ParseMatrix(text.substr(0, split),
                                         split == text.npos ? "2,12,in%i,out%02o" : text.substr(split + 1))) {
         Require(matrix->crosspoints.size() == matrix->InputNames().size() * matrix->OutputNames().size());
+    }
+    if (const auto mixer =
+            ParseAutoMixer(text.substr(0, split), split == text.npos ? "12,mic%i" : text.substr(split + 1))) {
+        Require(!mixer->channels.empty() && mixer->channels.size() == mixer->sources.size());
     }
     if (const auto layers = ParseLayers(text)) {
         Require(ParseLayers(LayersText(*layers)) == layers);

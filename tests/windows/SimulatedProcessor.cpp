@@ -88,3 +88,34 @@ TEST_CASE("a simulated matrix adds up the inputs that are on, and can come after
     CHECK(a_LoadErrorCount(test.panel.Root()) == 2);
     CHECK(test.panel.Parameter("DSP*a1_1") == "(none)");
 }
+
+TEST_CASE("a simulated automatic mixer gives its gain to whoever talks") {
+    const Processor test("DSP*mic1=float,-80,18,-20,dB\nDSP*mic2=float,-80,18,-20,dB\nDSP*mic4=text,,,x\n"
+                         "DSP*auto%i=automixer,4,mic%i\nDSP*auto1.hold=float,0,10000,0\n"
+                         "DSP*auto=automixer,2,mic%i\n");
+    CHECK(a_LoadErrorCount(test.panel.Root()) == 1);
+    CHECK(test.panel.Parameter("DSP*auto4.weight") == "0");
+    CHECK(test.Reaches("auto1.gain", -3.01));
+    CHECK(test.Reaches("auto2.gain", -3.01));
+    CHECK(test.Number("auto3.gain") == -80); // it has no microphone, and the fourth has no level
+    CHECK(test.Number("auto4.gain") == -80);
+    test.Set("auto2.priority", "1");
+    CHECK(test.Reaches("auto1.gain", -80));
+    test.Set("auto2.mute", "1");
+    CHECK(test.Reaches("auto1.gain", 0));
+    test.Set("mic1", "-60");
+    CHECK(test.Reaches("auto1.gain", -80));
+    test.Set("auto1.freeze", "1");
+    test.Set("mic1", "-20");
+    test.Set("auto2.mute", "0");
+    CHECK(test.Reaches("auto2.gain", 0));
+    CHECK(test.Number("auto1.gain") == -80);
+    // What is declared anew is as it is declared, and stops nothing.
+    test.panel.Declare("DSP*auto1.gain=float,-80,0,-7\nDSP*auto1.hold=text,,,x\n"
+                       "DSP*auto2.priority=integer,0,1,0\n");
+    test.Set("auto1.freeze", "0");
+    CHECK(test.Reaches("auto2.gain", -3.01));
+    CHECK(test.Number("auto1.gain") == -7);
+    test.panel.Declare("DSP*auto%i=automixer,1,mic%i\n");
+    CHECK(test.Reaches("auto1.gain", 0));
+}

@@ -2,6 +2,8 @@
 
 #include "Panelhost/devices/simulated/SimulatedDevice.h"
 
+#include "logic/text/Numbers.h"
+
 #include <algorithm>
 
 const SimulatedDevice::Parameter* SimulatedDevice::Source(const std::string& source) const {
@@ -44,6 +46,31 @@ float SimulatedDevice::MixedLevel(const Parameter& parameter) const {
     return logic::PowerSum(levels).value_or(parameter.Declaration().minimum);
 }
 
+// Of all channels at once: one that was declared anew as something else counts and does not move.
+void SimulatedDevice::ShareGain(const std::shared_ptr<SharedGain>& shared, std::uint32_t elapsed) const {
+    std::vector<logic::AutoMixerChannel> channels;
+    for (const SharedGain::Channel& from : shared->channels) {
+        const Parameter* source = Source(from.source);
+        const bool hasLevel = source != nullptr && source->IsNumber();
+        const double hold = std::max(from.hold->Number(), 0.0F);
+        channels.push_back({.level = hasLevel ? std::optional(source->Number()) : std::nullopt,
+                            .weight = from.weight->Number(),
+                            .threshold = from.threshold->Number(),
+                            .hold = static_cast<std::uint32_t>(logic::TruncateToInteger(hold)),
+                            .hasPriority = from.priority->Number() != 0,
+                            .isFrozen = from.freeze->Number() != 0,
+                            .isMuted = from.mute->Number() != 0,
+                            .gain = from.gain->Number()});
+    }
+    shared->mixer.Step(channels, elapsed);
+    for (std::size_t place = 0; place < channels.size(); ++place) {
+        if (Parameter& gain = *shared->channels[place].gain; gain.shared == shared) {
+            gain.SetNumber(channels[place].gain);
+        }
+    }
+    shared->movedAt = time_;
+}
+
 float SimulatedDevice::GainThrough(const std::vector<std::string>& stages) const {
     float gain = 0;
     std::vector<logic::Filter> filters;
@@ -73,6 +100,12 @@ float SimulatedDevice::GainThrough(const std::vector<std::string>& stages) const
 void SimulatedDevice::Move(Parameter& parameter, std::uint32_t elapsed) {
     if (parameter.reduction) {
         parameter.SetNumber(NextReduction(parameter, elapsed));
+        return;
+    }
+    if (parameter.shared) {
+        if (parameter.shared->movedAt != time_) {
+            ShareGain(parameter.shared, elapsed);
+        }
         return;
     }
     float target = parameter.IsSourced() ? 0.0F : parameter.Number();

@@ -199,6 +199,30 @@ bool SimulatedDevice::DeclareMatrix(const std::string& crosspoints, const std::s
     return true;
 }
 
+bool SimulatedDevice::DeclareAutoMixer(const std::string& channels, const std::string& text) {
+    const auto names = logic::ParseAutoMixer(channels, text);
+    if (!names) {
+        return false;
+    }
+    const auto shared = std::make_shared<SharedGain>();
+    for (std::size_t place = 0; place < names->channels.size(); ++place) {
+        const std::string& channel = names->channels[place];
+        for (const auto& [part, declaration] : logic::AutoMixerParameters()) {
+            DeclareParameter(channel + part, declaration);
+        }
+        shared->channels.push_back({.source = names->sources[place],
+                                    .gain = Find(channel + ".gain"),
+                                    .weight = Find(channel + ".weight"),
+                                    .threshold = Find(channel + ".threshold"),
+                                    .hold = Find(channel + ".hold"),
+                                    .priority = Find(channel + ".priority"),
+                                    .freeze = Find(channel + ".freeze"),
+                                    .mute = Find(channel + ".mute")});
+        Find(channel + ".gain")->shared = shared;
+    }
+    return true;
+}
+
 bool SimulatedDevice::Declare(const std::string& keyword, const std::string& text) {
     const std::size_t known = keywords_.size();
     if (!DeclareAny(keyword, text)) {
@@ -227,6 +251,9 @@ bool SimulatedDevice::DeclareAny(const std::string& keyword, const std::string& 
     }
     if (const auto rest = Behind(text, "matrix")) {
         return DeclareMatrix(keyword, *rest);
+    }
+    if (const auto rest = Behind(text, "automixer")) {
+        return DeclareAutoMixer(keyword, *rest);
     }
     Parameter* parameter = Find(keyword);
     if (parameter == nullptr || !parameter->IsNumber()) {

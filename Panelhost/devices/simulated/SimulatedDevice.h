@@ -2,6 +2,7 @@
 
 #include "Panelhost/devices/DeviceKind.h"
 #include "Panelhost/devices/DeviceParameter.h"
+#include "logic/devices/AutoMixer.h"
 #include "logic/devices/SimulatedBlocks.h"
 #include "logic/devices/Subscription.h"
 
@@ -51,6 +52,16 @@ private:
         std::vector<const Parameter*> crosspoints;
         std::vector<std::string> inputs;
     };
+    struct SharedGain { // an automatic mixer
+        struct Channel {
+            std::string source;
+            Parameter* gain;
+            const Parameter *weight, *threshold, *hold, *priority, *freeze, *mute;
+        };
+        std::vector<Channel> channels;
+        logic::AutoMixer mixer;
+        std::optional<std::uint64_t> movedAt; // milliseconds of simulation
+    };
     struct Parameter : Place, DeviceParameter {
         std::optional<logic::Wave> wave;
         std::optional<logic::Follow> follow;
@@ -62,6 +73,7 @@ private:
         std::vector<std::string> through; // what the level goes through
         std::optional<Reduction> reduction;
         std::optional<Mix> mix;
+        std::shared_ptr<SharedGain> shared; // of the gain of a channel
         // Of a receive channel: what becomes of its text, and the parameters that say so and that have the
         // channels which are offered.
         std::optional<logic::Subscription> subscription;
@@ -70,7 +82,7 @@ private:
 
         // Whether its number comes from elsewhere.
         bool IsSourced() const {
-            return wave || follow || mix || reduction || !added.empty() || !through.empty();
+            return wave || follow || mix || reduction || shared || !added.empty() || !through.empty();
         }
         bool MovesByItself() const { return IsSourced() || !muting.empty() || !solos.empty(); }
     };
@@ -85,6 +97,7 @@ private:
     bool DeclareAny(const std::string& keyword, const std::string& text);
     bool DeclareDynamics(const std::string& block, const std::string& text);
     bool DeclareMatrix(const std::string& crosspoints, const std::string& text);
+    bool DeclareAutoMixer(const std::string& channels, const std::string& text);
 
     // A source, "parameter" of this device or "DEVICE*parameter"; null when there is none. Its value is 0
     // then.
@@ -93,6 +106,7 @@ private:
     void Move(Parameter& parameter, std::uint32_t elapsed);
     static float NextReduction(const Parameter& parameter, std::uint32_t elapsed);
     float MixedLevel(const Parameter& parameter) const;
+    void ShareGain(const std::shared_ptr<SharedGain>& shared, std::uint32_t elapsed) const;
     float GainThrough(const std::vector<std::string>& stages) const;
 
     std::vector<std::unique_ptr<Parameter>> parameters_; // in order of declaration; addresses stay valid
