@@ -57,7 +57,7 @@ TEST_CASE("thumbnails show the whole picture, in its shape and over white") {
         {1, 0, 24, 0x0000FF},  {1, 63, 39, 0x0000FF}, {1, 30, 23, 0xFFFFFF}, {1, 30, 40, 0xFFFFFF},
         {2, 31, 0, 0x0000FF},  {2, 31, 63, 0x0000FF}, {2, 30, 30, 0xFFFFFF}, {2, 32, 30, 0xFFFFFF},
         {3, 22, 27, 0x0000FF}, {3, 41, 36, 0x0000FF}, {3, 21, 30, 0xFFFFFF}, {3, 30, 37, 0xFFFFFF},
-        {4, 8, 16, 0xFFFFFF},  {4, 9, 16, 0xCFCECE},  {4, 32, 32, 0x1E1916}};
+        {4, 8, 16, 0xFFFFFF},  {4, 9, 16, 0xE3DFDC},  {4, 32, 32, 0x171310}};
     const std::string base = folder.Path("");
     ChoosePicture(base, "", 5, [&](HWND dialog, HWND list) {
         const auto images =
