@@ -34,7 +34,7 @@ TEST_SUITE_BEGIN("Editing");
 namespace {
 
 // The entries of the menu that opens, with "-" before those that cannot be chosen; one of them is then
-// chosen, which is Escape for -1.
+// chosen, counted from 1; 0 is Escape.
 std::string ShownMenu(const PanelHere& program, POINT point, int down) {
     std::string shown;
     std::thread user([&] {
@@ -47,10 +47,7 @@ std::string ShownMenu(const PanelHere& program, POINT point, int down) {
             const bool grey = (GetMenuState(menu, item, MF_BYPOSITION) & MF_GRAYED) != 0;
             shown += *text == '\0' ? "" : (shown.empty() ? "" : ", ") + std::string(grey ? "-" : "") + text;
         }
-        for (int i = 0; i < down; ++i) {
-            PostMessageA(program.Frame(), WM_KEYDOWN, VK_DOWN, 0);
-        }
-        PostMessageA(program.Frame(), WM_KEYDOWN, down > 0 ? VK_RETURN : VK_ESCAPE, 0);
+        ChooseShownEntry(program.Frame(), down);
     });
     SendMessageA(program.Panel(), WM_RBUTTONDOWN, MK_RBUTTON, At(point.x, point.y));
     user.join();

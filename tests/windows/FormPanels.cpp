@@ -121,13 +121,33 @@ bool WaitForMenu(bool isOpen) {
     return false;
 }
 
+void ChooseShownEntry(HWND owner, int down) {
+    const auto menu = reinterpret_cast<HMENU>(SendMessageA(FindWindowA("#32768", nullptr), 0x1E1, 0, 0));
+    const auto state = [menu](int i) { return GetMenuState(menu, static_cast<UINT>(i), MF_BYPOSITION); };
+    int wanted = -1;
+    for (int left = down; left > 0 && ++wanted < GetMenuItemCount(menu);) {
+        left -= (state(wanted) & MF_SEPARATOR) == 0 ? 1 : 0;
+    }
+    const auto lit = [&] {
+        int i = GetMenuItemCount(menu) - 1;
+        while (i >= 0 && (state(i) & MF_HILITE) == 0) {
+            --i;
+        }
+        return i;
+    };
+    for (int presses = 0; presses < 50 && down > 0 && lit() != wanted; ++presses) {
+        PostMessageA(owner, WM_KEYDOWN, VK_DOWN, 0);
+        for (int i = 0, before = lit(); i < 1000 && lit() == before; ++i) {
+            Sleep(2);
+        }
+    }
+    PostMessageA(owner, WM_KEYDOWN, down > 0 ? VK_RETURN : VK_ESCAPE, 0);
+}
+
 void ChooseFromMenu(HWND panel, int childId, int down) {
     std::thread user([panel, down] {
         WaitForMenu(true);
-        for (int i = 0; i < down; ++i) {
-            PostMessageA(panel, WM_KEYDOWN, VK_DOWN, 0);
-        }
-        PostMessageA(panel, WM_KEYDOWN, VK_RETURN, 0);
+        ChooseShownEntry(panel, down);
         if (!WaitForMenu(false)) {
             PostMessageA(panel, WM_KEYDOWN, VK_ESCAPE, 0);
         }

@@ -2,6 +2,9 @@
 
 #include <winsock2.h> // refuses to stand behind windows.h
 
+#include <iphlpapi.h>
+#include <icmpapi.h> // needs what stands before it
+
 #include "Panelhost/Remote.h"
 #include "Panelhost/Trace.h"
 #include "logic/drawing/PanelColours.h"
@@ -12,6 +15,7 @@
 
 #include <atomic>
 #include <cstring>
+#include <string_view>
 
 TEST_SUITE_BEGIN("HostCheck");
 
@@ -54,6 +58,36 @@ private:
 SOCKET WSAAPI NoSocket(int, int, int) {
     return INVALID_SOCKET;
 }
+
+// The echo service, for which the dead host is dead on every network.
+class LostEchoes {
+public:
+    LostEchoes() : hook_(CONTROL_LIBRARY, "GetProcAddress", Find) {
+        find = hook_.Original<decltype(GetProcAddress)>();
+    }
+
+private:
+    static FARPROC WINAPI Find(HMODULE library, const char* name) {
+        const FARPROC found = find(library, name);
+        if (std::string_view(name) != "IcmpSendEcho") {
+            return found;
+        }
+        send = reinterpret_cast<decltype(send)>(reinterpret_cast<void*>(found));
+        return reinterpret_cast<FARPROC>(reinterpret_cast<void*>(&Send));
+    }
+    static DWORD WINAPI Send(HANDLE service, IPAddr host, void* data, WORD size,
+                             IP_OPTION_INFORMATION* options, void* answer, DWORD room, DWORD timeout) {
+        if (host == inet_addr(DEAD)) {
+            Sleep(timeout);
+            SetLastError(IP_REQ_TIMED_OUT);
+            return 0;
+        }
+        return send(service, host, data, size, options, answer, room, timeout);
+    }
+    static inline decltype(GetProcAddress)* find;
+    static inline decltype(IcmpSendEcho)* send;
+    ImportHook hook_;
+};
 
 bool AwaitState(HWND check, const std::string& state) {
     return Await([&] {
@@ -100,6 +134,7 @@ TEST_CASE("a host answers when the answer is its own, and is gone after so many 
 
 TEST_CASE("without the right to raw sockets the system's echo service is asked, which is said once") {
     const ImportHook hook(CONTROL_LIBRARY, "socket", NoSocket);
+    const LostEchoes lost;
     const TestPanel panel;
     const TraceCapture trace;
     HWND check = panel.Create("XIPCHECK", "Hosts");
