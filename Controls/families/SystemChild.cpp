@@ -22,6 +22,14 @@ bool PassPress(const CONTROLPROPERTIES& control, const ChildMessage& of) {
 
 namespace {
 
+bool HasFrame(HWND child) {
+    RECT whole;
+    RECT inside;
+    GetWindowRect(child, &whole);
+    GetClientRect(child, &inside);
+    return whole.right - whole.left != inside.right || whole.bottom - whole.top != inside.bottom;
+}
+
 void DrawSelectionOver(const CONTROLPROPERTIES& control, HWND child) {
     POINT origin{};
     MapWindowPoints(child, control.window, &origin, 1);
@@ -56,6 +64,8 @@ std::optional<LRESULT> HandleAsPart(CONTROLPROPERTIES& control, const ChildMessa
         control.flags = static_cast<WORD>(control.flags & ~FLAG_FOCUS);
         control.Redraw();
         return std::nullopt;
+    case WM_NCPAINT: // the system takes its time for the frame of a part that has none
+        return HasFrame(of.window) ? std::nullopt : std::optional<LRESULT>(0);
     case WM_PAINT: {
         const LRESULT result = of.SystemDoes();
         if (control.mode != 0) {
