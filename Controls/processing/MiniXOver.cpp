@@ -3,7 +3,7 @@
 // Frequencies in Hz, gains in dB, interval in milliseconds.
 
 #include "Controls/families/CrossoverParts.h"
-#include "Controls/families/CurveView.h"
+#include "Controls/families/CurveList.h"
 #include "Controls/families/FunctionList.h"
 #include "logic/controls/Crossover.h"
 #include "logic/controls/FilterValues.h"
@@ -26,24 +26,88 @@ namespace {
 enum Part { FILTERS, GAIN, POLARITY, DELAY, PART_COUNT };
 constexpr std::int32_t NEW_FILTER = 17; // what a filter becomes that was never seen working: "LINK24"
 
+using Response = std::vector<std::complex<double>>;
+
+// A way as the view holds it.
+struct Way : HeldBlock<Crossover> {
+    explicit Way(CURVEVIEWPROPERTIES& of);
+    CONTROLPROPERTIES& Owner() override { return view; }
+    void ShowBlock(const Crossover& next) override;
+    static std::string Text(const Crossover& way) { return logic::CrossoverText(way); }
+    static std::optional<Crossover> Read(std::string_view text, const Crossover& before) {
+        return logic::ReadCrossover(text, before);
+    }
+    bool IsThere() const;   // can be drawn
+    bool IsMissing() const; // and should
+    const CrossoverFilter& FilterOf(bool isHighPass) const {
+        return isHighPass ? value.filters.highPass : value.filters.lowPass;
+    }
+
+    bool CanBe() const; // at the sampling rate
+    // Of all columns, where it is there.
+    const Response& ResponseOn(const logic::FrequencyGrid& grid) const;
+
+    CURVEVIEWPROPERTIES& view;
+    REQUESTLIST requests[PART_COUNT]; // those of this way, each one or none
+    std::int32_t typesBefore[2]{};    // of the low and the high pass, when they were last on
+
+private:
+    mutable logic::Kept<std::pair<Crossover, int>, bool> canBe_;
+    mutable logic::Kept<std::tuple<Crossover, int, int>, Response> response_;
+};
+
+Way::Way(CURVEVIEWPROPERTIES& of) : view(of) {
+    parts = CrossoverParts(requests[FILTERS], requests[FILTERS], requests[GAIN], requests[POLARITY],
+                           requests[DELAY]);
+}
+
+void Way::ShowBlock(const Crossover& next) {
+    value = next;
+    for (const bool isHighPass : {false, true}) {
+        std::int32_t& before = typesBefore[isHighPass ? 1 : 0];
+        before = FilterOf(isHighPass).type != 0 ? FilterOf(isHighPass).type : before;
+    }
+    view.RedrawView();
+}
+
+bool Way::IsThere() const {
+    return parts[FILTERS].isKnown && !IsMissing();
+}
+
+// A way that does not answer has been somewhere, but is not there now.
+bool Way::IsMissing() const {
+    const auto isLost = [](const BlockPart<Crossover>& part) {
+        return part.odd || part.lastResult > REQUEST_DELIVERED;
+    };
+    return std::any_of(parts.begin(), parts.end(), isLost) || (parts[FILTERS].isKnown && !CanBe());
+}
+
+bool Way::CanBe() const {
+    return canBe_.Get({value, view.sampleRate}, [this] {
+        return logic::Filter::OfCrossover(value.filters.highPass, true, view.sampleRate) &&
+               logic::Filter::OfCrossover(value.filters.lowPass, false, view.sampleRate);
+    });
+}
+
+const Response& Way::ResponseOn(const logic::FrequencyGrid& grid) const {
+    return response_.Get({value, view.sampleRate, grid.Count()},
+                         [&] { return logic::ResponseOf(value, grid).value_or(Response()); });
+}
+
 } // namespace
 
-class MINIXOVERPROPERTIES : public CURVEVIEWPROPERTIES {
+class MINIXOVERPROPERTIES : public CURVELISTPROPERTIES<Way> {
 public:
     KeywordList Keywords() const override;
     void SetDefaults() override;
-    void BindingsChanged() override;
     bool IsBound() const override;
-    void Poll() override;
     std::vector<std::optional<Point>> Points() const override;
-    std::vector<int> Missing() const override;
     void DrawCurves(Canvas& canvas, const logic::CurvePlot& plot) const override;
     std::string PointText(int point) const override;
     void MovePoint(int point, std::optional<float> hertz, std::optional<float> decibels) override;
     void StepPoint(int point, Field field, int steps, bool fine) override;
     void TogglePoint(int point) override;
 
-    int ValueKeyword(VALUERECORD& record);
     template <int part>
     std::string PartFunctions() const {
         return lists[part - 1].Text();
@@ -58,35 +122,11 @@ public:
     FunctionList lists[PART_COUNT - 1]; // behind the first, which is the base's own
 
 private:
-    using Response = std::vector<std::complex<double>>;
-
-    struct Way : HeldBlock<Crossover> {
-        explicit Way(MINIXOVERPROPERTIES& of);
-        CONTROLPROPERTIES& Owner() override { return view; }
-        void ShowBlock(const Crossover& next) override;
-        bool IsThere() const;   // can be drawn
-        bool IsMissing() const; // and should
-        const CrossoverFilter& FilterOf(bool isHighPass) const {
-            return isHighPass ? value.filters.highPass : value.filters.lowPass;
-        }
-
-        bool CanBe() const; // at the sampling rate
-        // Of all columns, where it is there.
-        const Response& ResponseOn(const logic::FrequencyGrid& grid) const;
-
-        MINIXOVERPROPERTIES& view;
-        REQUESTLIST requests[PART_COUNT]; // those of this way, each one or none
-        std::int32_t typesBefore[2]{};    // of the low and the high pass, when they were last on
-
-    private:
-        mutable logic::Kept<std::pair<Crossover, int>, bool> canBe_;
-        mutable logic::Kept<std::tuple<Crossover, int, int>, Response> response_;
-    };
-
     const REQUESTLIST& Requests(int part) const {
         return part == FILTERS ? requests : lists[part - 1].Requests();
     }
-    void FollowRequests();
+    bool FollowRequests() override;
+    void SetItem(std::size_t number, std::string_view text) override;
     COLORREF ColourOf(std::size_t way) const;
     static std::size_t WayOf(int point) { return static_cast<std::size_t>(point) / 2; }
     static bool IsHighPass(int point) { return point % 2 == 0; }
@@ -95,20 +135,15 @@ private:
     void EditWay(std::size_t number, Part part, Change change);
     template <class Change>
     void EditFilter(int point, Change change);
-
-    std::vector<std::shared_ptr<Way>> ways_;
-    bool isTooLong_ = false; // a list with more than can be shown
 };
 
 // Keywords
 
 namespace {
 
-constexpr Keyword VALUE =
-    Handled<&MINIXOVERPROPERTIES::ValueKeyword>("value", KeywordKind::Text)
-        .Says(
-            "The ways as the texts that a crossover has as its `value`, joined by `;`. Set, each that is not "
-            "empty is shown and sent to its way; more of them than there are ways are refused.");
+constexpr Keyword VALUE = CurveListValue<Way>().Says(
+    "The ways as the texts that a crossover has as its `value`, joined by `;`. Set, each that is not "
+    "empty is shown and sent to its way; more of them than there are ways are refused.");
 
 template <int part>
 constexpr Keyword PartKeyword(const char* name) {
@@ -160,76 +195,7 @@ KeywordList MINIXOVERPROPERTIES::Keywords() const {
     return KEYWORDS.List();
 }
 
-int MINIXOVERPROPERTIES::ValueKeyword(VALUERECORD& record) {
-    if (record.command == COMMAND_GET) {
-        std::string text;
-        for (const auto& way : ways_) {
-            text += (way == ways_.front() ? "" : ";") + logic::CrossoverText(way->value);
-        }
-        return a_AnswerText(&record, text.c_str());
-    }
-    const auto text = record.index != 0 ? TextToSet(&record) : std::nullopt;
-    FollowRequests();
-    if (!text || ways_.empty()) {
-        return 0;
-    }
-    const std::vector<std::string_view> given = logic::SplitFields(*text, ';');
-    const auto isRead = [](std::string_view way) {
-        return way.empty() || logic::ReadCrossover(way, {}).has_value();
-    };
-    if (given.size() > ways_.size() || !std::all_of(given.begin(), given.end(), isRead)) {
-        return 0;
-    }
-    for (std::size_t i = 0; i < given.size(); ++i) {
-        for (const Part part : {FILTERS, GAIN, POLARITY, DELAY}) {
-            EditWay(i, part, [&](Crossover& way, const BlockPart<Crossover>& edited) {
-                edited.copy(way, logic::ReadCrossover(given[i], way).value_or(way));
-            });
-        }
-    }
-    return 1;
-}
-
 // Ways
-
-MINIXOVERPROPERTIES::Way::Way(MINIXOVERPROPERTIES& of) : view(of) {
-    parts = CrossoverParts(requests[FILTERS], requests[FILTERS], requests[GAIN], requests[POLARITY],
-                           requests[DELAY]);
-}
-
-void MINIXOVERPROPERTIES::Way::ShowBlock(const Crossover& next) {
-    value = next;
-    for (const bool isHighPass : {false, true}) {
-        std::int32_t& before = typesBefore[isHighPass ? 1 : 0];
-        before = FilterOf(isHighPass).type != 0 ? FilterOf(isHighPass).type : before;
-    }
-    view.RedrawView();
-}
-
-bool MINIXOVERPROPERTIES::Way::IsThere() const {
-    return parts[FILTERS].isKnown && !IsMissing();
-}
-
-// A way that does not answer has been somewhere, but is not there now.
-bool MINIXOVERPROPERTIES::Way::IsMissing() const {
-    const auto isLost = [](const BlockPart<Crossover>& part) {
-        return part.odd || part.lastResult > REQUEST_DELIVERED;
-    };
-    return std::any_of(parts.begin(), parts.end(), isLost) || (parts[FILTERS].isKnown && !CanBe());
-}
-
-bool MINIXOVERPROPERTIES::Way::CanBe() const {
-    return canBe_.Get({value, view.sampleRate}, [this] {
-        return logic::Filter::OfCrossover(value.filters.highPass, true, view.sampleRate) &&
-               logic::Filter::OfCrossover(value.filters.lowPass, false, view.sampleRate);
-    });
-}
-
-const MINIXOVERPROPERTIES::Response&
-MINIXOVERPROPERTIES::Way::ResponseOn(const logic::FrequencyGrid& grid) const {
-    return response_.Get({value, view.sampleRate, grid.Count()},
-                         [&] { return logic::ResponseOf(value, grid).value_or(Response()); });
-}
 
 void MINIXOVERPROPERTIES::SetDefaults() {
     CURVEVIEWPROPERTIES::SetDefaults();
@@ -238,54 +204,44 @@ void MINIXOVERPROPERTIES::SetDefaults() {
     }
 }
 
-void MINIXOVERPROPERTIES::BindingsChanged() {
-    ways_.clear();
-    CURVEVIEWPROPERTIES::BindingsChanged();
-}
-
 bool MINIXOVERPROPERTIES::IsBound() const {
     return CURVEVIEWPROPERTIES::IsBound() ||
            std::any_of(std::begin(lists), std::end(lists),
                        [](const auto& list) { return !list.Requests().empty(); });
 }
 
-void MINIXOVERPROPERTIES::FollowRequests() {
+bool MINIXOVERPROPERTIES::FollowRequests() {
     std::size_t longest = 0;
     for (int part = 0; part < PART_COUNT; ++part) {
         longest = std::max(longest, Requests(part).size());
     }
-    isTooLong_ = longest > MOST_CURVES;
-    ways_.resize(std::min({ways_.size(), longest, std::size_t{MOST_CURVES}}));
-    while (ways_.size() < std::min<std::size_t>(longest, MOST_CURVES)) {
-        ways_.push_back(std::make_shared<Way>(*this));
+    items_.resize(std::min({items_.size(), longest, std::size_t{MOST_CURVES}}));
+    while (items_.size() < std::min<std::size_t>(longest, MOST_CURVES)) {
+        items_.push_back(std::make_shared<Way>(*this));
     }
     for (int part = 0; part < PART_COUNT; ++part) {
         auto item = Requests(part).begin();
-        for (const auto& way : ways_) {
+        for (const auto& way : items_) {
             const bool isAny = item != Requests(part).end();
             TakeOne(way->requests[part], isAny ? &*item++ : nullptr);
         }
     }
+    return longest <= MOST_CURVES;
 }
 
-void MINIXOVERPROPERTIES::Poll() {
-    FollowRequests();
-    const std::vector<int> missingBefore = Missing();
-    int worst = isTooLong_ ? REQUEST_UNREACHABLE : REQUEST_UNCHANGED;
-    for (const auto& way : std::vector(ways_)) { // whoever is asked may have them bound anew
-        worst = std::max(worst, way->Ask());
+void MINIXOVERPROPERTIES::SetItem(std::size_t number, std::string_view text) {
+    for (const Part part : {FILTERS, GAIN, POLARITY, DELAY}) {
+        EditWay(number, part, [&](Crossover& way, const BlockPart<Crossover>& edited) {
+            edited.copy(way, Way::Read(text, way).value_or(way));
+        });
     }
-    if (Missing() != missingBefore) {
-        RedrawView();
-    }
-    ShowPollResult(Missing().empty() ? worst : std::max(worst, REQUEST_DISAGREE));
 }
 
 template <class Change>
 void MINIXOVERPROPERTIES::EditWay(std::size_t number, Part part, Change change) {
     FollowRequests();
-    if (number < ways_.size()) {
-        const std::shared_ptr<Way> way = ways_[number];
+    if (number < items_.size()) {
+        const std::shared_ptr<Way> way = items_[number];
         way->Edit(part, [&](Crossover& edited) { change(edited, way->parts[part]); });
     }
 }
@@ -307,9 +263,9 @@ COLORREF MINIXOVERPROPERTIES::ColourOf(std::size_t way) const {
 }
 
 std::vector<std::optional<CURVEVIEWPROPERTIES::Point>> MINIXOVERPROPERTIES::Points() const {
-    std::vector<std::optional<Point>> points(2 * ways_.size());
+    std::vector<std::optional<Point>> points(2 * items_.size());
     for (int i = 0; i < static_cast<int>(points.size()); ++i) {
-        const Way& way = *ways_[WayOf(i)];
+        const Way& way = *items_[WayOf(i)];
         const CrossoverFilter& filter = way.FilterOf(IsHighPass(i));
         const bool isOff = filter.type == 0;
         const bool isInside =
@@ -325,18 +281,8 @@ std::vector<std::optional<CURVEVIEWPROPERTIES::Point>> MINIXOVERPROPERTIES::Poin
     return points;
 }
 
-std::vector<int> MINIXOVERPROPERTIES::Missing() const {
-    std::vector<int> missing;
-    for (std::size_t i = 0; i < ways_.size(); ++i) {
-        if (ways_[i]->IsMissing()) {
-            missing.push_back(static_cast<int>(i) + 1);
-        }
-    }
-    return missing;
-}
-
 std::string MINIXOVERPROPERTIES::PointText(int point) const {
-    const CrossoverFilter& filter = ways_[WayOf(point)]->FilterOf(IsHighPass(point));
+    const CrossoverFilter& filter = items_[WayOf(point)]->FilterOf(IsHighPass(point));
     return std::to_string(WayOf(point) + 1) + (IsHighPass(point) ? "  high pass  " : "  low pass  ") +
            std::string(logic::CROSSOVER_NAMES[static_cast<std::size_t>(filter.type)]) + "  " +
            logic::FrequencyText(filter.frequency);
@@ -355,7 +301,7 @@ void MINIXOVERPROPERTIES::StepPoint(int point, Field field, int steps, bool) {
 }
 
 void MINIXOVERPROPERTIES::TogglePoint(int point) {
-    const std::int32_t before = ways_[WayOf(point)]->typesBefore[IsHighPass(point) ? 1 : 0];
+    const std::int32_t before = items_[WayOf(point)]->typesBefore[IsHighPass(point) ? 1 : 0];
     EditFilter(point, [&](CrossoverFilter& filter) {
         filter.type = filter.type != 0 ? 0 : before != 0 ? before : NEW_FILTER;
     });
@@ -381,11 +327,11 @@ void MINIXOVERPROPERTIES::DrawCurves(Canvas& canvas, const logic::CurvePlot& plo
     Response sum(static_cast<std::size_t>(grid.Count()));
     const int active = ActivePoint();
     int summed = 0;
-    for (std::size_t i = 0; i < ways_.size(); ++i) {
-        if (!ways_[i]->IsThere()) {
+    for (std::size_t i = 0; i < items_.size(); ++i) {
+        if (!items_[i]->IsThere()) {
             continue;
         }
-        const Response& response = ways_[i]->ResponseOn(grid);
+        const Response& response = items_[i]->ResponseOn(grid);
         const std::vector<double> curve = plot.Heights(Decibels(response));
         if (active >= 0 && WayOf(active) == i) {
             canvas.UnderGraph(curve, plot.top + plot.height, ColourOf(i), 0.2);
