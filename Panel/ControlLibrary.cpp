@@ -1,9 +1,10 @@
 #include "Panel/ControlLibrary.h"
 
 #include "Panel/common/Paths.h"
+#include "base/FileNames.h"
 
 bool ControlLibrary::Load(std::string& error) {
-    const std::string file = ApplicationFolder() + "OSMIRControlLib.dll";
+    const std::string file = ModuleFolder(nullptr) + "OSMIRControlLib.dll";
     library_.reset(LoadLibraryA(file.c_str()));
     if (!library_) {
         error = "cannot load the control library " + file + ": " + ErrorText(GetLastError());

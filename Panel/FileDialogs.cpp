@@ -1,34 +1,45 @@
 #include "Panel/FileDialogs.h"
 
+#include "Panel/common/Paths.h"
+#include "base/FileNames.h"
+
 #include <commdlg.h>
 
 namespace {
 
-using Dialog = BOOL(WINAPI*)(OPENFILENAMEA*);
+using Dialog = BOOL(WINAPI*)(OPENFILENAMEW*);
 
 std::string AskFile(HWND owner, const std::string& proposed, DWORD flags, Dialog dialog) {
-    char file[MAX_PATH] = "";
-    if (proposed.size() < sizeof file) {
-        proposed.copy(file, proposed.size());
+    wchar_t file[MAX_PATH] = L"";
+    if (const std::wstring name = FullFileName(WideFileName(proposed)); name.size() < MAX_PATH) {
+        name.copy(file, name.size());
     }
-    OPENFILENAMEA question{};
+    OPENFILENAMEW question{};
     question.lStructSize = sizeof question;
     question.hwndOwner = owner;
-    question.lpstrFilter = "Panel files (*.panel)\0*.panel\0All files (*.*)\0*.*\0";
+    question.lpstrFilter = L"Panel files (*.panel)\0*.panel\0All files (*.*)\0*.*\0";
     question.lpstrFile = file;
-    question.nMaxFile = sizeof file;
-    question.lpstrDefExt = "panel";
+    question.nMaxFile = MAX_PATH;
+    question.lpstrDefExt = L"panel";
     // Names on the command line and in panels must keep their meaning.
     question.Flags = flags | OFN_NOCHANGEDIR | OFN_HIDEREADONLY | OFN_PATHMUSTEXIST;
-    return dialog(&question) ? file : "";
+    if (!dialog(&question)) {
+        return "";
+    }
+    const auto name = NarrowFileName(file);
+    if (!name) {
+        MessageBoxW(owner, (std::wstring(file) + L": " + WideFileName(NO_NARROW_NAME)).c_str(), L"Panel",
+                    MB_OK | MB_ICONWARNING);
+    }
+    return name.value_or("");
 }
 
 } // namespace
 
 std::string AskFileToOpen(HWND owner) {
-    return AskFile(owner, "", OFN_FILEMUSTEXIST, GetOpenFileNameA);
+    return AskFile(owner, "", OFN_FILEMUSTEXIST, GetOpenFileNameW);
 }
 
 std::string AskFileToSave(HWND owner, const std::string& proposed) {
-    return AskFile(owner, proposed, OFN_OVERWRITEPROMPT, GetSaveFileNameA);
+    return AskFile(owner, proposed, OFN_OVERWRITEPROMPT, GetSaveFileNameW);
 }

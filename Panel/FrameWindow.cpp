@@ -71,6 +71,7 @@ bool FrameWindow::Create(std::string& error) {
 void FrameWindow::Start(int showCommand) {
     // A picture shows the window whatever the program that started this one asked for.
     ShowWindow(Handle(), commandLine_.screenshotFile.empty() ? showCommand : SW_SHOWNORMAL);
+    SetEditing(commandLine_.edit);
     UpdateWindow(Handle());
     if (commandLine_.exitAfter) {
         end_ = GetTickCount64() + *commandLine_.exitAfter;

@@ -10,13 +10,19 @@
 
 #include <windows.h>
 #include <commctrl.h>
+#include <shellapi.h>
 
 #include <cstdlib>
 #include <exception>
+#include <memory>
 
 namespace {
 
 constexpr int EXIT_NOT_DONE = 2;
+
+struct LocalFreer {
+    void operator()(wchar_t** memory) const { LocalFree(memory); }
+};
 
 int Run(const CommandLine& commandLine, const Reporter& reporter, int showCommand) {
     const INITCOMMONCONTROLSEX classes{sizeof classes,
@@ -53,7 +59,11 @@ int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int showCommand) {
     try {
         CommandLine commandLine;
         std::string error;
-        const bool understood = ParseCommandLine(__argc - 1, __argv + 1, commandLine, error);
+        // Names in the file system have characters that the C library's arguments lack.
+        int count = 0;
+        const std::unique_ptr<wchar_t*, LocalFreer> arguments(CommandLineToArgvW(GetCommandLineW(), &count));
+        const bool understood =
+            arguments && ParseCommandLine(count - 1, arguments.get() + 1, commandLine, error);
         reporter = Reporter(commandLine.unattended);
         if (!understood) {
             reporter.Fail(error);

@@ -1,6 +1,7 @@
 #include "Panel/common/CommandLine.h"
 
 #include "Panel/common/Paths.h"
+#include "base/FileNames.h"
 
 #include <algorithm>
 #include <charconv>
@@ -18,6 +19,7 @@ const char* const USAGE =
     "  --trace FILE       append every trace line to that file\r\n"
     "  --recovery FOLDER  keep the copies there that bring back unsaved changes after a\r\n"
     "                     crash (default: in the user's application data)\r\n"
+    "  --edit             begin in edit mode\r\n"
     "  --exit-after MS    end after that many milliseconds, unsaved changes are dropped\r\n"
     "  --help             print this text\r\n"
     "\r\n"
@@ -39,16 +41,26 @@ bool ReadMilliseconds(std::string_view text, std::optional<std::uint32_t>& resul
     return true;
 }
 
+bool ReadFileName(const wchar_t* name, std::string& result, std::string& error) {
+    const auto path = AbsolutePath(name);
+    if (!path) {
+        error = NarrowText(name) + ": " + NO_NARROW_NAME;
+        return false;
+    }
+    result = *path;
+    return true;
+}
+
 } // namespace
 
-bool ParseCommandLine(int count, char** arguments, CommandLine& result, std::string& error) {
+bool ParseCommandLine(int count, wchar_t** arguments, CommandLine& result, std::string& error) {
     result = CommandLine{};
-    result.unattended = std::any_of(arguments, arguments + count, [](std::string_view argument) {
-        return argument == "--exit-after" || argument == "--screenshot";
+    result.unattended = std::any_of(arguments, arguments + count, [](std::wstring_view argument) {
+        return argument == L"--exit-after" || argument == L"--screenshot";
     });
     CommandLine parsed = result;
     for (int i = 0; i < count; ++i) {
-        const std::string_view argument = arguments[i];
+        const std::string argument = NarrowText(arguments[i]);
         if (argument == "--help" || argument == "-h" || argument == "/?") {
             result.help = true;
             return true;
@@ -56,32 +68,40 @@ bool ParseCommandLine(int count, char** arguments, CommandLine& result, std::str
         if (!argument.starts_with('-')) {
             if (argument.empty() || !parsed.panelFile.empty()) {
                 error = argument.empty() ? "the name of the panel file is empty"
-                                         : "only one panel file can be opened: " + std::string(argument);
+                                         : "only one panel file can be opened: " + argument;
                 return false;
             }
-            parsed.panelFile = AbsolutePath(arguments[i]);
+            if (!ReadFileName(arguments[i], parsed.panelFile, error)) {
+                return false;
+            }
             continue;
         }
 
+        if (argument == "--edit") {
+            parsed.edit = true;
+            continue;
+        }
         std::string* file = argument == "--devices"      ? &parsed.deviceFile
                             : argument == "--screenshot" ? &parsed.screenshotFile
                             : argument == "--trace"      ? &parsed.traceFile
                             : argument == "--recovery"   ? &parsed.recoveryFolder
                                                          : nullptr;
         if (!file && argument != "--exit-after") {
-            error = "unknown option " + std::string(argument) + " (--help lists them)";
+            error = "unknown option " + argument + " (--help lists them)";
             return false;
         }
-        const std::string_view value = i + 1 < count ? arguments[i + 1] : "";
+        const std::string value = i + 1 < count ? NarrowText(arguments[i + 1]) : "";
         if (value.empty() || value.starts_with("--")) {
-            error = std::string(argument) + " needs a value";
+            error = argument + " needs a value";
             return false;
         }
         ++i;
         if (file) {
-            *file = AbsolutePath(arguments[i]);
+            if (!ReadFileName(arguments[i], *file, error)) {
+                return false;
+            }
         } else if (!ReadMilliseconds(value, parsed.exitAfter)) {
-            error = "--exit-after needs a number of milliseconds, not \"" + std::string(value) + "\"";
+            error = "--exit-after needs a number of milliseconds, not \"" + value + "\"";
             return false;
         }
     }

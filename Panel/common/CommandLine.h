@@ -12,13 +12,14 @@ struct CommandLine {
     std::string traceFile;
     std::string recoveryFolder;
     std::optional<std::uint32_t> exitAfter; // milliseconds
+    bool edit = false;
     bool help = false;
     bool unattended = false; // the program ends by itself: nobody is there to answer a question
 };
 
 // Reads the arguments after the program's name. On failure the error says what is wrong with them, and of the
 // result only "unattended" is set.
-bool ParseCommandLine(int count, char** arguments, CommandLine& result, std::string& error);
+bool ParseCommandLine(int count, wchar_t** arguments, CommandLine& result, std::string& error);
 
 // What --help prints, without the last line end.
 extern const char* const USAGE;

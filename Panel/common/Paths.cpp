@@ -1,5 +1,7 @@
 #include "Panel/common/Paths.h"
 
+#include "base/FileNames.h"
+
 #include <windows.h>
 
 namespace {
@@ -12,22 +14,15 @@ std::size_t NameStart(const std::string& path) {
 
 } // namespace
 
-std::string AbsolutePath(const char* name) {
-    const DWORD size = GetFullPathNameA(name, 0, nullptr, nullptr);
-    std::string path(size, '\0');
-    const DWORD length = GetFullPathNameA(name, size, path.data(), nullptr);
+std::optional<std::string> AbsolutePath(const std::wstring& name) {
+    const DWORD size = GetFullPathNameW(name.c_str(), 0, nullptr, nullptr);
+    std::wstring path(size, L'\0');
+    const DWORD length = GetFullPathNameW(name.c_str(), size, path.data(), nullptr);
     if (length == 0 || length >= size) {
-        return name; // opening it will fail with its own message
+        return NarrowFileName(name); // opening it will fail with its own message
     }
     path.resize(length);
-    return path;
-}
-
-std::string ApplicationFolder() {
-    char path[MAX_PATH] = "";
-    const DWORD length = GetModuleFileNameA(nullptr, path, MAX_PATH);
-    const std::string program(path, length < MAX_PATH ? length : 0);
-    return program.substr(0, NameStart(program));
+    return NarrowFileName(path);
 }
 
 std::string FileName(const std::string& path) {
@@ -35,16 +30,15 @@ std::string FileName(const std::string& path) {
 }
 
 std::string WithExtension(const std::string& path, const char* extension) {
-    const std::size_t dot = path.rfind('.');
-    const bool hasExtension = dot != std::string::npos && dot > NameStart(path);
-    return path.substr(0, hasExtension ? dot : path.size()) + extension;
-}
-
-std::wstring Wide(const std::string& path) {
-    const int size = MultiByteToWideChar(CP_ACP, 0, path.c_str(), static_cast<int>(path.size()), nullptr, 0);
-    std::wstring wide(static_cast<std::size_t>(size), L'\0');
-    MultiByteToWideChar(CP_ACP, 0, path.c_str(), static_cast<int>(path.size()), wide.data(), size);
-    return wide;
+    const auto replaced = [](const auto& name, std::size_t start, const auto& ending) {
+        const std::size_t dot = name.rfind('.');
+        return name.substr(0, dot != name.npos && dot > start ? dot : name.size()) + ending;
+    };
+    // The short name of a file is no beginning of its neighbours' names.
+    const std::wstring full = FullFileName(WideFileName(path));
+    const auto other =
+        NarrowFileName(replaced(full, full.find_last_of(L"\\/:") + 1, WideFileName(extension)));
+    return other ? *other : replaced(path, NameStart(path), std::string(extension));
 }
 
 bool FileExists(const std::string& path) {

@@ -7,6 +7,8 @@
 #include "Panelhost/Editing.h"
 #include "Panelhost/Trace.h"
 
+#include "base/FileNames.h"
+
 #include <shlobj.h>
 
 #include <algorithm>
@@ -42,7 +44,7 @@ std::wstring FolderOf(const CommandLine& commandLine) {
         return {}; // nobody edits
     }
     if (!commandLine.recoveryFolder.empty()) {
-        return Wide(commandLine.recoveryFolder);
+        return WideFileName(commandLine.recoveryFolder);
     }
     wchar_t path[MAX_PATH] = L"";
     if (FAILED(SHGetFolderPathW(nullptr, CSIDL_LOCAL_APPDATA | CSIDL_FLAG_CREATE, nullptr, 0, path))) {

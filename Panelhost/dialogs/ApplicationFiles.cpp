@@ -7,6 +7,7 @@
 #include "Panelhost/Editing.h"
 #include "Panelhost/Hostinfo.h"
 #include "Panelhost/Trace.h"
+#include "base/FileNames.h"
 #include "base/Guard.h"
 #include "logic/text/PropertyLine.h"
 
@@ -31,7 +32,7 @@ std::string PropertyFileName(const std::string& path) {
 namespace {
 
 struct DroppedFiles {
-    std::string first; // empty when its name is too long
+    std::string first; // empty when its name is too long or has no form in the ANSI code page
     UINT count;
 };
 
@@ -40,11 +41,12 @@ DroppedFiles TakeDrop(HDROP drop) {
     if (GlobalFlags(drop) == GMEM_INVALID_HANDLE) { // anybody can send the message
         return {"", 0};
     }
-    char path[MAX_PATH] = "";
-    const UINT length = DragQueryFileA(drop, 0, path, MAX_PATH);
-    const UINT count = DragQueryFileA(drop, 0xFFFFFFFF, nullptr, 0);
+    wchar_t path[MAX_PATH] = L"";
+    const UINT length = DragQueryFileW(drop, 0, path, MAX_PATH);
+    const UINT count = DragQueryFileW(drop, 0xFFFFFFFF, nullptr, 0);
     DragFinish(drop);
-    return {{path, length < MAX_PATH ? length : 0}, count};
+    const auto name = NarrowFileName({path, length < MAX_PATH ? length : 0});
+    return {name && name->size() < MAX_PATH ? *name : "", count};
 }
 
 bool IsPropertyFile(const std::string& path) {

@@ -4,6 +4,7 @@
 #include "Panelhost/Root.h"
 #include "Panelhost/Trace.h"
 #include "Panelhost/files/TextCollector.h"
+#include "base/FileNames.h"
 #include "base/Guard.h"
 #include "logic/controls/Layers.h"
 
@@ -62,7 +63,9 @@ public:
 
     DWORD MoveTo(const std::string& path) {
         Close();
-        if (!MoveFileExA(path_.c_str(), path.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH)) {
+        // Where the old file was named by its short name, the new one would have no other.
+        if (!MoveFileExW(WideFileName(path_).c_str(), FullFileName(WideFileName(path)).c_str(),
+                         MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH)) {
             return GetLastError();
         }
         made_ = false;

@@ -21,16 +21,16 @@ BOOL WINAPI Flush(HANDLE file) {
     return !refusesFlush && FlushFileBuffers(file);
 }
 
-BOOL WINAPI Move(const char* from, const char* to, DWORD flags) {
+BOOL WINAPI Move(const wchar_t* from, const wchar_t* to, DWORD flags) {
     SetLastError(ERROR_DISK_FULL);
-    return !refusesMove && MoveFileExA(from, to, flags);
+    return !refusesMove && MoveFileExW(from, to, flags);
 }
 
 // Has the system refuse what saving needs.
 int SaveWithFailure(Random& random, HOSTINFO* root, const std::string& path, std::size_t size) {
     const ImportHook write("Panelhost.dll", "WriteFile", WriteSome);
     const ImportHook flush("Panelhost.dll", "FlushFileBuffers", Flush);
-    const ImportHook move("Panelhost.dll", "MoveFileExA", Move);
+    const ImportHook move("Panelhost.dll", "MoveFileExW", Move);
     const int way = random.Below(4);
     room = way < 2 ? static_cast<DWORD>(random.Below(static_cast<int>(size))) : MAXDWORD;
     refusesFlush = way == 2;

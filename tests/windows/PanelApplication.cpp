@@ -1,5 +1,6 @@
 // The panel application as a program: what it prints, writes and answers.
 
+#include "Panel/editing/Palette.h"
 #include "Panelhost/Bitmap.h"
 #include "tests/windows/TestPanel.h"
 
@@ -120,6 +121,12 @@ TEST_CASE("a panel runs for as long as it was told, takes a picture and traces w
         }
     }
     CHECK(background > 1000); // of 1200, less what the knob covers
+    const std::string edited = folder.Path("edited.png");
+    CHECK(RunPanel(Quoted(panel) + " --edit --exit-after 400 --screenshot " + Quoted(edited)).exitCode == 0);
+    const OSMIRBitmap* withPalette = a_GetBitmap3(edited.c_str());
+    REQUIRE(withPalette != nullptr);
+    CHECK(withPalette->Width() == image->Width() + Palette::WIDTH);
+    a_UnregisterBitmap3(edited.c_str());
     a_UnregisterBitmap3(picture.c_str());
     CHECK(ReadBytes(panel) == GOOD_PANEL + std::string("Nobody*value=1\r\n")); // nothing was saved
     const Run empty = RunPanel("--exit-after 50");
