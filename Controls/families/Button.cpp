@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <oleacc.h>
 #include <shellapi.h>
 
 namespace {
@@ -214,6 +215,10 @@ void BUTTONPROPERTIES::MoveDrag(POINT) {
     if (isOver != IsHeldDown()) {
         ShowHeldDown(isOver);
     }
+}
+
+LONG BUTTONPROPERTIES::SpokenState() const {
+    return IsHeldDown() ? STATE_SYSTEM_PRESSED : 0;
 }
 
 void BUTTONPROPERTIES::CancelDrag() {

@@ -23,6 +23,9 @@ public:
     void MoveDrag(POINT point) override;
     void CancelDrag() override;
 
+    LONG SpokenState() const override;
+    std::string DefaultAction() const override { return "Press"; }
+
     virtual bool IsHeldDown() const = 0;
     virtual void SetHeldDown(bool down) = 0;
     // The mouse is captured.

@@ -10,6 +10,8 @@ public:
     void Draw(HDC dc, const RECT& client) const override;
     bool IsHeldDown() const override { return heldDown; }
     void SetHeldDown(bool down) override { heldDown = down; }
+    LONG SpokenState() const override;
+    std::string DefaultAction() const override { return "Switch"; }
 
     virtual bool IsOn() const = 0;
     virtual ButtonFace Face() const {

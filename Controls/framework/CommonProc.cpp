@@ -52,6 +52,7 @@ void Destroy(CONTROLPROPERTIES& control) {
     control.dragging = false;
     control.CancelDrag();
     control.Destroying();
+    control.accessible.Disconnect();
     a_HostinfoDestroyed(a_FindRootHostinfo(control.parent), &control);
     a_CleanHostinfo(&control);
     a_RemoveHostinfo(control.parent, &control);
@@ -253,6 +254,7 @@ void PaintControl(CONTROLPROPERTIES& control) {
         DrawInto(control, dc);
         EndPaint(control.window, &paint);
     }
+    control.accessible.Announce(control);
 }
 
 LRESULT CreateControl(const ControlClass& controlClass, HWND window, const CREATESTRUCTA& creation) {
@@ -326,6 +328,11 @@ LRESULT CALLBACK CommonProc(HWND window, UINT message, WPARAM wParam, LPARAM lPa
     case CWM_PARAMETERDLG:
         if (const HWND dialog = OpenDialogOf(*control); lParam != 0) {
             *reinterpret_cast<HWND*>(lParam) = dialog;
+        }
+        break;
+    case WM_GETOBJECT:
+        if (static_cast<LONG>(lParam) == OBJID_CLIENT) {
+            return control->accessible.Answer(*control, wParam);
         }
         break;
     case WM_TIMER:

@@ -175,6 +175,18 @@ std::string CONTROLPROPERTIES::StatusText() {
     return value;
 }
 
+std::string CONTROLPROPERTIES::SpokenName() const {
+    const std::string ownName = name.substr(name.rfind('*') + 1);
+    const int row = a_FindKeyword(Keywords().rows, "caption");
+    if (row < 0) {
+        return ownName;
+    }
+    char caption[TEXT_SIZE] = "";
+    VALUERECORD record = VALUERECORD::GetText(caption);
+    Keywords().rows[row].handler(&record, const_cast<CONTROLPROPERTIES*>(this)); // only asked
+    return *caption != '\0' ? caption : ownName;
+}
+
 LRESULT CONTROLPROPERTIES::OnGetTooltip(WPARAM, LPARAM lParam) {
     return Guarded(LRESULT{0}, [&] { // called by the program itself, into which no exception may go
         std::string text = name;

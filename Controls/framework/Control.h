@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Controls/framework/Accessible.h"
 #include "Controls/framework/ControlClass.h"
 #include "Panelhost/Hostinfo.h"
 #include "Panelhost/Root.h"
@@ -57,6 +58,12 @@ public:
     virtual bool DrawsNotEqual(const RECT& /*client*/) const { return false; }
     // What a status bar says of its value: the text of that.
     virtual std::string StatusText();
+    // What it is called by whoever reads a panel out: its caption, or else its name.
+    virtual std::string SpokenName() const;
+    // STATE_SYSTEM_CHECKED, STATE_SYSTEM_PRESSED and the like.
+    virtual LONG SpokenState() const { return 0; }
+    // What Enter does, in a word, to what can be pressed; empty for all else.
+    virtual std::string DefaultAction() const { return {}; }
     // How its value moves through a client area of that size, for a scale beside it; nothing without a value
     // that moves.
     virtual std::optional<logic::Travel> TravelIn(SIZE /*client*/) const { return std::nullopt; }
@@ -118,6 +125,7 @@ public:
     bool hasNoValue = false;
     int lastPollResult = REQUEST_UNCHANGED;
     DWORD lastPoll = 0; // tick count in milliseconds
+    AccessibleLink accessible;
 
 private:
     friend class Held;

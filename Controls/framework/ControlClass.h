@@ -49,6 +49,7 @@ struct ControlClass {
     const char* displayName; // in traces
     const ControlImplementation* implementation;
     int controlType; // datatype of the main value
+    LONG role = 0;   // ROLE_SYSTEM_..., what it is to whoever reads a panel out
     UINT style = 0;
     int extraBytes = 0;
     const char* icon = nullptr; // file

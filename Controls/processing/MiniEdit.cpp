@@ -20,6 +20,7 @@ public:
     KeywordList Keywords() const override;
     void SetDefaults() override;
     int ValueDatatype() const override { return DATATYPE_INTEGER; }
+    std::string DefaultAction() const override { return "Press"; }
     bool IsBound() const override { return VIEWPROPERTIES::IsBound() || !names.Requests().empty(); }
     void Poll() override;
     void DrawView(Canvas& canvas) const override;
