@@ -22,6 +22,9 @@ constexpr int PARAMETER_LOST = 6;        // the device cannot be reached
 constexpr int PARAMETER_OFF = 7;         // the device is switched off here
 constexpr int PARAMETER_REFUSED = 8;     // something else answers in place of the device
 constexpr int PARAMETER_SENT = 9;        // sent to a device that answers nothing by nature
+// What is found behind an address besides.
+constexpr int ADDRESS_NO_KEYWORD = 10; // the object has no such keyword
+constexpr int ADDRESS_NO_CONTROL = 11; // there is no object of that name
 
 constexpr DWORD NO_AGE = 0xFFFFFFFF;
 
@@ -68,6 +71,9 @@ public:
     virtual int OnParameterState(const char* keyword, DWORD* age);
     // Here: live or lost, as OnIsAlive says.
     virtual DEVICESTATUS OnStatus();
+    // The value that came last, as text: 1, or 0 when there is none. Unlike OnGet it makes nothing be read.
+    // Here: as OnGet.
+    virtual int OnLastValue(const char* keyword, std::string* value);
 
     const DeviceKind* deviceKind = nullptr; // null when no device file has made it
     bool wasLive = false;                   // when those that are bound to it were last told

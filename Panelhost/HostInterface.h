@@ -97,7 +97,30 @@ PH_API int __cdecl ph_SetParameter(HOSTINFO* root, const char* address, const ch
 #define PH_STATE_OFF 7         /* the device is switched off here */
 #define PH_STATE_REFUSED 8     /* something else answers in place of the device */
 #define PH_STATE_SENT 9        /* sent to a device that answers nothing by nature */
+/* Of bindings alone (ph_ListBindings), which can also name controls: */
+#define PH_STATE_NO_KEYWORD 10 /* the object has no such keyword */
+#define PH_STATE_NO_CONTROL 11 /* there is no object of that name */
 PH_API int __cdecl ph_ParameterState(HOSTINFO* root, const char* address) PH_NOEXCEPT;
+
+/* An address in a property of a control, and what is found there. */
+typedef struct PH_BINDING {
+    const char* object;  /* full name of the control */
+    const char* keyword; /* of it that holds the address: "function", "connection", "click" ... */
+    const char* address; /* OBJECT*keyword or OBJECT, as it is looked up: with names in place of "%n", and
+                          * with numbers in a pattern, which stands for as many bindings */
+    const char* target;  /* full name of the device or control that was found, empty when there is none */
+    int isDevice;        /* whether that is a device */
+    int state;         /* PH_STATE_...; a control that is there is PH_STATE_LIVE, and an address that depends
+                        * on what is clicked PH_STATE_UNKNOWN */
+    const char* value; /* what is known of its value, as text; empty when there is none */
+    int age;           /* milliseconds since that came, -1 where it is not known: always of controls */
+} PH_BINDING;
+/* Hands everything that is bound to a function (null: to nobody), control by control in the order of saving.
+ * The texts are valid during that call, which must not change the panel. Asking makes nothing be read from
+ * devices. Number of bindings, -1 on failure. */
+PH_API int __cdecl ph_ListBindings(HOSTINFO* root,
+                                   void(__cdecl* receive)(const PH_BINDING* binding, void* context),
+                                   void* context) PH_NOEXCEPT;
 
 /* For libraries of controls: panel files and the clipboard create windows of registered classes alone, for
  * every host. A library tells of a window class once it has registered it with the system, and takes that

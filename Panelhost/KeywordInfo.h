@@ -1,5 +1,7 @@
 #pragma once
 
+#include "logic/text/AddressText.h"
+
 #include <string>
 #include <string_view>
 
@@ -50,6 +52,9 @@ struct KEYWORDINFO {
     double maximum = 0;
     const char* pictures =
         ""; // Picture: how the names of the images begin that a dialog offers; empty for none
+    logic::AddressForm addresses = logic::AddressForm::None; // whether the text holds addresses, and how
+    const char* inputs = "";            // of a pattern: the keywords that hold how many there are
+    const char* outputs = "";           // empty where there is one number alone
     const KEYWORDPART* parts = nullptr; // Numbers
     int partCount = 0;
     const KEYWORDOPTION* options = nullptr;

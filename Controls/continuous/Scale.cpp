@@ -115,6 +115,7 @@ constexpr KeywordTable KEYWORDS({
         .Label("Background")
         .Says("Colour of the ground, `0x00bbggrr`; empty to show the panel behind it."),
     Property<&SCALEPROPERTIES::Beside, &SCALEPROPERTIES::SetBeside>("beside", KeywordKind::Addresses)
+        .Holds(logic::AddressForm::Connections)
         .Saved()
         .Label("Beside")
         .Says(

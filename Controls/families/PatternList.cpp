@@ -2,16 +2,11 @@
 
 #include "logic/text/NamePattern.h"
 
-#include <algorithm>
 #include <iterator>
 
 void PatternList::Bind(HOSTINFO& control, const std::string& pattern, int inputs, int outputs) {
-    BINDINGLIST addresses;
-    for (int input = 1; !pattern.empty() && input <= inputs; ++input) {
-        for (int output = 1; output <= std::max(outputs, 1); ++output) {
-            addresses.push_back(logic::ExpandPattern(pattern, input, outputs > 0 ? output : input));
-        }
-    }
+    const std::vector<std::string> expanded = logic::ExpandPatterns(pattern, inputs, outputs);
+    BINDINGLIST addresses(expanded.begin(), expanded.end());
     std::string kept = pattern;
     pattern_.swap(kept);
     bindings_.swap(addresses);

@@ -69,6 +69,14 @@ struct Keyword {
     constexpr Keyword OnlyWritten() const { return With(&KEYWORDINFO::isOnlyWritten, true); }
     constexpr Keyword AsTyped() const { return With(&KEYWORDINFO::isAsTyped, true); }
     constexpr Keyword MayBeEmpty() const { return With(&KEYWORDINFO::mayBeEmpty, true); }
+    // How its text holds addresses, where the kind does not tell.
+    constexpr Keyword Holds(logic::AddressForm form) const { return With(&KEYWORDINFO::addresses, form); }
+    // It holds a pattern of addresses, for as many inputs and outputs as those keywords say.
+    constexpr Keyword HoldsPattern(const char* inputs, const char* outputs = "") const {
+        return Holds(logic::AddressForm::Pattern)
+            .With(&KEYWORDINFO::inputs, inputs)
+            .With(&KEYWORDINFO::outputs, outputs);
+    }
     // How the names of the images begin that a dialog offers.
     constexpr Keyword Pictures(const char* prefix) const { return With(&KEYWORDINFO::pictures, prefix); }
     template <std::size_t Count>
@@ -124,10 +132,13 @@ constexpr Keyword Row(const char* name, KeywordKind kind, KEYWORDHANDLER handler
     keyword.info.kind = kind;
     if (kind == KeywordKind::Addresses) {
         keyword.row.flags = KEYWORD_BINDINGS;
+        keyword.info.addresses = std::string_view(name) == "connection" ? logic::AddressForm::Connections
+                                                                        : logic::AddressForm::Functions;
     } else if (kind == KeywordKind::Picture || kind == KeywordKind::File) {
         keyword.row.flags = KEYWORD_FILE;
     } else if (kind == KeywordKind::Line) {
         keyword.row.flags = KEYWORD_CLICK;
+        keyword.info.addresses = logic::AddressForm::Line;
     }
     return keyword;
 }
@@ -163,9 +174,10 @@ constexpr Keyword Property(const char* name) {
 template <auto Get, auto Set>
 constexpr Keyword Property(const char* name, KeywordKind kind) {
     Keyword keyword = Property<Get, Set>(name);
-    const int flags = Row(name, kind, nullptr).row.flags;
+    const Keyword ofKind = Row(name, kind, nullptr);
     keyword.info.kind = kind;
-    keyword.row.flags |= flags;
+    keyword.info.addresses = ofKind.info.addresses;
+    keyword.row.flags |= ofKind.row.flags;
     return keyword;
 }
 // The same for records of text alone.

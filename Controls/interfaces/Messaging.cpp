@@ -143,9 +143,13 @@ constexpr KeywordTable KEYWORDS({
         "What has become of the newest mail, in words: `waiting`, `being sent`, `sent` with the time, or "
         "`not sent` "
         "with the reason; empty before the first. It can only be read."),
-    Text<&MESSAGINGPROPERTIES::subject>("subject").Saved().Label("Subject").Says(
-        "Subject of the mail, with the same insertions as `text`."),
+    Text<&MESSAGINGPROPERTIES::subject>("subject")
+        .Holds(logic::AddressForm::Inserted)
+        .Saved()
+        .Label("Subject")
+        .Says("Subject of the mail, with the same insertions as `text`."),
     Text<&MESSAGINGPROPERTIES::text>("text")
+        .Holds(logic::AddressForm::Inserted)
         .Saved()
         .Flagged(KEYWORD_CLOSED)
         .Label("Text")

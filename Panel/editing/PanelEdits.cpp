@@ -9,6 +9,8 @@
 #include <algorithm>
 #include <cstdlib>
 #include <exception>
+#include <string_view>
+#include <unordered_map>
 #include <utility>
 
 namespace {
@@ -64,6 +66,10 @@ void Recording::Created(const std::vector<std::string>& names) {
 
 void Recording::Add(const std::vector<std::string>& names, bool existed) {
     const std::vector<std::string> order = target_.Order();
+    std::unordered_map<std::string_view, std::size_t> places;
+    for (std::size_t place = 0; place < order.size(); ++place) {
+        places[order[place]] = place;
+    }
     std::vector<std::string> added;
     const auto add = [&](const std::string& one) {
         if (known_.insert(one).second) {
@@ -75,11 +81,14 @@ void Recording::Add(const std::vector<std::string>& names, bool existed) {
         if (name.empty()) {
             continue; // the root's text only: its controls are objects of their own
         }
-        const std::string path = name + "*";
-        for (const std::string& other : order) {
-            if (other.compare(0, path.size(), path) == 0) {
-                add(other);
-            }
+        const auto own = places.find(name);
+        if (own == places.end()) {
+            continue;
+        }
+        const std::string path = name + "*"; // of what is inside, which stands right behind it
+        for (std::size_t place = own->second + 1; place < order.size() && order[place].starts_with(path);
+             ++place) {
+            add(order[place]);
         }
     }
     const std::vector<std::string> texts =
@@ -151,6 +160,33 @@ void PanelEdits::Delete(const std::vector<HOSTINFO*>& objects) {
         Destroy(objects);
         return std::vector<HOSTINFO*>{};
     });
+}
+
+int PanelEdits::Apply(const std::string& label, const std::vector<Line>& lines) {
+    std::vector<HOSTINFO*> objects;
+    std::unordered_set<const HOSTINFO*> wereFlagged;
+    std::unordered_set<const HOSTINFO*> known;
+    for (const Line& line : lines) {
+        if (a_IsAlive(line.object) && known.insert(line.object).second) {
+            objects.push_back(line.object);
+            if ((line.object->flags & FLAG_CHANGED) != 0) {
+                wereFlagged.insert(line.object);
+            }
+        }
+    }
+    int taken = 0;
+    Do(label, objects, [&] {
+        for (const Line& line : lines) {
+            taken += a_ApplyEdit(line.object, line.text.c_str());
+        }
+        for (HOSTINFO* object : objects) { // what others have changed keeps its mark
+            if (a_IsAlive(object) && !wereFlagged.contains(object)) {
+                object->flags = static_cast<WORD>(object->flags & ~FLAG_CHANGED);
+            }
+        }
+        return std::vector<HOSTINFO*>{};
+    });
+    return taken;
 }
 
 void PanelEdits::CommitPlaces(const std::string& label, const std::vector<Placement>& before, int key) {

@@ -116,6 +116,11 @@ int DEVICE::OnParameterState(const char* keyword, DWORD* age) {
     return OnIsAlive(0, 0) != 0 ? PARAMETER_LIVE : PARAMETER_LOST;
 }
 
+int DEVICE::OnLastValue(const char* keyword, std::string* value) {
+    int found = 0;
+    return OnGet(keyword, *value, &found);
+}
+
 DEVICESTATUS DEVICE::OnStatus() {
     return {OnIsAlive(0, 0) != 0 ? DEVICE_LIVE : DEVICE_LOST, NO_AGE, NO_AGE};
 }

@@ -389,15 +389,20 @@ int RemoteDevice::OnGet(const char* keyword, std::string& value, int* result) {
         return *result = 0;
     }
     Ask(*parameter);
-    if (HeardOf(*parameter) == 0 && parameter->state == ParameterState::Unknown) {
-        return *result = 0; // no value yet
+    return *result = OnLastValue(keyword, &value);
+}
+
+int RemoteDevice::OnLastValue(const char* keyword, std::string* value) {
+    Parameter* parameter = Find(keyword);
+    if (parameter == nullptr || (HeardOf(*parameter) == 0 && parameter->state == ParameterState::Unknown)) {
+        return 0; // no value yet
     }
     Compose(*parameter);
     char text[TEXT_SIZE] = "";
     VALUERECORD record = VALUERECORD::GetText(text);
     parameter->value.Answer(&record);
-    value = text;
-    return *result = 1;
+    *value = text;
+    return 1;
 }
 
 int RemoteDevice::OnSet(const char* keyword, std::string& value, int* result) {

@@ -38,6 +38,7 @@ public:
     LRESULT OnRequestList(WPARAM keyword, LPARAM item) override;
     int OnParameterState(const char* keyword, DWORD* age) override;
     DEVICESTATUS OnStatus() override;
+    int OnLastValue(const char* keyword, std::string* value) override;
 
 protected:
     // Before it is registered: its parameters in the order of their numbers, which must live as long, and

@@ -2,13 +2,14 @@
 
 #include "Panelhost/HostInterface.h"
 
-#include "Panelhost/Devices.h"
+#include "Panelhost/BindingList.h"
 #include "Panelhost/files/DeviceLoading.h"
 #include "Panelhost/files/PanelLoading.h"
 #include "Panelhost/files/PanelSaving.h"
 #include "Panelhost/objects/PanelRoot.h"
 #include "base/Guard.h"
 
+#include <climits>
 #include <cstring>
 #include <string>
 
@@ -149,8 +150,36 @@ int ph_SetParameter(HOSTINFO* root, const char* address, const char* text) noexc
 }
 
 static_assert(PH_STATE_NONE == PARAMETER_NONE && PH_STATE_PENDING == PARAMETER_PENDING &&
-              PH_STATE_LIVE == PARAMETER_LIVE && PH_STATE_SENT == PARAMETER_SENT);
+              PH_STATE_LIVE == PARAMETER_LIVE && PH_STATE_SENT == PARAMETER_SENT &&
+              PH_STATE_NO_KEYWORD == ADDRESS_NO_KEYWORD && PH_STATE_NO_CONTROL == ADDRESS_NO_CONTROL);
 
 int ph_ParameterState(HOSTINFO* root, const char* address) noexcept {
     return a_ParameterState(root, address);
+}
+
+int ph_ListBindings(HOSTINFO* root, void(__cdecl* receive)(const PH_BINDING* binding, void* context),
+                    void* context) noexcept {
+    PanelRoot* panel = PanelRoot::From(root);
+    if (panel == nullptr) {
+        return -1;
+    }
+    return Guarded(-1, [&] {
+        const std::vector<BINDING> bindings = a_ListBindings(root);
+        for (const BINDING& binding : bindings) {
+            if (receive == nullptr) {
+                break;
+            }
+            const std::string value = a_BindingValue(binding);
+            const PH_BINDING handed{binding.object->name.c_str(),
+                                    binding.row->keyword,
+                                    binding.address.c_str(),
+                                    binding.target == nullptr ? "" : binding.target->name.c_str(),
+                                    binding.target != nullptr && binding.target->kind == KIND_DEVICE ? 1 : 0,
+                                    binding.state,
+                                    value.c_str(),
+                                    binding.age > INT_MAX ? -1 : static_cast<int>(binding.age)};
+            receive(&handed, context);
+        }
+        return static_cast<int>(bindings.size());
+    });
 }

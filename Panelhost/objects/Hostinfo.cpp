@@ -2,6 +2,7 @@
 
 #include "Panelhost/Hostinfo.h"
 
+#include "Panelhost/AddressTexts.h"
 #include "Panelhost/PropertyValues.h"
 #include "Panelhost/Remote.h"
 #include "Panelhost/objects/ObjectTree.h"
@@ -325,11 +326,37 @@ const KEYWORDROW* a_SelectRow(HOSTINFO* object, const KEYWORDROW* table, VALUERE
     return row.handler == nullptr ? nullptr : &row;
 }
 
+logic::AddressForm a_AddressForm(HOSTINFO* object, const KEYWORDROW* row) {
+    const KEYWORDINFO* infos = object->GetKeywordInfo();
+    const KEYWORDROW* table = object->GetHostinfoTable();
+    if (infos != nullptr && table != nullptr && infos[row - table].addresses != logic::AddressForm::None) {
+        return infos[row - table].addresses;
+    }
+    const bool isConnection = std::strcmp(row->keyword, "connection") == 0;
+    return (row->flags & KEYWORD_BINDINGS) != 0
+               ? isConnection ? logic::AddressForm::Connections : logic::AddressForm::Functions
+           : (row->flags & KEYWORD_CLICK) != 0 ? logic::AddressForm::Line
+                                               : logic::AddressForm::None;
+}
+
+logic::AddressForm a_AddressForm(HOSTINFO* object, const char* keyword) {
+    const KEYWORDROW* table = object->HasHostinfoTable() != 0 ? object->GetHostinfoTable() : nullptr;
+    const int row = a_FindKeyword(table, keyword);
+    return row < 0 ? logic::AddressForm::None : a_AddressForm(object, &table[row]);
+}
+
 void a_KeywordSet(HOSTINFO* object, const char* keyword) {
-    if (keyword == nullptr || !PanelRoot::AnyKept() || !a_IsAlive(object)) {
+    if (keyword == nullptr || !a_IsAlive(object)) {
         return;
     }
-    if (PanelRoot* root = PanelRoot::Above(object); root != nullptr) {
+    PanelRoot* root = PanelRoot::Above(object);
+    if (root == nullptr) {
+        return;
+    }
+    if (a_AddressForm(object, keyword) != logic::AddressForm::None) {
+        root->NoteAddressChange();
+    }
+    if (PanelRoot::AnyKept()) {
         Guarded([&] { root->kept.KeywordSet(*object, keyword); });
     }
 }

@@ -146,6 +146,7 @@ void PanelRoot::Add(HOSTINFO* object, HOSTINFO* owner, const std::string& ownNam
     object->reachable_ = true;
     object->mode = mode;
     ++owner->children_;
+    NoteAddressChange();
     kept.Added(*object);
 }
 

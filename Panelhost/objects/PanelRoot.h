@@ -74,6 +74,9 @@ public:
     void ApplyLayers(const HOSTINFO* object) const;
     // Another one whenever it may have changed what controls are bound to, or which of them are shown.
     unsigned BindingVersion() const { return bindings.Version() + layerChanges_; }
+    // Another one whenever objects came or went, or a text that holds addresses may have changed.
+    unsigned AddressVersion() const { return bindings.Version() + addressChanges_; }
+    void NoteAddressChange() { ++addressChanges_; }
     // To all controls. What is hidden loses the focus, and whoever hears of that may end controls.
     void ApplyLayersToAll();
     void SetMode(WORD newMode);
@@ -123,6 +126,7 @@ private:
     bool ended_ = false;
     unsigned removals_ = 0; // of objects so far
     mutable unsigned layerChanges_ = 0;
+    unsigned addressChanges_ = 0;
     DWORD thread_ = 0; // of the panel window
     std::atomic<bool> isToldOfThreads_ = false;
     SharedLock lock_;                                   // guards byName_: other threads look names up

@@ -2,13 +2,27 @@
 
 #include "Panelhost/Requests.h"
 
+#include <optional>
 #include <string>
+
+class PanelRoot;
 
 struct REQUESTADDRESS {
     HOSTINFO* root;
     std::string text;    // expanded: OBJECT*keyword, or OBJECT
     bool isTold = false; // that it does not fit what is asked
 };
+
+// An address as it is looked up: "%n" becomes the full name of the object that contains the control.
+std::string ExpandAddress(const std::string& address, const HOSTINFO* object);
+
+// What an expanded address names. The whole of it can be an object; otherwise what stands behind the last "*"
+// is a keyword.
+struct ADDRESSED {
+    HOSTINFO* object = nullptr;           // null when there is none
+    std::optional<std::string> keyword{}; // of the object
+};
+ADDRESSED FindAddressed(PanelRoot& root, const std::string& address);
 
 // Hands a record to the handler of an item, which is a device's parameter. There is no other way to a device
 // than this one: what is set while its panel is loaded is put aside here.

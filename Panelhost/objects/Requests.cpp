@@ -15,10 +15,10 @@
 #include <initializer_list>
 #include <utility>
 
-namespace {
-
-// "%n" becomes the full name of the object that contains the control.
-std::string Expand(const std::string& address, const HOSTINFO* object) {
+std::string ExpandAddress(const std::string& address, const HOSTINFO* object) {
+    if (address.find("%n") == std::string::npos && !address.starts_with('*')) {
+        return address;
+    }
     std::string text = address;
     const HOSTINFO* container = object->parent;
     const std::string path = container == nullptr || container->kind == KIND_ROOT ? "" : container->name;
@@ -31,6 +31,20 @@ std::string Expand(const std::string& address, const HOSTINFO* object) {
     }
     return text;
 }
+
+ADDRESSED FindAddressed(PanelRoot& root, const std::string& address) {
+    if (HOSTINFO* found = root.Find(address); found != nullptr) {
+        return {found};
+    }
+    const auto star = address.rfind('*');
+    if (star == std::string::npos) {
+        return {};
+    }
+    HOSTINFO* found = root.Find(address.substr(0, star));
+    return found == nullptr ? ADDRESSED{} : ADDRESSED{found, address.substr(star + 1)};
+}
+
+namespace {
 
 // Fills in how a device's parameter or a control's value is reached. Names are resolved here, once: the item
 // holds no text that could go before it does.
@@ -60,15 +74,9 @@ REQUESTITEM Resolve(const std::string& address, HOSTINFO* object, const char* ke
     if (root == nullptr) {
         return item;
     }
-    const std::string full = Expand(address, object);
-    const auto star = full.rfind('*');
-    HOSTINFO* found = root->Find(full);
-    const char* ownKeyword = nullptr;
-    if (found == nullptr && star != std::string::npos) {
-        found = root->Find(full.substr(0, star));
-        ownKeyword = full.c_str() + star + 1;
-    }
-    const char* wanted = keyword != nullptr ? keyword : ownKeyword;
+    const std::string full = ExpandAddress(address, object);
+    const auto [found, ownKeyword] = FindAddressed(*root, full);
+    const char* wanted = keyword != nullptr ? keyword : ownKeyword ? ownKeyword->c_str() : nullptr;
     const bool reached = found != nullptr && Reach(found, wanted, item);
     item.address = std::make_shared<REQUESTADDRESS>(
         REQUESTADDRESS{root, reached && wanted != nullptr ? found->name + "*" + wanted : full});
@@ -77,7 +85,7 @@ REQUESTITEM Resolve(const std::string& address, HOSTINFO* object, const char* ke
             root->bindings.Bind(object, found);
         } else {
             root->bindings.WaitFor(object, full);
-            if (star != std::string::npos) {
+            if (const auto star = full.rfind('*'); star != std::string::npos) {
                 root->bindings.WaitFor(object, full.substr(0, star));
             }
         }
@@ -144,7 +152,7 @@ int a_IsConnected(HOSTINFO* object, const char* function, void*) {
         const std::string wanted = logic::FoldAddress(function);
         const auto names = [&](const BINDINGLIST& list) {
             return std::any_of(list.begin(), list.end(), [&](const std::string& address) {
-                return logic::FoldAddress(Expand(address, object)) == wanted;
+                return logic::FoldAddress(ExpandAddress(address, object)) == wanted;
             });
         };
         if (names(object->functions)) {
@@ -170,7 +178,7 @@ std::string a_BuildString(const BINDINGLIST& list, const HOSTINFO* object) {
     return Guarded(std::string(), [&] {
         BINDINGLIST expanded;
         std::transform(list.begin(), list.end(), std::back_inserter(expanded),
-                       [object](const std::string& address) { return Expand(address, object); });
+                       [object](const std::string& address) { return ExpandAddress(address, object); });
         return a_BuildString(expanded);
     });
 }

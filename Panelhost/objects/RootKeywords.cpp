@@ -124,6 +124,11 @@ constexpr KEYWORDINFO About(KeywordKind kind, const char* sentence, const char* 
     return info;
 }
 
+constexpr KEYWORDINFO NamingControl(KEYWORDINFO info) {
+    info.addresses = logic::AddressForm::Connections;
+    return info;
+}
+
 constexpr KEYWORDHANDLER HandleTitle = Handle<MemberText<&PanelRoot::title>, SetMember<&PanelRoot::title>>;
 
 constexpr RootKeyword ROOT_KEYWORDS[] = {
@@ -146,7 +151,7 @@ constexpr RootKeyword ROOT_KEYWORDS[] = {
      FOLLOW},
     {{"parameterdlg", Handle<MemberText<&PanelRoot::parameterDialog>, SetMember<&PanelRoot::parameterDialog>>,
       0},
-     About(KeywordKind::Text, "Name of the control whose parameter dialog is open.")},
+     NamingControl(About(KeywordKind::Text, "Name of the control whose parameter dialog is open."))},
     {{"size", Handle<MemberText<&PanelRoot::size>, SetSize>, KEYWORD_SAVED},
      About(KeywordKind::Numbers,
            "Width and height of the panel in pixels, joined by `,`; empty to let the host choose.")},

@@ -46,4 +46,14 @@ std::string ExpandPattern(std::string_view pattern, int input, int output) {
     return expanded;
 }
 
+std::vector<std::string> ExpandPatterns(std::string_view pattern, int inputs, int outputs) {
+    std::vector<std::string> names;
+    for (int input = 1; !pattern.empty() && input <= inputs; ++input) {
+        for (int output = 1; output <= std::max(outputs, 1); ++output) {
+            names.push_back(ExpandPattern(pattern, input, outputs > 0 ? output : input));
+        }
+    }
+    return names;
+}
+
 } // namespace logic

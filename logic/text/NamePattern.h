@@ -3,11 +3,16 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace logic {
 
 // The pattern with both numbers in it. `%02i` is a number of at least two digits, 1 to 9 of them. Everything
 // else that follows a per cent sign stays as it is. "route%i_%02o" with 3 and 4 is "route3_04".
 std::string ExpandPattern(std::string_view pattern, int input, int output);
+
+// The pattern with all numbers from 1 on, all outputs of the first input first; none for an empty one.
+// Without outputs there is one name an input, of which the number may be written either way.
+std::vector<std::string> ExpandPatterns(std::string_view pattern, int inputs, int outputs);
 
 } // namespace logic

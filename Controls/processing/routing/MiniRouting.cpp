@@ -52,6 +52,7 @@ constexpr KeywordTable KEYWORDS({
     FUNCTION_KEYWORD.Says("Text parameters that are told the value whenever it is changed here, joined by "
                           "`;`."),
     PatternOf<&MINIROUTINGPROPERTIES::InputNames, &MINIROUTINGPROPERTIES::SetInputNames>("inputnames")
+        .HoldsPattern("inputs")
         .Label("Names of the inputs")
         .Says("Address of the name of each input, in which `%i` is its number, counted from 1; empty for "
               "numbers. `%02i` has two digits."),
@@ -61,10 +62,12 @@ constexpr KeywordTable KEYWORDS({
     LEVEL_KEYWORD,
     VIEW_LINE_COLOUR.Says("Colour of the crosspoints that are on, `0x00bbggrr`."),
     PatternOf<&MINIROUTINGPROPERTIES::OutputNames, &MINIROUTINGPROPERTIES::SetOutputNames>("outputnames")
+        .HoldsPattern("outputs")
         .Label("Names of the outputs")
         .Says("The same of each output, with `%o`."),
     SizeOf<&MINIROUTINGPROPERTIES::outputs>("outputs").Label("Outputs").Says("Number of columns, 1 to 64."),
     PatternOf<&MINIROUTINGPROPERTIES::Routes, &MINIROUTINGPROPERTIES::SetRoutes>("routes")
+        .HoldsPattern("inputs", "outputs")
         .Label("Crosspoints")
         .Says("Address of each crosspoint, in which `%i` and `%o` are the numbers of its input and output, "
               "counted from 1: `DSP*route%i_%o`. `%02i` has two digits. A crosspoint is on while its value "
