@@ -117,6 +117,8 @@ def make_setup(folder, path, version):
         icon = ROOT / "app" / "Controls" / "Panel.ico"
         run("convert", "-size", "164x314", "gradient:#4a545e-#14181c", f"{icon}[0]", "-gravity", "center", "-composite",
             "-type", "TrueColor", f"BMP3:{side}")
+        seconds = (folder / BINARIES[0]).stat().st_mtime
+        os.utime(side, (seconds, seconds))
         run("makensis", "-V2", "-INPUTCHARSET", "UTF8", "-WX", f"-DPRODUCT={PRODUCT}", f"-DVERSION={version}",
             f"-DFILES={lists}", f"-DOUTPUT={path}", f"-DKILOBYTES={size}", f"-DICON={icon}",
             f"-DSIDE={side}", ROOT / "tools" / "packaging" / "setup.nsi")
