@@ -6,6 +6,7 @@
 
 #include <oleacc.h>
 
+extern const ControlImplementation autoMixerControl;
 extern const ControlImplementation barGraphControl;
 extern const ControlImplementation clockControl;
 extern const ControlImplementation comboBoxControl;
@@ -420,12 +421,11 @@ constexpr ControlClass CLASSES[] = {
      .palette = {STRIPS, 1, "Mixer Strip", "Mx", {48, 252}, true}},
     {.name = "AUTOMIXER",
      .displayName = "AutoMixer",
-     .implementation = &plainInteger,
+     .implementation = &autoMixerControl,
      .controlType = INTEGER,
      .role = ROLE_SYSTEM_GROUPING,
      .style = S1,
-     .purpose = "Automatic mixer strip.",
-     .palette = {STRIPS, 2, "Automixer Strip", "Am", {80, 320}, true}},
+     .palette = {STRIPS, 2, "Automixer Strip", "Am", {64, 330}, true}},
     {.name = "REVMETER",
      .displayName = "RevMeter",
      .implementation = &reverseMeterControl,

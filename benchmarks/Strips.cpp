@@ -16,6 +16,7 @@ struct Strip {
     double mostPainting;
 };
 constexpr Strip KINDS[] = {
+    {"AUTOMIXER", "automatic mixer strips", 14, 2.5, 2.5},
     {"CROSSOVER", "crossover strips", 12, 2.5, 2.5},
     {"MIXER", "mixer strips", 10, 3, 2.5},
 };

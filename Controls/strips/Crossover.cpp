@@ -6,6 +6,7 @@
 #include "Controls/families/CrossoverParts.h"
 #include "Controls/families/FunctionList.h"
 #include "Controls/families/Strip.h"
+#include "Controls/families/StripChildren.h"
 #include "Controls/framework/Keywords.h"
 #include "base/Gdi.h"
 #include "logic/controls/FilterValues.h"
@@ -62,16 +63,6 @@ StripChild Field(const char* name, RECT place, const char* connection) {
              "alignment=center", "interval=250", connection},
             WS_VISIBLE | STRIP_FIELD_STYLE,
             WS_EX_STATICEDGE};
-}
-
-StripChild Switch(const char* name, int top, const char* bitmap, const char* caption,
-                  const char* connection) {
-    return {"BTRISTATEBUTTON",
-            name,
-            {2, top, 26, 16},
-            12,
-            {bitmap, caption, "textcolor=0xffffff,0", "font=Small Fonts,5", "interval=100", connection},
-            WS_VISIBLE | WS_TABSTOP};
 }
 
 } // namespace
@@ -355,20 +346,15 @@ int CROSSOVERPROPERTIES::SignalKeyword(VALUERECORD& record) {
 std::span<const StripChild> CROSSOVERPROPERTIES::Children() const {
     static const std::string types = TypeItems();
     static const StripChild children[] = {
-        {"BSTATIC",
-         LABEL,
-         {4, 3, 64, 15},
-         14,
-         {"backgroundcolor=0x004c4c4c", "textcolor=0x00ffffff", "datatype=string", "font=ms sans serif,8",
-          "alignment=center", "caption="}},
+        StripLabel(LABEL, {4, 3, 64, 15}),
         TypeList("HpType", 28, types.c_str(), "connection=%n*highpass"),
         Field("HpFreq", {4, 47, 64, 15}, "connection=%n*highcorner"),
         TypeList("LpType", 72, types.c_str(), "connection=%n*lowpass"),
         Field("LpFreq", {4, 91, 64, 15}, "connection=%n*lowcorner"),
-        Switch("Polarity", 112, "bitmap=.\\Controls\\SWITCHBUTTON_yellow_26x16.bmp", "caption=INV",
-               "connection=%n*inverted"),
-        Switch("MUTE", 131, "bitmap=.\\Controls\\SWITCHBUTTON_red_26x16.bmp", "caption=MUTE",
-               "connection=%n*value"),
+        StripSwitch("Polarity", {2, 112}, "bitmap=.\\Controls\\SWITCHBUTTON_yellow_26x16.bmp", "caption=INV",
+                    "connection=%n*inverted"),
+        StripSwitch("MUTE", {2, 131}, "bitmap=.\\Controls\\SWITCHBUTTON_red_26x16.bmp", "caption=MUTE",
+                    "connection=%n"),
         {"FADER",
          "Fader",
          {49, 108, 14, 101},
@@ -388,14 +374,7 @@ std::span<const StripChild> CROSSOVERPROPERTIES::Children() const {
          12,
          {"properties=-60,12,-60", "zones=-60=0x0040c040;-12=0x0000c0ff;0=0x000000ff",
           "backgroundcolor=0x00202020", "connection=%n*signal"}},
-        {"BEDIT",
-         "Value",
-         {36, 215, 32, 15},
-         12,
-         {"font=ms sans serif,8", "textcolor=0x00ccff", "backgroundcolor=0x00000000", "datatype=f",
-          "fmt=%.1f", "alignment=center", "interval=250", "connection=%n*gain"},
-         WS_VISIBLE | STRIP_FIELD_STYLE,
-         WS_EX_STATICEDGE},
+        StripNumber("Value", {36, 215, 32, 15}, "connection=%n*gain"),
         Field("Delay", {4, 236, 64, 15}, "connection=%n*delaytime"),
     };
     return children;

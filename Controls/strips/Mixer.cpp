@@ -4,6 +4,7 @@
 
 #include "Controls/drawing/FontProperty.h"
 #include "Controls/families/Strip.h"
+#include "Controls/families/StripChildren.h"
 #include "Controls/framework/Keywords.h"
 #include "Controls/resources/resource.h"
 #include "base/Gdi.h"
@@ -57,19 +58,8 @@ constexpr StripChild CHILDREN[] = {
       "alignment=center", "interval=250", "connection=%n*Fader", "* =0.0"},
      WS_VISIBLE | STRIP_FIELD_STYLE,
      WS_EX_STATICEDGE},
-    {"BEDIT",
-     "Edit",
-     {4, 236, 40, 15},
-     13,
-     {"*alignment=center", "*backgroundcolor=0x004C4C4C", "*textcolor=0x00ffffff",
-      "*caption=", "*font=ms sans serif,8"},
-     WS_VISIBLE | STRIP_FIELD_STYLE},
-    {"BSTATIC",
-     "Label",
-     {9, 3, 30, 15},
-     14,
-     {"backgroundcolor=0x004c4c4c", "textcolor=0x00ffffff", "datatype=string", "font=ms sans serif,8",
-      "alignment=center", "caption="}},
+    StripNameField("Edit", {4, 236, 40, 15}),
+    StripLabel("Label", {9, 3, 30, 15}),
     {"FADER",
      PAN_FADER,
      {1, 33, 14, 101},

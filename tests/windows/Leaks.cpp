@@ -30,7 +30,8 @@ TEST_CASE("controls of every class leave nothing behind") {
     for (const ExpectedClass& expected : EXPECTED_CLASSES) {
         INFO(std::string(expected.name));
         const std::string_view name = expected.name;
-        const bool isCostly = name == "EQ" || name == "XOVER" || name == "MIXER" || name == "CROSSOVER";
+        const bool isCostly =
+            name == "EQ" || name == "XOVER" || name == "MIXER" || name == "CROSSOVER" || name == "AUTOMIXER";
         const int count = isCostly ? 30 : 100;
         int lives = 0;
         const std::string left = LeftBehind(count, [&] {

@@ -208,6 +208,10 @@ TEST_CASE("what a keyword takes, keeps and refuses") {
          "format=96000 Hz,float,Stereo|format=48000!|format=48000 "
          "Hz,20bit,Mono!|maximum=0>maximum=1|maximum=5|"
          "driver=Line|record=1!|run=2!|run=x!|peak1=1!|recorded=a!|value=1!"},
+        {"AUTOMIXER",
+         "advanced=1|advanced=2!|details=0|value=-100>value=-80|value=-6.5|value=loud!|frozen=7>frozen=1|"
+         "gatelevel=-33|gatelevel=99>gatelevel=18|holdtime=1500|holdtime=-1>holdtime=0|input=-3!|muted=1|"
+         "priority=1|share=-3!|weighting=-4.5|weighting=25>weighting=24"},
         {"CROSSOVER",
          "highpass=link24>highpass=LINK24|highpass=6dB>highpass=BUTT6|highpass=loud!|highpass=OFF,80!|"
          "highcorner=1k2>highcorner=1200 Hz|highcorner=5 Hz>highcorner=20.0 Hz|highcorner=5 "

@@ -89,6 +89,9 @@ def style_lamp(level):
     return YELLOW if level > 1.0 - RED_PART - AMBER_PART else GREEN
 
 
+# Those of another ending than ".bmp".
+ENDINGS = {"_AutoMixerInMeter": ".ds"}
+
 # Width, height, margins beside and above the lamps, height of a lamp, colours.
 LADDERS = {
     "METER_8x100": (8, 100, 2, 3, 4, level_lamp),
@@ -96,6 +99,7 @@ LADDERS = {
     "METER_12x200": (12, 200, 2, 3, 2, level_lamp),
     "METER_16x160": (16, 160, 3, 3, 4, level_lamp),
     "METER_20x200_blue": (20, 200, 3, 3, 4, blue_lamp),
+    "_AutoMixerInMeter": (12, 90, 2, 2, 2, level_lamp),
     "METER_slim_16x208": (16, 208, 3, 2, 4, style_lamp),
     "METER_slim_16x208_blue": (16, 208, 3, 2, 4, lambda level: BLUE),
 }
@@ -104,6 +108,6 @@ LADDERS = {
 def pictures():
     for name, sizes in LADDERS.items():
         image = side_by_side(*(ladder(*sizes, is_lit) for is_lit in (False, True)))
-        yield Picture(f"app/Controls/{name}.bmp", (image,), bmp32)
+        yield Picture(f"app/Controls/{name}{ENDINGS.get(name, '.bmp')}", (image,), bmp32)
     image = side_by_side(*(smooth(12, 160, 2, is_lit) for is_lit in (False, True)))
     yield Picture("app/Controls/METER_smooth_12x160.bmp", (image,), bmp32)
