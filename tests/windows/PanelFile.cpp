@@ -64,7 +64,7 @@ TEST_CASE("a panel of every class is saved, loaded and saved again byte for byte
         CHECK((saved == file || round == 0 || round == 2)); // what devices answer is saved, too
         file = saved;
     }
-    CHECK(file.starts_with(all + "control=0x00000000 AUTOMIXER \"One AUTOMIXER\" 0x40010000 5,5,65,45\r\n"));
+    CHECK(file.starts_with(all + "control=0x00010000 AUTOMIXER \"One AUTOMIXER\" 0x42010000 5,5,69,335\r\n"));
     for (const char* line : lines) {
         INFO(std::string(line));
         CHECK(file.find("\r\n" + std::string(line) + "\r\n") != file.npos);
