@@ -369,7 +369,7 @@ void AUTOMIXERPROPERTIES::DrawBackground(HDC dc) const {
     }
     constexpr const char* CAPTIONS[] = {"WEIGHT", "THRESHOLD", "HOLD"};
     for (std::size_t i = 0; i < std::size(CAPTIONS); ++i) {
-        TextOutA(dc, 5, SETTING_TOPS[i] - 10, CAPTIONS[i], lstrlenA(CAPTIONS[i]));
+        TextOutA(dc, 4, SETTING_TOPS[i] - 10, CAPTIONS[i], lstrlenA(CAPTIONS[i]));
     }
 }
 
