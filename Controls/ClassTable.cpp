@@ -34,13 +34,13 @@ extern const ControlImplementation miniXoverControl;
 extern const ControlImplementation mixerControl;
 extern const ControlImplementation networkControl;
 extern const ControlImplementation notesControl;
-extern const ControlImplementation plainInteger;
 extern const ControlImplementation pushButtonControl;
 extern const ControlImplementation radioButtonControl;
 extern const ControlImplementation rangeControl;
 extern const ControlImplementation reverseMeterControl;
 extern const ControlImplementation rockerSwitchControl;
 extern const ControlImplementation scaleControl;
+extern const ControlImplementation speakerControl;
 extern const ControlImplementation spinEditControl;
 extern const ControlImplementation staticControl;
 extern const ControlImplementation switchButtonControl;
@@ -338,12 +338,11 @@ constexpr ControlClass CLASSES[] = {
      .palette = {CONTINUOUS, 8, "Scale", "Sc", {32, 200}, false}},
     {.name = "SPEAKERCONTROL",
      .displayName = "SpeakerControl",
-     .implementation = &plainInteger,
+     .implementation = &speakerControl,
      .controlType = INTEGER,
      .role = ROLE_SYSTEM_GROUPING,
      .style = S1,
-     .purpose = "Loudspeaker selector.",
-     .palette = {PROCESSING, 3, "Speaker Selector", "Ss", {160, 96}, true}},
+     .palette = {PROCESSING, 3, "Speaker Selector", "Ss", {160, 120}, true}},
     {.name = "SPINEDIT",
      .displayName = "SpinEdit",
      .implementation = &spinEditControl,

@@ -19,6 +19,7 @@ constexpr Strip KINDS[] = {
     {"AUTOMIXER", "automatic mixer strips", 14, 2.5, 2.5},
     {"CROSSOVER", "crossover strips", 12, 2.5, 2.5},
     {"MIXER", "mixer strips", 10, 3, 2.5},
+    {"SPEAKERCONTROL", "speaker selectors", 13, 2.5, 2.5},
 };
 
 constexpr int STRIPS = 32;

@@ -9,6 +9,7 @@
 #include "fuzz/Fuzzer.h"
 #include "logic/controls/Layers.h"
 #include "logic/devices/AutoMixer.h"
+#include "logic/devices/MonitorOutput.h"
 #include "logic/devices/SimulatedBlocks.h"
 #include "logic/devices/Simulation.h"
 #include "logic/devices/Subscription.h"
@@ -80,6 +81,9 @@ void CheckDeclarations(std::string_view text) {
     if (const auto matrix = ParseMatrix(text.substr(0, split),
                                         split == text.npos ? "2,12,in%i,out%02o" : text.substr(split + 1))) {
         Require(matrix->crosspoints.size() == matrix->InputNames().size() * matrix->OutputNames().size());
+    }
+    if (const auto monitor = ParseMonitor(text)) {
+        Require(monitor->sets >= 1 && monitor->sets <= MOST_SPEAKER_SETS && !monitor->left.empty());
     }
     if (const auto mixer =
             ParseAutoMixer(text.substr(0, split), split == text.npos ? "12,mic%i" : text.substr(split + 1))) {

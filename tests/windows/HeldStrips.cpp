@@ -42,6 +42,16 @@ constexpr Held CHANNEL[] = {
     {"Gain", "-6.5"},
 };
 
+constexpr Held MONITOR[] = {
+    {"Set1", "1"},
+    {"Set3", "1", "3", "MON*speaker", "3"},
+    {"Level", "-30", "-12.5", "MON*level", "-12.5"},
+    {"DIM", "0", "1", "MON*dim", "1"},
+    {"MONO", "1", "0", "MON*mono", "0"},
+    {"MUTE", "0", "1", "MON*mute", "1"},
+    {"TALK", "0"},
+};
+
 struct Kind {
     const char* className;
     SIZE size;
@@ -77,9 +87,22 @@ constexpr Kind KINDS[] = {
      "function=MIX*level|function1=MIX*input|function2=MIX*gain|function3=MIX*priority|function4=MIX*weight|"
      "function5=MIX*threshold|function6=MIX*hold|function7=MIX*freeze|function8=MIX*mute",
      CHANNEL},
+    {"SPEAKERCONTROL",
+     {100, 64},
+     "MON*device=simulated\n"
+     "MON*speaker=integer,0,8,1\n"
+     "MON*level=float,-80,10,-30,dB\n"
+     "MON*dim=integer,0,1,0\n"
+     "MON*mono=integer,0,1,1\n"
+     "MON*mute=integer,0,1,0\n"
+     "MON*talk=integer,0,1,0\n",
+     "speakers=Main;Near;Mono|function=MON*speaker|function1=MON*level|function2=MON*dim|"
+     "function3=MON*mono|function4=MON*mute|function5=MON*talk",
+     MONITOR},
 };
 constexpr const Kind& CROSSOVER = KINDS[0];
 constexpr const Kind& AUTOMIXER = KINDS[1];
+constexpr const Kind& SPEAKERS = KINDS[2];
 
 // A strip whose devices are there.
 struct BoundStrip {
@@ -347,10 +370,149 @@ TEST_CASE("what a device holds that is no state or no number is shown by the chi
     CHECK(strip.panel.Parameter("MIX*level") == "10");
 }
 
+// Loudspeakers
+
+namespace {
+
+void Push(const BoundStrip& strip, const char* child, bool isDown = true) {
+    HWND window = strip.Child(child);
+    SetFocus(window);
+    SendMessageA(window, isDown ? WM_KEYDOWN : WM_KEYUP, VK_SPACE, 1);
+}
+
+} // namespace
+
+TEST_CASE("where no device dims the level is lowered once, and comes back as it was") {
+    const BoundStrip strip(SPEAKERS, TestPanel::Visible);
+    const auto level = [&] { return strip.panel.Parameter("MON*level"); };
+    LoadLines(strip.window, "function2=");
+    strip.PollAll();
+    strip.Load("DIM", "value=1");
+    CHECK(level() == "-50");
+    strip.PollAll();
+    CHECK(Value(strip.Child("Level")) == -30);
+    CHECK(Text(strip.Child("DIM")) == "1");
+    Push(strip, "TALK");
+    CHECK(strip.panel.Parameter("MON*talk") == "1");
+    CHECK(level() == "-50"); // once
+    strip.Load("DIM", "value=0");
+    CHECK(level() == "-50");
+    Push(strip, "TALK", false);
+    CHECK(strip.panel.Parameter("MON*talk") == "0");
+    CHECK(level() == "-30");
+    LoadLines(strip.window, "talkdim=0");
+    Push(strip, "TALK");
+    CHECK(level() == "-30");
+    Push(strip, "TALK", false);
+
+    strip.Load("Level", "value=-70"); // dimmed, it is below what there is
+    strip.Load("DIM", "value=1");
+    CHECK(level() == "-80");
+    strip.PollAll();
+    CHECK(Value(strip.Child("Level")) == -70);
+    strip.Load("Level", "value=-75");
+    CHECK(level() == "-80");
+    LoadLines(strip.window, "dim=-10"); // from the next time on
+    strip.Load("DIM", "value=0");
+    CHECK(level() == "-75");
+    strip.Load("Level", "value=0");
+    strip.Load("DIM", "value=1");
+    CHECK(level() == "-10");
+    ph_SetParameter(strip.panel.Root(), "MON*level", "-18"); // by somebody who hears it
+    strip.PollAll();
+    CHECK(Text(strip.Child("DIM")) == "0");
+    CHECK(Value(strip.Child("Level")) == -18);
+    strip.Load("DIM", "value=0");
+    CHECK(level() == "-18");
+}
+
+TEST_CASE("what cannot be dimmed is not, and is never louder afterwards") {
+    const BoundStrip strip(SPEAKERS);
+    LoadLines(strip.window, "function2=");
+    strip.PollAll();
+    const auto setOnline = [&](const char* isThere) {
+        ph_SetParameter(strip.panel.Root(), "MON*online", isThere);
+        strip.PollAll();
+    };
+    setOnline("0");
+    strip.Load("DIM", "value=1");
+    setOnline("1");
+    CHECK(strip.panel.Parameter("MON*level") == "-30");
+    CHECK(Text(strip.Child("DIM")) == "0");
+    strip.Load("DIM", "value=1");
+    setOnline("0");
+    strip.Load("DIM", "value=0");
+    setOnline("1");
+    CHECK(strip.panel.Parameter("MON*level") == "-50");
+    CHECK(Text(strip.Child("DIM")) == "1");
+    strip.Load("DIM", "value=0");
+    CHECK(strip.panel.Parameter("MON*level") == "-30");
+}
+
+TEST_CASE("a talkback dims where a device does it, and its end arrives") {
+    const BoundStrip strip(SPEAKERS, TestPanel::Visible);
+    strip.PollAll();
+    const auto held = [&] { return strip.panel.Parameter("MON*talk") + strip.panel.Parameter("MON*dim"); };
+    Push(strip, "TALK");
+    strip.PollAll();
+    CHECK(held() == "11");
+    CHECK(Text(strip.Child("DIM")) == "0");
+    ph_SetParameter(strip.panel.Root(), "MON*online", "0");
+    Push(strip, "TALK", false);
+    ph_SetParameter(strip.panel.Root(), "MON*online", "1");
+    CHECK(Await([&] {
+        strip.PollAll();
+        ph_Tick(strip.panel.Root());
+        return held() == "00";
+    }));
+    Push(strip, "TALK");
+    CHECK(strip.panel.Parameter("MON*talk") == "1");
+    DestroyWindow(strip.window);
+    CHECK(held() == "00");
+}
+
+TEST_CASE("there is a button for each set of loudspeakers, in a window of any size") {
+    const BoundStrip strip(SPEAKERS, TestPanel::Visible);
+    const auto shown = [&] {
+        int count = 0;
+        for (int i = 1; i <= 8; ++i) {
+            count += IsShown(strip.Child(("Set" + std::to_string(i)).c_str())) ? 1 : 0;
+        }
+        return count;
+    };
+    CHECK(shown() == 3);
+    CHECK(Load(strip.window, "speakers=1;2;3;4;5;6;7;8;9") == 0);
+    CHECK(Load(strip.window, "speakers=A; B;C;D;E;F;G;H") == 1);
+    CHECK(Text(strip.window, "speakers") == "A;B;C;D;E;F;G;H");
+    CHECK(shown() == 8);
+    CHECK(Text(strip.Child("Set2"), "caption") == "B");
+    SetWindowPos(strip.window, nullptr, 0, 0, 400, 300, SWP_NOMOVE | SWP_NOZORDER);
+    std::vector<RECT> places;
+    for (HWND child : ChildrenOf(strip.window)) {
+        RECT place;
+        GetWindowRect(child, &place);
+        MapWindowPoints(nullptr, strip.window, reinterpret_cast<POINT*>(&place), 2);
+        INFO(ObjectOf(child).name);
+        CHECK(place.left >= 4);
+        CHECK(place.top >= 4);
+        CHECK(place.right <= 396);
+        CHECK(place.bottom <= 296);
+        for (const RECT& other : places) {
+            RECT common;
+            CHECK_FALSE(IntersectRect(&common, &place, &other));
+        }
+        places.push_back(place);
+    }
+    CHECK(Load(strip.window, "speakers=") == 1);
+    CHECK(shown() == 0);
+    CHECK(Load(strip.window, "value=3") == 1); // none is left
+    CHECK(strip.panel.Parameter("MON*speaker") == "0");
+}
+
 TEST_CASE("the panel of the strips is live") {
     const TestPanel panel(TestPanel::Visible);
-    REQUIRE(ph_LoadDevices(panel.Root(), (ProgramFolder() + "Strips.devices").c_str()) == 2);
-    REQUIRE(ph_LoadPanel(panel.Root(), (ProgramFolder() + "Strips.panel").c_str()) == 9);
+    REQUIRE(ph_LoadDevices(panel.Root(), (ProgramFolder() + "Strips.devices").c_str()) == 3);
+    REQUIRE(ph_LoadPanel(panel.Root(), (ProgramFolder() + "Strips.panel").c_str()) == 21);
     CHECK(a_LoadErrorCount(panel.Root()) == 0);
     const auto becomes = [&](const char* control, const std::string& text) {
         return Await(
@@ -389,6 +551,16 @@ TEST_CASE("the panel of the strips is live") {
     Load(panel.Find("Talker1*Threshold"), "value=-80");
     CHECK(gets("Chair*Gain", -60));
     CHECK(gets("Talker1*Gain", 0));
+    // One of the loudspeakers plays.
+    Load(panel.Find("Monitor*Set2"), "value=2");
+    CHECK(gets("MAIN left", -60));
+    CHECK(Await([&] {
+        PumpAll();
+        ph_Tick(panel.Root());
+        return Value(panel.Find("NEAR left")) > -60;
+    }));
+    Load(panel.Find("Monitor*MUTE"), "value=1");
+    CHECK(gets("NEAR left", -60));
 }
 
 TEST_SUITE_END();

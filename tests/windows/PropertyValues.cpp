@@ -220,6 +220,11 @@ TEST_CASE("what a keyword takes, keeps and refuses") {
          "delaytime=2,5>delaytime=2.5 ms|delaytime=3 "
          "parsec!|delaytime=off|bypass=1|bypass=0|signal=1!|value=7>"
          "value=1|value=x!"},
+        {"SPEAKERCONTROL",
+         "speakers=Main;Near|speakers=a;b;c;d;e;f;g;h;i!|speakers=|dim=-99>dim=-80|dim=3>dim=0|dim=-12.5|"
+         "dim=loud!|talkdim=0|talkdim=2!|volume=-12.5|volume=20>volume=10|volume=nan!|muted=3>muted=1|summed="
+         "1|"
+         "summed=x!|dimmed=x!|talking=x!|value=x!"},
         {"MIXER", "mode=Output>mode=output|mode=Input>mode=input|stereo=maybe>stereo=no|stereo=Y>stereo=yes"},
     };
     const TestPanel panel;

@@ -485,7 +485,8 @@ TEST_CASE("drawing, keys and unlisted private messages have their fixed answers"
         CHECK(((GetWindowLongA(control, GWL_EXSTYLE) & WS_EX_ACCEPTFILES) != 0) == accepts);
         if (name != "BEDIT" && name != "BEDIT2" && name != "BCOMBOBOX") {
             CHECK(SendMessageA(control, WM_ERASEBKGND, 0, 0) == 1);
-            const bool isStrip = name == "MIXER" || name == "CROSSOVER" || name == "AUTOMIXER";
+            const bool isStrip =
+                name == "MIXER" || name == "CROSSOVER" || name == "AUTOMIXER" || name == "SPEAKERCONTROL";
             const LRESULT wanted = isStrip ? DLGC_WANTARROWS | DLGC_WANTALLKEYS : DLGC_WANTARROWS;
             CHECK(SendMessageA(control, WM_GETDLGCODE, 0, 0) == wanted);
         }

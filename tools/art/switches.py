@@ -33,7 +33,7 @@ def switch_button(width, height, lamp):
 
 
 LAMPS = {"red": RED_LAMP, "yellow": YELLOW_LAMP, "green": GREEN_LAMP, "blue": BLUE_LAMP}
-SIZES = ((26, 16), (48, 24), (56, 16))
+SIZES = ((26, 16), (38, 24), (48, 24), (56, 16), (104, 24))
 
 
 def pictures():

@@ -46,6 +46,20 @@ float SimulatedDevice::MixedLevel(const Parameter& parameter) const {
     return logic::PowerSum(levels).value_or(parameter.Declaration().minimum);
 }
 
+float SimulatedDevice::MonitorLevel(const Monitor& monitor) const {
+    const auto level = [this](const std::string& channel) {
+        const Parameter* source = Source(channel);
+        return source != nullptr && source->IsNumber() ? source->Number()
+                                                       : static_cast<float>(logic::LOWEST_LEVEL);
+    };
+    return logic::MonitorLevel({.speaker = logic::TruncateToInteger(monitor.speaker->Number()),
+                                .level = monitor.level->Number(),
+                                .isDim = monitor.dim->Number() != 0,
+                                .isMono = monitor.mono->Number() != 0,
+                                .isMute = monitor.mute->Number() != 0},
+                               monitor.set, level(monitor.own), level(monitor.other));
+}
+
 // Of all channels at once: one that was declared anew as something else counts and does not move.
 void SimulatedDevice::ShareGain(const std::shared_ptr<SharedGain>& shared, std::uint32_t elapsed) const {
     std::vector<logic::AutoMixerChannel> channels;
@@ -100,6 +114,10 @@ float SimulatedDevice::GainThrough(const std::vector<std::string>& stages) const
 void SimulatedDevice::Move(Parameter& parameter, std::uint32_t elapsed) {
     if (parameter.reduction) {
         parameter.SetNumber(NextReduction(parameter, elapsed));
+        return;
+    }
+    if (parameter.monitor) {
+        parameter.SetNumber(MonitorLevel(*parameter.monitor));
         return;
     }
     if (parameter.shared) {

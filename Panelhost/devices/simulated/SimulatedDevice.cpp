@@ -199,6 +199,30 @@ bool SimulatedDevice::DeclareMatrix(const std::string& crosspoints, const std::s
     return true;
 }
 
+bool SimulatedDevice::DeclareMonitor(const std::string& output, const std::string& text) {
+    const auto names = logic::ParseMonitor(text);
+    if (!names || output.empty()) {
+        return false;
+    }
+    for (const auto& [part, declaration] : logic::MonitorParameters(names->sets)) {
+        DeclareParameter(output + part, declaration);
+    }
+    for (std::int32_t set = 1; set <= names->sets; ++set) {
+        for (const bool isLeft : {true, false}) {
+            Find(output + (isLeft ? ".left" : ".right") + std::to_string(set))->monitor =
+                Monitor{.set = set,
+                        .own = isLeft ? names->left : names->right,
+                        .other = isLeft ? names->right : names->left,
+                        .speaker = Find(output + ".speaker"),
+                        .level = Find(output + ".level"),
+                        .dim = Find(output + ".dim"),
+                        .mono = Find(output + ".mono"),
+                        .mute = Find(output + ".mute")};
+        }
+    }
+    return true;
+}
+
 bool SimulatedDevice::DeclareAutoMixer(const std::string& channels, const std::string& text) {
     const auto names = logic::ParseAutoMixer(channels, text);
     if (!names) {
@@ -251,6 +275,9 @@ bool SimulatedDevice::DeclareAny(const std::string& keyword, const std::string& 
     }
     if (const auto rest = Behind(text, "matrix")) {
         return DeclareMatrix(keyword, *rest);
+    }
+    if (const auto rest = Behind(text, "monitor")) {
+        return DeclareMonitor(keyword, *rest);
     }
     if (const auto rest = Behind(text, "automixer")) {
         return DeclareAutoMixer(keyword, *rest);

@@ -3,6 +3,7 @@
 #include "Panelhost/devices/DeviceKind.h"
 #include "Panelhost/devices/DeviceParameter.h"
 #include "logic/devices/AutoMixer.h"
+#include "logic/devices/MonitorOutput.h"
 #include "logic/devices/SimulatedBlocks.h"
 #include "logic/devices/Subscription.h"
 
@@ -52,6 +53,11 @@ private:
         std::vector<const Parameter*> crosspoints;
         std::vector<std::string> inputs;
     };
+    struct Monitor { // what the level of a loudspeaker is computed from
+        std::int32_t set;
+        std::string own, other; // channels
+        const Parameter *speaker, *level, *dim, *mono, *mute;
+    };
     struct SharedGain { // an automatic mixer
         struct Channel {
             std::string source;
@@ -73,6 +79,7 @@ private:
         std::vector<std::string> through; // what the level goes through
         std::optional<Reduction> reduction;
         std::optional<Mix> mix;
+        std::optional<Monitor> monitor;
         std::shared_ptr<SharedGain> shared; // of the gain of a channel
         // Of a receive channel: what becomes of its text, and the parameters that say so and that have the
         // channels which are offered.
@@ -82,7 +89,8 @@ private:
 
         // Whether its number comes from elsewhere.
         bool IsSourced() const {
-            return wave || follow || mix || reduction || shared || !added.empty() || !through.empty();
+            return wave || follow || mix || reduction || monitor || shared || !added.empty() ||
+                   !through.empty();
         }
         bool MovesByItself() const { return IsSourced() || !muting.empty() || !solos.empty(); }
     };
@@ -97,6 +105,7 @@ private:
     bool DeclareAny(const std::string& keyword, const std::string& text);
     bool DeclareDynamics(const std::string& block, const std::string& text);
     bool DeclareMatrix(const std::string& crosspoints, const std::string& text);
+    bool DeclareMonitor(const std::string& output, const std::string& text);
     bool DeclareAutoMixer(const std::string& channels, const std::string& text);
 
     // A source, "parameter" of this device or "DEVICE*parameter"; null when there is none. Its value is 0
@@ -106,6 +115,7 @@ private:
     void Move(Parameter& parameter, std::uint32_t elapsed);
     static float NextReduction(const Parameter& parameter, std::uint32_t elapsed);
     float MixedLevel(const Parameter& parameter) const;
+    float MonitorLevel(const Monitor& monitor) const;
     void ShareGain(const std::shared_ptr<SharedGain>& shared, std::uint32_t elapsed) const;
     float GainThrough(const std::vector<std::string>& stages) const;
 
