@@ -20,7 +20,8 @@ std::string FrameWindow::DocumentName() const {
 }
 
 bool FrameWindow::OpenPanel(const std::string& file, std::string& error) {
-    return OpenSource({file, DeviceFileFor(file)}, error) ||
+    const bool follows = commandLine_.follow && !panel_;
+    return OpenSource({file, DeviceFileFor(file), nullptr, follows}, error) ||
            (error.empty() && !panel_ && OpenSource({}, error));
 }
 
@@ -34,7 +35,7 @@ std::unique_ptr<PanelWindow> FrameWindow::Load(const PanelSource& source, bool m
 bool FrameWindow::OpenSource(const PanelSource& source, std::string& error) {
     const int messages = log_.MessageCount();
     log_.SetMessageCount(0);
-    auto opened = Load(source, true, error);
+    auto opened = Load(source, !commandLine_.operate, error); // else an empty panel would be operated
     if (!opened) {
         log_.SetMessageCount(messages);
         return false;
@@ -57,6 +58,9 @@ bool FrameWindow::OpenSource(const PanelSource& source, std::string& error) {
 }
 
 bool FrameWindow::Recover() {
+    if (commandLine_.operate) {
+        return false; // whoever operates is not asked about edits
+    }
     std::optional<FoundCopy> found = recovery_.Offer(reporter_, commandLine_.panelFile);
     if (!found) {
         return false;
@@ -86,6 +90,10 @@ void FrameWindow::Replace(std::unique_ptr<PanelWindow> panel, const std::string&
     if (!panel_) {
         return;
     }
+    if (editing_ && panel_->HasLock()) {
+        SetEditing(false);
+    }
+    LimitPanel();
     if (editing_) {
         panel_->Edit().SetActive(true);
         palette_.SetEditor(&panel_->Edit());
@@ -148,7 +156,7 @@ bool FrameWindow::SaveTo(const std::string& file) {
 }
 
 bool FrameWindow::MayDiscard() {
-    if (!panel_ || !panel_->IsChanged()) {
+    if (!panel_ || !IsUnsaved()) {
         return true;
     }
     switch (reporter_.Ask(Handle(), "Save the changes to " + DocumentName() + "?")) {

@@ -8,10 +8,41 @@
 namespace {
 
 bool HasOwnSize(HWND frame) {
-    return IsZoomed(frame) || IsIconic(frame);
+    const bool hasBorder = (GetWindowLongA(frame, GWL_STYLE) & WS_THICKFRAME) != 0;
+    return !hasBorder || IsZoomed(frame) || IsIconic(frame);
 }
 
 } // namespace
+
+void FullScreen::Set(HWND frame, bool on) {
+    if (on == isOn_) {
+        return;
+    }
+    isOn_ = on;
+    if (on) {
+        style_ = GetWindowLongA(frame, GWL_STYLE);
+        place_.length = sizeof place_;
+        GetWindowPlacement(frame, &place_);
+        SetWindowLongA(frame, GWL_STYLE, (style_ & ~WS_OVERLAPPEDWINDOW) | static_cast<LONG>(WS_POPUP));
+        Follow(frame);
+        return;
+    }
+    const LONG shown = GetWindowLongA(frame, GWL_STYLE) & WS_VISIBLE;
+    SetWindowLongA(frame, GWL_STYLE, (style_ & ~WS_VISIBLE) | shown);
+    SetWindowPlacement(frame, &place_);
+    SetWindowPos(frame, nullptr, 0, 0, 0, 0,
+                 SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_FRAMECHANGED);
+}
+
+void FullScreen::Follow(HWND frame) const {
+    MONITORINFO monitor{};
+    monitor.cbSize = sizeof monitor;
+    if (isOn_ && GetMonitorInfoA(MonitorFromWindow(frame, MONITOR_DEFAULTTONEAREST), &monitor)) {
+        const RECT& screen = monitor.rcMonitor;
+        SetWindowPos(frame, nullptr, screen.left, screen.top, screen.right - screen.left,
+                     screen.bottom - screen.top, SWP_NOZORDER | SWP_NOACTIVATE | SWP_FRAMECHANGED);
+    }
+}
 
 void FitFrame(HWND frame, SIZE panel, SIZE beside) {
     if (HasOwnSize(frame)) {
@@ -19,8 +50,8 @@ void FitFrame(HWND frame, SIZE panel, SIZE beside) {
     }
     const RECT work = WorkArea(frame);
     RECT border{};
-    AdjustWindowRectEx(&border, static_cast<DWORD>(GetWindowLongA(frame, GWL_STYLE)), TRUE,
-                       static_cast<DWORD>(GetWindowLongA(frame, GWL_EXSTYLE)));
+    AdjustWindowRectEx(&border, static_cast<DWORD>(GetWindowLongA(frame, GWL_STYLE)),
+                       GetMenu(frame) != nullptr, static_cast<DWORD>(GetWindowLongA(frame, GWL_EXSTYLE)));
     border.bottom += beside.cy;
     border.right += beside.cx;
     const SIZE limits{work.right - work.left - (border.right - border.left),

@@ -1,9 +1,9 @@
 #include "Panel/FrameWindow.h"
 
 #include "Panel/ControlLibrary.h"
-#include "Panel/FrameSize.h"
 #include "Panel/Screenshot.h"
 #include "Panel/common/Paths.h"
+#include "Panel/operating/PinDialogs.h"
 #include "Panel/resource.h"
 #include "Panelhost/Hostinfo.h"
 #include "Version.h"
@@ -62,6 +62,8 @@ bool FrameWindow::Create(std::string& error) {
         notice_.Create(Handle(), font_.get()) && unread_.Create(Handle(), font_.get())) {
         keys_ = LoadAcceleratorsA(instance, MAKEINTRESOURCEA(IDA_FRAME));
         editKeys_ = LoadAcceleratorsA(instance, MAKEINTRESOURCEA(IDA_EDIT));
+        operateKeys_ = LoadAcceleratorsA(instance, MAKEINTRESOURCEA(IDA_OPERATE));
+        ShowParts();
         return true;
     }
     error = "cannot make the main window: " + ErrorText(GetLastError());
@@ -88,7 +90,7 @@ bool FrameWindow::TranslateKey(MSG& message) {
     if (message.hwnd != Handle() && !IsChild(Handle(), message.hwnd)) {
         return false;
     }
-    if (TranslateAcceleratorA(Handle(), keys_, &message) ||
+    if (TranslateAcceleratorA(Handle(), IsOnlyOperated() ? operateKeys_ : keys_, &message) ||
         (editing_ && TranslateAcceleratorA(Handle(), editKeys_, &message))) {
         return true;
     }
@@ -126,13 +128,16 @@ LRESULT FrameWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         break;
     case WM_NOTIFY:
         Toolbar::Answer(*reinterpret_cast<NMHDR*>(lParam));
-        if (status_.IsMessageClick(*reinterpret_cast<const NMHDR*>(lParam))) {
+        if (!IsOnlyOperated() && status_.IsMessageClick(*reinterpret_cast<const NMHDR*>(lParam))) {
             trace_.Show(true);
         }
         return 0;
     case WM_SIZE:
         OnSize();
         return 0;
+    case WM_DISPLAYCHANGE:
+        fullScreen_.Follow(Handle());
+        break;
     case WM_ACTIVATE:
         if (LOWORD(wParam) == WA_INACTIVE && panel_) {
             panel_->RememberFocus();
@@ -173,6 +178,9 @@ void FrameWindow::OnCommand(int command) {
         MessageBeep(MB_OK);
         return;
     }
+    if (IsOnlyOperated() && command != CMD_EDIT_MODE && command != CMD_CLOSE_NOTICE && command != CMD_EXIT) {
+        return;
+    }
     if (command >= CMD_EDIT_FIRST && command <= CMD_EDIT_LAST) {
         return OnEditCommand(command);
     }
@@ -186,6 +194,12 @@ void FrameWindow::OnCommand(int command) {
         return;
     case CMD_SAVE_AS:
         SaveAs();
+        return;
+    case CMD_LOCK:
+        if (editing_) {
+            AskNewPin(Handle(), panel_->Edit().Edits().Root());
+            Refresh();
+        }
         return;
     case CMD_EXIT:
         SendMessageA(Handle(), WM_CLOSE, 0, 0);
@@ -215,24 +229,13 @@ void FrameWindow::OnEditCommand(int command) {
     Refresh();
 }
 
-void FrameWindow::SetEditing(bool editing) {
-    if (editing == editing_) {
-        return;
-    }
-    editing_ = editing;
-    panel_->Edit().SetActive(editing);
-    palette_.SetEditor(editing ? &panel_->Edit() : nullptr);
-    palette_.Show(editing);
-    WidenFrame(Handle(), editing ? Palette::WIDTH : -Palette::WIDTH);
-    OnSize();
-}
-
 void FrameWindow::UpdateMenu() const {
     const HMENU menu = GetMenu(Handle());
     CheckMenuItem(menu, CMD_VIEW_TRACE, trace_.IsShown() ? MF_CHECKED : MF_UNCHECKED);
     if (!panel_) {
         return;
     }
+    EnableMenuItem(menu, CMD_LOCK, editing_ ? MF_ENABLED : MF_GRAYED);
     EnableMenuItem(menu, CMD_VIEW_UNREAD, panel_->Unread().empty() ? MF_GRAYED : MF_ENABLED);
     const Editor& editor = panel_->Edit();
     for (int command = CMD_EDIT_FIRST; command <= CMD_EDIT_LAST; ++command) {
@@ -323,7 +326,7 @@ void FrameWindow::About() {
 void FrameWindow::Refresh() {
     const std::string panelTitle = panel_->Title();
     const std::string title =
-        (panelTitle.empty() ? DocumentName() : panelTitle) + (panel_->IsChanged() ? " *" : "") + " - Panel";
+        (panelTitle.empty() ? DocumentName() : panelTitle) + (IsUnsaved() ? " *" : "") + " - Panel";
     if (title != title_) {
         title_ = title;
         SetWindowTextA(Handle(), title.c_str());

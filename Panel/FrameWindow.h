@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Panel/FrameSize.h"
 #include "Panel/NoticeBar.h"
 #include "Panel/OldFile.h"
 #include "Panel/PanelView.h"
@@ -15,6 +16,8 @@
 #include "Panel/lists/UnreadWindow.h"
 #include "Panel/recovery/Recovery.h"
 #include "base/Gdi.h"
+#include "base/Handles.h"
+#include "logic/security/PinLock.h"
 
 #include <memory>
 #include <string>
@@ -49,7 +52,16 @@ private:
     void OnTick();
     void OnSize();
     void UpdateMenu() const;
+
+    // What there is while the panel is operated (FrameOperating.cpp).
     void SetEditing(bool editing);
+    // Whether there is nothing but the panel.
+    bool IsOnlyOperated() const { return commandLine_.operate && !editing_; }
+    bool MayEdit();
+    void LimitPanel();
+    void CloseWindowsBeside() const;
+    void ShowParts();
+
     int PaletteWidth() const { return editing_ ? Palette::WIDTH : 0; }
 
     bool OpenSource(const PanelSource& source, std::string& error);
@@ -62,6 +74,8 @@ private:
     bool SaveAs();
     bool SaveTo(const std::string& file);
     void ShowNotice();
+    // Whether the panel has changes to be saved. What is only operated is not to be changed in its file.
+    bool IsUnsaved() const { return commandLine_.operate ? panel_->IsEdited() : panel_->IsChanged(); }
     bool MayDiscard();
     void About();
 
@@ -81,6 +95,10 @@ private:
     Font font_;
     HACCEL keys_ = nullptr;
     HACCEL editKeys_ = nullptr;
+    HACCEL operateKeys_ = nullptr;
+    Menu menu_; // while the window does without it
+    FullScreen fullScreen_;
+    logic::PinTries pinTries_;
     Toolbar toolbar_;
     Palette palette_;
     PanelView view_;

@@ -6,6 +6,7 @@
 #include "Panel/common/CommandLine.h"
 #include "Panel/common/Report.h"
 #include "Panel/lists/TraceLog.h"
+#include "Panel/operating/Watch.h"
 #include "Panelhost/Trace.h"
 
 #include <windows.h>
@@ -17,8 +18,6 @@
 #include <memory>
 
 namespace {
-
-constexpr int EXIT_NOT_DONE = 2;
 
 struct LocalFreer {
     void operator()(wchar_t** memory) const { LocalFree(memory); }
@@ -72,6 +71,12 @@ int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int showCommand) {
         if (commandLine.help) {
             return WriteStandard(STD_OUTPUT_HANDLE, std::string(USAGE) + "\r\n") ? EXIT_SUCCESS
                                                                                  : EXIT_NOT_DONE;
+        }
+        if (commandLine.watch) {
+            return Watch(commandLine, count - 1, arguments.get() + 1, reporter);
+        }
+        if (IsWatched()) {
+            _set_error_mode(_OUT_TO_STDERR); // no message box of the C library
         }
         const int exitCode = Run(commandLine, reporter, showCommand);
         a_SetTraceFile(nullptr);

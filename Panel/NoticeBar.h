@@ -11,6 +11,8 @@ public:
     bool Create(HWND frame, HFONT font);
     // Empty for nothing; the command of the frame shows more. The frame arranges itself anew afterwards.
     void SetText(const std::string& text, int command = 0);
+    // Whether there is the button that shows more.
+    void OfferMore(bool offered) const { ShowWindow(show_, offered ? SW_SHOWNA : SW_HIDE); }
     // 0 while it tells nothing.
     int Height() const;
     void Place(int top, int width);

@@ -6,6 +6,7 @@
 #include "Panelhost/HostInterface.h"
 #include "Panelhost/Hostinfo.h"
 #include "Panelhost/Messages.h"
+#include "Panelhost/Operating.h"
 #include "Panelhost/PropertyLines.h"
 #include "Panelhost/Root.h"
 #include "Panelhost/ValueRecord.h"
@@ -67,6 +68,9 @@ bool PanelWindow::Load(const PanelSource& source, LoadProgress& progress, const 
         return false;
     }
     error.clear();
+    if (source.follows) {
+        a_SetNeverSendsOnOpen(root_);
+    }
     LoadDevices(source.deviceFile);
     editor_ = std::make_unique<Editor>(Handle(), root_, warn);
     ph_SetLoadProgress(root_, LoadProgress::Tell, &progress);
@@ -139,6 +143,10 @@ bool PanelWindow::Save(const std::string& file, std::string& error) {
 
 bool PanelWindow::IsChanged() const {
     return a_IsChanged(root_);
+}
+
+bool PanelWindow::HasLock() const {
+    return a_HasLock(root_);
 }
 
 void PanelWindow::Tick() {

@@ -19,6 +19,7 @@ struct PanelSource {
     std::string panelFile;
     std::string deviceFile;
     const logic::RecoveryCopy* copy = nullptr; // in place of what the panel file holds
+    bool follows = false;                      // nothing is sent to devices, whatever the panel file says
 };
 
 // The window of one panel with its root object, controls and devices.
@@ -38,6 +39,9 @@ public:
     std::list<std::pair<std::string, DEVICESTATUS>> Devices() const { return a_ListDevices(root_); }
     bool Save(const std::string& file, std::string& error);
     bool IsChanged() const;
+    // Whether the user has edited it since it was saved.
+    bool IsEdited() const { return editor_->Edits().UnsavedChanges() > 0; }
+    bool HasLock() const;
     void Tick();
     // The edit mode of this panel.
     Editor& Edit() { return *editor_; }

@@ -58,9 +58,15 @@ bool StatusBar::Create(HWND frame, HFONT font) {
     return true;
 }
 
+void StatusBar::Show(bool shown) const {
+    ShowWindow(bar_, shown ? SW_SHOWNA : SW_HIDE);
+}
+
 int StatusBar::Height() const {
     RECT bar{};
-    GetWindowRect(bar_, &bar);
+    if ((GetWindowLongA(bar_, GWL_STYLE) & WS_VISIBLE) != 0) {
+        GetWindowRect(bar_, &bar);
+    }
     return bar.bottom - bar.top;
 }
 

@@ -27,6 +27,8 @@ public:
     StatusBar& operator=(const StatusBar&) = delete;
 
     bool Create(HWND frame, HFONT font);
+    void Show(bool shown) const;
+    // 0 while it is not shown.
     int Height() const;
     // Follows a new size of the frame.
     void Resize();

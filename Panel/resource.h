@@ -7,11 +7,17 @@
 #define IDA_TRACE 5
 #define IDA_EDIT 6
 #define IDM_UNREAD 7
+#define IDA_OPERATE 9
+#define IDD_PIN 10
+#define IDD_NEW_PIN 11
 
 #define IDC_STATUS 100
 #define IDC_LIST 101
 #define IDC_TOOLBAR 102
 #define IDC_PALETTE_TREE 103
+#define IDC_PIN 110
+#define IDC_PIN_AGAIN 111
+#define IDC_PIN_MESSAGE 112
 
 #define CMD_NEW 1001
 #define CMD_OPEN 1002
@@ -53,3 +59,5 @@
 #define CMD_TRACE_SELECT_ALL 1102
 #define CMD_TRACE_CLEAR 1103
 #define CMD_TRACE_CLOSE 1104
+
+#define CMD_LOCK 1250

@@ -12,9 +12,9 @@ class cPanelBackground;
 //   layer         active layers ("u1,u5"), empty for all
 //   onopen        "follow" when a panel file that is opened moves no device, "send" when the values saved in
 //                 it go to the devices
+//   lock          what a PIN is recognised by (Operating.h); never answered
 //   terminal      IPv4 networks that terminals may connect from ("192.168.0.0/16,10.1.2.3"), "none" for
-//   nobody,
-//                 empty for all
+//                 nobody, empty for all
 //   size          "width,height" of the panel in pixels, for the host to follow
 //   title         title of the panel
 //   bandwidth     "bw" when equaliser bands show bandwidth in place of Q, else empty

@@ -9,6 +9,7 @@
 #include "Controls/dialog/DialogLayout.h"
 #include "Controls/dialog/FieldEditing.h"
 #include "Panelhost/Dialogs.h"
+#include "Panelhost/Operating.h"
 #include "logic/text/Text.h"
 
 #include <algorithm>
@@ -405,7 +406,7 @@ HWND OpenParameterDialog(CONTROLPROPERTIES& control) {
     if (control.dialog != nullptr && IsWindow(control.dialog)) {
         return control.dialog;
     }
-    if (!HasDialog(&control)) {
+    if (!HasDialog(&control) || a_IsOnlyOperated(&control)) {
         return nullptr;
     }
     const HOSTINFO* root = a_FindRootHostinfo(control.parent);

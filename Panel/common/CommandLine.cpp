@@ -20,6 +20,11 @@ const char* const USAGE =
     "  --recovery FOLDER  keep the copies there that bring back unsaved changes after a\r\n"
     "                     crash (default: in the user's application data)\r\n"
     "  --edit             begin in edit mode\r\n"
+    "  --operate          the panel alone: no menus and dialogs, no edit mode unless the\r\n"
+    "                     panel has a PIN for it (F5)\r\n"
+    "  --full-screen      with --operate: without a frame, over the whole screen\r\n"
+    "  --watch            start the program again after a crash\r\n"
+    "  --follow           send nothing to devices at the start, even where the panel says so\r\n"
     "  --exit-after MS    end after that many milliseconds, unsaved changes are dropped\r\n"
     "  --help             print this text\r\n"
     "\r\n"
@@ -39,6 +44,27 @@ bool ReadMilliseconds(std::string_view text, std::optional<std::uint32_t>& resul
     }
     result = value;
     return true;
+}
+
+// The option that has no value of its own; null for any other.
+bool* Switch(const std::string& argument, CommandLine& commandLine) {
+    return argument == "--edit"          ? &commandLine.edit
+           : argument == "--operate"     ? &commandLine.operate
+           : argument == "--full-screen" ? &commandLine.fullScreen
+           : argument == "--watch"       ? &commandLine.watch
+           : argument == "--follow"      ? &commandLine.follow
+                                         : nullptr;
+}
+
+// What is wrong with the options together; empty when nothing is.
+std::string Objection(const CommandLine& commandLine) {
+    if (commandLine.operate && commandLine.edit) {
+        return "--operate and --edit exclude each other";
+    }
+    if (commandLine.operate && commandLine.panelFile.empty()) {
+        return "--operate needs a panel file";
+    }
+    return commandLine.fullScreen && !commandLine.operate ? "--full-screen needs --operate" : "";
 }
 
 bool ReadFileName(const wchar_t* name, std::string& result, std::string& error) {
@@ -77,8 +103,8 @@ bool ParseCommandLine(int count, wchar_t** arguments, CommandLine& result, std::
             continue;
         }
 
-        if (argument == "--edit") {
-            parsed.edit = true;
+        if (bool* const given = Switch(argument, parsed)) {
+            *given = true;
             continue;
         }
         std::string* file = argument == "--devices"      ? &parsed.deviceFile
@@ -104,6 +130,10 @@ bool ParseCommandLine(int count, wchar_t** arguments, CommandLine& result, std::
             error = "--exit-after needs a number of milliseconds, not \"" + value + "\"";
             return false;
         }
+    }
+    error = Objection(parsed);
+    if (!error.empty()) {
+        return false;
     }
     if (!parsed.screenshotFile.empty() && !parsed.exitAfter) {
         parsed.exitAfter = SCREENSHOT_AFTER;

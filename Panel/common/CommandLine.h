@@ -13,6 +13,10 @@ struct CommandLine {
     std::string recoveryFolder;
     std::optional<std::uint32_t> exitAfter; // milliseconds
     bool edit = false;
+    bool operate = false; // and no more: no edit mode, dialogs and menus
+    bool fullScreen = false;
+    bool watch = false;
+    bool follow = false; // the panel that is opened at the start sends nothing to devices
     bool help = false;
     bool unattended = false; // the program ends by itself: nobody is there to answer a question
 };
@@ -20,6 +24,12 @@ struct CommandLine {
 // Reads the arguments after the program's name. On failure the error says what is wrong with them, and of the
 // result only "unattended" is set.
 bool ParseCommandLine(int count, wchar_t** arguments, CommandLine& result, std::string& error);
+
+constexpr int EXIT_DONE = 0;
+constexpr int EXIT_NOT_DONE = 2; // something that the command line asks for
+
+constexpr const wchar_t* WATCH_OPTION = L"--watch";
+constexpr const wchar_t* FOLLOW_OPTION = L"--follow";
 
 // What --help prints, without the last line end.
 extern const char* const USAGE;

@@ -11,6 +11,7 @@
 #include "Panelhost/Editing.h"
 #include "Panelhost/HostInterface.h"
 #include "Panelhost/Hostinfo.h"
+#include "Panelhost/Operating.h"
 #include "logic/drawing/PanelColours.h"
 
 #include <windowsx.h>
@@ -272,6 +273,9 @@ void Editor::RightPress(POINT point) {
     POINT screen = point;
     ClientToScreen(panel_, &screen);
     HOSTINFO* object = ObjectAt(point);
+    if (!active_ && a_IsOnlyOperated(edits_.Root())) {
+        return;
+    }
     if (!active_) {
         for (HOSTINFO* part = object; part; part = ChildAt(panel_, part->window, point)) {
             object = part;

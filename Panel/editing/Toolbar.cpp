@@ -89,9 +89,15 @@ bool Toolbar::Create(HWND frame) {
     return true;
 }
 
+void Toolbar::Show(bool shown) const {
+    ShowWindow(bar_, shown ? SW_SHOWNA : SW_HIDE);
+}
+
 int Toolbar::Height() const {
     RECT bar{};
-    GetWindowRect(bar_, &bar);
+    if ((GetWindowLongA(bar_, GWL_STYLE) & WS_VISIBLE) != 0) {
+        GetWindowRect(bar_, &bar);
+    }
     return bar.bottom - bar.top;
 }
 

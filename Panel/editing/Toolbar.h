@@ -15,6 +15,8 @@ public:
     Toolbar& operator=(const Toolbar&) = delete;
 
     bool Create(HWND frame);
+    void Show(bool shown) const;
+    // 0 while it is not shown.
     int Height() const;
     // Follows a new size of the frame.
     void Resize() const;

@@ -3,6 +3,7 @@
 #include "Panelhost/dialogs/ConnectionDialog.h"
 
 #include "Panelhost/Dialogs.h"
+#include "Panelhost/Operating.h"
 #include "Panelhost/PropertyValues.h"
 #include "Panelhost/dialogs/ListView.h"
 #include "base/Guard.h"
@@ -259,7 +260,7 @@ void ConnectionDialog::Move(int step) {
 }
 
 HWND a_ConnectionDlg(int, HWND owner, HOSTINFO* object) {
-    if (!a_IsAlive(object)) {
+    if (!a_IsAlive(object) || a_IsOnlyOperated(object)) {
         return nullptr;
     }
     return Guarded<HWND>(nullptr, [&] {

@@ -3,6 +3,7 @@
 #include "Panelhost/dialogs/PropertyDialog.h"
 
 #include "Panelhost/Dialogs.h"
+#include "Panelhost/Operating.h"
 #include "Panelhost/PropertyValues.h"
 #include "Panelhost/dialogs/ListView.h"
 #include "base/Guard.h"
@@ -192,7 +193,7 @@ LRESULT PropertyDialog::DrawCell(const NMLVCUSTOMDRAW& draw) const {
 namespace {
 
 HWND OpenPropertyDialog(HWND owner, HOSTINFO* object) {
-    if (!a_IsAlive(object)) {
+    if (!a_IsAlive(object) || a_IsOnlyOperated(object)) {
         return nullptr;
     }
     return Guarded<HWND>(nullptr, [&] { return ObjectDialog::RaiseOrOpen<PropertyDialog>(object, owner); });

@@ -75,7 +75,7 @@ int PanelLoading::LoadFile(const std::string& path) {
     const PanelRoot::Held heldRoot(root_);
     logic::OpeningValues asked;
     const int created = LoadLines(file, &asked);
-    if (!isCancelled_ && root_.sendsOnOpen && a_IsAlive(&root_)) {
+    if (!isCancelled_ && a_IsAlive(&root_) && root_.sendsOnOpen && !root_.neverSendsOnOpen) {
         root_.opening.SendLater(std::move(asked));
         root_.opening.Send(root_);
     }

@@ -6,6 +6,7 @@
 #include "Panelhost/Messages.h"
 #include "Panelhost/files/PanelSaving.h"
 #include "Panelhost/files/TextCollector.h"
+#include "Panelhost/objects/SecretKeywords.h"
 
 #include <commctrl.h>
 #include <optional>
@@ -16,7 +17,7 @@ LRESULT a_ListProperties(HOSTINFO* object, const KEYWORDROW* table, HWND listVie
     }
     char value[TEXT_SIZE];
     for (int row = 0; table[row].keyword != nullptr; ++row) {
-        if (table[row].handler == nullptr || (!table[row].IsListed() && !allRows)) {
+        if (table[row].handler == nullptr || IsSecret(table[row]) || (!table[row].IsListed() && !allRows)) {
             continue;
         }
         value[0] = '\0';

@@ -1,6 +1,7 @@
 #include "Panelhost/Editing.h"
 
 #include "Panelhost/Messages.h"
+#include "Panelhost/Operating.h"
 #include "Panelhost/PropertyLines.h"
 #include "Panelhost/files/LineFile.h"
 #include "Panelhost/files/PanelLoading.h"
@@ -24,7 +25,7 @@ int Tell(const PanelRoot* panel, int event, HOSTINFO* object) {
 // What is applied between the two events; 0 when it is not.
 template <class Apply>
 int Edit(HOSTINFO* object, Apply apply) {
-    if (!a_IsAlive(object)) {
+    if (!a_IsAlive(object) || a_IsOnlyOperated(object)) {
         return 0;
     }
     PanelRoot* panel = PanelRoot::Above(object);

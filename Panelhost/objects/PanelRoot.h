@@ -102,10 +102,13 @@ public:
     std::string terminals;                    // networks that may connect to its terminals, or empty
     logic::TerminalNetworks terminalNetworks; // the same
     std::string parameterDialog;              // name of the control whose parameter dialog is open
+    std::string lock;                         // text of a logic::PinLock, or empty
+    bool isOnlyOperated = false;              // nobody opens a dialog about a property, or drops a file
     int loadErrors = 0;
     std::weak_ptr<NetworkThread> network; // as long as it has real devices
     std::list<std::string> deviceFaults;  // devices that could not be declared, in words
     bool sendsOnOpen = false;             // a panel file sends the values saved in it
+    bool neverSendsOnOpen = false;        // whatever the panel file says
     Opening opening;
     Bindings bindings;
     Progress progress;

@@ -4,6 +4,7 @@
 
 #include "Panelhost/Trace.h"
 #include "Panelhost/objects/PanelRoot.h"
+#include "Panelhost/objects/SecretKeywords.h"
 #include "base/Guard.h"
 #include "logic/remote/RemoteValues.h"
 #include "logic/text/PropertyLine.h"
@@ -107,7 +108,9 @@ bool a_MayBeSetRemotely(const HOSTINFO* object, const KEYWORDROW* table, int row
             return true;
         }
         EDITTRACE(object->kind == KIND_ROOT ? object : object->parent, "Not to be set by a terminal: %s",
-                  (object->name + "*" + table[row].keyword + "=" + std::string(text)).c_str());
+                  (object->name + "*" + table[row].keyword + "=" +
+                   (IsSecret(table[row]) ? "..." : std::string(text)))
+                      .c_str());
         return false;
     });
 }

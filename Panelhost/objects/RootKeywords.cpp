@@ -5,8 +5,10 @@
 #include "Panelhost/Root.h"
 #include "Panelhost/Trace.h"
 #include "Panelhost/objects/PanelRoot.h"
+#include "Panelhost/objects/SecretKeywords.h"
 #include "base/Guard.h"
 #include "logic/controls/Layers.h"
+#include "logic/security/PinLock.h"
 #include "logic/text/PropertyLine.h"
 
 #include <algorithm>
@@ -51,6 +53,15 @@ bool SetLayers(PanelRoot& root, const std::string& text) {
     }
     root.activeLayers = *layers;
     root.ApplyLayersToAll();
+    return true;
+}
+
+// A panel file may hold any text: what is no lock is one that nothing opens.
+bool SetLock(PanelRoot& root, const std::string& text) {
+    if (!root.opening.IsUnderWay() && !text.empty() && !logic::PinLock::Parse(text)) {
+        return false;
+    }
+    root.lock = text;
     return true;
 }
 
@@ -143,6 +154,10 @@ constexpr RootKeyword ROOT_KEYWORDS[] = {
            "bw")},
     {{"layer", Handle<LayersText, SetLayers>, KEYWORD_SAVED},
      About(KeywordKind::Text, "The active layers, `u1` to `u64`, joined by `,`; empty for all.")},
+    {{"lock", Handle<MemberText<&PanelRoot::lock>, SetLock>, KEYWORD_SAVED | KEYWORD_CLOSED | KEYWORD_SECRET},
+     About(KeywordKind::Text, "What the PIN is recognised by that opens a panel "
+                              "[for editing](operating.md#lock), as `File > Lock` makes it; empty for "
+                              "none. Told to nobody, and not to be set by a terminal.")},
     {{"onopen", Handle<OnOpenText, SetOnOpen>, KEYWORD_SAVED | KEYWORD_CLOSED},
      About(KeywordKind::Words,
            "`follow`: opening the panel moves no device, the controls show what these hold; `send`: the "
@@ -202,15 +217,16 @@ LRESULT PanelRoot::OnLoad(WPARAM loadMode, LPARAM lParam) {
         TRACE("Panel Keyword not found: %s\n", std::string(parts.keyword.substr(0, TEXT_SIZE - 1)).c_str());
         return 0;
     }
+    const std::string told = IsSecret(KEYWORDS[row]) ? std::string(parts.keyword) + "=..." : line;
     if (!a_IsPropertyValue(this, KEYWORDS, row, parts.value)) {
-        return EDITTRACE(this, "Error reading line %s", line);
+        return EDITTRACE(this, "Error reading line %s", told.c_str());
     }
     char value[TEXT_SIZE];
     value[parts.value.copy(value, TEXT_SIZE - 1)] = '\0';
     VALUERECORD record = VALUERECORD::SetText(value, row);
     const bool edited = loadMode != LOAD_FROM_FILE && (KEYWORDS[row].flags & KEYWORD_SAVED) != 0;
     if (a_DispatchRecord(this, KEYWORDS, &record) == 0) {
-        return EDITTRACE(this, "Error reading line %s", line);
+        return EDITTRACE(this, "Error reading line %s", told.c_str());
     }
     if (edited) {
         flags |= FLAG_CHANGED;
@@ -279,6 +295,11 @@ LRESULT PanelRoot::OnMessage(WPARAM, LPARAM record) {
     }
     if (request->index == 0 && request->name != nullptr && a_FindKeyword(KEYWORDS, request->name) < 0) {
         return 0; // unlike a control, which falls back to its default value
+    }
+    const int row = request->index == 0 && request->name != nullptr ? a_FindKeyword(KEYWORDS, request->name)
+                                                                    : request->index;
+    if (row > 0 && row < COUNT && IsSecret(KEYWORDS[row]) && request->command != COMMAND_RESOLVE) {
+        return 0;
     }
     return a_DispatchRecord(this, KEYWORDS, request);
 }

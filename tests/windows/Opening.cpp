@@ -1,6 +1,7 @@
 // Opening a panel, pasting and going back: what of it reaches the devices.
 
 #include "Panelhost/Editing.h"
+#include "Panelhost/Operating.h"
 #include "tests/windows/TestPanel.h"
 
 #include <list>
@@ -174,6 +175,11 @@ TEST_CASE("with onopen=send what is saved goes once to each device, when that is
     CHECK(panel.Parameter("LATE*knob") == "-30");
     CHECK(panel.Parameter("LATE*band") == "0,Hishelv,6 dB,4000 Hz,3 dB,0.5");
     CHECK(panel.Parameter("LATE*fader") == "-2");
+
+    a_SetNeverSendsOnOpen(panel.Root());
+    CHECK(panel.Open(send + "Knob*properties=-80,18,-17\r\n") == 0);
+    ph_Tick(panel.Root());
+    CHECK(panel.Parameter("DEV*knob") == "-5");
 
     CHECK(Load(panel.Window(), "onopen=yes") == 0);
     CHECK(panel.Saved().starts_with(send));

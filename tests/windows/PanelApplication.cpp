@@ -1,8 +1,11 @@
 // The panel application as a program: what it prints, writes and answers.
 
 #include "Panel/editing/Palette.h"
+#include "Panel/resource.h"
 #include "Panelhost/Bitmap.h"
 #include "tests/windows/TestPanel.h"
+
+#include <thread>
 
 TEST_SUITE_BEGIN("PanelApplication");
 
@@ -75,6 +78,12 @@ TEST_CASE("arguments and files that cannot be used are named and end the program
         {"--exit-after soon", "--exit-after needs a number of milliseconds, not \"soon\"\r\n"},
         {"a.panel b.panel", "only one panel file can be opened: b.panel\r\n"},
         {"\"\"", "the name of the panel file is empty\r\n"},
+        {"--operate", "--operate needs a panel file\r\n"},
+        {"a.panel --operate --edit", "--operate and --edit exclude each other\r\n"},
+        {"a.panel --full-screen", "--full-screen needs --operate\r\n"},
+        {"--watch --nosuch", "unknown option --nosuch (--help lists them)\r\n"},
+        {"--watch --exit-after 50 " + Quoted(folder.Path("gone.panel")),
+         "cannot open panel file " + folder.Path("gone.panel") + ": "},
         {Quoted(folder.Path("missing.panel")),
          "cannot open panel file " + folder.Path("missing.panel") + ": "},
         {Quoted(garbage), garbage + " is not a panel file\r\n"},
@@ -132,6 +141,63 @@ TEST_CASE("a panel runs for as long as it was told, takes a picture and traces w
     const Run empty = RunPanel("--exit-after 50");
     CHECK(empty.exitCode == 0);
     CHECK(empty.output + empty.errors == "");
+}
+
+// The window of a program other than that one, with that title; its process id.
+static DWORD ProcessShowing(const std::string& title, DWORD other) {
+    DWORD process = 0;
+    for (HWND frame = nullptr; (frame = FindWindowExA(nullptr, frame, "PanelFrame", title.c_str()));) {
+        GetWindowThreadProcessId(frame, &process);
+        if (process != other && IsWindowVisible(frame)) {
+            return process;
+        }
+    }
+    return 0;
+}
+
+TEST_CASE("a program that is watched is started again after a crash, sends nothing, and not for ever") {
+    const TestFolder folder;
+    const std::string panel =
+        folder.Write("watched.panel", "title=Watched here\r\nonopen=send\r\n"
+                                      "control=0x00000000 KNOB \"Knob\" 0x50010000 10,10,57,57\r\n"
+                                      "Knob*function=AMP1*gain\r\nKnob*properties=0,100,30\r\n");
+    folder.Write("watched.devices", "AMP1*device=simulated\r\nAMP1*gain=float,0,100,50,\r\n");
+    const std::string trace = folder.Path("trace.txt");
+    Run run;
+    std::thread watching([&] {
+        run = RunPanel("--watch " + Quoted(panel) + " --recovery " + Quoted(folder.Path("copies")) +
+                       " --trace " + Quoted(trace));
+    });
+    DWORD process = 0;
+    int crashes = 0;
+    while (run.exitCode == STILL_ACTIVE && crashes < 20) {
+        const DWORD before = process;
+        if (!Await([&] { return (process = ProcessShowing("Watched here - Panel", before)) != 0; }, 5000)) {
+            process = before;
+            continue;
+        }
+        ++crashes;
+        const HWND frame = FindWindowA("PanelFrame", "Watched here - Panel");
+        const std::string shown = crashes == 1 ? "0,100,30" : "0,100,50"; // sent, and held by the device
+        CHECK(Await(
+            [&] {
+                SendMessageA(frame, WM_COMMAND, CMD_SAVE, 0);
+                return ReadBytes(panel).find("Knob*properties=" + shown) != std::string::npos;
+            },
+            30000));
+        const HANDLE running = OpenProcess(PROCESS_TERMINATE | SYNCHRONIZE, FALSE, process);
+        TerminateProcess(running, 0xC0000005);
+        WaitForSingleObject(running, 30000);
+        CloseHandle(running);
+    }
+    watching.join();
+    CHECK(crashes >= 3); // three within a minute
+    CHECK(run.exitCode == 2);
+    CHECK(run.errors == "Panel: the program has crashed three times within a minute and is not started "
+                        "again (last exit code 0xC0000005)\r\n");
+    const std::string told = "Panel has ended with exit code 0xC0000005 and is started again\r\n";
+    CHECK(ReadBytes(trace).find(told + told) != std::string::npos);
+    CHECK(RunPanel("--watch --exit-after 50").exitCode == 0); // ended by itself
 }
 
 TEST_SUITE_END();

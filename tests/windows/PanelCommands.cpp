@@ -144,6 +144,16 @@ const std::pair<int, void (*)(PanelHere& program)> OTHERS[] = {
          CHECK(Contains(ReadBytes(file), "\"Combo\""));
          CHECK(program.Title() == "other.panel - Panel");
      }},
+    {CMD_LOCK,
+     [](PanelHere& program) {
+         Ask(program, CMD_LOCK, "Lock the Panel", IDCANCEL); // there is none
+         CHECK_FALSE(program.Item(CMD_LOCK).enabled);
+         program.Command(CMD_EDIT_MODE);
+         CHECK(program.Item(CMD_LOCK).enabled);
+         Ask(program, CMD_LOCK, "Lock the Panel", IDCANCEL);
+         program.Command(CMD_EDIT_MODE);
+         CHECK_FALSE(program.Item(CMD_LOCK).enabled);
+     }},
     {CMD_NEW,
      [](PanelHere& program) {
          Load(program.Panel(), "title=not saved");

@@ -10,8 +10,7 @@ namespace {
 
 constexpr const char* BOX = "#32770";
 
-CommandLine WithRecovery(const std::string& folder) {
-    CommandLine commandLine;
+CommandLine WithRecovery(CommandLine commandLine, const std::string& folder) {
     commandLine.recoveryFolder = folder;
     return commandLine;
 }
@@ -155,8 +154,9 @@ void PanelProgram::Kill() const {
 
 // In this process.
 
-PanelHere::PanelHere(const std::string& contents)
-    : commandLine_(WithRecovery(folder_.Path("recovery"))), window_(commandLine_, reporter_, library_, log_) {
+PanelHere::PanelHere(const std::string& contents, const CommandLine& commandLine)
+    : commandLine_(WithRecovery(commandLine, folder_.Path("recovery"))),
+      window_(commandLine_, reporter_, library_, log_) {
     std::string error;
     REQUIRE(library_.Load(error));
     REQUIRE(window_.Create(error));

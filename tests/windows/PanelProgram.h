@@ -98,7 +98,8 @@ public:
         bool operator==(const MenuItem&) const = default;
     };
 
-    explicit PanelHere(const std::string& contents);
+    // With what the command line would say.
+    explicit PanelHere(const std::string& contents, const CommandLine& commandLine = {});
 
     const TestFolder& Folder() const { return folder_; }
     HOSTINFO* Root() const { return a_FromWindow(panel_); }

@@ -1,0 +1,72 @@
+// rand_s takes the system's random numbers.
+#define _CRT_RAND_S
+#include <stdlib.h>
+
+#include "Panelhost/Operating.h"
+
+#include "Panelhost/Editing.h"
+#include "Panelhost/objects/PanelRoot.h"
+#include "base/Guard.h"
+#include "logic/security/PinLock.h"
+
+#include <cstring>
+
+static_assert(SHORTEST_PIN == logic::PinLock::SHORTEST && LONGEST_PIN == logic::PinLock::LONGEST);
+
+namespace {
+
+bool FillSalt(logic::PinLock::Salt& salt) {
+    for (std::size_t at = 0; at < salt.size(); at += sizeof(unsigned)) {
+        unsigned random = 0;
+        if (rand_s(&random) != 0) {
+            return false;
+        }
+        std::memcpy(salt.data() + at, &random, sizeof random);
+    }
+    return true;
+}
+
+} // namespace
+
+void a_SetOnlyOperated(HOSTINFO* root, bool onlyOperated) {
+    if (PanelRoot* panel = PanelRoot::From(root); panel != nullptr) {
+        panel->isOnlyOperated = onlyOperated;
+    }
+}
+
+bool a_IsOnlyOperated(const HOSTINFO* object) {
+    const PanelRoot* panel = PanelRoot::Above(object);
+    return panel != nullptr && panel->isOnlyOperated;
+}
+
+void a_SetNeverSendsOnOpen(HOSTINFO* root) {
+    if (PanelRoot* panel = PanelRoot::From(root); panel != nullptr) {
+        panel->neverSendsOnOpen = true;
+    }
+}
+
+bool a_HasLock(HOSTINFO* root) {
+    const PanelRoot* panel = PanelRoot::From(root);
+    return panel != nullptr && !panel->lock.empty();
+}
+
+int a_TryLock(HOSTINFO* root, std::string_view pin) {
+    return Guarded(LOCK_DAMAGED, [&] {
+        if (!a_HasLock(root)) {
+            return LOCK_OPENS;
+        }
+        const auto lock = logic::PinLock::Parse(PanelRoot::From(root)->lock);
+        return !lock ? LOCK_DAMAGED : lock->Opens(pin) ? LOCK_OPENS : LOCK_STAYS;
+    });
+}
+
+bool a_SetLock(HOSTINFO* root, std::string_view pin) {
+    return Guarded(false, [&] {
+        if (pin.empty()) {
+            return a_ApplyEdit(root, "lock=") != 0;
+        }
+        logic::PinLock::Salt salt{};
+        const auto lock = FillSalt(salt) ? logic::PinLock::Make(pin, salt) : std::nullopt;
+        return lock && a_ApplyEdit(root, ("lock=" + lock->Text()).c_str()) != 0;
+    });
+}
