@@ -8,6 +8,9 @@
 #include <utility>
 
 struct DeviceKind;
+namespace logic {
+class FadeScale;
+}
 
 // What is known of the value of a device parameter. It says more than the answers of the handler
 // (REQUESTHANDLER), which are the same in several states. A kind of device has those states that it can tell
@@ -74,6 +77,16 @@ public:
     // The value that came last, as text: 1, or 0 when there is none. Unlike OnGet it makes nothing be read.
     // Here: as OnGet.
     virtual int OnLastValue(const char* keyword, std::string* value);
+
+    // For snapshots (Snapshots.h). Whether one can hold that parameter: false for one that shows something,
+    // starts something, or says what the device is. The scale receives how its number moves; not at all, when
+    // it is left alone. Here: every parameter, and none moves.
+    virtual bool OnIsRecallable(const char* keyword, logic::FadeScale* scale);
+    // Whether the parameter holds what setting that text makes it hold, as exactly as the device can. Here:
+    // whether OnGet answers that text.
+    virtual bool OnHolds(const char* keyword, const std::string& text);
+    // Values that can be sent to the device in a second; 0, as here: any number.
+    virtual unsigned OnWriteRate();
 
     const DeviceKind* deviceKind = nullptr; // null when no device file has made it
     bool wasLive = false;                   // when those that are bound to it were last told

@@ -121,6 +121,35 @@ typedef struct PH_BINDING {
 PH_API int __cdecl ph_ListBindings(HOSTINFO* root,
                                    void(__cdecl* receive)(const PH_BINDING* binding, void* context),
                                    void* context) PH_NOEXCEPT;
+/* Snapshots: text files with what parameters of devices hold. Writes one with the parameters at those
+ * addresses, joined by ";" (null: all that controls are bound to); what only shows or starts something, and
+ * what is not known, is left out, as the trace says. Values of real devices that nobody has read yet are
+ * waited for, some seconds at most. How many were written; -1, with any old file untouched, when it cannot be
+ * written: GetLastError tells the system's reason. */
+PH_API int __cdecl ph_TakeSnapshot(HOSTINFO* root, const char* file, const char* addresses) PH_NOEXCEPT;
+/* Sets parameters to what a snapshot holds, in that time: floats and integers of more than 20 values move by
+ * the law of their parameter, everything else is set at once. The way is made in ph_Tick. Nothing is sent to
+ * a device that is not live. What somebody else sets meanwhile is left to them. How many were started; -1
+ * when the file cannot be read, or a panel file is being loaded. */
+PH_API int __cdecl ph_RecallSnapshot(HOSTINFO* root, const char* file, int milliseconds) PH_NOEXCEPT;
+/* What is on its way stays where it is. How many values that were. */
+PH_API int __cdecl ph_StopRecall(HOSTINFO* root) PH_NOEXCEPT;
+#define PH_RECALL_UNDER_WAY 1
+#define PH_RECALL_DONE 2      /* the device holds it, or answers nothing by nature */
+#define PH_RECALL_FAILED 3    /* it could not be set */
+#define PH_RECALL_STOPPED 4   /* on its way */
+#define PH_RECALL_OVERTAKEN 5 /* somebody else has set it meanwhile */
+typedef struct PH_RECALLEDVALUE {
+    const char* address; /* of the device parameter */
+    const char* text;    /* the value in the snapshot */
+    int state;           /* PH_RECALL_... */
+    const char* why;     /* it is not done, in words; else empty */
+} PH_RECALLEDVALUE;
+/* Hands every value of the last recall to a function (null: to nobody), those of earlier ones that were on
+ * their way first. The texts are valid during that call. How many are under way; -1 on failure. */
+PH_API int __cdecl ph_ListRecall(HOSTINFO* root,
+                                 void(__cdecl* receive)(const PH_RECALLEDVALUE* value, void* context),
+                                 void* context) PH_NOEXCEPT;
 
 /* For libraries of controls: panel files and the clipboard create windows of registered classes alone, for
  * every host. A library tells of a window class once it has registered it with the system, and takes that

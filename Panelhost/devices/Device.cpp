@@ -125,6 +125,21 @@ DEVICESTATUS DEVICE::OnStatus() {
     return {OnIsAlive(0, 0) != 0 ? DEVICE_LIVE : DEVICE_LOST, NO_AGE, NO_AGE};
 }
 
+bool DEVICE::OnIsRecallable(const char* keyword, logic::FadeScale*) {
+    REQUESTITEM item;
+    return OnRequestList(reinterpret_cast<WPARAM>(keyword), reinterpret_cast<LPARAM>(&item)) != 0;
+}
+
+bool DEVICE::OnHolds(const char* keyword, const std::string& text) {
+    std::string held;
+    int result = 0;
+    return OnGet(keyword, held, &result) != 0 && held == text;
+}
+
+unsigned DEVICE::OnWriteRate() {
+    return 0;
+}
+
 int a_ParameterState(HOSTINFO* root, const char* address, DWORD* age) {
     PanelRoot* panel = PanelRoot::From(root);
     const char* star = address == nullptr ? nullptr : std::strrchr(address, '*');

@@ -196,6 +196,18 @@ int DeviceParameter::Take(const VALUERECORD* record) {
     return taken;
 }
 
+std::optional<DeviceParameter> DeviceParameter::Taking(const std::string& text) const {
+    DeviceParameter taken = *this;
+    std::string copy = text;
+    const VALUERECORD record = VALUERECORD::SetText(copy.data());
+    return taken.Take(&record) != 0 ? std::optional(std::move(taken)) : std::nullopt;
+}
+
+bool DeviceParameter::HoldsTheSame(const DeviceParameter& other) const {
+    return number_ == other.number_ && text_ == other.text_ && Numbers() == other.Numbers() &&
+           delay_.unit == other.delay_.unit;
+}
+
 DWORD DeviceParameter::Age() const {
     return came_ == 0 ? NO_AGE
                       : static_cast<DWORD>(std::min<ULONGLONG>(GetTickCount64() - came_, NO_AGE - 1));

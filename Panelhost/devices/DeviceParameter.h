@@ -6,6 +6,7 @@
 #include "logic/devices/Simulation.h"
 
 #include <array>
+#include <optional>
 #include <string>
 
 // A parameter as a device holds it: a value of the declared type, in the declared range and unit, with its
@@ -25,6 +26,9 @@ public:
     int Answer(VALUERECORD* record) const;
     // Takes the value of a set record: 1, or 0 when it is none for this parameter.
     int Take(const VALUERECORD* record);
+    // The parameter as it would be if it took that text; nothing when it would not.
+    std::optional<DeviceParameter> Taking(const std::string& text) const;
+    bool HoldsTheSame(const DeviceParameter& other) const;
     float Number() const { return number_; }          // in its unit; 0 for what is no number
     const std::string& Text() const { return text_; } // empty for what is none
     // Its block; null for what is none of that kind.

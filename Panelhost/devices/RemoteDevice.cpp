@@ -2,6 +2,7 @@
 
 #include "Panelhost/objects/PanelRoot.h"
 #include "base/Guard.h"
+#include "logic/devices/Fade.h"
 #include "logic/text/Numbers.h"
 
 #include <algorithm>
@@ -182,6 +183,43 @@ int RemoteDevice::OnParameterState(const char* keyword, DWORD* age) {
 
 DEVICESTATUS RemoteDevice::OnStatus() {
     return {static_cast<int>(status_.state), Since(status_.since), Since(status_.heard)};
+}
+
+bool RemoteDevice::OnIsRecallable(const char* keyword, logic::FadeScale* scale) {
+    const Parameter* parameter = Find(keyword);
+    if (parameter == nullptr || IsOwn(*parameter) || !parameter->declared->canBeSet) {
+        return false;
+    }
+    if (parameter->declared->IsBlock()) {
+        return true;
+    }
+    *scale = ScaleOf(parameter->number);
+    return !IsTrigger(parameter->number);
+}
+
+bool RemoteDevice::OnHolds(const char* keyword, const std::string& text) {
+    Parameter* parameter = Find(keyword);
+    if (parameter == nullptr) {
+        return false;
+    }
+    Compose(*parameter);
+    const auto wanted = parameter->value.Taking(text);
+    if (!wanted) {
+        return false;
+    }
+    if (!parameter->declared->IsBlock()) {
+        return IsSame(parameter->number, {parameter->value.Number(), parameter->value.Text()},
+                      {wanted->Number(), wanted->Text()});
+    }
+    const auto held = parameter->value.Numbers();
+    const auto numbers = wanted->Numbers();
+    for (std::size_t i = 0; i < parameter->declared->components.size(); ++i) {
+        const auto* number = std::get_if<std::size_t>(&parameter->declared->components[i]);
+        if (number != nullptr && !IsSame(*number, {held.at(i), {}}, {numbers.at(i), {}})) {
+            return false;
+        }
+    }
+    return true;
 }
 
 LRESULT RemoteDevice::OnIsAlive(WPARAM, LPARAM) {

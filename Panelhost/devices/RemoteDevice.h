@@ -39,6 +39,8 @@ public:
     int OnParameterState(const char* keyword, DWORD* age) override;
     DEVICESTATUS OnStatus() override;
     int OnLastValue(const char* keyword, std::string* value) override;
+    bool OnIsRecallable(const char* keyword, logic::FadeScale* scale) override;
+    bool OnHolds(const char* keyword, const std::string& text) override;
 
 protected:
     // Before it is registered: its parameters in the order of their numbers, which must live as long, and
@@ -48,6 +50,12 @@ protected:
     virtual std::shared_ptr<LinkConnection> Connect() = 0;
     // Whether that value of a parameter can be sent.
     virtual bool CanBeSent(std::size_t parameter, const logic::LinkValue& value) const = 0;
+    // Whether the device, holding the first one, would be sent nothing else for the second.
+    virtual bool IsSame(std::size_t parameter, const logic::LinkValue& held,
+                        const logic::LinkValue& wanted) const = 0;
+    // Whether setting it starts something, and how its number moves.
+    virtual bool IsTrigger(std::size_t parameter) const = 0;
+    virtual logic::FadeScale ScaleOf(std::size_t parameter) const = 0;
 
 private:
     struct Parameter {

@@ -9,6 +9,7 @@
 #include "Panelhost/dialogs/ListView.h"
 #include "Panelhost/dialogs/Thumbnail.h"
 #include "Panelhost/dialogs/resource.h"
+#include "base/FileSearch.h"
 #include "base/Guard.h"
 #include "logic/text/PropertyLine.h"
 
@@ -32,38 +33,17 @@ bool EndsWith(const std::string& text, const std::string& end) {
     return text.size() >= end.size() && text.compare(text.size() - end.size(), end.size(), end) == 0;
 }
 
-class FileSearch {
-public:
-    explicit FileSearch(const std::string& pattern) : handle_(FindFirstFileA(pattern.c_str(), &found_)) {}
-    ~FileSearch() {
-        if (handle_ != INVALID_HANDLE_VALUE) {
-            FindClose(handle_);
-        }
-    }
-    FileSearch(const FileSearch&) = delete;
-    FileSearch& operator=(const FileSearch&) = delete;
-
-    bool HasFile() const { return handle_ != INVALID_HANDLE_VALUE && !ended_; }
-    const WIN32_FIND_DATAA& File() const { return found_; }
-    void Next() { ended_ = !FindNextFileA(handle_, &found_); }
-
-private:
-    WIN32_FIND_DATAA found_{};
-    HANDLE handle_;
-    bool ended_ = false;
-};
-
 // The names of the picture files of a folder that begin with the prefix, sorted without regard to case.
 std::vector<std::string> PictureFiles(const std::string& folder, const std::string& prefix) {
     std::vector<std::string> files;
     const std::string wanted = logic::FoldName(prefix);
     for (FileSearch search(folder + "\\*"); search.HasFile(); search.Next()) {
-        const std::string name = search.File().cFileName;
+        const std::string name = search.Name();
         const std::string folded = logic::FoldName(name);
         const bool isPicture = std::any_of(std::begin(TYPES), std::end(TYPES),
                                            [&](const char* type) { return EndsWith(folded, type); });
         if (isPicture && folded.compare(0, wanted.size(), wanted) == 0 &&
-            (search.File().dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0) {
+            !search.IsFolder()) {
             files.push_back(name);
         }
     }

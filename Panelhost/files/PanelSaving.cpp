@@ -3,13 +3,12 @@
 #include "Panelhost/PropertyList.h"
 #include "Panelhost/Root.h"
 #include "Panelhost/Trace.h"
+#include "Panelhost/files/FileBeside.h"
 #include "Panelhost/files/TextCollector.h"
-#include "base/FileNames.h"
 #include "base/Guard.h"
 #include "logic/controls/Layers.h"
 
 #include <atomic>
-#include <cstdio>
 
 namespace {
 
@@ -30,62 +29,6 @@ DWORD Ask(const HOSTINFO& object, WPARAM saveCode, HANDLE file) {
 }
 
 } // namespace
-
-// A new file of a name that nothing had; it goes unless it is put in the place of another one.
-class PanelSaving::File {
-public:
-    explicit File(const std::string& path) {
-        constexpr unsigned TRIES = 1000;
-        const auto start = static_cast<unsigned>(GetCurrentProcessId());
-        for (unsigned i = 0; i < TRIES; ++i) {
-            char ending[24];
-            std::snprintf(ending, sizeof ending, ".%x.%u.tmp", start, i);
-            path_ = path + ending;
-            handle_ = CreateFileA(path_.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL,
-                                  nullptr);
-            error_ = handle_ == INVALID_HANDLE_VALUE ? GetLastError() : ERROR_SUCCESS;
-            if (error_ == ERROR_SUCCESS || GetFileAttributesA(path_.c_str()) == INVALID_FILE_ATTRIBUTES) {
-                return; // made, or refused for another reason than its name
-            }
-        }
-    }
-    ~File() {
-        Close();
-        if (made_) {
-            DeleteFileA(path_.c_str());
-        }
-    }
-    File(const File&) = delete;
-    File& operator=(const File&) = delete;
-
-    DWORD Error() const { return error_; }
-    HANDLE Handle() const { return handle_; }
-
-    DWORD MoveTo(const std::string& path) {
-        Close();
-        // Where the old file was named by its short name, the new one would have no other.
-        if (!MoveFileExW(WideFileName(path_).c_str(), FullFileName(WideFileName(path)).c_str(),
-                         MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH)) {
-            return GetLastError();
-        }
-        made_ = false;
-        return ERROR_SUCCESS;
-    }
-
-private:
-    void Close() {
-        if (handle_ != INVALID_HANDLE_VALUE) {
-            CloseHandle(handle_);
-            handle_ = INVALID_HANDLE_VALUE;
-            made_ = true;
-        }
-    }
-
-    std::string path_;
-    HANDLE handle_ = INVALID_HANDLE_VALUE;
-    DWORD error_ = ERROR_SUCCESS;
-    bool made_ = false; // and closed
-};
 
 void PanelSaving::NoteFailure(HANDLE file, DWORD reason) {
     failedReason = reason;
@@ -130,24 +73,16 @@ DWORD PanelSaving::WriteAll(PanelRoot& root, HANDLE file) {
     if (error == ERROR_SUCCESS && failedFile == file) {
         error = failedReason;
     }
-    if (error == ERROR_SUCCESS && !FlushFileBuffers(file)) {
-        const DWORD reason = GetLastError();
-        error = reason != ERROR_SUCCESS ? reason : DWORD{ERROR_WRITE_FAULT};
-    }
     return error;
 }
 
 DWORD PanelSaving::Replace(PanelRoot& root, const std::string& path) {
-    const DWORD attributes = GetFileAttributesA(path.c_str());
-    if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY) != 0) {
-        return ERROR_ACCESS_DENIED; // renaming alone would not see to that everywhere
-    }
-    File beside(path);
+    FileBeside beside(path);
     if (beside.Error() != ERROR_SUCCESS) {
         return beside.Error();
     }
     const DWORD error = WriteAll(root, beside.Handle());
-    return error != ERROR_SUCCESS ? error : beside.MoveTo(path);
+    return error != ERROR_SUCCESS ? error : beside.TakePlace();
 }
 
 bool PanelSaving::Save(PanelRoot& root, const std::string& path) {

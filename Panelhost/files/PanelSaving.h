@@ -23,8 +23,6 @@ public:
     static void NoteFailure(HANDLE file, DWORD reason);
 
 private:
-    class File;
-
     static DWORD WriteAll(PanelRoot& root, HANDLE file);
     static DWORD Replace(PanelRoot& root, const std::string& path);
 };

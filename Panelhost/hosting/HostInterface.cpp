@@ -3,6 +3,7 @@
 #include "Panelhost/HostInterface.h"
 
 #include "Panelhost/BindingList.h"
+#include "Panelhost/Snapshots.h"
 #include "Panelhost/files/DeviceLoading.h"
 #include "Panelhost/files/PanelLoading.h"
 #include "Panelhost/files/PanelSaving.h"
@@ -54,7 +55,13 @@ int ph_LoadPanel(HOSTINFO* root, const char* file) noexcept {
     if (panel == nullptr || file == nullptr) {
         return -1;
     }
-    return Guarded(-1, [&] { return PanelLoading(*panel).LoadFile(file); });
+    return Guarded(-1, [&] {
+        const int created = PanelLoading(*panel).LoadFile(file);
+        if (created >= 0) {
+            a_SetPanelFile(root, file);
+        }
+        return created;
+    });
 }
 
 void ph_SetLoadProgress(HOSTINFO* root, int(__cdecl* progress)(int read, int total, void* context),
@@ -73,7 +80,13 @@ int ph_SavePanel(HOSTINFO* root, const char* file) noexcept {
         SetLastError(ERROR_BUSY); // half of it would take the place of the file
         return 0;
     }
-    return Guarded(0, [&] { return PanelSaving::Save(*panel, file) ? 1 : 0; });
+    return Guarded(0, [&] {
+        const bool isSaved = PanelSaving::Save(*panel, file);
+        if (isSaved) {
+            a_SetPanelFile(root, file);
+        }
+        return isSaved ? 1 : 0;
+    });
 }
 
 int ph_ListUnread(HOSTINFO* root, void(__cdecl* receive)(const PH_UNREADLINE* line, void* context),
@@ -145,7 +158,15 @@ int ph_SetParameter(HOSTINFO* root, const char* address, const char* text) noexc
         HOSTINFO* device = FindDevice(root, address, keyword);
         std::string value = text;
         int taken = 0;
-        return device != nullptr && device->OnSet(keyword.c_str(), value, &taken) != 0 ? 1 : 0;
+        if (device == nullptr || device->OnSet(keyword.c_str(), value, &taken) == 0) {
+            return 0;
+        }
+        if (PanelRoot* panel = PanelRoot::From(root); panel != nullptr && panel->recall.IsUnderWay()) {
+            REQUESTITEM item;
+            device->OnRequestList(reinterpret_cast<WPARAM>(keyword.c_str()), reinterpret_cast<LPARAM>(&item));
+            panel->recall.Overtake(item);
+        }
+        return 1;
     });
 }
 

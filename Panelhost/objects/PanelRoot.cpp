@@ -76,6 +76,7 @@ void PanelRoot::End() {
         return;
     }
     kept.Clear();
+    recall.Clear();
     DestroyControls();
     while (!devices_.empty()) {
         HOSTINFO* device = devices_.front();

@@ -6,6 +6,7 @@
 #include "Panelhost/objects/Bindings.h"
 #include "Panelhost/objects/KeptLines.h"
 #include "Panelhost/objects/Opening.h"
+#include "Panelhost/snapshots/Recall.h"
 #include "base/SharedLock.h"
 #include "logic/remote/TerminalAdmission.h"
 
@@ -109,7 +110,10 @@ public:
     std::list<std::string> deviceFaults;  // devices that could not be declared, in words
     bool sendsOnOpen = false;             // a panel file sends the values saved in it
     bool neverSendsOnOpen = false;        // whatever the panel file says
+    std::string panelFile;                // of the panel, absolute; empty while it has none
+    std::string snapshot;                 // what was last recalled by the keyword
     Opening opening;
+    Recall recall{*this};
     Bindings bindings;
     Progress progress;
     KeptLines kept{*this};

@@ -1,13 +1,16 @@
 // The keywords of the root: what a panel as a whole keeps, and the loading and saving of it.
 
+#include "Panelhost/HostInterface.h"
 #include "Panelhost/PropertyList.h"
 #include "Panelhost/PropertyValues.h"
 #include "Panelhost/Root.h"
+#include "Panelhost/Snapshots.h"
 #include "Panelhost/Trace.h"
 #include "Panelhost/objects/PanelRoot.h"
 #include "Panelhost/objects/SecretKeywords.h"
 #include "base/Guard.h"
 #include "logic/controls/Layers.h"
+#include "logic/devices/SnapshotFile.h"
 #include "logic/security/PinLock.h"
 #include "logic/text/PropertyLine.h"
 
@@ -85,6 +88,21 @@ bool SetSize(PanelRoot& root, const std::string& text) {
         }
     }
     root.size = text;
+    return true;
+}
+
+// A line of the panel file recalls nothing.
+bool SetSnapshot(PanelRoot& root, const std::string& text) {
+    const auto recall = logic::ReadSnapshotRecall(text);
+    if (!recall || root.opening.IsUnderWay()) {
+        return false;
+    }
+    const std::string path = a_SnapshotFile(&root, recall->name.c_str());
+    if (ph_RecallSnapshot(&root, path.c_str(), recall->milliseconds) < 0) {
+        EDITTRACE(&root, "There is no snapshot %s beside the panel", recall->name.c_str());
+        return false;
+    }
+    root.snapshot = text;
     return true;
 }
 
@@ -170,6 +188,10 @@ constexpr RootKeyword ROOT_KEYWORDS[] = {
     {{"size", Handle<MemberText<&PanelRoot::size>, SetSize>, KEYWORD_SAVED},
      About(KeywordKind::Numbers,
            "Width and height of the panel in pixels, joined by `,`; empty to let the host choose.")},
+    {{"snapshot", Handle<MemberText<&PanelRoot::snapshot>, SetSnapshot>, KEYWORD_CLOSED},
+     About(KeywordKind::Text,
+           "Recalls a [snapshot](snapshots.md): its name, and after a comma the milliseconds of a fade, as "
+           "`Evening,2000`. For clicks of buttons and lists, not for files and terminals.")},
     {{"terminal", Handle<MemberText<&PanelRoot::terminals>, SetTerminals>, KEYWORD_SAVED | KEYWORD_CLOSED},
      About(KeywordKind::Text,
            "IPv4 networks that [terminals](terminal.md#who-may-connect) may connect from, joined by `,`: "

@@ -111,6 +111,7 @@ void PanelRoot::Tick() {
             TellWhetherLive(*device);
         }
     }
+    recall.Tick();
     for (const HOSTINFO* control : controls) {
         tick(control);
     }

@@ -134,6 +134,7 @@ bool IsPutAside(const REQUESTITEM& item, int datatype, const void* data) {
             return true;
         }
         root->opening.Supersede(address);
+        root->recall.Overtake(item);
         return false;
     });
 }

@@ -216,7 +216,7 @@ std::optional<float> ParameterLaw::ToWire(float value) const {
         break;
     }
     }
-    if (kind_ == Kind::Linear || kind_ == Kind::Logarithmic || kind_ == Kind::Points) {
+    if (IsScale()) {
         wire = std::clamp(wire, 0.0, 1.0);
         wire = steps_ > 0 ? std::round(wire * steps_) / steps_ : wire;
     }
@@ -233,9 +233,8 @@ std::optional<float> ParameterLaw::ToWire(float value) const {
 
 bool ParameterLaw::IsSame(double sent, double answered, float range) const {
     constexpr double looseness = 1e-3; // devices round on their own
-    const bool isUnit = kind_ == Kind::Linear || kind_ == Kind::Logarithmic || kind_ == Kind::Points;
     const double allowed = wire_ != WireType::Float ? 0
-                           : isUnit                 ? (steps_ > 0 ? 0.5 / steps_ : looseness)
+                           : IsScale()              ? (steps_ > 0 ? 0.5 / steps_ : looseness)
                                                     : looseness * static_cast<double>(range);
     return std::fabs(sent - answered) <= allowed;
 }

@@ -36,6 +36,10 @@ public:
     // A wire value without a partner in a map reads as this.
     static constexpr float UNKNOWN = -1;
     bool HasUnknown() const { return kind_ == Kind::Map; }
+    // Whether wire values 0 to 1 are the way along a scale.
+    bool IsScale() const {
+        return kind_ == Kind::Linear || kind_ == Kind::Logarithmic || kind_ == Kind::Points;
+    }
 
     // The value of a finite number from the wire. An amplitude of 0 or less is the least float, for which a
     // range has its minimum.

@@ -3,6 +3,7 @@
 #include "Panelhost/devices/osc/OscDevice.h"
 
 #include "Panelhost/devices/RemoteDevice.h"
+#include "logic/devices/Fade.h"
 #include "logic/devices/osc/OscLink.h"
 #include "logic/text/Numbers.h"
 #include "logic/text/Text.h"
@@ -45,8 +46,38 @@ protected:
     bool CanBeSent(std::size_t parameter, const logic::LinkValue& value) const override {
         return logic::OscLink::WireOf(*profile_, parameter, value).has_value();
     }
+    // A block's number can lie beyond its range.
+    bool IsSame(std::size_t parameter, const logic::LinkValue& held,
+                const logic::LinkValue& wanted) const override {
+        const auto wire = [&](logic::LinkValue value) {
+            const logic::ProfileParameter& declared = profile_->parameters[parameter];
+            value.number = logic::Clamp(value.number, declared.minimum, declared.maximum);
+            return logic::OscLink::WireOf(*profile_, parameter, value);
+        };
+        const auto sent = wire(wanted);
+        const auto answered = wire(held);
+        const auto* number = sent ? std::get_if<float>(&*sent) : nullptr;
+        const auto* other = answered ? std::get_if<float>(&*answered) : nullptr;
+        return number != nullptr && other != nullptr
+                   ? LawOf(parameter).IsSame(static_cast<double>(*number), static_cast<double>(*other),
+                                             RangeOf(parameter))
+                   : sent && sent == answered;
+    }
+    bool IsTrigger(std::size_t parameter) const override { return LawOf(parameter).IsTrigger(); }
+    logic::FadeScale ScaleOf(std::size_t parameter) const override {
+        const logic::ProfileParameter& declared = profile_->parameters[parameter];
+        return {declared.type, declared.minimum, declared.maximum, LawOf(parameter)};
+    }
+    unsigned OnWriteRate() override { return profile_->rate; }
 
 private:
+    const logic::ParameterLaw& LawOf(std::size_t parameter) const {
+        return profile_->laws[profile_->parameters[parameter].law];
+    }
+    float RangeOf(std::size_t parameter) const {
+        return profile_->parameters[parameter].maximum - profile_->parameters[parameter].minimum;
+    }
+
     const sockaddr_in address_;
     const Profile profile_;
 };

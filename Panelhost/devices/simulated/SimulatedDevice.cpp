@@ -1,5 +1,6 @@
 #include "Panelhost/devices/simulated/SimulatedDevice.h"
 
+#include "logic/devices/Fade.h"
 #include "logic/text/PropertyLine.h"
 #include "logic/text/Text.h"
 
@@ -40,6 +41,7 @@ const DeviceKind SIMULATED_DEVICES{"simulated", Create, DeclareLine};
 
 SimulatedDevice::SimulatedDevice() : lastTick_(GetTickCount()) {
     Declare(ONLINE, "integer,0,1,1");
+    parameters_.front()->isReport = true;
 }
 
 int SimulatedDevice::HandleRequest(VALUERECORD* record, void* context) {
@@ -80,6 +82,22 @@ DEVICESTATUS SimulatedDevice::OnStatus() {
     const Parameter& online = *parameters_.front();
     return online.Number() != 0 ? DEVICESTATUS{DEVICE_LIVE, online.Age(), 0}
                                 : DEVICESTATUS{DEVICE_LOST, online.Age(), online.Age()};
+}
+
+bool SimulatedDevice::OnIsRecallable(const char* keyword, logic::FadeScale* scale) {
+    const Parameter* parameter = Find(keyword);
+    if (parameter == nullptr || !parameter->IsRecallable()) {
+        return false;
+    }
+    const logic::ParameterDeclaration& declared = parameter->Declaration();
+    *scale = logic::FadeScale(declared.type, declared.minimum, declared.maximum, declared.unit);
+    return true;
+}
+
+bool SimulatedDevice::OnHolds(const char* keyword, const std::string& text) {
+    const Parameter* parameter = Find(keyword);
+    const auto wanted = parameter == nullptr ? std::nullopt : parameter->Taking(text);
+    return wanted && wanted->HoldsTheSame(*parameter);
 }
 
 LRESULT SimulatedDevice::OnGetKeywords(WPARAM, LPARAM names) {
@@ -147,6 +165,7 @@ bool SimulatedDevice::DeclareSubscription(const std::string& keyword, const std:
         DeclareParameter(keyword + ".state", {logic::ParameterType::Integer, 0, 4, "0", ""});
     parameter.offered =
         DeclareParameter(keyword + ".items", {logic::ParameterType::Text, 0, 0, subscription->Offered(), ""});
+    parameter.subscriptionState->isReport = parameter.offered->isReport = true;
     parameter.subscription = std::move(subscription);
     return true;
 }

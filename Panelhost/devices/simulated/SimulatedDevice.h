@@ -35,6 +35,8 @@ public:
     LRESULT OnRequestList(WPARAM keyword, LPARAM item) override;
     int OnParameterState(const char* keyword, DWORD* age) override;
     DEVICESTATUS OnStatus() override;
+    bool OnIsRecallable(const char* keyword, logic::FadeScale* scale) override;
+    bool OnHolds(const char* keyword, const std::string& text) override;
 
     // Applies what a device file says of a parameter. False when it cannot be read.
     bool Declare(const std::string& keyword, const std::string& text);
@@ -86,6 +88,7 @@ private:
         std::optional<logic::Subscription> subscription;
         Parameter* subscriptionState = nullptr;
         Parameter* offered = nullptr;
+        bool isReport = false; // the device says something by it
 
         // Whether its number comes from elsewhere.
         bool IsSourced() const {
@@ -93,6 +96,7 @@ private:
                    !through.empty();
         }
         bool MovesByItself() const { return IsSourced() || !muting.empty() || !solos.empty(); }
+        bool IsRecallable() const { return !MovesByItself() && !isReport; }
     };
 
     bool IsReachable(const Parameter& parameter) const;
