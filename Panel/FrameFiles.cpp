@@ -84,6 +84,7 @@ void FrameWindow::Replace(std::unique_ptr<PanelWindow> panel, const std::string&
     recovery_.Discard();
     palette_.SetEditor(nullptr);
     view_.SetPanel(panel ? panel->Handle() : nullptr, panel ? panel->Size() : SIZE{});
+    snapshots_.SetPanel(nullptr);
     panel_ = std::move(panel);
     file_ = file;
     objects_ = -1;
@@ -94,6 +95,7 @@ void FrameWindow::Replace(std::unique_ptr<PanelWindow> panel, const std::string&
         SetEditing(false);
     }
     LimitPanel();
+    snapshots_.SetPanel(panel_->Root());
     if (editing_) {
         panel_->Edit().SetActive(true);
         palette_.SetEditor(&panel_->Edit());

@@ -41,12 +41,14 @@ FrameWindow::FrameWindow(const CommandLine& commandLine, const Reporter& reporte
       log_(log),
       font_(CreateSystemFont()),
       trace_(log),
-      recovery_(commandLine) {}
+      recovery_(commandLine),
+      snapshots_(reporter) {}
 
 FrameWindow::~FrameWindow() {
     KillTimer(Handle(), TICK_TIMER);
     ShowWindow(Handle(), SW_HIDE);
     recovery_.End();
+    snapshots_.SetPanel(nullptr);
     panel_.reset(); // messages that come meanwhile find none
 }
 
@@ -59,7 +61,8 @@ bool FrameWindow::Create(std::string& error) {
                        LoadMenuA(instance, MAKEINTRESOURCEA(IDM_FRAME)), nullptr) &&
         toolbar_.Create(Handle()) && palette_.Create(Handle(), font_.get()) && view_.Create(Handle()) &&
         status_.Create(Handle(), font_.get()) && trace_.Create(Handle(), font_.get()) &&
-        notice_.Create(Handle(), font_.get()) && unread_.Create(Handle(), font_.get())) {
+        notice_.Create(Handle(), font_.get()) && unread_.Create(Handle(), font_.get()) &&
+        snapshots_.Create(Handle(), font_.get())) {
         keys_ = LoadAcceleratorsA(instance, MAKEINTRESOURCEA(IDA_FRAME));
         editKeys_ = LoadAcceleratorsA(instance, MAKEINTRESOURCEA(IDA_EDIT));
         operateKeys_ = LoadAcceleratorsA(instance, MAKEINTRESOURCEA(IDA_OPERATE));
@@ -84,7 +87,7 @@ void FrameWindow::Start(int showCommand) {
 // Keys.
 
 bool FrameWindow::TranslateKey(MSG& message) {
-    if (trace_.TranslateKey(message) || unread_.TranslateKey(message)) {
+    if (trace_.TranslateKey(message) || unread_.TranslateKey(message) || snapshots_.TranslateKey(message)) {
         return true;
     }
     if (message.hwnd != Handle() && !IsChild(Handle(), message.hwnd)) {
@@ -201,6 +204,8 @@ void FrameWindow::OnCommand(int command) {
             Refresh();
         }
         return;
+    case CMD_SNAPSHOTS:
+        return snapshots_.ShowNow();
     case CMD_EXIT:
         SendMessageA(Handle(), WM_CLOSE, 0, 0);
         return;
@@ -345,6 +350,7 @@ void FrameWindow::Refresh() {
     status_.SetMessageCount(log_.MessageCount());
     toolbar_.Update(panel_->Edit());
     trace_.Update();
+    snapshots_.Tick();
 }
 
 void FrameWindow::FitToPanel() {

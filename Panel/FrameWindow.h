@@ -11,6 +11,7 @@
 #include "Panel/common/Window.h"
 #include "Panel/editing/Palette.h"
 #include "Panel/editing/Toolbar.h"
+#include "Panel/lists/SnapshotWindow.h"
 #include "Panel/lists/TraceLog.h"
 #include "Panel/lists/TraceWindow.h"
 #include "Panel/lists/UnreadWindow.h"
@@ -108,6 +109,7 @@ private:
     std::vector<std::string> warnings_; // to be shown when nothing else is going on
     NoticeBar notice_;
     UnreadWindow unread_;
+    SnapshotWindow snapshots_;
     std::unique_ptr<PanelWindow> panel_; // null only while one is replaced
     std::string file_;                   // of the panel; empty while it has none
     OldFile oldFile_;

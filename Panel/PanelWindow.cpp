@@ -9,6 +9,7 @@
 #include "Panelhost/Operating.h"
 #include "Panelhost/PropertyLines.h"
 #include "Panelhost/Root.h"
+#include "Panelhost/Snapshots.h"
 #include "Panelhost/ValueRecord.h"
 #include "base/Handles.h"
 
@@ -116,6 +117,7 @@ bool PanelWindow::LoadControls(const PanelSource& source, std::string& error) {
             error = "cannot open the copy";
             return false;
         }
+        a_SetPanelFile(root_, source.panelFile.c_str()); // what lies beside it is meant
         editor_->Edits().MarkUnsaved(source.copy->changes);
         return true;
     }

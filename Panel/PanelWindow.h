@@ -32,6 +32,7 @@ public:
                                              const PanelEdits::Warning& warn, std::string& error);
     ~PanelWindow() override;
 
+    HOSTINFO* Root() const { return root_; }
     // Those of its file, and of what was pasted, that could not be read and are kept.
     std::vector<UnreadLine> Unread() const { return UnreadLines(root_); }
     // Devices that are missing because of their file or its profiles, in words; empty for none.

@@ -284,6 +284,55 @@ void MeasureSet(Report& report) {
     sender.join();
 }
 
+// Recalling a snapshot beside setting its values one by one.
+void MeasureRecall(Report& report) {
+    constexpr int VALUES = 1000;
+    const Files files(SimulatedDevice());
+    const BenchPanel panel(false);
+    std::string snapshots[2] = {"snapshot=1\r\n", "snapshot=1\r\n"};
+    std::vector<std::string> addresses;
+    if (ph_LoadDevices(panel.Root(), files.Devices().c_str()) != 1) {
+        report.Fail("recall of 1,000 simulated parameters", "there is no device");
+        return;
+    }
+    for (int number = 0; number < VALUES; ++number) {
+        addresses.push_back("D*p" + std::to_string(number / 50 + 1) + "." + std::to_string(number % 50 + 1));
+        snapshots[0] += addresses.back() + "=0.25\r\n";
+        snapshots[1] += addresses.back() + "=0.75\r\n";
+    }
+    const std::string paths[2] = {files.Devices() + "1", files.Devices() + "2"};
+    for (int i = 0; i < 2; ++i) {
+        std::ofstream(paths[i], std::ios::binary) << snapshots[i];
+    }
+    int turn = 0;
+    bool isWhole = true;
+    report.Measure(
+        "recall of 1,000 simulated parameters",
+        [&] {
+            const double start = Now();
+            isWhole &= ph_RecallSnapshot(panel.Root(), paths[++turn % 2].c_str(), 0) == VALUES;
+            const double taken = Now() - start;
+            isWhole &= ph_ListRecall(panel.Root(), nullptr, nullptr) == 0;
+            return taken;
+        },
+        "set one by one",
+        [&] {
+            const char* value = ++turn % 2 == 0 ? "0.25" : "0.75";
+            const double start = Now();
+            for (const std::string& address : addresses) {
+                ph_SetParameter(panel.Root(), address.c_str(), value);
+            }
+            return Now() - start;
+        },
+        Unit::Seconds, RatioUpTo(2), 25);
+    if (!isWhole) {
+        report.Fail("recall of 1,000 simulated parameters", "not all were set");
+    }
+    for (const std::string& path : paths) {
+        DeleteFileA(path.c_str());
+    }
+}
+
 } // namespace
 
 void MeasureDevices(Report& report) {
@@ -291,5 +340,6 @@ void MeasureDevices(Report& report) {
     WSAStartup(MAKEWORD(2, 2), &data); // until the process ends
     MeasureSet(report);
     MeasureTick(report);
+    MeasureRecall(report);
     MeasureFirstRead(report);
 }

@@ -42,8 +42,7 @@ std::vector<std::string> PictureFiles(const std::string& folder, const std::stri
         const std::string folded = logic::FoldName(name);
         const bool isPicture = std::any_of(std::begin(TYPES), std::end(TYPES),
                                            [&](const char* type) { return EndsWith(folded, type); });
-        if (isPicture && folded.compare(0, wanted.size(), wanted) == 0 &&
-            !search.IsFolder()) {
+        if (isPicture && folded.compare(0, wanted.size(), wanted) == 0 && !search.IsFolder()) {
             files.push_back(name);
         }
     }

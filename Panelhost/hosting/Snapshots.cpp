@@ -130,7 +130,8 @@ int Take(PanelRoot& root, const std::string& path, const std::list<std::string>&
         }
     }
     WaitForValues(parameters);
-    logic::Snapshot snapshot{FileNameOf(NarrowText(FullFileName(WideFileName(root.panelFile)))), Now(), Program(), {}};
+    logic::Snapshot snapshot{
+        FileNameOf(NarrowText(FullFileName(WideFileName(root.panelFile)))), Now(), Program(), {}};
     for (const Named& named : parameters) {
         const std::string address = named.device->name + "*" + named.keyword;
         const auto text = TextOf(named);
@@ -331,9 +332,10 @@ std::list<std::string> a_ListSnapshots(HOSTINFO* object) {
         if (root == nullptr || root->panelFile.empty()) {
             return names;
         }
-        for (FileSearch search(FolderOf(*root) + "*" + std::string(logic::SNAPSHOT_EXTENSION)); search.HasFile();
-             search.Next()) {
-            if (const std::string name = NameOf(search.Name()); !search.IsFolder() && logic::IsSnapshotName(name)) {
+        for (FileSearch search(FolderOf(*root) + "*" + std::string(logic::SNAPSHOT_EXTENSION));
+             search.HasFile(); search.Next()) {
+            if (const std::string name = NameOf(search.Name());
+                !search.IsFolder() && logic::IsSnapshotName(name)) {
                 names.push_back(name);
             }
         }

@@ -9,6 +9,8 @@ and while it runs: the control port takes the same words as a text ("drop 30") a
   set ADDRESS VALUE      moves it at the desk       double N    ... that come twice
   writes ADDRESS         how often it was set, how  delay N     ... that come late, by --lateness milliseconds
                          often in the worst second  reorder N   ... that are overtaken by the next one
+  step                   the farthest that one write has moved a number of the scale 0 to 1, and its address,
+                         since this was last asked
   clients                who follows changes        garbage N   rubbish a second to everybody who ever spoke
   received               datagrams so far           silent 0|1  neither hears nor answers
   violations             what should not have come  clamp 0|1   limits and rounds what is set
@@ -145,6 +147,7 @@ class Mixer:
             self.desk.close()
         self.desk, self.schedule, self.held = None, [], None
 
+    farthest = (0.0, "")
     held = None  # a datagram that waits to be overtaken
 
     def at(self, when, what):
@@ -233,6 +236,8 @@ class Mixer:
             value = low if math.isnan(value) else min(max(value, low), high)
             steps = STEPS.get(word, (1000, 0))[0]
             value = round(value * steps) / steps if kind == "f" else value
+        if kind == "f" and abs(value - old) > self.farthest[0]:
+            self.farthest = abs(value - old), address
         if not self.faults.frozen and value != old:
             self.change(address, value, client)
 
@@ -281,6 +286,9 @@ class Mixer:
             times = list(self.writes[rest])
             worst = max((sum(1 for other in times if 0 <= other - first < 1) for first in times), default=0)
             return "%d %d" % (len(times), worst)
+        elif word == "step":
+            answer, self.farthest = "%.5f %s" % self.farthest, (0.0, "")
+            return answer
         elif word == "clients":
             return str(sum(1 for until in self.followers.values() if until > time.monotonic()))
         elif word == "received":

@@ -247,6 +247,83 @@ const std::pair<int, void (*)(PanelHere& program)> OTHERS[] = {
          CHECK(program.Open(program.Folder().Path("other.panel")));
          CHECK(Shown("PanelUnread", "Unread lines") == nullptr); // it went with its lines
      }},
+    {CMD_SNAPSHOTS,
+     [](PanelHere& program) {
+         program.FindPanel();
+         REQUIRE(ph_LoadDevices(program.Root(), program.Folder()
+                                                    .Write("other.devices", "D*device=simulated\n"
+                                                                            "D*x=float,0,1,0.25\n"
+                                                                            "D*y=integer,0,1,1\n")
+                                                    .c_str()) == 1);
+         Load(ph_Find(program.Root(), "A"), "function=D*x;D*y", LOAD_FROM_FILE);
+         program.Command(CMD_SNAPSHOTS);
+         CHECK(Shown("PanelSnapshots", "Snapshots") != nullptr);
+     }},
+    {CMD_SNAPSHOT_TAKE,
+     [](PanelHere& program) {
+         const HWND window = Shown("PanelSnapshots", "Snapshots");
+         const auto take = [&](const char* name) {
+             SetDlgItemTextA(window, IDC_SNAPSHOT_NAME, name);
+             SendMessageA(window, WM_COMMAND, CMD_SNAPSHOT_TAKE, 0);
+         };
+         {
+             Answer refused("Panel", IDOK);
+             take("..\\Evening");
+             CHECK(refused.Question() == "\"..\\Evening\" cannot be the name of a snapshot");
+         }
+         take("Evening");
+         CHECK(Contains(ReadBytes(program.Folder().Path("Evening.snapshot")), "\r\nD*x=0.25\r\nD*y=1\r\n"));
+         ph_SetParameter(program.Root(), "D*x", "0.75");
+         Answer asked("Panel", IDNO);
+         take("Evening");
+         CHECK(asked.Question() == "Replace the snapshot Evening?");
+         CHECK(Contains(ReadBytes(program.Folder().Path("Evening.snapshot")), "D*x=0.25"));
+         SendMessageA(window, WM_COMMAND, CMD_TRACE_COPY, 0);
+         CHECK(OnClipboard() == "D*x\t0.25\t0.75\tdiffers\r\nD*y\t1\t1\tthe same\r\n");
+         SendMessageA(GetDlgItem(window, IDC_SNAPSHOT_DIFFERENCES), BM_CLICK, 0, 0);
+         CHECK(Rows(program, "PanelSnapshots") == 1);
+     }},
+    {CMD_SNAPSHOT_RECALL_SELECTED,
+     [](PanelHere& program) {
+         const HWND window = Shown("PanelSnapshots", "Snapshots");
+         ph_SetParameter(program.Root(), "D*y", "0");
+         program.Command(CMD_SNAPSHOTS);
+         const HWND list = program.Below(window, WC_LISTVIEWA);
+         CHECK(Rows(program, "PanelSnapshots") == 2);
+         ListView_SetItemState(list, 1, LVIS_SELECTED, LVIS_SELECTED);
+         SendMessageA(window, WM_COMMAND, CMD_SNAPSHOT_RECALL_SELECTED, 0);
+         char x[16];
+         char y[16];
+         CHECK((ph_GetParameter(program.Root(), "D*x", x, sizeof x) == 1 && std::string(x) == "0.75"));
+         CHECK((ph_GetParameter(program.Root(), "D*y", y, sizeof y) == 1 && std::string(y) == "1"));
+     }},
+    {CMD_SNAPSHOT_RECALL,
+     [](PanelHere& program) {
+         const HWND window = Shown("PanelSnapshots", "Snapshots");
+         const auto recall = [&](const char* fade) {
+             SetDlgItemTextA(window, IDC_SNAPSHOT_FADE, fade);
+             SendMessageA(window, WM_COMMAND, CMD_SNAPSHOT_RECALL, 0);
+         };
+         {
+             Answer refused("Panel", IDOK);
+             recall("soon");
+             CHECK(refused.Question() == "the fade takes 0 to 3600 seconds, not \"soon\"");
+         }
+         recall("3600");
+         CHECK(ph_ListRecall(program.Root(), nullptr, nullptr) == 1);
+     }},
+    {CMD_SNAPSHOT_STOP,
+     [](PanelHere& program) {
+         const HWND window = Shown("PanelSnapshots", "Snapshots");
+         CHECK(IsWindowEnabled(GetDlgItem(window, CMD_SNAPSHOT_STOP)));
+         SendMessageA(window, WM_COMMAND, CMD_SNAPSHOT_STOP, 0);
+         CHECK(ph_ListRecall(program.Root(), nullptr, nullptr) == 0);
+         char report[256] = "";
+         GetDlgItemTextA(window, IDC_SNAPSHOT_REPORT, report, sizeof report);
+         CHECK(std::string(report) == "Evening: 1 of 2 values set, 1 stopped");
+         SendMessageA(window, WM_CLOSE, 0, 0);
+         CHECK(Shown("PanelSnapshots", "Snapshots") == nullptr);
+     }},
     {CMD_ABOUT,
      [](PanelHere& program) {
          const std::string text = Ask(program, CMD_ABOUT, "About Panel", IDOK);
