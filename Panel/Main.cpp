@@ -8,6 +8,7 @@
 #include "Panel/lists/TraceLog.h"
 #include "Panel/operating/Watch.h"
 #include "Panelhost/Trace.h"
+#include "base/FileNames.h"
 
 #include <windows.h>
 #include <commctrl.h>
@@ -41,6 +42,8 @@ int Run(const CommandLine& commandLine, const Reporter& reporter, int showComman
         reporter.Fail(error);
         return EXIT_NOT_DONE;
     }
+
+    library.LoadFurther(WideFileName(ModuleFolder(nullptr)) + L"Libraries\\");
 
     FrameWindow frame(commandLine, reporter, library, log);
     if (!frame.Create(error) || (!frame.Recover() && !frame.OpenPanel(commandLine.panelFile, error))) {

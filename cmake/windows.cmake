@@ -1,6 +1,8 @@
 # Settings of the Windows build, and the application folder that it fills.
 
 enable_language(RC)
+string(REPLACE g++ gcc CMAKE_C_COMPILER ${CMAKE_CXX_COMPILER}) # the one that belongs to it, for examples in C
+enable_language(C)
 
 # x87 arithmetic keeps more digits than a float has, so results would depend on what the compiler spills: hence SSE.
 # Texts that reach the A functions are Windows-1252.

@@ -10,6 +10,7 @@ import time
 import zipfile
 
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent.parent.parent / "tools" / "packaging"))
+import examples
 import package
 
 PATIENCE = 60  # seconds
@@ -164,6 +165,7 @@ def check_portable(archive, scratch):
                 2500, cwd=folder / package.PRODUCT)
     expect_equal(code, 0, "exit code of the portable program")
     expect_picture(picture, "portable")
+    return folder / package.PRODUCT
 
 
 def make_setups(build, scratch):
@@ -182,14 +184,15 @@ def make_setups(build, scratch):
         expect((newer / binary).read_bytes().find(f"{binary}.debug\0".encode()) >= 0, f"{binary} names no debug data")
         sections = package.run(package.TOOLS + "objdump", "-h", newer / binary)
         expect(".debug_info" not in sections, f"{binary} has debug data")
-    return {"build": build, "old": made[0], "new": scratch / "newer.exe", "new version": new_version}, made[1]
+    return {"build": build, "old": made[0], "new": scratch / "newer.exe", "new version": new_version}, made
 
 
 def main():
     build, scratch = map(pathlib.Path, sys.argv[1:])
     prefix = Prefix(next((scratch / "wine").glob("private*/drive_c")).parent)
-    setups, portable = make_setups(build, scratch)
-    check_portable(portable, scratch)
+    setups, made = make_setups(build, scratch)
+    application = check_portable(made[1], scratch)
+    examples.check(made[2], application, scratch, expect)
     check_one_user(prefix, setups, scratch)
     check_all_users(prefix, setups, scratch)
     for failure in failures:

@@ -15,6 +15,7 @@ import time
 import zipfile
 
 import documents
+import makers
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent.parent
 PRODUCT = "OSMIR Panel"
@@ -142,10 +143,14 @@ def pack(build, output, with_lines=False):
         stage(build, application, debug, version, commit_time())
         for binary in BINARIES if with_lines else ():
             check_lines(binary, debug / (binary + ".debug"))
-        made = [output / f"{name}-setup.exe", output / f"{name}-portable.zip", output / f"{name}-debug.zip"]
+        makers_folder = pathlib.Path(scratch) / "makers"
+        makers.stage(run, TOOLS, ROOT, build, makers_folder, f"{PRODUCT} {version}")
+        set_times(makers_folder, commit_time())
+        made = [output / f"{name}-{kind}" for kind in ("setup.exe", "portable.zip", "makers.zip", "debug.zip")]
         make_setup(application, made[0], version)
         write_zip(application, made[1], PRODUCT)
-        write_zip(debug, made[2], f"{name}-debug")
+        write_zip(makers_folder, made[2], f"{name}-makers")
+        write_zip(debug, made[3], f"{name}-debug")
     return made
 
 
