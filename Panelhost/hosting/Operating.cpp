@@ -1,7 +1,3 @@
-// rand_s takes the system's random numbers.
-#define _CRT_RAND_S
-#include <stdlib.h>
-
 #include "Panelhost/Operating.h"
 
 #include "Panelhost/Editing.h"
@@ -9,21 +5,15 @@
 #include "base/Guard.h"
 #include "logic/security/PinLock.h"
 
-#include <cstring>
+#include <windows.h>
+#include <ntsecapi.h>
 
 static_assert(SHORTEST_PIN == logic::PinLock::SHORTEST && LONGEST_PIN == logic::PinLock::LONGEST);
 
 namespace {
 
 bool FillSalt(logic::PinLock::Salt& salt) {
-    for (std::size_t at = 0; at < salt.size(); at += sizeof(unsigned)) {
-        unsigned random = 0;
-        if (rand_s(&random) != 0) {
-            return false;
-        }
-        std::memcpy(salt.data() + at, &random, sizeof random);
-    }
-    return true;
+    return RtlGenRandom(salt.data(), static_cast<ULONG>(salt.size())) != FALSE;
 }
 
 } // namespace
