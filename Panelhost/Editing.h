@@ -48,6 +48,10 @@ PANELHOST_API void a_DrawMissingPicture(const HOSTINFO* object, HDC dc, const RE
 // that cannot be applied are traced with the name given to the text and their number. They are kept with the
 // object they belong to; those that belong to none are dropped. What the lines ask of devices is never sent.
 PANELHOST_API int a_LoadText(HOSTINFO* root, std::string_view text, const char* nameInTraces);
+// Hides a control while the panel is edited, or shows it again; leaving the edit mode shows it, too. It is
+// saved as if it were shown. 1, or 0 when it cannot be: no control of an edited panel, or out of sight
+// anyway.
+PANELHOST_API int a_HideEdited(HOSTINFO* object, bool hidden);
 // Moves an object in front of another one in the order of saving and of Tab, and above it on the screen; to
 // the end, behind and below all others, when that one is null. Both must have the same parent.
 PANELHOST_API void a_MoveBefore(HOSTINFO* object, HOSTINFO* other);

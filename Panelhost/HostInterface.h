@@ -151,6 +151,30 @@ PH_API int __cdecl ph_ListRecall(HOSTINFO* root,
                                  void(__cdecl* receive)(const PH_RECALLEDVALUE* value, void* context),
                                  void* context) PH_NOEXCEPT;
 
+/* Gives a control another own name, with all that is inside it; whatever names them on the panel goes on
+ * naming them: functions, connections, clicks, patterns, mails, and every other keyword that holds addresses.
+ * While the panel is edited the user can undo it as one step. What could not follow is handed to a function
+ * (null: to nobody) before anything changes, and unless "anyway" is not 0 nothing changes then; otherwise
+ * those texts stay as they are. The texts are valid during that call, which must not change the panel. */
+#define PH_RENAMED 1
+#define PH_RENAME_NO_CONTROL 0 /* no control has that full name; or nothing can be done at present */
+#define PH_RENAME_NO_NAME (-1) /* not a name: 1 to 63 characters, none of them * = ; " % */
+#define PH_RENAME_TAKEN (-2)   /* another object has the name */
+#define PH_RENAME_PART (-3)    /* what contains the control makes it, and always under its name */
+#define PH_RENAME_LOSS (-4)    /* something could not follow, and "anyway" is 0 */
+#define PH_LOSS_LENGTH 1       /* the new text is longer than the keyword takes */
+#define PH_LOSS_MEANING 2 /* a pattern of which one name alone changes, or a text that would name another */
+typedef struct PH_RENAMELOSS {
+    const char* object;  /* full name of the control whose text cannot follow, as it is before */
+    const char* keyword; /* of it */
+    const char* text;    /* as it is */
+    const char* wanted;  /* as it would have to be; of PH_LOSS_MEANING as near as there is */
+    int reason;          /* PH_LOSS_... */
+} PH_RENAMELOSS;
+PH_API int __cdecl ph_RenameControl(HOSTINFO* root, const char* object, const char* newName, int anyway,
+                                    void(__cdecl* receive)(const PH_RENAMELOSS* loss, void* context),
+                                    void* context) PH_NOEXCEPT;
+
 /* For libraries of controls: panel files and the clipboard create windows of registered classes alone, for
  * every host. A library tells of a window class once it has registered it with the system, and takes that
  * back before it unregisters it or is unloaded; both may be called while a library is loaded and unloaded

@@ -28,6 +28,9 @@ constexpr WORD FLAG_CHANGED = 0x0001;   // a property was loaded by anything oth
 constexpr WORD FLAG_FOCUS = 0x0008;     // the window has the keyboard focus
 constexpr WORD FLAG_SELECTED = 0x0010;  // selected while the panel is edited
 constexpr WORD FLAG_EDIT_ONLY = 0x0020; // its window is shown only while the panel is edited
+// Until the edit mode ends, and never saved:
+constexpr WORD FLAG_HIDDEN = 0x0040; // by a_HideEdited
+constexpr WORD FLAG_LOCKED = 0x0080; // for who edits: the mouse does not reach it, and nothing moves it
 
 constexpr DWORD NO_TICK = 0xFFFFFFFF; // HOSTINFO::DueIn
 
@@ -116,6 +119,9 @@ public:
     virtual DWORD DueIn(DWORD now) const noexcept;
     // What more is known of the keywords: one for each row of the table, or null.
     virtual const KEYWORDINFO* GetKeywordInfo() const noexcept;
+    // Whether the object makes a child of that own name by itself whenever it is made, so that this one
+    // cannot have another name.
+    virtual bool MakesChild(const char* ownName) const noexcept;
 
 private:
     friend class PanelRoot;

@@ -47,6 +47,7 @@ struct KEYWORDINFO {
     bool hasLimits = false;     // a number beyond these is refused
     bool isAsTyped = false;     // a number is sent as it was typed, not rounded to six digits
     bool isOnlyWritten = false; // its lines in a panel file are the control's own, and no news to it
+    int longest = 0;            // characters that it takes; 0: as many as any value may have
     bool mayBeEmpty = false;    // of a kind that otherwise may not: stands for none
     double minimum = 0;
     double maximum = 0;

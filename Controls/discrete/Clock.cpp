@@ -96,6 +96,7 @@ constexpr KeywordTable KEYWORDS({
         .Says("Image file that is drawn over the text and gives the clock its size; empty for none."),
     OfText<IgnoredKeyword>("caption", KeywordKind::Text).Saved().Says("Taken and not kept."),
     OfText<TextKeyword<&CLOCKPROPERTIES::clickTemplate, CLICK_TEMPLATE_SIZE>>("click", KeywordKind::Line)
+        .Longest(int{CLICK_TEMPLATE_SIZE})
         .Saved()
         .Says("Property line that a click sends, up to 15 characters; empty for none. `%c` in it stands for "
               "the connections, `%n` for the full name."),

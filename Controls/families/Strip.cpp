@@ -1,7 +1,10 @@
 #include "Controls/families/Strip.h"
 
 #include "base/Gdi.h"
+#include "base/Guard.h"
+#include "logic/text/PropertyLine.h"
 
+#include <algorithm>
 #include <map>
 #include <utility>
 
@@ -76,6 +79,15 @@ HWND STRIPPROPERTIES::Child(std::string_view childName) const {
         }
     }
     return nullptr;
+}
+
+bool STRIPPROPERTIES::MakesChild(const char* ownName) const noexcept {
+    return Guarded(false, [&] {
+        const std::string folded = logic::FoldName(ownName);
+        const auto table = Children();
+        return std::any_of(table.begin(), table.end(),
+                           [&](const StripChild& child) { return logic::FoldName(child.name) == folded; });
+    });
 }
 
 int STRIPPROPERTIES::SendToChild(std::string_view childName, int command, int datatype, void* data) const {

@@ -43,6 +43,7 @@ public:
     void SetDefaults() override;
     void Destroying() override { a_DestroyChildWindows(this); }
     void Draw(HDC dc, const RECT& client) const override;
+    bool MakesChild(const char* ownName) const noexcept override;
 
     virtual std::span<const StripChild> Children() const = 0; // no two of one name
     virtual SIZE StripSize() const = 0;                       // pixels

@@ -94,7 +94,7 @@ DWORD CONTROLPROPERTIES::SavedStyle() const {
     if ((flags & FLAG_EDIT_ONLY) != 0) {
         return style & ~static_cast<DWORD>(WS_VISIBLE);
     }
-    return layers != 0 ? style | WS_VISIBLE : style;
+    return layers != 0 || (flags & FLAG_HIDDEN) != 0 ? style | WS_VISIBLE : style;
 }
 
 std::string CONTROLPROPERTIES::Header() const {

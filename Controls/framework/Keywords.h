@@ -68,6 +68,8 @@ struct Keyword {
     // What the control writes into panel files by itself and never takes from them.
     constexpr Keyword OnlyWritten() const { return With(&KEYWORDINFO::isOnlyWritten, true); }
     constexpr Keyword AsTyped() const { return With(&KEYWORDINFO::isAsTyped, true); }
+    // The most characters it takes.
+    constexpr Keyword Longest(int characters) const { return With(&KEYWORDINFO::longest, characters); }
     constexpr Keyword MayBeEmpty() const { return With(&KEYWORDINFO::mayBeEmpty, true); }
     // How its text holds addresses, where the kind does not tell.
     constexpr Keyword Holds(logic::AddressForm form) const { return With(&KEYWORDINFO::addresses, form); }
@@ -227,12 +229,13 @@ constexpr Keyword Number(const char* name) {
 }
 template <auto Member, std::size_t MaximumLength = TEXT_SIZE - 1, auto Changed = nullptr>
 constexpr Keyword Text(const char* name) {
-    return Row(name, KeywordKind::Text, NotifyingIf<TextKeyword<Member, MaximumLength>, Changed>());
+    return Row(name, KeywordKind::Text, NotifyingIf<TextKeyword<Member, MaximumLength>, Changed>())
+        .Longest(int{MaximumLength});
 }
 // A property line for later.
 template <auto Member, std::size_t MaximumLength = TEXT_SIZE - 1>
 constexpr Keyword Line(const char* name) {
-    return Row(name, KeywordKind::Line, TextKeyword<Member, MaximumLength>);
+    return Row(name, KeywordKind::Line, TextKeyword<Member, MaximumLength>).Longest(int{MaximumLength});
 }
 template <auto Member>
 constexpr Keyword Colour(const char* name) {

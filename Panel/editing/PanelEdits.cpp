@@ -2,6 +2,7 @@
 
 #include "Panelhost/Editing.h"
 #include "Panelhost/Hostinfo.h"
+#include "Panelhost/Renaming.h"
 #include "Panelhost/Root.h"
 #include "Panelhost/Trace.h"
 #include "logic/editing/ComponentText.h"
@@ -9,6 +10,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <exception>
+#include <iterator>
 #include <string_view>
 #include <unordered_map>
 #include <utility>
@@ -38,6 +40,27 @@ std::vector<std::string> KeysOf(const std::vector<HOSTINFO*>& objects) {
     }
     return keys;
 }
+
+// While it lives objects are edited, which marks none of them as changed by others.
+class KeptMarks {
+public:
+    explicit KeptMarks(const std::vector<HOSTINFO*>& objects) {
+        std::copy_if(objects.begin(), objects.end(), std::back_inserter(unmarked_),
+                     [](const HOSTINFO* object) { return (object->flags & FLAG_CHANGED) == 0; });
+    }
+    ~KeptMarks() {
+        for (HOSTINFO* object : unmarked_) {
+            if (a_IsAlive(object)) {
+                object->flags = static_cast<WORD>(object->flags & ~FLAG_CHANGED);
+            }
+        }
+    }
+    KeptMarks(const KeptMarks&) = delete;
+    KeptMarks& operator=(const KeptMarks&) = delete;
+
+private:
+    std::vector<HOSTINFO*> unmarked_;
+};
 
 void Destroy(const std::vector<HOSTINFO*>& objects) {
     for (const HOSTINFO* object : objects) {
@@ -123,10 +146,12 @@ logic::EditStep Recording::Finish() {
 
 PanelEdits::PanelEdits(HOSTINFO* root, Warning warn) : root_(root), warn_(std::move(warn)), target_(root) {
     a_SetEditListener(root, Listen, this);
+    a_SetRenameListener(root, CarryOut, this);
 }
 
 PanelEdits::~PanelEdits() {
     a_SetEditListener(root_, nullptr, nullptr);
+    a_SetRenameListener(root_, nullptr, nullptr);
 }
 
 void PanelEdits::Do(const std::string& label, const std::vector<HOSTINFO*>& touched, const Action& action) {
@@ -164,29 +189,55 @@ void PanelEdits::Delete(const std::vector<HOSTINFO*>& objects) {
 
 int PanelEdits::Apply(const std::string& label, const std::vector<Line>& lines) {
     std::vector<HOSTINFO*> objects;
-    std::unordered_set<const HOSTINFO*> wereFlagged;
     std::unordered_set<const HOSTINFO*> known;
     for (const Line& line : lines) {
         if (a_IsAlive(line.object) && known.insert(line.object).second) {
             objects.push_back(line.object);
-            if ((line.object->flags & FLAG_CHANGED) != 0) {
-                wereFlagged.insert(line.object);
-            }
         }
     }
     int taken = 0;
     Do(label, objects, [&] {
+        const KeptMarks marks(objects);
         for (const Line& line : lines) {
             taken += a_ApplyEdit(line.object, line.text.c_str());
-        }
-        for (HOSTINFO* object : objects) { // what others have changed keeps its mark
-            if (a_IsAlive(object) && !wereFlagged.contains(object)) {
-                object->flags = static_cast<WORD>(object->flags & ~FLAG_CHANGED);
-            }
         }
         return std::vector<HOSTINFO*>{};
     });
     return taken;
+}
+
+bool PanelEdits::Rename(const RENAMING& renaming) {
+    NoticeOthers();
+    const Raised raised(applying_);
+    std::vector<HOSTINFO*> changed;
+    for (const RENAMEDTEXT& text : renaming.texts) {
+        changed.push_back(text.object);
+    }
+    std::vector<HOSTINFO*> marked = changed;
+    marked.push_back(renaming.object);
+    const KeptMarks marks(marked);
+    const std::string label = "Rename";
+    if (a_GiveName(renaming.object, renaming.to.c_str() + renaming.to.rfind('*') + 1) == 0) {
+        return false;
+    }
+    Recording recording(target_);
+    try {
+        recording.Touch(KeysOf(changed));
+    } catch (const TextLost& lost) {
+        a_GiveName(renaming.object, renaming.from.c_str() + renaming.from.rfind('*') + 1);
+        warn_(label + " was not done, because it could not be undone: " + lost.what() + ".");
+        return false;
+    }
+    a_SetRenamedTexts(renaming);
+    try {
+        logic::EditStep step = recording.Finish();
+        step.names.push_back({renaming.from, renaming.to});
+        Commit(std::move(step), label);
+    } catch (const std::exception& failure) {
+        NotUndoable(label, failure);
+    }
+    ShowChanged();
+    return true;
 }
 
 void PanelEdits::CommitPlaces(const std::string& label, const std::vector<Placement>& before, int key) {
@@ -264,6 +315,12 @@ std::optional<std::vector<std::string>> PanelEdits::Apply(const std::optional<lo
     }
     ShowChanged();
     std::vector<std::string> names;
+    for (const auto& name : step->names) {
+        names.push_back(name.after);
+    }
+    if (!names.empty()) { // the texts are those that followed
+        return names;
+    }
     for (const auto& text : step->texts) {
         // One that has a new header alone was touched to clip its neighbours, and is not what the user
         // edited.
@@ -340,6 +397,15 @@ int PanelEdits::Listen(int event, HOSTINFO* object, void* context) noexcept {
         return edits.OnEdit(event, object);
     } catch (const std::exception& failure) {
         TRACE("Panel: an edit failed: %s\n", failure.what());
+        return 0;
+    }
+}
+
+int PanelEdits::CarryOut(const RENAMING& renaming, void* context) noexcept {
+    try {
+        return static_cast<PanelEdits*>(context)->Rename(renaming) ? 1 : 0;
+    } catch (const std::exception& failure) {
+        TRACE("Panel: a renaming failed: %s\n", failure.what());
         return 0;
     }
 }

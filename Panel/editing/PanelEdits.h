@@ -12,6 +12,7 @@
 #include <vector>
 
 class HOSTINFO;
+struct RENAMING;
 
 // What an action changes on a panel, found by comparing property texts before and after. All that reads a
 // text throws TextLost.
@@ -62,6 +63,9 @@ public:
     // Applies the lines in order; one step. Number of lines that were taken; lines of objects that went
     // meanwhile are left out.
     int Apply(const std::string& label, const std::vector<Line>& lines);
+    // Whether it was done. It is a step of its own even while the panel is operated, so that what can be
+    // undone finds its objects.
+    bool Rename(const RENAMING& renaming);
     // The objects stand where they are to stand; where they stood before is given. Steps of the same key (not
     // 0) that follow each other quickly become one.
     void CommitPlaces(const std::string& label, const std::vector<Placement>& before, int key = 0);
@@ -82,6 +86,7 @@ public:
 
 private:
     static int Listen(int event, HOSTINFO* object, void* context) noexcept;
+    static int CarryOut(const RENAMING& renaming, void* context) noexcept;
     int OnEdit(int event, HOSTINFO* object);
     void BeginDialogEdit(HOSTINFO* object);
     void EndDialogEdit(HOSTINFO* object);

@@ -3,6 +3,7 @@
 #include "Panel/editing/Placement.h"
 #include "Panelhost/Editing.h"
 #include "Panelhost/Hostinfo.h"
+#include "Panelhost/Renaming.h"
 #include "Panelhost/Root.h"
 
 #include <stdexcept>
@@ -43,6 +44,10 @@ std::string PanelTarget::Text(const std::string& name) {
 
 bool PanelTarget::Load(const std::string& text) {
     return a_LoadText(root_, text, "Edit") >= 0 && a_LoadErrorCount(root_) == 0;
+}
+
+void PanelTarget::Rename(const std::string& name, const std::string& newName) {
+    a_GiveName(Find(name), newName.substr(newName.rfind('*') + 1).c_str());
 }
 
 void PanelTarget::Destroy(const std::string& name) {

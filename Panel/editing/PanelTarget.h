@@ -28,6 +28,7 @@ public:
     bool Exists(const std::string& name) override;
     std::string Text(const std::string& name) override;
     bool Load(const std::string& text) override;
+    void Rename(const std::string& name, const std::string& newName) override;
     void Destroy(const std::string& name) override;
     void Place(const std::string& name, const logic::Rectangle& place) override;
     void SetStyle(const std::string& name, std::uint32_t changed, std::uint32_t style) override;

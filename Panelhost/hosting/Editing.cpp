@@ -154,6 +154,14 @@ int a_LoadText(HOSTINFO* root, std::string_view text, const char* nameInTraces) 
     });
 }
 
+int a_HideEdited(HOSTINFO* object, bool hidden) {
+    const PanelRoot* panel = a_IsAlive(object) ? PanelRoot::Above(object) : nullptr;
+    return panel != nullptr && panel->mode != 0 && object->kind == KIND_CONTROL &&
+                   PanelRoot::Hide(object, hidden)
+               ? 1
+               : 0;
+}
+
 void a_MoveBefore(HOSTINFO* object, HOSTINFO* other) {
     PanelRoot* panel = PanelRoot::Above(object);
     if (panel == nullptr || object == other || object->kind != KIND_CONTROL ||

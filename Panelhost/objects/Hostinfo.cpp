@@ -157,6 +157,10 @@ const KEYWORDINFO* HOSTINFO::GetKeywordInfo() const noexcept {
     return nullptr;
 }
 
+bool HOSTINFO::MakesChild(const char*) const noexcept {
+    return false;
+}
+
 DWORD HOSTINFO::DueIn(DWORD) const noexcept {
     return 0;
 }

@@ -198,6 +198,21 @@ void KeptLines::Added(HOSTINFO& object) {
     }
 }
 
+// What went is known by its name; what is inside the object would come back inside it.
+void KeptLines::Renamed(const std::string& from, const std::string& to) {
+    const std::string path = logic::FoldName(from) + "*";
+    for (Stray& stray : strays_) {
+        for (std::string& gone : stray.gone) {
+            if (gone.starts_with(path)) {
+                gone.replace(0, path.size() - 1, logic::FoldName(to));
+            }
+        }
+        if (stray.owner == nullptr && logic::FoldName(stray.line).starts_with(path)) {
+            stray.line.replace(0, path.size() - 1, to);
+        }
+    }
+}
+
 void KeptLines::Removed(HOSTINFO& object, HOSTINFO& before) noexcept {
     blocks_.erase(&object);
     if (current_ == &object) {

@@ -68,6 +68,7 @@ public:
     // The keyword was set by other means than a panel file.
     void KeywordSet(HOSTINFO& object, std::string_view keyword);
     void Added(HOSTINFO& object);
+    void Renamed(const std::string& from, const std::string& to);
     // The object goes; the one in front of it in the order of saving is given.
     void Removed(HOSTINFO& object, HOSTINFO& before) noexcept;
     void Clear();

@@ -209,6 +209,44 @@ void PanelRoot::Withdraw(HOSTINFO* object) {
     Guarded([&] { Bindings::Rebuild(bindings.BoundTo(object)); }); // what cannot be rebuilt sends to nobody
 }
 
+void PanelRoot::Rename(HOSTINFO* object, const std::string& ownName) {
+    const std::string from = object->name;
+    const std::string to = from.substr(0, from.rfind('*') + 1) + ownName;
+    std::vector<HOSTINFO*> renamed;
+    std::vector<std::string> names;
+    for (auto place = object->place_; place != EndOf(object); ++place) {
+        renamed.push_back(*place);
+        names.push_back(to + (*place)->name.substr(from.size()));
+    }
+    {
+        const SharedLock::Writing writing(lock_);
+        std::unordered_map<std::string, HOSTINFO*> byNewName = byName_; // so that nothing is done in part
+        for (std::size_t i = 0; i < renamed.size(); ++i) {
+            byNewName.erase(logic::FoldName(renamed[i]->name));
+        }
+        for (std::size_t i = 0; i < renamed.size(); ++i) {
+            byNewName[logic::FoldName(names[i])] = renamed[i];
+        }
+        byName_.swap(byNewName);
+        for (std::size_t i = 0; i < renamed.size(); ++i) {
+            renamed[i]->name.swap(names[i]);
+        }
+        lastNumber_.clear();
+    }
+    if (const std::string path = logic::FoldName(from), folded = logic::FoldName(parameterDialog);
+        folded == path || folded.starts_with(path + "*")) {
+        parameterDialog = to + parameterDialog.substr(from.size());
+    }
+    kept.Renamed(from, to);
+    for (HOSTINFO* one : renamed) {
+        std::vector<HOSTINFO*> concerned = bindings.BoundTo(one);
+        const std::vector<HOSTINFO*> waiting = bindings.WaitingFor(one->name);
+        concerned.insert(concerned.end(), waiting.begin(), waiting.end());
+        concerned.push_back(one); // "%n"
+        Bindings::Rebuild(concerned);
+    }
+}
+
 // Behind the last control inside that one, so that what belongs together stands together.
 std::list<HOSTINFO*>::iterator PanelRoot::EndOf(const HOSTINFO* owner) {
     if (owner->kind == KIND_ROOT || owner->kind == KIND_DEVICE) {

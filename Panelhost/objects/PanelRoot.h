@@ -3,6 +3,7 @@
 #include "Panelhost/Background.h"
 #include "Panelhost/Editing.h"
 #include "Panelhost/Hostinfo.h"
+#include "Panelhost/Renaming.h"
 #include "Panelhost/objects/Bindings.h"
 #include "Panelhost/objects/KeptLines.h"
 #include "Panelhost/objects/Opening.h"
@@ -69,9 +70,15 @@ public:
     void Announce(HOSTINFO* object);
     void Withdraw(HOSTINFO* object);
 
+    // Gives a control another own name, clean and free among its siblings. All that is inside goes with it;
+    // what waited for one of the new names is bound, and what was bound by an old one waits for it.
+    void Rename(HOSTINFO* object, const std::string& ownName);
+
     // In the order of saving and on the screen; null for the other one: to the end.
     void MoveBefore(HOSTINFO* object, HOSTINFO* other);
 
+    // Takes a control out of sight until the edit mode ends. False for what cannot be seen anyway.
+    static bool Hide(HOSTINFO* object, bool hidden);
     void ApplyLayers(const HOSTINFO* object) const;
     // Another one whenever it may have changed what controls are bound to, or which of them are shown.
     unsigned BindingVersion() const { return bindings.Version() + layerChanges_; }
@@ -119,6 +126,8 @@ public:
     KeptLines kept{*this};
     EDITLISTENER editListener = nullptr;
     void* editContext = nullptr;
+    RENAMELISTENER renameListener = nullptr;
+    void* renameContext = nullptr;
 
 private:
     PanelRoot() = default;

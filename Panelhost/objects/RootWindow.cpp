@@ -40,6 +40,9 @@ void PanelRoot::MoveBefore(HOSTINFO* object, HOSTINFO* other) {
 void PanelRoot::ApplyLayers(const HOSTINFO* object) const {
     ++layerChanges_;
     const bool editOnly = (object->flags & FLAG_EDIT_ONLY) != 0;
+    if (mode != 0 && (object->flags & FLAG_HIDDEN) != 0) {
+        return;
+    }
     if (object->layers == 0 && !editOnly) {
         return; // its visibility is the host's
     }
@@ -48,6 +51,17 @@ void PanelRoot::ApplyLayers(const HOSTINFO* object) const {
     if (shown != visible) {
         ShowWindow(object->window, shown ? SW_SHOWNA : SW_HIDE);
     }
+}
+
+bool PanelRoot::Hide(HOSTINFO* object, bool hidden) {
+    const bool isHidden = (object->flags & FLAG_HIDDEN) != 0;
+    const bool isVisible = (GetWindowLongA(object->window, GWL_STYLE) & WS_VISIBLE) != 0;
+    if (hidden == isHidden || (hidden && !isVisible)) {
+        return hidden == isHidden;
+    }
+    object->flags = static_cast<WORD>(hidden ? object->flags | FLAG_HIDDEN : object->flags & ~FLAG_HIDDEN);
+    ShowWindow(object->window, hidden ? SW_HIDE : SW_SHOWNA);
+    return true;
 }
 
 void PanelRoot::ApplyLayersToAll() {
@@ -78,8 +92,15 @@ void PanelRoot::SetMode(WORD newMode) {
         }
     }
     mode = newMode;
-    for (HOSTINFO* control : controls_) {
+    const std::vector<HOSTINFO*> controls(controls_.begin(), controls_.end());
+    for (HOSTINFO* control : controls) {
         control->mode = newMode;
+    }
+    for (HOSTINFO* control : controls) {
+        if (newMode == 0 && a_IsAlive(control)) { // what is shown may end others
+            control->flags = static_cast<WORD>(control->flags & ~FLAG_LOCKED);
+            Hide(control, false);
+        }
     }
     ApplyLayersToAll();
     RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);

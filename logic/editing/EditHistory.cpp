@@ -163,6 +163,11 @@ void Join(EditStep& step, EditStep&& next) {
 
 EditStep EditStep::Reversed() const {
     EditStep reversed = *this;
+    std::reverse(reversed.names.begin(), reversed.names.end());
+    for (Name& name : reversed.names) {
+        name.before.swap(name.after);
+    }
+    reversed.namesComeLast = !namesComeLast;
     for (Text& text : reversed.texts) {
         text.before.swap(text.after);
     }
@@ -175,6 +180,9 @@ EditStep EditStep::Reversed() const {
 
 std::size_t EditStep::Bytes() const {
     std::size_t bytes = sizeof *this;
+    for (const Name& name : names) {
+        bytes += sizeof name + name.before.size() + name.after.size();
+    }
     for (const Text& text : texts) {
         bytes += sizeof text + text.name.size() + text.before.size() + text.after.size();
     }
@@ -190,6 +198,14 @@ std::size_t EditStep::Bytes() const {
 }
 
 void ApplyStep(const EditStep& step, EditTarget& target) {
+    const auto rename = [&] {
+        for (const EditStep::Name& name : step.names) {
+            target.Rename(name.before, name.after);
+        }
+    };
+    if (!step.namesComeLast) {
+        rename();
+    }
     for (auto text = step.texts.rbegin(); text != step.texts.rend(); ++text) { // parts before what holds them
         if (text->after.empty() && target.Exists(text->name)) {
             target.Destroy(text->name);
@@ -219,6 +235,9 @@ void ApplyStep(const EditStep& step, EditTarget& target) {
     }
     if (!step.orderAfter.empty()) {
         RestoreOrder(step, target);
+    }
+    if (step.namesComeLast) {
+        rename();
     }
 }
 

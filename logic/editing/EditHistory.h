@@ -28,13 +28,25 @@ struct EditStep {
         Rectangle after;
     };
 
+    // A control, with all that is inside it, that got another name.
+    struct Name {
+        std::string before; // full names
+        std::string after;
+    };
+
+    // The names come first, and all else is in the names that are then there; in a step that is taken back
+    // they come last.
+    std::vector<Name> names;
+    bool namesComeLast = false;
     std::vector<Text> texts;
     std::vector<Place> places;
     // All controls in the order of saving, or empty where the step leaves it alone.
     std::vector<std::string> orderBefore;
     std::vector<std::string> orderAfter;
 
-    bool IsEmpty() const { return texts.empty() && places.empty() && orderBefore == orderAfter; }
+    bool IsEmpty() const {
+        return names.empty() && texts.empty() && places.empty() && orderBefore == orderAfter;
+    }
     EditStep Reversed() const;
     // About what it takes in memory.
     std::size_t Bytes() const;
@@ -48,6 +60,8 @@ public:
     virtual std::string Text(const std::string& name) = 0;
     // Applies property text: headers create, connection lines come last. Whether every line was taken.
     virtual bool Load(const std::string& text) = 0;
+    // Gives a control another name on the same path.
+    virtual void Rename(const std::string& name, const std::string& newName) = 0;
     // Destroys an object with all that is inside it.
     virtual void Destroy(const std::string& name) = 0;
     virtual void Place(const std::string& name, const Rectangle& place) = 0;

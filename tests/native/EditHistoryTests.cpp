@@ -51,6 +51,19 @@ public:
         }
         return text.find("=refused") == std::string::npos;
     }
+    void Rename(const std::string& name, const std::string& newName) override {
+        REQUIRE(Exists(name));
+        REQUIRE_FALSE(Exists(newName));
+        for (std::string& each : order) {
+            if (IsPart(each, name)) {
+                auto control = controls.extract(each);
+                each.replace(0, name.size(), newName);
+                control.key() = each;
+                controls.insert(std::move(control));
+            }
+        }
+        controls.at(newName).header.name = newName.substr(newName.rfind('*') + 1);
+    }
     void Destroy(const std::string& name) override {
         REQUIRE(Exists(name));
         std::erase_if(controls, [&](const auto& control) { return IsPart(control.first, name); });
@@ -108,6 +121,13 @@ private:
 
 // Changes the sheet in some places, as an editor might, and answers with the step.
 EditStep ChangeAtRandom(Sheet& sheet, std::mt19937& random) {
+    EditStep step;
+    if (Any(random, 0, 3) == 0 && !sheet.order.empty()) {
+        const std::string name = sheet.order.front();
+        const auto isTaken = [&](const std::string& other) { return sheet.Exists(other); };
+        step.names.push_back({name, FreeName("Name 1", isTaken)});
+        sheet.Rename(name, step.names.back().after);
+    }
     Sheet before = sheet;
     const Offset by{Any(random, -9, 9), Any(random, -9, 9)};
     for (const std::string& name : before.order) {
@@ -138,7 +158,6 @@ EditStep ChangeAtRandom(Sheet& sheet, std::mt19937& random) {
         const char* className = Any(random, 0, 3) == 0 ? "STRIP" : "KNOB";
         sheet.Create(name, {0, className, name, 0x50010000, {Any(random, 0, 99), 0, 120, 30}});
     }
-    EditStep step;
     step.orderBefore = before.order;
     step.orderAfter = sheet.order;
     for (const std::string& name : before.order) {
