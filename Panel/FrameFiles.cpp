@@ -83,11 +83,12 @@ bool FrameWindow::Recover() {
 void FrameWindow::Replace(std::unique_ptr<PanelWindow> panel, const std::string& file) {
     recovery_.Discard();
     palette_.SetEditor(nullptr);
+    objects_.SetEditor(nullptr);
     view_.SetPanel(panel ? panel->Handle() : nullptr, panel ? panel->Size() : SIZE{});
     snapshots_.SetPanel(nullptr);
     panel_ = std::move(panel);
     file_ = file;
-    objects_ = -1;
+    objectCount_ = -1;
     if (!panel_) {
         return;
     }
@@ -99,6 +100,7 @@ void FrameWindow::Replace(std::unique_ptr<PanelWindow> panel, const std::string&
     if (editing_) {
         panel_->Edit().SetActive(true);
         palette_.SetEditor(&panel_->Edit());
+        objects_.SetEditor(&panel_->Edit());
     }
     statedSize_ = panel_->StatedSize();
     ShowNotice();

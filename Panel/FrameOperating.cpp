@@ -37,6 +37,8 @@ void FrameWindow::SetEditing(bool editing) {
     LimitPanel();
     palette_.SetEditor(editing ? &panel_->Edit() : nullptr);
     palette_.Show(editing);
+    objects_.SetEditor(editing ? &panel_->Edit() : nullptr);
+    objects_.Show(editing);
     ShowParts();
     if (commandLine_.operate) { // menu and tools have come or gone
         FitToPanel();

@@ -31,6 +31,18 @@ StatusBar::Devices DevicesOf(const PanelWindow& panel) {
     return devices;
 }
 
+// One beside the panel, in which Delete and the like are keys of the text.
+bool IsTextField(HWND window) {
+    char className[16] = "";
+    GetClassNameA(window, className, sizeof className);
+    return a_FromWindow(window) == nullptr && a_FromWindow(GetParent(window)) == nullptr &&
+           _stricmp(className, "Edit") == 0;
+}
+
+bool IsEditCommand(int command) {
+    return (command >= CMD_EDIT_FIRST && command <= CMD_EDIT_LAST) || BuildCommands::Has(command);
+}
+
 } // namespace
 
 FrameWindow::FrameWindow(const CommandLine& commandLine, const Reporter& reporter,
@@ -59,10 +71,11 @@ bool FrameWindow::Create(std::string& error) {
                      640, 480};
     if (Window::Create("PanelFrame", "Panel", STYLE, WS_EX_CONTROLPARENT, place, nullptr,
                        LoadMenuA(instance, MAKEINTRESOURCEA(IDM_FRAME)), nullptr) &&
-        toolbar_.Create(Handle()) && palette_.Create(Handle(), font_.get()) && view_.Create(Handle()) &&
-        status_.Create(Handle(), font_.get()) && trace_.Create(Handle(), font_.get()) &&
-        notice_.Create(Handle(), font_.get()) && unread_.Create(Handle(), font_.get()) &&
-        snapshots_.Create(Handle(), font_.get())) {
+        toolbar_.Create(Handle()) && palette_.Create(Handle(), font_.get()) &&
+        objects_.Create(Handle(), font_.get(), [this](int by) { ResizeObjects(by); }) &&
+        view_.Create(Handle()) && status_.Create(Handle(), font_.get()) &&
+        trace_.Create(Handle(), font_.get()) && notice_.Create(Handle(), font_.get()) &&
+        unread_.Create(Handle(), font_.get()) && snapshots_.Create(Handle(), font_.get())) {
         keys_ = LoadAcceleratorsA(instance, MAKEINTRESOURCEA(IDA_FRAME));
         editKeys_ = LoadAcceleratorsA(instance, MAKEINTRESOURCEA(IDA_EDIT));
         operateKeys_ = LoadAcceleratorsA(instance, MAKEINTRESOURCEA(IDA_OPERATE));
@@ -93,8 +106,11 @@ bool FrameWindow::TranslateKey(MSG& message) {
     if (message.hwnd != Handle() && !IsChild(Handle(), message.hwnd)) {
         return false;
     }
+    if (editing_ && objects_.TranslateKey(message)) {
+        return true;
+    }
     if (TranslateAcceleratorA(Handle(), IsOnlyOperated() ? operateKeys_ : keys_, &message) ||
-        (editing_ && TranslateAcceleratorA(Handle(), editKeys_, &message))) {
+        (editing_ && !IsTextField(message.hwnd) && TranslateAcceleratorA(Handle(), editKeys_, &message))) {
         return true;
     }
     if (editing_) {
@@ -184,7 +200,7 @@ void FrameWindow::OnCommand(int command) {
     if (IsOnlyOperated() && command != CMD_EDIT_MODE && command != CMD_CLOSE_NOTICE && command != CMD_EXIT) {
         return;
     }
-    if (command >= CMD_EDIT_FIRST && command <= CMD_EDIT_LAST) {
+    if (IsEditCommand(command)) {
         return OnEditCommand(command);
     }
     switch (command) {
@@ -243,7 +259,10 @@ void FrameWindow::UpdateMenu() const {
     EnableMenuItem(menu, CMD_LOCK, editing_ ? MF_ENABLED : MF_GRAYED);
     EnableMenuItem(menu, CMD_VIEW_UNREAD, panel_->Unread().empty() ? MF_GRAYED : MF_ENABLED);
     const Editor& editor = panel_->Edit();
-    for (int command = CMD_EDIT_FIRST; command <= CMD_EDIT_LAST; ++command) {
+    for (int command = CMD_EDIT_FIRST; command <= CMD_BUILD_LAST; ++command) {
+        if (!IsEditCommand(command)) {
+            continue;
+        }
         const auto item = static_cast<UINT>(command);
         if (const std::string label = editor.LabelOf(command); !label.empty()) {
             ModifyMenuA(menu, item, MF_BYCOMMAND | MF_STRING, item, label.c_str());
@@ -284,11 +303,29 @@ void FrameWindow::OnSize() {
     notice_.Place(toolbar_.Height(), client.right);
     const int top = toolbar_.Height() + notice_.Height();
     const int height = std::max(0L, client.bottom - status_.Height() - top);
-    const int left = PaletteWidth();
+    const int left = LeftWidth();
     if (editing_) {
-        SetWindowPos(palette_.Handle(), nullptr, 0, top, left, height, SWP_NOZORDER | SWP_NOACTIVATE);
+        ArrangeLeft({0, top, left, top + height});
     }
     view_.MoveTo({left, top, std::max<LONG>(left, client.right), top + height});
+}
+
+void FrameWindow::ResizeObjects(int by) {
+    RECT place;
+    GetClientRect(objects_.Handle(), &place);
+    objectsHeight_ = std::max(ObjectPane::LEAST_HEIGHT, static_cast<int>(place.bottom) + by);
+    OnSize();
+}
+
+// The palette, and the objects below it.
+void FrameWindow::ArrangeLeft(const RECT& column) {
+    const int height = column.bottom - column.top;
+    const int wanted = objectsHeight_ == 0 ? height / 2 : objectsHeight_;
+    const int objects = std::min(height, std::max(ObjectPane::LEAST_HEIGHT, wanted));
+    SetWindowPos(palette_.Handle(), nullptr, column.left, column.top, column.right - column.left,
+                 height - objects, SWP_NOZORDER | SWP_NOACTIVATE);
+    SetWindowPos(objects_.Handle(), nullptr, column.left, column.bottom - objects, column.right - column.left,
+                 objects, SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 // While an edit is under way its dialog may not go, as it could while a message is shown.
@@ -336,8 +373,8 @@ void FrameWindow::Refresh() {
         title_ = title;
         SetWindowTextA(Handle(), title.c_str());
     }
-    if (a_HostinfoCount() != objects_) {
-        objects_ = a_HostinfoCount();
+    if (a_HostinfoCount() != objectCount_) {
+        objectCount_ = a_HostinfoCount();
         status_.SetControlCount(panel_->ControlCount());
     }
     if (panel_->StatedSize() != statedSize_) {
@@ -349,13 +386,14 @@ void FrameWindow::Refresh() {
     status_.SetDevices(DevicesOf(*panel_));
     status_.SetMessageCount(log_.MessageCount());
     toolbar_.Update(panel_->Edit());
+    objects_.Update();
     trace_.Update();
     snapshots_.Tick();
 }
 
 void FrameWindow::FitToPanel() {
     FitFrame(Handle(), view_.PanelSize(),
-             {PaletteWidth(), status_.Height() + toolbar_.Height() + notice_.Height()});
+             {LeftWidth(), status_.Height() + toolbar_.Height() + notice_.Height()});
 }
 
 // Ends an unattended run.

@@ -9,6 +9,7 @@
 #include "Panel/common/CommandLine.h"
 #include "Panel/common/Report.h"
 #include "Panel/common/Window.h"
+#include "Panel/editing/ObjectPane.h"
 #include "Panel/editing/Palette.h"
 #include "Panel/editing/Toolbar.h"
 #include "Panel/lists/SnapshotWindow.h"
@@ -63,7 +64,10 @@ private:
     void CloseWindowsBeside() const;
     void ShowParts();
 
-    int PaletteWidth() const { return editing_ ? Palette::WIDTH : 0; }
+    // Of what is docked beside the panel while it is edited.
+    int LeftWidth() const { return editing_ ? Palette::WIDTH : 0; }
+    void ArrangeLeft(const RECT& column);
+    void ResizeObjects(int by);
 
     bool OpenSource(const PanelSource& source, std::string& error);
     std::unique_ptr<PanelWindow> Load(const PanelSource& source, bool mayCancel, std::string& error);
@@ -102,6 +106,8 @@ private:
     logic::PinTries pinTries_;
     Toolbar toolbar_;
     Palette palette_;
+    ObjectPane objects_;
+    int objectsHeight_ = 0; // 0: half of the column
     PanelView view_;
     StatusBar status_;
     TraceWindow trace_;
@@ -115,7 +121,7 @@ private:
     OldFile oldFile_;
     std::string title_;
     std::string statedSize_;
-    int objects_ = -1; // in this process when the controls were counted
+    int objectCount_ = -1; // in this process when the controls were counted
     bool ticking_ = false;
     bool editing_ = false;
     ULONGLONG nextRefresh_ = 0;

@@ -40,11 +40,15 @@ EditCommands::EditCommands(const EditSurface& surface, PanelEdits::Warning warn)
       edits_(surface.edits),
       selection_(surface.selection),
       grid_(surface.grid),
-      warn_(std::move(warn)) {}
+      warn_(std::move(warn)),
+      build_(surface, warn_) {}
 
 // What is possible.
 
 bool EditCommands::IsEnabled(int command) const {
+    if (BuildCommands::Has(command)) {
+        return build_.IsEnabled(command);
+    }
     const std::size_t count = selection_.Objects().size();
     switch (command) {
     case CMD_UNDO:
@@ -57,18 +61,21 @@ bool EditCommands::IsEnabled(int command) const {
     case CMD_GRID:
     case CMD_PROPERTIES:
         return true;
+    case CMD_CUT:
+    case CMD_DELETE:
+        return count >= 1 && !build_.HasLocked();
     case CMD_DISTRIBUTE_ACROSS:
     case CMD_DISTRIBUTE_DOWN:
-        return count >= DISTRIBUTE_LEAST;
+        return count >= DISTRIBUTE_LEAST && !build_.HasLocked();
     case CMD_CONNECTIONS:
         return count == 1;
     default:
-        return count >= (IsAlign(command) ? ALIGN_LEAST : 1);
+        return IsAlign(command) ? count >= ALIGN_LEAST && !build_.HasLocked() : count >= 1;
     }
 }
 
 bool EditCommands::IsChecked(int command) const {
-    return command == CMD_GRID && grid_.IsOn();
+    return (command == CMD_GRID && grid_.IsOn()) || build_.IsChecked(command);
 }
 
 std::string EditCommands::LabelOf(int command) const {
@@ -85,6 +92,9 @@ std::string EditCommands::LabelOf(int command) const {
 }
 
 void EditCommands::Execute(int command) {
+    if (BuildCommands::Has(command)) {
+        return build_.Execute(command);
+    }
     switch (command) {
     case CMD_UNDO:
         return SelectNames(*edits_.Undo());
@@ -150,15 +160,18 @@ HOSTINFO* EditCommands::FirstControl() const {
     return nullptr;
 }
 
-void EditCommands::SelectAll() {
-    std::vector<HOSTINFO*> objects;
+HOSTINFO* EditCommands::FirstCovered(const HOSTINFO& control) const {
     for (HOSTINFO* object : a_ListHostinfos(edits_.Root())) {
-        if (object->kind == KIND_CONTROL && object->parent == edits_.Root() &&
-            IsWindowVisible(object->window)) {
-            objects.push_back(object);
+        if (object->kind == KIND_CONTROL && object != &control && object->parent == control.parent &&
+            logic::Touches(PlaceOf(*object), PlaceOf(control))) {
+            return object;
         }
     }
-    selection_.Set(std::move(objects));
+    return nullptr;
+}
+
+void EditCommands::SelectAll() {
+    selection_.Set(ReachableIn(edits_.Root(), selection_.Parent(edits_.Root())));
 }
 
 void EditCommands::SelectNames(const std::vector<std::string>& names) {
@@ -175,13 +188,7 @@ void EditCommands::SelectNames(const std::vector<std::string>& names) {
 
 void EditCommands::CycleSelection(bool backwards) {
     const HOSTINFO* current = selection_.IsEmpty() ? nullptr : selection_.Objects().back();
-    const HOSTINFO* parent = current ? current->parent : edits_.Root();
-    std::vector<HOSTINFO*> siblings;
-    for (HOSTINFO* object : a_ListHostinfos(edits_.Root())) {
-        if (object->kind == KIND_CONTROL && object->parent == parent && IsWindowVisible(object->window)) {
-            siblings.push_back(object);
-        }
-    }
+    const std::vector<HOSTINFO*> siblings = ReachableIn(edits_.Root(), selection_.Parent(edits_.Root()));
     if (siblings.empty()) {
         return;
     }
@@ -223,7 +230,7 @@ void EditCommands::Distribute(int command) {
 }
 
 void EditCommands::Nudge(WPARAM key, bool byGrid) {
-    if (selection_.IsEmpty()) {
+    if (selection_.IsEmpty() || build_.HasLocked()) {
         return;
     }
     const int step = byGrid ? EditGrid::SPACING : 1;
@@ -252,13 +259,8 @@ void EditCommands::Reorder(bool toForeground) {
     if (!first) {
         return; // there is nothing to be before or behind
     }
-    edits_.Do(toForeground ? "Move To Foreground" : "Move To Background", moved, [&] {
-        for (HOSTINFO* object : moved) {
-            a_MoveBefore(object, toForeground ? first : nullptr);
-        }
-        return moved;
-    });
-    RedrawWindow(panel_, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+    build_.MoveBefore(toForeground ? "Move To Foreground" : "Move To Background", moved,
+                      toForeground ? first : nullptr);
 }
 
 // Making and copying.
@@ -294,7 +296,6 @@ void EditCommands::Create(const CatalogueEntry& entry, std::optional<POINT> corn
         logic::FreeName(std::string(entry.name) + " 1",
                         [&](const std::string& candidate) { return edits_.Target().Exists(candidate); });
     edits_.Do(std::string("New ") + entry.name, {}, [&] {
-        HOSTINFO* first = FirstControl();
         const HWND window = CreateWindowExA(
             0, entry.className, name.c_str(), NEW_STYLE | (entry.operable ? WS_TABSTOP : 0), place.x, place.y,
             entry.size.cx, entry.size.cy, panel_, nullptr, nullptr, edits_.Root());
@@ -303,8 +304,8 @@ void EditCommands::Create(const CatalogueEntry& entry, std::optional<POINT> corn
             EDITTRACE(edits_.Root(), "Cannot create %s", name.c_str());
             return std::vector<HOSTINFO*>{};
         }
-        if (first) {
-            a_MoveBefore(created, first); // above all others, where it is seen
+        if (HOSTINFO* covered = FirstCovered(*created)) {
+            a_MoveBefore(created, covered); // last, but where it is seen
         }
         selection_.Set({created});
         return std::vector<HOSTINFO*>{created};

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Panel/editing/BuildCommands.h"
 #include "Panel/editing/Catalogue.h"
 #include "Panel/editing/Gesture.h"
 
@@ -33,6 +34,8 @@ public:
     void Nudge(WPARAM key, bool byGrid);
     // Selects the next control, or the one before.
     void CycleSelection(bool backwards);
+    BuildCommands& Build() { return build_; }
+    const BuildCommands& Build() const { return build_; }
 
 private:
     void SelectAll();
@@ -50,12 +53,14 @@ private:
     void OpenConnections();
     std::vector<HOSTINFO*> SelectedInOrder() const;
     HOSTINFO* FirstControl() const;
+    HOSTINFO* FirstCovered(const HOSTINFO& control) const;
 
     HWND panel_;
     PanelEdits& edits_;
     Selection& selection_;
     EditGrid& grid_;
     PanelEdits::Warning warn_;
+    BuildCommands build_;
     std::string pastedText_; // pasted last, and how often
     int pastes_ = 0;
 };

@@ -12,6 +12,7 @@
 #include "Panelhost/HostInterface.h"
 #include "Panelhost/Hostinfo.h"
 #include "Panelhost/Operating.h"
+#include "base/Gdi.h"
 #include "logic/drawing/PanelColours.h"
 
 #include <windowsx.h>
@@ -22,6 +23,7 @@
 namespace {
 
 constexpr COLORREF GHOST_COLOUR = logic::PANEL_ACCENT;
+constexpr int INSIDE_FRAME = 3;                                       // pixels around what was entered
 constexpr WPARAM PROPERTY_CLICK = MK_RBUTTON | MK_SHIFT | MK_CONTROL; // the control's own
 
 const char* CursorOf(logic::Handle handle) {
@@ -161,23 +163,39 @@ void Editor::Paint() {
     RECT client;
     GetClientRect(panel_, &client);
     a_DrawMissingPicture(edits_.Root(), dc, client);
+    if (const HOSTINFO* inside = selection_.Inside()) {
+        const Brush brush(CreateSolidBrush(logic::PANEL_ACCENT));
+        RECT frame = PlaceOn(panel_, inside->window);
+        for (int i = 0; i < INSIDE_FRAME; ++i) {
+            InflateRect(&frame, 1, 1);
+            FrameRect(dc, &frame, brush.get());
+        }
+    }
     EndPaint(panel_, &paint);
 }
 
 // What is where.
 
-// A control directly on the panel, or a part of one that is selected already.
+// A control directly on the panel, or inside the one that was entered.
 HOSTINFO* Editor::ObjectAt(POINT point) const {
-    HOSTINFO* object = ChildAt(panel_, panel_, point);
-    for (HOSTINFO* part = object; part; part = ChildAt(panel_, part->window, point)) {
-        if (selection_.Contains(part)) {
-            return part;
+    const HOSTINFO* inside = selection_.Inside();
+    return ChildAt(panel_, inside ? inside->window : panel_, point);
+}
+
+// What was entered is left by a press beside it.
+void Editor::LeaveUnlessAt(POINT point) {
+    for (const HOSTINFO* inside = selection_.Inside(); inside; inside = selection_.Inside()) {
+        if (const RECT place = PlaceOn(panel_, inside->window); PtInRect(&place, point)) {
+            return;
         }
+        commands_.Build().Enter(inside->parent);
     }
-    return object;
 }
 
 logic::Handle Editor::HandleAt(POINT point, HOSTINFO*& object) const {
+    if (commands_.Build().HasLocked()) {
+        return logic::Handle::None;
+    }
     for (HOSTINFO* selected : selection_.Objects()) {
         const RECT place = PlaceOn(panel_, selected->window);
         const logic::Handle handle =
@@ -226,6 +244,7 @@ void Editor::FinishGesture(bool cancelled) {
 void Editor::Press(POINT point, bool control, bool isDouble) {
     FinishGesture(false);
     SetFocus(panel_);
+    LeaveUnlessAt(point);
     HOSTINFO* object = ObjectAt(point);
     const LONG now = GetMessageTime();
     isDouble = isDouble || (pressTime_ != 0 && static_cast<UINT>(now - pressTime_) <= GetDoubleClickTime() &&
@@ -253,18 +272,24 @@ void Editor::Press(POINT point, bool control, bool isDouble) {
     if (!selection_.Contains(object)) {
         selection_.Set({object});
     }
+    if (commands_.Build().HasLocked()) {
+        return;
+    }
     StartGesture(std::make_unique<MoveGesture>(surface_, object, point));
 }
 
 // Into a control that has parts, else its properties.
 bool Editor::DoublePress(HOSTINFO* object, POINT point) {
-    if (HOSTINFO* part = ChildAt(panel_, object->window, point)) {
-        selection_.Set({part});
-        pressed_ = part;
+    selection_.Set({object});
+    if (!commands_.IsEnabled(CMD_ENTER)) {
+        commands_.Execute(CMD_PROPERTIES);
         return true;
     }
-    selection_.Set({object});
-    commands_.Execute(CMD_PROPERTIES);
+    commands_.Build().Enter(object);
+    if (HOSTINFO* part = ObjectAt(point)) {
+        selection_.Set({part});
+        pressed_ = part;
+    }
     return true;
 }
 
@@ -286,6 +311,8 @@ void Editor::RightPress(POINT point) {
         return;
     }
     SetFocus(panel_);
+    LeaveUnlessAt(point);
+    object = ObjectAt(point);
     if (!object) {
         selection_.Clear();
     } else if (!selection_.Contains(object)) {
@@ -352,8 +379,33 @@ void Editor::Create(const CatalogueEntry& entry, std::optional<POINT> corner) {
     }
 }
 
+void Editor::Select(std::vector<HOSTINFO*> objects) {
+    FinishGesture(true);
+    selection_.Set(std::move(objects));
+    InvalidateRect(panel_, nullptr, TRUE);
+}
+
+void Editor::MoveBefore(const std::vector<HOSTINFO*>& objects, HOSTINFO* other) {
+    if (MayChange()) {
+        commands_.Build().MoveBefore("Change of Order", objects, other);
+    }
+}
+
+void Editor::Hide(const std::vector<HOSTINFO*>& objects, bool hidden) {
+    FinishGesture(true);
+    commands_.Build().Hide(objects, hidden);
+}
+
+void Editor::Lock(const std::vector<HOSTINFO*>& objects, bool locked) {
+    FinishGesture(true);
+    commands_.Build().Lock(objects, locked);
+}
+
 std::string Editor::StatusText() const {
     const auto& objects = selection_.Objects();
+    if (objects.empty() && selection_.Inside()) {
+        return "Inside " + selection_.Inside()->name + ": Escape leaves it";
+    }
     if (objects.empty()) {
         return "Edit: click or drag to select, drag from the list at the left to add";
     }
@@ -381,6 +433,8 @@ bool Editor::OnKey(WPARAM key) {
     case VK_ESCAPE:
         if (gesture_) {
             FinishGesture(true);
+        } else if (selection_.Inside()) {
+            commands_.Execute(CMD_LEAVE);
         } else {
             selection_.Clear();
         }

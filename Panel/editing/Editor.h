@@ -46,6 +46,16 @@ public:
     void HideGhost() { lines_.Hide(); }
 
     bool IsDragging() const { return gesture_ != nullptr; }
+    // Whether properties may be changed now.
+    bool MayChange() const { return active_ && !locked_ && !gesture_; }
+    const std::vector<HOSTINFO*>& Selected() const { return selection_.Objects(); }
+    // Siblings.
+    void Select(std::vector<HOSTINFO*> objects);
+    // In the order of saving, in front of a sibling; null for the end.
+    void MoveBefore(const std::vector<HOSTINFO*>& objects, HOSTINFO* other);
+    void Hide(const std::vector<HOSTINFO*>& objects, bool hidden);
+    void Lock(const std::vector<HOSTINFO*>& objects, bool locked);
+    void TakeFocus() const { SetFocus(panel_); }
     // What was changed, and whether the file holds it.
     PanelEdits& Edits() { return edits_; }
     const PanelEdits& Edits() const { return edits_; }
@@ -64,6 +74,7 @@ private:
 
     // What is at a point of the panel.
     HOSTINFO* ObjectAt(POINT point) const;
+    void LeaveUnlessAt(POINT point);
     logic::Handle HandleAt(POINT point, HOSTINFO*& object) const;
 
     HWND panel_;

@@ -262,6 +262,33 @@ HIMAGELIST MakeTiles() {
     return list;
 }
 
+HIMAGELIST MakeSigns() {
+    constexpr REAL EDGE = 4;
+    constexpr REAL SIZE_OF_SIGN = 8;
+    const GdiPlus gdiPlus;
+    HIMAGELIST list = ImageList_Create(ICON_SIZE, ICON_SIZE, ILC_COLOR32, 0, 3);
+    Canvas canvas(ICON_SIZE);
+    for (int i = 0; i < 3; ++i) {
+        canvas.Draw([&](Graphics& graphics) {
+            if (i == 0) {
+                return;
+            }
+            graphics.SetSmoothingMode(Gdiplus::SmoothingModeNone);
+            const Gdiplus::SolidBrush white(WHITE);
+            const Gdiplus::Pen dark(DARK, 1);
+            graphics.FillRectangle(&white, EDGE, EDGE, SIZE_OF_SIGN, SIZE_OF_SIGN);
+            graphics.DrawRectangle(&dark, EDGE, EDGE, SIZE_OF_SIGN, SIZE_OF_SIGN);
+            const REAL middle = EDGE + SIZE_OF_SIGN / 2;
+            graphics.DrawLine(&dark, EDGE + 2, middle, EDGE + SIZE_OF_SIGN - 2, middle);
+            if (i == 1) {
+                graphics.DrawLine(&dark, middle, EDGE + 2, middle, EDGE + SIZE_OF_SIGN - 2);
+            }
+        });
+        canvas.AddTo(list);
+    }
+    return list;
+}
+
 int GroupTile(CatalogueGroup group) {
     return static_cast<int>(group);
 }

@@ -9,6 +9,8 @@
 
 constexpr int TILE_SIZE = 18; // pixels
 HIMAGELIST MakeTiles();
+// Images of a row of a list: nothing inside, closed, open.
+HIMAGELIST MakeSigns();
 int GroupTile(CatalogueGroup group);
 int EntryTile(const CatalogueEntry& entry);
 

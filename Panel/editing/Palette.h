@@ -12,7 +12,7 @@ class Editor;
 // into the middle by a double click.
 class Palette : public Window {
 public:
-    static constexpr int WIDTH = 176;
+    static constexpr int WIDTH = 216;
 
     Palette() = default;
     ~Palette() override;

@@ -78,6 +78,20 @@ std::vector<logic::Rectangle> Neighbours(const std::vector<HOSTINFO*>& objects) 
     return places;
 }
 
+bool IsReachable(const HOSTINFO& object) {
+    return object.kind == KIND_CONTROL && (object.flags & FLAG_LOCKED) == 0 && IsWindowVisible(object.window);
+}
+
+std::vector<HOSTINFO*> ReachableIn(HOSTINFO* root, const HOSTINFO* parent) {
+    std::vector<HOSTINFO*> objects;
+    for (HOSTINFO* object : a_ListHostinfos(root)) {
+        if (object->parent == parent && IsReachable(*object)) {
+            objects.push_back(object);
+        }
+    }
+    return objects;
+}
+
 RECT PlaceOn(HWND panel, HWND window) {
     RECT place;
     GetWindowRect(window, &place);
@@ -88,7 +102,7 @@ RECT PlaceOn(HWND panel, HWND window) {
 HOSTINFO* ChildAt(HWND panel, HWND parent, POINT point) {
     for (HWND child = GetWindow(parent, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
         HOSTINFO* object = a_FromWindow(child);
-        if (!object || !IsWindowVisible(child)) {
+        if (!object || !IsReachable(*object)) {
             continue;
         }
         if (const RECT place = PlaceOn(panel, child); PtInRect(&place, point)) {

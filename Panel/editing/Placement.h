@@ -23,7 +23,11 @@ void PlaceObjects(const std::vector<Placement>& placements);
 SIZE RoomAround(const HOSTINFO& object);
 // All visible controls beside the given siblings, in the same client area.
 std::vector<logic::Rectangle> Neighbours(const std::vector<HOSTINFO*>& objects);
-// The control inside a window, at a point of the panel; null where there is none.
+// Whether the mouse reaches a control of an edited panel: it is seen and not locked.
+bool IsReachable(const HOSTINFO& object);
+// Those with that parent, in their order.
+std::vector<HOSTINFO*> ReachableIn(HOSTINFO* root, const HOSTINFO* parent);
+// The reachable control inside a window, at a point of the panel; null where there is none.
 HOSTINFO* ChildAt(HWND panel, HWND parent, POINT point);
 // A window in client coordinates of the panel.
 RECT PlaceOn(HWND panel, HWND window);

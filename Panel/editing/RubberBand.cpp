@@ -23,16 +23,15 @@ void RubberBand::Move(POINT point) {
         return;
     }
     const logic::Rectangle band = logic::Spanned({start_.x, start_.y}, {point.x, point.y});
+    const HOSTINFO* parent = surface_.selection.Parent(surface_.edits.Root());
     std::vector<HOSTINFO*> touched;
     if (adds_) {
         std::copy_if(before_.begin(), before_.end(), std::back_inserter(touched),
-                     [&](const HOSTINFO* object) {
-                         return a_IsAlive(object) && object->parent == surface_.edits.Root();
-                     });
+                     [&](const HOSTINFO* object) { return a_IsAlive(object) && object->parent == parent; });
     }
-    for (HOSTINFO* object : a_ListHostinfos(surface_.edits.Root())) {
-        if (object->kind == KIND_CONTROL && object->parent == surface_.edits.Root() &&
-            IsWindowVisible(object->window) && logic::Touches(band, PlaceOf(*object)) &&
+    for (HOSTINFO* object : ReachableIn(surface_.edits.Root(), parent)) {
+        const RECT place = PlaceOn(surface_.panel, object->window);
+        if (logic::Touches(band, {place.left, place.top, place.right, place.bottom}) &&
             std::find(touched.begin(), touched.end(), object) == touched.end()) {
             touched.push_back(object);
         }

@@ -18,6 +18,18 @@ void Mark(HOSTINFO* object, bool selected) {
 
 } // namespace
 
+HOSTINFO* Selection::Inside() const {
+    if (inside_ && !a_IsAlive(inside_)) {
+        inside_ = nullptr;
+    }
+    return inside_;
+}
+
+void Selection::Enter(HOSTINFO* object) {
+    Clear();
+    inside_ = object;
+}
+
 const std::vector<HOSTINFO*>& Selection::Objects() const {
     std::erase_if(objects_, [](const HOSTINFO* object) { return !a_IsAlive(object); });
     return objects_;
@@ -35,6 +47,10 @@ void Selection::Set(std::vector<HOSTINFO*> objects) {
         }
     }
     objects_ = std::move(objects);
+    if (!objects_.empty()) {
+        HOSTINFO* parent = objects_.front()->parent;
+        inside_ = parent && parent->kind != KIND_ROOT ? parent : nullptr;
+    }
     for (HOSTINFO* object : objects_) {
         Mark(object, true);
     }

@@ -1,4 +1,5 @@
 #include "logic/editing/EditGeometry.h"
+#include "logic/editing/ReadingOrder.h"
 #include "tests/native/Tables.h"
 
 #include <array>
@@ -75,4 +76,20 @@ TEST_CASE("two are not distributed, and overlapping ones share the lack of room"
     std::array crowded{Rectangle{0, 0, 9, 40}, Rectangle{0, 5, 9, 45}, Rectangle{0, 20, 9, 60}};
     DistributeDown(crowded);
     CHECK(crowded[1] == Rectangle{0, 10, 9, 50});
+}
+
+TEST_CASE("the order of reading goes line by line, and covers nothing that was not covered") {
+    using Order = std::vector<std::size_t>;
+    const Row<Order, std::vector<Rectangle>> rows[] = {
+        {{{}}, {}},
+        {{{{50, 0, 60, 10}, {0, 0, 10, 10}}}, {1, 0}},
+        {{{{0, 50, 10, 60}, {50, 3, 60, 13}, {0, 0, 10, 10}}},
+         {2, 1, 0}},                                   // beside each other, though not quite
+        {{{{0, 8, 10, 18}, {50, 0, 60, 10}}}, {1, 0}}, // the middle is below
+        {{{{0, 12, 5, 20}, {10, 0, 20, 40}, {30, 15, 40, 20}}}, {0, 1, 2}}, // tall ones make tall lines
+        // What lies around others stays behind them, and what lies on top in front.
+        {{{{20, 20, 30, 30}, {10, 20, 20, 30}, {0, 0, 90, 90}}}, {1, 0, 2}},
+        {{{{60, 60, 90, 90}, {0, 0, 70, 70}, {0, 80, 10, 90}}}, {0, 1, 2}},
+    };
+    CheckRows([](const std::vector<Rectangle>& places) { return ReadingOrder(places); }, rows);
 }

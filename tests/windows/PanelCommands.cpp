@@ -54,6 +54,14 @@ const Edit EDITS[] = {
      "S 2*control=0x00000000 LED \"Part\" 0x50010000 20,20,36,36", "SABCSLC"},
     {CMD_PASTE, 'V', "Ctrl", 0, ANY, "A", "Paste", "S 2   MINIEDIT   356,156   160 x 160",
      "S 2*Part*connection=A", "SABCSLC"},
+    {CMD_SORT_BY_POSITION, 0, "", 0, ANY, "", "", "Edit: click"}, // they are
+    {CMD_HIDE, 'H', "Ctrl", 1, ANY, "C", "", "C   BSTATIC", "C\" 0x50000000 250,50"},
+    {CMD_SHOW_ALL, 'H', "Ctrl+Shift", 0, ANY, "", "", "Edit: click"},
+    {CMD_LOCK, 'L', "Ctrl", 1, ANY, "C", "", "C   BSTATIC"},
+    {NONE, VK_RIGHT, "", 0, 0, "C", "", "Edit: click"}, // the mouse does not reach it
+    {CMD_SHOW_ALL, 'H', "Ctrl+Shift", 0, ANY, "", "", "Edit: click"},
+    {NONE, VK_ESCAPE, "", 0, 0, "P", "", "S   MINIEDIT"},
+    {CMD_RENAME, 0, "", 1, 1, "B", "Rename", "Dial   KNOB", "A*connection=Dial*resolution;C", "ADCSLC"},
     {CMD_SELECT_ALL, 'A', "Ctrl", 0, ANY, "", "", "6 selected   20,40   540 x 348"},
     {CMD_GRID, 'G', "Ctrl", 0, ANY, "", "", "Edit: click"},
     {CMD_GRID, 'G', "Ctrl", 0, ANY, "", "", "Edit: click"},
@@ -126,6 +134,28 @@ const std::pair<int, void (*)(PanelHere& program)> OTHERS[] = {
              CHECK(program.Item(CMD_EDIT_MODE).checked == edited);
              CHECK((program.Root()->mode != 0) == edited);
          }
+     }},
+    {CMD_ENTER,
+     [](PanelHere& program) {
+         program.Command(CMD_EDIT_MODE);
+         Select(program, "A");
+         CHECK_FALSE(program.Item(CMD_ENTER).enabled); // it contains nothing
+         Select(program, "S");
+         CHECK(program.Item(CMD_ENTER).enabled);
+         program.Type('I', "Ctrl", program.Panel());
+         CHECK(program.Status() == "Inside S: Escape leaves it");
+         CHECK_FALSE(program.Item(CMD_ENTER).enabled);
+         program.Key(VK_TAB);
+         program.Tick();
+         CHECK(program.Status().starts_with("S*Part   LED"));
+     }},
+    {CMD_LEAVE,
+     [](PanelHere& program) {
+         CHECK(program.Item(CMD_LEAVE).enabled);
+         program.Type('I', "Ctrl+Shift", program.Panel());
+         CHECK(program.Status().starts_with("S   MINIEDIT"));
+         CHECK_FALSE(program.Item(CMD_LEAVE).enabled);
+         program.Command(CMD_EDIT_MODE);
      }},
     {CMD_SAVE,
      [](PanelHere& program) {
@@ -448,6 +478,8 @@ TEST_CASE("each edit changes what it should, is named, undone and done again") {
         CAPTURE(row.key);
         Select(program, row.selected);
         const bool hadGrid = program.Item(CMD_GRID).checked;
+        const Answer renamed(row.command == CMD_RENAME ? "Rename" : "(nothing is asked)", IDOK,
+                             [] { SetDlgItemTextA(FindWindowA("#32770", "Rename"), IDC_NAME, "Dial"); });
         if (row.key != 0) {
             program.Type(row.key, row.held, program.Panel());
         } else {

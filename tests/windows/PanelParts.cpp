@@ -60,7 +60,10 @@ TEST_CASE("the parts share the room of the window, which is as large as the pane
         CHECK((IsWindowVisible(palette) != FALSE) == (left > 0));
         CHECK((IsWindowVisible(notice) != FALSE) == (height > 0));
         if (height > 0) {
-            CHECK(program.PlaceOf(palette) == a_GetRectString({0, top, left, bottom}));
+            const LONG middle = top + HeightOf(palette);
+            CHECK(program.PlaceOf(palette) == a_GetRectString({0, top, left, middle}));
+            CHECK(program.PlaceOf(program.Part("PanelObjects")) ==
+                  a_GetRectString({0, middle, left, bottom}));
             CHECK(program.PlaceOf(notice) == a_GetRectString({0, top - 36, client.cx, top}));
             CHECK(program.PlaceOf(GetDlgItem(notice, CMD_VIEW_UNREAD), notice) ==
                   a_GetRectString({client.cx - 140, 6, client.cx - 76, 30}));

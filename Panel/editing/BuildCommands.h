@@ -1,0 +1,41 @@
+#pragma once
+
+#include "Panel/editing/Gesture.h"
+
+#include <string>
+#include <vector>
+
+class HOSTINFO;
+
+// The commands by which a panel is built out of many controls (CMD_BUILD_FIRST to CMD_BUILD_LAST): names,
+// order, what is out of sight or reach, what is inside of controls.
+class BuildCommands {
+public:
+    BuildCommands(const EditSurface& surface, PanelEdits::Warning warn);
+
+    static bool Has(int command);
+    bool IsEnabled(int command) const;
+    bool IsChecked(int command) const;
+    void Execute(int command);
+
+    // The selection goes inside a control; null or the root for the panel itself.
+    void Enter(HOSTINFO* object);
+    // Siblings, in front of another one in the order of saving; null for the end.
+    void MoveBefore(const std::string& label, const std::vector<HOSTINFO*>& objects, HOSTINFO* other);
+    // Until the edit mode ends.
+    static void Hide(const std::vector<HOSTINFO*>& objects, bool hidden);
+    static void Lock(const std::vector<HOSTINFO*>& objects, bool locked);
+    // Whether something selected may not be moved.
+    bool HasLocked() const;
+
+private:
+    void SortByPosition();
+    void ShowAll();
+    void Leave();
+    bool HasParts(const HOSTINFO* object) const;
+
+    const EditSurface& surface_;
+    PanelEdits& edits_;
+    Selection& selection_;
+    PanelEdits::Warning warn_;
+};
