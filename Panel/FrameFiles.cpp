@@ -79,6 +79,7 @@ bool FrameWindow::Recover() {
 void FrameWindow::Replace(std::unique_ptr<PanelWindow> panel, const std::string& file) {
     recovery_.Discard();
     palette_.SetEditor(nullptr);
+    properties_.SetEditor(nullptr);
     view_.SetPanel(panel ? panel->Handle() : nullptr, panel ? panel->Size() : SIZE{});
     panel_ = std::move(panel);
     file_ = file;
@@ -89,6 +90,7 @@ void FrameWindow::Replace(std::unique_ptr<PanelWindow> panel, const std::string&
     if (editing_) {
         panel_->Edit().SetActive(true);
         palette_.SetEditor(&panel_->Edit());
+        properties_.SetEditor(&panel_->Edit());
     }
     statedSize_ = panel_->StatedSize();
     ShowNotice();
@@ -148,6 +150,7 @@ bool FrameWindow::SaveTo(const std::string& file) {
 }
 
 bool FrameWindow::MayDiscard() {
+    properties_.Finish();
     if (!panel_ || !panel_->IsChanged()) {
         return true;
     }

@@ -57,7 +57,8 @@ bool FrameWindow::Create(std::string& error) {
                      640, 480};
     if (Window::Create("PanelFrame", "Panel", STYLE, WS_EX_CONTROLPARENT, place, nullptr,
                        LoadMenuA(instance, MAKEINTRESOURCEA(IDM_FRAME)), nullptr) &&
-        toolbar_.Create(Handle()) && palette_.Create(Handle(), font_.get()) && view_.Create(Handle()) &&
+        toolbar_.Create(Handle()) && palette_.Create(Handle(), font_.get()) &&
+        properties_.Create(Handle(), font_.get()) && view_.Create(Handle()) &&
         status_.Create(Handle(), font_.get()) && trace_.Create(Handle(), font_.get()) &&
         notice_.Create(Handle(), font_.get()) && unread_.Create(Handle(), font_.get())) {
         keys_ = LoadAcceleratorsA(instance, MAKEINTRESOURCEA(IDA_FRAME));
@@ -88,8 +89,13 @@ bool FrameWindow::TranslateKey(MSG& message) {
     if (message.hwnd != Handle() && !IsChild(Handle(), message.hwnd)) {
         return false;
     }
-    if (TranslateAcceleratorA(Handle(), keys_, &message) ||
-        (editing_ && TranslateAcceleratorA(Handle(), editKeys_, &message))) {
+    if (TranslateAcceleratorA(Handle(), keys_, &message)) {
+        return true;
+    }
+    if (editing_ && properties_.KeepsKey(message)) {
+        return false;
+    }
+    if ((editing_ && TranslateAcceleratorA(Handle(), editKeys_, &message))) {
         return true;
     }
     if (editing_) {
@@ -173,6 +179,7 @@ void FrameWindow::OnCommand(int command) {
         MessageBeep(MB_OK);
         return;
     }
+    properties_.Finish();
     if (command >= CMD_EDIT_FIRST && command <= CMD_EDIT_LAST) {
         return OnEditCommand(command);
     }
@@ -190,6 +197,10 @@ void FrameWindow::OnCommand(int command) {
     case CMD_EXIT:
         SendMessageA(Handle(), WM_CLOSE, 0, 0);
         return;
+    case CMD_VIEW_PROPERTIES:
+        return ShowProperties(!properties_.IsShown());
+    case CMD_GO_TO_PROPERTIES:
+        return GoToProperties();
     case CMD_VIEW_TRACE:
         return trace_.Show(!trace_.IsShown());
     case CMD_VIEW_UNREAD:
@@ -213,22 +224,52 @@ void FrameWindow::OnEditCommand(int command) {
         panel_->Edit().Execute(command);
     }
     Refresh();
+    properties_.Update();
 }
 
 void FrameWindow::SetEditing(bool editing) {
     if (editing == editing_) {
         return;
     }
+    const int before = SidesWidth();
     editing_ = editing;
     panel_->Edit().SetActive(editing);
     palette_.SetEditor(editing ? &panel_->Edit() : nullptr);
     palette_.Show(editing);
-    WidenFrame(Handle(), editing ? Palette::WIDTH : -Palette::WIDTH);
+    properties_.SetEditor(editing ? &panel_->Edit() : nullptr);
+    WidenFrame(Handle(), SidesWidth() - before);
     OnSize();
+}
+
+void FrameWindow::ShowProperties(bool shown) {
+    const int before = SidesWidth();
+    const bool hadFocus = properties_.HasFocus();
+    properties_.Show(shown);
+    if (hadFocus && !shown) {
+        panel_->RestoreFocus();
+    }
+    WidenFrame(Handle(), SidesWidth() - before);
+    OnSize();
+}
+
+// And back to the panel from there.
+void FrameWindow::GoToProperties() {
+    if (!editing_) {
+        return;
+    }
+    if (properties_.HasFocus()) {
+        return panel_->RestoreFocus();
+    }
+    if (!properties_.IsShown()) {
+        ShowProperties(true);
+    }
+    properties_.TakeFocus();
 }
 
 void FrameWindow::UpdateMenu() const {
     const HMENU menu = GetMenu(Handle());
+    CheckMenuItem(menu, CMD_VIEW_PROPERTIES, properties_.IsShown() ? MF_CHECKED : MF_UNCHECKED);
+    EnableMenuItem(menu, CMD_GO_TO_PROPERTIES, editing_ ? MF_ENABLED : MF_GRAYED);
     CheckMenuItem(menu, CMD_VIEW_TRACE, trace_.IsShown() ? MF_CHECKED : MF_UNCHECKED);
     if (!panel_) {
         return;
@@ -256,6 +297,7 @@ void FrameWindow::OnTick() {
     }
     if (editing_ && panel_) {
         status_.SetText(panel_->StatusText()); // it follows the mouse
+        properties_.Update();
     }
     const ULONGLONG now = GetTickCount64();
     if (now >= nextRefresh_ && panel_) {
@@ -276,11 +318,14 @@ void FrameWindow::OnSize() {
     notice_.Place(toolbar_.Height(), client.right);
     const int top = toolbar_.Height() + notice_.Height();
     const int height = std::max(0L, client.bottom - status_.Height() - top);
-    const int left = PaletteWidth();
+    const int left = LeftWidth();
+    const int right = std::max<int>(left, client.right - RightWidth());
     if (editing_) {
         SetWindowPos(palette_.Handle(), nullptr, 0, top, left, height, SWP_NOZORDER | SWP_NOACTIVATE);
+        SetWindowPos(properties_.Handle(), nullptr, right, top, RightWidth(), height,
+                     SWP_NOZORDER | SWP_NOACTIVATE);
     }
-    view_.MoveTo({left, top, std::max<LONG>(left, client.right), top + height});
+    view_.MoveTo({left, top, right, top + height});
 }
 
 // While an edit is under way its dialog may not go, as it could while a message is shown.
@@ -346,7 +391,7 @@ void FrameWindow::Refresh() {
 
 void FrameWindow::FitToPanel() {
     FitFrame(Handle(), view_.PanelSize(),
-             {PaletteWidth(), status_.Height() + toolbar_.Height() + notice_.Height()});
+             {SidesWidth(), status_.Height() + toolbar_.Height() + notice_.Height()});
 }
 
 // Ends an unattended run.

@@ -13,6 +13,7 @@
 #include "Panel/lists/TraceLog.h"
 #include "Panel/lists/TraceWindow.h"
 #include "Panel/lists/UnreadWindow.h"
+#include "Panel/properties/PropertyPane.h"
 #include "Panel/recovery/Recovery.h"
 #include "base/Gdi.h"
 
@@ -50,7 +51,12 @@ private:
     void OnSize();
     void UpdateMenu() const;
     void SetEditing(bool editing);
-    int PaletteWidth() const { return editing_ ? Palette::WIDTH : 0; }
+    void ShowProperties(bool shown);
+    void GoToProperties();
+    // What is docked at the sides of the view.
+    int LeftWidth() const { return editing_ ? Palette::WIDTH : 0; }
+    int RightWidth() const { return editing_ && properties_.IsShown() ? properties_.Width() : 0; }
+    int SidesWidth() const { return LeftWidth() + RightWidth(); }
 
     bool OpenSource(const PanelSource& source, std::string& error);
     std::unique_ptr<PanelWindow> Load(const PanelSource& source, bool mayCancel, std::string& error);
@@ -83,6 +89,7 @@ private:
     HACCEL editKeys_ = nullptr;
     Toolbar toolbar_;
     Palette palette_;
+    PropertyPane properties_;
     PanelView view_;
     StatusBar status_;
     TraceWindow trace_;

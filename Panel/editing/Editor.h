@@ -46,6 +46,10 @@ public:
     void HideGhost() { lines_.Hide(); }
 
     bool IsDragging() const { return gesture_ != nullptr; }
+    // Whether properties may be changed now.
+    bool MayChange() const { return active_ && !locked_ && !gesture_; }
+    HWND Panel() const { return panel_; }
+    const std::vector<HOSTINFO*>& Selected() const { return selection_.Objects(); }
     // What was changed, and whether the file holds it.
     PanelEdits& Edits() { return edits_; }
     const PanelEdits& Edits() const { return edits_; }

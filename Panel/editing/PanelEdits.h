@@ -54,6 +54,14 @@ public:
     using Action = std::function<std::vector<HOSTINFO*>()>;
     void Do(const std::string& label, const std::vector<HOSTINFO*>& touched, const Action& action);
     void Delete(const std::vector<HOSTINFO*>& objects);
+    // A property line, keyword=value, for an object.
+    struct Line {
+        HOSTINFO* object;
+        std::string text;
+    };
+    // Applies the lines in order; one step, joined to the one before as those of CommitPlaces are. When any
+    // of them is refused everything is as it was. The objects that refused theirs.
+    std::vector<HOSTINFO*> ApplyAll(const std::string& label, const std::vector<Line>& lines, int key = 0);
     // The objects stand where they are to stand; where they stood before is given. Steps of the same key (not
     // 0) that follow each other quickly become one.
     void CommitPlaces(const std::string& label, const std::vector<Placement>& before, int key = 0);
