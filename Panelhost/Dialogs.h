@@ -23,8 +23,8 @@ PANELHOST_API HWND a_ConnectionDlg(int mode, HWND owner, HOSTINFO* object);
 // its panel, followed by their keywords (connections). Empty for no object.
 PANELHOST_API std::vector<std::string> a_ListAddresses(HOSTINFO* object, bool functions, bool connections);
 
-// The system's choosers of colours and fonts, modal, with the present value ("0x00bbggrr", "face,points,bold")
-// chosen at first. The chosen one as property text, or empty.
+// The system's choosers of colours and fonts, modal, with the present value ("0x00bbggrr",
+// "face,points,bold") chosen at first. The chosen one as property text, or empty.
 PANELHOST_API std::string a_ChooseColour(HWND owner, const std::string& current);
 PANELHOST_API std::string a_ChooseFont(HWND owner, const std::string& current);
 // The same with a file: its name as a property holds it.

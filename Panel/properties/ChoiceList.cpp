@@ -22,8 +22,8 @@ bool ChoiceList::Create(HWND owner, HFONT font, Chosen chosen) {
                         WS_EX_TOOLWINDOW | WS_EX_TOPMOST | WS_EX_NOACTIVATE, {}, owner, nullptr, nullptr)) {
         return false;
     }
-    list_ = CreateWindowExA(0, "LISTBOX", "", WS_CHILD | WS_VISIBLE | WS_VSCROLL | LBS_NOINTEGRALHEIGHT, 0, 0, 0,
-                            0, Handle(), reinterpret_cast<HMENU>(static_cast<INT_PTR>(IDC_CHOICES)),
+    list_ = CreateWindowExA(0, "LISTBOX", "", WS_CHILD | WS_VISIBLE | WS_VSCROLL | LBS_NOINTEGRALHEIGHT, 0, 0,
+                            0, 0, Handle(), reinterpret_cast<HMENU>(static_cast<INT_PTR>(IDC_CHOICES)),
                             GetModuleHandleA(nullptr), nullptr);
     SetWindowFont(list_, font, FALSE);
     return list_ && SetWindowSubclass(list_, ListProc, 0, reinterpret_cast<DWORD_PTR>(this));

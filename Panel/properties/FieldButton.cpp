@@ -13,7 +13,8 @@ constexpr UINT NEXT_REPEAT = 60;
 
 bool FieldButton::Create(HWND parent, Pressed pressed) {
     pressed_ = std::move(pressed);
-    return Window::Create("PanelFieldButton", "", WS_CHILD | WS_CLIPSIBLINGS, 0, {}, parent, nullptr, nullptr);
+    return Window::Create("PanelFieldButton", "", WS_CHILD | WS_CLIPSIBLINGS, 0, {}, parent, nullptr,
+                          nullptr);
 }
 
 void FieldButton::Show(Kind kind, const RECT& place) {
@@ -22,8 +23,8 @@ void FieldButton::Show(Kind kind, const RECT& place) {
         held_ = 0;
         ShowWindow(Handle(), SW_HIDE);
     } else {
-        SetWindowPos(Handle(), HWND_TOP, place.left, place.top, place.right - place.left, place.bottom - place.top,
-                     SWP_NOACTIVATE | SWP_SHOWWINDOW);
+        SetWindowPos(Handle(), HWND_TOP, place.left, place.top, place.right - place.left,
+                     place.bottom - place.top, SWP_NOACTIVATE | SWP_SHOWWINDOW);
     }
     if (kind != kind_) {
         kind_ = kind;

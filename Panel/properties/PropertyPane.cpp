@@ -19,9 +19,9 @@ constexpr int TITLE_HEIGHT = 24;
 constexpr int HELP_HEIGHT = 100;
 constexpr int NAME_SHARE = 42; // percent of a row
 constexpr int LEAST_WIDTH = 180;
-constexpr int LARGEST_SHARE = 60;      // percent of the frame
-constexpr int ROW_PADDING = 6;         // room for the border of the field, pixels
-constexpr ULONGLONG READ_AGAIN = 200;  // milliseconds
+constexpr int LARGEST_SHARE = 60;       // percent of the frame
+constexpr int ROW_PADDING = 6;          // room for the border of the field, pixels
+constexpr ULONGLONG READ_AGAIN = 200;   // milliseconds
 constexpr ULONGLONG REST_OF_READS = 20; // times as long as a reading took
 
 } // namespace
@@ -43,20 +43,20 @@ bool PropertyPane::Create(HWND frame, HFONT font) {
                         frame, nullptr, reinterpret_cast<HBRUSH>(static_cast<INT_PTR>(COLOR_BTNFACE + 1)))) {
         return false;
     }
-    list_ = CreateWindowExA(WS_EX_CLIENTEDGE, WC_LISTVIEWA, "Properties",
-                            WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_CLIPCHILDREN | LVS_REPORT | LVS_SINGLESEL |
-                                LVS_SHOWSELALWAYS | LVS_OWNERDATA | LVS_NOCOLUMNHEADER | LVS_SHAREIMAGELISTS,
-                            0, 0, 0, 0, Handle(), reinterpret_cast<HMENU>(static_cast<INT_PTR>(IDC_PROPERTIES)),
-                            GetModuleHandleA(nullptr), nullptr);
+    list_ =
+        CreateWindowExA(WS_EX_CLIENTEDGE, WC_LISTVIEWA, "Properties",
+                        WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_CLIPCHILDREN | LVS_REPORT | LVS_SINGLESEL |
+                            LVS_SHOWSELALWAYS | LVS_OWNERDATA | LVS_NOCOLUMNHEADER | LVS_SHAREIMAGELISTS,
+                        0, 0, 0, 0, Handle(), reinterpret_cast<HMENU>(static_cast<INT_PTR>(IDC_PROPERTIES)),
+                        GetModuleHandleA(nullptr), nullptr);
     if (!list_ || !SetWindowSubclass(list_, PartProc, 0, reinterpret_cast<DWORD_PTR>(this))) {
         return false;
     }
     SetWindowFont(list_, font, FALSE);
     ListView_SetExtendedListViewStyle(list_, LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER);
-    for (int column = 0; column < 2; ++column) {
+    for (int column = 0; column <= NOTE; ++column) {
         LVCOLUMNA added{};
-        added.mask = LVCF_WIDTH;
-        added.cx = 1;
+        added.mask = LVCF_WIDTH; // none for the note, which stands below the list
         SendMessageA(list_, LVM_INSERTCOLUMNA, static_cast<WPARAM>(column), reinterpret_cast<LPARAM>(&added));
     }
     MakeRowsHigher();
@@ -234,7 +234,8 @@ std::string PropertyPane::TitleText() const {
 
 const PropertyRow* PropertyPane::RowAt(int line) const {
     const auto index = static_cast<std::size_t>(line);
-    return line < 0 || index >= lines_.size() || lines_[index].isHeading ? nullptr : &rows_[lines_[index].row];
+    return line < 0 || index >= lines_.size() || lines_[index].isHeading ? nullptr
+                                                                         : &rows_[lines_[index].row];
 }
 
 // A keyword may be called as a place is.
@@ -273,6 +274,15 @@ std::string PropertyPane::NoteOf(int line) const {
     }
     const bool isOfSome = row->holders < static_cast<int>(objects_.size());
     return row->help + (isOfSome ? " Of " + std::to_string(row->holders) + " of the controls." : "");
+}
+
+// As screen readers have it.
+std::string PropertyPane::CellText(int line, int column) const {
+    const PropertyRow* row = RowAt(line);
+    if (!row) {
+        return column == 0 ? GroupName(lines_[static_cast<std::size_t>(line)].group) : "";
+    }
+    return column == 0 ? row->name : column == NOTE ? NoteOf(line) : ShownText(*row);
 }
 
 int PropertyPane::SelectedLine() const {
@@ -324,11 +334,7 @@ LRESULT PropertyPane::OnNotify(NMHDR& header) {
         LVITEMA& item = reinterpret_cast<NMLVDISPINFOA&>(header).item;
         if ((item.mask & LVIF_TEXT) != 0 && item.cchTextMax > 0 &&
             static_cast<std::size_t>(item.iItem) < lines_.size()) {
-            const PropertyRow* row = RowAt(item.iItem);
-            const std::string text = item.iSubItem != 0 ? (row ? ShownText(*row) : "")
-                                     : row              ? row->name
-                                                        : GroupName(lines_[item.iItem].group);
-            lstrcpynA(item.pszText, text.c_str(), item.cchTextMax);
+            lstrcpynA(item.pszText, CellText(item.iItem, item.iSubItem).c_str(), item.cchTextMax);
         }
         return 0;
     }
@@ -337,13 +343,14 @@ LRESULT PropertyPane::OnNotify(NMHDR& header) {
         GetClientRect(Handle(), &help);
         help.top = HelpTop();
         InvalidateRect(Handle(), &help, TRUE);
+        InvalidateRect(list_, nullptr, FALSE); // rows are drawn a little wider than the list thinks
         return 0;
     }
     case static_cast<UINT>(NM_CLICK):
     case static_cast<UINT>(NM_DBLCLK): {
         const auto& click = reinterpret_cast<const NMITEMACTIVATE&>(header);
-        if (RowAt(click.iItem) &&
-            (click.ptAction.x >= ValueCell(click.iItem).left) == (header.code == static_cast<UINT>(NM_CLICK))) {
+        if (RowAt(click.iItem) && (click.ptAction.x >= ValueCell(click.iItem).left) ==
+                                      (header.code == static_cast<UINT>(NM_CLICK))) {
             Activate(click.iItem);
         }
         return 0;
@@ -379,6 +386,7 @@ LRESULT PropertyPane::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_LBUTTONDOWN:
         if (GET_X_LPARAM(lParam) < SPLITTER) {
             resizing_ = true;
+            grip_ = GET_X_LPARAM(lParam);
             SetCapture(Handle());
         } else {
             TakeFocus();
@@ -390,7 +398,7 @@ LRESULT PropertyPane::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
             GetWindowRect(Handle(), &place);
             POINT point{GET_X_LPARAM(lParam), 0};
             ClientToScreen(Handle(), &point);
-            ResizeTo(place.right - point.x);
+            ResizeTo(place.right - point.x + grip_);
         }
         return 0;
     case WM_LBUTTONUP:
@@ -494,8 +502,8 @@ LRESULT CALLBACK PropertyPane::PartProc(HWND part, UINT message, WPARAM wParam, 
             // Behind the system's own handling, which does not stand it when the field goes meanwhile.
             pane.Finish();
             pane.EndEdit();
-        } else if (part == pane.list_ && (message == WM_VSCROLL || message == WM_HSCROLL || message == WM_MOUSEWHEEL ||
-                                          message == WM_KEYDOWN)) {
+        } else if (part == pane.list_ && (message == WM_VSCROLL || message == WM_HSCROLL ||
+                                          message == WM_MOUSEWHEEL || message == WM_KEYDOWN)) {
             pane.PlaceEdit();
         } else if (part == pane.list_ && (message == WM_SETFOCUS || message == WM_KILLFOCUS)) {
             InvalidateRect(part, nullptr, FALSE);

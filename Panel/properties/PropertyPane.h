@@ -12,9 +12,9 @@
 
 class Editor;
 
-// The properties of all that is selected, at the right of an edited panel; those of the panel while nothing is.
-// Each is edited in place. What cannot be its value is marked, and stays as it was typed until it is mended or
-// put back, or something else is selected.
+// The properties of all that is selected, at the right of an edited panel; those of the panel while nothing
+// is. Each is edited in place. What cannot be its value is marked, and stays as it was typed until it is
+// mended or put back, or something else is selected.
 class PropertyPane : public Window {
 public:
     PropertyPane() = default;
@@ -47,6 +47,7 @@ private:
         std::string why;
     };
     static constexpr int NO_LINE = -1;
+    static constexpr int NOTE = 2; // the column behind name and value
 
     LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
     LRESULT OnNotify(NMHDR& header);
@@ -76,6 +77,7 @@ private:
     const Refusal* RefusalOf(const PropertyRow& row) const;
     std::string ShownText(const PropertyRow& row) const;
     std::string NoteOf(int line) const;
+    std::string CellText(int line, int column) const;
     int SelectedLine() const;
     void Select(int line);
     int NextLine(int line, int step) const; // of a property; NO_LINE at the end
@@ -112,6 +114,7 @@ private:
     int width_ = 264;
     bool isShown_ = true;
     bool resizing_ = false;
+    int grip_ = 0; // where its edge is held while it is resized
     bool filling_ = false; // the list changes its selection by itself meanwhile
 
     std::vector<HOSTINFO*> objects_; // that the rows were read from; some may have gone

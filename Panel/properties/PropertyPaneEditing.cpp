@@ -149,9 +149,10 @@ void PropertyPane::BeginEdit(int line) {
     edited_ = IdOf(*row);
     addresses_.clear();
     const std::string text = row->isMixed && !RefusalOf(*row) ? "" : ShownText(*row);
-    edit_ = CreateWindowExA(0, WC_EDITA, text.c_str(), WS_CHILD | WS_BORDER | WS_CLIPSIBLINGS | ES_AUTOHSCROLL, 0,
-                            0, 0, 0, list_, reinterpret_cast<HMENU>(static_cast<INT_PTR>(IDC_PROPERTY_FIELD)),
-                            GetModuleHandleA(nullptr), nullptr);
+    edit_ =
+        CreateWindowExA(0, WC_EDITA, text.c_str(), WS_CHILD | WS_BORDER | WS_CLIPSIBLINGS | ES_AUTOHSCROLL, 0,
+                        0, 0, 0, list_, reinterpret_cast<HMENU>(static_cast<INT_PTR>(IDC_PROPERTY_FIELD)),
+                        GetModuleHandleA(nullptr), nullptr);
     if (!edit_ || !SetWindowSubclass(edit_, PartProc, 0, reinterpret_cast<DWORD_PTR>(this))) {
         return EndEdit();
     }
@@ -282,8 +283,8 @@ void PropertyPane::OpenChooser() {
     case FieldButton::Kind::DropDown:
         if (row->kind == KeywordKind::Words) {
             const auto words = WordsOf(*row);
-            const auto held =
-                std::find(words.begin(), words.end(), row->value.empty() && !row->isMixed ? NO_WORD : row->value);
+            const auto held = std::find(words.begin(), words.end(),
+                                        row->value.empty() && !row->isMixed ? NO_WORD : row->value);
             choices_.Show(edit_, words, held == words.end() ? -1 : static_cast<int>(held - words.begin()));
         } else {
             Suggest(true);

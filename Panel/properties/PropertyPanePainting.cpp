@@ -103,9 +103,9 @@ void PropertyPane::DrawLine(HDC dc, int line) const {
     SetTextColor(dc, GetSysColor(isLit ? COLOR_HIGHLIGHTTEXT : COLOR_WINDOWTEXT));
     name.left = 2 * MARGIN;
     DrawString(dc, row->name, name, ONE_LINE);
-    SetTextColor(dc, isRefused                          ? REFUSED_COLOUR
+    SetTextColor(dc, isRefused                      ? REFUSED_COLOUR
                      : row->isFixed || row->isMixed ? GetSysColor(COLOR_GRAYTEXT)
-                                                        : GetSysColor(COLOR_WINDOWTEXT));
+                                                    : GetSysColor(COLOR_WINDOWTEXT));
     value.left += MARGIN;
     value.bottom -= 1;
     DrawValue(dc, *row, value);
@@ -117,13 +117,15 @@ void PropertyPane::DrawValue(HDC dc, const PropertyRow& row, RECT cell) const {
     if (row.IsSwitch() && RefusalOf(row) == nullptr) {
         RECT box{cell.left, middle - CHECK / 2, cell.left + CHECK, middle - CHECK / 2 + CHECK};
         const bool isOn = row.value == row.words.substr(row.words.find(',') + 1);
-        const UINT kind = row.isMixed ? DFCS_BUTTON3STATE | DFCS_CHECKED : DFCS_BUTTONCHECK | (isOn ? DFCS_CHECKED : 0);
+        const UINT kind =
+            row.isMixed ? DFCS_BUTTON3STATE | DFCS_CHECKED : DFCS_BUTTONCHECK | (isOn ? DFCS_CHECKED : 0);
         DrawFrameControl(dc, &box, DFC_BUTTON, kind);
         cell.left += CHECK + MARGIN;
     }
-    const auto colour = row.kind == KeywordKind::Colour || (row.kind == KeywordKind::Picture && row.value.starts_with("0x"))
-                            ? logic::ParseWholeHex(row.value)
-                            : std::nullopt;
+    const auto colour =
+        row.kind == KeywordKind::Colour || (row.kind == KeywordKind::Picture && row.value.starts_with("0x"))
+            ? logic::ParseWholeHex(row.value)
+            : std::nullopt;
     if (isAsHeld && colour) {
         const RECT box{cell.left, middle - SWATCH / 2, cell.left + SWATCH, middle - SWATCH / 2 + SWATCH};
         Fill(dc, box, static_cast<COLORREF>(*colour & 0xFFFFFF));

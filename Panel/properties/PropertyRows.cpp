@@ -201,7 +201,8 @@ std::string SetPlace(PanelEdits& edits, const std::vector<HOSTINFO*>& objects, c
             place.bottom = place.top + number;
         } else {
             const std::int32_t by = number - Edge(place, row.source);
-            place = logic::Moved(place, row.source == Source::Left ? logic::Offset{by, 0} : logic::Offset{0, by});
+            place =
+                logic::Moved(place, row.source == Source::Left ? logic::Offset{by, 0} : logic::Offset{0, by});
         }
     }
     PlaceObjects(now);
@@ -211,7 +212,9 @@ std::string SetPlace(PanelEdits& edits, const std::vector<HOSTINFO*>& objects, c
 
 std::string SetKeyword(PanelEdits& edits, const std::vector<HOSTINFO*>& objects, const PropertyRow& row,
                        const std::string& typed, int key) {
-    const auto by = [&](const HOSTINFO& object) { return objects.size() > 1 ? " (" + object.name + ")" : ""; };
+    const auto by = [&](const HOSTINFO& object) {
+        return objects.size() > 1 ? " (" + object.name + ")" : "";
+    };
     std::vector<PanelEdits::Line> lines;
     for (HOSTINFO* object : objects) {
         const KEYWORDROW* table = object->HasHostinfoTable() != 0 ? object->GetHostinfoTable() : nullptr;
@@ -259,7 +262,8 @@ std::vector<PropertyRow> ReadRows(const std::vector<HOSTINFO*>& objects) {
         return rows;
     }
     if (objects.front()->kind != KIND_ROOT) {
-        rows.push_back(FixedRow(Source::Name, "name", "Name of the control, which others are bound to it by."));
+        rows.push_back(
+            FixedRow(Source::Name, "name", "Name of the control, which others are bound to it by."));
         rows.push_back(FixedRow(Source::Class, "class", "What kind of control it is."));
         for (const HOSTINFO* object : objects) {
             char className[64] = "";
@@ -282,7 +286,8 @@ std::vector<PropertyRow> ReadRows(const std::vector<HOSTINFO*>& objects) {
     }
     std::vector<PropertyRow> more = keywords.Take();
     std::move(more.begin(), more.end(), std::back_inserter(rows));
-    std::stable_sort(rows.begin(), rows.end(), [](const PropertyRow& a, const PropertyRow& b) { return a.group < b.group; });
+    std::stable_sort(rows.begin(), rows.end(),
+                     [](const PropertyRow& a, const PropertyRow& b) { return a.group < b.group; });
     return rows;
 }
 

@@ -102,8 +102,7 @@ void Bindables::Search(std::string_view text) {
     const std::vector<std::string> words = logic::SearchWords(text);
     for (std::size_t index = all_.size(); index-- > 0;) { // what is held before its owner
         Bindable& bindable = all_[index];
-        bindable.matches =
-            bindable.kind != BindableKind::Group && logic::HoldsAll(bindable.path, words);
+        bindable.matches = bindable.kind != BindableKind::Group && logic::HoldsAll(bindable.path, words);
         bindable.holdsShown = std::any_of(bindable.children.begin(), bindable.children.end(),
                                           [this](std::size_t child) { return all_[child].shown; });
         bindable.shown = bindable.kind == BindableKind::Group || bindable.matches || bindable.holdsShown;

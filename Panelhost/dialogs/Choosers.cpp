@@ -52,7 +52,8 @@ std::string ChooseFontText(HWND owner, const std::string& current) {
 
 std::string ChooseFileName(HWND owner, const std::string& current) {
     char file[MAX_PATH] = "";
-    if (a_MakeFullPathName(current.c_str(), file) == 0 || GetFileAttributesA(file) == INVALID_FILE_ATTRIBUTES ||
+    if (a_MakeFullPathName(current.c_str(), file) == 0 ||
+        GetFileAttributesA(file) == INVALID_FILE_ATTRIBUTES ||
         (GetFileAttributesA(file) & FILE_ATTRIBUTE_DIRECTORY) != 0) {
         *file = '\0'; // the chooser would not come up
     }

@@ -34,9 +34,8 @@ std::string OutOf(const KEYWORDINFO& info, double number) {
     if (!info.hasLimits || (number >= info.minimum && number <= info.maximum)) {
         return {};
     }
-    return number < info.minimum
-               ? "is less than " + logic::FormatFloat(static_cast<float>(info.minimum))
-               : "is more than " + logic::FormatFloat(static_cast<float>(info.maximum));
+    return number < info.minimum ? "is less than " + logic::FormatFloat(static_cast<float>(info.minimum))
+                                 : "is more than " + logic::FormatFloat(static_cast<float>(info.maximum));
 }
 
 TYPEDVALUE ReadInteger(const KEYWORDINFO& info, const std::string& typed, bool strictly) {
@@ -109,6 +108,7 @@ TYPEDVALUE Read(const char* keyword, const KEYWORDINFO& info, const std::string&
 
 } // namespace
 
-TYPEDVALUE a_ReadTyped(const char* keyword, const KEYWORDINFO& info, const std::string& typed, bool strictly) {
+TYPEDVALUE a_ReadTyped(const char* keyword, const KEYWORDINFO& info, const std::string& typed,
+                       bool strictly) {
     return Guarded(TYPEDVALUE{"", "cannot be read"}, [&] { return Read(keyword, info, typed, strictly); });
 }

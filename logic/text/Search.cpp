@@ -18,9 +18,8 @@ std::vector<std::string> SearchWords(std::string_view text) {
 }
 
 bool HoldsAll(std::string_view folded, const std::vector<std::string>& words) {
-    return std::all_of(words.begin(), words.end(), [&](const std::string& word) {
-        return folded.find(word) != std::string_view::npos;
-    });
+    return std::all_of(words.begin(), words.end(),
+                       [&](const std::string& word) { return folded.find(word) != std::string_view::npos; });
 }
 
 } // namespace logic

@@ -24,15 +24,9 @@ TEST_CASE("a sentence is shown without its marks") {
 
 TEST_CASE("the entry at a place of a list") {
     const std::tuple<const char*, std::size_t, const char*, std::size_t> rows[] = {
-        {"", 0, "", 0},
-        {"A*gain", 0, "A*gain", 0},
-        {"A*gain", 99, "A*gain", 0},
-        {"A; B C ;D", 1, "A", 0},
-        {"A; B C ;D", 2, "B C", 3},
-        {"A; B C ;D", 7, "B C", 3},
-        {"A; B C ;D", 8, "D", 8},
-        {"A;", 2, "", 2},
-        {"A;  ;B", 3, "", 4},
+        {"", 0, "", 0},           {"A*gain", 0, "A*gain", 0}, {"A*gain", 99, "A*gain", 0},
+        {"A; B C ;D", 1, "A", 0}, {"A; B C ;D", 2, "B C", 3}, {"A; B C ;D", 7, "B C", 3},
+        {"A; B C ;D", 8, "D", 8}, {"A;", 2, "", 2},           {"A;  ;B", 3, "", 4},
     };
     for (const auto& [text, place, entry, begin] : rows) {
         CAPTURE(place);

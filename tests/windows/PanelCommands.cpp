@@ -169,6 +169,28 @@ const std::pair<int, void (*)(PanelHere& program)> OTHERS[] = {
          CHECK(program.Title() == "other.panel - Panel");
          CHECK(ph_Find(program.Root(), "Combo") != nullptr);
      }},
+    {CMD_VIEW_PROPERTIES,
+     [](PanelHere& program) {
+         program.Command(CMD_EDIT_MODE);
+         const HWND pane = program.Part("PanelProperties");
+         for (const bool shown : {false, true}) {
+             program.Type(VK_F4, "", program.Panel());
+             CHECK((IsWindowVisible(pane) != FALSE) == shown);
+             CHECK(program.Item(CMD_VIEW_PROPERTIES).checked == shown);
+         }
+     }},
+    {CMD_GO_TO_PROPERTIES,
+     [](PanelHere& program) {
+         const HWND list = program.Below(program.Part("PanelProperties"), WC_LISTVIEWA);
+         for (const HWND focus : {list, program.Panel()}) {
+             program.Type(VK_F6);
+             CHECK(GetFocus() == focus);
+         }
+         program.Command(CMD_EDIT_MODE);
+         CHECK_FALSE(program.Item(CMD_GO_TO_PROPERTIES).enabled);
+         program.Command(CMD_GO_TO_PROPERTIES);
+         CHECK(GetFocus() == program.Panel());
+     }},
     {CMD_VIEW_TRACE,
      [](PanelHere& program) {
          for (const bool shown : {true, false, true}) {
