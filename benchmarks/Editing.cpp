@@ -3,6 +3,7 @@
 #include "Panel/editing/Editor.h"
 #include "Panel/properties/PropertyPane.h"
 #include "Panel/resource.h"
+#include "Panelhost/Hostinfo.h"
 #include "benchmarks/Suites.h"
 #include "benchmarks/Windows.h"
 

@@ -114,7 +114,7 @@ private:
     int width_ = 264;
     bool isShown_ = true;
     bool resizing_ = false;
-    int grip_ = 0; // where its edge is held while it is resized
+    int grip_ = 0;         // where its edge is held while it is resized
     bool filling_ = false; // the list changes its selection by itself meanwhile
 
     std::vector<HOSTINFO*> objects_; // that the rows were read from; some may have gone

@@ -212,9 +212,6 @@ std::string SetPlace(PanelEdits& edits, const std::vector<HOSTINFO*>& objects, c
 
 std::string SetKeyword(PanelEdits& edits, const std::vector<HOSTINFO*>& objects, const PropertyRow& row,
                        const std::string& typed, int key) {
-    const auto by = [&](const HOSTINFO& object) {
-        return objects.size() > 1 ? " (" + object.name + ")" : "";
-    };
     std::vector<PanelEdits::Line> lines;
     for (HOSTINFO* object : objects) {
         const KEYWORDROW* table = object->HasHostinfoTable() != 0 ? object->GetHostinfoTable() : nullptr;
@@ -224,7 +221,7 @@ std::string SetKeyword(PanelEdits& edits, const std::vector<HOSTINFO*>& objects,
         }
         const TYPEDVALUE read = a_ReadTyped(row.name.c_str(), InfoOf(*object, place), typed);
         if (!read.objection.empty()) {
-            return read.objection + by(*object);
+            return read.objection;
         }
         lines.push_back({object, row.name + "=" + read.value});
     }
@@ -233,7 +230,7 @@ std::string SetKeyword(PanelEdits& edits, const std::vector<HOSTINFO*>& objects,
         return {};
     }
     const std::string why = row.words.empty() ? "is not possible here" : "is none of " + row.words;
-    return why + by(*refused.front());
+    return why + (objects.size() > 1 ? " (" + refused.front()->name + ")" : "");
 }
 
 } // namespace
