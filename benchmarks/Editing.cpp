@@ -12,7 +12,7 @@
 namespace {
 
 constexpr int CONTROLS = 1000;
-constexpr const char* CLASSES[] = {"KNOB", "FADER", "BPUSHBUTTON", "BEDIT"};
+constexpr const char* CLASSES[] = {"KNOB", "FADER", "BBUTTON", "BEDIT"};
 constexpr int PANE_WIDTH = 264;
 constexpr int PANE_HEIGHT = 500;
 

@@ -108,13 +108,23 @@ void PropertyPane::Arrange() {
     GetClientRect(Handle(), &client);
     SetWindowPos(list_, nullptr, SPLITTER, TITLE_HEIGHT, std::max(0L, client.right - SPLITTER),
                  HelpTop() - TITLE_HEIGHT, SWP_NOZORDER | SWP_NOACTIVATE);
-    GetClientRect(list_, &client);
-    const int name = client.right * NAME_SHARE / 100;
-    SendMessageA(list_, LVM_SETCOLUMNWIDTH, 0, name);
-    SendMessageA(list_, LVM_SETCOLUMNWIDTH, 1, client.right - name);
-    PlaceEdit();
+    FitColumns();
     InvalidateRect(Handle(), nullptr, TRUE);
-    InvalidateRect(list_, nullptr, FALSE);
+}
+
+// A scroll bar may have come or gone.
+void PropertyPane::FitColumns() {
+    RECT client;
+    GetClientRect(list_, &client);
+    const LONG name = client.right * NAME_SHARE / 100;
+    const LONG widths[] = {name, client.right - name};
+    for (int column = 0; column < NOTE; ++column) {
+        if (SendMessageA(list_, LVM_GETCOLUMNWIDTH, static_cast<WPARAM>(column), 0) != widths[column]) {
+            SendMessageA(list_, LVM_SETCOLUMNWIDTH, static_cast<WPARAM>(column), widths[column]);
+        }
+    }
+    PlaceEdit();
+    InvalidateRect(list_, nullptr, TRUE);
 }
 
 void PropertyPane::ResizeTo(int width) {
@@ -202,16 +212,14 @@ void PropertyPane::Replace(std::vector<PropertyRow> rows) {
         }
         lines_.push_back({false, rows_[i].group, i});
     }
-    filling_ = true;
     SendMessageA(list_, LVM_SETITEMCOUNT, lines_.size(), LVSICF_NOSCROLL);
-    filling_ = false;
     const int again = FindLine(id);
     Select(again != NO_LINE ? again : NextLine(-1, 1));
     if (edit_ && FindLine(edited_) == NO_LINE) {
         EndEdit();
     }
+    FitColumns();
     ShowTitle();
-    Arrange();
 }
 
 void PropertyPane::ShowTitle() {

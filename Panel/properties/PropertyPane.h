@@ -61,6 +61,7 @@ private:
     // Layout.
     void MakeRowsHigher();
     void Arrange();
+    void FitColumns();
     void ResizeTo(int width);
     RECT ValueCell(int line) const;
     int HelpTop() const;
@@ -114,8 +115,7 @@ private:
     int width_ = 264;
     bool isShown_ = true;
     bool resizing_ = false;
-    int grip_ = 0;         // where its edge is held while it is resized
-    bool filling_ = false; // the list changes its selection by itself meanwhile
+    int grip_ = 0; // where its edge is held while it is resized
 
     std::vector<HOSTINFO*> objects_; // that the rows were read from; some may have gone
     std::vector<PropertyRow> rows_;
