@@ -84,6 +84,7 @@ void FrameWindow::Replace(std::unique_ptr<PanelWindow> panel, const std::string&
     recovery_.Discard();
     palette_.SetEditor(nullptr);
     objects_.SetEditor(nullptr);
+    properties_.SetEditor(nullptr);
     view_.SetPanel(panel ? panel->Handle() : nullptr, panel ? panel->Size() : SIZE{});
     snapshots_.SetPanel(nullptr);
     panel_ = std::move(panel);
@@ -101,6 +102,7 @@ void FrameWindow::Replace(std::unique_ptr<PanelWindow> panel, const std::string&
         panel_->Edit().SetActive(true);
         palette_.SetEditor(&panel_->Edit());
         objects_.SetEditor(&panel_->Edit());
+        properties_.SetEditor(&panel_->Edit());
     }
     statedSize_ = panel_->StatedSize();
     ShowNotice();
@@ -160,6 +162,7 @@ bool FrameWindow::SaveTo(const std::string& file) {
 }
 
 bool FrameWindow::MayDiscard() {
+    properties_.Finish();
     if (!panel_ || !IsUnsaved()) {
         return true;
     }

@@ -32,6 +32,7 @@ void FrameWindow::SetEditing(bool editing) {
     if (!editing && (commandLine_.operate || panel_->HasLock())) {
         CloseWindowsBeside();
     }
+    const int before = SidesWidth();
     editing_ = editing;
     panel_->Edit().SetActive(editing);
     LimitPanel();
@@ -39,11 +40,12 @@ void FrameWindow::SetEditing(bool editing) {
     palette_.Show(editing);
     objects_.SetEditor(editing ? &panel_->Edit() : nullptr);
     objects_.Show(editing);
+    properties_.SetEditor(editing ? &panel_->Edit() : nullptr);
     ShowParts();
     if (commandLine_.operate) { // menu and tools have come or gone
         FitToPanel();
     } else {
-        WidenFrame(Handle(), editing ? Palette::WIDTH : -Palette::WIDTH);
+        WidenFrame(Handle(), SidesWidth() - before);
     }
     OnSize();
 }

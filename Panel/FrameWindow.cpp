@@ -73,9 +73,10 @@ bool FrameWindow::Create(std::string& error) {
                        LoadMenuA(instance, MAKEINTRESOURCEA(IDM_FRAME)), nullptr) &&
         toolbar_.Create(Handle()) && palette_.Create(Handle(), font_.get()) &&
         objects_.Create(Handle(), font_.get(), [this](int by) { ResizeObjects(by); }) &&
-        view_.Create(Handle()) && status_.Create(Handle(), font_.get()) &&
-        trace_.Create(Handle(), font_.get()) && notice_.Create(Handle(), font_.get()) &&
-        unread_.Create(Handle(), font_.get()) && snapshots_.Create(Handle(), font_.get())) {
+        properties_.Create(Handle(), font_.get()) && view_.Create(Handle()) &&
+        status_.Create(Handle(), font_.get()) && trace_.Create(Handle(), font_.get()) &&
+        notice_.Create(Handle(), font_.get()) && unread_.Create(Handle(), font_.get()) &&
+        snapshots_.Create(Handle(), font_.get())) {
         keys_ = LoadAcceleratorsA(instance, MAKEINTRESOURCEA(IDA_FRAME));
         editKeys_ = LoadAcceleratorsA(instance, MAKEINTRESOURCEA(IDA_EDIT));
         operateKeys_ = LoadAcceleratorsA(instance, MAKEINTRESOURCEA(IDA_OPERATE));
@@ -109,8 +110,13 @@ bool FrameWindow::TranslateKey(MSG& message) {
     if (editing_ && objects_.TranslateKey(message)) {
         return true;
     }
-    if (TranslateAcceleratorA(Handle(), IsOnlyOperated() ? operateKeys_ : keys_, &message) ||
-        (editing_ && !IsTextField(message.hwnd) && TranslateAcceleratorA(Handle(), editKeys_, &message))) {
+    if (TranslateAcceleratorA(Handle(), IsOnlyOperated() ? operateKeys_ : keys_, &message)) {
+        return true;
+    }
+    if (editing_ && properties_.KeepsKey(message)) {
+        return false;
+    }
+    if (editing_ && !IsTextField(message.hwnd) && TranslateAcceleratorA(Handle(), editKeys_, &message)) {
         return true;
     }
     if (editing_) {
@@ -200,6 +206,7 @@ void FrameWindow::OnCommand(int command) {
     if (IsOnlyOperated() && command != CMD_EDIT_MODE && command != CMD_CLOSE_NOTICE && command != CMD_EXIT) {
         return;
     }
+    properties_.Finish();
     if (IsEditCommand(command)) {
         return OnEditCommand(command);
     }
@@ -214,7 +221,7 @@ void FrameWindow::OnCommand(int command) {
     case CMD_SAVE_AS:
         SaveAs();
         return;
-    case CMD_LOCK:
+    case CMD_PIN:
         if (editing_) {
             AskNewPin(Handle(), panel_->Edit().Edits().Root());
             Refresh();
@@ -225,6 +232,10 @@ void FrameWindow::OnCommand(int command) {
     case CMD_EXIT:
         SendMessageA(Handle(), WM_CLOSE, 0, 0);
         return;
+    case CMD_VIEW_PROPERTIES:
+        return ShowProperties(!properties_.IsShown());
+    case CMD_GO_TO_PROPERTIES:
+        return GoToProperties();
     case CMD_VIEW_TRACE:
         return trace_.Show(!trace_.IsShown());
     case CMD_VIEW_UNREAD:
@@ -248,15 +259,43 @@ void FrameWindow::OnEditCommand(int command) {
         panel_->Edit().Execute(command);
     }
     Refresh();
+    properties_.Update();
+}
+
+void FrameWindow::ShowProperties(bool shown) {
+    const int before = SidesWidth();
+    const bool hadFocus = properties_.HasFocus();
+    properties_.Show(shown);
+    if (hadFocus && !shown) {
+        panel_->RestoreFocus();
+    }
+    WidenFrame(Handle(), SidesWidth() - before);
+    OnSize();
+}
+
+// And back to the panel from there.
+void FrameWindow::GoToProperties() {
+    if (!editing_) {
+        return;
+    }
+    if (properties_.HasFocus()) {
+        return panel_->RestoreFocus();
+    }
+    if (!properties_.IsShown()) {
+        ShowProperties(true);
+    }
+    properties_.TakeFocus();
 }
 
 void FrameWindow::UpdateMenu() const {
     const HMENU menu = GetMenu(Handle());
+    CheckMenuItem(menu, CMD_VIEW_PROPERTIES, properties_.IsShown() ? MF_CHECKED : MF_UNCHECKED);
+    EnableMenuItem(menu, CMD_GO_TO_PROPERTIES, editing_ ? MF_ENABLED : MF_GRAYED);
     CheckMenuItem(menu, CMD_VIEW_TRACE, trace_.IsShown() ? MF_CHECKED : MF_UNCHECKED);
     if (!panel_) {
         return;
     }
-    EnableMenuItem(menu, CMD_LOCK, editing_ ? MF_ENABLED : MF_GRAYED);
+    EnableMenuItem(menu, CMD_PIN, editing_ ? MF_ENABLED : MF_GRAYED);
     EnableMenuItem(menu, CMD_VIEW_UNREAD, panel_->Unread().empty() ? MF_GRAYED : MF_ENABLED);
     const Editor& editor = panel_->Edit();
     for (int command = CMD_EDIT_FIRST; command <= CMD_BUILD_LAST; ++command) {
@@ -283,6 +322,7 @@ void FrameWindow::OnTick() {
     }
     if (editing_ && panel_) {
         status_.SetText(panel_->StatusText()); // it follows the mouse
+        properties_.Update();
     }
     const ULONGLONG now = GetTickCount64();
     if (now >= nextRefresh_ && panel_) {
@@ -304,10 +344,13 @@ void FrameWindow::OnSize() {
     const int top = toolbar_.Height() + notice_.Height();
     const int height = std::max(0L, client.bottom - status_.Height() - top);
     const int left = LeftWidth();
+    const int right = std::max<int>(left, client.right - RightWidth());
     if (editing_) {
         ArrangeLeft({0, top, left, top + height});
+        SetWindowPos(properties_.Handle(), nullptr, right, top, RightWidth(), height,
+                     SWP_NOZORDER | SWP_NOACTIVATE);
     }
-    view_.MoveTo({left, top, std::max<LONG>(left, client.right), top + height});
+    view_.MoveTo({left, top, right, top + height});
 }
 
 void FrameWindow::ResizeObjects(int by) {
@@ -393,7 +436,7 @@ void FrameWindow::Refresh() {
 
 void FrameWindow::FitToPanel() {
     FitFrame(Handle(), view_.PanelSize(),
-             {LeftWidth(), status_.Height() + toolbar_.Height() + notice_.Height()});
+             {SidesWidth(), status_.Height() + toolbar_.Height() + notice_.Height()});
 }
 
 // Ends an unattended run.

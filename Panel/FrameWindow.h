@@ -16,6 +16,7 @@
 #include "Panel/lists/TraceLog.h"
 #include "Panel/lists/TraceWindow.h"
 #include "Panel/lists/UnreadWindow.h"
+#include "Panel/properties/PropertyPane.h"
 #include "Panel/recovery/Recovery.h"
 #include "base/Gdi.h"
 #include "base/Handles.h"
@@ -64,10 +65,14 @@ private:
     void CloseWindowsBeside() const;
     void ShowParts();
 
-    // Of what is docked beside the panel while it is edited.
-    int LeftWidth() const { return editing_ ? Palette::WIDTH : 0; }
     void ArrangeLeft(const RECT& column);
     void ResizeObjects(int by);
+    void ShowProperties(bool shown);
+    void GoToProperties();
+    // What is docked at the sides of the view.
+    int LeftWidth() const { return editing_ ? Palette::WIDTH : 0; }
+    int RightWidth() const { return editing_ && properties_.IsShown() ? properties_.Width() : 0; }
+    int SidesWidth() const { return LeftWidth() + RightWidth(); }
 
     bool OpenSource(const PanelSource& source, std::string& error);
     std::unique_ptr<PanelWindow> Load(const PanelSource& source, bool mayCancel, std::string& error);
@@ -108,6 +113,7 @@ private:
     Palette palette_;
     ObjectPane objects_;
     int objectsHeight_ = 0; // 0: half of the column
+    PropertyPane properties_;
     PanelView view_;
     StatusBar status_;
     TraceWindow trace_;

@@ -4,6 +4,9 @@
 
 #include <windows.h>
 
+#include <string>
+#include <vector>
+
 class HOSTINFO;
 
 // Opens the generic keyword/value dialog of an object at the cursor: every keyword that the object lists,
@@ -15,6 +18,17 @@ PANELHOST_API HWND a_PropertyDlg(int mode, HWND owner, HOSTINFO* object);
 // Opens the dialog in which functions and connections of an object are chosen. It closes with its object. One
 // is open per object: a second call brings the open one to the front. Returns the dialog, or null.
 PANELHOST_API HWND a_ConnectionDlg(int mode, HWND owner, HOSTINFO* object);
+
+// Addresses of what the object can be bound to: parameters of devices (functions), and the other controls on
+// its panel, followed by their keywords (connections). Empty for no object.
+PANELHOST_API std::vector<std::string> a_ListAddresses(HOSTINFO* object, bool functions, bool connections);
+
+// The system's choosers of colours and fonts, modal, with the present value ("0x00bbggrr",
+// "face,points,bold") chosen at first. The chosen one as property text, or empty.
+PANELHOST_API std::string a_ChooseColour(HWND owner, const std::string& current);
+PANELHOST_API std::string a_ChooseFont(HWND owner, const std::string& current);
+// The same with a file: its name as a property holds it.
+PANELHOST_API std::string a_ChooseFile(HWND owner, const std::string& current);
 
 // Lets the user choose among the images of a folder (relative to the application folder) whose names begin
 // with the prefix, shown as thumbnails. Modal. 1 and the name as a property holds it

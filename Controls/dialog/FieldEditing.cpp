@@ -1,14 +1,10 @@
 #include "Controls/dialog/FieldEditing.h"
 
 #include "Panelhost/Dialogs.h"
-#include "Panelhost/Fonts.h"
-#include "Panelhost/PropertyValues.h"
-#include "logic/text/Numbers.h"
+#include "Panelhost/TypedValues.h"
 #include "logic/text/Text.h"
 
 #include <algorithm>
-#include <commdlg.h>
-#include <cstdio>
 #include <vector>
 
 namespace {
@@ -34,85 +30,28 @@ std::string FieldText(const ControlDialog& dialog, const DialogField& field) {
     return number < parts.size() ? parts[number] : "";
 }
 
-// Why a text cannot be the value of a field; empty when it can.
-std::string Objection(const DialogField& field, const std::string& text) {
-    switch (field.number >= 0 ? KeywordKind::Integer : field.info->kind) { // one of several is whole
-    case KeywordKind::Integer:
-        return logic::ParseWholeInteger(text) ? "" : "is not a whole number";
-    case KeywordKind::Number:
-        return logic::ParseWholeFloat(text) ? "" : "is not a number";
-    case KeywordKind::Colour:
-        // Where there may be none, an empty text stands for it.
-        return text.empty() || logic::ParseWholeHex(text) ? "" : "is not a colour (0x00bbggrr)";
-    default:
-        const std::string tooLong = a_LengthObjection(field.keyword, text);
-        return tooLong.empty() && field.info->objection != nullptr ? field.info->objection(text) : tooLong;
-    }
-}
-
 std::string Beginning(const std::string& text) {
     return text.size() <= LONGEST_SHOWN ? text : text.substr(0, LONGEST_SHOWN) + "...";
 }
 
-// The line's value for what was typed into a field: a number among the others of its keyword.
-std::string ValueFor(const ControlDialog& dialog, const DialogField& field, const std::string& typed) {
-    if (!field.IsNumber()) {
-        return typed;
-    }
-    const bool isRounded = field.info->kind == KeywordKind::Number && !field.info->isAsTyped;
-    const std::string number = isRounded ? logic::FormatFloat(*logic::ParseWholeFloat(typed))
-                                         : std::string(logic::TrimBlanks(typed));
+// The line's value for what was typed into a field, a number among the others of its keyword, or why it
+// cannot be that. The fields of dialogs that have a template of their own are read strictly.
+TYPEDVALUE ValueFor(const ControlDialog& dialog, const DialogField& field, const std::string& typed) {
+    const bool strictly = dialog.object->controlClass->implementation->dialog != LAID_OUT;
     if (field.number < 0) {
-        return number;
+        return a_ReadTyped(field.keyword, *field.info, typed, strictly);
     }
+    KEYWORDINFO whole;
+    whole.kind = KeywordKind::Integer; // one of several
+    TYPEDVALUE read = a_ReadTyped(field.keyword, whole, typed, strictly);
     auto parts = Parts(dialog.KeywordText(field.keyword));
     parts.resize(static_cast<std::size_t>(field.last) + 1);
-    parts[static_cast<std::size_t>(field.number)] = number;
-    std::string value;
+    parts[static_cast<std::size_t>(field.number)] = read.value;
+    read.value.clear();
     for (const std::string& part : parts) {
-        value += (&part == parts.data() ? "" : ",") + part;
+        read.value += (&part == parts.data() ? "" : ",") + part;
     }
-    return value;
-}
-
-// The system's choosers. Each answers with the value as property text, empty when nothing was chosen.
-
-std::string ChooseColour(HWND owner, const std::string& current) {
-    static COLORREF custom[16] = {};
-    CHOOSECOLORA chooser{};
-    chooser.lStructSize = sizeof chooser;
-    chooser.hwndOwner = owner;
-    chooser.rgbResult = logic::ParseWholeHex(current).value_or(0) & 0xFFFFFF;
-    chooser.lpCustColors = custom;
-    chooser.Flags = CC_RGBINIT | CC_FULLOPEN;
-    if (!ChooseColorA(&chooser)) {
-        return {};
-    }
-    char text[16];
-    std::snprintf(text, sizeof text, "0x%08x", static_cast<unsigned>(chooser.rgbResult));
-    return text;
-}
-
-std::string ChooseFontText(HWND owner, const std::string& current) {
-    LOGFONTA font{};
-    const HFONT held = a_GetFont(current.c_str());
-    if (held != nullptr) {
-        GetObjectA(held, sizeof font, &font);
-        a_ReleaseFont(held);
-    }
-    CHOOSEFONTA chooser{};
-    chooser.lStructSize = sizeof chooser;
-    chooser.hwndOwner = owner;
-    chooser.lpLogFont = &font;
-    chooser.Flags =
-        CF_SCREENFONTS | CF_FORCEFONTEXIST | CF_NOSCRIPTSEL | (held != nullptr ? CF_INITTOLOGFONTSTRUCT : 0);
-    if (!ChooseFontA(&chooser)) {
-        return {};
-    }
-    constexpr int TENTHS = 10; // of a point, the chooser's unit
-    const bool bold = font.lfWeight >= FW_BOLD;
-    return std::string(font.lfFaceName) + "," + std::to_string((chooser.iPointSize + TENTHS / 2) / TENTHS) +
-           (bold ? ",bold" : "");
+    return read;
 }
 
 } // namespace
@@ -130,8 +69,8 @@ void ApplyField(const ControlDialog& dialog, const DialogField& field) {
     if (typed == FieldText(dialog, field)) {
         return;
     }
-    std::string objection = Objection(field, typed);
-    if (objection.empty() && !dialog.SendLine(LineOf(field, ValueFor(dialog, field, typed)))) {
+    auto [value, objection] = ValueFor(dialog, field, typed);
+    if (objection.empty() && !dialog.SendLine(LineOf(field, value))) {
         objection = "is not possible here";
     }
     RestoreField(dialog, field); // what the control made of it, or the old value
@@ -143,7 +82,7 @@ void ChooseValue(const ControlDialog& dialog, const DialogField& field) {
     const bool isColour = field.info->kind == KeywordKind::Colour;
     const std::string current = FieldText(dialog, field);
     const std::string chosen =
-        isColour ? ChooseColour(dialog.Handle(), current) : ChooseFontText(dialog.Handle(), current);
+        isColour ? a_ChooseColour(dialog.Handle(), current) : a_ChooseFont(dialog.Handle(), current);
     if (!chosen.empty() && dialog.Handle() != nullptr && !dialog.SendLine(LineOf(field, chosen))) {
         dialog.ShowStatus(std::string(field.label) + ": \"" + chosen + "\" is not possible here");
     }

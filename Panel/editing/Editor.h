@@ -48,6 +48,7 @@ public:
     bool IsDragging() const { return gesture_ != nullptr; }
     // Whether properties may be changed now.
     bool MayChange() const { return active_ && !locked_ && !gesture_; }
+    HWND Panel() const { return panel_; }
     const std::vector<HOSTINFO*>& Selected() const { return selection_.Objects(); }
     // Siblings.
     void Select(std::vector<HOSTINFO*> objects);

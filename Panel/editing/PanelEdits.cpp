@@ -50,7 +50,7 @@ public:
     }
     ~KeptMarks() {
         for (HOSTINFO* object : unmarked_) {
-            if (a_IsAlive(object)) {
+            if (a_IsAlive(object) && object->kind != KIND_ROOT) {
                 object->flags = static_cast<WORD>(object->flags & ~FLAG_CHANGED);
             }
         }
@@ -238,6 +238,42 @@ bool PanelEdits::Rename(const RENAMING& renaming) {
     }
     ShowChanged();
     return true;
+}
+
+std::vector<HOSTINFO*> PanelEdits::ApplyAll(const std::string& label, const std::vector<Line>& lines,
+                                            int key) {
+    NoticeOthers();
+    const Raised raised(applying_);
+    std::vector<HOSTINFO*> objects;
+    for (const Line& line : lines) {
+        objects.push_back(line.object);
+    }
+    Recording recording(target_);
+    try {
+        recording.Touch(KeysOf(objects));
+    } catch (const TextLost& lost) {
+        warn_(label + " was not done, because it could not be undone: " + lost.what() + ".");
+        return objects;
+    }
+    const KeptMarks marks(objects);
+    std::vector<HOSTINFO*> refused;
+    for (const Line& line : lines) {
+        if (a_ApplyEdit(line.object, line.text.c_str()) == 0 && a_IsAlive(line.object)) {
+            refused.push_back(line.object);
+        }
+    }
+    try {
+        logic::EditStep step = recording.Finish();
+        if (refused.empty()) {
+            Commit(std::move(step), label, key);
+        } else if (!step.IsEmpty()) {
+            logic::ApplyStep(step.Reversed(), target_);
+        }
+    } catch (const TextLost& lost) {
+        NotUndoable(label, lost);
+    }
+    ShowChanged();
+    return refused;
 }
 
 void PanelEdits::CommitPlaces(const std::string& label, const std::vector<Placement>& before, int key) {

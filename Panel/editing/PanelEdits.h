@@ -66,6 +66,9 @@ public:
     // Whether it was done. It is a step of its own even while the panel is operated, so that what can be
     // undone finds its objects.
     bool Rename(const RENAMING& renaming);
+    // Applies the lines in order; one step, joined to the one before as those of CommitPlaces are. When any
+    // of them is refused everything is as it was. The objects that refused theirs.
+    std::vector<HOSTINFO*> ApplyAll(const std::string& label, const std::vector<Line>& lines, int key = 0);
     // The objects stand where they are to stand; where they stood before is given. Steps of the same key (not
     // 0) that follow each other quickly become one.
     void CommitPlaces(const std::string& label, const std::vector<Placement>& before, int key = 0);

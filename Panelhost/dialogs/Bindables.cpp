@@ -1,7 +1,9 @@
 #include "Panelhost/dialogs/Bindables.h"
 
+#include "Panelhost/Dialogs.h"
+#include "base/Guard.h"
 #include "logic/text/PropertyLine.h"
-#include "logic/text/Text.h"
+#include "logic/text/Search.h"
 
 #include <algorithm>
 #include <cstring>
@@ -13,16 +15,6 @@ constexpr const char* DEFAULT_VALUE = " ";
 
 bool IsReachable(HOSTINFO* device) {
     return device->OnIsAlive(0, 0) != 0;
-}
-
-std::vector<std::string> Words(std::string_view text) {
-    std::vector<std::string> words;
-    for (const std::string_view word : logic::SplitFields(text, ' ')) {
-        if (!word.empty()) {
-            words.push_back(logic::FoldName(word));
-        }
-    }
-    return words;
 }
 
 void Mix(std::uint64_t& hash, std::uint64_t value) {
@@ -107,16 +99,30 @@ void Bindables::Read(HOSTINFO* object) {
 }
 
 void Bindables::Search(std::string_view text) {
-    const std::vector<std::string> words = Words(text);
+    const std::vector<std::string> words = logic::SearchWords(text);
     for (std::size_t index = all_.size(); index-- > 0;) { // what is held before its owner
         Bindable& bindable = all_[index];
-        const auto held = [&](const std::string& word) {
-            return bindable.path.find(word) != std::string::npos;
-        };
-        bindable.matches =
-            bindable.kind != BindableKind::Group && std::all_of(words.begin(), words.end(), held);
+        bindable.matches = bindable.kind != BindableKind::Group && logic::HoldsAll(bindable.path, words);
         bindable.holdsShown = std::any_of(bindable.children.begin(), bindable.children.end(),
                                           [this](std::size_t child) { return all_[child].shown; });
         bindable.shown = bindable.kind == BindableKind::Group || bindable.matches || bindable.holdsShown;
     }
+}
+
+std::vector<std::string> a_ListAddresses(HOSTINFO* object, bool functions, bool connections) {
+    return Guarded(std::vector<std::string>{}, [&] {
+        std::vector<std::string> addresses;
+        if (!a_IsAlive(object)) {
+            return addresses;
+        }
+        Bindables bindables;
+        bindables.Read(object);
+        for (std::size_t index = 0; index < bindables.Size(); ++index) {
+            const Bindable& bindable = bindables[index];
+            if (!bindable.address.empty() && (bindable.IsFunction() ? functions : connections)) {
+                addresses.push_back(bindable.address);
+            }
+        }
+        return addresses;
+    });
 }

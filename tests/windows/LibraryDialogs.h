@@ -3,16 +3,12 @@
 #include "Panelhost/Dialogs.h"
 #include "Panelhost/dialogs/resource.h"
 #include "tests/windows/FormPanels.h"
+#include "tests/windows/ListRows.h"
 
 #include <functional>
 
 // What the tests of the library's own dialogs share.
 
-std::string Cell(HWND list, int row, int column);
-int RowOf(HWND list, const std::string& text);
-void SelectRow(HWND list, int row);
-int SelectedRow(HWND list);
-void Press(HWND window, WPARAM key);
 void Command(HWND dialog, int id);
 
 // The generic dialog of an object.

@@ -174,15 +174,15 @@ const std::pair<int, void (*)(PanelHere& program)> OTHERS[] = {
          CHECK(Contains(ReadBytes(file), "\"Combo\""));
          CHECK(program.Title() == "other.panel - Panel");
      }},
-    {CMD_LOCK,
+    {CMD_PIN,
      [](PanelHere& program) {
-         Ask(program, CMD_LOCK, "Lock the Panel", IDCANCEL); // there is none
-         CHECK_FALSE(program.Item(CMD_LOCK).enabled);
+         Ask(program, CMD_PIN, "Lock the Panel", IDCANCEL); // there is none
+         CHECK_FALSE(program.Item(CMD_PIN).enabled);
          program.Command(CMD_EDIT_MODE);
-         CHECK(program.Item(CMD_LOCK).enabled);
-         Ask(program, CMD_LOCK, "Lock the Panel", IDCANCEL);
+         CHECK(program.Item(CMD_PIN).enabled);
+         Ask(program, CMD_PIN, "Lock the Panel", IDCANCEL);
          program.Command(CMD_EDIT_MODE);
-         CHECK_FALSE(program.Item(CMD_LOCK).enabled);
+         CHECK_FALSE(program.Item(CMD_PIN).enabled);
      }},
     {CMD_NEW,
      [](PanelHere& program) {
@@ -208,6 +208,28 @@ const std::pair<int, void (*)(PanelHere& program)> OTHERS[] = {
          program.FindPanel();
          CHECK(program.Title() == "other.panel - Panel");
          CHECK(ph_Find(program.Root(), "Combo") != nullptr);
+     }},
+    {CMD_VIEW_PROPERTIES,
+     [](PanelHere& program) {
+         program.Command(CMD_EDIT_MODE);
+         const HWND pane = program.Part("PanelProperties");
+         for (const bool shown : {false, true}) {
+             program.Type(VK_F4, "", program.Panel());
+             CHECK((IsWindowVisible(pane) != FALSE) == shown);
+             CHECK(program.Item(CMD_VIEW_PROPERTIES).checked == shown);
+         }
+     }},
+    {CMD_GO_TO_PROPERTIES,
+     [](PanelHere& program) {
+         const HWND list = program.Below(program.Part("PanelProperties"), WC_LISTVIEWA);
+         for (const HWND focus : {list, program.Panel()}) {
+             program.Type(VK_F6);
+             CHECK(GetFocus() == focus);
+         }
+         program.Command(CMD_EDIT_MODE);
+         CHECK_FALSE(program.Item(CMD_GO_TO_PROPERTIES).enabled);
+         program.Command(CMD_GO_TO_PROPERTIES);
+         CHECK(GetFocus() == program.Panel());
      }},
     {CMD_VIEW_TRACE,
      [](PanelHere& program) {

@@ -148,14 +148,14 @@ TEST_CASE("a PIN opens the edit mode of a panel and its parts, which go again wi
 
 TEST_CASE("a panel is locked by its menu and opened with it, and who edits another one meets its lock") {
     PanelHere program(HALL);
-    CHECK_FALSE(program.Item(CMD_LOCK).enabled);
-    program.Command(CMD_LOCK); // does nothing
+    CHECK_FALSE(program.Item(CMD_PIN).enabled);
+    program.Command(CMD_PIN); // does nothing
     program.Command(CMD_EDIT_MODE);
-    CHECK(program.Item(CMD_LOCK).enabled);
-    CHECK(Type(program, CMD_LOCK, "Lock the Panel", "4711", "4712") == "The two are not the same.");
-    CHECK(Type(program, CMD_LOCK, "Lock the Panel", "471", "471") == "A PIN has 4 to 64 characters.");
+    CHECK(program.Item(CMD_PIN).enabled);
+    CHECK(Type(program, CMD_PIN, "Lock the Panel", "4711", "4712") == "The two are not the same.");
+    CHECK(Type(program, CMD_PIN, "Lock the Panel", "471", "471") == "A PIN has 4 to 64 characters.");
     CHECK(LockOf(program.Saved()) == "");
-    CHECK(Type(program, CMD_LOCK, "Lock the Panel", "4711", "4711") == "");
+    CHECK(Type(program, CMD_PIN, "Lock the Panel", "4711", "4711") == "");
     const std::string lock = LockOf(program.Saved());
     CHECK(lock.size() == 123);
     CHECK_FALSE(Contains(program.Saved(), "4711,"));
@@ -167,7 +167,7 @@ TEST_CASE("a panel is locked by its menu and opened with it, and who edits anoth
     CHECK_FALSE(IsEdited(program));
     CHECK(Type(program, CMD_EDIT_MODE, "Edit the Panel", "4711") == "This is not the PIN.");
     CHECK(Type(program, CMD_EDIT_MODE, "Edit the Panel", "0815") == "");
-    CHECK(Type(program, CMD_LOCK, "Lock the Panel", "") == ""); // unlocked
+    CHECK(Type(program, CMD_PIN, "Lock the Panel", "") == ""); // unlocked
     CHECK(LockOf(program.Saved()) == "");
     program.Command(CMD_EDIT_MODE);
     program.Command(CMD_EDIT_MODE);

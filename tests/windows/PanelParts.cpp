@@ -56,7 +56,10 @@ TEST_CASE("the parts share the room of the window, which is as large as the pane
         CHECK(program.PlaceOf(program.Panel(), program.Panel()) == place);
         CHECK(program.PlaceOf(program.Part(TOOLBARCLASSNAMEA)).starts_with("0,"));
         CHECK(program.PlaceOf(status) == a_GetRectString({0, bottom, client.cx, client.cy}));
-        CHECK(program.PlaceOf(program.Part("PanelView")) == a_GetRectString({left, top, client.cx, bottom}));
+        const HWND properties = program.Part("PanelProperties");
+        const LONG right = client.cx - (left > 0 ? SizeOf(properties).cx : 0);
+        CHECK(program.PlaceOf(program.Part("PanelView")) == a_GetRectString({left, top, right, bottom}));
+        CHECK((IsWindowVisible(properties) != FALSE) == (left > 0));
         CHECK((IsWindowVisible(palette) != FALSE) == (left > 0));
         CHECK((IsWindowVisible(notice) != FALSE) == (height > 0));
         if (height > 0) {
@@ -64,6 +67,7 @@ TEST_CASE("the parts share the room of the window, which is as large as the pane
             CHECK(program.PlaceOf(palette) == a_GetRectString({0, top, left, middle}));
             CHECK(program.PlaceOf(program.Part("PanelObjects")) ==
                   a_GetRectString({0, middle, left, bottom}));
+            CHECK(program.PlaceOf(properties) == a_GetRectString({right, top, client.cx, bottom}));
             CHECK(program.PlaceOf(notice) == a_GetRectString({0, top - 36, client.cx, top}));
             CHECK(program.PlaceOf(GetDlgItem(notice, CMD_VIEW_UNREAD), notice) ==
                   a_GetRectString({client.cx - 140, 6, client.cx - 76, 30}));
