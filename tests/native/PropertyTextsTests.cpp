@@ -3,7 +3,7 @@
 #include "logic/editing/PropertyTexts.h"
 #include "logic/text/Search.h"
 
-#include <doctest.h>
+#include <doctest/doctest.h>
 
 #include <tuple>
 
