@@ -28,8 +28,9 @@ TEST_CASE("the entry at a place of a list") {
         {"A; B C ;D", 1, "A", 0}, {"A; B C ;D", 2, "B C", 3}, {"A; B C ;D", 7, "B C", 3},
         {"A; B C ;D", 8, "D", 8}, {"A;", 2, "", 2},           {"A;  ;B", 3, "", 4},
     };
-    for (const auto& [text, place, entry, begin] : rows) {
-        CAPTURE(place);
+    for (const auto& row : rows) {
+        const auto& [text, place, entry, begin] = row;
+        INFO("place ", std::get<1>(row));
         const logic::EntryPlace found = logic::EntryAt(text, place);
         CHECK(std::string(text).substr(found.begin, found.length) == entry);
         CHECK(found.begin == begin);
