@@ -1,6 +1,7 @@
 #include "Panel/properties/PropertyRows.h"
 
 #include "Panel/editing/Placement.h"
+#include "Panelhost/SecretKeywords.h"
 #include "Panelhost/Hostinfo.h"
 #include "Panelhost/TypedValues.h"
 #include "logic/editing/PropertyTexts.h"
@@ -59,7 +60,7 @@ void Join(PropertyRow& row, const char* value) {
 
 bool IsShown(const KEYWORDROW& row) {
     // These two are saved in a way of their own.
-    return row.handler != nullptr &&
+    return row.handler != nullptr && !IsSecret(row) &&
            ((row.flags & KEYWORD_SAVED) != 0 || std::strcmp(row.keyword, "connection") == 0 ||
             std::strcmp(row.keyword, "layer") == 0);
 }

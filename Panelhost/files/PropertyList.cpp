@@ -6,7 +6,7 @@
 #include "Panelhost/Messages.h"
 #include "Panelhost/files/PanelSaving.h"
 #include "Panelhost/files/TextCollector.h"
-#include "Panelhost/objects/SecretKeywords.h"
+#include "Panelhost/SecretKeywords.h"
 
 #include <commctrl.h>
 #include <optional>

@@ -4,7 +4,7 @@
 
 #include "Panelhost/Trace.h"
 #include "Panelhost/objects/PanelRoot.h"
-#include "Panelhost/objects/SecretKeywords.h"
+#include "Panelhost/SecretKeywords.h"
 #include "base/Guard.h"
 #include "logic/remote/RemoteValues.h"
 #include "logic/text/PropertyLine.h"

@@ -7,7 +7,7 @@
 #include "Panelhost/Snapshots.h"
 #include "Panelhost/Trace.h"
 #include "Panelhost/objects/PanelRoot.h"
-#include "Panelhost/objects/SecretKeywords.h"
+#include "Panelhost/SecretKeywords.h"
 #include "base/Guard.h"
 #include "logic/controls/Layers.h"
 #include "logic/devices/SnapshotFile.h"

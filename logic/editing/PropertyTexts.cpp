@@ -9,8 +9,9 @@ namespace logic {
 std::string PlainSentence(std::string_view marked) {
     std::string plain;
     for (std::size_t i = 0; i < marked.size(); ++i) {
-        const std::size_t middle = marked[i] == '[' ? marked.find("](", i) : std::string_view::npos;
-        const std::size_t end = middle == std::string_view::npos ? middle : marked.find(')', middle);
+        const std::size_t middle = marked[i] == '[' ? marked.find(']', i) : std::string_view::npos;
+        const bool isLink = middle != std::string_view::npos && marked.substr(middle).starts_with("](");
+        const std::size_t end = isLink ? marked.find(')', middle) : std::string_view::npos;
         if (end != std::string_view::npos) {
             plain += PlainSentence(marked.substr(i + 1, middle - i - 1));
             i = end;

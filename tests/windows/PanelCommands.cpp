@@ -330,6 +330,7 @@ const std::pair<int, void (*)(PanelHere& program)> OTHERS[] = {
          take("Evening");
          CHECK(asked.Question() == "Replace the snapshot Evening?");
          CHECK(Contains(ReadBytes(program.Folder().Path("Evening.snapshot")), "D*x=0.25"));
+         program.Tick();
          SendMessageA(window, WM_COMMAND, CMD_TRACE_COPY, 0);
          CHECK(OnClipboard() == "D*x\t0.25\t0.75\tdiffers\r\nD*y\t1\t1\tthe same\r\n");
          SendMessageA(GetDlgItem(window, IDC_SNAPSHOT_DIFFERENCES), BM_CLICK, 0, 0);
@@ -359,7 +360,7 @@ const std::pair<int, void (*)(PanelHere& program)> OTHERS[] = {
          {
              Answer refused("Panel", IDOK);
              recall("soon");
-             CHECK(refused.Question() == "the fade takes 0 to 3600 seconds, not \"soon\"");
+             CHECK(refused.Question() == "The fade takes 0 to 3600 seconds, not \"soon\"");
          }
          recall("3600");
          CHECK(ph_ListRecall(program.Root(), nullptr, nullptr) == 1);

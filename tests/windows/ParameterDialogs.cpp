@@ -134,7 +134,6 @@ TEST_CASE(
     const HWND first = panel.Create("KNOB", "First");
     const HWND second = panel.Create("KNOB", "Second");
     const HWND meter = panel.Create("METER", "Meter");
-    panel.Create("SPEAKERCONTROL", "Plain");
     HWND dialog = OpenDialog(first);
     CHECK(OpenDialog(first) == dialog);
     CHECK(Text(panel.Window(), "parameterdlg") == "First");

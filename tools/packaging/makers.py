@@ -25,7 +25,12 @@ def write_import_libraries(run, tools, build, folder):
 
 def stage(run, tools, root, build, folder, product):
     headers = folder / "include"
-    for source in sorted((root / "Panelhost").glob("*.h")) + [root / "Controls" / "OSMIRControlLib.h"]:
+    sources = sorted((root / "Panelhost").glob("*.h")) + [root / "Controls" / "OSMIRControlLib.h"]
+    # What they include of the floors below, and that in turn.
+    for source in sources:
+        included = re.findall(r'^#include "([^"]+)"', source.read_text(encoding="utf-8"), re.MULTILINE)
+        sources.extend(root / name for name in included if root / name not in sources)
+    for source in sources:
         target = headers / source.relative_to(root)
         target.parent.mkdir(parents=True, exist_ok=True)
         shutil.copy(source, target)
