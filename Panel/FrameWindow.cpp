@@ -3,10 +3,10 @@
 #include "Panel/ControlLibrary.h"
 #include "Panel/Screenshot.h"
 #include "Panel/common/Paths.h"
+#include "Panel/common/VersionText.h"
 #include "Panel/operating/PinDialogs.h"
 #include "Panel/resource.h"
 #include "Panelhost/Hostinfo.h"
-#include "Version.h"
 
 #include <algorithm>
 #include <utility>
@@ -398,7 +398,7 @@ void FrameWindow::ShowNotice() {
 }
 
 void FrameWindow::About() {
-    std::string text = "Panel " PROJECT_VERSION_TEXT "\n\nOpens, operates and saves control panels.";
+    std::string text = "Panel " + VersionText() + "\n\nOpens, operates and saves control panels.";
     const std::string stamp = library_.BuildStamp();
     if (!stamp.empty()) {
         text += "\n\nControl library: " + stamp;

@@ -5,6 +5,7 @@
 #include "Panel/MessageLoop.h"
 #include "Panel/common/CommandLine.h"
 #include "Panel/common/Report.h"
+#include "Panel/common/VersionText.h"
 #include "Panel/lists/TraceLog.h"
 #include "Panel/operating/Watch.h"
 #include "Panelhost/Trace.h"
@@ -71,9 +72,9 @@ int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int showCommand) {
             reporter.Fail(error);
             return EXIT_NOT_DONE;
         }
-        if (commandLine.help) {
-            return WriteStandard(STD_OUTPUT_HANDLE, std::string(USAGE) + "\r\n") ? EXIT_SUCCESS
-                                                                                 : EXIT_NOT_DONE;
+        if (commandLine.help || commandLine.version) {
+            const std::string text = commandLine.help ? USAGE : "Panel " + VersionText();
+            return WriteStandard(STD_OUTPUT_HANDLE, text + "\r\n") ? EXIT_SUCCESS : EXIT_NOT_DONE;
         }
         if (commandLine.watch) {
             return Watch(commandLine, count - 1, arguments.get() + 1, reporter);

@@ -26,6 +26,7 @@ const char* const USAGE =
     "  --watch            start the program again after a crash\r\n"
     "  --follow           send nothing to devices at the start, even where the panel says so\r\n"
     "  --exit-after MS    end after that many milliseconds, unsaved changes are dropped\r\n"
+    "  --version          print the version and the commit it was built from\r\n"
     "  --help             print this text\r\n"
     "\r\n"
     "The exit code is 0, or 2 when something asked for here could not be done.";
@@ -89,6 +90,10 @@ bool ParseCommandLine(int count, wchar_t** arguments, CommandLine& result, std::
         const std::string argument = NarrowText(arguments[i]);
         if (argument == "--help" || argument == "-h" || argument == "/?") {
             result.help = true;
+            return true;
+        }
+        if (argument == "--version") {
+            result.version = true;
             return true;
         }
         if (!argument.starts_with('-')) {

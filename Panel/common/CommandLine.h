@@ -18,6 +18,7 @@ struct CommandLine {
     bool watch = false;
     bool follow = false; // the panel that is opened at the start sends nothing to devices
     bool help = false;
+    bool version = false;
     bool unattended = false; // the program ends by itself: nobody is there to answer a question
 };
 

@@ -1,8 +1,10 @@
 // The panel application as a program: what it prints, writes and answers.
 
+#include "Panel/common/VersionText.h"
 #include "Panel/editing/Palette.h"
 #include "Panel/resource.h"
 #include "Panelhost/Bitmap.h"
+#include "Version.h"
 #include "tests/windows/TestPanel.h"
 
 #include <thread>
@@ -66,6 +68,13 @@ TEST_CASE("help is printed") {
         CHECK(run.output.starts_with("Usage: Panel.exe [panel file] [options]\r\n"));
         CHECK(run.errors == "");
     }
+}
+
+TEST_CASE("the version is printed with the commit") {
+    const Run run = RunPanel("--version");
+    CHECK(run.exitCode == 0);
+    CHECK(run.output == "Panel " + VersionText() + "\r\n");
+    CHECK(VersionText().starts_with(PROJECT_VERSION_TEXT));
 }
 
 TEST_CASE("arguments and files that cannot be used are named and end the program with code 2 and one line") {

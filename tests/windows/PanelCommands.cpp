@@ -1,7 +1,7 @@
 // Every command of the panel program: its key, when it can be chosen, and what it changes.
 
 #include "Panelhost/Trace.h"
-#include "Version.h"
+#include "Panel/common/VersionText.h"
 #include "tests/windows/Buttons.h"
 #include "tests/windows/PanelCommands.h"
 
@@ -380,7 +380,7 @@ const std::pair<int, void (*)(PanelHere& program)> OTHERS[] = {
     {CMD_ABOUT,
      [](PanelHere& program) {
          const std::string text = Ask(program, CMD_ABOUT, "About Panel", IDOK);
-         CHECK(Contains(text, "Panel " PROJECT_VERSION_TEXT));
+         CHECK(Contains(text, "Panel " + VersionText() + "\n"));
          CHECK(Contains(text, "Control library: "));
      }},
     {CMD_EXIT,
