@@ -292,11 +292,12 @@ void PropertyPane::OpenChooser() {
         break;
     case FieldButton::Kind::Chooser: {
         const PropertyRow asked = *row;
+        const std::vector<HOSTINFO*> objects = objects_;
         EndEdit();
         const std::string chosen = AskFor(GetAncestor(Handle(), GA_ROOT), asked);
-        const std::vector<HOSTINFO*> objects = objects_;
         // Much can have happened while it was asked.
         if (!chosen.empty() && editor_ && Objects() == objects) {
+            Update();
             Set(IdOf(asked), chosen);
         }
         break;

@@ -3,11 +3,13 @@
 #include "Panel/editing/Placement.h"
 #include "Panelhost/SecretKeywords.h"
 #include "Panelhost/Hostinfo.h"
+#include "Panelhost/Renaming.h"
 #include "Panelhost/TypedValues.h"
 #include "logic/editing/PropertyTexts.h"
 #include "logic/text/Numbers.h"
 
 #include <algorithm>
+#include <cctype>
 #include <cstring>
 #include <iterator>
 #include <optional>
@@ -178,6 +180,26 @@ PropertyRow FixedRow(Source source, const char* name, const char* help) {
     return row;
 }
 
+// Whatever names the control follows. What could not is told of, and nothing is done then.
+std::string SetName(HOSTINFO* object, const std::string& typed) {
+    const RENAMING renaming = a_PlanRenaming(object, typed.c_str());
+    if (!renaming.to.empty() && renaming.to == renaming.from) {
+        return {};
+    }
+    if (std::string fault = a_RenameFault(renaming); !fault.empty()) {
+        fault.front() = static_cast<char>(std::tolower(static_cast<unsigned char>(fault.front())));
+        return "cannot be the name: " + fault.substr(0, fault.find_last_not_of('.') + 1);
+    }
+    if (!renaming.losses.empty()) {
+        const RENAMEDTEXT& lost = renaming.losses.front().text;
+        const std::size_t others = renaming.losses.size() - 1;
+        return "would not be followed by " + lost.object->name + "*" + lost.row->keyword +
+               (others > 0 ? " and " + std::to_string(others) + " more" : "") +
+               "; Edit > Rename asks whether it may be so";
+    }
+    return a_Rename(renaming) != 0 ? "" : "is not possible here";
+}
+
 std::string SetPlace(PanelEdits& edits, const std::vector<HOSTINFO*>& objects, const PropertyRow& row,
                      const std::string& typed, int key) {
     const bool isSize = row.source == Source::Width || row.source == Source::Height;
@@ -263,6 +285,7 @@ std::vector<PropertyRow> ReadRows(const std::vector<HOSTINFO*>& objects) {
         rows.push_back(
             FixedRow(Source::Name, "name", "Name of the control, which others are bound to it by."));
         rows.push_back(FixedRow(Source::Class, "class", "What kind of control it is."));
+        rows[0].isFixed = objects.size() > 1; // each has its own
         for (const HOSTINFO* object : objects) {
             char className[64] = "";
             GetClassNameA(object->window, className, sizeof className);
@@ -295,6 +318,7 @@ std::string SetRow(PanelEdits& edits, const std::vector<HOSTINFO*>& objects, con
     case Source::Keyword:
         return SetKeyword(edits, objects, row, typed, key);
     case Source::Name:
+        return SetName(objects.front(), typed);
     case Source::Class:
         return "cannot be set here";
     default:

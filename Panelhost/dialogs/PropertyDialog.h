@@ -48,6 +48,7 @@ private:
     void PlaceEdit() const;
     // Sends what was typed. False when it was refused, or the dialog went meanwhile.
     bool Apply();
+    std::string ValueFor(const std::string& keyword, const std::string& typed) const;
     void EndEdit();
     void ApplyAndMove(int step, bool edit);
     void PutBack(int row);

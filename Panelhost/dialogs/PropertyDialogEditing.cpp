@@ -1,5 +1,6 @@
 // The property dialog's edit field, and the keys of its list.
 
+#include "Panelhost/TypedValues.h"
 #include "Panelhost/dialogs/ListView.h"
 #include "Panelhost/dialogs/PropertyDialog.h"
 
@@ -57,6 +58,18 @@ void PropertyDialog::PlaceEdit() const {
                  SWP_NOACTIVATE);
 }
 
+// As property text, where it has not that form yet. What cannot be read is for the object to refuse.
+std::string PropertyDialog::ValueFor(const std::string& keyword, const std::string& typed) const {
+    const int row = a_FindKeyword(Object()->GetHostinfoTable(), keyword);
+    const KEYWORDINFO* infos = Object()->GetKeywordInfo();
+    if (row < 0 || infos == nullptr ||
+        a_ReadTyped(keyword.c_str(), infos[row], typed, true).objection.empty()) {
+        return typed;
+    }
+    const TYPEDVALUE read = a_ReadTyped(keyword.c_str(), infos[row], typed);
+    return read.objection.empty() ? read.value : typed;
+}
+
 bool PropertyDialog::Apply() {
     const std::string keyword = edited_;
     const std::string text = WindowText(edit_);
@@ -67,7 +80,7 @@ bool PropertyDialog::Apply() {
     bool taken = true;
     if (text != properties_[static_cast<std::size_t>(before)].value) {
         applying_ = true;
-        taken = Load(keyword + "=" + text);
+        taken = Load(keyword + "=" + ValueFor(keyword, text));
         applying_ = false;
         if (Handle() == nullptr || Object() == nullptr) {
             return false;

@@ -185,6 +185,9 @@ TEST_CASE("each change is one step, and what is refused stays as it was typed") 
         {"AB", "resolution", "x", "", "A*resolution=2\r\n", "\"x\" is not a number. It is still different."},
         {"ABC", "interval", "2k ms", "&Undo Change of interval", "C*interval=2000\r\n", ""},
         {"C", "interval", "-1", "", "C*interval=1000\r\n", "\"-1\" is less than 0. It is still 1000."},
+        {"A", "name", "Main", "&Undo Rename", "Main*resolution=2\r\n", ""},
+        {"A", "name", "B", "", "A*resolution=2\r\n",
+         "\"B\" cannot be the name: another object has this name. It is still A."},
         {"AB", "left", "60 px", "&Undo Move", "60,60,107,107", ""},
         {"A", "top", "0", "&Undo Move", "40,0,87,47", ""},
         {"C", "width", "120", "&Undo Resize", "250,50,370,70", ""},
@@ -240,11 +243,10 @@ TEST_CASE("keys lead through all properties, and every kind has its editor") {
     pane.Type(VK_F6, "", pane.Panel());
     CHECK(GetFocus() == pane.list);
     CHECK(Cell(pane.list, SelectedRow(pane.list), 0) == "name");
+    ::Press(pane.list, VK_DOWN);
     ::Press(pane.list, VK_RETURN);
-    CHECK(pane.Edit() == nullptr); // it cannot be set here
-    for (int i = 0; i < 2; ++i) {
-        ::Press(pane.list, VK_DOWN);
-    }
+    CHECK(pane.Edit() == nullptr); // a control has its class for good
+    ::Press(pane.list, VK_DOWN);
     CHECK(Cell(pane.list, SelectedRow(pane.list), 0) == "left"); // no heading is stopped at
     SendMessageA(pane.list, WM_CHAR, '9', 0);
     CHECK(TextOf(pane.Edit()) == "9");
