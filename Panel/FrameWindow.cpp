@@ -66,6 +66,8 @@ FrameWindow::~FrameWindow() {
     ShowWindow(Handle(), SW_HIDE);
     recovery_.End();
     snapshots_.SetPanel(nullptr);
+    bindings_.SetRoot(nullptr);
+    replace_.SetEditor(nullptr);
     panel_.reset(); // messages that come meanwhile find none
 }
 

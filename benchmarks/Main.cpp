@@ -25,7 +25,7 @@ constexpr const char* USAGE =
     "  --only NAME  of the figures that are taken of each class only those of the control of that name\n"
     "  --json FILE  writes the results there as well (tools/compare-benchmarks compares two of them)\n"
     "  GROUP        one of create, paint, record, memory, file, work, wave, sound, strip, network, panel, "
-    "content, device, view, edit (default: all)\n";
+    "content, device, view, edit, bindings (default: all)\n";
 
 struct Group {
     const char* name;
@@ -37,6 +37,7 @@ constexpr Group GROUPS[] = {
     {"wave", MeasureWaveFiles},  {"sound", MeasureSound},     {"strip", MeasureStrips},
     {"network", MeasureNetwork}, {"panel", MeasurePanels},    {"content", MeasureContent},
     {"device", MeasureDevices},  {"view", MeasureViews},      {"edit", MeasureEditing},
+    {"bindings", MeasureBindings},
 };
 
 int Run(int count, char** arguments) {

@@ -97,7 +97,7 @@ void BindingTable::SortBy(BindingColumn column, bool descending) {
 }
 
 bool BindingTable::Matches(const BINDING& binding) const {
-    if (onlyNotLive_ && a_IsLive(binding.state)) {
+    if (!a_IsAlive(binding.object) || (onlyNotLive_ && a_IsLive(binding.state))) {
         return false;
     }
     if (words_.empty()) {

@@ -222,6 +222,9 @@ TEST_CASE("the rows of bindings are searched, sorted and exported") {
     DestroyWindow(panel.Find("Z"));
     CHECK(table.Cell(0, Control).empty());
     CHECK(table.Cell(0, Value).empty());
+    table.Search("Z");
+    CHECK(table.Count() == 0);
+    table.Search("");
     CHECK(table.Read(panel.Root()));
     CHECK(shown() == "AMP1*t");
 }
