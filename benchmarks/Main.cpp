@@ -32,11 +32,11 @@ struct Group {
     void (*measure)(Report&);
 };
 constexpr Group GROUPS[] = {
-    {"create", MeasureCreation}, {"paint", MeasurePainting},  {"record", MeasureRecords},
-    {"memory", MeasureMemory},   {"file", MeasurePanelFiles}, {"work", MeasureWork},
-    {"wave", MeasureWaveFiles},  {"sound", MeasureSound},     {"strip", MeasureStrips},
-    {"network", MeasureNetwork}, {"panel", MeasurePanels},    {"content", MeasureContent},
-    {"device", MeasureDevices},  {"view", MeasureViews},      {"edit", MeasureEditing},
+    {"create", MeasureCreation},   {"paint", MeasurePainting},  {"record", MeasureRecords},
+    {"memory", MeasureMemory},     {"file", MeasurePanelFiles}, {"work", MeasureWork},
+    {"wave", MeasureWaveFiles},    {"sound", MeasureSound},     {"strip", MeasureStrips},
+    {"network", MeasureNetwork},   {"panel", MeasurePanels},    {"content", MeasureContent},
+    {"device", MeasureDevices},    {"view", MeasureViews},      {"edit", MeasureEditing},
     {"bindings", MeasureBindings},
 };
 
