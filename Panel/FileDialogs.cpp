@@ -9,7 +9,16 @@ namespace {
 
 using Dialog = BOOL(WINAPI*)(OPENFILENAMEW*);
 
-std::string AskFile(HWND owner, const std::string& proposed, DWORD flags, Dialog dialog) {
+struct Kind {
+    const wchar_t* filter;
+    const wchar_t* extension;
+};
+constexpr Kind PANEL{L"Panel files (*.panel)\0*.panel\0All files (*.*)\0*.*\0", L"panel"};
+constexpr Kind LIST{L"Text (*.txt)\0*.txt\0Comma-separated values (*.csv)\0*.csv\0All files (*.*)\0*.*\0",
+                    L"txt"};
+
+std::string AskFile(HWND owner, const std::string& proposed, DWORD flags, Dialog dialog,
+                    const Kind& kind = PANEL) {
     wchar_t file[MAX_PATH] = L"";
     if (const std::wstring name = FullFileName(WideFileName(proposed)); name.size() < MAX_PATH) {
         name.copy(file, name.size());
@@ -17,10 +26,10 @@ std::string AskFile(HWND owner, const std::string& proposed, DWORD flags, Dialog
     OPENFILENAMEW question{};
     question.lStructSize = sizeof question;
     question.hwndOwner = owner;
-    question.lpstrFilter = L"Panel files (*.panel)\0*.panel\0All files (*.*)\0*.*\0";
+    question.lpstrFilter = kind.filter;
     question.lpstrFile = file;
     question.nMaxFile = MAX_PATH;
-    question.lpstrDefExt = L"panel";
+    question.lpstrDefExt = kind.extension;
     // Names on the command line and in panels must keep their meaning.
     question.Flags = flags | OFN_NOCHANGEDIR | OFN_HIDEREADONLY | OFN_PATHMUSTEXIST;
     if (!dialog(&question)) {
@@ -42,4 +51,8 @@ std::string AskFileToOpen(HWND owner) {
 
 std::string AskFileToSave(HWND owner, const std::string& proposed) {
     return AskFile(owner, proposed, OFN_OVERWRITEPROMPT, GetSaveFileNameW);
+}
+
+std::string AskFileToExport(HWND owner, const std::string& proposed) {
+    return AskFile(owner, proposed, OFN_OVERWRITEPROMPT, GetSaveFileNameW, LIST);
 }

@@ -85,6 +85,8 @@ void FrameWindow::Replace(std::unique_ptr<PanelWindow> panel, const std::string&
     palette_.SetEditor(nullptr);
     objects_.SetEditor(nullptr);
     properties_.SetEditor(nullptr);
+    replace_.SetEditor(nullptr);
+    bindings_.SetRoot(nullptr);
     view_.SetPanel(panel ? panel->Handle() : nullptr, panel ? panel->Size() : SIZE{});
     snapshots_.SetPanel(nullptr);
     panel_ = std::move(panel);
@@ -103,7 +105,9 @@ void FrameWindow::Replace(std::unique_ptr<PanelWindow> panel, const std::string&
         palette_.SetEditor(&panel_->Edit());
         objects_.SetEditor(&panel_->Edit());
         properties_.SetEditor(&panel_->Edit());
+        replace_.SetEditor(&panel_->Edit());
     }
+    bindings_.SetRoot(panel_->Edit().Edits().Root());
     statedSize_ = panel_->StatedSize();
     ShowNotice();
     FitToPanel();

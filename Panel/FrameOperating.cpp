@@ -41,6 +41,7 @@ void FrameWindow::SetEditing(bool editing) {
     objects_.SetEditor(editing ? &panel_->Edit() : nullptr);
     objects_.Show(editing);
     properties_.SetEditor(editing ? &panel_->Edit() : nullptr);
+    replace_.SetEditor(editing ? &panel_->Edit() : nullptr);
     ShowParts();
     if (commandLine_.operate) { // menu and tools have come or gone
         FitToPanel();

@@ -1,6 +1,7 @@
 #include "Panel/FrameWindow.h"
 
 #include "Panel/ControlLibrary.h"
+#include "Panel/FileDialogs.h"
 #include "Panel/Screenshot.h"
 #include "Panel/common/Paths.h"
 #include "Panel/common/VersionText.h"
@@ -54,13 +55,19 @@ FrameWindow::FrameWindow(const CommandLine& commandLine, const Reporter& reporte
       font_(CreateSystemFont()),
       trace_(log),
       recovery_(commandLine),
-      snapshots_(reporter) {}
+      snapshots_(reporter),
+      bindings_(
+          {.goTo = [this](HOSTINFO* control) { return GoTo(control); },
+           .askFile = [this](HWND owner) { return AskFileToExport(owner, WithExtension(file_, ".txt")); },
+           .warn = [this](const std::string& text) { reporter_.Warn(Handle(), text); }}) {}
 
 FrameWindow::~FrameWindow() {
     KillTimer(Handle(), TICK_TIMER);
     ShowWindow(Handle(), SW_HIDE);
     recovery_.End();
     snapshots_.SetPanel(nullptr);
+    bindings_.SetRoot(nullptr);
+    replace_.SetEditor(nullptr);
     panel_.reset(); // messages that come meanwhile find none
 }
 
@@ -76,7 +83,8 @@ bool FrameWindow::Create(std::string& error) {
         properties_.Create(Handle(), font_.get()) && view_.Create(Handle()) &&
         status_.Create(Handle(), font_.get()) && trace_.Create(Handle(), font_.get()) &&
         notice_.Create(Handle(), font_.get()) && unread_.Create(Handle(), font_.get()) &&
-        snapshots_.Create(Handle(), font_.get())) {
+        snapshots_.Create(Handle(), font_.get()) && bindings_.Create(Handle(), font_.get()) &&
+        replace_.Create(Handle(), font_.get())) {
         keys_ = LoadAcceleratorsA(instance, MAKEINTRESOURCEA(IDA_FRAME));
         editKeys_ = LoadAcceleratorsA(instance, MAKEINTRESOURCEA(IDA_EDIT));
         operateKeys_ = LoadAcceleratorsA(instance, MAKEINTRESOURCEA(IDA_OPERATE));
@@ -101,7 +109,8 @@ void FrameWindow::Start(int showCommand) {
 // Keys.
 
 bool FrameWindow::TranslateKey(MSG& message) {
-    if (trace_.TranslateKey(message) || unread_.TranslateKey(message) || snapshots_.TranslateKey(message)) {
+    if (trace_.TranslateKey(message) || unread_.TranslateKey(message) || snapshots_.TranslateKey(message) ||
+        bindings_.TranslateKey(message) || replace_.TranslateKey(message)) {
         return true;
     }
     if (message.hwnd != Handle() && !IsChild(Handle(), message.hwnd)) {
@@ -155,6 +164,8 @@ LRESULT FrameWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         Toolbar::Answer(*reinterpret_cast<NMHDR*>(lParam));
         if (!IsOnlyOperated() && status_.IsMessageClick(*reinterpret_cast<const NMHDR*>(lParam))) {
             trace_.Show(true);
+        } else if (!IsOnlyOperated() && status_.IsDeviceClick(*reinterpret_cast<const NMHDR*>(lParam))) {
+            bindings_.Open(true);
         }
         return 0;
     case WM_SIZE:
@@ -241,6 +252,10 @@ void FrameWindow::OnCommand(int command) {
     case CMD_VIEW_UNREAD:
         unread_.SetLines(panel_->Unread());
         return unread_.Show(true);
+    case CMD_VIEW_BINDINGS:
+        return bindings_.IsShown() ? bindings_.Show(false) : bindings_.Open(false);
+    case CMD_REPLACE_BINDINGS:
+        return editing_ ? replace_.Open() : void();
     case CMD_CLOSE_NOTICE:
         notice_.SetText("");
         OnSize();
@@ -292,6 +307,8 @@ void FrameWindow::UpdateMenu() const {
     CheckMenuItem(menu, CMD_VIEW_PROPERTIES, properties_.IsShown() ? MF_CHECKED : MF_UNCHECKED);
     EnableMenuItem(menu, CMD_GO_TO_PROPERTIES, editing_ ? MF_ENABLED : MF_GRAYED);
     CheckMenuItem(menu, CMD_VIEW_TRACE, trace_.IsShown() ? MF_CHECKED : MF_UNCHECKED);
+    CheckMenuItem(menu, CMD_VIEW_BINDINGS, bindings_.IsShown() ? MF_CHECKED : MF_UNCHECKED);
+    EnableMenuItem(menu, CMD_REPLACE_BINDINGS, editing_ ? MF_ENABLED : MF_GRAYED);
     if (!panel_) {
         return;
     }
@@ -316,6 +333,7 @@ void FrameWindow::OnTick() {
         ticking_ = true;
         panel_->Tick();
         ticking_ = false;
+        panel_->Edit().Tick();
         if (!panel_->Edit().IsDragging()) {
             recovery_.Tick(panel_->Edit().Edits(), file_);
         }
@@ -395,6 +413,18 @@ void FrameWindow::ShowNotice() {
     }
     unread_.SetLines(std::move(lines));
     OnSize();
+}
+
+std::string FrameWindow::GoTo(HOSTINFO* control) {
+    if (ticking_ || !panel_) {
+        return "The panel is busy";
+    }
+    view_.MakeVisible(control->window);
+    panel_->Edit().PointAt(control);
+    SetActiveWindow(Handle());
+    return IsWindowVisible(control->window) ? ""
+                                            : control->name + " cannot be seen now: it is on another layer, "
+                                                              "or shown in the edit mode alone";
 }
 
 void FrameWindow::About() {

@@ -6,6 +6,8 @@
 #include "Panel/PanelView.h"
 #include "Panel/PanelWindow.h"
 #include "Panel/StatusBar.h"
+#include "Panel/bindings/BindingsWindow.h"
+#include "Panel/bindings/ReplaceWindow.h"
 #include "Panel/common/CommandLine.h"
 #include "Panel/common/Report.h"
 #include "Panel/common/Window.h"
@@ -88,6 +90,8 @@ private:
     bool IsUnsaved() const { return commandLine_.operate ? panel_->IsEdited() : panel_->IsChanged(); }
     bool MayDiscard();
     void About();
+    // Shows the user a control; what stands in the way, in words.
+    std::string GoTo(HOSTINFO* control);
 
     // Title, status and panel size follow what changed.
     void Refresh();
@@ -122,6 +126,8 @@ private:
     NoticeBar notice_;
     UnreadWindow unread_;
     SnapshotWindow snapshots_;
+    BindingsWindow bindings_;
+    ReplaceWindow replace_;
     std::unique_ptr<PanelWindow> panel_; // null only while one is replaced
     std::string file_;                   // of the panel; empty while it has none
     OldFile oldFile_;

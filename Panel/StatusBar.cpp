@@ -112,9 +112,9 @@ void StatusBar::SetMessageCount(int count) {
     }
 }
 
-bool StatusBar::IsMessageClick(const NMHDR& header) const {
-    return header.hwndFrom == bar_ && header.code == static_cast<UINT>(NM_CLICK) && messagesPart_ &&
-           reinterpret_cast<const NMMOUSE&>(header).dwItemSpec == *messagesPart_;
+bool StatusBar::IsClick(const NMHDR& header, std::optional<std::size_t> part) const {
+    return header.hwndFrom == bar_ && header.code == static_cast<UINT>(NM_CLICK) && part &&
+           reinterpret_cast<const NMMOUSE&>(header).dwItemSpec == *part;
 }
 
 // From left to right. The first one takes what the others leave.
@@ -144,6 +144,7 @@ void StatusBar::Arrange() {
     }
     SendMessageA(bar_, SB_SETPARTS, parts.size(), reinterpret_cast<LPARAM>(ends.data()));
     messagesPart_.reset();
+    devicesPart_.reset();
     RECT lamp{};
     for (std::size_t i = 1; i < parts.size(); ++i) {
         const bool isLamp = parts[i].kind == Part::Devices;
@@ -152,6 +153,7 @@ void StatusBar::Arrange() {
                      isLamp ? reinterpret_cast<LPARAM>(lamps_[devices_.notLive == 0].get()) : 0);
         if (isLamp) {
             SendMessageA(bar_, SB_GETRECT, i, reinterpret_cast<LPARAM>(&lamp));
+            devicesPart_ = i;
         } else if (parts[i].kind == Part::Messages) {
             messagesPart_ = i;
         }

@@ -40,7 +40,9 @@ public:
     void SetControlCount(int count);
     void SetMessageCount(int count);
     // Whether the notification is a click on the number of messages.
-    bool IsMessageClick(const NMHDR& header) const;
+    bool IsMessageClick(const NMHDR& header) const { return IsClick(header, messagesPart_); }
+    // The same on the lamp of the devices.
+    bool IsDeviceClick(const NMHDR& header) const { return IsClick(header, devicesPart_); }
 
 private:
     struct Part {
@@ -48,6 +50,7 @@ private:
         std::string text;
     };
 
+    bool IsClick(const NMHDR& header, std::optional<std::size_t> part) const;
     std::vector<Part> Parts() const;
     void Arrange();
     int WidthOf(const Part& part) const;
@@ -61,4 +64,5 @@ private:
     int controls_ = -1;
     int messages_ = -1;
     std::optional<std::size_t> messagesPart_;
+    std::optional<std::size_t> devicesPart_;
 };

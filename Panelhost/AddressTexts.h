@@ -20,6 +20,7 @@ struct ADDRESSTEXT {
     logic::AddressForm form = logic::AddressForm::None;
     std::string text;                           // as it is saved: with "%n" and the like
     std::vector<logic::AddressPlace> addresses; // in order; at least one
+    logic::FormOfKeyword formOf;                // of the panel's keywords
 };
 
 // All such texts that controls of the root are saved with, control by control in the order of saving; of the

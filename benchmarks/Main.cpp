@@ -25,18 +25,19 @@ constexpr const char* USAGE =
     "  --only NAME  of the figures that are taken of each class only those of the control of that name\n"
     "  --json FILE  writes the results there as well (tools/compare-benchmarks compares two of them)\n"
     "  GROUP        one of create, paint, record, memory, file, work, wave, sound, strip, network, panel, "
-    "content, device, view, edit (default: all)\n";
+    "content, device, view, edit, bindings (default: all)\n";
 
 struct Group {
     const char* name;
     void (*measure)(Report&);
 };
 constexpr Group GROUPS[] = {
-    {"create", MeasureCreation}, {"paint", MeasurePainting},  {"record", MeasureRecords},
-    {"memory", MeasureMemory},   {"file", MeasurePanelFiles}, {"work", MeasureWork},
-    {"wave", MeasureWaveFiles},  {"sound", MeasureSound},     {"strip", MeasureStrips},
-    {"network", MeasureNetwork}, {"panel", MeasurePanels},    {"content", MeasureContent},
-    {"device", MeasureDevices},  {"view", MeasureViews},      {"edit", MeasureEditing},
+    {"create", MeasureCreation},   {"paint", MeasurePainting},  {"record", MeasureRecords},
+    {"memory", MeasureMemory},     {"file", MeasurePanelFiles}, {"work", MeasureWork},
+    {"wave", MeasureWaveFiles},    {"sound", MeasureSound},     {"strip", MeasureStrips},
+    {"network", MeasureNetwork},   {"panel", MeasurePanels},    {"content", MeasureContent},
+    {"device", MeasureDevices},    {"view", MeasureViews},      {"edit", MeasureEditing},
+    {"bindings", MeasureBindings},
 };
 
 int Run(int count, char** arguments) {

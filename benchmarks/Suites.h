@@ -36,6 +36,7 @@ void MeasureDevices(Report& report);
 void MeasureMatrices(Report& report); // a part of the content
 void MeasureViews(Report& report);
 void MeasureEditing(Report& report);
+void MeasureBindings(Report& report);
 
 // Creates that many windows in this process, which is to do nothing else, lets each load the line unless it
 // is empty, and prints what they hold.

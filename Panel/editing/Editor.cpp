@@ -23,7 +23,9 @@
 namespace {
 
 constexpr COLORREF GHOST_COLOUR = logic::PANEL_ACCENT;
-constexpr int INSIDE_FRAME = 3;                                       // pixels around what was entered
+constexpr int INSIDE_FRAME = 3; // pixels around what was entered
+constexpr int POINTER_WIDTH = 2;
+constexpr ULONGLONG POINTING = 2000;                                  // milliseconds
 constexpr WPARAM PROPERTY_CLICK = MK_RBUTTON | MK_SHIFT | MK_CONTROL; // the control's own
 
 const char* CursorOf(logic::Handle handle) {
@@ -66,6 +68,7 @@ void Editor::SetActive(bool active) {
     }
     FinishGesture(true);
     selection_.Clear();
+    StopPointing();
     active_ = active;
     ph_SetMode(edits_.Root(), active ? 1 : 0);
     if (active && GetFocus() && IsChild(GetAncestor(panel_, GA_ROOT), GetFocus())) {
@@ -348,7 +351,43 @@ std::optional<POINT> Editor::ShowGhost(const CatalogueEntry& entry, POINT screen
     return corner;
 }
 
+void Editor::PointAt(HOSTINFO* control) {
+    FinishGesture(true);
+    if (active_) {
+        return selection_.Set({control});
+    }
+    RECT frame = PlaceOn(panel_, control->window);
+    std::vector<OverlayLines::Line> outline;
+    for (int width = 0; width < POINTER_WIDTH; ++width) {
+        InflateRect(&frame, 1, 1);
+        OverlayLines::AddFrame(outline, frame, GHOST_COLOUR);
+    }
+    lines_.Show(outline);
+    pointsUntil_ = GetTickCount64() + POINTING;
+}
+
+void Editor::StopPointing() {
+    if (pointsUntil_ != 0) {
+        pointsUntil_ = 0;
+        lines_.Hide();
+    }
+}
+
+void Editor::Tick() {
+    if (GetTickCount64() >= pointsUntil_) {
+        StopPointing();
+    }
+}
+
 // Commands.
+
+int Editor::Apply(const std::string& label, const std::vector<PanelEdits::Line>& lines) {
+    if (locked_ || !active_) {
+        return 0;
+    }
+    FinishGesture(true);
+    return edits_.Apply(label, lines);
+}
 
 bool Editor::IsEnabled(int command) const {
     return command == CMD_EDIT_MODE || (active_ && commands_.IsEnabled(command));

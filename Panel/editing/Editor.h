@@ -13,6 +13,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 class HOSTINFO;
 
@@ -45,6 +46,14 @@ public:
     std::optional<POINT> ShowGhost(const CatalogueEntry& entry, POINT screen);
     void HideGhost() { lines_.Hide(); }
 
+    // Shows the user where a control is: it is selected while the panel is edited, and framed for two seconds
+    // while it is operated.
+    void PointAt(HOSTINFO* control);
+    // The time goes on.
+    void Tick();
+    // PanelEdits::Apply, unless something else is going on.
+    int Apply(const std::string& label, const std::vector<PanelEdits::Line>& lines);
+
     bool IsDragging() const { return gesture_ != nullptr; }
     // Whether properties may be changed now.
     bool MayChange() const { return active_ && !locked_ && !gesture_; }
@@ -73,6 +82,8 @@ private:
     void RightPress(POINT point);
     void Paint();
 
+    void StopPointing();
+
     // What is at a point of the panel.
     HOSTINFO* ObjectAt(POINT point) const;
     void LeaveUnlessAt(POINT point);
@@ -88,6 +99,7 @@ private:
     std::unique_ptr<Gesture> gesture_;
     bool active_ = false;
     bool locked_ = false;
+    ULONGLONG pointsUntil_ = 0; // at a control; 0: at none
 
     // The press before, to know a double one by.
     HOSTINFO* pressed_ = nullptr;

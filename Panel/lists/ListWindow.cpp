@@ -22,7 +22,7 @@ void CopyToClipboard(HWND owner, const std::string& text) {
 } // namespace
 
 bool ListWindow::Create(const char* className, const char* title, HWND frame, HFONT font, int menu,
-                        std::span<const ListColumn> columns) {
+                        std::span<const ListColumn> columns, int keys) {
     const HINSTANCE instance = GetModuleHandleA(nullptr);
     const RECT place{0, 0, WIDTH, HEIGHT};
     if (!Window::Create(className, title, WS_OVERLAPPEDWINDOW & ~(WS_MINIMIZEBOX | WS_MAXIMIZEBOX),
@@ -30,7 +30,7 @@ bool ListWindow::Create(const char* className, const char* title, HWND frame, HF
                         nullptr)) {
         return false;
     }
-    keys_ = LoadAcceleratorsA(instance, MAKEINTRESOURCEA(IDA_TRACE));
+    keys_ = LoadAcceleratorsA(instance, MAKEINTRESOURCEA(keys == 0 ? IDA_TRACE : keys));
     RECT client;
     GetClientRect(Handle(), &client);
     list_ = CreateWindowExA(0, WC_LISTVIEWA, "",
@@ -51,6 +51,24 @@ bool ListWindow::Create(const char* className, const char* title, HWND frame, HF
                      reinterpret_cast<LPARAM>(&column));
     }
     return true;
+}
+
+HWND ListWindow::AddField(const char* className, const char* text, DWORD style, DWORD exStyle, int id,
+                          HFONT font) const {
+    const HWND field = CreateWindowExA(exStyle, className, text, WS_CHILD | WS_VISIBLE | style, 0, 0, 0, 0,
+                                       Handle(), reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)),
+                                       GetModuleHandleA(nullptr), nullptr);
+    if (field) {
+        SetWindowFont(field, font, FALSE);
+    }
+    return field;
+}
+
+std::string ListWindow::TextOf(HWND field) {
+    std::string text(static_cast<std::size_t>(GetWindowTextLengthA(field)), '\0');
+    text.resize(
+        static_cast<std::size_t>(GetWindowTextA(field, text.data(), static_cast<int>(text.size()) + 1)));
+    return text;
 }
 
 // Below the frame, as far as the screen allows.
@@ -74,7 +92,7 @@ void ListWindow::Show(bool shown) {
     Update();
 }
 
-bool ListWindow::TranslateKey(MSG& message) const {
+bool ListWindow::TranslateKey(MSG& message) {
     return (message.hwnd == Handle() || IsChild(Handle(), message.hwnd)) &&
            TranslateAcceleratorA(Handle(), keys_, &message);
 }
@@ -82,8 +100,16 @@ bool ListWindow::TranslateKey(MSG& message) const {
 LRESULT ListWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
     case WM_SIZE:
-        SetWindowPos(list_, nullptr, 0, 0, LOWORD(lParam), HIWORD(lParam), SWP_NOZORDER | SWP_NOACTIVATE);
+        SetWindowPos(list_, nullptr, 0, Top(), LOWORD(lParam), std::max(0, HIWORD(lParam) - Top()),
+                     SWP_NOZORDER | SWP_NOACTIVATE);
         return 0;
+    case WM_ERASEBKGND: {
+        RECT head;
+        GetClientRect(Handle(), &head);
+        head.bottom = Top();
+        FillRect(reinterpret_cast<HDC>(wParam), &head, GetSysColorBrush(COLOR_BTNFACE));
+        return 1;
+    }
     case WM_SETFOCUS:
         SetFocus(list_);
         return 0;
@@ -91,7 +117,9 @@ LRESULT ListWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         OnCommand(LOWORD(wParam));
         return 0;
     case WM_NOTIFY:
-        return OnNotify(*reinterpret_cast<const NMHDR*>(lParam));
+        return reinterpret_cast<const NMHDR*>(lParam)->idFrom == IDC_LIST
+                   ? OnListNotify(*reinterpret_cast<const NMHDR*>(lParam))
+                   : 0;
     case WM_CONTEXTMENU: {
         POINT point{GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
         if (point.x == -1 && point.y == -1) { // asked for with a key
@@ -126,8 +154,8 @@ void ListWindow::OnCommand(int command) {
     }
 }
 
-LRESULT ListWindow::OnNotify(const NMHDR& header) const {
-    if (header.idFrom != IDC_LIST || header.code != LVN_GETDISPINFOA) {
+LRESULT ListWindow::OnListNotify(const NMHDR& header) {
+    if (header.code != LVN_GETDISPINFOA) {
         return 0;
     }
     LVITEMA& item = reinterpret_cast<NMLVDISPINFOA*>(const_cast<NMHDR*>(&header))->item;

@@ -16,14 +16,22 @@ public:
     bool IsShown() const { return IsWindowVisible(Handle()); }
     void Show(bool shown);
     // Serves the window's keys: true when the message was one of them.
-    bool TranslateKey(MSG& message) const;
+    virtual bool TranslateKey(MSG& message);
 
 protected:
+    // With the keys of the trace unless others (IDA_...) are given.
     bool Create(const char* className, const char* title, HWND frame, HFONT font, int menu,
-                std::span<const ListColumn> columns);
+                std::span<const ListColumn> columns, int keys = 0);
     HWND List() const { return list_; }
+    // A field above the list, for which Top makes room.
+    HWND AddField(const char* className, const char* text, DWORD style, DWORD exStyle, int id,
+                  HFONT font) const;
+    static std::string TextOf(HWND field);
     LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
     virtual void OnCommand(int command);
+    virtual LRESULT OnListNotify(const NMHDR& header);
+    // Pixels above the list.
+    virtual int Top() const { return 0; }
     // Brings the list up to date.
     virtual void Update() = 0;
     virtual int Count() const = 0;
@@ -31,7 +39,6 @@ protected:
 
 private:
     void Place();
-    LRESULT OnNotify(const NMHDR& header) const;
     void Copy() const;
 
     HWND list_ = nullptr;

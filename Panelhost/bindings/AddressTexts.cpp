@@ -4,6 +4,7 @@
 #include "Panelhost/objects/PanelRoot.h"
 #include "base/Guard.h"
 
+#include <memory>
 #include <string_view>
 
 namespace {
@@ -29,21 +30,24 @@ std::string TextOf(const HOSTINFO* object, const AddressKeywords::Holder& holder
 }
 
 std::vector<ADDRESSTEXT> TextsOf(PanelRoot& root, const std::vector<HOSTINFO*>& objects) {
-    AddressKeywords keywords(root);
-    const logic::FormOfKeyword formOf = [&](std::string_view keyword) { return keywords.FormOf(keyword); };
+    const auto keywords = std::make_shared<AddressKeywords>(root);
+    const logic::FormOfKeyword formOf = [keywords](std::string_view keyword) {
+        return keywords->FormOf(keyword);
+    };
     std::vector<ADDRESSTEXT> texts;
     for (HOSTINFO* object : objects) {
         if (!a_IsAlive(object) || PanelRoot::Above(object) != &root || object->kind == KIND_DEVICE) {
             continue;
         }
-        for (const AddressKeywords::Holder& holder : keywords.Of(object)) {
+        for (const AddressKeywords::Holder& holder : keywords->Of(object)) {
             std::string text = TextOf(object, holder);
             if (text.empty()) {
                 continue;
             }
             auto addresses = logic::FindAddresses(holder.form, text, formOf);
             if (!addresses.empty()) {
-                texts.push_back({object, holder.row, holder.form, std::move(text), std::move(addresses)});
+                texts.push_back(
+                    {object, holder.row, holder.form, std::move(text), std::move(addresses), formOf});
             }
         }
     }
@@ -105,13 +109,7 @@ std::vector<ADDRESSTEXT> a_AddressTexts(HOSTINFO* root, const std::vector<HOSTIN
 
 std::optional<std::string> a_WithAddresses(const ADDRESSTEXT& text,
                                            const std::vector<std::string>& addresses) {
-    return Guarded(std::optional<std::string>(), [&]() -> std::optional<std::string> {
-        PanelRoot* panel = PanelRoot::Above(text.object);
-        if (panel == nullptr) {
-            return std::nullopt;
-        }
-        const AddressKeywords keywords(*panel);
-        return logic::WithAddresses(text.form, text.text, text.addresses, addresses,
-                                    [&](std::string_view keyword) { return keywords.FormOf(keyword); });
+    return Guarded(std::optional<std::string>(), [&] {
+        return logic::WithAddresses(text.form, text.text, text.addresses, addresses, text.formOf);
     });
 }

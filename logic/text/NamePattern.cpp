@@ -1,21 +1,10 @@
 #include "logic/text/NamePattern.h"
 
 #include <algorithm>
-#include <cstddef>
-#include <optional>
 
 namespace logic {
 
-namespace {
-
-struct Place {
-    char letter;
-    std::size_t digits; // at least
-    std::size_t length; // of its text
-};
-
-// The place at the front of the text.
-std::optional<Place> PlaceAt(std::string_view text) {
+std::optional<NumberPlace> NumberPlaceAt(std::string_view text) {
     if (!text.starts_with('%')) {
         return std::nullopt;
     }
@@ -24,16 +13,14 @@ std::optional<Place> PlaceAt(std::string_view text) {
     if (text.size() <= letterAt || (text[letterAt] != 'i' && text[letterAt] != 'o')) {
         return std::nullopt;
     }
-    return Place{text[letterAt], isPadded ? static_cast<std::size_t>(text[2] - '0') : 1, letterAt + 1};
+    return NumberPlace{text[letterAt], isPadded ? static_cast<std::size_t>(text[2] - '0') : 1, letterAt + 1};
 }
-
-} // namespace
 
 std::string ExpandPattern(std::string_view pattern, int input, int output) {
     std::string expanded;
     while (!pattern.empty()) {
         std::size_t taken = 1;
-        if (const auto place = PlaceAt(pattern)) {
+        if (const auto place = NumberPlaceAt(pattern)) {
             const std::string number = std::to_string(place->letter == 'i' ? input : output);
             expanded.append(place->digits - std::min(place->digits, number.size()), '0');
             expanded += number;

@@ -1,3 +1,4 @@
+#include "logic/text/AddressReplacement.h"
 #include "logic/text/AddressText.h"
 #include "logic/text/NamePattern.h"
 #include "tests/native/Tables.h"
@@ -76,4 +77,42 @@ TEST_CASE("a pattern stands for as many names as there are inputs and outputs") 
     CHECK(ExpandPatterns("in%i%o", 2, 0) == Names{"in11", "in22"});
     CHECK(ExpandPatterns("", 2, 2).empty());
     CHECK(ExpandPatterns("r%i", 0, 2).empty());
+}
+
+TEST_CASE("addresses are replaced that begin with what is looked for") {
+    const auto replaced = [](const char* find, const char* by, const char* address) -> std::string {
+        std::string why;
+        const auto replacement = AddressReplacement::Parse(find, by, why);
+        return replacement ? replacement->Apply(address).value_or("other") : "refused: " + why;
+    };
+    const Row<std::string, const char*, const char*, const char*> rows[] = {
+        {{"amp1", "FOH", "AMP1*gain1"}, "FOH*gain1"}, // a device, or a control with what is inside
+        {{"Strip1", "Strip2", "strip1*Fader*value"}, "Strip2*Fader*value"},
+        {{"Strip1*Fader", "F", "Strip1*fader*value"}, "F*value"},
+        {{"AMP1", "FOH", "AMP1"}, "FOH"},
+        {{"AMP1", "FOH", "AMP10*gain"}, "other"},
+        {{"AMP1", "FOH", "X*AMP1*gain"}, "other"},
+        {{"AMP1*gain", "FOH*ch01.fader", "amp1*gain"}, "FOH*ch01.fader"},
+        {{"AMP1*gain", "FOH*ch01.fader", "AMP1*Gain"}, "other"}, // keywords are told apart by case
+        {{"AMP1*gain", "FOH*ch01.fader", "AMP1*gain1"}, "other"},
+        {{" AMP1*gain%i ", " FOH*ch%02i.fader ", "AMP1*gain7"}, "FOH*ch07.fader"},
+        {{"AMP1*gain%i", "FOH*ch%02i.fader", "AMP1*gain12"}, "FOH*ch12.fader"},
+        {{"FOH*ch%i.fader", "AMP1*gain%i", "foh*ch07.fader"}, "AMP1*gain7"},
+        {{"AMP1*gain%i", "FOH*ch%02i.fader", "AMP1*gain"}, "other"},
+        {{"AMP1*gain%i", "FOH*ch%02i.fader", "AMP1*gain1x"}, "other"},
+        {{"D*r%i_%o", "E*x%02o.%i", "D*r3_4"}, "E*x04.3"},
+        {{"D*r%i_%o", "E*x%02o.%i", "D*r%i_%02o"}, "E*x%02o.%i"}, // in a pattern
+        {{"D*r%02i_%o", "E*r%02i_%o", "D*r3_4"}, "E*r03_4"},
+        {{"D*r%i_%i", "E*r%i", "D*r3_3"}, "E*r3"},
+        {{"D*r%i_%i", "E*r%i", "D*r3_4"}, "other"},
+        {{"AMP%i", "RACK%i", "AMP2*gain1"}, "RACK2*gain1"},
+        {{"%n*Fader", "%n*Level", "%n*Fader"}, "%n*Level"},
+        {{"A*r%i", "A*r%02i", "A*r01"}, "other"}, // as it is
+        {{"A*r%i", "B*r%i", "A*r99999999999999999999"}, "other"},
+        {{"A", "", "A"}, "refused: "},
+        {{"", "A", ""}, "refused: "},
+        {{"A*r", "A*r%i", "A*r"}, "refused: There is no %i in what is looked for"},
+        {{"A", "B;C", "A"}, "refused: An address holds neither ; nor ="},
+    };
+    CheckRows(replaced, rows);
 }

@@ -1,5 +1,7 @@
 // Everything that is bound on a panel: what is found, its state and value, and the texts that hold addresses.
 
+#include "Panel/bindings/BindingTable.h"
+#include "Panel/bindings/ReplacePlan.h"
 #include "Panel/editing/PanelEdits.h"
 #include "Panelhost/BindingList.h"
 #include "Panelhost/Root.h"
@@ -165,4 +167,128 @@ TEST_CASE("texts with addresses are changed in one step, which undo takes back")
     CHECK(a_AddressTexts(panel.Root(), {&ObjectOf(panel.Find("Push"))}).size() == 1);
     DestroyWindow(panel.Find("Knob"));
     CHECK(edits.Apply("Replace", lines) == 2);
+}
+
+TEST_CASE("the rows of bindings are searched, sorted and exported") {
+    const TestPanel panel;
+    panel.Declare("AMP1*device=simulated\nAMP1*a=float,-80,18,-6,dB\nAMP1*b=float,-80,18,-20,dB\n"
+                  "AMP1*t=text,,,y\n");
+    ph_SetParameter(panel.Root(), "AMP1*t", "\"x\", y");
+    panel.Open(Header("KNOB", "Z") + "Z*function=AMP1*a;AMP1*b;Gone*x\r\n" + Header("KNOB", "A") +
+               "A*function=AMP1*t\r\n");
+    BindingTable table;
+    CHECK(table.Read(panel.Root()));
+    CHECK_FALSE(table.Read(panel.Root()));
+    const auto shown = [&] {
+        std::string addresses;
+        for (int row = 0; row < table.Count(); ++row) {
+            addresses += (row == 0 ? "" : " ") + table.Cell(row, BindingColumn::Address);
+        }
+        return addresses;
+    };
+    CHECK(shown() == "AMP1*a AMP1*b Gone*x AMP1*t");
+    using enum BindingColumn;
+    const std::tuple<BindingColumn, bool, const char*> orders[] = {
+        {Control, false, "AMP1*t AMP1*a AMP1*b Gone*x"}, {Address, true, "Gone*x AMP1*t AMP1*b AMP1*a"},
+        {State, true, "Gone*x AMP1*a AMP1*b AMP1*t"},    {Value, false, "Gone*x AMP1*b AMP1*a AMP1*t"},
+        {Value, true, "AMP1*t AMP1*a AMP1*b Gone*x"},
+    };
+    for (const auto& [column, descending, expected] : orders) {
+        table.SortBy(column, descending);
+        CHECK(shown() == expected);
+    }
+    table.SortBy(Address, false);
+    for (const auto& [text, expected] : {std::pair("amp1 Z", "AMP1*a AMP1*b"),
+                                         {"no SUCH", "Gone*x"},
+                                         {"nothing", ""},
+                                         {" ", "AMP1*a AMP1*b AMP1*t Gone*x"}}) {
+        table.Search(text);
+        CHECK(shown() == expected);
+    }
+    CHECK(table.Csv().starts_with("Control,Keyword,Bound to,State,Value,Age\r\nZ,function,AMP1*a,live,-6,"));
+    CHECK(table.Csv().find("A,function,AMP1*t,live,\"\"\"x\"\", y\",") != std::string::npos);
+    CHECK(table.Text().starts_with("Control  Keyword   Bound to  State              Value   Age\r\n"
+                                   "Z        function  AMP1*a    live               -6      "));
+    table.ShowOnlyNotLive(true);
+    CHECK(shown() == "Gone*x");
+    CHECK(table.NotLive() == 1);
+    CHECK(table.Total() == 4);
+
+    // It follows the panel, and what is gone by then is no row of words.
+    ph_SetParameter(panel.Root(), "AMP1*a", "3");
+    table.ShowOnlyNotLive(false);
+    table.Read(panel.Root());
+    CHECK(table.Cell(0, Value) == "3");
+    DestroyWindow(panel.Find("Z"));
+    CHECK(table.Cell(0, Control).empty());
+    CHECK(table.Cell(0, Value).empty());
+    table.Search("Z");
+    CHECK(table.Count() == 0);
+    table.Search("");
+    CHECK(table.Read(panel.Root()));
+    CHECK(shown() == "AMP1*t");
+}
+
+TEST_CASE("a panel of 200 controls moves from a simulated device to a console, with a preview") {
+    const TestPanel panel;
+    std::string devices = "AMP1*device=simulated\nFOH*device=osc,127.0.0.1:9,x32\n";
+    std::string lines;
+    for (int i = 1; i <= 200; ++i) {
+        const std::string number = std::to_string(i);
+        const std::string parameter = (i <= 32   ? "gain"
+                                       : i <= 64 ? "mute"
+                                                 : "other") +
+                                      std::to_string((i - 1) % 32 + 1);
+        devices += i <= 96 ? "AMP1*" + parameter + "=float,-80,18,-6,dB\n" : "";
+        lines += Header("KNOB", "K" + number) + "K" + number + "*function=AMP1*" + parameter + "\r\n";
+    }
+    lines += Header("MINIROUTING", "M") + "M*inputs=4\r\nM*outputs=2\r\nM*routes=AMP1*send%i_%o\r\n";
+    REQUIRE(panel.Declare(devices) == 2);
+    REQUIRE(panel.Open(lines) == 201);
+    PanelEdits edits(panel.Root(), [](const std::string& text) { FAIL_CHECK(text); });
+    ph_SetMode(panel.Root(), 1);
+    const std::string start = panel.Saved();
+    const std::tuple<const char*, const char*, int, int, int> rows[] = {
+        // addresses, those that will name nothing, properties
+        {"AMP1*gain%i", "FOH*ch%02i.fader", 32, 0, 32},
+        {"AMP1*mute%i", "FOH*ch%02i.mute", 32, 0, 32},
+        {"AMP1*send%i_%o", "FOH*ch%02i.send%02o", 1, 0, 1},
+        {"AMP1", "FOH", 136, 136, 136},
+        {"AMP1", "FOH", 0, 0, 0},
+    };
+    for (const auto& [find, by, addresses, unresolved, properties] : rows) {
+        CAPTURE(std::string(find));
+        std::string why;
+        const auto replacement = logic::AddressReplacement::Parse(find, by, why);
+        REQUIRE(replacement);
+        const std::vector<HOSTINFO*> one{&ObjectOf(panel.Find("K200"))};
+        CHECK(PlanReplacement(panel.Root(), &one, *replacement).entries.size() == (addresses == 136 ? 1 : 0));
+        const ReplacePlan plan = PlanReplacement(panel.Root(), nullptr, *replacement);
+        CHECK(static_cast<int>(plan.entries.size()) == addresses);
+        CHECK(plan.unresolved == unresolved);
+        CHECK(edits.Apply("Replace", plan.lines) == properties);
+    }
+    CHECK(Text(panel.Find("K7"), "function") == "FOH*ch07.fader");
+    CHECK(Text(panel.Find("M"), "routes") == "FOH*ch%02i.send%02o");
+    int bound = 0;
+    for (const Listed& one : List(panel)) {
+        bound += one.target == "FOH" && one.state == PH_STATE_UNKNOWN ? 1 : 0;
+        CHECK(one.target != "AMP1");
+    }
+    CHECK(bound == 32 + 32 + 8);
+    int steps = 0;
+    for (; edits.Undo(); ++steps) {
+    }
+    CHECK(steps == 4);
+    CHECK(panel.Saved() == start);
+
+    std::string why; // a click cannot hold what would end its address
+    Load(panel.Find("K1"), "function=AMP1*gain1");
+    panel.Create("BBUTTON", "Push");
+    Load(panel.Find("Push"), "click=K1*value=1");
+    const ReplacePlan plan =
+        PlanReplacement(panel.Root(), nullptr, *logic::AddressReplacement::Parse("K1*value", "K2", why));
+    REQUIRE(plan.entries.size() == 1);
+    CHECK_FALSE(plan.entries[0].isTaken);
+    CHECK(plan.lines.empty());
 }

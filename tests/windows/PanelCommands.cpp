@@ -109,15 +109,26 @@ HWND Shown(const char* className, const char* title) {
 }
 
 // What the command asks, which is answered with that button, in a file dialog after the name of a file.
-std::string Ask(const PanelHere& program, int command, const char* title, int button,
-                const std::string& file = "") {
+std::string AskWindow(HWND window, int command, const char* title, int button, const std::string& file) {
     Answer answer(title, button, [&] {
         for (const int field : {0x480, 0x47C}) { // of one make of the dialog and the other
             SetDlgItemTextA(FindWindowA("#32770", title), field, file.c_str());
         }
     });
-    program.Command(command);
+    SendMessageA(window, WM_COMMAND, static_cast<WPARAM>(command), 0);
     return answer.Question();
+}
+std::string Ask(const PanelHere& program, int command, const char* title, int button,
+                const std::string& file = "") {
+    return AskWindow(program.Frame(), command, title, button, file);
+}
+
+HWND Bindings() {
+    return Shown("PanelBindings", "Bindings");
+}
+
+HWND Replacing() {
+    return Shown("PanelReplace", "Replace in Bindings");
 }
 
 int Rows(const PanelHere& program, const char* window, UINT count = LVM_GETITEMCOUNT) {
@@ -278,6 +289,106 @@ const std::pair<int, void (*)(PanelHere& program)> OTHERS[] = {
          }
          SendMessageA(Shown("PanelTrace", "Trace"), WM_CLOSE, 0, 0);
          CHECK(Shown("PanelTrace", "Trace") == nullptr);
+     }},
+    {CMD_VIEW_BINDINGS,
+     [](PanelHere& program) {
+         for (const bool shown : {true, false, true}) {
+             program.Type('B', "Ctrl", shown ? program.Panel() : Bindings());
+             CHECK((Bindings() != nullptr) == shown);
+             CHECK(program.Item(CMD_VIEW_BINDINGS).checked == shown);
+             CHECK(Rows(program, "PanelBindings") == (shown ? 4 : 0));
+         }
+         program.Type(VK_ESCAPE, "", Bindings());
+         CHECK(Bindings() == nullptr);
+         program.Command(CMD_VIEW_BINDINGS);
+     }},
+    {CMD_BINDINGS_SEARCH,
+     [](PanelHere& program) {
+         program.Type('F', "Ctrl", Bindings());
+         const HWND field = GetDlgItem(Bindings(), IDC_BINDING_SEARCH);
+         CHECK(GetFocus() == field);
+         SetWindowTextA(field, "RESOL a");
+         CHECK(Rows(program, "PanelBindings") == 1);
+         CHECK(TextOf(GetDlgItem(Bindings(), IDC_BINDING_COUNTS)) == "1 of 4 bindings, 0 not live");
+         SetWindowTextA(field, "");
+         CHECK(Rows(program, "PanelBindings") == 4);
+     }},
+    {CMD_BINDINGS_NOT_LIVE,
+     [](PanelHere& program) {
+         Load(ph_Find(program.Root(), "B"), "connection=Nobody");
+         SendMessageA(Bindings(), WM_TIMER, 1, 0); // a second later
+         for (const int rows : {1, 5}) {
+             program.Type('L', "Ctrl", Bindings());
+             CHECK(Rows(program, "PanelBindings") == rows);
+         }
+     }},
+    {CMD_BINDINGS_GO,
+     [](PanelHere& program) {
+         const HWND list = program.Below(Bindings(), WC_LISTVIEWA);
+         ListView_SetItemState(list, 4, LVIS_SELECTED, LVIS_SELECTED);
+         program.Type(VK_RETURN, "", list);
+         const HWND line = FindWindowA("PanelLine", nullptr);
+         CHECK(IsWindowVisible(line)); // around what it points at
+         CHECK(Await([&] {
+             program.Tick();
+             return !IsWindowVisible(line);
+         }));
+         program.Command(CMD_EDIT_MODE);
+         SendMessageA(Bindings(), WM_COMMAND, CMD_BINDINGS_GO, 0);
+         program.Tick();
+         CHECK(program.Status().starts_with("S*Part   LED"));
+         program.Command(CMD_EDIT_MODE);
+     }},
+    {CMD_BINDINGS_EXPORT,
+     [](PanelHere& program) {
+         for (const auto& [name, text] :
+              {std::pair("list.csv", "C,connection,A,live,0,\r\n"),
+               {"list.txt", "C        connection  A             live             0\r\n"}}) {
+             const std::string file = program.Folder().Path(name);
+             AskWindow(Bindings(), CMD_BINDINGS_EXPORT, "Save As", IDOK, file);
+             CHECK(Contains(ReadBytes(file), text));
+         }
+     }},
+    {CMD_REPLACE_BINDINGS,
+     [](PanelHere& program) {
+         CHECK_FALSE(program.Item(CMD_REPLACE_BINDINGS).enabled);
+         program.Command(CMD_REPLACE_BINDINGS);
+         CHECK(Replacing() == nullptr);
+         program.Command(CMD_EDIT_MODE);
+         for (const bool shown : {true, false, true}) {
+             program.Type('R', "Ctrl", shown ? program.Panel() : Replacing());
+             CHECK((Replacing() != nullptr) == shown);
+         }
+         CHECK(GetFocus() == GetDlgItem(Replacing(), IDC_REPLACE_FIND));
+         SetDlgItemTextA(Replacing(), IDC_REPLACE_FIND, "a");
+         SetDlgItemTextA(Replacing(), IDC_REPLACE_BY, "Nobody");
+         CHECK(Rows(program, "PanelReplace") == 2);
+         CHECK(TextOf(GetDlgItem(Replacing(), IDC_REPLACE_TOLD)) ==
+               "2 addresses, 2 of them will name nothing");
+         SetDlgItemTextA(Replacing(), IDC_REPLACE_BY, "Combo");
+     }},
+    {CMD_REPLACE_SELECTED,
+     [](PanelHere& program) {
+         SendMessageA(GetDlgItem(Replacing(), CMD_REPLACE_SELECTED), BM_CLICK, 0, 0);
+         CHECK(Rows(program, "PanelReplace") == 0); // nothing is selected
+         Select(program, "S");
+         CHECK(Await([&] { return Rows(program, "PanelReplace") == 1; })); // of what is inside
+     }},
+    {CMD_REPLACE_ALL,
+     [](PanelHere& program) {
+         const auto bound = [&](const char* name) {
+             return a_BuildString(ObjectOf(ph_Find(program.Root(), name)).connections);
+         };
+         program.Type(VK_RETURN, "", GetDlgItem(Replacing(), IDC_REPLACE_BY));
+         CHECK(TextOf(GetDlgItem(Replacing(), IDC_REPLACE_TOLD)) == "1 property changed");
+         CHECK(Rows(program, "PanelReplace") == 0);
+         CHECK(bound("S*Part") == "Combo");
+         CHECK(bound("C") == "A");
+         CHECK(program.UndoAll() == 1);
+         CHECK(bound("S*Part") == "A");
+         program.Command(CMD_EDIT_MODE);
+         CHECK(Replacing() == nullptr); // it went with the edit mode
+         program.Command(CMD_SAVE);
      }},
     {CMD_VIEW_UNREAD,
      [](PanelHere& program) {

@@ -307,6 +307,21 @@ TEST_CASE(
         CHECK(program.Status(2) == "1 control");
         CHECK(SendMessageA(program.Part(STATUSCLASSNAMEA), SB_GETICON, 1, 0) != 0);
     }
+    // The lamp opens the list of what is bound, with what is not live alone.
+    REQUIRE(ph_SetParameter(program.Root(), "AMP1*online", "0") == 1);
+    NMMOUSE click{};
+    click.hdr = {program.Part(STATUSCLASSNAMEA), IDC_STATUS, static_cast<UINT>(NM_CLICK)};
+    const HWND bindings = FindWindowA("PanelBindings", "Bindings");
+    for (const auto& [part, isOpened] : {std::pair(2, false), std::pair(1, true)}) {
+        click.dwItemSpec = static_cast<DWORD_PTR>(part);
+        SendMessageA(program.Frame(), WM_NOTIFY, IDC_STATUS, reinterpret_cast<LPARAM>(&click));
+        CHECK((IsWindowVisible(bindings) != FALSE) == isOpened);
+    }
+    const HWND list = program.Below(bindings, WC_LISTVIEWA);
+    CHECK(ListView_GetItemCount(list) == 1);
+    ph_SetParameter(program.Root(), "AMP1*online", "1");
+    SendMessageA(bindings, WM_TIMER, 1, 0); // a second later
+    CHECK(ListView_GetItemCount(list) == 0);
 }
 
 TEST_CASE("the grid is drawn over whatever ground there is") {

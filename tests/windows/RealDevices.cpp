@@ -74,6 +74,51 @@ TEST_CASE("device lines that cannot be understood declare nothing, and why is sa
     }
 }
 
+TEST_CASE("the list of what is bound tells what is known of a mixer, and asks it for nothing") {
+    if (HasNoPartners()) {
+        return;
+    }
+    const Mixer mixer;
+    LivePanel panel(Foh());
+    Load(panel.Window(), "layer=u1");
+    for (const auto& [name, function, layer] : {std::tuple("Shown", "function=FOH*ch01.fader", "layer=u1"),
+                                                {"Hidden", "function=FOH*ch07.fader", "layer=u2"}}) {
+        const HWND fader = panel.Create("FADER", name);
+        Load(fader, layer);
+        Load(fader, function);
+    }
+    struct Known {
+        int state, age;
+        std::string value;
+    };
+    const auto list = [&] {
+        std::vector<Known> known;
+        ph_ListBindings(
+            panel.Root(),
+            [](const PH_BINDING* binding, void* context) {
+                static_cast<std::vector<Known>*>(context)->push_back(
+                    {binding->state, binding->age, binding->value});
+            },
+            &known);
+        REQUIRE(known.size() == 2);
+        return known;
+    };
+    REQUIRE(panel.Until([&] { return list()[0].state == PH_STATE_LIVE; }));
+    CHECK(list()[0].value == panel.Parameter("FOH*ch01.fader"));
+    CHECK(list()[0].age >= 0);
+    for (int i = 0; i < 100; ++i) {
+        panel.Tick();
+        REQUIRE(list()[1].state == PH_STATE_UNKNOWN);
+    }
+    CHECK(list()[1].age == -1);
+    CHECK(list()[1].value.empty());
+    panel.Parameter("FOH*ch07.fader"); // which does ask
+    CHECK(panel.Until([&] { return list()[1].state == PH_STATE_LIVE; }));
+    CHECK(panel.Set("FOH*online", "0"));
+    CHECK(panel.Until([&] { return list()[0].state == PH_STATE_OFF; }));
+    CHECK_FALSE(list()[0].value.empty()); // the last one
+}
+
 TEST_CASE("a mixer is operated, and operates the panel") {
     if (HasNoPartners()) {
         return;
