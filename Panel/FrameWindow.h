@@ -12,6 +12,7 @@
 #include "Panel/editing/ObjectPane.h"
 #include "Panel/editing/Palette.h"
 #include "Panel/editing/Toolbar.h"
+#include "Panel/lists/CheckWindow.h"
 #include "Panel/lists/SnapshotWindow.h"
 #include "Panel/lists/TraceLog.h"
 #include "Panel/lists/TraceWindow.h"
@@ -43,6 +44,8 @@ public:
     // Offers panels that were not saved when a program ended otherwise than it should; true when one was
     // opened.
     bool Recover();
+    // What is wrong with the panel, once its devices had time to answer. Without a window.
+    std::list<PANELFINDING> Check();
     // Shows the window and starts the time of the panel.
     void Start(int showCommand);
     // Serves accelerators and the tab key: true when the message was one of them.
@@ -122,6 +125,7 @@ private:
     NoticeBar notice_;
     UnreadWindow unread_;
     SnapshotWindow snapshots_;
+    CheckWindow check_;
     std::unique_ptr<PanelWindow> panel_; // null only while one is replaced
     std::string file_;                   // of the panel; empty while it has none
     OldFile oldFile_;
