@@ -145,6 +145,7 @@ bool ParseCommandLine(int count, wchar_t** arguments, CommandLine& result, std::
     if (!error.empty()) {
         return false;
     }
+    parsed.follow = parsed.follow || parsed.check; // a check moves nothing
     if (!parsed.screenshotFile.empty() && !parsed.exitAfter) {
         parsed.exitAfter = SCREENSHOT_AFTER;
     }
