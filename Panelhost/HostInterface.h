@@ -174,6 +174,7 @@ typedef struct PH_RENAMELOSS {
 PH_API int __cdecl ph_RenameControl(HOSTINFO* root, const char* object, const char* newName, int anyway,
                                     void(__cdecl* receive)(const PH_RENAMELOSS* loss, void* context),
                                     void* context) PH_NOEXCEPT;
+
 /* What is wrong with a panel, as far as can be seen before anybody uses it. */
 #define PH_FINDING_LINE 1    /* a line of the panel file that could not be read */
 #define PH_FINDING_BINDING 2 /* an address that nothing has: a parameter, a control, a keyword */
