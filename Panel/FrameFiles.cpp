@@ -89,6 +89,7 @@ void FrameWindow::Replace(std::unique_ptr<PanelWindow> panel, const std::string&
     bindings_.SetRoot(nullptr);
     view_.SetPanel(panel ? panel->Handle() : nullptr, panel ? panel->Size() : SIZE{});
     snapshots_.SetPanel(nullptr);
+    check_.Show(false); // it was of the other one
     panel_ = std::move(panel);
     file_ = file;
     objectCount_ = -1;

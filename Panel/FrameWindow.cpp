@@ -17,6 +17,7 @@ namespace {
 constexpr UINT_PTR TICK_TIMER = 1;
 constexpr UINT TICK = 20;                // milliseconds
 constexpr ULONGLONG REFRESH_AFTER = 200; // milliseconds
+constexpr ULONGLONG CHECK_PATIENCE = 5000;
 constexpr POINT SCREENSHOT_PLACE{40, 40};
 constexpr DWORD STYLE = WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN;
 constexpr UINT SHOW_WARNINGS = WM_APP; // posted to itself
@@ -84,7 +85,7 @@ bool FrameWindow::Create(std::string& error) {
         status_.Create(Handle(), font_.get()) && trace_.Create(Handle(), font_.get()) &&
         notice_.Create(Handle(), font_.get()) && unread_.Create(Handle(), font_.get()) &&
         snapshots_.Create(Handle(), font_.get()) && bindings_.Create(Handle(), font_.get()) &&
-        replace_.Create(Handle(), font_.get())) {
+        replace_.Create(Handle(), font_.get()) && check_.Create(Handle(), font_.get())) {
         keys_ = LoadAcceleratorsA(instance, MAKEINTRESOURCEA(IDA_FRAME));
         editKeys_ = LoadAcceleratorsA(instance, MAKEINTRESOURCEA(IDA_EDIT));
         operateKeys_ = LoadAcceleratorsA(instance, MAKEINTRESOURCEA(IDA_OPERATE));
@@ -106,11 +107,24 @@ void FrameWindow::Start(int showCommand) {
     SetTimer(Handle(), TICK_TIMER, TICK, nullptr);
 }
 
+std::list<PANELFINDING> FrameWindow::Check() {
+    const ULONGLONG end = GetTickCount64() + CHECK_PATIENCE;
+    do {
+        MsgWaitForMultipleObjects(0, nullptr, FALSE, TICK, QS_ALLINPUT);
+        MSG message;
+        while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) {
+            DispatchMessageA(&message);
+        }
+        panel_->Tick();
+    } while (!a_HasAnswers(panel_->Root()) && GetTickCount64() < end);
+    return a_CheckPanel(panel_->Root());
+}
+
 // Keys.
 
 bool FrameWindow::TranslateKey(MSG& message) {
     if (trace_.TranslateKey(message) || unread_.TranslateKey(message) || snapshots_.TranslateKey(message) ||
-        bindings_.TranslateKey(message) || replace_.TranslateKey(message)) {
+        bindings_.TranslateKey(message) || replace_.TranslateKey(message) || check_.TranslateKey(message)) {
         return true;
     }
     if (message.hwnd != Handle() && !IsChild(Handle(), message.hwnd)) {
@@ -240,6 +254,9 @@ void FrameWindow::OnCommand(int command) {
         return;
     case CMD_SNAPSHOTS:
         return snapshots_.ShowNow();
+    case CMD_CHECK:
+        check_.SetFindings(a_CheckPanel(panel_->Root()));
+        return check_.Show(true);
     case CMD_EXIT:
         SendMessageA(Handle(), WM_CLOSE, 0, 0);
         return;

@@ -14,6 +14,7 @@
 #include "Panel/editing/ObjectPane.h"
 #include "Panel/editing/Palette.h"
 #include "Panel/editing/Toolbar.h"
+#include "Panel/lists/CheckWindow.h"
 #include "Panel/lists/SnapshotWindow.h"
 #include "Panel/lists/TraceLog.h"
 #include "Panel/lists/TraceWindow.h"
@@ -45,6 +46,8 @@ public:
     // Offers panels that were not saved when a program ended otherwise than it should; true when one was
     // opened.
     bool Recover();
+    // What is wrong with the panel, once its devices had time to answer. Without a window.
+    std::list<PANELFINDING> Check();
     // Shows the window and starts the time of the panel.
     void Start(int showCommand);
     // Serves accelerators and the tab key: true when the message was one of them.
@@ -128,6 +131,7 @@ private:
     SnapshotWindow snapshots_;
     BindingsWindow bindings_;
     ReplaceWindow replace_;
+    CheckWindow check_;
     std::unique_ptr<PanelWindow> panel_; // null only while one is replaced
     std::string file_;                   // of the panel; empty while it has none
     OldFile oldFile_;

@@ -8,6 +8,7 @@
 #include "Panel/common/VersionText.h"
 #include "Panel/lists/TraceLog.h"
 #include "Panel/operating/Watch.h"
+#include "Panelhost/PanelCheck.h"
 #include "Panelhost/Trace.h"
 #include "base/FileNames.h"
 
@@ -24,6 +25,12 @@ namespace {
 struct LocalFreer {
     void operator()(wchar_t** memory) const { LocalFree(memory); }
 };
+
+int ReportCheck(const std::list<PANELFINDING>& findings) {
+    const std::string report = findings.empty() ? "Nothing was found.\r\n" : a_FindingsText(findings);
+    const bool isWritten = WriteStandard(STD_OUTPUT_HANDLE, report);
+    return !isWritten ? EXIT_NOT_DONE : findings.empty() ? EXIT_SUCCESS : EXIT_FAILURE;
+}
 
 int Run(const CommandLine& commandLine, const Reporter& reporter, int showCommand) {
     const INITCOMMONCONTROLSEX classes{sizeof classes,
@@ -47,9 +54,14 @@ int Run(const CommandLine& commandLine, const Reporter& reporter, int showComman
     library.LoadFurther(WideFileName(ModuleFolder(nullptr)) + L"Libraries\\");
 
     FrameWindow frame(commandLine, reporter, library, log);
-    if (!frame.Create(error) || (!frame.Recover() && !frame.OpenPanel(commandLine.panelFile, error))) {
+    const bool mayRecover = !commandLine.check; // the file is meant
+    if (!frame.Create(error) ||
+        (!(mayRecover && frame.Recover()) && !frame.OpenPanel(commandLine.panelFile, error))) {
         reporter.Fail(error);
         return EXIT_NOT_DONE;
+    }
+    if (commandLine.check) {
+        return ReportCheck(frame.Check());
     }
     frame.Start(showCommand);
     return RunMessageLoop(frame);

@@ -11,7 +11,6 @@
 #define IDD_PIN 10
 #define IDD_NEW_PIN 11
 #define IDM_SNAPSHOTS 8
-#define IDM_CHECK 9
 
 #define IDD_RENAME 20
 
@@ -117,3 +116,4 @@
 #define CMD_REPLACE_BINDINGS 1110
 #define CMD_REPLACE_SELECTED 1111
 #define CMD_REPLACE_ALL 1112
+#define CMD_CHECK 1125

@@ -175,6 +175,26 @@ PH_API int __cdecl ph_RenameControl(HOSTINFO* root, const char* object, const ch
                                     void(__cdecl* receive)(const PH_RENAMELOSS* loss, void* context),
                                     void* context) PH_NOEXCEPT;
 
+/* What is wrong with a panel, as far as can be seen before anybody uses it. */
+#define PH_FINDING_LINE 1    /* a line of the panel file that could not be read */
+#define PH_FINDING_BINDING 2 /* an address that nothing has: a parameter, a control, a keyword */
+#define PH_FINDING_FILE 3    /* a file that is missing */
+#define PH_FINDING_PLACE 4   /* a control that reaches beyond what contains it */
+#define PH_FINDING_COVER 5   /* a control that covers another one */
+#define PH_FINDING_LAYER 6   /* a layer that is not active, and no button brings it up */
+#define PH_FINDING_DEVICE 7  /* a device that is not live, or could not be declared */
+typedef struct PH_FINDING {
+    int kind;           /* PH_FINDING_... */
+    const char* object; /* full name of the control or device; empty for the panel */
+    const char* text;   /* in words */
+} PH_FINDING;
+/* Hands every finding to a function (null: to nobody). Devices are judged as they are now: call ph_Tick for
+ * some seconds first, so that they can answer. The texts are valid during that call. How many there are; -1
+ * on failure. */
+PH_API int __cdecl ph_CheckPanel(HOSTINFO* root,
+                                 void(__cdecl* receive)(const PH_FINDING* finding, void* context),
+                                 void* context) PH_NOEXCEPT;
+
 /* For libraries of controls: panel files and the clipboard create windows of registered classes alone, for
  * every host. A library tells of a window class once it has registered it with the system, and takes that
  * back before it unregisters it or is unloaded; both may be called while a library is loaded and unloaded

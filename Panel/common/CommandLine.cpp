@@ -19,6 +19,8 @@ const char* const USAGE =
     "  --trace FILE       append every trace line to that file\r\n"
     "  --recovery FOLDER  keep the copies there that bring back unsaved changes after a\r\n"
     "                     crash (default: in the user's application data)\r\n"
+    "  --check            report on standard output what is wrong with the panel, once its\r\n"
+    "                     devices had up to 5 s to answer, and end without a window\r\n"
     "  --edit             begin in edit mode\r\n"
     "  --operate          the panel alone: no menus and dialogs, no edit mode unless the\r\n"
     "                     panel has a PIN for it (F5)\r\n"
@@ -29,7 +31,8 @@ const char* const USAGE =
     "  --version          print the version and the commit it was built from\r\n"
     "  --help             print this text\r\n"
     "\r\n"
-    "The exit code is 0, or 2 when something asked for here could not be done.";
+    "The exit code is 0, or 2 when something asked for here could not be done; of --check\r\n"
+    "it is 1 when something is wrong with the panel.";
 
 namespace {
 
@@ -49,7 +52,8 @@ bool ReadMilliseconds(std::string_view text, std::optional<std::uint32_t>& resul
 
 // The option that has no value of its own; null for any other.
 bool* Switch(const std::string& argument, CommandLine& commandLine) {
-    return argument == "--edit"          ? &commandLine.edit
+    return argument == "--check"         ? &commandLine.check
+           : argument == "--edit"        ? &commandLine.edit
            : argument == "--operate"     ? &commandLine.operate
            : argument == "--full-screen" ? &commandLine.fullScreen
            : argument == "--watch"       ? &commandLine.watch
@@ -64,6 +68,12 @@ std::string Objection(const CommandLine& commandLine) {
     }
     if (commandLine.operate && commandLine.panelFile.empty()) {
         return "--operate needs a panel file";
+    }
+    if (commandLine.check && commandLine.panelFile.empty()) {
+        return "--check needs a panel file";
+    }
+    if (commandLine.check && (commandLine.operate || commandLine.watch)) {
+        return "--check excludes --operate and --watch";
     }
     return commandLine.fullScreen && !commandLine.operate ? "--full-screen needs --operate" : "";
 }
@@ -83,7 +93,7 @@ bool ReadFileName(const wchar_t* name, std::string& result, std::string& error) 
 bool ParseCommandLine(int count, wchar_t** arguments, CommandLine& result, std::string& error) {
     result = CommandLine{};
     result.unattended = std::any_of(arguments, arguments + count, [](std::wstring_view argument) {
-        return argument == L"--exit-after" || argument == L"--screenshot";
+        return argument == L"--exit-after" || argument == L"--screenshot" || argument == L"--check";
     });
     CommandLine parsed = result;
     for (int i = 0; i < count; ++i) {
@@ -140,6 +150,7 @@ bool ParseCommandLine(int count, wchar_t** arguments, CommandLine& result, std::
     if (!error.empty()) {
         return false;
     }
+    parsed.follow = parsed.follow || parsed.check; // a check moves nothing
     if (!parsed.screenshotFile.empty() && !parsed.exitAfter) {
         parsed.exitAfter = SCREENSHOT_AFTER;
     }

@@ -12,6 +12,7 @@ struct CommandLine {
     std::string traceFile;
     std::string recoveryFolder;
     std::optional<std::uint32_t> exitAfter; // milliseconds
+    bool check = false;                     // report what is wrong with the panel, and end
     bool edit = false;
     bool operate = false; // and no more: no edit mode, dialogs and menus
     bool fullScreen = false;

@@ -16,7 +16,7 @@
 namespace {
 
 enum Column { COLUMN_ADDRESS, COLUMN_SNAPSHOT, COLUMN_NOW, COLUMN_STATE };
-constexpr ListColumn COLUMNS[] = {{"Parameter", 150}, {"Snapshot", 90}, {"Now", 90}, {"State", 190}};
+constexpr ListColumn COLUMNS[] = {{"Parameter", 150}, {"Snapshot", 90}, {"Now", 90}, {"State", 130}};
 
 constexpr int NAMES_WIDTH = 150;
 constexpr int ROW_HEIGHT = 23;
@@ -341,8 +341,12 @@ LRESULT SnapshotWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_SIZE:
         Arrange();
         return 0;
-    case WM_CTLCOLORSTATIC:
-        return DefWindowProcA(Handle(), message, wParam, lParam);
+    case WM_ERASEBKGND: {
+        RECT client;
+        GetClientRect(Handle(), &client);
+        FillRect(reinterpret_cast<HDC>(wParam), &client, GetSysColorBrush(COLOR_BTNFACE));
+        return 1;
+    }
     case WM_COMMAND:
         if (LOWORD(wParam) == IDC_SNAPSHOT_LIST) {
             if (HIWORD(wParam) == LBN_SELCHANGE && root_ != nullptr) {

@@ -2,14 +2,13 @@
 
 #include "Panelhost/Snapshots.h"
 
-#include "Panelhost/Devices.h"
+#include "Panelhost/BindingList.h"
 #include "Panelhost/HostInterface.h"
 #include "Panelhost/PropertyList.h"
 #include "Panelhost/Trace.h"
 #include "Panelhost/files/FileBeside.h"
 #include "Panelhost/files/LineFile.h"
 #include "Panelhost/objects/PanelRoot.h"
-#include "Panelhost/objects/RequestAddress.h"
 #include "Version.h"
 #include "base/FileNames.h"
 #include "base/FileSearch.h"
@@ -210,19 +209,15 @@ std::list<std::string> a_ListRecallable(HOSTINFO* object) {
             return addresses;
         }
         std::unordered_set<std::string> known;
-        const auto add = [&](const REQUESTLIST& requests) {
-            for (const REQUESTITEM& item : requests) {
-                if (item.device != nullptr && item.address != nullptr &&
-                    known.insert(item.address->text).second &&
-                    IsRecallable(Find(*root, item.address->text))) {
-                    addresses.push_back(item.address->text);
-                }
+        for (const BINDING& binding : a_ListBindings(root)) {
+            if (binding.target == nullptr || binding.target->kind != KIND_DEVICE) {
+                continue;
             }
-        };
-        for (const HOSTINFO* control : root->Controls()) {
-            add(control->requests);
-            for (const Bindings::FurtherList& list : root->bindings.FurtherLists(control)) {
-                add(*list.requests);
+            std::string address = binding.target->name + "*" + binding.keyword;
+            const logic::AddressForm form = a_AddressForm(binding.object, binding.row);
+            if ((form == logic::AddressForm::Functions || form == logic::AddressForm::Pattern) &&
+                known.insert(address).second && IsRecallable(Find(*root, address))) {
+                addresses.push_back(std::move(address));
             }
         }
         return addresses;

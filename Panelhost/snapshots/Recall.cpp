@@ -12,6 +12,10 @@
 namespace {
 
 constexpr int TRIES = 3;
+// A panel that could not tick for a while makes a fade longer: the way is made in steps of at most 1/40 of
+// the time, or of so many milliseconds.
+constexpr std::uint64_t STEPS = 40;
+constexpr std::uint64_t LEAST_STEP = 40;
 constexpr std::uint64_t START_PATIENCE = 3000;   // for the value that a fade starts from
 constexpr std::uint64_t SETTLE_PATIENCE = 15000; // for a value to be confirmed
 
@@ -22,6 +26,9 @@ int Recall::Start(const std::vector<logic::SnapshotValue>& values, int milliseco
     name_ = name;
     duration_ = static_cast<std::uint32_t>(std::clamp(milliseconds, 0, logic::LONGEST_FADE));
     devices_.clear();
+    if (underWay_.empty()) {
+        lastTick_ = GetTickCount64();
+    }
     Values fresh;
     fresh.reserve(values.size());
     std::unordered_set<const void*> named;
@@ -149,8 +156,8 @@ void Recall::Begin(Value& value, std::uint64_t now) {
     if (float start = 0; Get(value, start)) {
         value.held = start;
         value.phase = Phase::Moves;
-        value.fade =
-            logic::Fade(value.scale.PositionOf(start), value.scale.PositionOf(value.target), now, duration_);
+        value.fade = logic::Fade(value.scale.PositionOf(start), value.scale.PositionOf(value.target), time_,
+                                 duration_);
     } else if (now >= value.patience) {
         SetTarget(value);
     }
@@ -161,6 +168,8 @@ void Recall::Tick() {
         return;
     }
     const std::uint64_t now = GetTickCount64();
+    time_ +=
+        std::min(now - std::exchange(lastTick_, now), std::max<std::uint64_t>(LEAST_STEP, duration_ / STEPS));
     devices_.clear();
     const Values values = underWay_;
     for (const auto& value : values) {
@@ -185,7 +194,7 @@ void Recall::Step(Value& value, std::uint64_t now) {
     case Phase::Waits:
         return Begin(value, now);
     case Phase::Moves:
-        return Move(value, now);
+        return Move(value);
     case Phase::Settles:
         return Settle(value, now);
     }
@@ -199,18 +208,18 @@ bool Recall::IsOvertaken(const Value& value, int state) const {
            held != value.held;
 }
 
-void Recall::Move(Value& value, std::uint64_t now) {
+void Recall::Move(Value& value) {
     DWORD age = NO_AGE;
     if (IsOvertaken(value, value.device->OnParameterState(value.keyword, &age))) {
         return End(value, RECALL_OVERTAKEN, "set by somebody else meanwhile");
     }
     const DeviceNow& device = Now(*value.device);
     const double grain = logic::FadeGrain(device.distances, duration_, device.rate);
-    const auto position = value.fade.Next(now, grain);
+    const auto position = value.fade.Next(time_, grain);
     if (!position) {
         return;
     }
-    if (value.fade.IsOver(now)) {
+    if (value.fade.IsOver(time_)) {
         SetTarget(value);
     } else if (const float number = value.scale.ValueAt(*position); number != value.held) {
         Set(value, number);

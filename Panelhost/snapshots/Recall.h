@@ -62,7 +62,7 @@ private:
     bool SetTarget(Value& value);
     void Begin(Value& value, std::uint64_t now);
     void Step(Value& value, std::uint64_t now);
-    void Move(Value& value, std::uint64_t now);
+    void Move(Value& value);
     void Settle(Value& value, std::uint64_t now);
     void Again(Value& value, const std::string& why);
     static void End(Value& value, int state, const std::string& why = {});
@@ -75,5 +75,7 @@ private:
     std::vector<DeviceNow> devices_;
     std::string name_;
     std::uint32_t duration_ = 0;
+    std::uint64_t time_ = 0;     // of the fades, milliseconds; it stands still while the panel does
+    std::uint64_t lastTick_ = 0; // tick count
     bool isSending_ = false;
 };

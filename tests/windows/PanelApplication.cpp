@@ -93,6 +93,7 @@ TEST_CASE("arguments and files that cannot be used are named and end the program
         {"--watch --nosuch", "unknown option --nosuch (--help lists them)\r\n"},
         {"--watch --exit-after 50 " + Quoted(folder.Path("gone.panel")),
          "cannot open panel file " + folder.Path("gone.panel") + ": "},
+        {"--check", "--check needs a panel file\r\n"},
         {Quoted(folder.Path("missing.panel")),
          "cannot open panel file " + folder.Path("missing.panel") + ": "},
         {Quoted(garbage), garbage + " is not a panel file\r\n"},
@@ -210,3 +211,21 @@ TEST_CASE("a program that is watched is started again after a crash, sends nothi
 }
 
 TEST_SUITE_END();
+
+TEST_CASE("a panel is checked without a window: code 0, or 1 with a line for each finding") {
+    const TestFolder folder;
+    const std::string panel = folder.Write("checked.panel", GOOD_PANEL);
+    const Run alone = RunPanel(Quoted(panel) + " --check");
+    CHECK(alone.exitCode == 1);
+    CHECK(alone.output == "binding, Knob: function AMP1*gain: no such parameter\r\n");
+    folder.Write("checked.devices", "AMP1*device=simulated\nAMP1*gain=float,0,1,0\n");
+    const Run whole = RunPanel("--check " + Quoted(panel));
+    CHECK(whole.exitCode == 0);
+    CHECK(whole.output == "Nothing was found.\r\n");
+    folder.Write("checked.devices",
+                 "AMP1*device=simulated\nAMP1*gain=float,0,1,0\nAMP1*online=integer,0,1,0\n");
+    const Run lost = RunPanel(Quoted(panel) + " --check");
+    CHECK(lost.exitCode == 1);
+    CHECK(lost.output.starts_with("device, AMP1: nothing heard for 5 s"));
+    CHECK(lost.errors == "");
+}

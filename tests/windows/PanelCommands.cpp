@@ -488,6 +488,17 @@ const std::pair<int, void (*)(PanelHere& program)> OTHERS[] = {
          SendMessageA(window, WM_CLOSE, 0, 0);
          CHECK(Shown("PanelSnapshots", "Snapshots") == nullptr);
      }},
+    {CMD_CHECK,
+     [](PanelHere& program) {
+         ph_SetParameter(program.Root(), "D*online", "0");
+         Load(ph_Find(program.Root(), "A"), "function=D*x;D*z", LOAD_FROM_FILE);
+         program.Command(CMD_CHECK);
+         program.Type('C', "Ctrl", Shown("PanelCheck", "Check of the panel"));
+         const std::string found = OnClipboard();
+         CHECK(Contains(found, "binding\tA\tfunction D*z: no such parameter\r\n"));
+         CHECK(Contains(found, "device\tD\tnothing heard for 0 s\r\n"));
+         SendMessageA(Shown("PanelCheck", "Check of the panel"), WM_CLOSE, 0, 0);
+     }},
     {CMD_ABOUT,
      [](PanelHere& program) {
          const std::string text = Ask(program, CMD_ABOUT, "About Panel", IDOK);

@@ -1,0 +1,36 @@
+#include "Panel/lists/CheckWindow.h"
+
+#include "Panel/resource.h"
+
+#include <commctrl.h>
+
+namespace {
+
+enum Column { COLUMN_KIND, COLUMN_OBJECT, COLUMN_TEXT };
+constexpr ListColumn COLUMNS[] = {{"Kind", 90}, {"Object", 150}, {"Finding", 1000}};
+
+} // namespace
+
+bool CheckWindow::Create(HWND frame, HFONT font) {
+    return ListWindow::Create("PanelCheck", "Check of the panel", frame, font, IDM_UNREAD, COLUMNS);
+}
+
+void CheckWindow::SetFindings(const std::list<PANELFINDING>& findings) {
+    findings_.assign(findings.begin(), findings.end());
+    Update();
+}
+
+void CheckWindow::Update() {
+    ListView_SetItemCountEx(List(), Count(), 0);
+    InvalidateRect(List(), nullptr, FALSE);
+}
+
+std::string CheckWindow::Cell(int row, int column) const {
+    if (findings_.empty()) {
+        return column == COLUMN_TEXT ? "Nothing was found." : "";
+    }
+    const PANELFINDING& finding = findings_[static_cast<std::size_t>(row)];
+    return column == COLUMN_KIND     ? a_FindingName(finding.kind)
+           : column == COLUMN_OBJECT ? (finding.object.empty() ? "(panel)" : finding.object)
+                                     : finding.text;
+}
