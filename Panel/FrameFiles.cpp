@@ -78,7 +78,7 @@ bool FrameWindow::Recover() {
 
 void FrameWindow::Replace(std::unique_ptr<PanelWindow> panel, const std::string& file) {
     recovery_.Discard();
-    palette_.SetEditor(nullptr);
+    AttachEditor(false);
     view_.SetPanel(panel ? panel->Handle() : nullptr, panel ? panel->Size() : SIZE{});
     panel_ = std::move(panel);
     file_ = file;
@@ -88,7 +88,7 @@ void FrameWindow::Replace(std::unique_ptr<PanelWindow> panel, const std::string&
     }
     if (editing_) {
         panel_->Edit().SetActive(true);
-        palette_.SetEditor(&panel_->Edit());
+        AttachEditor(true);
     }
     statedSize_ = panel_->StatedSize();
     ShowNotice();

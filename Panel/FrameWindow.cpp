@@ -47,6 +47,7 @@ FrameWindow::~FrameWindow() {
     KillTimer(Handle(), TICK_TIMER);
     ShowWindow(Handle(), SW_HIDE);
     recovery_.End();
+    AttachEditor(false);
     panel_.reset(); // messages that come meanwhile find none
 }
 
@@ -59,7 +60,7 @@ bool FrameWindow::Create(std::string& error) {
                        LoadMenuA(instance, MAKEINTRESOURCEA(IDM_FRAME)), nullptr) &&
         toolbar_.Create(Handle()) && palette_.Create(Handle(), font_.get()) && view_.Create(Handle()) &&
         status_.Create(Handle(), font_.get()) && trace_.Create(Handle(), font_.get()) &&
-        notice_.Create(Handle(), font_.get()) && unread_.Create(Handle(), font_.get())) {
+        notice_.Create(Handle(), font_.get()) && unread_.Create(Handle(), font_.get()) && layers_.Create(Handle(), font_.get())) {
         keys_ = LoadAcceleratorsA(instance, MAKEINTRESOURCEA(IDA_FRAME));
         editKeys_ = LoadAcceleratorsA(instance, MAKEINTRESOURCEA(IDA_EDIT));
         return true;
@@ -82,7 +83,7 @@ void FrameWindow::Start(int showCommand) {
 // Keys.
 
 bool FrameWindow::TranslateKey(MSG& message) {
-    if (trace_.TranslateKey(message) || unread_.TranslateKey(message)) {
+    if (trace_.TranslateKey(message) || unread_.TranslateKey(message) || layers_.TranslateKey(message)) {
         return true;
     }
     if (message.hwnd != Handle() && !IsChild(Handle(), message.hwnd)) {
@@ -195,6 +196,8 @@ void FrameWindow::OnCommand(int command) {
     case CMD_VIEW_UNREAD:
         unread_.SetLines(panel_->Unread());
         return unread_.Show(true);
+    case CMD_VIEW_LAYERS:
+        return layers_.Show(editing_ && !layers_.IsShown());
     case CMD_CLOSE_NOTICE:
         notice_.SetText("");
         OnSize();
@@ -221,15 +224,22 @@ void FrameWindow::SetEditing(bool editing) {
     }
     editing_ = editing;
     panel_->Edit().SetActive(editing);
-    palette_.SetEditor(editing ? &panel_->Edit() : nullptr);
+    AttachEditor(editing);
     palette_.Show(editing);
     WidenFrame(Handle(), editing ? Palette::WIDTH : -Palette::WIDTH);
     OnSize();
 }
 
+void FrameWindow::AttachEditor(bool editing) {
+    palette_.SetEditor(editing ? &panel_->Edit() : nullptr);
+    layers_.SetEditing(editing ? &panel_->Edit().Layers() : nullptr);
+}
+
 void FrameWindow::UpdateMenu() const {
     const HMENU menu = GetMenu(Handle());
     CheckMenuItem(menu, CMD_VIEW_TRACE, trace_.IsShown() ? MF_CHECKED : MF_UNCHECKED);
+    CheckMenuItem(menu, CMD_VIEW_LAYERS, layers_.IsShown() ? MF_CHECKED : MF_UNCHECKED);
+    EnableMenuItem(menu, CMD_VIEW_LAYERS, editing_ ? MF_ENABLED : MF_GRAYED);
     if (!panel_) {
         return;
     }
@@ -342,6 +352,7 @@ void FrameWindow::Refresh() {
     status_.SetMessageCount(log_.MessageCount());
     toolbar_.Update(panel_->Edit());
     trace_.Update();
+    layers_.Update();
 }
 
 void FrameWindow::FitToPanel() {

@@ -10,6 +10,7 @@
 #include "Panel/common/Window.h"
 #include "Panel/editing/Palette.h"
 #include "Panel/editing/Toolbar.h"
+#include "Panel/lists/LayersWindow.h"
 #include "Panel/lists/TraceLog.h"
 #include "Panel/lists/TraceWindow.h"
 #include "Panel/lists/UnreadWindow.h"
@@ -50,6 +51,8 @@ private:
     void OnSize();
     void UpdateMenu() const;
     void SetEditing(bool editing);
+    // What works on the panel that is edited, and nothing of it while none is.
+    void AttachEditor(bool editing);
     int PaletteWidth() const { return editing_ ? Palette::WIDTH : 0; }
 
     bool OpenSource(const PanelSource& source, std::string& error);
@@ -90,6 +93,7 @@ private:
     std::vector<std::string> warnings_; // to be shown when nothing else is going on
     NoticeBar notice_;
     UnreadWindow unread_;
+    LayersWindow layers_;
     std::unique_ptr<PanelWindow> panel_; // null only while one is replaced
     std::string file_;                   // of the panel; empty while it has none
     OldFile oldFile_;

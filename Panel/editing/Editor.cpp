@@ -11,6 +11,7 @@
 #include "Panelhost/Editing.h"
 #include "Panelhost/HostInterface.h"
 #include "Panelhost/Hostinfo.h"
+#include "Panelhost/Root.h"
 #include "logic/drawing/PanelColours.h"
 
 #include <windowsx.h>
@@ -64,6 +65,7 @@ void Editor::SetActive(bool active) {
     FinishGesture(true);
     selection_.Clear();
     active_ = active;
+    a_SetEditedLayers(edits_.Root(), 0);
     ph_SetMode(edits_.Root(), active ? 1 : 0);
     if (active && GetFocus() && IsChild(GetAncestor(panel_, GA_ROOT), GetFocus())) {
         SetFocus(panel_); // no control may have it meanwhile
@@ -351,7 +353,8 @@ void Editor::Create(const CatalogueEntry& entry, std::optional<POINT> corner) {
 std::string Editor::StatusText() const {
     const auto& objects = selection_.Objects();
     if (objects.empty()) {
-        return "Edit: click or drag to select, drag from the list at the left to add";
+        return "Edit: click or drag to select, drag from the list at the left to add" +
+               std::string(a_GetEditedLayers(edits_.Root()) != 0 ? "   (some layers are hidden)" : "");
     }
     const logic::Rectangle place = logic::Bounds(PlacesOf(PlacementsOf(objects)));
     std::string text;

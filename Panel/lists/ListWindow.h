@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Panel/common/Window.h"
+#include "Panel/resource.h"
 
 #include <span>
 #include <string>
@@ -20,7 +21,7 @@ public:
 
 protected:
     bool Create(const char* className, const char* title, HWND frame, HFONT font, int menu,
-                std::span<const ListColumn> columns);
+                std::span<const ListColumn> columns, int keys = IDA_TRACE, DWORD listStyle = 0);
     HWND List() const { return list_; }
     LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
     virtual void OnCommand(int command);

@@ -13,7 +13,8 @@ struct REQUESTADDRESS {
     bool isTold = false; // that it does not fit what is asked
 };
 
-// An address as it is looked up: "%n" becomes the full name of the object that contains the control.
+// An address as it is looked up: "%n" becomes the full name of the object that contains the control. It
+// begins with "*" where it is a keyword of the panel itself.
 std::string ExpandAddress(const std::string& address, const HOSTINFO* object);
 
 // What an expanded address names. The whole of it can be an object; otherwise what stands behind the last "*"

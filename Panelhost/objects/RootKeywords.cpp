@@ -7,9 +7,11 @@
 #include "Panelhost/objects/PanelRoot.h"
 #include "base/Guard.h"
 #include "logic/controls/Layers.h"
+#include "logic/text/Numbers.h"
 #include "logic/text/PropertyLine.h"
 
 #include <algorithm>
+#include <bit>
 #include <cstring>
 #include <string_view>
 #include <utility>
@@ -52,6 +54,28 @@ bool SetLayers(PanelRoot& root, const std::string& text) {
     root.activeLayers = *layers;
     root.ApplyLayersToAll();
     return true;
+}
+
+std::string LayerNamesText(const PanelRoot& root) {
+    return logic::LayerNamesText(root.layerNames);
+}
+
+bool SetLayerNames(PanelRoot& root, const std::string& text) {
+    const auto names = logic::ParseLayerNames(text);
+    root.layerNames = names.value_or(root.layerNames);
+    return names.has_value();
+}
+
+// The number of the only layer that is active.
+std::string PageText(const PanelRoot& root) {
+    return std::to_string(std::has_single_bit(root.activeLayers) ? std::countr_zero(root.activeLayers) + 1
+                                                                 : 0);
+}
+
+bool SetPage(PanelRoot& root, const std::string& text) {
+    const auto number = logic::ParseWholeInteger(text);
+    return number && *number >= 0 && *number <= logic::LAYER_COUNT &&
+           SetLayers(root, *number == 0 ? "" : "u" + std::to_string(*number));
 }
 
 std::string OnOpenText(const PanelRoot& root) {
@@ -143,12 +167,18 @@ constexpr RootKeyword ROOT_KEYWORDS[] = {
            "bw")},
     {{"layer", Handle<LayersText, SetLayers>, KEYWORD_SAVED},
      About(KeywordKind::Text, "The active layers, `u1` to `u64`, joined by `,`; empty for all.")},
+    {{"layernames", Handle<LayerNamesText, SetLayerNames>, KEYWORD_SAVED},
+     About(KeywordKind::Text, "What people call the layers, `u1=Mix;u2=EQ`, where these are listed.")},
     {{"onopen", Handle<OnOpenText, SetOnOpen>, KEYWORD_SAVED | KEYWORD_CLOSED},
      About(KeywordKind::Words,
            "`follow`: opening the panel moves no device, the controls show what these hold; `send`: the "
            "values saved in the panel go to its [devices](panel-files.md#opening).",
            "follow,send"),
      FOLLOW},
+    {{"page", Handle<PageText, SetPage>, 0},
+     About(KeywordKind::Integer,
+           "Number of the layer that is shown alone, 1 to 64: another way to set `layer`, for [buttons that "
+           "switch layers](panel-files.md#layers). 0: all of them, or several.")},
     {{"parameterdlg", Handle<MemberText<&PanelRoot::parameterDialog>, SetMember<&PanelRoot::parameterDialog>>,
       0},
      NamingControl(About(KeywordKind::Text, "Name of the control whose parameter dialog is open."))},
@@ -281,6 +311,11 @@ LRESULT PanelRoot::OnMessage(WPARAM, LPARAM record) {
         return 0; // unlike a control, which falls back to its default value
     }
     return a_DispatchRecord(this, KEYWORDS, request);
+}
+
+LRESULT PanelRoot::OnGetDatatype(WPARAM, LPARAM keyword) {
+    const int row = a_FindKeyword(KEYWORDS, reinterpret_cast<const char*>(keyword));
+    return row >= 0 && TABLES.infos[row].kind == KeywordKind::Integer ? DATATYPE_INTEGER : DATATYPE_TEXT;
 }
 
 int a_Request(HOSTINFO* object, const char* keyword, int* value) {
