@@ -60,7 +60,8 @@ bool FrameWindow::Create(std::string& error) {
                        LoadMenuA(instance, MAKEINTRESOURCEA(IDM_FRAME)), nullptr) &&
         toolbar_.Create(Handle()) && palette_.Create(Handle(), font_.get()) && view_.Create(Handle()) &&
         status_.Create(Handle(), font_.get()) && trace_.Create(Handle(), font_.get()) &&
-        notice_.Create(Handle(), font_.get()) && unread_.Create(Handle(), font_.get()) && layers_.Create(Handle(), font_.get())) {
+        notice_.Create(Handle(), font_.get()) && unread_.Create(Handle(), font_.get()) &&
+        layers_.Create(Handle(), font_.get())) {
         keys_ = LoadAcceleratorsA(instance, MAKEINTRESOURCEA(IDA_FRAME));
         editKeys_ = LoadAcceleratorsA(instance, MAKEINTRESOURCEA(IDA_EDIT));
         return true;

@@ -26,6 +26,10 @@ class cPanelBackground;
 // set and 0 when it is empty. Returns 1; 0 with the value untouched when there is no root or no such keyword.
 PANELHOST_API int a_Request(HOSTINFO* object, const char* keyword, int* value);
 
+// The value of the control has changed by its user or by what set it: those that are bound to it ask at the
+// next tick, however long their interval is. A request that is sent says so by itself.
+PANELHOST_API void a_LetBoundAsk(const HOSTINFO* control);
+
 // Layers whose controls are shown while the panel of the root is edited, as bits; 0: all of them. Not saved.
 PANELHOST_API std::uint64_t a_GetEditedLayers(HOSTINFO* root);
 PANELHOST_API void a_SetEditedLayers(HOSTINFO* root, std::uint64_t layers);

@@ -103,7 +103,8 @@ void LayerEditing::ChangeSelected(Change change, std::uint64_t layers) const {
 
 void LayerEditing::SelectControls(int number) const {
     std::vector<HOSTINFO*> controls = ControlsOn(number);
-    std::erase_if(controls, [&](const HOSTINFO* object) { return object->parent != controls.front()->parent; });
+    std::erase_if(controls,
+                  [&](const HOSTINFO* object) { return object->parent != controls.front()->parent; });
     surface_.selection.Set(std::move(controls));
     DropHidden();
 }
@@ -117,8 +118,8 @@ bool LayerEditing::Rename(int number, const std::string& name) const {
     const std::string line = NAMES + ("=" + logic::LayerNamesText(names));
     bool isTaken = false;
     surface_.edits.Do("Name Of Layer", {Root()}, [&] {
-        isTaken =
-            SendMessageA(Root()->window, CWM_LOAD, LOAD_FROM_FILE, reinterpret_cast<LPARAM>(line.c_str())) != 0;
+        isTaken = SendMessageA(Root()->window, CWM_LOAD, LOAD_FROM_FILE,
+                               reinterpret_cast<LPARAM>(line.c_str())) != 0;
         return std::vector<HOSTINFO*>{};
     });
     return isTaken;

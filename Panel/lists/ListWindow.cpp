@@ -33,10 +33,11 @@ bool ListWindow::Create(const char* className, const char* title, HWND frame, HF
     keys_ = LoadAcceleratorsA(instance, MAKEINTRESOURCEA(keys));
     RECT client;
     GetClientRect(Handle(), &client);
-    list_ = CreateWindowExA(0, WC_LISTVIEWA, "",
-                            WS_CHILD | WS_VISIBLE | LVS_REPORT | LVS_OWNERDATA | LVS_SHOWSELALWAYS | listStyle,
-                            0, 0, client.right, client.bottom, Handle(),
-                            reinterpret_cast<HMENU>(static_cast<INT_PTR>(IDC_LIST)), instance, nullptr);
+    list_ =
+        CreateWindowExA(0, WC_LISTVIEWA, "",
+                        WS_CHILD | WS_VISIBLE | LVS_REPORT | LVS_OWNERDATA | LVS_SHOWSELALWAYS | listStyle, 0,
+                        0, client.right, client.bottom, Handle(),
+                        reinterpret_cast<HMENU>(static_cast<INT_PTR>(IDC_LIST)), instance, nullptr);
     if (!list_) {
         return false;
     }

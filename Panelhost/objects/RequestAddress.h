@@ -9,8 +9,9 @@ class PanelRoot;
 
 struct REQUESTADDRESS {
     HOSTINFO* root;
-    std::string text;    // expanded: OBJECT*keyword, or OBJECT
-    bool isTold = false; // that it does not fit what is asked
+    const HOSTINFO* asker; // whose list the item is in; it may be gone
+    std::string text;      // expanded: OBJECT*keyword, or OBJECT
+    bool isTold = false;   // that it does not fit what is asked
 };
 
 // An address as it is looked up: "%n" becomes the full name of the object that contains the control. It

@@ -91,8 +91,8 @@ REQUESTITEM Resolve(const std::string& address, HOSTINFO* object, const char* ke
     const auto [found, ownKeyword] = FindAddressed(*root, full);
     const char* wanted = keyword != nullptr ? keyword : ownKeyword ? ownKeyword->c_str() : nullptr;
     const bool reached = found != nullptr && Reach(found, wanted, item);
-    item.address = std::make_shared<REQUESTADDRESS>(
-        REQUESTADDRESS{root, reached && wanted != nullptr && found != root ? found->name + "*" + wanted : full});
+    item.address = std::make_shared<REQUESTADDRESS>(REQUESTADDRESS{
+        root, object, reached && wanted != nullptr && found != root ? found->name + "*" + wanted : full});
     if (follow) {
         if (found == root) {
             return item; // which is there as long as the object is

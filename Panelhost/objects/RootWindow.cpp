@@ -45,8 +45,8 @@ void PanelRoot::ApplyLayers(const HOSTINFO* object) const {
         return; // its visibility is the host's
     }
     const bool isEdited = mode != 0;
-    const bool shown = (isEdited || !editOnly) &&
-                       logic::LayerShown(object->layers, isEdited ? editedLayers : activeLayers);
+    const bool shown =
+        (isEdited || !editOnly) && logic::LayerShown(object->layers, isEdited ? editedLayers : activeLayers);
     const bool visible = (GetWindowLongA(object->window, GWL_STYLE) & WS_VISIBLE) != 0;
     if (shown != visible) {
         ShowWindow(object->window, shown ? SW_SHOWNA : SW_HIDE);

@@ -50,7 +50,8 @@ TEST_CASE("names of layers are read in any order and written in theirs") {
     };
     CHECK(written("") == "");
     CHECK(written(" U64 = Last one ;; u1=a=b; u2= ;") == "u1=a=b;u64=Last one");
-    for (const char* bad : {"u1", "Mix", "u0=Mix", "u65=Mix", "u1,u2=Mix", "=Mix", "u1=Mix;U1=EQ", "u1=;u1="}) {
+    for (const char* bad :
+         {"u1", "Mix", "u0=Mix", "u65=Mix", "u1,u2=Mix", "=Mix", "u1=Mix;U1=EQ", "u1=;u1="}) {
         INFO(std::string(bad));
         CHECK(written(bad) == "refused");
     }

@@ -101,7 +101,8 @@ TEST_CASE("buttons switch the layers of their panel") {
     HWND radios[3];
     for (int i = 0; i < 3; ++i) {
         radios[i] = panel.Create("BRADIOBUTTON", "Radio");
-        LoadLines(radios[i], "onvalue=" + std::to_string(i) + "|connection=" + (i == 1 ? "%n*page" : "*page"));
+        LoadLines(radios[i],
+                  "onvalue=" + std::to_string(i) + "|connection=" + (i == 1 ? "%n*page" : "*page"));
     }
     for (int i = 0; i < 2; ++i) {
         lamps[i] = panel.Create("LED", "Lamp");
@@ -127,8 +128,10 @@ TEST_CASE("buttons switch the layers of their panel") {
     check("", 0);
     click(radios[2]);
     check("u2", 2);
-    for (const auto& [line, layers, page] : {std::tuple{"layer=u1", "u1", 1}, {"layer=u1,u2", "u1,u2", 0},
-                                             {"page=2", "u2", 2}, {"page=0", "", 0}}) {
+    for (const auto& [line, layers, page] : {std::tuple{"layer=u1", "u1", 1},
+                                             {"layer=u1,u2", "u1,u2", 0},
+                                             {"page=2", "u2", 2},
+                                             {"page=0", "", 0}}) {
         Load(push, std::string("click=") + line);
         click(push);
         check(layers, page);
