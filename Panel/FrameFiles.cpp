@@ -82,10 +82,7 @@ bool FrameWindow::Recover() {
 
 void FrameWindow::Replace(std::unique_ptr<PanelWindow> panel, const std::string& file) {
     recovery_.Discard();
-    palette_.SetEditor(nullptr);
-    objects_.SetEditor(nullptr);
-    properties_.SetEditor(nullptr);
-    replace_.SetEditor(nullptr);
+    AttachEditor(false);
     bindings_.SetRoot(nullptr);
     view_.SetPanel(panel ? panel->Handle() : nullptr, panel ? panel->Size() : SIZE{});
     snapshots_.SetPanel(nullptr);
@@ -103,10 +100,7 @@ void FrameWindow::Replace(std::unique_ptr<PanelWindow> panel, const std::string&
     snapshots_.SetPanel(panel_->Root());
     if (editing_) {
         panel_->Edit().SetActive(true);
-        palette_.SetEditor(&panel_->Edit());
-        objects_.SetEditor(&panel_->Edit());
-        properties_.SetEditor(&panel_->Edit());
-        replace_.SetEditor(&panel_->Edit());
+        AttachEditor(true);
     }
     bindings_.SetRoot(panel_->Edit().Edits().Root());
     statedSize_ = panel_->StatedSize();

@@ -36,12 +36,9 @@ void FrameWindow::SetEditing(bool editing) {
     editing_ = editing;
     panel_->Edit().SetActive(editing);
     LimitPanel();
-    palette_.SetEditor(editing ? &panel_->Edit() : nullptr);
+    AttachEditor(editing);
     palette_.Show(editing);
-    objects_.SetEditor(editing ? &panel_->Edit() : nullptr);
     objects_.Show(editing);
-    properties_.SetEditor(editing ? &panel_->Edit() : nullptr);
-    replace_.SetEditor(editing ? &panel_->Edit() : nullptr);
     ShowParts();
     if (commandLine_.operate) { // menu and tools have come or gone
         FitToPanel();

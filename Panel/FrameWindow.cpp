@@ -68,7 +68,7 @@ FrameWindow::~FrameWindow() {
     recovery_.End();
     snapshots_.SetPanel(nullptr);
     bindings_.SetRoot(nullptr);
-    replace_.SetEditor(nullptr);
+    AttachEditor(false);
     panel_.reset(); // messages that come meanwhile find none
 }
 
@@ -85,7 +85,8 @@ bool FrameWindow::Create(std::string& error) {
         status_.Create(Handle(), font_.get()) && trace_.Create(Handle(), font_.get()) &&
         notice_.Create(Handle(), font_.get()) && unread_.Create(Handle(), font_.get()) &&
         snapshots_.Create(Handle(), font_.get()) && bindings_.Create(Handle(), font_.get()) &&
-        replace_.Create(Handle(), font_.get()) && check_.Create(Handle(), font_.get())) {
+        replace_.Create(Handle(), font_.get()) && check_.Create(Handle(), font_.get()) &&
+        layers_.Create(Handle(), font_.get())) {
         keys_ = LoadAcceleratorsA(instance, MAKEINTRESOURCEA(IDA_FRAME));
         editKeys_ = LoadAcceleratorsA(instance, MAKEINTRESOURCEA(IDA_EDIT));
         operateKeys_ = LoadAcceleratorsA(instance, MAKEINTRESOURCEA(IDA_OPERATE));
@@ -124,7 +125,8 @@ std::list<PANELFINDING> FrameWindow::Check() {
 
 bool FrameWindow::TranslateKey(MSG& message) {
     if (trace_.TranslateKey(message) || unread_.TranslateKey(message) || snapshots_.TranslateKey(message) ||
-        bindings_.TranslateKey(message) || replace_.TranslateKey(message) || check_.TranslateKey(message)) {
+        bindings_.TranslateKey(message) || replace_.TranslateKey(message) || check_.TranslateKey(message) ||
+        layers_.TranslateKey(message)) {
         return true;
     }
     if (message.hwnd != Handle() && !IsChild(Handle(), message.hwnd)) {
@@ -273,6 +275,8 @@ void FrameWindow::OnCommand(int command) {
         return bindings_.IsShown() ? bindings_.Show(false) : bindings_.Open(false);
     case CMD_REPLACE_BINDINGS:
         return editing_ ? replace_.Open() : void();
+    case CMD_VIEW_LAYERS:
+        return layers_.Show(editing_ && !layers_.IsShown());
     case CMD_CLOSE_NOTICE:
         notice_.SetText("");
         OnSize();
@@ -319,6 +323,15 @@ void FrameWindow::GoToProperties() {
     properties_.TakeFocus();
 }
 
+void FrameWindow::AttachEditor(bool editing) {
+    Editor* editor = editing ? &panel_->Edit() : nullptr;
+    palette_.SetEditor(editor);
+    objects_.SetEditor(editor);
+    properties_.SetEditor(editor);
+    replace_.SetEditor(editor);
+    layers_.SetEditing(editing ? &panel_->Edit().Layers() : nullptr);
+}
+
 void FrameWindow::UpdateMenu() const {
     const HMENU menu = GetMenu(Handle());
     CheckMenuItem(menu, CMD_VIEW_PROPERTIES, properties_.IsShown() ? MF_CHECKED : MF_UNCHECKED);
@@ -326,6 +339,8 @@ void FrameWindow::UpdateMenu() const {
     CheckMenuItem(menu, CMD_VIEW_TRACE, trace_.IsShown() ? MF_CHECKED : MF_UNCHECKED);
     CheckMenuItem(menu, CMD_VIEW_BINDINGS, bindings_.IsShown() ? MF_CHECKED : MF_UNCHECKED);
     EnableMenuItem(menu, CMD_REPLACE_BINDINGS, editing_ ? MF_ENABLED : MF_GRAYED);
+    CheckMenuItem(menu, CMD_VIEW_LAYERS, layers_.IsShown() ? MF_CHECKED : MF_UNCHECKED);
+    EnableMenuItem(menu, CMD_VIEW_LAYERS, editing_ ? MF_ENABLED : MF_GRAYED);
     if (!panel_) {
         return;
     }
@@ -479,6 +494,7 @@ void FrameWindow::Refresh() {
     objects_.Update();
     trace_.Update();
     snapshots_.Tick();
+    layers_.Update();
 }
 
 void FrameWindow::FitToPanel() {

@@ -16,6 +16,7 @@
 #include "Panel/editing/Toolbar.h"
 #include "Panel/lists/CheckWindow.h"
 #include "Panel/lists/SnapshotWindow.h"
+#include "Panel/lists/LayersWindow.h"
 #include "Panel/lists/TraceLog.h"
 #include "Panel/lists/TraceWindow.h"
 #include "Panel/lists/UnreadWindow.h"
@@ -78,6 +79,8 @@ private:
     int LeftWidth() const { return editing_ ? Palette::WIDTH : 0; }
     int RightWidth() const { return editing_ && properties_.IsShown() ? properties_.Width() : 0; }
     int SidesWidth() const { return LeftWidth() + RightWidth(); }
+    // What works on the panel that is edited, and nothing of it while none is.
+    void AttachEditor(bool editing);
 
     bool OpenSource(const PanelSource& source, std::string& error);
     std::unique_ptr<PanelWindow> Load(const PanelSource& source, bool mayCancel, std::string& error);
@@ -132,6 +135,7 @@ private:
     BindingsWindow bindings_;
     ReplaceWindow replace_;
     CheckWindow check_;
+    LayersWindow layers_;
     std::unique_ptr<PanelWindow> panel_; // null only while one is replaced
     std::string file_;                   // of the panel; empty while it has none
     OldFile oldFile_;

@@ -10,6 +10,8 @@ class cPanelBackground;
 // object in a panel file; saved at the head of the file unless they say what a panel is without them:
 //   background    colour "0x00bbggrr" or image file, repeated over the panel
 //   layer         active layers ("u1,u5"), empty for all
+//   layernames    what people call layers ("u1=Mix;u2=EQ")
+//   page          number of the only active layer, 0 for all or several (not saved)
 //   onopen        "follow" when a panel file that is opened moves no device, "send" when the values saved in
 //                 it go to the devices
 //   lock          what a PIN is recognised by (Operating.h); never answered
@@ -23,6 +25,14 @@ class cPanelBackground;
 // What the panel asks of its controls: the value of a keyword of the root above the object, as 1 when it is
 // set and 0 when it is empty. Returns 1; 0 with the value untouched when there is no root or no such keyword.
 PANELHOST_API int a_Request(HOSTINFO* object, const char* keyword, int* value);
+
+// The value of the control has changed by its user or by what set it: those that are bound to it ask at the
+// next tick, however long their interval is. A request that is sent says so by itself.
+PANELHOST_API void a_LetBoundAsk(const HOSTINFO* control);
+
+// Layers whose controls are shown while the panel of the root is edited, as bits; 0: all of them. Not saved.
+PANELHOST_API std::uint64_t a_GetEditedLayers(HOSTINFO* root);
+PANELHOST_API void a_SetEditedLayers(HOSTINFO* root, std::uint64_t layers);
 
 // Whether a property of the root or of one of its objects was changed since it was loaded or saved.
 PANELHOST_API bool a_IsChanged(HOSTINFO* root);

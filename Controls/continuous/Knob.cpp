@@ -38,7 +38,6 @@ namespace {
 constexpr Keyword VALUE = Handled<&KNOBPROPERTIES::ValueKeyword>("value", KeywordKind::Number)
                               .Says("The number. Set, it is limited to the range and, unless it is the old "
                                     "one, sent to everything the knob is bound to.");
-constexpr Keyword NO_LAYER = Row("layer", KeywordKind::Text, IgnoredKeyword).Says("Taken and not kept.");
 
 constexpr KeywordTable KEYWORDS({
     VALUE.AsDefault(),
@@ -47,8 +46,8 @@ constexpr KeywordTable KEYWORDS({
     CONNECTION_KEYWORD,
     FUNCTION_KEYWORD,
     INTERVAL_KEYWORD,
-    NO_LAYER,
-    NO_LAYER.Named("level"),
+    LAYER_KEYWORD,
+    LEVEL_KEYWORD,
     RANGE_KEYWORD.Parts(RANGE_PARTS<2, 2>)
         .Says(
             "Minimum and maximum (whole numbers) and value, joined by `,`; the value, or maximum and value, "

@@ -4,6 +4,7 @@
 #include "Panelhost/Background.h"
 #include "Panelhost/Bitmap.h"
 #include "Panelhost/Dialogs.h"
+#include "Panelhost/Root.h"
 #include "logic/text/PropertyLine.h"
 
 #include <exception>
@@ -91,6 +92,7 @@ bool ButtonDown(CONTROLPROPERTIES& control, UINT message, WPARAM wParam, LPARAM 
 void MouseMove(CONTROLPROPERTIES& control, WPARAM wParam, LPARAM lParam) {
     if (control.dragging) {
         control.MoveDrag(PointOf(lParam));
+        a_LetBoundAsk(&control);
     } else if (control.parent != nullptr && control.parent->kind == KIND_ROOT) {
         ForwardToPanel(control, WM_MOUSEMOVE, wParam);
     }
@@ -106,6 +108,7 @@ void ButtonUp(CONTROLPROPERTIES& control) {
         StopDragging(control); // first, so that the loss of the capture is no cancellation
         ReleaseCapture();
         control.EndDrag();
+        a_LetBoundAsk(&control);
     }
 }
 
@@ -303,10 +306,21 @@ LRESULT CALLBACK CommonProc(HWND window, UINT message, WPARAM wParam, LPARAM lPa
     }
     const ControlClass& controlClass = *control->controlClass;
     switch (message) {
-    case CWM_MESSAGE:
-        return control->OnMessage(wParam, lParam);
-    case CWM_LOAD:
-        return control->OnLoad(wParam, lParam);
+    case CWM_MESSAGE: {
+        const LRESULT result = control->OnMessage(wParam, lParam);
+        if (result != 0 && lParam != 0 &&
+            reinterpret_cast<const VALUERECORD*>(lParam)->command == COMMAND_SET) {
+            a_LetBoundAsk(control);
+        }
+        return result;
+    }
+    case CWM_LOAD: {
+        const LRESULT result = control->OnLoad(wParam, lParam);
+        if (result != 0) {
+            a_LetBoundAsk(control);
+        }
+        return result;
+    }
     case CWM_SAVE:
         return control->OnSave(wParam, lParam);
     case CWM_SAVETOLISTCTRL:

@@ -13,6 +13,7 @@
 #include "Panelhost/Hostinfo.h"
 #include "Panelhost/Operating.h"
 #include "base/Gdi.h"
+#include "Panelhost/Root.h"
 #include "logic/drawing/PanelColours.h"
 
 #include <windowsx.h>
@@ -70,6 +71,7 @@ void Editor::SetActive(bool active) {
     selection_.Clear();
     StopPointing();
     active_ = active;
+    a_SetEditedLayers(edits_.Root(), 0);
     ph_SetMode(edits_.Root(), active ? 1 : 0);
     if (active && GetFocus() && IsChild(GetAncestor(panel_, GA_ROOT), GetFocus())) {
         SetFocus(panel_); // no control may have it meanwhile
@@ -446,7 +448,8 @@ std::string Editor::StatusText() const {
         return "Inside " + selection_.Inside()->name + ": Escape leaves it";
     }
     if (objects.empty()) {
-        return "Edit: click or drag to select, drag from the list at the left to add";
+        return "Edit: click or drag to select, drag from the list at the left to add" +
+               std::string(a_GetEditedLayers(edits_.Root()) != 0 ? "   (some layers are hidden)" : "");
     }
     const logic::Rectangle place = logic::Bounds(PlacesOf(PlacementsOf(objects)));
     std::string text;

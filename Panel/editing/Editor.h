@@ -4,6 +4,7 @@
 #include "Panel/editing/EditCommands.h"
 #include "Panel/editing/EditGrid.h"
 #include "Panel/editing/Gesture.h"
+#include "Panel/editing/LayerEditing.h"
 #include "Panel/editing/OverlayLines.h"
 #include "Panel/editing/PanelEdits.h"
 #include "Panel/editing/Selection.h"
@@ -69,6 +70,7 @@ public:
     // What was changed, and whether the file holds it.
     PanelEdits& Edits() { return edits_; }
     const PanelEdits& Edits() const { return edits_; }
+    const LayerEditing& Layers() const { return layers_; }
     std::string StatusText() const;
 
 private:
@@ -96,6 +98,7 @@ private:
     OverlayLines lines_;
     EditSurface surface_;
     EditCommands commands_;
+    LayerEditing layers_{surface_};
     std::unique_ptr<Gesture> gesture_;
     bool active_ = false;
     bool locked_ = false;

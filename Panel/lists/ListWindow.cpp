@@ -22,7 +22,7 @@ void CopyToClipboard(HWND owner, const std::string& text) {
 } // namespace
 
 bool ListWindow::Create(const char* className, const char* title, HWND frame, HFONT font, int menu,
-                        std::span<const ListColumn> columns, int keys) {
+                        std::span<const ListColumn> columns, int keys, DWORD listStyle) {
     const HINSTANCE instance = GetModuleHandleA(nullptr);
     const RECT place{0, 0, WIDTH, HEIGHT};
     if (!Window::Create(className, title, WS_OVERLAPPEDWINDOW & ~(WS_MINIMIZEBOX | WS_MAXIMIZEBOX),
@@ -30,13 +30,14 @@ bool ListWindow::Create(const char* className, const char* title, HWND frame, HF
                         nullptr)) {
         return false;
     }
-    keys_ = LoadAcceleratorsA(instance, MAKEINTRESOURCEA(keys == 0 ? IDA_TRACE : keys));
+    keys_ = LoadAcceleratorsA(instance, MAKEINTRESOURCEA(keys));
     RECT client;
     GetClientRect(Handle(), &client);
-    list_ = CreateWindowExA(0, WC_LISTVIEWA, "",
-                            WS_CHILD | WS_VISIBLE | LVS_REPORT | LVS_OWNERDATA | LVS_SHOWSELALWAYS, 0, 0,
-                            client.right, client.bottom, Handle(),
-                            reinterpret_cast<HMENU>(static_cast<INT_PTR>(IDC_LIST)), instance, nullptr);
+    list_ =
+        CreateWindowExA(0, WC_LISTVIEWA, "",
+                        WS_CHILD | WS_VISIBLE | LVS_REPORT | LVS_OWNERDATA | LVS_SHOWSELALWAYS | listStyle, 0,
+                        0, client.right, client.bottom, Handle(),
+                        reinterpret_cast<HMENU>(static_cast<INT_PTR>(IDC_LIST)), instance, nullptr);
     if (!list_) {
         return false;
     }
@@ -93,8 +94,9 @@ void ListWindow::Show(bool shown) {
 }
 
 bool ListWindow::TranslateKey(MSG& message) {
-    return (message.hwnd == Handle() || IsChild(Handle(), message.hwnd)) &&
-           TranslateAcceleratorA(Handle(), keys_, &message);
+    const bool isHere = message.hwnd == Handle() || IsChild(Handle(), message.hwnd);
+    const bool isTyping = isHere && ListView_GetEditControl(list_) != nullptr;
+    return isHere && !isTyping && TranslateAcceleratorA(Handle(), keys_, &message);
 }
 
 LRESULT ListWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Panel/common/Window.h"
+#include "Panel/resource.h"
 
 #include <span>
 #include <string>
@@ -21,7 +22,7 @@ public:
 protected:
     // With the keys of the trace unless others (IDA_...) are given.
     bool Create(const char* className, const char* title, HWND frame, HFONT font, int menu,
-                std::span<const ListColumn> columns, int keys = 0);
+                std::span<const ListColumn> columns, int keys = IDA_TRACE, DWORD listStyle = 0);
     HWND List() const { return list_; }
     // A field above the list, for which Top makes room.
     HWND AddField(const char* className, const char* text, DWORD style, DWORD exStyle, int id,

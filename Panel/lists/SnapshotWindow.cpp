@@ -324,7 +324,7 @@ void SnapshotWindow::OnCommand(int command) {
     }
 }
 
-bool SnapshotWindow::TranslateKey(MSG& message) const {
+bool SnapshotWindow::TranslateKey(MSG& message) {
     if (message.hwnd != Handle() && !IsChild(Handle(), message.hwnd)) {
         return false;
     }

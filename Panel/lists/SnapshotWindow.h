@@ -20,7 +20,7 @@ public:
     void ShowNow();
     // Follows the devices and a recall; costs nothing while the window is hidden.
     void Tick();
-    bool TranslateKey(MSG& message) const;
+    bool TranslateKey(MSG& message) override;
 
 private:
     struct Row {

@@ -100,7 +100,7 @@ LRESULT DEVICE::OnMessage(WPARAM, LPARAM lParam) {
     }
     if (record->command == COMMAND_SET) {
         item.address = std::make_shared<REQUESTADDRESS>(
-            REQUESTADDRESS{a_FindRootHostinfo(this), name + "*" + record->name});
+            REQUESTADDRESS{a_FindRootHostinfo(this), nullptr, name + "*" + record->name});
     }
     const RemoteSetting fromHere(false);
     const int answer = SendToParameter(item, *record);

@@ -371,8 +371,10 @@ bool PanelLoading::Send(HOSTINFO& object, const std::string& line, const logic::
     const std::string_view text = WithoutObject(line, parts);
     const auto lParam = reinterpret_cast<LPARAM>(text.data()); // ends with the line
     const bool isRoot = &object == &root_;
-    const LRESULT taken = isRoot ? root_.OnLoad(LOAD_FROM_FILE, lParam)
-                                 : SendMessageA(object.window, CWM_LOAD, LOAD_FROM_FILE, lParam);
+    const bool isLayer = !isRoot && parts.keyword == "layer" && parts.hasEquals;
+    const LRESULT taken = isRoot    ? root_.OnLoad(LOAD_FROM_FILE, lParam)
+                          : isLayer ? a_SetLayers(&object, std::string(parts.value).c_str()) // of any class
+                                    : SendMessageA(object.window, CWM_LOAD, LOAD_FROM_FILE, lParam);
     if (!a_IsAlive(&object)) { // a value that was passed on can have closed it
         return false;
     }

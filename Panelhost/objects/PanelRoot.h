@@ -9,6 +9,7 @@
 #include "Panelhost/objects/Opening.h"
 #include "Panelhost/snapshots/Recall.h"
 #include "base/SharedLock.h"
+#include "logic/controls/Layers.h"
 #include "logic/remote/TerminalAdmission.h"
 
 #include <atomic>
@@ -57,6 +58,7 @@ public:
     LRESULT OnSave(WPARAM saveCode, LPARAM file) override;
     LRESULT OnSaveToListCtrl(WPARAM wParam, LPARAM listView) override;
     LRESULT OnMessage(WPARAM wParam, LPARAM record) override;
+    LRESULT OnGetDatatype(WPARAM wParam, LPARAM keyword) override;
     LRESULT OnGetActiveLayer(WPARAM wParam, LPARAM layers) override;
 
     // Tree of names.
@@ -104,6 +106,8 @@ public:
 
     cPanelBackground background;
     std::uint64_t activeLayers = 0;
+    std::uint64_t editedLayers = 0; // shown while the panel is edited; 0: all
+    logic::LayerNames layerNames;
     std::string title;
     bool showsBandwidth = false;              // equaliser bands show bandwidth in place of Q
     std::string size;                         // "width,height" or empty

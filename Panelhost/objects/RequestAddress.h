@@ -9,11 +9,13 @@ class PanelRoot;
 
 struct REQUESTADDRESS {
     HOSTINFO* root;
-    std::string text;    // expanded: OBJECT*keyword, or OBJECT
-    bool isTold = false; // that it does not fit what is asked
+    const HOSTINFO* asker; // whose list the item is in; it may be gone
+    std::string text;      // expanded: OBJECT*keyword, or OBJECT
+    bool isTold = false;   // that it does not fit what is asked
 };
 
-// An address as it is looked up: "%n" becomes the full name of the object that contains the control.
+// An address as it is looked up: "%n" becomes the full name of the object that contains the control. It
+// begins with "*" where it is a keyword of the panel itself.
 std::string ExpandAddress(const std::string& address, const HOSTINFO* object);
 
 // What an expanded address names. The whole of it can be an object; otherwise what stands behind the last "*"

@@ -15,6 +15,16 @@
 #include <initializer_list>
 #include <utility>
 
+namespace {
+
+bool IsOfRoot(const std::string& text, const HOSTINFO* object) {
+    PanelRoot* root = PanelRoot::Above(object);
+    return root != nullptr && root->Find(text) == nullptr &&
+           a_FindKeyword(root->GetHostinfoTable(), text) > 0;
+}
+
+} // namespace
+
 std::string ExpandAddress(const std::string& address, const HOSTINFO* object) {
     if (address.find("%n") == std::string::npos && !address.starts_with('*')) {
         return address;
@@ -26,13 +36,18 @@ std::string ExpandAddress(const std::string& address, const HOSTINFO* object) {
          place = text.find("%n", place + path.size())) {
         text.replace(place, 2, path);
     }
-    if (!text.empty() && text.front() == '*') { // directly on the root there is no path
+    // Directly on the root there is no path, and what is no control there can be a keyword of the panel
+    // itself.
+    if (text.starts_with('*') && !IsOfRoot(text.substr(1), object)) {
         text.erase(0, 1);
     }
     return text;
 }
 
 ADDRESSED FindAddressed(PanelRoot& root, const std::string& address) {
+    if (address.starts_with('*')) {
+        return {&root, address.substr(1)};
+    }
     if (HOSTINFO* found = root.Find(address); found != nullptr) {
         return {found};
     }
@@ -78,9 +93,12 @@ REQUESTITEM Resolve(const std::string& address, HOSTINFO* object, const char* ke
     const auto [found, ownKeyword] = FindAddressed(*root, full);
     const char* wanted = keyword != nullptr ? keyword : ownKeyword ? ownKeyword->c_str() : nullptr;
     const bool reached = found != nullptr && Reach(found, wanted, item);
-    item.address = std::make_shared<REQUESTADDRESS>(
-        REQUESTADDRESS{root, reached && wanted != nullptr ? found->name + "*" + wanted : full});
+    item.address = std::make_shared<REQUESTADDRESS>(REQUESTADDRESS{
+        root, object, reached && wanted != nullptr && found != root ? found->name + "*" + wanted : full});
     if (follow) {
+        if (found == root) {
+            return item; // which is there as long as the object is
+        }
         if (reached) {
             root->bindings.Bind(object, found);
         } else {

@@ -12,9 +12,11 @@
 #include "logic/controls/Layers.h"
 #include "logic/devices/SnapshotFile.h"
 #include "logic/security/PinLock.h"
+#include "logic/text/Numbers.h"
 #include "logic/text/PropertyLine.h"
 
 #include <algorithm>
+#include <bit>
 #include <cstring>
 #include <string_view>
 #include <utility>
@@ -66,6 +68,28 @@ bool SetLock(PanelRoot& root, const std::string& text) {
     }
     root.lock = text;
     return true;
+}
+
+std::string LayerNamesText(const PanelRoot& root) {
+    return logic::LayerNamesText(root.layerNames);
+}
+
+bool SetLayerNames(PanelRoot& root, const std::string& text) {
+    const auto names = logic::ParseLayerNames(text);
+    root.layerNames = names.value_or(root.layerNames);
+    return names.has_value();
+}
+
+// The number of the only layer that is active.
+std::string PageText(const PanelRoot& root) {
+    return std::to_string(std::has_single_bit(root.activeLayers) ? std::countr_zero(root.activeLayers) + 1
+                                                                 : 0);
+}
+
+bool SetPage(PanelRoot& root, const std::string& text) {
+    const auto number = logic::ParseWholeInteger(text);
+    return number && *number >= 0 && *number <= logic::LAYER_COUNT &&
+           SetLayers(root, *number == 0 ? "" : "u" + std::to_string(*number));
 }
 
 std::string OnOpenText(const PanelRoot& root) {
@@ -176,12 +200,18 @@ constexpr RootKeyword ROOT_KEYWORDS[] = {
      About(KeywordKind::Text, "What the PIN is recognised by that opens a panel "
                               "[for editing](operating.md#lock), as `File > Lock` makes it; empty for "
                               "none. Told to nobody, and not to be set by a terminal.")},
+    {{"layernames", Handle<LayerNamesText, SetLayerNames>, KEYWORD_SAVED},
+     About(KeywordKind::Text, "What people call the layers, `u1=Mix;u2=EQ`, where these are listed.")},
     {{"onopen", Handle<OnOpenText, SetOnOpen>, KEYWORD_SAVED | KEYWORD_CLOSED},
      About(KeywordKind::Words,
            "`follow`: opening the panel moves no device, the controls show what these hold; `send`: the "
            "values saved in the panel go to its [devices](panel-files.md#opening).",
            "follow,send"),
      FOLLOW},
+    {{"page", Handle<PageText, SetPage>, 0},
+     About(KeywordKind::Integer,
+           "Number of the layer that is shown alone, 1 to 64: another way to set `layer`, for [buttons that "
+           "switch layers](panel-files.md#layers). 0: all of them, or several.")},
     {{"parameterdlg", Handle<MemberText<&PanelRoot::parameterDialog>, SetMember<&PanelRoot::parameterDialog>>,
       0},
      NamingControl(About(KeywordKind::Text, "Name of the control whose parameter dialog is open."))},
@@ -324,6 +354,11 @@ LRESULT PanelRoot::OnMessage(WPARAM, LPARAM record) {
         return 0;
     }
     return a_DispatchRecord(this, KEYWORDS, request);
+}
+
+LRESULT PanelRoot::OnGetDatatype(WPARAM, LPARAM keyword) {
+    const int row = a_FindKeyword(KEYWORDS, reinterpret_cast<const char*>(keyword));
+    return row >= 0 && TABLES.infos[row].kind == KeywordKind::Integer ? DATATYPE_INTEGER : DATATYPE_TEXT;
 }
 
 int a_Request(HOSTINFO* object, const char* keyword, int* value) {

@@ -3,6 +3,7 @@
 #include "Panelhost/Devices.h"
 #include "Panelhost/Root.h"
 #include "Panelhost/objects/PanelRoot.h"
+#include "base/Guard.h"
 #include "logic/controls/Layers.h"
 
 #include <algorithm>
@@ -46,7 +47,9 @@ void PanelRoot::ApplyLayers(const HOSTINFO* object) const {
     if (object->layers == 0 && !editOnly) {
         return; // its visibility is the host's
     }
-    const bool shown = mode != 0 || (!editOnly && logic::LayerShown(object->layers, activeLayers));
+    const bool isEdited = mode != 0;
+    const bool shown =
+        (isEdited || !editOnly) && logic::LayerShown(object->layers, isEdited ? editedLayers : activeLayers);
     const bool visible = (GetWindowLongA(object->window, GWL_STYLE) & WS_VISIBLE) != 0;
     if (shown != visible) {
         ShowWindow(object->window, shown ? SW_SHOWNA : SW_HIDE);
@@ -150,6 +153,21 @@ void PanelRoot::TellWhetherLive(DEVICE& device) {
             object->OnInterfaceworking(isLive ? 1 : 0, reinterpret_cast<LPARAM>(&device));
         }
     }
+}
+
+std::uint64_t a_GetEditedLayers(HOSTINFO* root) {
+    const PanelRoot* panel = PanelRoot::From(root);
+    return panel == nullptr ? 0 : panel->editedLayers;
+}
+
+void a_SetEditedLayers(HOSTINFO* root, std::uint64_t layers) {
+    PanelRoot* panel = PanelRoot::From(root);
+    if (panel == nullptr || panel->editedLayers == layers) {
+        return;
+    }
+    const PanelRoot::Held held(*panel);
+    panel->editedLayers = layers;
+    Guarded([panel] { panel->ApplyLayersToAll(); });
 }
 
 bool a_IsChanged(HOSTINFO* root) {

@@ -1,6 +1,7 @@
 // The sending of requests to controls and devices.
 
 #include "Panelhost/Devices.h"
+#include "Panelhost/Root.h"
 #include "Panelhost/Trace.h"
 #include "Panelhost/objects/PanelRoot.h"
 #include "Panelhost/objects/RequestAddress.h"
@@ -247,6 +248,20 @@ int SendToParameter(const REQUESTITEM& item, VALUERECORD& record) {
     return item.handler != nullptr ? item.handler(&record, item.context) : -1;
 }
 
+void a_LetBoundAsk(const HOSTINFO* control) {
+    Guarded([control] {
+        const PanelRoot* root = PanelRoot::Above(control);
+        if (root == nullptr) {
+            return;
+        }
+        for (HOSTINFO* object : root->bindings.BoundTo(control)) {
+            if (a_IsAlive(object)) {
+                object->OnInterfaceworking(1, 0);
+            }
+        }
+    });
+}
+
 int a_SendRequest(REQUESTLIST& requests, int command, int datatype, void* data, int* result) {
     if (data == nullptr) {
         return 0;
@@ -266,6 +281,10 @@ int a_SendRequest(REQUESTLIST& requests, int command, int datatype, void* data, 
                 const int answer = SendCopy(item, datatype, data);
                 success = answer >= 0 ? success : 0;
                 outcome = answer < 0 ? REQUEST_UNREACHABLE : outcome;
+            }
+            if (!items.empty() && items.front().address != nullptr &&
+                a_IsAlive(items.front().address->asker)) {
+                a_LetBoundAsk(items.front().address->asker);
             }
         }
         if (result != nullptr) {

@@ -3,13 +3,9 @@
 #include "logic/text/Numbers.h"
 #include "logic/text/Text.h"
 
+#include <bit>
+
 namespace logic {
-
-namespace {
-
-constexpr std::int32_t LAYER_COUNT = 64;
-
-} // namespace
 
 std::optional<std::uint64_t> ParseLayers(std::string_view text) {
     std::uint64_t mask = 0;
@@ -24,7 +20,7 @@ std::optional<std::uint64_t> ParseLayers(std::string_view text) {
         if (!number || *number > LAYER_COUNT) {
             return std::nullopt;
         }
-        mask |= std::uint64_t{1} << (*number - 1);
+        mask |= LayerBit(*number);
     }
     return mask;
 }
@@ -45,6 +41,36 @@ std::string LayersText(std::uint64_t mask) {
 
 bool LayerShown(std::uint64_t own, std::uint64_t active) {
     return own == 0 || active == 0 || (own & active) != 0;
+}
+
+std::optional<LayerNames> ParseLayerNames(std::string_view text) {
+    LayerNames names;
+    std::uint64_t known = 0;
+    for (const std::string_view entry : SplitFields(text, ';')) {
+        if (TrimBlanks(entry).empty()) {
+            continue;
+        }
+        const auto equals = entry.find('=');
+        const auto layer = ParseLayers(entry.substr(0, equals));
+        if (equals == std::string_view::npos || !layer || !std::has_single_bit(*layer) ||
+            (known & *layer) != 0) {
+            return std::nullopt;
+        }
+        known |= *layer;
+        names[static_cast<std::size_t>(std::countr_zero(*layer))] = TrimBlanks(entry.substr(equals + 1));
+    }
+    return names;
+}
+
+std::string LayerNamesText(const LayerNames& names) {
+    std::string text;
+    for (std::size_t layer = 0; layer < names.size(); ++layer) {
+        if (!names[layer].empty()) {
+            text.append(text.empty() ? "u" : ";u").append(std::to_string(layer + 1)).append("=");
+            text += names[layer];
+        }
+    }
+    return text;
 }
 
 } // namespace logic

@@ -43,6 +43,20 @@ std::string BitmapFile(int bits) {
 
 } // namespace
 
+TEST_CASE("names of layers are read in any order and written in theirs") {
+    const auto written = [](const char* text) {
+        const auto names = ParseLayerNames(text);
+        return names ? LayerNamesText(*names) : "refused";
+    };
+    CHECK(written("") == "");
+    CHECK(written(" U64 = Last one ;; u1=a=b; u2= ;") == "u1=a=b;u64=Last one");
+    for (const char* bad :
+         {"u1", "Mix", "u0=Mix", "u65=Mix", "u1,u2=Mix", "=Mix", "u1=Mix;U1=EQ", "u1=;u1="}) {
+        INFO(std::string(bad));
+        CHECK(written(bad) == "refused");
+    }
+}
+
 TEST_CASE("the headers of a bitmap file must fit the file") {
     for (const int bits : {1, 4, 8, 16, 24, 32}) {
         CAPTURE(bits);

@@ -136,6 +136,40 @@ int Rows(const PanelHere& program, const char* window, UINT count = LVM_GETITEMC
         SendMessageA(program.Below(FindWindowA(window, nullptr), WC_LISTVIEWA), count, 0, 0));
 }
 
+HWND LayerList(const PanelHere& program) {
+    return program.Below(FindWindowA("PanelLayers", nullptr), WC_LISTVIEWA);
+}
+
+// What the window of layers lists.
+std::string Layers(PanelHere& program) {
+    program.Command(CMD_GRID); // it is up to date then
+    program.Command(CMD_GRID);
+    ListView_SetItemState(LayerList(program), -1, 0, LVIS_SELECTED);
+    program.Type('C', "Ctrl", LayerList(program));
+    return OnClipboard();
+}
+
+// A command of that window for one of its lines.
+void DoLayer(const PanelHere& program, int row, int command) {
+    const HWND list = LayerList(program);
+    ListView_SetItemState(list, -1, 0, LVIS_SELECTED);
+    ListView_SetItemState(list, row, LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
+    SendMessageA(GetParent(list), WM_COMMAND, static_cast<WPARAM>(command), 0);
+}
+
+void NameLayer(PanelHere& program, int row, const char* name) {
+    DoLayer(program, row, 0);
+    program.Type(VK_F2, "", LayerList(program));
+    const HWND edit = ListView_GetEditControl(LayerList(program));
+    SetWindowTextA(edit, name);
+    program.Type(VK_SPACE, "", edit); // is typed, and no command
+    SendMessageA(edit, WM_KEYDOWN, VK_RETURN, 0);
+}
+
+bool IsSeen(const PanelHere& program, const char* control) {
+    return IsWindowVisible(ph_Find(program.Root(), control)) != FALSE;
+}
+
 // Those of the frame and its other windows, in this order.
 const std::pair<int, void (*)(PanelHere& program)> OTHERS[] = {
     {CMD_EDIT_MODE,
@@ -166,6 +200,104 @@ const std::pair<int, void (*)(PanelHere& program)> OTHERS[] = {
          program.Type('I', "Ctrl+Shift", program.Panel());
          CHECK(program.Status().starts_with("S   MINIEDIT"));
          CHECK_FALSE(program.Item(CMD_LEAVE).enabled);
+     }},
+    {CMD_VIEW_LAYERS,
+     [](PanelHere& program) {
+         CHECK_FALSE(program.Item(CMD_VIEW_LAYERS).enabled);
+         program.Command(CMD_VIEW_LAYERS);
+         CHECK(Shown("PanelLayers", "Layers") == nullptr);
+         program.Command(CMD_EDIT_MODE);
+         program.Command(CMD_VIEW_LAYERS);
+         CHECK(program.Item(CMD_VIEW_LAYERS) == PanelHere::MenuItem{"&Layers", true, true});
+         CHECK(Layers(program) == "(every layer)\t\tyes\t5\tA, B, C, S, Combo\r\n\tu1\tyes\t0\t\r\n"
+                                  "\tu2\tyes\t1\tLayered\r\n");
+     }},
+    {CMD_LAYER_PUT,
+     [](PanelHere& program) {
+         Select(program, "AB");
+         DoLayer(program, 1, CMD_LAYER_PUT);
+         CHECK(Contains(program.Saved(), "A*layer=u1\r\n"));
+         CHECK(Contains(program.Saved(), "B*layer=u1\r\n"));
+         CHECK(Contains(Layers(program), "\tu1\tyes\t2\tA, B\r\n"));
+         CHECK(program.Item(CMD_UNDO).text == "&Undo Change Of Layer\tCtrl+Z");
+         program.Command(CMD_UNDO);
+         CHECK_FALSE(Contains(program.Saved(), "*layer=u1"));
+         program.Command(CMD_REDO);
+         CHECK(Contains(program.Saved(), "B*layer=u1\r\n"));
+     }},
+    {CMD_LAYER_ADD,
+     [](PanelHere& program) {
+         Select(program, "A");
+         DoLayer(program, 2, CMD_LAYER_ADD);
+         CHECK(Contains(program.Saved(), "A*layer=u1,u2\r\n"));
+         DoLayer(program, 0, CMD_LAYER_ADD); // it is on some only, and stays so
+         CHECK(Contains(program.Saved(), "A*layer=u1,u2\r\n"));
+     }},
+    {CMD_LAYER_REMOVE,
+     [](PanelHere& program) {
+         DoLayer(program, 2, CMD_LAYER_REMOVE);
+         CHECK(Contains(program.Saved(), "A*layer=u1\r\n"));
+         DoLayer(program, 0, CMD_LAYER_PUT); // on every layer
+         CHECK_FALSE(Contains(program.Saved(), "A*layer="));
+         CHECK(program.UndoAll() == 4);
+         CHECK(program.RedoAll() == 4);
+     }},
+    {CMD_LAYER_ALONE,
+     [](PanelHere& program) {
+         DoLayer(program, 1, CMD_LAYER_ALONE);
+         CHECK(IsSeen(program, "A"));
+         CHECK(IsSeen(program, "B"));
+         CHECK_FALSE(IsSeen(program, "Layered"));
+         program.Tick();
+         CHECK(Contains(Layers(program), "\tu2\tno\t1\tLayered\r\n"));
+     }},
+    {CMD_LAYER_SHOW,
+     [](PanelHere& program) {
+         Select(program, "AB");
+         DoLayer(program, 2, CMD_LAYER_SHOW);
+         CHECK(IsSeen(program, "Layered"));
+         DoLayer(program, 1, CMD_LAYER_SHOW);
+         CHECK_FALSE(IsSeen(program, "B"));
+         program.Tick();
+         CHECK(program.Status().starts_with("A   KNOB")); // what cannot be seen is not selected
+         DoLayer(program, 2, CMD_LAYER_SHOW);             // the last one stays
+         CHECK(IsSeen(program, "Layered"));
+         const std::string saved = program.Saved();
+         program.Command(CMD_EDIT_MODE);
+         CHECK(IsSeen(program, "B"));
+         CHECK(Shown("PanelLayers", "Layers") == nullptr);
+         program.Command(CMD_EDIT_MODE);
+         CHECK(IsSeen(program, "B")); // it begins with all
+         CHECK(program.Saved() == saved);
+         program.Command(CMD_VIEW_LAYERS);
+     }},
+    {CMD_LAYER_ALL,
+     [](PanelHere& program) {
+         DoLayer(program, 2, CMD_LAYER_ALONE);
+         CHECK_FALSE(IsSeen(program, "B"));
+         program.Type('H', "Ctrl", LayerList(program));
+         CHECK(IsSeen(program, "B"));
+     }},
+    {CMD_LAYER_SELECT,
+     [](PanelHere& program) {
+         DoLayer(program, 2, CMD_LAYER_SELECT);
+         program.Tick();
+         CHECK(program.Status().starts_with("Layered   LED"));
+         DoLayer(program, 0, CMD_LAYER_SELECT);
+         program.Tick();
+         CHECK(program.Status().starts_with("4 selected"));
+     }},
+    {CMD_LAYER_RENAME,
+     [](PanelHere& program) {
+         NameLayer(program, 2, "EQ");
+         CHECK(Contains(program.Saved(), "layernames=u2=EQ\r\n"));
+         CHECK(Contains(Layers(program), "EQ\tu2\tyes\t1\tLayered\r\n"));
+         NameLayer(program, 2, "E;Q");
+         NameLayer(program, 0, "Every");
+         CHECK(Contains(program.Saved(), "layernames=u2=EQ\r\n"));
+         CHECK(program.Item(CMD_UNDO).text == "&Undo Name Of Layer\tCtrl+Z");
+         CHECK(program.UndoAll() == 5);
+         CHECK_FALSE(Contains(program.Saved(), "layernames="));
          program.Command(CMD_EDIT_MODE);
      }},
     {CMD_SAVE,

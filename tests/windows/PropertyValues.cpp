@@ -63,7 +63,7 @@ TEST_CASE("what a keyword takes, keeps and refuses") {
     const std::pair<const char*, const char*> classes[] = {
         {"KNOB",
          "interval=20|interval=0|interval=-1!|relative=1|resolution=0.125|resolution=0|"
-         "values=1,-2.5,3|values=|layer=u1>layer=|level=anything>level=|properties=-5>properties=-5,100,0|"
+         "values=1,-2.5,3|values=|layer=u1|level=anything!|level=>layer=|properties=-5>properties=-5,100,0|"
          "properties=100,0,50>properties=100,0,100|properties= 5 , 30>properties=5,30,30"},
         {"FADER",
          "properties=-60>properties=-60,0,0|properties=loud!|resolution=.1230>resolution=0.123|"
