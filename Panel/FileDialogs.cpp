@@ -16,6 +16,8 @@ struct Kind {
 constexpr Kind PANEL{L"Panel files (*.panel)\0*.panel\0All files (*.*)\0*.*\0", L"panel"};
 constexpr Kind LIST{L"Text (*.txt)\0*.txt\0Comma-separated values (*.csv)\0*.csv\0All files (*.*)\0*.*\0",
                     L"txt"};
+constexpr Kind PICTURE{L"Pictures (*.png)\0*.png\0All files (*.*)\0*.*\0", L"png"};
+constexpr Kind PAGE{L"Web pages (*.html)\0*.html\0All files (*.*)\0*.*\0", L"html"};
 
 std::string AskFile(HWND owner, const std::string& proposed, DWORD flags, Dialog dialog,
                     const Kind& kind = PANEL) {
@@ -46,13 +48,16 @@ std::string AskFile(HWND owner, const std::string& proposed, DWORD flags, Dialog
 } // namespace
 
 std::string AskFileToOpen(HWND owner) {
-    return AskFile(owner, "", OFN_FILEMUSTEXIST, GetOpenFileNameW);
+    return AskFile(owner, "", PANEL, OFN_FILEMUSTEXIST, GetOpenFileNameW);
 }
 
 std::string AskFileToSave(HWND owner, const std::string& proposed) {
     return AskFile(owner, proposed, OFN_OVERWRITEPROMPT, GetSaveFileNameW);
 }
 
-std::string AskFileToExport(HWND owner, const std::string& proposed) {
-    return AskFile(owner, proposed, OFN_OVERWRITEPROMPT, GetSaveFileNameW, LIST);
+std::string AskFileToExport(HWND owner, const std::string& proposed, ExportKind kind) {
+    return AskFile(owner, proposed, OFN_OVERWRITEPROMPT, GetSaveFileNameW,
+                   kind == ExportKind::Picture ? PICTURE
+                   : kind == ExportKind::Page  ? PAGE
+                                               : LIST);
 }

@@ -2,7 +2,6 @@
 
 #include "Panel/ControlLibrary.h"
 #include "Panel/FileDialogs.h"
-#include "Panel/Screenshot.h"
 #include "Panel/common/Paths.h"
 #include "Panel/common/VersionText.h"
 #include "Panel/operating/PinDialogs.h"
@@ -99,7 +98,9 @@ bool FrameWindow::Create(std::string& error) {
 
 void FrameWindow::Start(int showCommand) {
     // A picture shows the window whatever the program that started this one asked for.
-    ShowWindow(Handle(), commandLine_.screenshotFile.empty() ? showCommand : SW_SHOWNORMAL);
+    ShowWindow(Handle(), IsHidden(commandLine_)                ? SW_SHOWNOACTIVATE
+                         : commandLine_.screenshotFile.empty() ? showCommand
+                                                               : SW_SHOWNORMAL);
     SetEditing(commandLine_.edit);
     UpdateWindow(Handle());
     if (commandLine_.exitAfter) {
@@ -248,6 +249,9 @@ void FrameWindow::OnCommand(int command) {
     case CMD_SAVE_AS:
         SaveAs();
         return;
+    case CMD_EXPORT_PICTURE:
+    case CMD_EXPORT_LIST:
+        return Export(command);
     case CMD_PIN:
         if (editing_) {
             AskNewPin(Handle(), panel_->Edit().Edits().Root());
@@ -504,10 +508,5 @@ void FrameWindow::FitToPanel() {
 
 // Ends an unattended run.
 void FrameWindow::Finish() {
-    int exitCode = 0;
-    if (!commandLine_.screenshotFile.empty() && !SaveScreenshot(Handle(), commandLine_.screenshotFile)) {
-        reporter_.Fail("cannot write the picture " + commandLine_.screenshotFile);
-        exitCode = 2;
-    }
-    PostQuitMessage(exitCode);
+    PostQuitMessage(WriteFiles());
 }

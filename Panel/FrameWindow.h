@@ -91,6 +91,11 @@ private:
     bool Save();
     bool SaveAs();
     bool SaveTo(const std::string& file);
+    // FrameExport.cpp.
+    void Export(int command);
+    bool ExportPicture(const std::string& file) const;
+    bool ExportList(const std::string& file) const;
+    int WriteFiles() const;
     void ShowNotice();
     // Whether the panel has changes to be saved. What is only operated is not to be changed in its file.
     bool IsUnsaved() const { return commandLine_.operate ? panel_->IsEdited() : panel_->IsChanged(); }

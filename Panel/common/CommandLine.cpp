@@ -16,6 +16,8 @@ const char* const USAGE =
     "                     extension .devices, if there is one)\r\n"
     "  --screenshot FILE  write a picture of the window (PNG) before the program ends;\r\n"
     "                     it ends after 1500 ms unless --exit-after says otherwise\r\n"
+    "  --export-png FILE  write a picture of the panel, without a window, and end likewise\r\n"
+    "  --export-list FILE the same with a list of its controls and bindings (HTML)\r\n"
     "  --trace FILE       append every trace line to that file\r\n"
     "  --recovery FOLDER  keep the copies there that bring back unsaved changes after a\r\n"
     "                     crash (default: in the user's application data)\r\n"
@@ -75,6 +77,9 @@ std::string Objection(const CommandLine& commandLine) {
     if (commandLine.check && (commandLine.operate || commandLine.watch)) {
         return "--check excludes --operate and --watch";
     }
+    if (IsHidden(commandLine) && commandLine.panelFile.empty()) {
+        return "what is exported needs a panel file";
+    }
     return commandLine.fullScreen && !commandLine.operate ? "--full-screen needs --operate" : "";
 }
 
@@ -93,7 +98,8 @@ bool ReadFileName(const wchar_t* name, std::string& result, std::string& error) 
 bool ParseCommandLine(int count, wchar_t** arguments, CommandLine& result, std::string& error) {
     result = CommandLine{};
     result.unattended = std::any_of(arguments, arguments + count, [](std::wstring_view argument) {
-        return argument == L"--exit-after" || argument == L"--screenshot" || argument == L"--check";
+        return argument == L"--exit-after" || argument == L"--screenshot" || argument == L"--export-png" ||
+               argument == L"--export-list" || argument == L"--check";
     });
     CommandLine parsed = result;
     for (int i = 0; i < count; ++i) {
@@ -122,11 +128,13 @@ bool ParseCommandLine(int count, wchar_t** arguments, CommandLine& result, std::
             *given = true;
             continue;
         }
-        std::string* file = argument == "--devices"      ? &parsed.deviceFile
-                            : argument == "--screenshot" ? &parsed.screenshotFile
-                            : argument == "--trace"      ? &parsed.traceFile
-                            : argument == "--recovery"   ? &parsed.recoveryFolder
-                                                         : nullptr;
+        std::string* file = argument == "--devices"       ? &parsed.deviceFile
+                            : argument == "--screenshot"  ? &parsed.screenshotFile
+                            : argument == "--export-png"  ? &parsed.pictureFile
+                            : argument == "--export-list" ? &parsed.listFile
+                            : argument == "--trace"       ? &parsed.traceFile
+                            : argument == "--recovery"    ? &parsed.recoveryFolder
+                                                          : nullptr;
         if (!file && argument != "--exit-after") {
             error = "unknown option " + argument + " (--help lists them)";
             return false;
@@ -151,7 +159,7 @@ bool ParseCommandLine(int count, wchar_t** arguments, CommandLine& result, std::
         return false;
     }
     parsed.follow = parsed.follow || parsed.check; // a check moves nothing
-    if (!parsed.screenshotFile.empty() && !parsed.exitAfter) {
+    if ((!parsed.screenshotFile.empty() || IsHidden(parsed)) && !parsed.exitAfter) {
         parsed.exitAfter = SCREENSHOT_AFTER;
     }
     result = parsed;

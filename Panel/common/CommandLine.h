@@ -9,6 +9,8 @@ struct CommandLine {
     std::string panelFile;
     std::string deviceFile;
     std::string screenshotFile;
+    std::string pictureFile; // of the panel alone, without a window
+    std::string listFile;
     std::string traceFile;
     std::string recoveryFolder;
     std::optional<std::uint32_t> exitAfter; // milliseconds
@@ -32,6 +34,12 @@ constexpr int EXIT_NOT_DONE = 2; // something that the command line asks for
 
 constexpr const wchar_t* WATCH_OPTION = L"--watch";
 constexpr const wchar_t* FOLLOW_OPTION = L"--follow";
+
+// Whether nothing of the program is to be seen on the screen.
+inline bool IsHidden(const CommandLine& commandLine) {
+    return commandLine.screenshotFile.empty() &&
+           !(commandLine.pictureFile.empty() && commandLine.listFile.empty());
+}
 
 // What --help prints, without the last line end.
 extern const char* const USAGE;

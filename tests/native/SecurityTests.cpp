@@ -2,7 +2,6 @@
 
 #include "logic/security/PinLock.h"
 #include "logic/security/Sha256.h"
-#include "logic/text/Arguments.h"
 #include "tests/native/Tables.h"
 
 using namespace logic;
@@ -96,11 +95,4 @@ TEST_CASE("wrong PINs make wait, each longer than the one before, until the righ
     tries.Right();
     tries.Wrong(now);
     CHECK(tries.Wait(now) == 0);
-}
-
-TEST_CASE("arguments are quoted so that they are read as they are") {
-    CheckRows([](const std::wstring& argument) { return QuotedArgument(argument); },
-              {Row<std::wstring, std::wstring>{{L""}, L"\"\""},
-               {{L"C:\\My Show\\"}, L"\"C:\\My Show\\\\\""},
-               {{L"a \"b\" \\\"c\\d"}, L"\"a \\\"b\\\" \\\\\\\"c\\d\""}});
 }

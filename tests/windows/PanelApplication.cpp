@@ -87,6 +87,11 @@ TEST_CASE("arguments and files that cannot be used are named and end the program
         {"--exit-after soon", "--exit-after needs a number of milliseconds, not \"soon\"\r\n"},
         {"a.panel b.panel", "only one panel file can be opened: b.panel\r\n"},
         {"\"\"", "the name of the panel file is empty\r\n"},
+        {"--export-png picture.png", "what is exported needs a panel file\r\n"},
+        {panel + " --exit-after 50 --export-png " + Quoted(folder.Path("nowhere\\picture.png")),
+         "cannot write the picture " + folder.Path("nowhere\\picture.png") + "\r\n"},
+        {panel + " --exit-after 50 --export-list " + Quoted(folder.Path("nowhere\\list.html")),
+         "cannot write the list " + folder.Path("nowhere\\list.html") + "\r\n"},
         {"--operate", "--operate needs a panel file\r\n"},
         {"a.panel --operate --edit", "--operate and --edit exclude each other\r\n"},
         {"a.panel --full-screen", "--full-screen needs --operate\r\n"},
@@ -148,6 +153,21 @@ TEST_CASE("a panel runs for as long as it was told, takes a picture and traces w
     a_UnregisterBitmap3(edited.c_str());
     a_UnregisterBitmap3(picture.c_str());
     CHECK(ReadBytes(panel) == GOOD_PANEL + std::string("Nobody*value=1\r\n")); // nothing was saved
+
+    // Without a window there is the panel alone.
+    const std::string list = folder.Path("list.html");
+    const Run exported =
+        RunPanel(Quoted(panel) + " --export-png " + Quoted(picture) + " --export-list " + Quoted(list));
+    CHECK(exported.exitCode == 0);
+    CHECK(exported.errors == "");
+    const OSMIRBitmap* alone = a_GetBitmap3(picture.c_str());
+    REQUIRE(alone != nullptr);
+    CHECK(alone->Width() == 400);
+    CHECK(alone->Height() == 300);
+    CHECK(GetPixel(alone->Dc(), 399, 299) == 0x004080C0);
+    CHECK(GetPixel(alone->Dc(), 33, 33) != 0x004080C0); // the knob
+    a_UnregisterBitmap3(picture.c_str());
+    CHECK(ReadBytes(list).find("<td>function: AMP1*gain (live)</td>") != std::string::npos);
     const Run empty = RunPanel("--exit-after 50");
     CHECK(empty.exitCode == 0);
     CHECK(empty.output + empty.errors == "");

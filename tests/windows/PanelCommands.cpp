@@ -317,6 +317,16 @@ const std::pair<int, void (*)(PanelHere& program)> OTHERS[] = {
          CHECK(Contains(ReadBytes(file), "\"Combo\""));
          CHECK(program.Title() == "other.panel - Panel");
      }},
+    {CMD_EXPORT_PICTURE,
+     [](PanelHere& program) {
+         Ask(program, CMD_EXPORT_PICTURE, "Save As", IDOK, program.Folder().Path("picture"));
+         CHECK(ReadBytes(program.Folder().Path("picture.png")).starts_with("\x89PNG"));
+     }},
+    {CMD_EXPORT_LIST,
+     [](PanelHere& program) {
+         Ask(program, CMD_EXPORT_LIST, "Save As", IDOK, program.Folder().Path("list"));
+         CHECK(Contains(ReadBytes(program.Folder().Path("list.html")), "<h1>other.panel</h1>"));
+     }},
     {CMD_PIN,
      [](PanelHere& program) {
          Ask(program, CMD_PIN, "Lock the Panel", IDCANCEL); // there is none
