@@ -1,8 +1,10 @@
 #include "Panel/editing/BuildCommands.h"
 
+#include "Panel/editing/ChannelDialog.h"
 #include "Panel/editing/PanelEdits.h"
 #include "Panel/editing/Placement.h"
 #include "Panel/editing/RenameDialog.h"
+#include "Panel/editing/RowDialog.h"
 #include "Panel/editing/Selection.h"
 #include "Panel/resource.h"
 #include "Panelhost/Editing.h"
@@ -10,6 +12,18 @@
 #include "logic/editing/ReadingOrder.h"
 
 #include <algorithm>
+
+namespace {
+
+std::vector<HOSTINFO*> InReadingOrder(const std::vector<HOSTINFO*>& siblings) {
+    std::vector<HOSTINFO*> sorted;
+    for (const std::size_t place : logic::ReadingOrder(PlacesOf(PlacementsOf(siblings)))) {
+        sorted.push_back(siblings[place]);
+    }
+    return sorted;
+}
+
+} // namespace
 
 BuildCommands::BuildCommands(const EditSurface& surface, PanelEdits::Warning warn)
     : surface_(surface), edits_(surface.edits), selection_(surface.selection), warn_(std::move(warn)) {}
@@ -26,6 +40,8 @@ bool BuildCommands::IsEnabled(int command) const {
         return true;
     case CMD_RENAME:
         return count == 1;
+    case CMD_DUPLICATE_ROW: // copies are put on the panel itself
+        return count >= 1 && !selection_.Inside();
     case CMD_ENTER:
         return count == 1 && HasParts(selection_.Objects().front());
     case CMD_LEAVE:
@@ -61,6 +77,10 @@ void BuildCommands::Execute(int command) {
         return Enter(selection_.Objects().front());
     case CMD_LEAVE:
         return Leave();
+    case CMD_BIND_CHANNEL:
+        return BindChannels(surface_.panel, edits_, InReadingOrder(selection_.Objects()));
+    case CMD_DUPLICATE_ROW:
+        return DuplicateInRow();
     default:
         return;
     }
@@ -87,10 +107,7 @@ void BuildCommands::SortByPosition() {
             siblings.push_back(object);
         }
     }
-    std::vector<HOSTINFO*> sorted;
-    for (const std::size_t place : logic::ReadingOrder(PlacesOf(PlacementsOf(siblings)))) {
-        sorted.push_back(siblings[place]);
-    }
+    const std::vector<HOSTINFO*> sorted = InReadingOrder(siblings);
     if (sorted != siblings) {
         MoveBefore("Sort by Position", sorted, nullptr);
     }
@@ -143,4 +160,56 @@ void BuildCommands::Leave() {
     HOSTINFO* left = selection_.Inside();
     Enter(left->parent);
     selection_.Set({left});
+}
+
+// Copies.
+
+// They lie in front of and behind the others as what they are copies of.
+void BuildCommands::DuplicateInRow() {
+    std::vector<HOSTINFO*> originals;
+    HOSTINFO* next = nullptr; // behind the last of them
+    std::string text;
+    std::vector<HOSTINFO*> whole;
+    for (HOSTINFO* object : a_ListHostinfos(edits_.Root())) {
+        if (selection_.Contains(object)) {
+            originals.push_back(object);
+            next = nullptr;
+        } else if (object->kind == KIND_CONTROL && object->parent == edits_.Root() && !next) {
+            next = object;
+        }
+        for (const HOSTINFO* above = object; above; above = above->parent) {
+            if (selection_.Contains(above)) {
+                whole.push_back(object);
+                break;
+            }
+        }
+    }
+    const logic::Rectangle bounds = logic::Bounds(PlacesOf(PlacementsOf(originals)));
+    CopiedRow row{1, bounds.right - bounds.left + EditGrid::SPACING, 0, true};
+    std::vector<std::string> texts;
+    if (!AskForRow(surface_.panel, row) || edits_.Root()->mode == 0) {
+        return;
+    }
+    const auto isGone = [](const HOSTINFO* object) { return !a_IsAlive(object); };
+    if (std::any_of(whole.begin(), whole.end(), isGone) || a_ObjectTexts(whole, &texts) == 0) {
+        return warn_("The selection cannot be copied: its properties cannot be read.");
+    }
+    for (const std::string& one : texts) {
+        text += one;
+    }
+    const RowOfCopies copies = MakeRow(edits_.Root(), originals, text, row);
+    edits_.Do("Duplicate in a Row", {}, [&] {
+        a_LoadText(edits_.Root(), copies.text, "Row");
+        std::vector<HOSTINFO*> made;
+        for (const std::string& name : copies.names) {
+            if (HOSTINFO* object = edits_.Target().Find(name)) {
+                if (next && a_IsAlive(next)) {
+                    a_MoveBefore(object, next);
+                }
+                made.push_back(object);
+            }
+        }
+        selection_.Set(made);
+        return made;
+    });
 }

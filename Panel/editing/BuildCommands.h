@@ -32,6 +32,7 @@ private:
     void SortByPosition();
     void ShowAll();
     void Leave();
+    void DuplicateInRow();
     bool HasParts(const HOSTINFO* object) const;
 
     const EditSurface& surface_;

@@ -270,7 +270,9 @@ HIMAGELIST MakeSigns() {
     Canvas canvas(ICON_SIZE);
     for (int i = 0; i < 3; ++i) {
         canvas.Draw([&](Graphics& graphics) {
-            if (i == 0) {
+            if (i == 0) { // what is transparent everywhere would be shown as black
+                const Gdiplus::SolidBrush hardly(Color(1, 255, 255, 255));
+                graphics.FillRectangle(&hardly, 0, 0, ICON_SIZE, ICON_SIZE);
                 return;
             }
             graphics.SetSmoothingMode(Gdiplus::SmoothingModeNone);

@@ -21,7 +21,7 @@ constexpr int GRIP = 5; // pixels, the edge that is dragged
 constexpr int SEARCH_HEIGHT = 20;
 constexpr int SEARCH_LABEL = 46;
 constexpr int HINT_HEIGHT = 30;
-constexpr int MARK_WIDTH = 36;
+constexpr int MARK_WIDTH = 42;
 constexpr UINT TAKE_SELECTION = WM_APP; // posted to itself
 constexpr UINT RENAME = WM_APP + 1;     // the same
 enum Column { NAME, SEEN, LOCK };
@@ -122,6 +122,10 @@ void ObjectPane::Arrange() const {
 
 void ObjectPane::SetEditor(Editor* editor) {
     EndDrag(false);
+    if (std::exchange(naming_, false)) {
+        SendMessageA(list_, LVM_CANCELEDITLABEL, 0, 0);
+    }
+    named_ = nullptr;
     editor_ = editor;
     open_.clear();
     shown_.clear();

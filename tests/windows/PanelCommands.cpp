@@ -61,6 +61,9 @@ const Edit EDITS[] = {
     {NONE, VK_RIGHT, "", 0, 0, "C", "", "Edit: click"}, // the mouse does not reach it
     {CMD_SHOW_ALL, 'H', "Ctrl+Shift", 0, ANY, "", "", "Edit: click"},
     {NONE, VK_ESCAPE, "", 0, 0, "P", "", "S   MINIEDIT"},
+    {CMD_BIND_CHANNEL, 0, "", 1, ANY, "A", "", "A   KNOB"},
+    {CMD_DUPLICATE_ROW, 0, "", 1, ANY, "B", "Duplicate in a Row", "B 2   KNOB   195,60", "B 2*resolution",
+     "ABBCSLC"},
     {CMD_RENAME, 0, "", 1, 1, "B", "Rename", "Dial   KNOB", "A*connection=Dial*resolution;C", "ADCSLC"},
     {CMD_SELECT_ALL, 'A', "Ctrl", 0, ANY, "", "", "6 selected   20,40   540 x 348"},
     {CMD_GRID, 'G', "Ctrl", 0, ANY, "", "", "Edit: click"},
@@ -77,6 +80,10 @@ const Edit EDITS[] = {
     {NONE, VK_UP, "Shift", 0, 0, "A", "Move", "A   KNOB   40,32   47 x 47", "40,32,87,79"},
     {NONE, VK_DOWN, "", 0, 0, "A", "Move", "A   KNOB   40,41   47 x 47", "40,41,87,88"},
 };
+
+// Titles of the dialogs of commands that ask something.
+const std::map<int, const char*> QUESTIONS{
+    {CMD_RENAME, "Rename"}, {CMD_BIND_CHANNEL, "Bind Channel"}, {CMD_DUPLICATE_ROW, "Duplicate in a Row"}};
 
 void Select(PanelHere& program, const std::string& letters) {
     const std::map<char, POINT> places{
@@ -765,8 +772,10 @@ TEST_CASE("each edit changes what it should, is named, undone and done again") {
         CAPTURE(row.key);
         Select(program, row.selected);
         const bool hadGrid = program.Item(CMD_GRID).checked;
-        const Answer renamed(row.command == CMD_RENAME ? "Rename" : "(nothing is asked)", IDOK,
-                             [] { SetDlgItemTextA(FindWindowA("#32770", "Rename"), IDC_NAME, "Dial"); });
+        const auto asked = QUESTIONS.find(row.command);
+        const Answer answer(asked == QUESTIONS.end() ? "(nothing is asked)" : asked->second,
+                            row.command == CMD_BIND_CHANNEL ? IDCANCEL : IDOK,
+                            [] { SetDlgItemTextA(FindWindowA("#32770", "Rename"), IDC_NAME, "Dial"); });
         if (row.key != 0) {
             program.Type(row.key, row.held, program.Panel());
         } else {
