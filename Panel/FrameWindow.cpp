@@ -41,7 +41,8 @@ bool IsTextField(HWND window) {
 }
 
 bool IsEditCommand(int command) {
-    return (command >= CMD_EDIT_FIRST && command <= CMD_EDIT_LAST) || BuildCommands::Has(command);
+    return (command >= CMD_EDIT_FIRST && command <= CMD_EDIT_LAST) || BuildCommands::Has(command) ||
+           (command >= CMD_SAME_WIDTH && command <= CMD_SAME_SIZE);
 }
 
 } // namespace
@@ -351,7 +352,7 @@ void FrameWindow::UpdateMenu() const {
     EnableMenuItem(menu, CMD_PIN, editing_ ? MF_ENABLED : MF_GRAYED);
     EnableMenuItem(menu, CMD_VIEW_UNREAD, panel_->Unread().empty() ? MF_GRAYED : MF_ENABLED);
     const Editor& editor = panel_->Edit();
-    for (int command = CMD_EDIT_FIRST; command <= CMD_BUILD_LAST; ++command) {
+    for (int command = CMD_EDIT_FIRST; command <= CMD_SAME_SIZE; ++command) {
         if (!IsEditCommand(command)) {
             continue;
         }

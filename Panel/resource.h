@@ -114,6 +114,11 @@
 #define CMD_DUPLICATE_ROW 1168
 #define CMD_BUILD_LAST CMD_DUPLICATE_ROW
 
+/* Sizes, in the order of logic::SameSize. */
+#define CMD_SAME_WIDTH 1230
+#define CMD_SAME_HEIGHT 1231
+#define CMD_SAME_SIZE 1232
+
 #define CMD_TRACE_COPY 1101
 #define CMD_TRACE_SELECT_ALL 1102
 #define CMD_TRACE_CLEAR 1103

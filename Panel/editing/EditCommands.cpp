@@ -18,11 +18,16 @@
 namespace {
 
 constexpr DWORD NEW_STYLE = WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS;
+constexpr const char* SIZE_LABEL = "Size";
 constexpr std::size_t ALIGN_LEAST = 2;
 constexpr std::size_t DISTRIBUTE_LEAST = 3;
 
 bool IsAlign(int command) {
     return command >= CMD_ALIGN_LEFT && command <= CMD_ALIGN_CENTRE_DOWN;
+}
+
+bool IsSameSize(int command) {
+    return command >= CMD_SAME_WIDTH && command <= CMD_SAME_SIZE;
 }
 
 // All of the rectangle inside the room, or its left and top edges where it is too large.
@@ -70,7 +75,8 @@ bool EditCommands::IsEnabled(int command) const {
     case CMD_CONNECTIONS:
         return count == 1;
     default:
-        return IsAlign(command) ? count >= ALIGN_LEAST && !build_.HasLocked() : count >= 1;
+        return IsAlign(command) || IsSameSize(command) ? count >= ALIGN_LEAST && !build_.HasLocked()
+                                                       : count >= 1;
     }
 }
 
@@ -134,6 +140,8 @@ void EditCommands::Execute(int command) {
     default:
         if (IsAlign(command)) {
             Align(command);
+        } else if (IsSameSize(command)) {
+            GiveSameSize(command);
         }
         return;
     }
@@ -210,6 +218,9 @@ void EditCommands::MoveTo(const std::string& label, const std::vector<logic::Rec
         now[i].place = places[i];
     }
     PlaceObjects(now);
+    if (label == SIZE_LABEL) {
+        KeepImageSizes(before);
+    }
     edits_.CommitPlaces(label, before);
 }
 
@@ -217,6 +228,12 @@ void EditCommands::Align(int command) {
     std::vector<logic::Rectangle> places = PlacesOf(PlacementsOf(selection_.Objects()));
     logic::Align(static_cast<logic::Alignment>(command - CMD_ALIGN_LEFT), places);
     MoveTo("Align", places);
+}
+
+void EditCommands::GiveSameSize(int command) {
+    std::vector<logic::Rectangle> places = PlacesOf(PlacementsOf(selection_.Objects()));
+    logic::GiveSameSize(static_cast<logic::SameSize>(command - CMD_SAME_WIDTH), places);
+    MoveTo(SIZE_LABEL, places);
 }
 
 void EditCommands::Distribute(int command) {

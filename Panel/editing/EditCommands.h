@@ -41,6 +41,7 @@ private:
     void SelectAll();
     void SelectNames(const std::vector<std::string>& names);
     void Align(int command);
+    void GiveSameSize(int command);
     void Distribute(int command);
     void MoveTo(const std::string& label, const std::vector<logic::Rectangle>& places);
     void Reorder(bool toForeground);

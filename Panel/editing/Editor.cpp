@@ -5,6 +5,7 @@
 #include "Panel/editing/Clipboard.h"
 #include "Panel/editing/ContextMenu.h"
 #include "Panel/editing/MoveGesture.h"
+#include "Panel/editing/PanelSizeGesture.h"
 #include "Panel/editing/RubberBand.h"
 #include "Panel/editing/SizeGesture.h"
 #include "Panel/resource.h"
@@ -27,6 +28,10 @@ constexpr COLORREF GHOST_COLOUR = logic::PANEL_ACCENT;
 constexpr int INSIDE_FRAME = 3; // pixels around what was entered
 constexpr int POINTER_WIDTH = 2;
 constexpr ULONGLONG POINTING = 2000;                                  // milliseconds
+constexpr int PANEL_EDGE = 4;             // pixels
+constexpr UINT_PTR SCROLL_TIMER = 0x5C01; // of the panel window, which has no other of that number
+constexpr UINT SCROLL_PERIOD = 40;        // milliseconds
+constexpr int SCROLL_BORDER = 12;         // pixels
 constexpr WPARAM PROPERTY_CLICK = MK_RBUTTON | MK_SHIFT | MK_CONTROL; // the control's own
 
 const char* CursorOf(logic::Handle handle) {
@@ -116,17 +121,25 @@ bool Editor::OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& resu
     switch (message) {
     case WM_LBUTTONDOWN:
     case WM_LBUTTONDBLCLK:
-        Press(PointOf(lParam), (wParam & MK_CONTROL) != 0, message == WM_LBUTTONDBLCLK);
+        Press(PointOf(lParam), wParam, message == WM_LBUTTONDBLCLK);
         return true;
     case WM_MOUSEMOVE:
         if (gesture_ && (wParam & MK_LBUTTON) == 0) {
             FinishGesture(false); // the release went elsewhere
         } else if (gesture_) {
-            gesture_->Move(PointOf(lParam));
+            POINT point = PointOf(lParam);
+            gesture_->Move(point);
+            ClientToScreen(panel_, &point);
+            draggedTo_ = point;
         } else {
             Hover(PointOf(lParam));
         }
         return false; // the panel wants to know, too
+    case WM_TIMER:
+        if (wParam == SCROLL_TIMER) {
+            ScrollAtBorder();
+        }
+        return wParam == SCROLL_TIMER;
     case WM_LBUTTONUP:
         FinishGesture(false);
         return true;
@@ -213,22 +226,68 @@ logic::Handle Editor::HandleAt(POINT point, HOSTINFO*& object) const {
     return logic::Handle::None;
 }
 
+// The right and lower edges of the panel, by which its size is dragged.
+logic::Handle Editor::PanelEdgeAt(POINT point) const {
+    RECT client;
+    GetClientRect(panel_, &client);
+    const bool isRight = point.x >= client.right - PANEL_EDGE && point.x < client.right;
+    const bool isBottom = point.y >= client.bottom - PANEL_EDGE && point.y < client.bottom;
+    return isRight && isBottom ? logic::Handle::BottomRight
+           : isRight           ? logic::Handle::Right
+           : isBottom          ? logic::Handle::Bottom
+                               : logic::Handle::None;
+}
+
 // Mouse.
 
 void Editor::Hover(POINT point) {
     if (!gesture_) { // which keeps the cursor it began with
         HOSTINFO* object = nullptr;
-        const logic::Handle handle = HandleAt(point, object);
-        const char* cursor = handle == logic::Handle::None && selection_.Contains(ObjectAt(point))
-                                 ? IDC_SIZEALL
-                                 : CursorOf(handle);
+        const HOSTINFO* pressed = ObjectAt(point);
+        logic::Handle handle = HandleAt(point, object);
+        if (handle == logic::Handle::None && !pressed) {
+            handle = PanelEdgeAt(point);
+        }
+        const char* cursor =
+            handle == logic::Handle::None && selection_.Contains(pressed) ? IDC_SIZEALL : CursorOf(handle);
         SetCursor(LoadCursorA(nullptr, cursor));
     }
 }
 
 void Editor::StartGesture(std::unique_ptr<Gesture> gesture) {
     gesture_ = std::move(gesture);
+    draggedTo_.reset();
     SetCapture(panel_);
+    SetTimer(panel_, SCROLL_TIMER, SCROLL_PERIOD, nullptr);
+}
+
+void Editor::ScrollAtBorder() {
+    const HWND view = GetParent(panel_);
+    RECT area;
+    GetClientRect(view, &area);
+    InflateRect(&area, -SCROLL_BORDER, -SCROLL_BORDER);
+    MapWindowPoints(view, nullptr, reinterpret_cast<POINT*>(&area), 2);
+    if (!gesture_ || !draggedTo_ || PtInRect(&area, *draggedTo_)) {
+        return;
+    }
+    const auto step = [](LONG at, LONG low, LONG high) { // nothing between the two
+        return at < low ? std::optional(SB_LINEUP) : at >= high ? std::optional(SB_LINEDOWN) : std::nullopt;
+    };
+    RECT before;
+    RECT after;
+    GetWindowRect(panel_, &before);
+    if (const auto across = step(draggedTo_->x, area.left, area.right)) {
+        SendMessageA(view, WM_HSCROLL, static_cast<WPARAM>(*across), 0);
+    }
+    if (const auto down = step(draggedTo_->y, area.top, area.bottom)) {
+        SendMessageA(view, WM_VSCROLL, static_cast<WPARAM>(*down), 0);
+    }
+    GetWindowRect(panel_, &after);
+    if (gesture_ && !EqualRect(&before, &after)) {
+        POINT point = *draggedTo_;
+        ScreenToClient(panel_, &point);
+        gesture_->Move(point);
+    }
 }
 
 void Editor::FinishGesture(bool cancelled) {
@@ -236,6 +295,7 @@ void Editor::FinishGesture(bool cancelled) {
         return;
     }
     const std::unique_ptr<Gesture> gesture = std::move(gesture_); // losing the capture is no cancellation now
+    KillTimer(panel_, SCROLL_TIMER);
     if (GetCapture() == panel_) {
         ReleaseCapture();
     }
@@ -246,7 +306,9 @@ void Editor::FinishGesture(bool cancelled) {
     }
 }
 
-void Editor::Press(POINT point, bool control, bool isDouble) {
+void Editor::Press(POINT point, WPARAM keys, bool isDouble) {
+    const bool control = (keys & MK_CONTROL) != 0;
+    const bool adds = control || (keys & MK_SHIFT) != 0;
     FinishGesture(false);
     SetFocus(panel_);
     LeaveUnlessAt(point);
@@ -255,7 +317,7 @@ void Editor::Press(POINT point, bool control, bool isDouble) {
     isDouble = isDouble || (pressTime_ != 0 && static_cast<UINT>(now - pressTime_) <= GetDoubleClickTime() &&
                             std::abs(point.x - pressPoint_.x) < GetSystemMetrics(SM_CXDOUBLECLK) &&
                             std::abs(point.y - pressPoint_.y) < GetSystemMetrics(SM_CYDOUBLECLK));
-    const bool again = isDouble && object && object == pressed_ && !control;
+    const bool again = isDouble && object && object == pressed_ && !adds;
     pressed_ = object;
     pressPoint_ = point;
     pressTime_ = again ? 0 : now; // a third press begins anew
@@ -264,15 +326,18 @@ void Editor::Press(POINT point, bool control, bool isDouble) {
     }
 
     HOSTINFO* grasped = nullptr;
-    const logic::Handle handle = control ? logic::Handle::None : HandleAt(point, grasped);
+    const logic::Handle handle = adds ? logic::Handle::None : HandleAt(point, grasped);
     if (handle != logic::Handle::None) {
         return StartGesture(std::make_unique<SizeGesture>(surface_, grasped, handle, point));
     }
-    if (!object) {
-        return StartGesture(std::make_unique<RubberBand>(surface_, point, control));
+    if (const logic::Handle edge = PanelEdgeAt(point); !object && !adds && edge != logic::Handle::None) {
+        return StartGesture(std::make_unique<PanelSizeGesture>(surface_, edge, point));
     }
-    if (control) {
-        return selection_.Toggle(object);
+    if (!object) {
+        return StartGesture(std::make_unique<RubberBand>(surface_, point, adds));
+    }
+    if (adds) {
+        return control ? selection_.Toggle(object) : selection_.Add(object);
     }
     if (!selection_.Contains(object)) {
         selection_.Set({object});

@@ -75,9 +75,11 @@ public:
 
 private:
     // Input.
-    void Press(POINT point, bool control, bool isDouble);
+    void Press(POINT point, WPARAM keys, bool isDouble);
     bool DoublePress(HOSTINFO* object, POINT point);
     void Hover(POINT point);
+    // At a tick while something is dragged: scrolls the view when the mouse is at its border or beyond it.
+    void ScrollAtBorder();
     void StartGesture(std::unique_ptr<Gesture> gesture);
     void FinishGesture(bool cancelled);
     bool OnKey(WPARAM key);
@@ -90,6 +92,7 @@ private:
     HOSTINFO* ObjectAt(POINT point) const;
     void LeaveUnlessAt(POINT point);
     logic::Handle HandleAt(POINT point, HOSTINFO*& object) const;
+    logic::Handle PanelEdgeAt(POINT point) const;
 
     HWND panel_;
     PanelEdits edits_;
@@ -103,6 +106,7 @@ private:
     bool active_ = false;
     bool locked_ = false;
     ULONGLONG pointsUntil_ = 0; // at a control; 0: at none
+    std::optional<POINT> draggedTo_; // on the screen: where the mouse was last in a gesture
 
     // The press before, to know a double one by.
     HOSTINFO* pressed_ = nullptr;

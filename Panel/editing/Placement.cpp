@@ -111,3 +111,38 @@ HOSTINFO* ChildAt(HWND panel, HWND parent, POINT point) {
     }
     return nullptr;
 }
+
+namespace {
+
+// A control that takes its size from its image takes it again whenever the panel is loaded: a size that it
+// would lose then is not given to it now.
+void KeepImageSize(const Placement& before) {
+    HOSTINFO* object = before.object;
+    const logic::Rectangle wanted = PlaceOf(*object);
+    if (wanted == before.place) {
+        return;
+    }
+    VALUERECORD record;
+    record.command = COMMAND_GET;
+    record.index = a_FindKeyword(object->GetHostinfoTable(), "bitmap");
+    record.datatype = DATATYPE_TEXT;
+    char image[TEXT_SIZE] = "";
+    record.data = image;
+    if (record.index > 0 && SendMessageA(object->window, CWM_MESSAGE, 0, reinterpret_cast<LPARAM>(&record))) {
+        const std::string line = std::string("bitmap=") + image;
+        SendMessageA(object->window, CWM_LOAD, LOAD_FROM_FILE, reinterpret_cast<LPARAM>(line.c_str()));
+    }
+    if (!(PlaceOf(*object) == wanted)) {
+        PlaceObjects({before});
+    }
+}
+
+} // namespace
+
+void KeepImageSizes(const std::vector<Placement>& before) {
+    for (const Placement& placement : before) {
+        if (a_IsAlive(placement.object)) {
+            KeepImageSize(placement);
+        }
+    }
+}

@@ -19,6 +19,8 @@ std::vector<Placement> PlacementsOf(const std::vector<HOSTINFO*>& objects);
 std::vector<logic::Rectangle> PlacesOf(const std::vector<Placement>& placements);
 // Moves and sizes siblings all at once and shows them before it returns, so that they follow the mouse.
 void PlaceObjects(const std::vector<Placement>& placements);
+// After they were sized: those that take their size from an image are where they were.
+void KeepImageSizes(const std::vector<Placement>& before);
 // The client area of what holds the object.
 SIZE RoomAround(const HOSTINFO& object);
 // All visible controls beside the given siblings, in the same client area.

@@ -1,34 +1,10 @@
 #include "Panel/editing/SizeGesture.h"
 
 #include "Panelhost/Hostinfo.h"
-#include "Panelhost/ValueRecord.h"
 
 namespace {
 
 constexpr int LEAST_SIZE = 4; // pixels
-
-// A control that takes its size from its image takes it again whenever the panel is loaded: a size that it
-// would lose then is not given to it now.
-void KeepImageSize(const Placement& before) {
-    HOSTINFO* object = before.object;
-    const logic::Rectangle wanted = PlaceOf(*object);
-    if (wanted == before.place) {
-        return;
-    }
-    VALUERECORD record;
-    record.command = COMMAND_GET;
-    record.index = a_FindKeyword(object->GetHostinfoTable(), "bitmap");
-    record.datatype = DATATYPE_TEXT;
-    char image[TEXT_SIZE] = "";
-    record.data = image;
-    if (record.index > 0 && SendMessageA(object->window, CWM_MESSAGE, 0, reinterpret_cast<LPARAM>(&record))) {
-        const std::string line = std::string("bitmap=") + image;
-        SendMessageA(object->window, CWM_LOAD, LOAD_FROM_FILE, reinterpret_cast<LPARAM>(line.c_str()));
-    }
-    if (!(PlaceOf(*object) == wanted)) {
-        PlaceObjects({before});
-    }
-}
 
 } // namespace
 
@@ -66,11 +42,7 @@ void SizeGesture::End() {
     if (!threshold_.Passed()) {
         return;
     }
-    for (const Placement& placement : before_) {
-        if (a_IsAlive(placement.object)) {
-            KeepImageSize(placement);
-        }
-    }
+    KeepImageSizes(before_);
     surface_.edits.CommitPlaces("Size", before_);
 }
 

@@ -259,6 +259,18 @@ Offset ReachableMove(Offset by, std::span<const Rectangle> rectangles, std::int3
     return {ReachableAxis(by.x, rectangles, Across, width), ReachableAxis(by.y, rectangles, Down, height)};
 }
 
+void GiveSameSize(SameSize what, std::span<Rectangle> rectangles) {
+    for (Rectangle& rectangle : rectangles) {
+        const Rectangle& first = rectangles.front();
+        if (what != SameSize::Height) {
+            rectangle.right = rectangle.left + first.right - first.left;
+        }
+        if (what != SameSize::Width) {
+            rectangle.bottom = rectangle.top + first.bottom - first.top;
+        }
+    }
+}
+
 void Align(Alignment alignment, std::span<Rectangle> rectangles) {
     if (rectangles.empty()) {
         return;

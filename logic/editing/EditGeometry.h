@@ -76,6 +76,11 @@ enum class Alignment { Left, Top, Right, Bottom, CentreAcross, CentreDown };
 
 // Lines all up with the first one.
 void Align(Alignment alignment, std::span<Rectangle> rectangles);
+// Which of width and height all take over from the first one.
+enum class SameSize { Width, Height, Both };
+
+// Their left and top edges stay.
+void GiveSameSize(SameSize what, std::span<Rectangle> rectangles);
 // Makes the gaps between neighbours equal to within a pixel; the outermost stay. Fewer than three stay as
 // they are.
 void DistributeAcross(std::span<Rectangle> rectangles);

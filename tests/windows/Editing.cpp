@@ -132,6 +132,9 @@ TEST_CASE("presses and bands select, the cursor shows what a press would do") {
         {{160, 80}, {160, 80}, MK_CONTROL, "2 selected   40,40   147 x 67"},
         {{60, 60}, {60, 60}, MK_CONTROL, "B   KNOB"},
         {{160, 80}, {160, 80}, 0, "B   KNOB"},
+        {{60, 60}, {60, 60}, MK_SHIFT, "2 selected   40,40   147 x 67"},
+        {{160, 80}, {160, 80}, MK_SHIFT, "2 selected   40,40   147 x 67"}, // it stays
+        {{240, 40}, {260, 70}, MK_SHIFT, "3 selected   40,40   310 x 67"},
         {{130, 20}, {260, 70}, 0, "2 selected   140,50   210 x 57"},
         {{10, 290}, {30, 310}, MK_CONTROL, "3 selected   20,50   330 x 266"},
         {{30, 20}, {140, 80}, 0, "A   KNOB"}, // up to its edge, not into it
@@ -157,7 +160,8 @@ TEST_CASE("presses and bands select, the cursor shows what a press would do") {
         {{251, 51}, IDC_SIZENWSE}, {{349, 89}, IDC_SIZENWSE}, {{349, 51}, IDC_SIZENESW},
         {{251, 89}, IDC_SIZENESW}, {{300, 51}, IDC_SIZENS},   {{300, 89}, IDC_SIZENS},
         {{251, 70}, IDC_SIZEWE},   {{349, 70}, IDC_SIZEWE},   {{280, 65}, IDC_SIZEALL},
-        {{60, 60}, IDC_ARROW},     {{5, 5}, IDC_ARROW}};
+        {{60, 60}, IDC_ARROW},     {{5, 5}, IDC_ARROW},       {{599, 20}, IDC_SIZEWE},
+        {{20, 397}, IDC_SIZENS},   {{597, 399}, IDC_SIZENWSE}};
     for (const auto& [point, cursor] : cursors) {
         CAPTURE(point.x);
         SendMessageA(program.Panel(), WM_MOUSEMOVE, 0, At(point.x, point.y));
@@ -191,6 +195,62 @@ TEST_CASE("handles size what takes any size, and leave alone what its image size
     program.Drag({86, 86}, {130, 230});
     program.Check("KNOB \"A\" 0x50010000 40,40,87,87");
     program.CheckHistory(2);
+}
+
+TEST_CASE("what gets the size of another one keeps that of its image") {
+    Editing program;
+    program.Click({420, 220});
+    program.Click({60, 60}, MK_CONTROL);
+    program.Command(CMD_SAME_SIZE);
+    CHECK(program.Place("A") == "40,40,87,87");
+    CHECK(program.UndoAll() == 0);
+}
+
+TEST_CASE("the edges of the panel are dragged, by one step each") {
+    Editing program;
+    const std::tuple<POINT, POINT, const char*> rows[] = {
+        {{599, 20}, {659, 90}, "size=664,400\r\n"},
+        {{20, 399}, {400, 299}, "size=664,304\r\n"},
+        {{662, 302}, {-500, 318}, "size=32,320\r\n"},
+    };
+    for (const auto& [from, to, line] : rows) {
+        program.Press(from);
+        program.MoveTo(to);
+        program.Key(VK_ESCAPE); // which takes it back
+        CHECK_FALSE(Contains(program.Saved(), line));
+        program.Drag(from, to);
+        program.Tick();
+        program.Check(line);
+    }
+    RECT client;
+    GetClientRect(program.Panel(), &client);
+    CHECK((client.right == 32 && client.bottom == 320));
+    program.CheckHistory(3);
+}
+
+TEST_CASE("what is dragged beyond the border of the view scrolls it") {
+    std::string large = EDITED_PANEL;
+    large.replace(large.find("600,400"), 7, "5000,4000");
+    Editing program(large);
+    const auto corner = [&] {
+        POINT at{};
+        MapWindowPoints(program.Panel(), GetParent(program.Panel()), &at, 1);
+        return at;
+    };
+    program.Press({60, 60});
+    RECT view;
+    GetClientRect(GetParent(program.Panel()), &view);
+    program.MoveTo({view.right + 10, view.bottom / 2});
+    for (int tick = 0; tick < 20; ++tick) {
+        SendMessageA(program.Panel(), WM_TIMER, 0x5C01, 0);
+    }
+    CHECK(corner().x < -200);
+    CHECK(corner().y == 0);
+    const std::string place = program.PlaceOf(ph_Find(program.Root(), "A"), program.Panel());
+    CHECK(std::stoi(place) > view.right + 150); // it is still under the mouse
+    program.Key(VK_ESCAPE);
+    CHECK(program.Place("A") == "40,40,87,87");
+    CHECK(program.UndoAll() == 0);
 }
 
 TEST_CASE("edges attract each other, the grid and the border of the panel") {
