@@ -145,7 +145,7 @@ TEST_CASE("buttons switch the layers of their panel") {
     panel.Create("LED", "page"); // is what is called so from now on
     Load(radios[2], "connection=*page");
     click(radios[2]);
-    check("u1", 1);
+    CHECK(Text(panel.Window(), "layer") == "u1");
 }
 
 TEST_CASE("layers can be hidden while the panel is edited, and only then") {
