@@ -27,7 +27,7 @@ namespace {
 constexpr COLORREF GHOST_COLOUR = logic::PANEL_ACCENT;
 constexpr int INSIDE_FRAME = 3; // pixels around what was entered
 constexpr int POINTER_WIDTH = 2;
-constexpr ULONGLONG POINTING = 2000;                                  // milliseconds
+constexpr ULONGLONG POINTING = 2000;      // milliseconds
 constexpr int PANEL_EDGE = 4;             // pixels
 constexpr UINT_PTR SCROLL_TIMER = 0x5C01; // of the panel window, which has no other of that number
 constexpr UINT SCROLL_PERIOD = 40;        // milliseconds

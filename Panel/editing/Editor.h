@@ -105,7 +105,7 @@ private:
     std::unique_ptr<Gesture> gesture_;
     bool active_ = false;
     bool locked_ = false;
-    ULONGLONG pointsUntil_ = 0; // at a control; 0: at none
+    ULONGLONG pointsUntil_ = 0;      // at a control; 0: at none
     std::optional<POINT> draggedTo_; // on the screen: where the mouse was last in a gesture
 
     // The press before, to know a double one by.

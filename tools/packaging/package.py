@@ -25,7 +25,7 @@ TOOLS = "i686-w64-mingw32-"
 # Files that users change: an upgrade and the uninstaller leave those alone that they have changed.
 CHANGEABLE = {".panel", ".devices", ".profile", ".cfg", ".txt"}
 # For who operates and makes panels, in the order of the index.
-PAGES = ("../CHANGELOG", "handing-over", "operating", "building-panels", "properties-of-controls", "panel-files",
+PAGES = ("../CHANGELOG", "handing-over", "operating", "building-panels", "properties-of-controls", "bindings", "snapshots", "panel-check", "panel-files",
          "style-of-panels", "device-files", "interface-controls", "terminal", "host-guide", "property-reference")
 NO_COMMIT = 1767225600  # the time of files without a repository
 
