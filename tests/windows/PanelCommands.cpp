@@ -210,6 +210,7 @@ const std::pair<int, void (*)(PanelHere& program)> OTHERS[] = {
          program.Type('I', "Ctrl+Shift", program.Panel());
          CHECK(program.Status().starts_with("S   MINIEDIT"));
          CHECK_FALSE(program.Item(CMD_LEAVE).enabled);
+         program.Command(CMD_EDIT_MODE);
      }},
     {CMD_VIEW_LAYERS,
      [](PanelHere& program) {
