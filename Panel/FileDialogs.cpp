@@ -48,7 +48,7 @@ std::string AskFile(HWND owner, const std::string& proposed, DWORD flags, Dialog
 } // namespace
 
 std::string AskFileToOpen(HWND owner) {
-    return AskFile(owner, "", PANEL, OFN_FILEMUSTEXIST, GetOpenFileNameW);
+    return AskFile(owner, "", OFN_FILEMUSTEXIST, GetOpenFileNameW);
 }
 
 std::string AskFileToSave(HWND owner, const std::string& proposed) {
