@@ -1,5 +1,6 @@
 """Packs a build and tries the packages: install, draw a panel, upgrade, uninstall, for one user and for all."""
 
+import os
 import pathlib
 import re
 import shutil
@@ -70,8 +71,12 @@ class Prefix:
 
     def files(self):
         passed_over = (self.drive / "windows", self.user / "Temp", self.user / "AppData" / "Local" / "Temp")
-        return {path.relative_to(self.drive) for path in self.drive.rglob("*")
-                if not any(path.is_relative_to(folder) for folder in passed_over)}
+        found = set()
+        for folder, folders, names in os.walk(self.drive):  # what goes meanwhile is passed over
+            here = pathlib.Path(folder)
+            folders[:] = [name for name in folders if here / name not in passed_over]
+            found.update((here / name).relative_to(self.drive) for name in folders + names)
+        return found
 
     def added(self):
         return sorted(str(path) for path in self.files() - self.before)
