@@ -9,6 +9,7 @@
 #include <commctrl.h>
 
 #include <algorithm>
+#include <atomic>
 #include <cstring>
 #include <filesystem>
 #include <iterator>
@@ -37,20 +38,34 @@ namespace {
 // chosen, counted from 1; 0 is Escape.
 std::string ShownMenu(const PanelHere& program, POINT point, int down) {
     std::string shown;
-    std::thread user([&] {
-        WaitForMenu(true);
-        const auto menu = reinterpret_cast<HMENU>(SendMessageA(FindWindowA("#32768", nullptr), 0x1E1, 0, 0));
-        for (int i = 0; i < GetMenuItemCount(menu); ++i) {
-            char text[64] = "";
-            const auto item = static_cast<UINT>(i);
-            GetMenuStringA(menu, item, text, sizeof text, MF_BYPOSITION);
-            const bool grey = (GetMenuState(menu, item, MF_BYPOSITION) & MF_GRAYED) != 0;
-            shown += *text == '\0' ? "" : (shown.empty() ? "" : ", ") + std::string(grey ? "-" : "") + text;
-        }
-        ChooseShownEntry(program.Frame(), down);
-    });
-    SendMessageA(program.Panel(), WM_RBUTTONDOWN, MK_RBUTTON, At(point.x, point.y));
-    user.join();
+    bool isChosen = false;
+    // The system ends a menu now and then as soon as it opens.
+    for (int tries = 0; tries < 10 && !isChosen; ++tries) {
+        std::atomic<bool> isOver = false;
+        shown.clear();
+        std::thread user([&] {
+            while (!isOver && FindWindowA("#32768", nullptr) == nullptr) {
+                Sleep(5);
+            }
+            if (isOver) {
+                return;
+            }
+            const auto menu =
+                reinterpret_cast<HMENU>(SendMessageA(FindWindowA("#32768", nullptr), 0x1E1, 0, 0));
+            for (int i = 0; i < GetMenuItemCount(menu); ++i) {
+                char text[64] = "";
+                const auto item = static_cast<UINT>(i);
+                GetMenuStringA(menu, item, text, sizeof text, MF_BYPOSITION);
+                const bool grey = (GetMenuState(menu, item, MF_BYPOSITION) & MF_GRAYED) != 0;
+                shown +=
+                    *text == '\0' ? "" : (shown.empty() ? "" : ", ") + std::string(grey ? "-" : "") + text;
+            }
+            isChosen = ChooseShownEntry(program.Frame(), down);
+        });
+        SendMessageA(program.Panel(), WM_RBUTTONDOWN, MK_RBUTTON, At(point.x, point.y));
+        isOver = true;
+        user.join();
+    }
     return shown;
 }
 

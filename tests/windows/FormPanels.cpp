@@ -121,8 +121,9 @@ bool WaitForMenu(bool isOpen) {
     return false;
 }
 
-void ChooseShownEntry(HWND owner, int down) {
-    const auto menu = reinterpret_cast<HMENU>(SendMessageA(FindWindowA("#32768", nullptr), 0x1E1, 0, 0));
+bool ChooseShownEntry(HWND owner, int down) {
+    const HWND popup = FindWindowA("#32768", nullptr);
+    const auto menu = reinterpret_cast<HMENU>(SendMessageA(popup, 0x1E1, 0, 0));
     const auto state = [menu](int i) { return GetMenuState(menu, static_cast<UINT>(i), MF_BYPOSITION); };
     int wanted = -1;
     for (int left = down; left > 0 && ++wanted < GetMenuItemCount(menu);) {
@@ -135,13 +136,17 @@ void ChooseShownEntry(HWND owner, int down) {
         }
         return i;
     };
-    for (int presses = 0; presses < 50 && down > 0 && lit() != wanted; ++presses) {
+    for (int presses = 0; presses < 50 && down > 0 && lit() != wanted && IsWindow(popup); ++presses) {
         PostMessageA(owner, WM_KEYDOWN, VK_DOWN, 0);
-        for (int i = 0, before = lit(); i < 1000 && lit() == before; ++i) {
+        for (int i = 0, before = lit(); i < 1000 && lit() == before && IsWindow(popup); ++i) {
             Sleep(2);
         }
     }
-    PostMessageA(owner, WM_KEYDOWN, down > 0 ? VK_RETURN : VK_ESCAPE, 0);
+    const bool isThere = IsWindow(popup) && (down == 0 || lit() == wanted);
+    if (IsWindow(popup)) {
+        PostMessageA(owner, WM_KEYDOWN, isThere && down > 0 ? VK_RETURN : VK_ESCAPE, 0);
+    }
+    return isThere;
 }
 
 void ChooseFromMenu(HWND panel, int childId, int down) {

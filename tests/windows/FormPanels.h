@@ -111,7 +111,8 @@ void PressKey(WPARAM key, bool shift = false);
 bool WaitForMenu(bool isOpen);
 // Chooses an entry of the menu that is open, counted from 1 without its lines, by the keys of its owner; 0 is
 // Escape. Called from another thread. Where the cursor lies over the menu does not matter.
-void ChooseShownEntry(HWND owner, int down);
+// False when the system has ended the menu before.
+bool ChooseShownEntry(HWND owner, int down);
 // Chooses an entry of the menu of a child, by the number of steps down. One that cannot be chosen is left by
 // Escape.
 void ChooseFromMenu(HWND panel, int childId, int down);
