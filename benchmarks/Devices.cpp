@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <atomic>
+#include <cstring>
 #include <fstream>
 #include <thread>
 
@@ -284,7 +285,8 @@ void MeasureSet(Report& report) {
     sender.join();
 }
 
-// Recalling a snapshot beside setting its values one by one.
+// Recalling a snapshot beside sending its values to the device one by one, as terminals and click templates
+// do.
 void MeasureRecall(Report& report) {
     constexpr int VALUES = 1000;
     const Files files(SimulatedDevice());
@@ -315,12 +317,15 @@ void MeasureRecall(Report& report) {
             isWhole &= ph_ListRecall(panel.Root(), nullptr, nullptr) == 0;
             return taken;
         },
-        "set one by one",
+        "sent one by one",
         [&] {
-            const char* value = ++turn % 2 == 0 ? "0.25" : "0.75";
+            char value[TEXT_SIZE];
+            std::strcpy(value, ++turn % 2 == 0 ? "0.25" : "0.75");
             const double start = Now();
             for (const std::string& address : addresses) {
-                ph_SetParameter(panel.Root(), address.c_str(), value);
+                VALUERECORD record = VALUERECORD::SetText(value).Named(address.c_str() + 2);
+                isWhole &= SendMessageA(ph_Find(panel.Root(), "D"), CWM_MESSAGE, 0,
+                                        reinterpret_cast<LPARAM>(&record)) != 0;
             }
             return Now() - start;
         },
