@@ -3,8 +3,8 @@
 #include "Panelhost/Messages.h"
 #include "Panelhost/ValueRecord.h"
 
+#include <commctrl.h>
 #include <cstdint>
-
 #include <fstream>
 
 namespace {
@@ -117,27 +117,44 @@ std::vector<HWND> BenchPanel::AddMany(const char* className, int count) const {
     return windows;
 }
 
-HWND BenchPanel::AddCopy(HWND model, const char* className, const char* innerClass) const {
-    const auto copy = [](HWND original, const char* ofClass, HWND parent, DWORD style) {
-        RECT place;
-        GetWindowRect(original, &place);
-        MapWindowPoints(nullptr, GetParent(original), reinterpret_cast<POINT*>(&place), 2);
-        const auto extendedStyle = static_cast<DWORD>(GetWindowLongA(original, GWL_EXSTYLE));
-        return CreateWindowExA(extendedStyle, ofClass, "", style, place.left, place.top,
-                               place.right - place.left, place.bottom - place.top, parent, nullptr, nullptr,
-                               nullptr);
-    };
-    const HWND outer = copy(model, className, window_, WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN);
+namespace {
+
+HWND Copy(HWND original, const char* className, HWND parent, DWORD style) {
+    RECT place;
+    GetWindowRect(original, &place);
+    MapWindowPoints(nullptr, GetParent(original), reinterpret_cast<POINT*>(&place), 2);
+    const auto extendedStyle = static_cast<DWORD>(GetWindowLongA(original, GWL_EXSTYLE));
+    return CreateWindowExA(extendedStyle, className, "", style, place.left, place.top,
+                           place.right - place.left, place.bottom - place.top, parent, nullptr, nullptr,
+                           nullptr);
+}
+
+// A drop-down list has a window for its items, which the system makes and keeps outside. So the bare one of
+// it is the system's.
+const char* BareClassOf(const char* className, const char* innerClass) {
+    return lstrcmpiA(className, "BCOMBOBOX") == 0 && innerClass == BARE_CLASS ? WC_COMBOBOXA : innerClass;
+}
+
+void CopyChildren(HWND model, HWND parent, const char* innerClass) {
     for (HWND child = GetWindow(model, GW_CHILD); child != nullptr; child = GetWindow(child, GW_HWNDNEXT)) {
         char ownClass[64];
         GetClassNameA(child, ownClass, sizeof ownClass);
         const auto style = static_cast<DWORD>(GetWindowLongA(child, GWL_STYLE));
-        if (innerClass != nullptr) {
-            copy(child, innerClass, outer, WS_CHILD | (style & WS_VISIBLE));
+        if (innerClass == nullptr) {
+            Copy(child, ownClass, parent, style);
+        } else if (const char* bare = BareClassOf(ownClass, innerClass); bare != innerClass) {
+            Copy(child, bare, parent, WS_CHILD | WS_VSCROLL | (style & (WS_VISIBLE | CBS_DROPDOWNLIST)));
         } else {
-            copy(child, ownClass, outer, style);
+            CopyChildren(child, Copy(child, innerClass, parent, WS_CHILD | (style & WS_VISIBLE)), innerClass);
         }
     }
+}
+
+} // namespace
+
+HWND BenchPanel::AddCopy(HWND model, const char* className, const char* innerClass) const {
+    const HWND outer = Copy(model, className, window_, WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN);
+    CopyChildren(model, outer, innerClass);
     return outer;
 }
 

@@ -33,8 +33,8 @@ public:
     // A child of the panel; null on failure.
     HWND Add(const char* className, int number, SIZE size = {SIDE, SIDE}) const;
     std::vector<HWND> AddMany(const char* className, int count) const;
-    // A window with children in the places and styles of another one's. Null for the inner class: each child
-    // is of the class of the one that it stands for.
+    // A window with all windows in it in the places of another one's, of the inner class. Null: its children
+    // alone, each of the class and style of the one that it stands for.
     HWND AddCopy(HWND model, const char* className, const char* innerClass) const;
 
 private:
