@@ -129,21 +129,36 @@ HWND Copy(HWND original, const char* className, HWND parent, DWORD style) {
                            nullptr);
 }
 
-// A drop-down list has a window for its items, which the system makes and keeps outside. So the bare one of
-// it is the system's.
-const char* BareClassOf(const char* className, const char* innerClass) {
-    return lstrcmpiA(className, "BCOMBOBOX") == 0 && innerClass == BARE_CLASS ? WC_COMBOBOXA : innerClass;
+bool IsList(HWND window) {
+    char ownClass[64];
+    GetClassNameA(window, ownClass, sizeof ownClass);
+    return lstrcmpiA(ownClass, "BCOMBOBOX") == 0;
+}
+
+// A drop-down list brings a window for its lines, which the system makes and keeps outside. So the bare one
+// of it is the system's, with the same lines.
+void CopyList(HWND original, HWND parent) {
+    const auto style = static_cast<DWORD>(GetWindowLongA(original, GWL_STYLE));
+    const HWND list =
+        Copy(original, WC_COMBOBOXA, parent, WS_CHILD | WS_VSCROLL | CBS_DROPDOWNLIST | (style & WS_VISIBLE));
+    SendMessageA(list, WM_SETFONT, static_cast<WPARAM>(SendMessageA(original, WM_GETFONT, 0, 0)), FALSE);
+    const LRESULT lines = SendMessageA(original, CB_GETCOUNT, 0, 0);
+    for (LRESULT line = 0; line < lines; ++line) {
+        char text[TEXT_SIZE] = "";
+        SendMessageA(original, CB_GETLBTEXT, static_cast<WPARAM>(line), reinterpret_cast<LPARAM>(text));
+        SendMessageA(list, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text));
+    }
 }
 
 void CopyChildren(HWND model, HWND parent, const char* innerClass) {
     for (HWND child = GetWindow(model, GW_CHILD); child != nullptr; child = GetWindow(child, GW_HWNDNEXT)) {
-        char ownClass[64];
-        GetClassNameA(child, ownClass, sizeof ownClass);
         const auto style = static_cast<DWORD>(GetWindowLongA(child, GWL_STYLE));
         if (innerClass == nullptr) {
+            char ownClass[64];
+            GetClassNameA(child, ownClass, sizeof ownClass);
             Copy(child, ownClass, parent, style);
-        } else if (const char* bare = BareClassOf(ownClass, innerClass); bare != innerClass) {
-            Copy(child, bare, parent, WS_CHILD | WS_VSCROLL | (style & (WS_VISIBLE | CBS_DROPDOWNLIST)));
+        } else if (innerClass == BARE_CLASS && IsList(child)) {
+            CopyList(child, parent);
         } else {
             CopyChildren(child, Copy(child, innerClass, parent, WS_CHILD | (style & WS_VISIBLE)), innerClass);
         }
