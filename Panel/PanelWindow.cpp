@@ -121,7 +121,9 @@ bool PanelWindow::LoadControls(const PanelSource& source, std::string& error) {
         editor_->Edits().MarkUnsaved(source.copy->changes);
         return true;
     }
-    if (const std::string& file = source.panelFile; !file.empty()) {
+    if (const std::string& file = source.panelFile; file.empty()) {
+        SendMessageA(Handle(), CWM_LOAD, LOAD_FROM_FILE, reinterpret_cast<LPARAM>("style=dark"));
+    } else {
         error = LoadFailure(ph_LoadPanel(root_, file.c_str()), root_, file, "panel");
     }
     return error.empty();

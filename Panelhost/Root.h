@@ -18,6 +18,8 @@ class cPanelBackground;
 //   terminal      IPv4 networks that terminals may connect from ("192.168.0.0/16,10.1.2.3"), "none" for
 //                 nobody, empty for all
 //   size          "width,height" of the panel in pixels, for the host to follow
+//   style         "dark" when what draws itself in colours of its own does so in those of the dark panels,
+//                 "classic" when it does not
 //   title         title of the panel
 //   bandwidth     "bw" when equaliser bands show bandwidth in place of Q, else empty
 //   parameterdlg  name of the control whose parameter dialog is open (not saved)
@@ -25,6 +27,9 @@ class cPanelBackground;
 // What the panel asks of its controls: the value of a keyword of the root above the object, as 1 when it is
 // set and 0 when it is empty. Returns 1; 0 with the value untouched when there is no root or no such keyword.
 PANELHOST_API int a_Request(HOSTINFO* object, const char* keyword, int* value);
+
+// Whether the panel above the object has the style "dark"; not without a panel. OnSystem tells of a change.
+PANELHOST_API bool a_IsDark(const HOSTINFO* object);
 
 // The value of the control has changed by its user or by what set it: those that are bound to it ask at the
 // next tick, however long their interval is. A request that is sent says so by itself.

@@ -167,10 +167,12 @@ void BUTTONPROPERTIES::SetDefaults() {
 }
 
 // Called by the panel itself, into which no exception may go, and not through the window.
-LRESULT BUTTONPROPERTIES::OnSystem(WPARAM event, LPARAM) {
+LRESULT BUTTONPROPERTIES::OnSystem(WPARAM event, LPARAM lParam) {
     const Held held(*this);
-    Guarded([&] { LetGo(event == SYSTEM_CLOSING); });
-    return 0;
+    if (event != SYSTEM_STYLE) {
+        Guarded([&] { LetGo(event == SYSTEM_CLOSING); });
+    }
+    return CONTROLPROPERTIES::OnSystem(event, lParam);
 }
 
 bool BUTTONPROPERTIES::Hold(WPARAM key) {

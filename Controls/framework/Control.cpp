@@ -244,6 +244,14 @@ int CONTROLPROPERTIES::WhetherLive() const {
     return a_WhyNotLive(this).empty() ? REQUEST_UNCHANGED : REQUEST_UNREACHABLE;
 }
 
+LRESULT CONTROLPROPERTIES::OnSystem(WPARAM event, LPARAM) {
+    if (event == SYSTEM_STYLE) {
+        const Held held(*this);
+        Guarded([&] { StyleChanged(); });
+    }
+    return 0;
+}
+
 LRESULT CONTROLPROPERTIES::OnInterfaceworking(WPARAM, LPARAM) {
     return Guarded(LRESULT{0}, [&] {
         if (dragging) { // it does not poll

@@ -38,6 +38,8 @@ public:
     LRESULT OnGetDatatype(WPARAM wParam, LPARAM keyword) override;
     // What it is bound to is asked at once, not only when the interval has passed.
     LRESULT OnInterfaceworking(WPARAM isLive, LPARAM device) override;
+    // Called by the panel itself: no exception leaves it.
+    LRESULT OnSystem(WPARAM event, LPARAM lParam) override;
     // The next poll. A control that has more to do at a tick answers the least of all its times.
     DWORD DueIn(DWORD now) const noexcept override { return UntilPoll(now); }
 
@@ -72,7 +74,9 @@ public:
     // The interval has passed and no drag is going on. A control that asks nobody looks whether what it sends
     // would arrive.
     virtual void Poll() { ShowPollResult(WhetherLive()); }
-    virtual void BindingsChanged() {} // functions or connections were replaced
+    bool IsDark() const { return a_IsDark(this); } // the style of its panel
+    virtual void StyleChanged() {}                 // it is another one; all is painted anew after that
+    virtual void BindingsChanged() {}              // functions or connections were replaced
     // Whether each binding has an offset of its own, all of which are saved as one value.
     virtual bool IsRelative() const { return false; }
     // A drag: begun by a press that is not the panel's (false: it starts nothing), moved, and ended by the

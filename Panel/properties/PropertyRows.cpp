@@ -79,6 +79,9 @@ PropertyGroup GroupOf(const char* keyword, KeywordKind kind, bool isRoot) {
     default:
         break;
     }
+    if (std::strcmp(keyword, "style") == 0 && isRoot) {
+        return PropertyGroup::Look;
+    }
     if (std::strcmp(keyword, "layer") == 0 && !isRoot) {
         return PropertyGroup::Place;
     }

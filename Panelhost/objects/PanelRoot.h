@@ -110,6 +110,7 @@ public:
     logic::LayerNames layerNames;
     std::string title;
     bool showsBandwidth = false;              // equaliser bands show bandwidth in place of Q
+    bool isDark = false;                      // keyword "style"
     std::string size;                         // "width,height" or empty
     std::string terminals;                    // networks that may connect to its terminals, or empty
     logic::TerminalNetworks terminalNetworks; // the same

@@ -24,7 +24,9 @@
 namespace {
 
 constexpr const char* SEND = "send";
-constexpr const char* FOLLOW = "follow"; // and so does an empty text
+constexpr const char* FOLLOW = "follow";   // and so does an empty text
+constexpr const char* CLASSIC = "classic"; // and so does an empty text
+constexpr const char* DARK = "dark";
 
 std::string BackgroundText(const PanelRoot& root) {
     return root.background.Text();
@@ -130,6 +132,23 @@ bool SetSnapshot(PanelRoot& root, const std::string& text) {
     return true;
 }
 
+std::string StyleText(const PanelRoot& root) {
+    return root.isDark ? DARK : CLASSIC;
+}
+
+bool SetStyle(PanelRoot& root, const std::string& text) {
+    if (text != CLASSIC && text != DARK && !text.empty()) {
+        return false;
+    }
+    if (const bool isDark = text == DARK; isDark != root.isDark) {
+        const PanelRoot::Held held(root);
+        root.isDark = isDark;
+        root.TellControls(SYSTEM_STYLE);
+        RedrawWindow(root.window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+    }
+    return true;
+}
+
 bool SetTerminals(PanelRoot& root, const std::string& text) {
     auto networks = logic::TerminalNetworks::Parse(text);
     if (!networks) {
@@ -222,6 +241,13 @@ constexpr RootKeyword ROOT_KEYWORDS[] = {
      About(KeywordKind::Text,
            "Recalls a [snapshot](snapshots.md): its name, and after a comma the milliseconds of a fade, as "
            "`Evening,2000`. For clicks of buttons and lists, not for files and terminals.")},
+    {{"style", Handle<StyleText, SetStyle>, KEYWORD_SAVED},
+     About(KeywordKind::Words,
+           "`dark`: equalisers, crossovers and strips are drawn in the dark [style of "
+           "panels](style-of-panels.md), with "
+           "the same places and sizes; `classic`: in their own colours, as without this line.",
+           "classic,dark"),
+     CLASSIC},
     {{"terminal", Handle<MemberText<&PanelRoot::terminals>, SetTerminals>, KEYWORD_SAVED | KEYWORD_CLOSED},
      About(KeywordKind::Text,
            "IPv4 networks that [terminals](terminal.md#who-may-connect) may connect from, joined by `,`: "

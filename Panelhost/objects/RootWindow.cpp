@@ -155,6 +155,11 @@ void PanelRoot::TellWhetherLive(DEVICE& device) {
     }
 }
 
+bool a_IsDark(const HOSTINFO* object) {
+    const PanelRoot* panel = PanelRoot::Above(object);
+    return panel != nullptr && panel->isDark;
+}
+
 std::uint64_t a_GetEditedLayers(HOSTINFO* root) {
     const PanelRoot* panel = PanelRoot::From(root);
     return panel == nullptr ? 0 : panel->editedLayers;

@@ -357,6 +357,7 @@ const std::pair<int, void (*)(PanelHere& program)> OTHERS[] = {
          program.FindPanel();
          CHECK(program.Title() == "Untitled - Panel");
          CHECK(ph_Find(program.Root(), "A") == nullptr);
+         CHECK(Text(program.Panel(), "style") == "dark");
          CHECK_FALSE(Contains(ReadBytes(program.Folder().Path("other.panel")), "not saved"));
      }},
     {CMD_OPEN,
