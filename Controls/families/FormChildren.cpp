@@ -3,6 +3,7 @@
 
 #include "Controls/families/FormChildren.h"
 
+#include "Controls/families/DarkForm.h"
 #include "Controls/families/SystemChild.h"
 #include "base/Clipboard.h"
 
@@ -137,7 +138,15 @@ LRESULT HandleChild(FORMPROPERTIES& form, const ChildMessage& of, bool isField) 
 
 template <FormPart part>
 LRESULT HandlePart(FORMPROPERTIES& form, const ChildMessage& of) {
-    return HandleChild(form, of, part == FormPart::Field);
+    constexpr bool isField = part == FormPart::Field;
+    if (!form.IsDark()) {
+        return HandleChild(form, of, isField);
+    }
+    if (const auto answer = PaintDarkChild(form, part, of)) {
+        return *answer;
+    }
+    const DarkChange change(part, of);
+    return HandleChild(form, of, isField);
 }
 template <FormPart part>
 using Child = SystemChild<HandlePart<part>>;

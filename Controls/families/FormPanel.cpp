@@ -2,7 +2,9 @@
 
 #include "Controls/families/FormPanel.h"
 
+#include "Controls/drawing/DarkParts.h"
 #include "Controls/families/Arrows.h"
+#include "Controls/families/DarkForm.h"
 #include "Controls/families/FormChildren.h"
 #include "Controls/framework/Keywords.h"
 #include "Controls/resources/resource.h"
@@ -24,6 +26,13 @@ constexpr COLORREF ITEM_COLOUR = RGB(255, 255, 200);
 // Lists
 
 void DrawItem(const FORMPROPERTIES& form, const DRAWITEMSTRUCT& item) {
+    const auto id = static_cast<int>(item.CtlID);
+    const bool isListed = item.itemID != static_cast<UINT>(-1);
+    const char* text = isListed ? reinterpret_cast<const char*>(item.itemData) : form.UnlistedText(id);
+    if (form.IsDark()) {
+        DrawDarkItem(form, item, text != nullptr ? text : "");
+        return;
+    }
     const bool isMarked = (item.itemState & (ODS_SELECTED | ODS_FOCUS)) != 0;
     const bool isEnabled = (item.itemState & ODS_DISABLED) == 0;
     const COLORREF ground = isMarked ? GetSysColor(COLOR_HIGHLIGHT) : isEnabled ? ITEM_COLOUR : GROUND;
@@ -34,9 +43,6 @@ void DrawItem(const FORMPROPERTIES& form, const DRAWITEMSTRUCT& item) {
     SetTextColor(item.hDC, GetSysColor(isMarked    ? COLOR_HIGHLIGHTTEXT
                                        : isEnabled ? COLOR_WINDOWTEXT
                                                    : COLOR_GRAYTEXT));
-    const auto id = static_cast<int>(item.CtlID);
-    const bool isListed = item.itemID != static_cast<UINT>(-1);
-    const char* text = isListed ? reinterpret_cast<const char*>(item.itemData) : form.UnlistedText(id);
     if (text != nullptr) {
         TextOutA(item.hDC, item.rcItem.left + 2, item.rcItem.top + 2, text, lstrlenA(text));
     }
@@ -100,7 +106,15 @@ void ContextMenu(FORMPROPERTIES& form, HWND child, LPARAM lParam) {
     form.ShowMenu(child == form.window ? nullptr : child, place);
 }
 
-HBRUSH FieldColours(HDC dc) {
+HBRUSH FieldColours(const FORMPROPERTIES& form, HDC dc, HWND field) {
+    if (form.IsDark()) {
+        const DarkState state{.isEnabled = field == nullptr || IsWindowEnabled(field) != FALSE,
+                              .isDimmed = form.IsDimmed(form.RowOfChild(field))};
+        SetTextColor(dc, state.TextColour());
+        SetBkColor(dc, logic::PANEL_WELL);
+        SetDCBrushColor(dc, logic::PANEL_WELL);
+        return static_cast<HBRUSH>(GetStockObject(DC_BRUSH));
+    }
     SetBkColor(dc, FIELD_COLOUR);
     return a_GetObject(BRUSH_FIELD);
 }
@@ -122,7 +136,8 @@ LRESULT CALLBACK FormProc(HWND window, UINT message, WPARAM wParam, LPARAM lPara
         break;
     case WM_CTLCOLOREDIT:
     case WM_CTLCOLORLISTBOX:
-        return reinterpret_cast<LRESULT>(FieldColours(reinterpret_cast<HDC>(wParam)));
+        return reinterpret_cast<LRESULT>(
+            FieldColours(form, reinterpret_cast<HDC>(wParam), reinterpret_cast<HWND>(lParam)));
     case WM_CTLCOLORSTATIC:
         return reinterpret_cast<LRESULT>(
             form.LabelColours(reinterpret_cast<HDC>(wParam), reinterpret_cast<HWND>(lParam)));
@@ -197,6 +212,16 @@ const FormChild* FORMPROPERTIES::RowOf(int id) const {
     const auto found =
         std::find_if(layout.begin(), layout.end(), [id](const FormChild& row) { return row.id == id; });
     return found == layout.end() ? nullptr : &*found;
+}
+
+int FORMPROPERTIES::RowOfChild(HWND child) const {
+    const auto found = std::find(children_.begin(), children_.end(), child);
+    return found == children_.end() ? -1 : static_cast<int>(found - children_.begin());
+}
+
+bool FORMPROPERTIES::HasArrows(int row) const {
+    const auto next = static_cast<std::size_t>(row) + 1;
+    return row >= 0 && next < Layout().size() && Layout()[next].part == FormPart::Spin;
 }
 
 std::string& FORMPROPERTIES::ShownText(int id) {
@@ -344,9 +369,23 @@ void FORMPROPERTIES::FocusChanged() const {
 
 // Drawing
 
+COLORREF FORMPROPERTIES::GroundColour() const {
+    return !IsDark() ? GROUND : IsGroundDimmed() ? logic::PANEL_GROUND : logic::PANEL_PLATE;
+}
+
 void FORMPROPERTIES::Draw(HDC dc, const RECT& client) const {
-    SetDCBrushColor(dc, GROUND);
+    SetDCBrushColor(dc, GroundColour());
     FillRect(dc, &client, static_cast<HBRUSH>(GetStockObject(DC_BRUSH)));
+}
+
+void FORMPROPERTIES::DimmedChanged() const {
+    if (IsDark()) {
+        RedrawParts();
+    }
+}
+
+void FORMPROPERTIES::RedrawParts() const {
+    RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_FRAME | RDW_ALLCHILDREN);
 }
 
 void FORMPROPERTIES::Redraw() const {
@@ -356,16 +395,20 @@ void FORMPROPERTIES::Redraw() const {
 }
 
 HBRUSH FORMPROPERTIES::LabelColours(HDC dc, HWND label) const {
-    const auto place = std::find(children_.begin(), children_.end(), label);
-    const auto row = static_cast<int>(place - children_.begin());
-    const bool isTitle =
-        place != children_.end() && Layout()[static_cast<std::size_t>(row)].part == FormPart::Title;
-    const COLORREF ground = isTitle && IsMarked(row) ? focusColour : GROUND;
+    const int row = RowOfChild(label);
+    const FormPart part = row < 0 ? FormPart::Label : Layout()[static_cast<std::size_t>(row)].part;
+    if (IsDark() && part == FormPart::Field) { // that is disabled
+        return FieldColours(*this, dc, label);
+    }
+    const bool isMarked = part == FormPart::Title && IsMarked(row);
+    const COLORREF ground = isMarked ? focusColour : GroundColour();
     constexpr int HALF = 3 * 255 / 2;
-    const bool isDark = GetRValue(ground) + GetGValue(ground) + GetBValue(ground) < HALF;
-    SetTextColor(dc, !IsWindowEnabled(label)      ? GetSysColor(COLOR_GRAYTEXT)
-                     : isDark && ground != GROUND ? RGB(255, 255, 255)
-                                                  : RGB(0, 0, 0));
+    const bool isDarkGround = GetRValue(ground) + GetGValue(ground) + GetBValue(ground) < HALF;
+    const DarkState state{.isEnabled = IsWindowEnabled(label) != FALSE, .isDimmed = IsDimmed(row)};
+    SetTextColor(dc, IsDark() && !isMarked      ? state.TextColour()
+                     : !state.isEnabled         ? GetSysColor(COLOR_GRAYTEXT)
+                     : isMarked && isDarkGround ? RGB(255, 255, 255)
+                                                : RGB(0, 0, 0));
     SetBkMode(dc, TRANSPARENT);
     SetBkColor(dc, ground);
     SetDCBrushColor(dc, ground);

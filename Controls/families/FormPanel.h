@@ -44,6 +44,7 @@ public:
     void Draw(HDC dc, const RECT& client) const override;
     POINT NotEqualPlace() const override { return {5, 22}; }
     void Redraw() const override;
+    void StyleChanged() override { RedrawParts(); }
     void Poll() final;
 
     // What a panel is made of.
@@ -59,6 +60,10 @@ public:
     virtual int FirstId(bool backwards) const = 0; // of the child that Tab enters by
     // Whether a title is drawn in the focus colour.
     virtual bool IsMarked(int titleRow) const = 0;
+    // Whether a row belongs to what is bypassed, and the ground with all of it. Panels of the style "dark"
+    // show it.
+    virtual bool IsDimmed(int /*row*/) const { return false; }
+    virtual bool IsGroundDimmed() const { return false; }
     virtual void ChildFocused(int /*id*/) {}
     virtual void TitleClicked(int /*id*/) {}
     // Copy and paste: the menu for a child, or for the panel itself (null), at a point of the screen.
@@ -69,6 +74,7 @@ public:
     virtual void DrawPicture(int /*listId*/, int /*item*/, HDC, const RECT& /*place*/) const {}
 
     void FocusChanged() const;
+    void DimmedChanged() const; // IsDimmed answers otherwise
     int FocusKeyword(VALUERECORD& record);
 
     bool isFocused = false;            // keyword "focus"
@@ -76,6 +82,8 @@ public:
 
     HWND Child(int row) const { return children_[static_cast<std::size_t>(row)]; }
     HWND Item(int id) const { return GetDlgItem(window, id); }
+    int RowOfChild(HWND child) const; // -1 for none
+    bool HasArrows(int row) const;    // a field, in the row behind it
     // A child that goes while it has the focus gives it to the panel, and what was typed in it is dropped.
     void ShowChild(int row, bool isShown);
     void EnableItem(int id, bool isEnabled);
@@ -104,6 +112,8 @@ public:
     HBRUSH LabelColours(HDC dc, HWND label) const;
 
 private:
+    void RedrawParts() const; // with their frames
+    COLORREF GroundColour() const;
     bool IsTyped(int id) const;
     std::string FieldText(int id) const;
     std::string& ShownText(int id);

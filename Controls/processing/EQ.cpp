@@ -109,6 +109,8 @@ public:
     SIZE FixedSize() const override { return {125, 170}; }
     int FirstId(bool backwards) const override { return backwards || value.bypass != 0 ? BYPASS : TYPE_LIST; }
     bool IsMarked(int) const override { return isFocused; }
+    bool IsDimmed(int) const override { return IsGroundDimmed(); }
+    bool IsGroundDimmed() const override { return value.bypass != 0; }
     void ShowMenu(HWND child, POINT place) override;
     const char* UnlistedText(int listId) const override;
     void DrawPicture(int listId, int item, HDC dc, const RECT& place) const override;
@@ -301,6 +303,7 @@ void EQPROPERTIES::Show(const EqBand& next) {
     const EqBand before = std::exchange(value, next);
     if (next.bypass != before.bypass) {
         Check(BYPASS, next.bypass != 0);
+        DimmedChanged();
     }
     if (next.type != before.type || next.slope != before.slope) {
         Arrange();

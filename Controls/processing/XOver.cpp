@@ -3,6 +3,7 @@
 // a connected control gets all of them as one record. Frequencies are in Hz, gains in dB, interval in
 // milliseconds.
 
+#include "Controls/drawing/DarkParts.h"
 #include "Controls/families/BlockForm.h"
 #include "Controls/families/CrossoverParts.h"
 #include "Controls/families/FunctionList.h"
@@ -72,6 +73,7 @@ constexpr FormChild LAYOUT[] = {
     {FormPart::Toggle, "BYPASS", 151, 134, 135, 23, DELAY_BYPASS},
 };
 constexpr int HIGH_PASS_TITLE_ROW = 0;
+constexpr int DELAY_ROWS = 17; // the first of the three
 
 // What is bound by the keywords function, function1, function2 and function3.
 enum Slot { FILTERS, GAIN, POLARITY_SLOT, DELAY, SLOT_COUNT };
@@ -101,6 +103,7 @@ public:
     bool IsMarked(int titleRow) const override {
         return isFocused && (titleRow == HIGH_PASS_TITLE_ROW) == (section == HIGH_PASS_TITLE);
     }
+    bool IsDimmed(int row) const override;
     void ChildFocused(int id) override;
     void TitleClicked(int id) override { SetFocus(Item(id + 1)); }
     void ShowMenu(HWND child, POINT place) override;
@@ -296,8 +299,10 @@ void XOVERPROPERTIES::SetDefaults() {
 void XOVERPROPERTIES::Draw(HDC dc, const RECT& client) const {
     FORMPROPERTIES::Draw(dc, client);
     int y = SEPARATOR;
-    for (const int pen : {BLACK_PEN, WHITE_PEN}) {
-        const Selected selected(dc, GetStockObject(pen));
+    const Selected selected(dc, GetStockObject(DC_PEN));
+    const COLORREF lit = IsDark() ? DARK_OFF : RGB(255, 255, 255);
+    for (const COLORREF colour : {IsDark() ? COLORREF{logic::PANEL_WELL} : RGB(0, 0, 0), lit}) {
+        SetDCPenColor(dc, colour);
         MoveToEx(dc, MARGIN, y, nullptr);
         LineTo(dc, WIDTH - MARGIN, y);
         ++y;
@@ -322,6 +327,7 @@ void XOVERPROPERTIES::Show(const Crossover& next) {
         Check(DELAY_BYPASS, next.delay.bypass != 0);
         EnableItem(DELAY_FIELD, next.delay.bypass == 0);
         EnableItem(DELAY_SPIN, next.delay.bypass == 0);
+        DimmedChanged();
     }
 }
 
@@ -329,6 +335,11 @@ void XOVERPROPERTIES::ShowLists(const Crossover& crossover) {
     Select(HIGH_PASS_TYPE, crossover.filters.highPass.type);
     Select(LOW_PASS_TYPE, crossover.filters.lowPass.type);
     Select(POLARITY, crossover.polarity);
+}
+
+// There is but the delay to bypass.
+bool XOVERPROPERTIES::IsDimmed(int row) const {
+    return value.delay.bypass != 0 && row >= DELAY_ROWS;
 }
 
 void XOVERPROPERTIES::ChildFocused(int id) {

@@ -1,9 +1,125 @@
 // Panels of the style "dark".
 
 #include "Panelhost/Root.h"
+#include "base/Gdi.h"
+#include "logic/drawing/PanelColours.h"
 #include "tests/windows/TestPanel.h"
 
+#include <algorithm>
+#include <set>
+#include <string>
+#include <vector>
+
 TEST_SUITE_BEGIN("DarkStyle");
+
+namespace {
+
+// What a control and all the windows in it paint, as they lie over each other. Frames are left out.
+class Shot {
+public:
+    explicit Shot(HWND control)
+        : size_(SizeOfClient(control)), bitmap_(CreatePixels(size_.cx, size_.cy, &bits_)) {
+        const MemoryDc dc(bitmap_.get());
+        Paint(control, control, dc.Get());
+        for (HWND child : ChildrenOf(control)) {
+            if (IsVisibleIn(child, control)) {
+                Paint(child, control, dc.Get());
+            }
+        }
+        GdiFlush();
+    }
+
+    // 0xrrggbb.
+    unsigned At(int x, int y) const { return bits_[y * size_.cx + x] & 0xFFFFFF; }
+    RECT All() const { return {0, 0, size_.cx, size_.cy}; }
+    // How many percent of the pixels fulfil a condition.
+    template <class Condition>
+    int Share(const RECT& area, Condition condition) const {
+        int count = 0;
+        for (int y = area.top; y < area.bottom; ++y) {
+            for (int x = area.left; x < area.right; ++x) {
+                count += condition(At(x, y)) ? 1 : 0;
+            }
+        }
+        return 100 * count / static_cast<int>((area.right - area.left) * (area.bottom - area.top));
+    }
+
+private:
+    static SIZE SizeOfClient(HWND window) {
+        RECT client{};
+        GetClientRect(window, &client);
+        return {client.right, client.bottom};
+    }
+    static bool IsVisibleIn(HWND child, HWND control) {
+        for (; child != control; child = GetParent(child)) {
+            if ((GetWindowLongA(child, GWL_STYLE) & WS_VISIBLE) == 0) {
+                return false;
+            }
+        }
+        return true;
+    }
+    // Each into pixels of its own: some of the system's reach into a device context beyond its origin.
+    static void Paint(HWND window, HWND control, HDC target) {
+        const SIZE size = SizeOfClient(window);
+        const Bitmap bitmap(CreatePixels(size.cx, size.cy));
+        const MemoryDc dc(bitmap.get());
+        SendMessageA(window, WM_ERASEBKGND, reinterpret_cast<WPARAM>(dc.Get()), 0);
+        SendMessageA(window, WM_PRINTCLIENT, reinterpret_cast<WPARAM>(dc.Get()), PRF_CLIENT);
+        POINT origin{};
+        MapWindowPoints(window, control, &origin, 1);
+        BitBlt(target, origin.x, origin.y, size.cx, size.cy, dc.Get(), 0, 0, SRCCOPY);
+    }
+
+    SIZE size_;
+    std::uint32_t* bits_ = nullptr;
+    Bitmap bitmap_;
+};
+
+int Brightness(unsigned colour) {
+    return static_cast<int>((3 * (colour >> 16) + 6 * (colour >> 8 & 0xFF) + (colour & 0xFF)) / 10);
+}
+bool IsBright(unsigned colour) {
+    return Brightness(colour) > 110;
+}
+bool IsYellow(unsigned colour) {
+    return (colour >> 16) > 160 && (colour >> 8 & 0xFF) > 140 && (colour & 0xFF) < 150;
+}
+
+RECT PlaceIn(HWND child, HWND control) {
+    RECT area{};
+    GetClientRect(child, &area);
+    MapWindowPoints(child, control, reinterpret_cast<POINT*>(&area), 2);
+    return area;
+}
+
+// The editor panels with what bypasses them, which part of them that dims, and where their ground shows.
+struct Form {
+    const char* className;
+    const char* bypassed;
+    const char* active;
+    int bypass;        // id of the button
+    const char* title; // the class and text of a child that is dimmed
+    POINT ground;
+    bool isGroundDimmed;
+};
+constexpr Form FORMS[] = {
+    {"EQ",
+     "properties=1,PEQ,6 dB,1000 Hz,-3 dB,0.7",
+     "properties=0,PEQ,6 dB,1000 Hz,-3 dB,0.7",
+     105,
+     "FREQ",
+     {2, 80},
+     true},
+    {"XOVER",
+     "value=OFF,20 Hz,OFF,20000 Hz,0 dB,normal,1,5 ms",
+     "value=OFF,20 Hz,OFF,20000 Hz,0 dB,normal,0,5 ms",
+     112,
+     "DELAY",
+     {2, 100},
+     false},
+};
+
+} // namespace
 
 TEST_CASE("a panel is classic or dark, and nothing else") {
     const TestPanel panel;
@@ -26,6 +142,63 @@ TEST_CASE("a panel is classic or dark, and nothing else") {
         CHECK(isStyle(isDark));
     }
     CHECK_FALSE(a_IsDark(nullptr));
+}
+
+TEST_CASE("editor panels are dark, show what is bypassed, and go back") {
+    const TestPanel panel(TestPanel::Visible);
+    for (const Form& row : FORMS) {
+        INFO(std::string(row.className));
+        const HWND form = panel.Create(row.className, "Form");
+        const HWND button = GetDlgItem(form, row.bypass);
+        const HWND title = FindWindowExA(form, nullptr, "STATIC", row.title);
+        REQUIRE(title != nullptr);
+        Load(form, row.active);
+        const Shot before(form);
+        CHECK(before.Share(before.All(), IsBright) > 60);
+
+        UpdateWindow(panel.Window());
+        std::vector<HWND> parts = ChildrenOf(form);
+        parts.push_back(form);
+        for (HWND part : parts) {
+            ValidateRect(part, nullptr);
+        }
+        Load(panel.Window(), "style=dark");
+        for (HWND part : parts) {
+            CHECK((GetUpdateRect(part, nullptr, FALSE) != 0 || !IsWindowVisible(part)));
+        }
+
+        const Shot dark(form);
+        CHECK(dark.Share(dark.All(), IsBright) < 12); // only texts
+        CHECK(dark.Share(PlaceIn(button, form), IsYellow) == 0);
+        Load(form, row.bypassed);
+        CHECK(SendMessageA(button, BM_GETCHECK, 0, 0) == BST_CHECKED);
+        const Shot bypassed(form);
+        CHECK(bypassed.Share(PlaceIn(button, form), IsYellow) > 60);
+        const auto brightest = [&](const Shot& shot) {
+            int most = 0;
+            shot.Share(PlaceIn(title, form), [&](unsigned colour) {
+                most = std::max(most, Brightness(colour));
+                return false;
+            });
+            return most;
+        };
+        CHECK(brightest(bypassed) < brightest(dark) - 60);
+        CHECK((bypassed.At(row.ground.x, row.ground.y) != dark.At(row.ground.x, row.ground.y)) ==
+              row.isGroundDimmed);
+        SetFocus(button); // the system's button would paint itself
+        SendMessageA(button, BM_SETSTATE, TRUE, 0);
+        CHECK(GetUpdateRect(button, nullptr, FALSE) != 0);
+        CHECK(Shot(form).Share(PlaceIn(button, form), IsBright) > 60);
+        SendMessageA(button, BM_SETSTATE, FALSE, 0);
+        SetFocus(panel.Window());
+        CHECK((GetWindowLongA(button, GWL_STYLE) & WS_VISIBLE) != 0);
+
+        Load(form, row.active);
+        Load(panel.Window(), "style=classic");
+        const Shot after(form);
+        CHECK(after.Share(after.All(), IsBright) == before.Share(before.All(), IsBright));
+        DestroyWindow(form);
+    }
 }
 
 TEST_SUITE_END();

@@ -38,7 +38,13 @@ TEST_CASE("controls of every class leave nothing behind") {
             HWND control = panel.Create(expected.name, "Control");
             REQUIRE(control != nullptr);
             if (lives++ % 2 == 0) {
-                const Picture painted(control);
+                for (const char* style : {"style=dark", "style=classic"}) {
+                    Load(panel.Window(), style);
+                    const Picture painted(control);
+                    for (HWND child : ChildrenOf(control)) {
+                        const Picture part(child);
+                    }
+                }
                 SendMessageA(control, WM_TIMER, 0, 0);
                 Load(control, "function=AMP1*gain");
             }

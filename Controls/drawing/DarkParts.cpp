@@ -1,0 +1,147 @@
+#include "Controls/drawing/DarkParts.h"
+
+#include "base/Gdi.h"
+
+#include <algorithm>
+#include <cctype>
+#include <iterator>
+
+namespace {
+
+constexpr int ARROW_PLACE = 9; // of the middle of a list's arrow, from the right end
+constexpr int TEXT_PLACE = 4;  // of a list's text, from the left end
+
+void Fill(HDC dc, const RECT& area, COLORREF colour) {
+    SetDCBrushColor(dc, colour);
+    FillRect(dc, &area, static_cast<HBRUSH>(GetStockObject(DC_BRUSH)));
+}
+
+void Rim(HDC dc, const RECT& area, COLORREF colour) {
+    SetDCBrushColor(dc, colour);
+    FrameRect(dc, &area, static_cast<HBRUSH>(GetStockObject(DC_BRUSH)));
+}
+
+RECT Inside(RECT area, int by) {
+    InflateRect(&area, -by, -by);
+    return area;
+}
+
+// A triangle that points down or up, of that many rows, with its base that wide.
+void Triangle(HDC dc, POINT middle, int rows, bool isUp, COLORREF colour) {
+    for (int row = 0; row < rows; ++row) {
+        const int half = isUp ? row : rows - 1 - row;
+        const int y = middle.y - rows / 2 + row;
+        Fill(dc, {middle.x - half, y, middle.x + half + 1, y + 1}, colour);
+    }
+}
+
+} // namespace
+
+void DrawDarkRim(HDC dc, const RECT& area, const DarkState& state) {
+    Rim(dc, area, state.isFocused ? static_cast<COLORREF>(logic::PANEL_ACCENT) : DARK_RIM);
+}
+
+void DrawDarkList(HDC dc, const RECT& area, const std::string& text, HFONT font, const DarkState& state) {
+    Fill(dc, area, logic::PANEL_WELL);
+    DrawDarkRim(dc, area, state);
+    Triangle(dc, {area.right - ARROW_PLACE, (area.top + area.bottom) / 2}, 4, state.isDown,
+             state.isEnabled && !state.isDimmed ? static_cast<COLORREF>(logic::PANEL_FAINT) : DARK_DIM_TEXT);
+    RECT place = Inside(area, 1);
+    place.left += TEXT_PLACE - 1;
+    place.right = area.right - ARROW_PLACE - 5;
+    const Selected selected(dc, font);
+    SetBkMode(dc, TRANSPARENT);
+    SetTextColor(dc, state.TextColour());
+    DrawTextA(dc, text.c_str(), -1, &place, DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX);
+}
+
+void DrawDarkArrows(HDC dc, const RECT& area, PressedArrow pressed, const DarkState& state) {
+    Fill(dc, area, logic::PANEL_WELL);
+    const int middle = (area.top + area.bottom) / 2;
+    const int x = (area.left + area.right - 1) / 2;
+    for (const bool isUp : {true, false}) {
+        const bool isPressed = pressed == (isUp ? PressedArrow::Up : PressedArrow::Down);
+        const RECT half{area.left, isUp ? area.top : middle, area.right, isUp ? middle : area.bottom};
+        if (isPressed) {
+            Fill(dc, half, DARK_OFF);
+        }
+        Triangle(dc, {x, (half.top + half.bottom) / 2}, 3, isUp,
+                 isPressed                            ? static_cast<COLORREF>(logic::PANEL_TEXT)
+                 : state.isEnabled && !state.isDimmed ? static_cast<COLORREF>(logic::PANEL_FAINT)
+                                                      : DARK_DIM_TEXT);
+    }
+    // The left edge is the field's.
+    RECT rim = area;
+    rim.left -= 1;
+    const int saved = SaveDC(dc);
+    IntersectClipRect(dc, area.left, area.top, area.right, area.bottom);
+    DrawDarkRim(dc, rim, state);
+    RestoreDC(dc, saved);
+}
+
+void DrawDarkButton(HDC dc, const RECT& area, std::optional<COLORREF> lit, const DarkState& state) {
+    const COLORREF base = lit ? *lit : DARK_OFF;
+    // What is raised is bright above, what is held down below.
+    const COLORREF bright = MixedColour(base, RGB(255, 255, 255), lit ? 25 : 12);
+    const COLORREF dark = MixedColour(base, RGB(0, 0, 0), 18);
+    const RECT inside = Inside(area, state.isFocused ? 2 : 1);
+    const int rows = std::max<int>(inside.bottom - inside.top, 1);
+    for (int row = 0; row < rows; ++row) {
+        const int way = rows == 1 ? 0 : 100 * row / (rows - 1);
+        Fill(dc, {inside.left, inside.top + row, inside.right, inside.top + row + 1},
+             MixedColour(bright, dark, state.isDown ? 100 - way : way));
+    }
+    Rim(dc, area, state.isFocused ? static_cast<COLORREF>(logic::PANEL_ACCENT) : logic::PANEL_WELL);
+    if (state.isFocused) { // a line that keeps the rim apart from a face of a similar colour
+        Rim(dc, Inside(area, 1), logic::PANEL_WELL);
+    }
+}
+
+COLORREF DarkCaptionColour(bool isLit, const DarkState& state) {
+    return isLit ? static_cast<COLORREF>(logic::PANEL_WELL) : state.TextColour();
+}
+
+void DrawDarkLamp(HDC dc, const RECT& area, std::optional<COLORREF> lit) {
+    const int size = std::min(area.right - area.left, area.bottom - area.top);
+    const int left = (area.left + area.right - size) / 2;
+    const int top = (area.top + area.bottom - size) / 2;
+    const Selected brush(dc, GetStockObject(DC_BRUSH));
+    const Selected pen(dc, GetStockObject(NULL_PEN));
+    SetDCBrushColor(dc, logic::PANEL_WELL);
+    Ellipse(dc, left, top, left + size + 1, top + size + 1);
+    SetDCBrushColor(dc, lit.value_or(DARK_OFF));
+    Ellipse(dc, left + 1, top + 1, left + size, top + size);
+}
+
+std::optional<COLORREF> ColourOfPicture(const std::string& name) {
+    struct Word {
+        const char* word;
+        COLORREF colour;
+    };
+    static constexpr Word WORDS[] = {{"red", logic::PANEL_RED},
+                                     {"yellow", logic::PANEL_YELLOW},
+                                     {"green", logic::PANEL_GREEN},
+                                     {"blue", logic::PANEL_BLUE}};
+    std::string lower = name.substr(name.find_last_of("\\/") + 1);
+    std::transform(lower.begin(), lower.end(), lower.begin(),
+                   [](unsigned char letter) { return static_cast<char>(std::tolower(letter)); });
+    const auto found = std::find_if(std::begin(WORDS), std::end(WORDS),
+                                    [&](const Word& word) { return lower.find(word.word) != lower.npos; });
+    return found == std::end(WORDS) ? std::nullopt : std::optional(found->colour);
+}
+
+HFONT FittingFont(HDC dc, const std::string& text, int width, int points, FontProperty& font) {
+    constexpr int LEAST_POINTS = 5;
+    for (; points >= LEAST_POINTS; --points) {
+        if (const std::string wanted = "Tahoma," + std::to_string(points); font.Text() != wanted) {
+            font.Load(wanted);
+        }
+        const Selected selected(dc, font.Get());
+        SIZE size{};
+        GetTextExtentPoint32A(dc, text.data(), static_cast<int>(text.size()), &size);
+        if (size.cx <= width) {
+            break;
+        }
+    }
+    return font.Get();
+}
