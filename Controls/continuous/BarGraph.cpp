@@ -5,6 +5,7 @@
 #include "Controls/drawing/BarFace.h"
 #include "Controls/drawing/FontProperty.h"
 #include "Controls/families/RangedNumber.h"
+#include "Controls/families/TravelBeside.h"
 #include "Controls/framework/Keywords.h"
 #include "Controls/resources/resource.h"
 #include "logic/controls/BarLogic.h"
@@ -29,7 +30,10 @@ class BARGRAPHPROPERTIES : public RANGEDPROPERTIES {
 public:
     BARGRAPHPROPERTIES() : RANGEDPROPERTIES(0, 100) { font.Load("Tahoma,8"); }
     KeywordList Keywords() const override;
-    void SetDefaults() override { interval = 100; }
+    void SetDefaults() override {
+        interval = 100;
+        beside_.Attach(*this);
+    }
     int ValueDatatype() const override { return DATATYPE_FLOAT; }
     bool OffersApply() const override { return false; }
     float Limited(float number) const override { return Range().Limit(number); }
@@ -42,6 +46,8 @@ public:
     std::optional<logic::Travel> TravelIn(SIZE client) const override;
 
     int ValueKeyword(VALUERECORD& record);
+    std::string Beside() const { return beside_.Text(); }
+    bool SetBeside(const std::string& text);
     bool SetRange(const std::string& text);
     int LawNumber() const { return static_cast<int>(law); }
     bool SetLaw(int number);
@@ -82,6 +88,7 @@ private:
     logic::TravelRange Range() const {
         return {static_cast<float>(minimum), static_cast<float>(maximum), law};
     }
+    RECT TrackBeside(const RECT& client) const;
     BarFace LookIn(const RECT& client) const;
     BarFace Look() const;
     logic::BarSpans SpansOn(const BarFace& look) const;
@@ -89,6 +96,7 @@ private:
     RECT NumberPlaceOn(const BarFace& look, const std::string& number) const;
     void ShowMotion();
 
+    TravelBeside beside_;
     logic::BarMotion motion_;
     View view_{};           // that was last invalidated
     bool isLookNew_ = true; // all of it is to be painted, which takes the view
@@ -113,6 +121,13 @@ constexpr KeywordTable KEYWORDS({
         .Saved()
         .Label("Bar colour")
         .Says("Colour of the bar without zones and below the lowest of them, `0x00bbggrr`."),
+    Property<&BARGRAPHPROPERTIES::Beside, &BARGRAPHPROPERTIES::SetBeside>("beside", KeywordKind::Addresses)
+        .Holds(logic::AddressForm::Connections)
+        .Saved()
+        .Label("Beside")
+        .Says("Fader, meter or other bar graph whose range, law and travel the bar takes over where it grows "
+              "the same way, so that equal values are at equal heights; empty for none. When that goes, what "
+              "was taken over last stays. `properties` limits the value all the same."),
     CONNECTION_KEYWORD,
     Words<"up,down,left,right", &BARGRAPHPROPERTIES::direction, &BARGRAPHPROPERTIES::LookChanged>("direction")
         .Saved()
@@ -198,6 +213,15 @@ bool BARGRAPHPROPERTIES::SetRange(const std::string& text) {
     return true;
 }
 
+bool BARGRAPHPROPERTIES::SetBeside(const std::string& text) {
+    if (!beside_.Load(*this, text)) {
+        return false;
+    }
+    beside_.Follow(*this);
+    LookChanged();
+    return true;
+}
+
 bool BARGRAPHPROPERTIES::SetLaw(int number) {
     const auto wanted = static_cast<logic::Law>(number);
     if (wanted == logic::Law::Logarithmic && std::min(minimum, maximum) <= 0) {
@@ -275,13 +299,17 @@ void BARGRAPHPROPERTIES::ClearPeak() {
 }
 
 LRESULT BARGRAPHPROPERTIES::OnTimer(WPARAM timer, LPARAM lParam) {
+    if (beside_.Follow(*this)) {
+        LookChanged();
+    }
     motion_.Advance(GetTickCount());
     ShowMotion();
     return CONTROLPROPERTIES::OnTimer(timer, lParam);
 }
 
 DWORD BARGRAPHPROPERTIES::DueIn(DWORD now) const noexcept {
-    return std::min<DWORD>(UntilPoll(now), motion_.DueIn(now).value_or(NO_TICK));
+    return beside_.IsBehind(*this) ? 0
+                                   : std::min<DWORD>(UntilPoll(now), motion_.DueIn(now).value_or(NO_TICK));
 }
 
 // Layout
@@ -290,7 +318,8 @@ std::optional<logic::Travel> BARGRAPHPROPERTIES::TravelIn(SIZE client) const {
     const BarFace bar = LookIn({0, 0, client.cx, client.cy});
     const bool isBackwards = direction == BarDirection::Up || direction == BarDirection::Left;
     return logic::Travel{.range = bar.range,
-                         .begin = isBackwards ? bar.Length() : 0,
+                         .begin = bar.IsVertical() ? (isBackwards ? bar.track.bottom : bar.track.top)
+                                                   : (isBackwards ? bar.track.right : bar.track.left),
                          .length = bar.Length(),
                          .isHorizontal = !bar.IsVertical(),
                          .isBackwards = isBackwards,
@@ -299,9 +328,29 @@ std::optional<logic::Travel> BARGRAPHPROPERTIES::TravelIn(SIZE client) const {
                          .segment = bar.SegmentLength()};
 }
 
+// The part of the client area that lies beside the travel of the other one; empty when it goes another way.
+RECT BARGRAPHPROPERTIES::TrackBeside(const RECT& client) const {
+    const auto& travel = beside_.Travel();
+    const bool isWide = direction == BarDirection::Left || direction == BarDirection::Right;
+    const bool isBackwards = direction == BarDirection::Up || direction == BarDirection::Left;
+    if (!travel || travel->isHorizontal != isWide || travel->isBackwards != isBackwards) {
+        return {};
+    }
+    const int begin = travel->begin + beside_.Offset();
+    const int from = isBackwards ? begin - travel->length : begin;
+    const int to = from + travel->length;
+    return isWide ? RECT{from, client.top, to, client.bottom} : RECT{client.left, from, client.right, to};
+}
+
 BarFace BARGRAPHPROPERTIES::LookIn(const RECT& client) const {
-    return {client, direction,        style,      segment,   Range(), barColour,
-            zones,  backgroundColour, font.Get(), textColour};
+    const RECT track = TrackBeside(client);
+    const bool isBeside = IsRectEmpty(&track) == FALSE;
+    return {client,           isBeside ? track : client,
+            direction,        style,
+            segment,          isBeside ? beside_.Travel()->range : Range(),
+            barColour,        zones,
+            backgroundColour, font.Get(),
+            textColour};
 }
 
 BarFace BARGRAPHPROPERTIES::Look() const {

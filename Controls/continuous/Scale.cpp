@@ -1,4 +1,4 @@
-// SCALE: marks and numbers, on their own or beside a control of the same parent whose value moves: there each
+// SCALE: marks and numbers, on their own or beside a control of the same panel whose value moves: there each
 // mark stands, on the screen, on the pixel on which that control shows its value. A scale only shows: its own
 // value is a small pointer, drawn while it is bound, and it never sends. Without such a control, one that is
 // wider than high is horizontal. Interval in milliseconds, geometry in pixels.
@@ -118,10 +118,9 @@ constexpr KeywordTable KEYWORDS({
         .Holds(logic::AddressForm::Connections)
         .Saved()
         .Label("Beside")
-        .Says(
-            "Fader, meter, bar graph, range or reverse meter of the same parent whose range, law and travel "
-            "the scale takes over and follows; empty for none. When that goes, what was taken over last "
-            "stays."),
+        .Says("Fader, meter, bar graph, range or reverse meter whose range, law and travel the scale takes "
+              "over "
+              "and follows; empty for none. When that goes, what was taken over last stays."),
     CONNECTION_KEYWORD,
     Property<&SCALEPROPERTIES::Format, &SCALEPROPERTIES::SetFormat>("fmt")
         .Saved()

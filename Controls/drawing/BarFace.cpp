@@ -18,13 +18,13 @@ constexpr int ABOVE = 1;
 RECT BarFace::AreaOf(const logic::Span& span) const {
     switch (direction) {
     case BarDirection::Up:
-        return {0, client.bottom - span.last, client.right, client.bottom - span.first};
+        return {track.left, track.bottom - span.last, track.right, track.bottom - span.first};
     case BarDirection::Down:
-        return {0, span.first, client.right, span.last};
+        return {track.left, track.top + span.first, track.right, track.top + span.last};
     case BarDirection::Left:
-        return {client.right - span.last, 0, client.right - span.first, client.bottom};
+        return {track.right - span.last, track.top, track.right - span.first, track.bottom};
     default:
-        return {span.first, 0, span.last, client.bottom};
+        return {track.left + span.first, track.top, track.left + span.last, track.bottom};
     }
 }
 
@@ -75,9 +75,9 @@ void BarFace::DrawBar(HDC dc, const std::vector<logic::ColourRun>& runs) const {
         std::reverse(pixels.begin(), pixels.end());
     }
     if (IsVertical()) {
-        DrawRows(dc, client, pixels);
+        DrawRows(dc, track, pixels);
     } else {
-        DrawColumns(dc, client, pixels);
+        DrawColumns(dc, track, pixels);
     }
 }
 

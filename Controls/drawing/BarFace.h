@@ -11,9 +11,10 @@
 enum class BarDirection { Up, Down, Left, Right };
 enum class BarStyle { Solid, Gradient, Segments };
 
-// How a bar graph looks in a client area, whatever it shows.
+// How a bar graph looks, whatever it shows.
 struct BarFace {
     RECT client;
+    RECT track; // of the client area, what the bar takes when all of it is lit
     BarDirection direction;
     BarStyle style;
     int segment; // pixels of one with its gap
@@ -25,7 +26,7 @@ struct BarFace {
     std::optional<COLORREF> textColour; // none: what can be read on the ground
 
     bool IsVertical() const { return direction == BarDirection::Up || direction == BarDirection::Down; }
-    int Length() const { return IsVertical() ? client.bottom : client.right; }
+    int Length() const { return IsVertical() ? track.bottom - track.top : track.right - track.left; }
     int SegmentLength() const { return style == BarStyle::Segments ? segment : 0; }
     RECT AreaOf(const logic::Span& span) const;
     // What of it a number over the bar may cover, with what is around it; empty without one.

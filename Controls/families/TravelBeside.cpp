@@ -17,16 +17,27 @@ const CONTROLPROPERTIES* TravelBeside::Other(const CONTROLPROPERTIES& control) c
         return nullptr;
     }
     const HOSTINFO* target = address_.Requests().front().target;
-    return target == nullptr || target == &control || target->parent != control.parent
-               ? nullptr
-               : dynamic_cast<const CONTROLPROPERTIES*>(target);
+    return target == nullptr || target == &control ? nullptr : dynamic_cast<const CONTROLPROPERTIES*>(target);
 }
+
+namespace {
+
+RECT PlaceInPanel(const CONTROLPROPERTIES& control) noexcept {
+    RECT place = control.rectangle;
+    for (const auto* outer = dynamic_cast<const CONTROLPROPERTIES*>(control.parent); outer != nullptr;
+         outer = dynamic_cast<const CONTROLPROPERTIES*>(outer->parent)) {
+        OffsetRect(&place, outer->rectangle.left, outer->rectangle.top);
+    }
+    return place;
+}
+
+} // namespace
 
 TravelBeside::View TravelBeside::Look(const CONTROLPROPERTIES& control) const noexcept {
     View view;
-    view.own = control.rectangle;
+    view.own = PlaceInPanel(control);
     if (const CONTROLPROPERTIES* other = Other(control)) {
-        const RECT& place = other->rectangle;
+        const RECT place = PlaceInPanel(*other);
         view.others = place;
         view.travel = other->TravelIn({place.right - place.left, place.bottom - place.top});
     }

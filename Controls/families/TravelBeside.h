@@ -6,8 +6,9 @@
 #include <optional>
 #include <string>
 
-// For a control that stands beside another one of the same parent and keeps to the travel of its value. The
-// other one may come later, move, change its range or go; then the last travel stays.
+// For a control that stands beside another one of the same panel, which may be part of a strip, and keeps to
+// the travel of its value. The other one may come later, move, change its range or go; then the last travel
+// stays.
 class TravelBeside {
 public:
     // Once, when the control is created.
@@ -31,7 +32,7 @@ private:
     // All that the travel depends on, seen from the control.
     struct View {
         RECT own{};
-        RECT others{};
+        RECT others{};                       // both in the panel
         std::optional<logic::Travel> travel; // nothing: there is no other one
 
         bool operator==(const View& view) const {

@@ -158,8 +158,8 @@ TEST_CASE("a scale follows what becomes of the control beside it") {
     Load(bar, "properties=0,10000");
     marks("4 95 96 ");
     Load(scale, "beside=Nobody");
-    marks("98 ");                                                         // its own range again
-    for (const char* other : {"Scale", "Strip", "Strip*Fader", "AMP1"}) { // nothing to stand beside
+    marks("98 ");                                          // its own range again
+    for (const char* other : {"Scale", "Strip", "AMP1"}) { // nothing to stand beside
         CHECK(Load(scale, std::string("beside=") + other) == 1);
         marks("98 ");
     }
@@ -177,6 +177,49 @@ TEST_CASE("a scale follows what becomes of the control beside it") {
     REQUIRE(rows.size() == 2);
     CHECK(rows.front() - strips.y == place.top + 10);
     CHECK(rows.back() - strips.y == place.bottom - 12);
+}
+
+TEST_CASE("a bar beside a fader, or one in a strip, has equal values at equal heights") {
+    const TestPanel panel;
+    HWND strip = panel.Create("MIXER", "Strip");
+    HWND fader = panel.Create("FADER", "Fader");
+    LoadLines(fader, "bitmap=.\\Controls\\FADER_vertical_30x200.bmp|properties=-90,10");
+    HWND scale = CreateScale(panel, "marks=-60,-37,-1");
+    HWND bar = panel.Create("FADING", "Bar");
+    LoadLines(bar, "interval=3600000|properties=-100,100|barcolor=0xff0000|backgroundcolor=0");
+    Place(scale, {110, 0, 130, 300});
+    Place(bar, {140, 20, 150, 290});
+    const auto compare = [&] {
+        for (int tick = 0; tick < 2; ++tick) {
+            ph_Tick(panel.Root());
+        }
+        std::vector<int> heads;
+        for (const float value : {-1.0F, -37.0F, -60.0F}) {
+            SetValue(bar, value);
+            const auto lit = MarksOf(bar, false);
+            REQUIRE_FALSE(lit.empty());
+            heads.push_back(lit.front());
+        }
+        CHECK(MarksOf(scale, false) == heads);
+        return heads;
+    };
+    LoadLines(scale, "beside=Fader");
+    LoadLines(bar, "beside=Fader");
+    const auto high = compare();
+    SetValue(bar, 100); // the rest of it has no ground
+    CHECK(MarksOf(bar, false).size() == 200 - 22);
+    Place(fader, {40, 40, 70, 240});
+    CHECK(compare() != high);
+    for (HWND control : {scale, bar}) {
+        LoadLines(control, "beside=Strip*Fader");
+    }
+    const auto inStrip = compare();
+    Place(strip, {10, 30, 58, 282});
+    CHECK(compare() != inStrip);
+    LoadLines(fader, "bitmap=.\\Controls\\FADER_horizontal_200x30.bmp");
+    LoadLines(bar, "beside=Fader"); // which goes another way: its own range and all of its length
+    SetValue(bar, 0);
+    CHECK(MarksOf(bar, false).size() == 135);
 }
 
 TEST_CASE("the pointer shows a bound value, is painted alone and never sends") {
