@@ -6,6 +6,7 @@
 #include "Panel/common/VersionText.h"
 #include "Panel/operating/PinDialogs.h"
 #include "Panel/resource.h"
+#include "Panel/theme/Theme.h"
 #include "Panelhost/Hostinfo.h"
 
 #include <algorithm>
@@ -91,6 +92,8 @@ bool FrameWindow::Create(std::string& error) {
         editKeys_ = LoadAcceleratorsA(instance, MAKEINTRESOURCEA(IDA_EDIT));
         operateKeys_ = LoadAcceleratorsA(instance, MAKEINTRESOURCEA(IDA_OPERATE));
         ShowParts();
+        FollowSystemTheme();
+        OverrideTheme(commandLine_.theme);
         return true;
     }
     error = "cannot make the main window: " + ErrorText(GetLastError());
@@ -179,7 +182,9 @@ LRESULT FrameWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         }
         break;
     case WM_NOTIFY:
-        Toolbar::Answer(*reinterpret_cast<NMHDR*>(lParam));
+        if (const LRESULT answer = Toolbar::Answer(*reinterpret_cast<NMHDR*>(lParam))) {
+            return answer;
+        }
         if (!IsOnlyOperated() && status_.IsMessageClick(*reinterpret_cast<const NMHDR*>(lParam))) {
             trace_.Show(true);
         } else if (!IsOnlyOperated() && status_.IsDeviceClick(*reinterpret_cast<const NMHDR*>(lParam))) {
@@ -188,6 +193,17 @@ LRESULT FrameWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         return 0;
     case WM_SIZE:
         OnSize();
+        return 0;
+    case WM_SETTINGCHANGE:
+        if (lParam != 0 && lstrcmpA(reinterpret_cast<const char*>(lParam), "ImmersiveColorSet") == 0) {
+            FollowSystemTheme();
+        }
+        break;
+    case WM_SYSCOLORCHANGE:
+        FollowSystemTheme();
+        break;
+    case THEME_CHANGED:
+        toolbar_.FollowTheme();
         return 0;
     case WM_DISPLAYCHANGE:
         fullScreen_.Follow(Handle());
@@ -282,6 +298,10 @@ void FrameWindow::OnCommand(int command) {
         return editing_ ? replace_.Open() : void();
     case CMD_VIEW_LAYERS:
         return layers_.Show(editing_ && !layers_.IsShown());
+    case CMD_THEME_SYSTEM:
+    case CMD_THEME_LIGHT:
+    case CMD_THEME_DARK:
+        return ChooseTheme(static_cast<ThemeChoice>(command - CMD_THEME_SYSTEM));
     case CMD_CLOSE_NOTICE:
         notice_.SetText("");
         OnSize();
@@ -339,6 +359,8 @@ void FrameWindow::AttachEditor(bool editing) {
 
 void FrameWindow::UpdateMenu() const {
     const HMENU menu = GetMenu(Handle());
+    CheckMenuRadioItem(menu, CMD_THEME_SYSTEM, CMD_THEME_DARK,
+                       CMD_THEME_SYSTEM + static_cast<UINT>(ChosenTheme()), MF_BYCOMMAND);
     CheckMenuItem(menu, CMD_VIEW_PROPERTIES, properties_.IsShown() ? MF_CHECKED : MF_UNCHECKED);
     EnableMenuItem(menu, CMD_GO_TO_PROPERTIES, editing_ ? MF_ENABLED : MF_GRAYED);
     CheckMenuItem(menu, CMD_VIEW_TRACE, trace_.IsShown() ? MF_CHECKED : MF_UNCHECKED);

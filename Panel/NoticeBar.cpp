@@ -1,6 +1,7 @@
 #include "Panel/NoticeBar.h"
 
 #include "Panel/resource.h"
+#include "Panel/theme/Theme.h"
 #include "base/Gdi.h"
 
 #include <windowsx.h>
@@ -14,9 +15,6 @@ constexpr int GAP = 6;
 constexpr int BUTTON_HEIGHT = 24;
 constexpr int BUTTON_WIDTH = 64;
 constexpr int ICON = 16;
-constexpr COLORREF GROUND = RGB(255, 244, 206);
-constexpr COLORREF EDGE = RGB(214, 178, 84);
-constexpr COLORREF LETTERS = RGB(64, 48, 0);
 
 } // namespace
 
@@ -66,12 +64,8 @@ void NoticeBar::Paint() const {
     const HDC dc = BeginPaint(Handle(), &paint);
     RECT place;
     GetClientRect(Handle(), &place);
-    const auto fill = [&](const RECT& area, COLORREF colour) {
-        SetDCBrushColor(dc, colour);
-        FillRect(dc, &area, static_cast<HBRUSH>(GetStockObject(DC_BRUSH)));
-    };
-    fill(place, GROUND);
-    fill({0, place.bottom - 1, place.right, place.bottom}, EDGE);
+    FillThemed(dc, place, Colours().noticeGround);
+    FillThemed(dc, {0, place.bottom - 1, place.right, place.bottom}, Colours().noticeEdge);
     const auto icon = static_cast<HICON>(LoadImageA(nullptr, IDI_WARNING, IMAGE_ICON, 0, 0, LR_SHARED));
     DrawIconEx(dc, GAP, (HEIGHT - ICON) / 2, icon, ICON, ICON, 0, nullptr, DI_NORMAL);
     place.left = GAP + ICON + GAP;
@@ -79,7 +73,7 @@ void NoticeBar::Paint() const {
     {
         const Selected font(dc, font_);
         SetBkMode(dc, TRANSPARENT);
-        SetTextColor(dc, LETTERS);
+        SetTextColor(dc, Colours().noticeText);
         constexpr UINT FORMAT = DT_WORDBREAK | DT_NOPREFIX | DT_END_ELLIPSIS;
         RECT needed = place;
         DrawTextA(dc, text_.c_str(), -1, &needed, FORMAT | DT_CALCRECT);

@@ -29,6 +29,7 @@ const char* const USAGE =
     "  --full-screen      with --operate: without a frame, over the whole screen\r\n"
     "  --watch            start the program again after a crash\r\n"
     "  --follow           send nothing to devices at the start, even where the panel says so\r\n"
+    "  --theme THEME      light, dark or system, for this run\r\n"
     "  --exit-after MS    end after that many milliseconds, unsaved changes are dropped\r\n"
     "  --version          print the version and the commit it was built from\r\n"
     "  --help             print this text\r\n"
@@ -135,7 +136,7 @@ bool ParseCommandLine(int count, wchar_t** arguments, CommandLine& result, std::
                             : argument == "--trace"       ? &parsed.traceFile
                             : argument == "--recovery"    ? &parsed.recoveryFolder
                                                           : nullptr;
-        if (!file && argument != "--exit-after") {
+        if (!file && argument != "--exit-after" && argument != "--theme") {
             error = "unknown option " + argument + " (--help lists them)";
             return false;
         }
@@ -149,6 +150,12 @@ bool ParseCommandLine(int count, wchar_t** arguments, CommandLine& result, std::
             if (!ReadFileName(arguments[i], *file, error)) {
                 return false;
             }
+        } else if (argument == "--theme") {
+            if (value != "light" && value != "dark" && value != "system") {
+                error = "--theme needs light, dark or system, not \"" + value + "\"";
+                return false;
+            }
+            parsed.theme = value;
         } else if (!ReadMilliseconds(value, parsed.exitAfter)) {
             error = "--exit-after needs a number of milliseconds, not \"" + value + "\"";
             return false;

@@ -13,6 +13,7 @@ struct CommandLine {
     std::string listFile;
     std::string traceFile;
     std::string recoveryFolder;
+    std::string theme;                      // "system", "light", "dark"; empty for the one that is kept
     std::optional<std::uint32_t> exitAfter; // milliseconds
     bool check = false;                     // report what is wrong with the panel, and end
     bool edit = false;

@@ -3,7 +3,9 @@
 #include "Panel/editing/Editor.h"
 #include "Panel/editing/Icons.h"
 #include "Panel/resource.h"
+#include "Panel/theme/Theme.h"
 
+#include <utility>
 #include <vector>
 
 namespace {
@@ -52,11 +54,6 @@ Toolbar::~Toolbar() {
     if (IsWindow(bar_)) { // it may have gone with the frame
         DestroyWindow(bar_);
     }
-    for (HIMAGELIST list : {icons_, greyed_}) {
-        if (list) {
-            ImageList_Destroy(list);
-        }
-    }
 }
 
 bool Toolbar::Create(HWND frame) {
@@ -68,11 +65,8 @@ bool Toolbar::Create(HWND frame) {
     if (!bar_) {
         return false;
     }
-    icons_ = MakeIcons(false);
-    greyed_ = MakeIcons(true);
     SendMessageA(bar_, TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
-    SendMessageA(bar_, TB_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(icons_));
-    SendMessageA(bar_, TB_SETDISABLEDIMAGELIST, 0, reinterpret_cast<LPARAM>(greyed_));
+    FollowTheme();
     SendMessageA(bar_, TB_SETMAXTEXTROWS, 0, 0); // the texts are shown as tooltips
     std::vector<TBBUTTON> buttons;
     for (const Button& button : BUTTONS) {
@@ -87,6 +81,15 @@ bool Toolbar::Create(HWND frame) {
     SendMessageA(bar_, TB_ADDBUTTONSA, buttons.size(), reinterpret_cast<LPARAM>(buttons.data()));
     Resize();
     return true;
+}
+
+void Toolbar::FollowTheme() {
+    ImageList icons(MakeIcons(false));
+    ImageList greyed(MakeIcons(true));
+    SendMessageA(bar_, TB_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(icons.get()));
+    SendMessageA(bar_, TB_SETDISABLEDIMAGELIST, 0, reinterpret_cast<LPARAM>(greyed.get()));
+    icons_ = std::move(icons);
+    greyed_ = std::move(greyed);
 }
 
 void Toolbar::Show(bool shown) const {
@@ -105,15 +108,35 @@ void Toolbar::Resize() const {
     SendMessageA(bar_, TB_AUTOSIZE, 0, 0);
 }
 
-void Toolbar::Answer(NMHDR& header) {
+// In the dark theme: the system's edges and grounds are pale.
+LRESULT Toolbar::Draw(const NMTBCUSTOMDRAW& draw) {
+    if (!IsDarkTheme()) {
+        return CDRF_DODEFAULT;
+    }
+    if (draw.nmcd.dwDrawStage != CDDS_ITEMPREPAINT) {
+        return draw.nmcd.dwDrawStage == CDDS_PREPAINT ? CDRF_NOTIFYITEMDRAW : CDRF_DODEFAULT;
+    }
+    const UINT state = draw.nmcd.uItemState;
+    if ((state & (CDIS_CHECKED | CDIS_HOT | CDIS_SELECTED)) != 0) {
+        FillThemed(draw.nmcd.hdc, draw.nmcd.rc,
+                   (state & CDIS_CHECKED) != 0 ? Colours().selection : Colours().raised);
+    }
+    return TBCDRF_NOEDGES | TBCDRF_NOBACKGROUND | TBCDRF_NOOFFSET;
+}
+
+LRESULT Toolbar::Answer(NMHDR& header) {
+    if (header.code == static_cast<UINT>(NM_CUSTOMDRAW) && header.idFrom == IDC_TOOLBAR) {
+        return Draw(reinterpret_cast<const NMTBCUSTOMDRAW&>(header));
+    }
     if (header.code != static_cast<UINT>(TTN_GETDISPINFOA)) {
-        return;
+        return 0;
     }
     for (const Button& button : BUTTONS) {
         if (static_cast<UINT_PTR>(IdOf(button)) == header.idFrom) {
             reinterpret_cast<NMTTDISPINFOA&>(header).lpszText = const_cast<char*>(button.text);
         }
     }
+    return 0;
 }
 
 void Toolbar::Update(const Editor& editor) const {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/Gdi.h"
+
 #include <windows.h>
 #include <commctrl.h>
 
@@ -20,13 +22,17 @@ public:
     int Height() const;
     // Follows a new size of the frame.
     void Resize() const;
-    // Answers what a tooltip asks; other notifications are left alone.
-    static void Answer(NMHDR& header);
+    // Draws its icons for the theme in use.
+    void FollowTheme();
+    // Answers what a tooltip asks, and how the buttons look; other notifications are left alone.
+    static LRESULT Answer(NMHDR& header);
     // Shows what is possible now.
     void Update(const Editor& editor) const;
 
 private:
+    static LRESULT Draw(const NMTBCUSTOMDRAW& draw);
+
     HWND bar_ = nullptr;
-    HIMAGELIST icons_ = nullptr;
-    HIMAGELIST greyed_ = nullptr;
+    ImageList icons_;
+    ImageList greyed_;
 };

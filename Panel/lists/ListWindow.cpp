@@ -1,6 +1,7 @@
 #include "Panel/lists/ListWindow.h"
 
 #include "Panel/resource.h"
+#include "Panel/theme/Theme.h"
 #include "base/Clipboard.h"
 
 #include <commctrl.h>
@@ -87,6 +88,7 @@ void ListWindow::Place() {
 void ListWindow::Show(bool shown) {
     if (shown && !placed_) {
         Place();
+        ApplyTheme(Handle());
         placed_ = true;
     }
     ShowWindow(Handle(), shown ? SW_SHOW : SW_HIDE);
@@ -109,7 +111,7 @@ LRESULT ListWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         RECT head;
         GetClientRect(Handle(), &head);
         head.bottom = Top();
-        FillRect(reinterpret_cast<HDC>(wParam), &head, GetSysColorBrush(COLOR_BTNFACE));
+        FillThemed(reinterpret_cast<HDC>(wParam), head, Colours().ground);
         return 1;
     }
     case WM_SETFOCUS:

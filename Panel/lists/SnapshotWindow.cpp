@@ -3,6 +3,7 @@
 #include "Panel/common/Paths.h"
 #include "Panel/common/Report.h"
 #include "Panel/resource.h"
+#include "Panel/theme/Theme.h"
 #include "Panelhost/HostInterface.h"
 
 #include <commctrl.h>
@@ -344,7 +345,7 @@ LRESULT SnapshotWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_ERASEBKGND: {
         RECT client;
         GetClientRect(Handle(), &client);
-        FillRect(reinterpret_cast<HDC>(wParam), &client, GetSysColorBrush(COLOR_BTNFACE));
+        FillThemed(reinterpret_cast<HDC>(wParam), client, Colours().ground);
         return 1;
     }
     case WM_COMMAND:

@@ -2,6 +2,7 @@
 
 #include "Panel/properties/PropertyPane.h"
 
+#include "Panel/theme/Theme.h"
 #include "logic/text/Numbers.h"
 
 #include <windowsx.h>
@@ -15,19 +16,12 @@ constexpr int TITLE_HEIGHT = 24;
 constexpr int HELP_MARGIN = 8;
 constexpr int SWATCH = 14;
 constexpr int CHECK = 13;
-constexpr COLORREF REFUSED_COLOUR = RGB(176, 0, 32);
-constexpr COLORREF REFUSED_GROUND = RGB(255, 235, 238);
 
 void DrawString(HDC dc, const std::string& text, RECT place, UINT format) {
     DrawTextA(dc, text.c_str(), static_cast<int>(text.size()), &place, format | DT_NOPREFIX);
 }
 
 constexpr UINT ONE_LINE = DT_SINGLELINE | DT_VCENTER | DT_END_ELLIPSIS;
-
-void Fill(HDC dc, const RECT& place, COLORREF colour) {
-    SetDCBrushColor(dc, colour);
-    FillRect(dc, &place, static_cast<HBRUSH>(GetStockObject(DC_BRUSH)));
-}
 
 } // namespace
 
@@ -37,18 +31,17 @@ void PropertyPane::Paint() const {
     RECT client;
     GetClientRect(Handle(), &client);
     SetBkMode(dc, TRANSPARENT);
-    RECT edge{0, 0, 1, client.bottom};
-    FillRect(dc, &edge, GetSysColorBrush(COLOR_3DSHADOW));
+    FillThemed(dc, {0, 0, 1, client.bottom}, Colours().edge);
     {
         const Selected font(dc, bold_.get());
-        SetTextColor(dc, GetSysColor(COLOR_BTNTEXT));
+        SetTextColor(dc, Colours().text);
         DrawString(dc, title_, {MARGIN + 4, 0, client.right - MARGIN, TITLE_HEIGHT}, ONE_LINE);
     }
     const int line = SelectedLine();
     if (const PropertyRow* row = RowAt(line)) {
         RECT help{MARGIN + 4, HelpTop() + HELP_MARGIN / 2, client.right - MARGIN, client.bottom - 2};
         const bool isRefused = RefusalOf(*row) != nullptr;
-        SetTextColor(dc, isRefused ? REFUSED_COLOUR : GetSysColor(COLOR_BTNTEXT));
+        SetTextColor(dc, isRefused ? Colours().refusedText : Colours().text);
         TEXTMETRICA metrics{};
         {
             const Selected font(dc, bold_.get());
@@ -81,13 +74,13 @@ void PropertyPane::DrawLine(HDC dc, int line) const {
     }
     RECT value = ValueCell(line);
     RECT name{0, value.top, value.left, value.bottom};
-    const COLORREF rule = GetSysColor(COLOR_BTNFACE);
+    const COLORREF rule = Colours().rule;
     SetBkMode(dc, TRANSPARENT);
     const PropertyRow* row = RowAt(line);
     if (!row) {
-        Fill(dc, {0, value.top, value.right, value.bottom}, rule);
+        FillThemed(dc, {0, value.top, value.right, value.bottom}, rule);
         const Selected font(dc, bold_.get());
-        SetTextColor(dc, GetSysColor(COLOR_BTNTEXT));
+        SetTextColor(dc, Colours().text);
         name.left = MARGIN;
         name.right = value.right;
         return DrawString(dc, GroupName(lines_[static_cast<std::size_t>(line)].group), name, ONE_LINE);
@@ -95,17 +88,17 @@ void PropertyPane::DrawLine(HDC dc, int line) const {
     const bool isSelected = line == SelectedLine();
     const bool isRefused = RefusalOf(*row) != nullptr;
     const bool isLit = isSelected && HasFocus();
-    Fill(dc, name, isLit ? GetSysColor(COLOR_HIGHLIGHT) : isSelected ? rule : GetSysColor(COLOR_WINDOW));
-    Fill(dc, value, isRefused ? REFUSED_GROUND : GetSysColor(COLOR_WINDOW));
-    Fill(dc, {0, value.bottom - 1, value.right, value.bottom}, rule);
-    Fill(dc, {value.left, value.top, value.left + 1, value.bottom}, rule);
+    FillThemed(dc, name, isLit ? Colours().selection : isSelected ? rule : Colours().field);
+    FillThemed(dc, value, isRefused ? Colours().refusedGround : Colours().field);
+    FillThemed(dc, {0, value.bottom - 1, value.right, value.bottom}, rule);
+    FillThemed(dc, {value.left, value.top, value.left + 1, value.bottom}, rule);
     const Selected font(dc, font_);
-    SetTextColor(dc, GetSysColor(isLit ? COLOR_HIGHLIGHTTEXT : COLOR_WINDOWTEXT));
+    SetTextColor(dc, isLit ? Colours().selectionText : Colours().text);
     name.left = 2 * MARGIN;
     DrawString(dc, row->name, name, ONE_LINE);
-    SetTextColor(dc, isRefused                      ? REFUSED_COLOUR
-                     : row->isFixed || row->isMixed ? GetSysColor(COLOR_GRAYTEXT)
-                                                    : GetSysColor(COLOR_WINDOWTEXT));
+    SetTextColor(dc, isRefused                      ? Colours().refusedText
+                     : row->isFixed || row->isMixed ? Colours().dimText
+                                                    : Colours().text);
     value.left += MARGIN;
     value.bottom -= 1;
     DrawValue(dc, *row, value);
@@ -128,8 +121,9 @@ void PropertyPane::DrawValue(HDC dc, const PropertyRow& row, RECT cell) const {
             : std::nullopt;
     if (isAsHeld && colour) {
         const RECT box{cell.left, middle - SWATCH / 2, cell.left + SWATCH, middle - SWATCH / 2 + SWATCH};
-        Fill(dc, box, static_cast<COLORREF>(*colour & 0xFFFFFF));
-        FrameRect(dc, &box, GetSysColorBrush(COLOR_3DSHADOW));
+        FillThemed(dc, box, static_cast<COLORREF>(*colour & 0xFFFFFF));
+        SetDCBrushColor(dc, Colours().edge);
+        FrameRect(dc, &box, static_cast<HBRUSH>(GetStockObject(DC_BRUSH)));
         cell.left += SWATCH + MARGIN;
     }
     DrawString(dc, ShownText(row), cell, ONE_LINE);

@@ -88,6 +88,7 @@ TEST_CASE("arguments and files that cannot be used are named and end the program
         {"a.panel b.panel", "only one panel file can be opened: b.panel\r\n"},
         {"\"\"", "the name of the panel file is empty\r\n"},
         {"--export-png picture.png", "what is exported needs a panel file\r\n"},
+        {"--theme green", "--theme needs light, dark or system, not \"green\"\r\n"},
         {panel + " --exit-after 50 --export-png " + Quoted(folder.Path("nowhere\\picture.png")),
          "cannot write the picture " + folder.Path("nowhere\\picture.png") + "\r\n"},
         {panel + " --exit-after 50 --export-list " + Quoted(folder.Path("nowhere\\list.html")),

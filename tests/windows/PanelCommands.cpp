@@ -1,7 +1,9 @@
 // Every command of the panel program: its key, when it can be chosen, and what it changes.
 
 #include "Panelhost/Trace.h"
+#include "Panel/common/Settings.h"
 #include "Panel/common/VersionText.h"
+#include "Panel/theme/Theme.h"
 #include "tests/windows/Buttons.h"
 #include "tests/windows/PanelCommands.h"
 
@@ -178,6 +180,18 @@ void NameLayer(PanelHere& program, int row, const char* name) {
 
 bool IsSeen(const PanelHere& program, const char* control) {
     return IsWindowVisible(ph_Find(program.Root(), control)) != FALSE;
+}
+
+void CheckTheme(PanelHere& program, int command, const char* word, bool isDark) {
+    const HWND status = program.Part(STATUSCLASSNAMEA);
+    UpdateWindow(status);
+    program.Command(command);
+    CHECK(GetUpdateRect(status, nullptr, FALSE)); // it is painted again
+    for (int other = CMD_THEME_SYSTEM; other <= CMD_THEME_DARK; ++other) {
+        CHECK(program.Item(other).checked == (other == command));
+    }
+    CHECK(IsDarkTheme() == isDark);
+    CHECK(ReadSetting("Theme") == word);
 }
 
 // Those of the frame and its other windows, in this order.
@@ -384,6 +398,9 @@ const std::pair<int, void (*)(PanelHere& program)> OTHERS[] = {
              CHECK(program.Item(CMD_VIEW_PROPERTIES).checked == shown);
          }
      }},
+    {CMD_THEME_DARK, [](PanelHere& program) { CheckTheme(program, CMD_THEME_DARK, "dark", true); }},
+    {CMD_THEME_LIGHT, [](PanelHere& program) { CheckTheme(program, CMD_THEME_LIGHT, "light", false); }},
+    {CMD_THEME_SYSTEM, [](PanelHere& program) { CheckTheme(program, CMD_THEME_SYSTEM, "system", false); }},
     {CMD_GO_TO_PROPERTIES,
      [](PanelHere& program) {
          const HWND list = program.Below(program.Part("PanelProperties"), WC_LISTVIEWA);
