@@ -185,7 +185,7 @@ constexpr Keyword ADVANCED =
     Integer<&Strip::advanced, 0, 1, &Strip::AdvancedChanged>("advanced")
         .Saved()
         .OneOf("0,1")
-        .Label("Weight, threshold and hold shown")
+        .Label("Weight, threshold, hold shown")
         .Says("1: `Weight`, `Threshold` and `Hold` are shown in the place of `Fader` and `Scale`.");
 
 constexpr KeywordTable KEYWORDS({
