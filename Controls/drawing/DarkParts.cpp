@@ -41,17 +41,18 @@ void DrawDarkRim(HDC dc, const RECT& area, const DarkState& state) {
     Rim(dc, area, state.isFocused ? static_cast<COLORREF>(logic::PANEL_ACCENT) : DARK_RIM);
 }
 
-void DrawDarkList(HDC dc, const RECT& area, const std::string& text, HFONT font, const DarkState& state) {
-    Fill(dc, area, logic::PANEL_WELL);
+void DrawDarkList(HDC dc, const RECT& area, const std::string& text, HFONT font, const DarkState& state,
+                  const DarkListLook& look) {
+    Fill(dc, area, look.ground);
     DrawDarkRim(dc, area, state);
     Triangle(dc, {area.right - ARROW_PLACE, (area.top + area.bottom) / 2}, 4, state.isDown,
              state.isEnabled && !state.isDimmed ? static_cast<COLORREF>(logic::PANEL_FAINT) : DARK_DIM_TEXT);
     RECT place = Inside(area, 1);
-    place.left += TEXT_PLACE - 1;
+    place.left += TEXT_PLACE - 1 + look.room;
     place.right = area.right - ARROW_PLACE - 5;
     const Selected selected(dc, font);
     SetBkMode(dc, TRANSPARENT);
-    SetTextColor(dc, state.TextColour());
+    SetTextColor(dc, look.text && state.isEnabled ? *look.text : state.TextColour());
     DrawTextA(dc, text.c_str(), -1, &place, DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX);
 }
 
@@ -77,6 +78,39 @@ void DrawDarkArrows(HDC dc, const RECT& area, PressedArrow pressed, const DarkSt
     IntersectClipRect(dc, area.left, area.top, area.right, area.bottom);
     DrawDarkRim(dc, rim, state);
     RestoreDC(dc, saved);
+}
+
+PressedArrow PressedArrowOf(HWND arrows) {
+    RECT area{};
+    GetClientRect(arrows, &area);
+    POINT cursor{};
+    GetCursorPos(&cursor);
+    ScreenToClient(arrows, &cursor);
+    if (GetCapture() != arrows || !PtInRect(&area, cursor)) {
+        return PressedArrow::None;
+    }
+    return cursor.y < area.bottom / 2 ? PressedArrow::Up : PressedArrow::Down;
+}
+
+void DrawDarkFrame(HWND window, bool goesOn, const DarkState& state) {
+    const HDC dc = GetWindowDC(window);
+    if (dc == nullptr) {
+        return;
+    }
+    RECT whole{};
+    RECT client{};
+    GetWindowRect(window, &whole);
+    GetClientRect(window, &client);
+    MapWindowPoints(window, nullptr, reinterpret_cast<POINT*>(&client), 2);
+    OffsetRect(&client, -whole.left, -whole.top);
+    OffsetRect(&whole, -whole.left, -whole.top);
+    ExcludeClipRect(dc, client.left, client.top, client.right, client.bottom);
+    Fill(dc, whole, logic::PANEL_WELL);
+    if (goesOn) {
+        ++whole.right;
+    }
+    DrawDarkRim(dc, whole, state);
+    ReleaseDC(window, dc);
 }
 
 void DrawDarkButton(HDC dc, const RECT& area, std::optional<COLORREF> lit, const DarkState& state) {
@@ -130,18 +164,22 @@ std::optional<COLORREF> ColourOfPicture(const std::string& name) {
     return found == std::end(WORDS) ? std::nullopt : std::optional(found->colour);
 }
 
-HFONT FittingFont(HDC dc, const std::string& text, int width, int points, FontProperty& font) {
+HFONT FittingFont::For(HDC dc, const std::string& text, int width, int points) {
     constexpr int LEAST_POINTS = 5;
-    for (; points >= LEAST_POINTS; --points) {
-        if (const std::string wanted = "Tahoma," + std::to_string(points); font.Text() != wanted) {
-            font.Load(wanted);
-        }
-        const Selected selected(dc, font.Get());
-        SIZE size{};
-        GetTextExtentPoint32A(dc, text.data(), static_cast<int>(text.size()), &size);
-        if (size.cx <= width) {
+    if (font_.Get() != nullptr && text == text_ && width == width_ && points == points_) {
+        return font_.Get();
+    }
+    for (int size = points; size >= LEAST_POINTS; --size) {
+        font_.Load("Tahoma," + std::to_string(size));
+        const Selected selected(dc, font_.Get());
+        SIZE extent{};
+        GetTextExtentPoint32A(dc, text.data(), static_cast<int>(text.size()), &extent);
+        if (extent.cx <= width) {
             break;
         }
     }
-    return font.Get();
+    text_ = text;
+    width_ = width;
+    points_ = points;
+    return font_.Get();
 }
