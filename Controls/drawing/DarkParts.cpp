@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cstdint>
 #include <iterator>
 
 namespace {
@@ -164,22 +165,57 @@ std::optional<COLORREF> ColourOfPicture(const std::string& name) {
     return found == std::end(WORDS) ? std::nullopt : std::optional(found->colour);
 }
 
-HFONT FittingFont::For(HDC dc, const std::string& text, int width, int points) {
+void FittingCaption::Measure(const std::string& text) {
+    constexpr int HEIGHT = 32;
+    constexpr int ROOM = 8; // on either side
+    HDC screen = GetDC(nullptr);
+    SIZE extent{};
+    {
+        const Selected font(screen, font_.Get());
+        GetTextExtentPoint32A(screen, text.data(), static_cast<int>(text.size()), &extent);
+    }
+    ReleaseDC(nullptr, screen);
+    const int width = 2 * extent.cx + 2 * ROOM;
+    std::uint32_t* bits = nullptr;
+    const Bitmap bitmap(CreatePixels(width, HEIGHT, &bits));
+    const MemoryDc dc(bitmap.get());
+    const Selected font(dc.Get(), font_.Get());
+    SetBkMode(dc.Get(), TRANSPARENT);
+    SetTextColor(dc.Get(), RGB(255, 255, 255));
+    TextOutA(dc.Get(), ROOM, 0, text.data(), static_cast<int>(text.size()));
+    GdiFlush();
+    ink_ = {};
+    for (int at = 0; bits != nullptr && at < width * HEIGHT; ++at) {
+        const int x = at % width - ROOM;
+        if (const RECT pixel{x, at / width, x + 1, at / width + 1}; (bits[at] & 0xFFFFFF) != 0) {
+            const RECT before = ink_;
+            UnionRect(&ink_, &before, &pixel);
+        }
+    }
+}
+
+void FittingCaption::Fit(const std::string& text, int width, int points) {
     constexpr int LEAST_POINTS = 5;
     if (font_.Get() != nullptr && text == text_ && width == width_ && points == points_) {
-        return font_.Get();
-    }
-    for (int size = points; size >= LEAST_POINTS; --size) {
-        font_.Load("Tahoma," + std::to_string(size));
-        const Selected selected(dc, font_.Get());
-        SIZE extent{};
-        GetTextExtentPoint32A(dc, text.data(), static_cast<int>(text.size()), &extent);
-        if (extent.cx <= width) {
-            break;
-        }
+        return;
     }
     text_ = text;
     width_ = width;
     points_ = points;
-    return font_.Get();
+    int size = points;
+    do {
+        font_.Load("Tahoma," + std::to_string(size));
+        Measure(text);
+    } while (ink_.right - ink_.left > width && --size >= LEAST_POINTS);
+}
+
+void FittingCaption::Draw(HDC dc, const std::string& text, const RECT& area, int points, COLORREF colour) {
+    constexpr int MARGIN = 2;
+    Fit(text, area.right - area.left - 2 * MARGIN, points);
+    const Selected selected(dc, font_.Get());
+    SetBkMode(dc, TRANSPARENT);
+    SetTextColor(dc, colour);
+    ExtTextOutA(dc, (area.left + area.right - ink_.right - ink_.left) / 2,
+                (area.top + area.bottom - ink_.bottom - ink_.top) / 2, ETO_CLIPPED, &area, text.data(),
+                static_cast<UINT>(text.size()), nullptr);
 }

@@ -65,15 +65,21 @@ void DrawDarkLamp(HDC dc, const RECT& area, std::optional<COLORREF> lit);
 // The colour that a picture of this library is lit in, by the word in its name: "SWITCHBUTTON_red_26x16.bmp".
 std::optional<COLORREF> ColourOfPicture(const std::string& name);
 
-// The largest size of the type face of panels, from that many points down, in which a text fits the width.
-// Looked for again when one of the three is another one.
-class FittingFont {
+// A caption in the largest size of the type face of panels, from that many points down, in which it fits. It
+// is measured by what is painted, as the widths that systems tell of small sizes are not those, and only when
+// it is another one.
+class FittingCaption {
 public:
-    HFONT For(HDC dc, const std::string& text, int width, int points);
+    // In the middle of the area.
+    void Draw(HDC dc, const std::string& text, const RECT& area, int points, COLORREF colour);
 
 private:
+    void Fit(const std::string& text, int width, int points);
+    void Measure(const std::string& text);
+
     FontProperty font_;
     std::string text_;
     int width_ = 0;
     int points_ = 0;
+    RECT ink_{}; // what is painted of it, from where it is written
 };

@@ -156,14 +156,15 @@ void BUTTONPROPERTIES::DrawFace(HDC dc, const RECT& client, int frame, bool lit)
 
 // Black, which new buttons have, is not to be read on it while it is off.
 void BUTTONPROPERTIES::DrawDarkCaption(HDC dc, RECT client, bool lit, COLORREF colour) const {
-    constexpr int MARGIN = 2;
     constexpr int LOW = 16; // pixels high
-    const int width = client.right - client.left - 2 * MARGIN;
-    SelectObject(dc, IsStripFont(*this, font)
-                         ? fitting_.For(dc, caption, width, client.bottom - client.top > LOW ? 7 : 6)
-                         : font.Get());
+    const COLORREF shown = colour == 0 ? DarkCaptionColour(lit, {}) : colour;
+    if (IsStripFont(*this, font)) {
+        fitting_.Draw(dc, caption, client, client.bottom - client.top > LOW ? 7 : 6, shown);
+        return;
+    }
+    SelectObject(dc, font.Get());
     SetBkMode(dc, TRANSPARENT);
-    SetTextColor(dc, colour == 0 ? DarkCaptionColour(lit, {}) : colour);
+    SetTextColor(dc, shown);
     DrawTextA(dc, caption.c_str(), -1, &client, DT_CENTER | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX);
 }
 

@@ -79,7 +79,7 @@ private:
     std::optional<COLORREF> DarkLight() const;
     void DrawDarkCaption(HDC dc, RECT client, bool lit, COLORREF colour) const;
 
-    mutable FittingFont fitting_;
+    mutable FittingCaption fitting_;
     unsigned sendings_ = 0;
 };
 
