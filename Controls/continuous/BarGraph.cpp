@@ -4,6 +4,7 @@
 
 #include "Controls/drawing/BarFace.h"
 #include "Controls/drawing/FontProperty.h"
+#include "Controls/families/DarkStrip.h"
 #include "Controls/families/RangedNumber.h"
 #include "Controls/families/TravelBeside.h"
 #include "Controls/framework/Keywords.h"
@@ -345,11 +346,16 @@ RECT BARGRAPHPROPERTIES::TrackBeside(const RECT& client) const {
 BarFace BARGRAPHPROPERTIES::LookIn(const RECT& client) const {
     const RECT track = TrackBeside(client);
     const bool isBeside = IsRectEmpty(&track) == FALSE;
-    return {client,           isBeside ? track : client,
-            direction,        style,
-            segment,          isBeside ? beside_.Travel()->range : Range(),
-            barColour,        zones,
-            backgroundColour, font.Get(),
+    return {client,
+            isBeside ? track : client,
+            direction,
+            style,
+            segment,
+            isBeside ? beside_.Travel()->range : Range(),
+            barColour,
+            zones,
+            ShownGround(*this, backgroundColour),
+            font.Get(),
             textColour};
 }
 

@@ -2,6 +2,8 @@
 // its own. Interval in milliseconds, geometry in pixels.
 
 #include "Controls/drawing/Shading.h"
+#include "Controls/drawing/TextColours.h"
+#include "Controls/families/DarkStrip.h"
 #include "Controls/families/RangedNumber.h"
 #include "Controls/framework/Keywords.h"
 #include "Controls/resources/resource.h"
@@ -143,12 +145,19 @@ void METERPROPERTIES::Draw(HDC dc, const RECT& client) const {
         const BitmapParts parts = Frames();
         parts.Draw(dc, IsReversed() ? LIT : UNLIT, top);
         parts.Draw(dc, IsReversed() ? UNLIT : LIT, bottom);
+        if (IsDarkPart(*this)) { // what is not lit has no colours
+            FillGround(dc, logic::PANEL_WELL, IsReversed() ? bottom : top);
+        }
         return;
     }
     FrameRect(dc, &client, static_cast<HBRUSH>(GetStockObject(BLACK_BRUSH)));
     // Growing upwards, the bar without an image deliberately stands for what is not filled.
     const RECT bar = IsReversed() ? top : RECT{0, fill, client.right, client.bottom};
-    DrawShadedColumns(dc, bar, BAR_COLOUR);
+    if (IsDark()) {
+        FillGround(dc, logic::PANEL_BLUE, bar);
+    } else {
+        DrawShadedColumns(dc, bar, BAR_COLOUR);
+    }
 }
 
 // Of the edge between both parts.

@@ -195,7 +195,11 @@ void REVMETERPROPERTIES::Draw(HDC dc, const RECT& client) const {
         return;
     }
     FillGround(dc, GROOVE_COLOUR, client);
-    DrawShadedColumns(dc, {0, 0, client.right, bar}, BAR_COLOUR);
+    if (const RECT lit{0, 0, client.right, bar}; IsDark()) {
+        FillGround(dc, logic::PANEL_BLUE, lit);
+    } else {
+        DrawShadedColumns(dc, lit, BAR_COLOUR);
+    }
     SetDCBrushColor(dc, RIM_COLOUR);
     FrameRect(dc, &client, static_cast<HBRUSH>(GetStockObject(DC_BRUSH)));
 }

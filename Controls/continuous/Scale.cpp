@@ -6,11 +6,13 @@
 #include "Controls/drawing/FontProperty.h"
 #include "Controls/drawing/Ink.h"
 #include "Controls/drawing/TextColours.h"
+#include "Controls/families/DarkStrip.h"
 #include "Controls/families/RangedNumber.h"
 #include "Controls/families/TravelBeside.h"
 #include "Controls/framework/Keywords.h"
 #include "Controls/resources/resource.h"
 #include "logic/controls/ScaleLogic.h"
+#include "logic/drawing/PanelColours.h"
 #include "logic/text/FloatFormat.h"
 #include "logic/text/Numbers.h"
 #include "logic/text/Ranges.h"
@@ -37,7 +39,10 @@ constexpr int WIDEST_STEP = 1000000000;
 
 class SCALEPROPERTIES : public CONTROLPROPERTIES {
 public:
-    SCALEPROPERTIES() { font.Load("Tahoma,8"); }
+    SCALEPROPERTIES() {
+        font.Load("Tahoma,8");
+        partFont_.Load("Tahoma,6");
+    }
     KeywordList Keywords() const override;
     void SetDefaults() override;
     void BindingsChanged() override { Redraw(); }
@@ -59,7 +64,9 @@ public:
     std::string Beside() const { return beside_.Text(); }
     bool SetBeside(const std::string& text);
     void FontChanged() { LookChanged(); }
+    void StyleChanged() override { LookChanged(); }
     void LookChanged();
+    HFONT ShownFont() const { return IsStripFont(*this, font) ? partFont_.Get() : font.Get(); }
     // Lays out what is to be drawn, unless it is the same as before.
     void Prepare();
 
@@ -95,6 +102,7 @@ private:
     TravelBeside beside_;
 
     bool isLaidOut_ = false;
+    FontProperty partFont_; // of a strip's scale on a dark panel
     logic::Travel travel_;
     int offset_ = 0;
     mutable Ink ink_; // the marks and numbers; it keeps how they were drawn
@@ -307,7 +315,7 @@ void SCALEPROPERTIES::Prepare() {
     GetClientRect(window, &client);
     const HDC dc = GetDC(window);
     {
-        const Selected selected(dc, font.Get());
+        const Selected selected(dc, ShownFont());
         LayOut(dc, client);
     }
     ReleaseDC(window, dc);
@@ -390,8 +398,9 @@ void SCALEPROPERTIES::Draw(HDC dc, const RECT& client) const {
     FillGround(dc, backgroundColour, client);
     const COLORREF readable =
         textColour && lineColour ? 0 : ReadableOn(GetPixel(dc, client.right / 2, client.bottom / 2));
-    const COLORREF text = textColour.value_or(readable);
-    ink_.Draw(dc, {{client.right, client.bottom}, lineColour.value_or(readable), text, font.Get()});
+    const COLORREF text = ShownInk(*this, textColour, logic::PANEL_FAINT).value_or(readable);
+    const COLORREF line = ShownInk(*this, lineColour, logic::PANEL_EDGE).value_or(readable);
+    ink_.Draw(dc, {{client.right, client.bottom}, line, text, ShownFont()});
     for (int reach = 0; !requests.empty() && reach <= POINTER_REACH; ++reach) {
         FillGround(dc, text, PointerPart(client, reach));
     }

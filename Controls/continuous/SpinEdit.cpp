@@ -370,13 +370,12 @@ void SPINEDITPROPERTIES::Arrange() {
 }
 
 COLORREF SPINEDITPROPERTIES::Ground() const {
-    return isRefused_ ? REFUSED_COLOUR : backgroundColor.value_or(GetSysColor(COLOR_WINDOW));
+    return isRefused_ ? REFUSED_COLOUR : FieldGround();
 }
 
 HBRUSH SPINEDITPROPERTIES::Colours(HDC dc) {
     const COLORREF ground = Ground();
-    return colours_.Answer(dc, isRefused_ ? ReadableOn(ground) : textColor.value_or(ReadableOn(ground)),
-                           ground);
+    return colours_.Answer(dc, isRefused_ ? ReadableOn(ground) : FieldInk(), ground);
 }
 
 void SPINEDITPROPERTIES::Draw(HDC dc, const RECT& client) const {

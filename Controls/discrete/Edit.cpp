@@ -2,6 +2,7 @@
 // typed. Enter, and leaving the field, take the text; Escape puts back the value. It stands on the system's
 // edit control. Interval in milliseconds, geometry in pixels.
 
+#include "Controls/drawing/DarkParts.h"
 #include "Controls/families/EditField.h"
 #include "Controls/families/FieldMargin.h"
 #include "Controls/families/TextValue.h"
@@ -139,8 +140,7 @@ void EDITPROPERTIES::LookChanged() {
 }
 
 HBRUSH EDITPROPERTIES::Colours(HDC dc) {
-    const COLORREF ground = backgroundColor.value_or(GetSysColor(COLOR_WINDOW));
-    return colours_.Answer(dc, textColor.value_or(ReadableOn(ground)), ground);
+    return colours_.Answer(dc, FieldInk(), FieldGround());
 }
 
 namespace {
@@ -150,6 +150,10 @@ LRESULT CALLBACK EditProc(HWND window, UINT message, WPARAM wParam, LPARAM lPara
     if (message == OCM__BASE + WM_CTLCOLOREDIT ||
         message == OCM__BASE + WM_CTLCOLORSTATIC) { // the latter while it is read-only
         return reinterpret_cast<LRESULT>(edit.Colours(reinterpret_cast<HDC>(wParam)));
+    }
+    if (message == WM_NCPAINT && edit.IsDark()) {
+        DrawDarkFrame(window, false, {});
+        return 0;
     }
     if (const auto answer = edit.field.Handle(message, wParam, lParam)) {
         return *answer;

@@ -262,8 +262,7 @@ void EDIT2PROPERTIES::LookChanged() {
 }
 
 HBRUSH EDIT2PROPERTIES::Colours(HDC dc) {
-    const COLORREF ground = backgroundColor.value_or(GetSysColor(COLOR_WINDOW));
-    return colours_.Answer(dc, textColor.value_or(ReadableOn(ground)), ground);
+    return colours_.Answer(dc, FieldInk(), FieldGround());
 }
 
 namespace {

@@ -243,7 +243,7 @@ void PUSHBUTTONPROPERTIES::Compare() {
 
 void PUSHBUTTONPROPERTIES::Draw(HDC dc, const RECT& client) const {
     DrawFace(dc, client, pressed ? 1 : 0, pressed);
-    DrawCaption(dc, client, pressed, pressed ? textColorPressed : textColorReleased);
+    DrawCaption(dc, client, pressed, pressed, pressed ? textColorPressed : textColorReleased);
 }
 
 // Window procedure and registration

@@ -1,9 +1,11 @@
 // BSTATIC: a line of text, fixed or following what the control is bound to. It takes no input of its own. A
 // text that does not fit ends with dots and stands in full in the tooltip. Interval in milliseconds.
 
+#include "Controls/families/DarkStrip.h"
 #include "Controls/families/TextValue.h"
 #include "Controls/families/Tooltip.h"
 #include "base/Gdi.h"
+#include "logic/drawing/PanelColours.h"
 
 #include <algorithm>
 #include <cstring>
@@ -95,10 +97,10 @@ void STATICPROPERTIES::TextChanged() {
 
 void STATICPROPERTIES::Draw(HDC dc, const RECT& client) const {
     constexpr UINT PLACES[] = {DT_LEFT, DT_CENTER, DT_RIGHT};
-    FillGround(dc, backgroundColor, client);
+    FillGround(dc, ShownGround(*this, backgroundColor), client);
     const Selected selected(dc, font.Get());
     SetBkMode(dc, TRANSPARENT);
-    SelectTextColour(dc, textColor, client);
+    SelectTextColour(dc, ShownInk(*this, textColor, logic::PANEL_TEXT), client);
     RECT place = Place(client);
     DrawTextA(dc, ShownText().c_str(), -1, &place,
               PLACES[static_cast<int>(alignment)] | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX |

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cstdint>
 #include <iterator>
 
 namespace {
@@ -41,17 +42,18 @@ void DrawDarkRim(HDC dc, const RECT& area, const DarkState& state) {
     Rim(dc, area, state.isFocused ? static_cast<COLORREF>(logic::PANEL_ACCENT) : DARK_RIM);
 }
 
-void DrawDarkList(HDC dc, const RECT& area, const std::string& text, HFONT font, const DarkState& state) {
-    Fill(dc, area, logic::PANEL_WELL);
+void DrawDarkList(HDC dc, const RECT& area, const std::string& text, HFONT font, const DarkState& state,
+                  const DarkListLook& look) {
+    Fill(dc, area, look.ground);
     DrawDarkRim(dc, area, state);
     Triangle(dc, {area.right - ARROW_PLACE, (area.top + area.bottom) / 2}, 4, state.isDown,
              state.isEnabled && !state.isDimmed ? static_cast<COLORREF>(logic::PANEL_FAINT) : DARK_DIM_TEXT);
     RECT place = Inside(area, 1);
-    place.left += TEXT_PLACE - 1;
+    place.left += TEXT_PLACE - 1 + look.room;
     place.right = area.right - ARROW_PLACE - 5;
     const Selected selected(dc, font);
     SetBkMode(dc, TRANSPARENT);
-    SetTextColor(dc, state.TextColour());
+    SetTextColor(dc, look.text && state.isEnabled ? *look.text : state.TextColour());
     DrawTextA(dc, text.c_str(), -1, &place, DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX);
 }
 
@@ -77,6 +79,39 @@ void DrawDarkArrows(HDC dc, const RECT& area, PressedArrow pressed, const DarkSt
     IntersectClipRect(dc, area.left, area.top, area.right, area.bottom);
     DrawDarkRim(dc, rim, state);
     RestoreDC(dc, saved);
+}
+
+PressedArrow PressedArrowOf(HWND arrows) {
+    RECT area{};
+    GetClientRect(arrows, &area);
+    POINT cursor{};
+    GetCursorPos(&cursor);
+    ScreenToClient(arrows, &cursor);
+    if (GetCapture() != arrows || !PtInRect(&area, cursor)) {
+        return PressedArrow::None;
+    }
+    return cursor.y < area.bottom / 2 ? PressedArrow::Up : PressedArrow::Down;
+}
+
+void DrawDarkFrame(HWND window, bool goesOn, const DarkState& state) {
+    const HDC dc = GetWindowDC(window);
+    if (dc == nullptr) {
+        return;
+    }
+    RECT whole{};
+    RECT client{};
+    GetWindowRect(window, &whole);
+    GetClientRect(window, &client);
+    MapWindowPoints(window, nullptr, reinterpret_cast<POINT*>(&client), 2);
+    OffsetRect(&client, -whole.left, -whole.top);
+    OffsetRect(&whole, -whole.left, -whole.top);
+    ExcludeClipRect(dc, client.left, client.top, client.right, client.bottom);
+    Fill(dc, whole, logic::PANEL_WELL);
+    if (goesOn) {
+        ++whole.right;
+    }
+    DrawDarkRim(dc, whole, state);
+    ReleaseDC(window, dc);
 }
 
 void DrawDarkButton(HDC dc, const RECT& area, std::optional<COLORREF> lit, const DarkState& state) {
@@ -130,18 +165,57 @@ std::optional<COLORREF> ColourOfPicture(const std::string& name) {
     return found == std::end(WORDS) ? std::nullopt : std::optional(found->colour);
 }
 
-HFONT FittingFont(HDC dc, const std::string& text, int width, int points, FontProperty& font) {
-    constexpr int LEAST_POINTS = 5;
-    for (; points >= LEAST_POINTS; --points) {
-        if (const std::string wanted = "Tahoma," + std::to_string(points); font.Text() != wanted) {
-            font.Load(wanted);
-        }
-        const Selected selected(dc, font.Get());
-        SIZE size{};
-        GetTextExtentPoint32A(dc, text.data(), static_cast<int>(text.size()), &size);
-        if (size.cx <= width) {
-            break;
+void FittingCaption::Measure(const std::string& text) {
+    constexpr int HEIGHT = 32;
+    constexpr int ROOM = 8; // on either side
+    HDC screen = GetDC(nullptr);
+    SIZE extent{};
+    {
+        const Selected font(screen, font_.Get());
+        GetTextExtentPoint32A(screen, text.data(), static_cast<int>(text.size()), &extent);
+    }
+    ReleaseDC(nullptr, screen);
+    const int width = 2 * extent.cx + 2 * ROOM;
+    std::uint32_t* bits = nullptr;
+    const Bitmap bitmap(CreatePixels(width, HEIGHT, &bits));
+    const MemoryDc dc(bitmap.get());
+    const Selected font(dc.Get(), font_.Get());
+    SetBkMode(dc.Get(), TRANSPARENT);
+    SetTextColor(dc.Get(), RGB(255, 255, 255));
+    TextOutA(dc.Get(), ROOM, 0, text.data(), static_cast<int>(text.size()));
+    GdiFlush();
+    ink_ = {};
+    for (int at = 0; bits != nullptr && at < width * HEIGHT; ++at) {
+        const int x = at % width - ROOM;
+        if (const RECT pixel{x, at / width, x + 1, at / width + 1}; (bits[at] & 0xFFFFFF) != 0) {
+            const RECT before = ink_;
+            UnionRect(&ink_, &before, &pixel);
         }
     }
-    return font.Get();
+}
+
+void FittingCaption::Fit(const std::string& text, int width, int points) {
+    constexpr int LEAST_POINTS = 5;
+    if (font_.Get() != nullptr && text == text_ && width == width_ && points == points_) {
+        return;
+    }
+    text_ = text;
+    width_ = width;
+    points_ = points;
+    int size = points;
+    do {
+        font_.Load("Tahoma," + std::to_string(size));
+        Measure(text);
+    } while (ink_.right - ink_.left > width && --size >= LEAST_POINTS);
+}
+
+void FittingCaption::Draw(HDC dc, const std::string& text, const RECT& area, int points, COLORREF colour) {
+    constexpr int MARGIN = 2;
+    Fit(text, area.right - area.left - 2 * MARGIN, points);
+    const Selected selected(dc, font_.Get());
+    SetBkMode(dc, TRANSPARENT);
+    SetTextColor(dc, colour);
+    ExtTextOutA(dc, (area.left + area.right - ink_.right - ink_.left) / 2,
+                (area.top + area.bottom - ink_.bottom - ink_.top) / 2, ETO_CLIPPED, &area, text.data(),
+                static_cast<UINT>(text.size()), nullptr);
 }

@@ -41,10 +41,21 @@ struct DarkState {
 // One pixel wide, in the colour of the focus where it is there.
 void DrawDarkRim(HDC dc, const RECT& area, const DarkState& state);
 // A list that is closed, with the arrow at its right end.
-void DrawDarkList(HDC dc, const RECT& area, const std::string& text, HFONT font, const DarkState& state);
+struct DarkListLook {
+    COLORREF ground = logic::PANEL_WELL;
+    std::optional<COLORREF> text; // none: by its state
+    int room = 0;                 // that is left free in front of the text, pixels
+};
+void DrawDarkList(HDC dc, const RECT& area, const std::string& text, HFONT font, const DarkState& state,
+                  const DarkListLook& look = {});
 enum class PressedArrow { None, Up, Down };
 // The arrows at the right end of a field, as its continuation.
 void DrawDarkArrows(HDC dc, const RECT& area, PressedArrow pressed, const DarkState& state);
+// Which of the system's arrows is held down.
+PressedArrow PressedArrowOf(HWND arrows);
+// The frame of a system window, in place of what the system draws there: well and rim. The rim goes on to the
+// right where other windows continue it.
+void DrawDarkFrame(HWND window, bool goesOn, const DarkState& state);
 // Neutral, or filled with the colour that it is lit in.
 void DrawDarkButton(HDC dc, const RECT& area, std::optional<COLORREF> lit, const DarkState& state);
 // The colour of a caption on it.
@@ -54,6 +65,21 @@ void DrawDarkLamp(HDC dc, const RECT& area, std::optional<COLORREF> lit);
 // The colour that a picture of this library is lit in, by the word in its name: "SWITCHBUTTON_red_26x16.bmp".
 std::optional<COLORREF> ColourOfPicture(const std::string& name);
 
-// The largest size of the type face of panels, from that many points down, in which a text fits the width.
-// Whoever has the font loads another one into it where need be.
-HFONT FittingFont(HDC dc, const std::string& text, int width, int points, FontProperty& font);
+// A caption in the largest size of the type face of panels, from that many points down, in which it fits. It
+// is measured by what is painted, as the widths that systems tell of small sizes are not those, and only when
+// it is another one.
+class FittingCaption {
+public:
+    // In the middle of the area.
+    void Draw(HDC dc, const std::string& text, const RECT& area, int points, COLORREF colour);
+
+private:
+    void Fit(const std::string& text, int width, int points);
+    void Measure(const std::string& text);
+
+    FontProperty font_;
+    std::string text_;
+    int width_ = 0;
+    int points_ = 0;
+    RECT ink_{}; // what is painted of it, from where it is written
+};

@@ -1,5 +1,7 @@
 #include "Controls/families/Arrows.h"
 
+#include "Controls/drawing/DarkParts.h"
+#include "Panelhost/Background.h"
 #include "Panelhost/Dialogs.h"
 #include "Panelhost/Trace.h"
 
@@ -57,7 +59,42 @@ void Arrows::Move(const ChildMessage& of, int y) {
     }
 }
 
+// On a panel of the style "dark".
+std::optional<LRESULT> Arrows::Paint(const ChildMessage& of) const {
+    const auto draw = [&](HDC target) {
+        RECT area{};
+        GetClientRect(window_, &area);
+        const cOffScreen buffer(target, area.right, area.bottom);
+        DrawDarkArrows(buffer.Dc(), area, PressedArrowOf(window_),
+                       {.isEnabled = IsWindowEnabled(window_) != FALSE});
+        buffer.Show();
+    };
+    switch (of.message) {
+    case WM_PAINT: {
+        PAINTSTRUCT paint;
+        if (const HDC dc = BeginPaint(window_, &paint); dc != nullptr) {
+            draw(dc);
+            EndPaint(window_, &paint);
+        }
+        if (control_.mode != 0) {
+            DrawSelectionOver(control_, window_);
+        }
+        return 0;
+    }
+    case WM_PRINTCLIENT:
+        draw(reinterpret_cast<HDC>(of.wParam));
+        return 0;
+    case WM_ERASEBKGND:
+        return 1;
+    default:
+        return std::nullopt;
+    }
+}
+
 LRESULT Arrows::Handle(const ChildMessage& of, HWND focus) {
+    if (const auto answer = control_.IsDark() ? Paint(of) : std::nullopt) {
+        return *answer;
+    }
     if (const auto answer = HandleAsPart(control_, of)) {
         return *answer;
     }

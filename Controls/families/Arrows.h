@@ -33,6 +33,7 @@ public:
     bool Commanded(int id, WORD code, LPARAM number) const;
 
 private:
+    std::optional<LRESULT> Paint(const ChildMessage& of) const;
     void Move(const ChildMessage& of, int y);
 
     CONTROLPROPERTIES& control_;

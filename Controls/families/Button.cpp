@@ -1,6 +1,7 @@
 #include "Controls/families/Button.h"
 
 #include "Controls/drawing/Shading.h"
+#include "Controls/families/DarkStrip.h"
 #include "base/Guard.h"
 #include "logic/text/Text.h"
 
@@ -125,7 +126,15 @@ void BUTTONPROPERTIES::FontChanged() {
     }
 }
 
+std::optional<COLORREF> BUTTONPROPERTIES::DarkLight() const {
+    return face.Get() == nullptr && IsDark() ? std::optional<COLORREF>(logic::PANEL_BLUE) : ShownLight(*this);
+}
+
 void BUTTONPROPERTIES::DrawFace(HDC dc, const RECT& client, int frame, bool lit) const {
+    if (const auto light = DarkLight()) {
+        DrawDarkButton(dc, client, lit ? light : std::nullopt, {.isDown = IsHeldDown()});
+        return;
+    }
     if (face.Get() != nullptr) {
         const BitmapParts frames = Frames();
         // Of two frames, a switch that is on would begin behind the last one, so it is shown as one that is
@@ -145,8 +154,26 @@ void BUTTONPROPERTIES::DrawFace(HDC dc, const RECT& client, int frame, bool lit)
     }
 }
 
-void BUTTONPROPERTIES::DrawCaption(HDC dc, RECT client, bool down, COLORREF colour) const {
+// Black, which new buttons have, is not to be read on it while it is off.
+void BUTTONPROPERTIES::DrawDarkCaption(HDC dc, RECT client, bool lit, COLORREF colour) const {
+    constexpr int LOW = 16; // pixels high
+    const COLORREF shown = colour == 0 ? DarkCaptionColour(lit, {}) : colour;
+    if (IsStripFont(*this, font)) {
+        fitting_.Draw(dc, caption, client, client.bottom - client.top > LOW ? 7 : 6, shown);
+        return;
+    }
+    SelectObject(dc, font.Get());
+    SetBkMode(dc, TRANSPARENT);
+    SetTextColor(dc, shown);
+    DrawTextA(dc, caption.c_str(), -1, &client, DT_CENTER | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX);
+}
+
+void BUTTONPROPERTIES::DrawCaption(HDC dc, RECT client, bool down, bool lit, COLORREF colour) const {
     if (caption.empty()) {
+        return;
+    }
+    if (DarkLight()) {
+        DrawDarkCaption(dc, client, lit, colour);
         return;
     }
     if (down) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Controls/drawing/DarkParts.h"
 #include "Controls/drawing/FontProperty.h"
 #include "Controls/families/FacedControl.h"
 #include "Controls/framework/Keywords.h"
@@ -71,9 +72,14 @@ protected:
     virtual int FrameCount() const { return 2; } // of the image, which must be there, side by side
     // The frame of the image, or a shaded face.
     void DrawFace(HDC dc, const RECT& client, int frame, bool lit) const;
-    void DrawCaption(HDC dc, RECT client, bool down, COLORREF colour) const;
+    void DrawCaption(HDC dc, RECT client, bool down, bool lit, COLORREF colour) const;
 
 private:
+    // What it is lit in where it is drawn in the style "dark"; nothing where it is not.
+    std::optional<COLORREF> DarkLight() const;
+    void DrawDarkCaption(HDC dc, RECT client, bool lit, COLORREF colour) const;
+
+    mutable FittingCaption fitting_;
     unsigned sendings_ = 0;
 };
 

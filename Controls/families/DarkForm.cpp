@@ -40,16 +40,6 @@ std::string TitleOf(HWND child) {
     return text;
 }
 
-PressedArrow PressedArrowOf(HWND arrows, const RECT& area) {
-    POINT cursor{};
-    GetCursorPos(&cursor);
-    ScreenToClient(arrows, &cursor);
-    if (GetCapture() != arrows || !PtInRect(&area, cursor)) {
-        return PressedArrow::None;
-    }
-    return cursor.y < area.bottom / 2 ? PressedArrow::Up : PressedArrow::Down;
-}
-
 void DrawChild(const FORMPROPERTIES& form, FormPart part, HWND child, HDC dc, const RECT& area) {
     DarkState state = StateOf(form, child);
     if (part == FormPart::Toggle) {
@@ -66,7 +56,7 @@ void DrawChild(const FORMPROPERTIES& form, FormPart part, HWND child, HDC dc, co
                   DT_CENTER | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX);
     } else if (part == FormPart::Spin) {
         state.isFocused = GetFocus() == reinterpret_cast<HWND>(SendMessageA(child, UDM_GETBUDDY, 0, 0));
-        DrawDarkArrows(dc, area, PressedArrowOf(child, area), state);
+        DrawDarkArrows(dc, area, PressedArrowOf(child), state);
     } else {
         state.isDown = SendMessageA(child, CB_GETDROPPEDSTATE, 0, 0) != 0;
         DrawDarkList(dc, area, FaceText(form, child), FontOf(child), state);
@@ -81,29 +71,6 @@ void PaintChild(const FORMPROPERTIES& form, FormPart part, HWND child, HDC targe
     DrawChild(form, part, child, buffer.Dc(), area);
     RestoreDC(buffer.Dc(), saved);
     buffer.Show();
-}
-
-// Its frame goes on around the arrows beside it.
-void PaintFieldFrame(const FORMPROPERTIES& form, HWND field) {
-    const HDC dc = GetWindowDC(field);
-    if (dc == nullptr) {
-        return;
-    }
-    RECT window{};
-    RECT client{};
-    GetWindowRect(field, &window);
-    GetClientRect(field, &client);
-    MapWindowPoints(field, nullptr, reinterpret_cast<POINT*>(&client), 2);
-    OffsetRect(&client, -window.left, -window.top);
-    OffsetRect(&window, -window.left, -window.top);
-    ExcludeClipRect(dc, client.left, client.top, client.right, client.bottom);
-    SetDCBrushColor(dc, logic::PANEL_WELL);
-    FillRect(dc, &window, static_cast<HBRUSH>(GetStockObject(DC_BRUSH)));
-    if (form.HasArrows(form.RowOfChild(field))) {
-        ++window.right;
-    }
-    DrawDarkRim(dc, window, StateOf(form, field));
-    ReleaseDC(field, dc);
 }
 
 // Whether the message makes the system's child paint something at once.
@@ -136,7 +103,7 @@ std::optional<LRESULT> PaintDarkChild(const FORMPROPERTIES& form, FormPart part,
     }
     if (part == FormPart::Field) {
         if (of.message == WM_NCPAINT) {
-            PaintFieldFrame(form, of.window);
+            DrawDarkFrame(of.window, form.HasArrows(form.RowOfChild(of.window)), StateOf(form, of.window));
             return 0;
         }
         return std::nullopt;

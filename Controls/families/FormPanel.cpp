@@ -374,8 +374,13 @@ COLORREF FORMPROPERTIES::GroundColour() const {
 }
 
 void FORMPROPERTIES::Draw(HDC dc, const RECT& client) const {
+    const auto brush = static_cast<HBRUSH>(GetStockObject(DC_BRUSH));
     SetDCBrushColor(dc, GroundColour());
-    FillRect(dc, &client, static_cast<HBRUSH>(GetStockObject(DC_BRUSH)));
+    FillRect(dc, &client, brush);
+    if (IsDark()) {
+        SetDCBrushColor(dc, DARK_OFF);
+        FrameRect(dc, &client, brush);
+    }
 }
 
 void FORMPROPERTIES::DimmedChanged() const {

@@ -44,7 +44,6 @@ public:
     void Draw(HDC dc, const RECT& client) const override;
     POINT NotEqualPlace() const override { return {5, 22}; }
     void Redraw() const override;
-    void StyleChanged() override { RedrawParts(); }
     void Poll() final;
 
     // What a panel is made of.

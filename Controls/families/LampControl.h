@@ -1,6 +1,8 @@
 #pragma once
 
+#include "Controls/drawing/DarkParts.h"
 #include "Controls/drawing/Lamp.h"
+#include "Controls/families/DarkStrip.h"
 #include "Controls/families/FacedControl.h"
 #include "Controls/framework/Keywords.h"
 #include "Controls/resources/resource.h"
@@ -19,7 +21,9 @@ public:
 
 protected:
     void DrawFrame(HDC dc, const RECT& client, int shown, const LampColours& colours = {}) const {
-        if (face.Get() != nullptr) {
+        if (const auto light = ShownLight(*this)) {
+            DrawDarkLamp(dc, client, shown > 0 ? light : std::nullopt);
+        } else if (face.Get() != nullptr) {
             const BitmapParts parts = Frames();
             parts.Draw(dc, shown, {0, 0, parts.Width(), parts.Height()});
         } else {

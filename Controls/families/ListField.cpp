@@ -1,5 +1,7 @@
 #include "Controls/families/ListField.h"
 
+#include "Controls/drawing/DarkParts.h"
+#include "Panelhost/Background.h"
 #include "Panelhost/Bitmap.h"
 #include "Panelhost/Dialogs.h"
 #include "base/Gdi.h"
@@ -190,6 +192,9 @@ bool ListField::HandleKey(WPARAM key) {
 }
 
 std::optional<LRESULT> ListField::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
+    if (const auto answer = control_.IsDark() ? PaintDark(message, wParam) : std::nullopt) {
+        return *answer;
+    }
     switch (message) {
     case WM_KEYDOWN:
     case WM_CHAR:
@@ -245,6 +250,22 @@ std::optional<LRESULT> ListField::Handle(UINT message, WPARAM wParam, LPARAM lPa
 }
 
 void ListField::Handled(UINT message, WPARAM wParam, LPARAM lParam) {
+    if (control_.IsDark() && IsWindowVisible(list_)) { // some systems draw on the closed list at once
+        switch (message) {
+        case WM_SETFOCUS:
+        case WM_COMMAND:
+        case WM_ENABLE:
+        case WM_LBUTTONDOWN:
+        case WM_LBUTTONUP:
+        case WM_CAPTURECHANGED:
+        case CB_SETCURSEL:
+        case CB_SHOWDROPDOWN:
+            InvalidateRect(list_, nullptr, FALSE);
+            break;
+        default:
+            break;
+        }
+    }
     switch (message) {
     case WM_KEYDOWN:
     case WM_SYSKEYDOWN:
@@ -334,6 +355,52 @@ HBRUSH ListField::Colours(HDC dc) {
     return colours_.Answer(dc, TextColour(), Ground());
 }
 
+std::string ListField::ClosedText() const {
+    const auto line = static_cast<std::size_t>(System(CB_GETCURSEL));
+    return line < order_.size() ? std::string(items_.Caption(order_[line])) : ShownText();
+}
+
+// On a panel of the style "dark" all of the closed list but what is typed into.
+std::optional<LRESULT> ListField::PaintDark(UINT message, WPARAM wParam) const {
+    const auto draw = [this](HDC target) {
+        RECT area{};
+        GetClientRect(list_, &area);
+        const cOffScreen buffer(target, area.right, area.bottom);
+        const int sign = !IsEditable() && IsMarked() ? a_GetNotEqualSign()->Width() + MARGIN : 0;
+        DrawDarkList(buffer.Dc(), area, IsEditable() ? "" : ClosedText(), control_.font.Get(),
+                     {.isEnabled = IsWindowEnabled(list_) != FALSE, .isDown = IsDropped()},
+                     {Ground(), TextColour(), sign});
+        if (sign > 0) {
+            a_GetNotEqualSign()->Draw(buffer.Dc(), MARGIN, (area.bottom - a_GetNotEqualSign()->Height()) / 2);
+        }
+        a_DrawSelection(&control_, buffer.Dc());
+        buffer.Show();
+    };
+    switch (message) {
+    case WM_PAINT: {
+        PAINTSTRUCT paint;
+        if (const HDC dc = BeginPaint(list_, &paint); dc != nullptr) {
+            if (IsEditable()) {
+                RECT field{};
+                GetWindowRect(edit_, &field);
+                MapWindowPoints(nullptr, list_, reinterpret_cast<POINT*>(&field), 2);
+                ExcludeClipRect(dc, field.left, field.top, field.right, field.bottom);
+            }
+            draw(dc);
+            EndPaint(list_, &paint);
+        }
+        return 0;
+    }
+    case WM_PRINTCLIENT:
+        draw(reinterpret_cast<HDC>(wParam));
+        return 0;
+    case WM_ERASEBKGND:
+        return 1;
+    default:
+        return std::nullopt;
+    }
+}
+
 // What the system leaves empty, or where the mark has to stand beside it.
 void ListField::PaintFace(HDC dc) const {
     COMBOBOXINFO info{};
@@ -351,7 +418,6 @@ void ListField::PaintFace(HDC dc) const {
     const Selected font(dc, control_.font.Get());
     SetBkMode(dc, TRANSPARENT);
     SetTextColor(dc, isFocused ? GetSysColor(COLOR_HIGHLIGHTTEXT) : TextColour());
-    const auto line = static_cast<std::size_t>(System(CB_GETCURSEL));
-    const std::string text = line < order_.size() ? std::string(items_.Caption(order_[line])) : ShownText();
-    DrawTextA(dc, text.c_str(), -1, &face, DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | DT_END_ELLIPSIS);
+    DrawTextA(dc, ClosedText().c_str(), -1, &face,
+              DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | DT_END_ELLIPSIS);
 }

@@ -84,9 +84,11 @@ private:
     void Unselect();
     void SizeList();
     bool HandleKey(WPARAM key);
-    COLORREF Ground() const { return control_.backgroundColor.value_or(GetSysColor(COLOR_WINDOW)); }
-    COLORREF TextColour() const { return control_.textColor.value_or(ReadableOn(Ground())); }
+    COLORREF Ground() const { return control_.FieldGround(); }
+    COLORREF TextColour() const { return control_.FieldInk(); }
+    std::string ClosedText() const;
     void PaintFace(HDC dc) const;
+    std::optional<LRESULT> PaintDark(UINT message, WPARAM wParam) const;
 
     TEXTLOOKPROPERTIES& control_;
     const HWND& list_;

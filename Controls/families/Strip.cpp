@@ -1,26 +1,28 @@
 #include "Controls/families/Strip.h"
 
+#include "Controls/drawing/DarkParts.h"
 #include "base/Gdi.h"
 #include "base/Guard.h"
 #include "logic/text/PropertyLine.h"
 
 #include <algorithm>
 #include <map>
-#include <utility>
+#include <tuple>
 
 // A finished background.
 class StripBackground {
 public:
     explicit StripBackground(const STRIPPROPERTIES& strip)
         : bitmap_(CreatePixels(strip.StripSize().cx, strip.StripSize().cy)), dc_(bitmap_.get()) {
-        strip.DrawBackground(dc_.Get());
+        strip.DrawWholeBackground(dc_.Get());
     }
 
     HDC Dc() const { return dc_.Get(); }
 
     static std::shared_ptr<const StripBackground> Get(const STRIPPROPERTIES& strip) {
-        static std::map<std::pair<const ControlClass*, int>, std::weak_ptr<const StripBackground>> known;
-        auto& entry = known[{strip.controlClass, strip.Look()}];
+        static std::map<std::tuple<const ControlClass*, int, bool>, std::weak_ptr<const StripBackground>>
+            known;
+        auto& entry = known[{strip.controlClass, strip.Look(), strip.IsDark()}];
         auto found = entry.lock();
         if (!found) {
             found = std::make_shared<StripBackground>(strip);
@@ -58,6 +60,8 @@ HWND CreateChild(const StripChild& child, STRIPPROPERTIES& strip) {
 } // namespace
 
 void STRIPPROPERTIES::SetDefaults() {
+    captionFont_.Load("Small Fonts,5");
+    darkFont_.Load("Tahoma,6");
     const SIZE size = StripSize();
     Resize(size.cx, size.cy);
     SetWindowLongA(window, GWL_STYLE, GetWindowLongA(window, GWL_STYLE) | WS_CLIPCHILDREN);
@@ -112,6 +116,32 @@ void STRIPPROPERTIES::Change(std::span<const StripChange> changes) const {
 }
 
 // Background
+
+COLORREF STRIPPROPERTIES::InkColour() const {
+    return IsDark() ? logic::PANEL_FAINT : RGB(0, 0, 0);
+}
+
+COLORREF STRIPPROPERTIES::LineColour() const {
+    return IsDark() ? logic::PANEL_EDGE : RGB(0, 0, 0);
+}
+
+void STRIPPROPERTIES::DrawWholeBackground(HDC dc) const {
+    const SIZE size = StripSize();
+    const RECT all{0, 0, size.cx, size.cy};
+    const auto brush = static_cast<HBRUSH>(GetStockObject(DC_BRUSH));
+    SetDCBrushColor(dc, IsDark() ? COLORREF{logic::PANEL_PLATE} : STRIP_COLOUR);
+    FillRect(dc, &all, brush);
+    if (IsDark()) {
+        SetDCBrushColor(dc, DARK_OFF);
+        FrameRect(dc, &all, brush);
+    }
+    const Selected font(dc, CaptionFont().Get());
+    const Selected pen(dc, GetStockObject(DC_PEN));
+    SetDCPenColor(dc, LineColour());
+    SetBkMode(dc, TRANSPARENT);
+    SetTextColor(dc, InkColour());
+    DrawBackground(dc);
+}
 
 void STRIPPROPERTIES::LookChanged() {
     background_ = StripBackground::Get(*this);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Controls/drawing/FontProperty.h"
 #include "Controls/framework/Control.h"
 
 #include <memory>
@@ -43,6 +44,7 @@ public:
     void SetDefaults() override;
     void Destroying() override { a_DestroyChildWindows(this); }
     void Draw(HDC dc, const RECT& client) const override;
+    void StyleChanged() override { LookChanged(); }
     bool MakesChild(const char* ownName) const noexcept override;
 
     virtual std::span<const StripChild> Children() const = 0; // no two of one name
@@ -50,7 +52,11 @@ public:
     // The number of what the background shows; the same background for the same number in all strips of the
     // class.
     virtual int Look() const = 0;
+    // On the ground, in the captions' font and with InkColour.
     virtual void DrawBackground(HDC dc) const = 0;
+    void DrawWholeBackground(HDC dc) const;
+    COLORREF InkColour() const;  // of captions and numbers
+    COLORREF LineColour() const; // of marks
 
 protected:
     // The window of a child, which may be gone; null when there never was one.
@@ -62,6 +68,10 @@ protected:
     void LookChanged();
 
 private:
+    const FontProperty& CaptionFont() const { return IsDark() ? darkFont_ : captionFont_; }
+
+    FontProperty captionFont_;
+    FontProperty darkFont_;
     std::vector<HWND> children_; // in the order of their table
     std::shared_ptr<const StripBackground> background_;
 };

@@ -30,6 +30,8 @@ bool HasFrame(HWND child) {
     return whole.right - whole.left != inside.right || whole.bottom - whole.top != inside.bottom;
 }
 
+} // namespace
+
 void DrawSelectionOver(const CONTROLPROPERTIES& control, HWND child) {
     POINT origin{};
     MapWindowPoints(child, control.window, &origin, 1);
@@ -38,8 +40,6 @@ void DrawSelectionOver(const CONTROLPROPERTIES& control, HWND child) {
     a_DrawSelection(&control, dc);
     ReleaseDC(child, dc);
 }
-
-} // namespace
 
 std::optional<LRESULT> HandleAsPart(CONTROLPROPERTIES& control, const ChildMessage& of) {
     const bool isOperation =

@@ -32,6 +32,8 @@ bool PassPress(const CONTROLPROPERTIES& control, const ChildMessage& of);
 // child. The answer to a message that is done with; any other goes on.
 std::optional<LRESULT> HandleAsPart(CONTROLPROPERTIES& control, const ChildMessage& of);
 
+// The frame of an edited control, where it lies over the child.
+void DrawSelectionOver(const CONTROLPROPERTIES& control, HWND child);
 // Has the children of an edited control painted with it, so that its frame lies over them.
 void RedrawEditedParts(const CONTROLPROPERTIES& control);
 

@@ -17,6 +17,11 @@ public:
     virtual void FontChanged();
     // The same where a window inside writes the text.
     void FontChanged(HWND writer);
+    void StyleChanged() override { LookChanged(); }
+    // The ground of a field and its text, by the style of the panel where the control has no colours of its
+    // own.
+    COLORREF FieldGround() const;
+    COLORREF FieldInk() const;
 
     logic::Alignment alignment = logic::Alignment::Left;
     FontProperty font;

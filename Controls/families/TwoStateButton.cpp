@@ -15,6 +15,6 @@ LONG TWOSTATEPROPERTIES::SpokenState() const {
 void TWOSTATEPROPERTIES::Draw(HDC dc, const RECT& client) const {
     const ButtonFace shown = Face();
     DrawFace(dc, client, static_cast<int>(shown), IsOn());
-    DrawCaption(dc, client, shown != ButtonFace::Off,
+    DrawCaption(dc, client, shown != ButtonFace::Off, IsOn(),
                 shown == ButtonFace::On ? textColorPressed : textColorReleased);
 }

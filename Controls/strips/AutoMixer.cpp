@@ -157,7 +157,6 @@ private:
 
     FunctionList lists_[PART_COUNT]; // the first is not used
     HeldChannel channel_{*this};
-    FontProperty captionFont_;
 };
 
 // Keywords
@@ -185,7 +184,7 @@ constexpr Keyword ADVANCED =
     Integer<&Strip::advanced, 0, 1, &Strip::AdvancedChanged>("advanced")
         .Saved()
         .OneOf("0,1")
-        .Label("Weight, threshold and hold shown")
+        .Label("Weight, threshold, hold shown")
         .Says("1: `Weight`, `Threshold` and `Hold` are shown in the place of `Fader` and `Scale`.");
 
 constexpr KeywordTable KEYWORDS({
@@ -324,7 +323,6 @@ void AUTOMIXERPROPERTIES::SetDefaults() {
     for (FunctionList& list : std::span(lists_).subspan(INPUT_LEVEL)) {
         list.Attach(*this);
     }
-    captionFont_.Load("Small Fonts,5");
     STRIPPROPERTIES::SetDefaults();
 }
 
@@ -354,13 +352,6 @@ void DrawMeterScale(HDC dc) {
 } // namespace
 
 void AUTOMIXERPROPERTIES::DrawBackground(HDC dc) const {
-    const RECT all{0, 0, STRIP_WIDTH, STRIP_HEIGHT};
-    const Brush ground(CreateSolidBrush(STRIP_COLOUR));
-    FillRect(dc, &all, ground.get());
-    const Selected font(dc, captionFont_.Get());
-    const Selected pen(dc, GetStockObject(BLACK_PEN));
-    SetBkMode(dc, TRANSPARENT);
-    SetTextColor(dc, RGB(0, 0, 0));
     TextOutA(dc, 7, 59, "IN", 2);
     TextOutA(dc, 38, 59, "GAIN", 4);
     DrawMeterScale(dc);

@@ -141,7 +141,6 @@ private:
     int signalResult_ = REQUEST_UNCHANGED;
     CrossoverFilters bypassed_;       // what the filters were before
     std::optional<DWORD> labelPress_; // tick count of one that another makes a double click
-    FontProperty captionFont_;
 };
 
 // Keywords
@@ -388,7 +387,6 @@ void CROSSOVERPROPERTIES::SetDefaults() {
     }
     way_.value.filters = {{0, logic::LOWEST_FREQUENCY}, {0, logic::HIGHEST_FREQUENCY}};
     bypassed_ = way_.value.filters;
-    captionFont_.Load("Small Fonts,5");
     STRIPPROPERTIES::SetDefaults();
 }
 
@@ -436,12 +434,6 @@ void CROSSOVERPROPERTIES::Poll() {
 // Drawing
 
 void CROSSOVERPROPERTIES::DrawBackground(HDC dc) const {
-    const RECT all{0, 0, STRIP_WIDTH, STRIP_HEIGHT};
-    const Brush ground(CreateSolidBrush(STRIP_COLOUR));
-    FillRect(dc, &all, ground.get());
-    const Selected font(dc, captionFont_.Get());
-    SetBkMode(dc, TRANSPARENT);
-    SetTextColor(dc, RGB(0, 0, 0));
     struct Caption {
         int top;
         const char* text;

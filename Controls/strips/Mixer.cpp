@@ -108,7 +108,6 @@ private:
     bool PassLevelOn();
 
     float level_ = 0; // of the fader, as last exchanged with the functions
-    FontProperty scaleFont_;
 };
 
 // Keywords
@@ -172,7 +171,6 @@ bool MIXERPROPERTIES::SetStereo(const std::string& text) {
 
 void MIXERPROPERTIES::SetDefaults() {
     interval = 250;
-    scaleFont_.Load("Small Fonts,5");
     STRIPPROPERTIES::SetDefaults();
     ExchangeLevel(COMMAND_GET, DATATYPE_FLOAT, &level_);
 }
@@ -258,13 +256,6 @@ void DrawLampNames(HDC dc) {
 } // namespace
 
 void MIXERPROPERTIES::DrawBackground(HDC dc) const {
-    const RECT all{0, 0, STRIP_WIDTH, STRIP_HEIGHT};
-    const Brush ground(CreateSolidBrush(STRIP_COLOUR));
-    FillRect(dc, &all, ground.get());
-    const Selected font(dc, scaleFont_.Get());
-    const Selected pen(dc, GetStockObject(BLACK_PEN));
-    SetBkMode(dc, TRANSPARENT);
-    SetTextColor(dc, RGB(0, 0, 0));
     DrawLampNames(dc);
     DrawScale(dc, isInput);
     if (hasPan) {

@@ -142,7 +142,7 @@ public:
     std::span<const StripChild> Children() const override { return CHILDREN; }
     SIZE StripSize() const override;
     int Look() const override { return static_cast<int>(MAKELONG(StripSize().cx, StripSize().cy)); }
-    void DrawBackground(HDC dc) const override;
+    void DrawBackground(HDC) const override {}
     POINT NotEqualPlace() const override;
     // Puts the children where they belong in a window of its size, with faces that fit.
     void Arrange();
@@ -588,16 +588,9 @@ void SPEAKERCONTROLPROPERTIES::Draw(HDC dc, const RECT& client) const {
     RECT place = NumberPlace();
     const Selected font(dc, numberFont_.Get());
     SetBkMode(dc, TRANSPARENT);
-    SetTextColor(dc, RGB(0, 0, 0));
+    SetTextColor(dc, InkColour());
     const std::string text = NumberText();
     DrawTextA(dc, text.c_str(), -1, &place, DT_CENTER | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX);
-}
-
-void SPEAKERCONTROLPROPERTIES::DrawBackground(HDC dc) const {
-    const SIZE size = StripSize();
-    const RECT all{0, 0, size.cx, size.cy};
-    const Brush ground(CreateSolidBrush(STRIP_COLOUR));
-    FillRect(dc, &all, ground.get());
 }
 
 namespace {

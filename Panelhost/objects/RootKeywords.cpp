@@ -144,7 +144,7 @@ bool SetStyle(PanelRoot& root, const std::string& text) {
         const PanelRoot::Held held(root);
         root.isDark = isDark;
         root.TellControls(SYSTEM_STYLE);
-        RedrawWindow(root.window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+        RedrawWindow(root.window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN);
     }
     return true;
 }

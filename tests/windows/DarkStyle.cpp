@@ -6,7 +6,6 @@
 #include "tests/windows/TestPanel.h"
 
 #include <algorithm>
-#include <set>
 #include <string>
 #include <vector>
 
@@ -119,6 +118,36 @@ constexpr Form FORMS[] = {
      false},
 };
 
+// Makes a panel dark. Whether all that is visible of a control is then to be painted anew.
+bool IsRepaintedDark(const TestPanel& panel, HWND control) {
+    UpdateWindow(panel.Window());
+    std::vector<HWND> parts = ChildrenOf(control);
+    parts.push_back(control);
+    for (HWND part : parts) {
+        ValidateRect(part, nullptr);
+    }
+    Load(panel.Window(), "style=dark");
+    return std::all_of(parts.begin(), parts.end(), [](HWND part) {
+        return GetUpdateRect(part, nullptr, FALSE) != 0 || !IsWindowVisible(part);
+    });
+}
+
+bool IsColoured(unsigned colour) {
+    const auto [least, most] = std::minmax({colour >> 16, colour >> 8 & 0xFF, colour & 0xFF});
+    return most - least > 48;
+}
+
+// Whether a caption is there and leaves the columns beside the rim free.
+template <class IsText>
+bool Fits(const Shot& shot, const RECT& place, IsText isText) {
+    const auto hasText = [&](int left, int right) {
+        return shot.Share({left, place.top + 1, right, place.bottom - 1},
+                          [&](unsigned colour) { return isText(colour); }) > 0;
+    };
+    return hasText(place.left + 2, place.right - 2) && !hasText(place.left + 1, place.left + 2) &&
+           !hasText(place.right - 2, place.right - 1);
+}
+
 } // namespace
 
 TEST_CASE("a panel is classic or dark, and nothing else") {
@@ -156,17 +185,7 @@ TEST_CASE("editor panels are dark, show what is bypassed, and go back") {
         const Shot before(form);
         CHECK(before.Share(before.All(), IsBright) > 60);
 
-        UpdateWindow(panel.Window());
-        std::vector<HWND> parts = ChildrenOf(form);
-        parts.push_back(form);
-        for (HWND part : parts) {
-            ValidateRect(part, nullptr);
-        }
-        Load(panel.Window(), "style=dark");
-        for (HWND part : parts) {
-            CHECK((GetUpdateRect(part, nullptr, FALSE) != 0 || !IsWindowVisible(part)));
-        }
-
+        CHECK(IsRepaintedDark(panel, form));
         const Shot dark(form);
         CHECK(dark.Share(dark.All(), IsBright) < 12); // only texts
         CHECK(dark.Share(PlaceIn(button, form), IsYellow) == 0);
@@ -198,6 +217,52 @@ TEST_CASE("editor panels are dark, show what is bypassed, and go back") {
         const Shot after(form);
         CHECK(after.Share(after.All(), IsBright) == before.Share(before.All(), IsBright));
         DestroyWindow(form);
+    }
+}
+
+TEST_CASE("strips and fields are dark, lit only where they are on, and saved as ever") {
+    const TestPanel panel(TestPanel::Visible);
+    for (const char* className : {"MIXER", "CROSSOVER", "AUTOMIXER", "SPEAKERCONTROL", "BCOMBOBOX",
+                                  "SPINEDIT", "BEDIT", "BTRISTATEBUTTON"}) {
+        INFO(std::string(className));
+        const HWND control = panel.Create(className, "Control");
+        if (className ==
+            std::string("SPEAKERCONTROL")) { // it has any size, with smaller buttons in a smaller one
+            SetWindowPos(control, nullptr, 0, 0, 160, 120, SWP_NOMOVE | SWP_NOZORDER);
+        }
+        const std::string saved = panel.Saved();
+        const Shot before(control);
+        const int brightBefore = before.Share(before.All(), IsBright);
+        CHECK(IsRepaintedDark(panel, control));
+        CHECK(panel.Saved() == "style=dark\r\n" + saved);
+        const Shot dark(control);
+        CHECK(brightBefore > 40);
+        CHECK(dark.Share(dark.All(), IsBright) < 15);
+        for (HWND part : ChildrenOf(control)) {
+            char partClass[32] = "";
+            GetClassNameA(part, partClass, sizeof partClass);
+            const bool isSwitch = partClass == std::string("BTRISTATEBUTTON");
+            if (!IsWindowVisible(part) || (!isSwitch && partClass != std::string("LED"))) {
+                continue;
+            }
+            INFO(ObjectOf(part).name);
+            const RECT place = PlaceIn(part, control);
+            CHECK(dark.Share(place, IsColoured) == 0);
+            Load(part, "value=1");
+            const Shot lit(control);
+            CHECK(lit.Share(place, IsColoured) > 40);
+            if (isSwitch) {
+                CHECK(Fits(dark, place, [](unsigned colour) { return Brightness(colour) > 200; }));
+                CHECK(Fits(lit, place, [](unsigned colour) { return Brightness(colour) < 60; }));
+            }
+        }
+        if (const HWND label = panel.Find("Control*Label"); label != nullptr) { // what somebody chose stays
+            Load(label, "backgroundcolor=0x00204080");
+            const RECT place = PlaceIn(label, control);
+            CHECK(Shot(control).At(place.left + 1, place.top + 1) == 0x804020);
+        }
+        DestroyWindow(control);
+        Load(panel.Window(), "style=classic");
     }
 }
 

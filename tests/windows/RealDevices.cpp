@@ -417,12 +417,15 @@ TEST_CASE("a synthesizer and a printer of messages that others wrote") {
                                      std::pair("OUT*t", "1"), std::pair("OUT*s", "Kick")}) {
         CHECK(sender.Set(name, text));
     }
-    CHECK(sender.Until([&] {
-        const std::string printed = partners.Ask("dump");
+    std::string printed;
+    const bool isAllPrinted = sender.Until([&] {
+        printed = partners.Ask("dump");
         return printed.find("/f f -6.5") != std::string::npos &&
                printed.find("/i/1 i -3") != std::string::npos && printed.find("/t T") != std::string::npos &&
                printed.find("/s s \"Kick\"") != std::string::npos;
-    }));
+    });
+    INFO(printed);
+    CHECK(isAllPrinted);
     CHECK(sender.State("OUT*f") == PH_STATE_SENT);
     CHECK(a_CountNotLive(sender.Root()) == 1); // nobody knows
 }
