@@ -1,6 +1,7 @@
 #include "Panel/editing/EditCommands.h"
 
 #include "Panel/editing/Clipboard.h"
+#include "Panel/editing/NewControls.h"
 #include "Panel/editing/PanelEdits.h"
 #include "Panel/editing/Placement.h"
 #include "Panel/editing/Selection.h"
@@ -309,6 +310,8 @@ void EditCommands::Create(const CatalogueEntry& entry, std::optional<POINT> corn
                                     {client.right, client.bottom});
     place = {place.x + into.x, place.y + into.y};
 
+    const RECT under{place.x, place.y, place.x + entry.size.cx, place.y + entry.size.cy};
+    const std::vector<std::string> art = ArtFor(entry.className, GroundOf(panel_, under));
     const std::string name =
         logic::FreeName(std::string(entry.name) + " 1",
                         [&](const std::string& candidate) { return edits_.Target().Exists(candidate); });
@@ -321,6 +324,7 @@ void EditCommands::Create(const CatalogueEntry& entry, std::optional<POINT> corn
             EDITTRACE(edits_.Root(), "Cannot create %s", name.c_str());
             return std::vector<HOSTINFO*>{};
         }
+        GiveArt(*created, art);
         if (HOSTINFO* covered = FirstCovered(*created)) {
             a_MoveBefore(created, covered); // last, but where it is seen
         }

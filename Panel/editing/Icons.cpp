@@ -1,5 +1,7 @@
 #include "Panel/editing/Icons.h"
 
+#include "Panel/editing/NewControls.h"
+#include "Panel/theme/Theme.h"
 #include "base/Gdi.h"
 
 // GDI+ wants the two without the standard library's.
@@ -11,17 +13,18 @@ using std::min;
 #include <gdiplus.h>
 
 #include <cstring>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
 
 namespace {
 
 using Gdiplus::Color;
 using Gdiplus::Graphics;
-using Gdiplus::PointF;
 using Gdiplus::REAL;
 
 const Color DARK(255, 58, 66, 78);
-const Color BLUE(255, 38, 122, 204);
-const Color PALE(255, 176, 204, 236);
 const Color WHITE(255, 255, 255, 255);
 
 class GdiPlus {
@@ -61,9 +64,8 @@ public:
     void Grey() {
         for (int i = 0; bits_ && i < size_ * size_; ++i) {
             BYTE* pixel = bits_ + 4 * i;
-            const int light = (pixel[0] + 2 * pixel[1] + pixel[2]) / 4;
-            pixel[0] = pixel[1] = pixel[2] = static_cast<BYTE>(150 + light / 4);
-            pixel[3] = static_cast<BYTE>(pixel[3] * 2 / 3);
+            pixel[0] = pixel[1] = pixel[2] = 140;
+            pixel[3] = static_cast<BYTE>(pixel[3] / 2);
         }
     }
     void AddTo(HIMAGELIST list) const { ImageList_Add(list, bitmap_.get(), nullptr); }
@@ -74,139 +76,71 @@ private:
     BYTE* bits_ = nullptr;
 };
 
-// Icons.
+// Strips of pictures, which stand in this program with a list of their names.
 
-void Box(Graphics& graphics, REAL x, REAL y, REAL width, REAL height, Color fill) {
-    const Gdiplus::SolidBrush brush(fill);
-    graphics.SetSmoothingMode(Gdiplus::SmoothingModeNone);
-    graphics.FillRectangle(&brush, x, y, width, height);
-    graphics.SetSmoothingMode(Gdiplus::SmoothingModeAntiAlias);
+struct Resource {
+    const void* data;
+    DWORD size;
+};
+
+Resource Find(const std::string& name) {
+    const HMODULE module = GetModuleHandleA(nullptr);
+    const HRSRC found = FindResourceA(module, name.c_str(), MAKEINTRESOURCEA(10)); // RT_RCDATA
+    const HGLOBAL loaded = found ? LoadResource(module, found) : nullptr;
+    return {loaded ? LockResource(loaded) : nullptr, found ? SizeofResource(module, found) : 0};
 }
 
-void Frame(Graphics& graphics, REAL x, REAL y, REAL width, REAL height, Color fill, Color edge) {
-    Box(graphics, x, y, width, height, edge);
-    Box(graphics, x + 1, y + 1, width - 2, height - 2, fill);
-}
-
-void Line(Graphics& graphics, PointF from, PointF to, REAL width, Color colour) {
-    Gdiplus::Pen pen(colour, width);
-    pen.SetStartCap(Gdiplus::LineCapRound);
-    pen.SetEndCap(Gdiplus::LineCapRound);
-    graphics.DrawLine(&pen, from, to);
-}
-
-void Polygon(Graphics& graphics, const PointF* points, int count, Color colour) {
-    const Gdiplus::SolidBrush brush(colour);
-    graphics.FillPolygon(&brush, points, count);
-}
-
-// An arrow that turns back to the left; redo is its mirror image.
-void Turn(Graphics& graphics, bool mirrored) {
-    if (mirrored) {
-        graphics.TranslateTransform(16, 0);
-        graphics.ScaleTransform(-1, 1);
-    }
-    Gdiplus::Pen pen(BLUE, 2);
-    graphics.DrawArc(&pen, 4.0F, 5.0F, 9.0F, 8.0F, -100.0F, 220.0F);
-    graphics.DrawLine(&pen, PointF(8.5F, 5), PointF(5, 5));
-    const PointF head[] = {{1, 5}, {6.5F, 0.5F}, {6.5F, 9.5F}};
-    Polygon(graphics, head, 3, BLUE);
-}
-
-void Pencil(Graphics& graphics) {
-    const PointF body[] = {{10.5F, 1.5F}, {14.5F, 5.5F}, {6, 14}, {2, 10}};
-    Polygon(graphics, body, 4, BLUE);
-    const PointF point[] = {{2, 10}, {6, 14}, {1, 15}};
-    Polygon(graphics, point, 3, DARK);
-    Line(graphics, {9, 3.5F}, {12.5F, 7}, 1, WHITE);
-}
-
-void Scissors(Graphics& graphics) {
-    Line(graphics, {5, 1.5F}, {10, 10.5F}, 1.7F, DARK);
-    Line(graphics, {11, 1.5F}, {6, 10.5F}, 1.7F, DARK);
-    Gdiplus::Pen pen(BLUE, 1.7F);
-    graphics.DrawEllipse(&pen, 2.0F, 10.0F, 4.5F, 4.5F);
-    graphics.DrawEllipse(&pen, 9.5F, 10.0F, 4.5F, 4.5F);
-}
-
-void Clipboard(Graphics& graphics) {
-    Frame(graphics, 2, 2, 11, 13, PALE, DARK);
-    Box(graphics, 5, 1, 5, 3, DARK);
-    Frame(graphics, 6, 6, 9, 9, WHITE, BLUE);
-    Box(graphics, 8, 9, 5, 1, BLUE);
-    Box(graphics, 8, 11, 5, 1, BLUE);
-}
-
-// Two bars along a line; turned for the other axis.
-void Bars(Graphics& graphics, REAL line, REAL first, REAL second, bool turned) {
-    const auto box = [&](REAL x, REAL y, REAL width, REAL height, Color colour) {
-        turned ? Box(graphics, y, x, height, width, colour) : Box(graphics, x, y, width, height, colour);
-    };
-    box(line, 0, 1, 16, DARK);
-    box(first, 3, 11, 4, BLUE);
-    box(second, 9, 6, 4, BLUE);
-}
-
-void Spread(Graphics& graphics, bool turned) {
-    const auto box = [&](REAL x, REAL y, REAL width, REAL height, Color colour) {
-        turned ? Box(graphics, y, x, height, width, colour) : Box(graphics, x, y, width, height, colour);
-    };
-    box(0, 1, 1, 14, DARK);
-    box(15, 1, 1, 14, DARK);
-    box(2, 4, 3, 8, BLUE);
-    box(6.5F, 4, 3, 8, BLUE);
-    box(11, 4, 3, 8, BLUE);
-}
-
-void DrawIcon(Graphics& graphics, Icon icon) {
-    switch (icon) {
-    case Icon::Edit:
-        return Pencil(graphics);
-    case Icon::Undo:
-    case Icon::Redo:
-        return Turn(graphics, icon == Icon::Redo);
-    case Icon::Cut:
-        return Scissors(graphics);
-    case Icon::Copy:
-        Frame(graphics, 1, 1, 9, 11, WHITE, DARK);
-        return Frame(graphics, 5, 4, 9, 11, PALE, BLUE);
-    case Icon::Paste:
-        return Clipboard(graphics);
-    case Icon::Duplicate:
-        Frame(graphics, 1, 1, 9, 9, WHITE, DARK);
-        Frame(graphics, 6, 6, 9, 9, PALE, BLUE);
-        Box(graphics, 8, 10, 5, 1, BLUE);
-        return Box(graphics, 10, 8, 1, 5, BLUE);
-    case Icon::AlignLeft:
-        return Bars(graphics, 1, 3, 3, false);
-    case Icon::AlignTop:
-        return Bars(graphics, 1, 3, 3, true);
-    case Icon::AlignRight:
-        return Bars(graphics, 14, 2, 7, false);
-    case Icon::AlignBottom:
-        return Bars(graphics, 14, 2, 7, true);
-    case Icon::CentreAcross:
-        return Bars(graphics, 8, 3, 5, false);
-    case Icon::CentreDown:
-        return Bars(graphics, 8, 3, 5, true);
-    case Icon::DistributeAcross:
-        return Spread(graphics, false);
-    case Icon::DistributeDown:
-        return Spread(graphics, true);
-    case Icon::Foreground:
-        Frame(graphics, 5, 5, 10, 10, WHITE, DARK);
-        return Frame(graphics, 1, 1, 10, 10, BLUE, BLUE);
-    case Icon::Background:
-        Frame(graphics, 1, 1, 10, 10, BLUE, BLUE);
-        return Frame(graphics, 5, 5, 10, 10, WHITE, DARK);
-    case Icon::Grid:
-        for (int i = 0; i < 9; ++i) {
-            Box(graphics, 2 + 5.0F * (i % 3), 2 + 5.0F * (i / 3), 2, 2, i == 4 ? BLUE : DARK);
+// The words of a list, one a line.
+std::vector<std::string> Names(const char* strip) {
+    const Resource text = Find(std::string(strip) + "_NAMES");
+    std::vector<std::string> names;
+    std::string name;
+    for (DWORD i = 0; text.data && i < text.size; ++i) {
+        const char c = static_cast<const char*>(text.data)[i];
+        if (c == '\n') {
+            names.push_back(std::exchange(name, ""));
+        } else if (c != '\r') {
+            name += c;
         }
-        return;
-    case Icon::Count:
-        return;
     }
+    return names;
+}
+
+class Strip {
+public:
+    // CLASSES or COMMANDS, to be drawn on a dark or on a light ground.
+    Strip(const char* name, int size, bool isDark) : size_(size) {
+        const Resource file =
+            Find(std::string(name) + (isDark ? "_DARK_" : "_LIGHT_") + std::to_string(size));
+        const HGLOBAL memory = file.data ? GlobalAlloc(GMEM_MOVEABLE, file.size) : nullptr;
+        void* const copy = memory ? GlobalLock(memory) : nullptr;
+        if (!copy) {
+            return;
+        }
+        std::memcpy(copy, file.data, file.size);
+        GlobalUnlock(memory);
+        if (IStream* stream = nullptr; CreateStreamOnHGlobal(memory, TRUE, &stream) == S_OK) {
+            image_.reset(Gdiplus::Bitmap::FromStream(stream));
+            stream->Release();
+        }
+    }
+    void Draw(Graphics& graphics, int index) const {
+        if (image_) {
+            graphics.SetInterpolationMode(Gdiplus::InterpolationModeNearestNeighbor);
+            graphics.SetPixelOffsetMode(Gdiplus::PixelOffsetModeHalf);
+            graphics.DrawImage(image_.get(), Gdiplus::Rect(0, 0, size_, size_), index * size_, 0, size_,
+                               size_, Gdiplus::UnitPixel);
+        }
+    }
+
+private:
+    int size_;
+    std::unique_ptr<Gdiplus::Bitmap> image_;
+};
+
+int IndexOf(const std::vector<std::string>& names, const char* name) {
+    const auto found = std::find(names.begin(), names.end(), name);
+    return found == names.end() ? -1 : static_cast<int>(found - names.begin());
 }
 
 // Tiles.
@@ -246,6 +180,10 @@ void DrawTile(Graphics& graphics, const CatalogueEntry& entry) {
 
 } // namespace
 
+bool HasPicture(const CatalogueEntry& entry) {
+    return IndexOf(Names("CLASSES"), entry.className) >= 0;
+}
+
 HIMAGELIST MakeTiles() {
     const GdiPlus gdiPlus;
     HIMAGELIST list = ImageList_Create(TILE_SIZE, TILE_SIZE, ILC_COLOR32, 0, 8);
@@ -255,11 +193,41 @@ HIMAGELIST MakeTiles() {
             [&](Graphics& graphics) { RoundedTile(graphics, ColourOf(static_cast<CatalogueGroup>(i)), 5); });
         canvas.AddTo(list);
     }
+    const std::vector<std::string> names = Names("CLASSES");
+    const Strip strip("CLASSES", ICON_SIZE, IsDarkTheme());
     for (const CatalogueEntry& entry : Catalogue()) {
-        canvas.Draw([&](Graphics& graphics) { DrawTile(graphics, entry); });
+        const int index = IndexOf(names, entry.className);
+        canvas.Draw([&](Graphics& graphics) {
+            if (index < 0) {
+                return DrawTile(graphics, entry);
+            }
+            graphics.TranslateTransform((TILE_SIZE - ICON_SIZE) / 2, (TILE_SIZE - ICON_SIZE) / 2);
+            strip.Draw(graphics, index);
+        });
         canvas.AddTo(list);
     }
     return list;
+}
+
+HBITMAP MakePicture(const CatalogueEntry& entry, COLORREF ground) {
+    const GdiPlus gdiPlus;
+    const int index = IndexOf(Names("CLASSES"), entry.className);
+    const auto [width, height] = entry.size;
+    const int side = std::min(width, height) < PICTURE_SIZE ? ICON_SIZE : PICTURE_SIZE;
+    std::uint32_t* bits = nullptr;
+    const HBITMAP bitmap = CreatePixels(width, height, &bits);
+    if (bitmap) {
+        Gdiplus::Bitmap image(width, height, width * 4, PixelFormat32bppARGB, reinterpret_cast<BYTE*>(bits));
+        Graphics graphics(&image);
+        Color colour;
+        colour.SetFromCOLORREF(ground);
+        graphics.Clear(colour);
+        graphics.TranslateTransform(static_cast<REAL>((width - side) / 2),
+                                    static_cast<REAL>((height - side) / 2));
+        index < 0 ? DrawTile(graphics, entry)
+                  : Strip("CLASSES", side, IsDarkGround(ground)).Draw(graphics, index);
+    }
+    return bitmap;
 }
 
 HIMAGELIST MakeSigns() {
@@ -301,10 +269,12 @@ int EntryTile(const CatalogueEntry& entry) {
 
 HIMAGELIST MakeIcons(bool greyed) {
     const GdiPlus gdiPlus;
-    HIMAGELIST list = ImageList_Create(ICON_SIZE, ICON_SIZE, ILC_COLOR32, 0, static_cast<int>(Icon::Count));
+    const int count = static_cast<int>(Icon::Count);
+    HIMAGELIST list = ImageList_Create(ICON_SIZE, ICON_SIZE, ILC_COLOR32, 0, count);
+    const Strip strip("COMMANDS", ICON_SIZE, IsDarkTheme());
     Canvas canvas(ICON_SIZE);
-    for (int i = 0; i < static_cast<int>(Icon::Count); ++i) {
-        canvas.Draw([&](Graphics& graphics) { DrawIcon(graphics, static_cast<Icon>(i)); });
+    for (int i = 0; i < count; ++i) {
+        canvas.Draw([&](Graphics& graphics) { strip.Draw(graphics, i); });
         if (greyed) {
             canvas.Grey();
         }

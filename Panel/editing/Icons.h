@@ -5,10 +5,15 @@
 #include <windows.h>
 #include <commctrl.h>
 
-// Pictures of the edit mode, drawn when they are needed. Image lists belong to the caller.
+// Pictures of controls and commands, for the theme in use. Image lists and bitmaps belong to the caller.
 
 constexpr int TILE_SIZE = 18; // pixels
+// Of the groups and of the controls. Those without a picture of their own have their letters.
 HIMAGELIST MakeTiles();
+bool HasPicture(const CatalogueEntry& entry);
+constexpr int PICTURE_SIZE = 32; // pixels
+// In the size of a new control, its picture, large where there is room, on a ground of that colour.
+HBITMAP MakePicture(const CatalogueEntry& entry, COLORREF ground);
 // Images of a row of a list: nothing inside, closed, open.
 HIMAGELIST MakeSigns();
 int GroupTile(CatalogueGroup group);
@@ -34,6 +39,13 @@ enum class Icon {
     Foreground,
     Background,
     Grid,
+    Open,
+    Save,
+    Snapshots,
+    Bindings,
+    Trace,
+    Check,
+    Properties,
     Count
 };
 // One image for each, in that order; greyed for buttons that cannot be pressed.

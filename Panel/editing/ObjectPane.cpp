@@ -5,6 +5,7 @@
 #include "Panel/editing/Icons.h"
 #include "Panel/editing/RenameDialog.h"
 #include "Panel/resource.h"
+#include "Panel/theme/Theme.h"
 #include "Panelhost/Hostinfo.h"
 #include "base/Gdi.h"
 #include "logic/drawing/PanelColours.h"
@@ -52,10 +53,8 @@ std::string TextOf(const ObjectRow& row) {
 } // namespace
 
 ObjectPane::~ObjectPane() {
-    for (const HIMAGELIST list : {tiles_, signs_}) {
-        if (list) {
-            ImageList_Destroy(list);
-        }
+    if (signs_) {
+        ImageList_Destroy(signs_);
     }
 }
 
@@ -84,10 +83,9 @@ bool ObjectPane::Create(HWND frame, HFONT font, std::function<void(int)> resize)
     if (!list_ || !search_ || !hint_) {
         return false;
     }
-    tiles_ = MakeTiles();
+    FollowTheme();
     signs_ = MakeSigns();
     ListView_SetExtendedListViewStyle(list_, LVS_EX_FULLROWSELECT);
-    ListView_SetImageList(list_, tiles_, LVSIL_SMALL);
     ListView_SetImageList(list_, signs_, LVSIL_STATE);
     ListView_SetCallbackMask(list_, LVIS_STATEIMAGEMASK);
     const std::pair<const char*, int> columns[] = {
@@ -101,6 +99,12 @@ bool ObjectPane::Create(HWND frame, HFONT font, std::function<void(int)> resize)
         SendMessageA(list_, LVM_INSERTCOLUMNA, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(&column));
     }
     return true;
+}
+
+void ObjectPane::FollowTheme() {
+    ImageList tiles(MakeTiles());
+    ListView_SetImageList(list_, tiles.get(), LVSIL_SMALL);
+    tiles_ = std::move(tiles);
 }
 
 void ObjectPane::Arrange() const {
@@ -491,6 +495,9 @@ LRESULT ObjectPane::OnNotify(NMHDR& header) {
 
 LRESULT ObjectPane::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
+    case THEME_CHANGED:
+        FollowTheme();
+        return 0;
     case WM_SIZE:
         Arrange();
         return 0;

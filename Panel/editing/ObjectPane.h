@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Panel/common/Window.h"
+#include "base/Gdi.h"
 #include "Panel/editing/ObjectRows.h"
 
 #include <windows.h>
@@ -36,6 +37,7 @@ private:
     LRESULT OnNotify(NMHDR& header);
     LRESULT OnCustomDraw(const NMLVCUSTOMDRAW& draw) const;
     void FillItem(LVITEMA& item) const;
+    void FollowTheme();
     void Arrange() const;
     void ShowRows();
     void ShowSelection();
@@ -53,7 +55,7 @@ private:
     HWND search_ = nullptr;
     HWND list_ = nullptr;
     HWND hint_ = nullptr;
-    HIMAGELIST tiles_ = nullptr;
+    ImageList tiles_;
     HIMAGELIST signs_ = nullptr;
     std::function<void(int)> resize_;
     Editor* editor_ = nullptr;

@@ -3,16 +3,12 @@
 #include "Panel/editing/Editor.h"
 #include "Panel/editing/Icons.h"
 #include "Panel/resource.h"
+#include "Panel/theme/Theme.h"
+#include "Panelhost/Hostinfo.h"
 
 #include <windowsx.h>
 
 #include <utility>
-
-Palette::~Palette() {
-    if (tiles_) {
-        ImageList_Destroy(tiles_);
-    }
-}
 
 bool Palette::Create(HWND frame, HFONT font) {
     if (!Window::Create("PanelPalette", "Controls", WS_CHILD | WS_CLIPCHILDREN, WS_EX_CONTROLPARENT, {},
@@ -28,11 +24,16 @@ bool Palette::Create(HWND frame, HFONT font) {
         return false;
     }
     SetWindowFont(tree_, font, FALSE);
-    tiles_ = MakeTiles();
-    TreeView_SetImageList(tree_, tiles_, TVSIL_NORMAL);
+    FollowTheme();
     TreeView_SetItemHeight(tree_, TILE_SIZE + 4);
     Fill();
     return true;
+}
+
+void Palette::FollowTheme() {
+    ImageList tiles(MakeTiles());
+    TreeView_SetImageList(tree_, tiles.get(), TVSIL_NORMAL);
+    tiles_ = std::move(tiles);
 }
 
 void Palette::Fill() {
@@ -89,11 +90,11 @@ LRESULT Palette::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         return OnNotify(*reinterpret_cast<const NMHDR*>(lParam));
     case WM_MOUSEMOVE:
         if (dragged_ && editor_) {
-            POINT point;
-            GetCursorPos(&point);
-            const bool possible = editor_->ShowGhost(*dragged_, point).has_value();
-            SetCursor(LoadCursorA(nullptr, possible ? IDC_CROSS : IDC_NO));
+            SetCursor(LoadCursorA(nullptr, ShowGhost() ? IDC_CROSS : IDC_NO));
         }
+        return 0;
+    case THEME_CHANGED:
+        FollowTheme();
         return 0;
     case WM_LBUTTONUP:
         EndDrag(true);
@@ -147,28 +148,37 @@ void Palette::Choose() {
 
 void Palette::StartDrag(const CatalogueEntry* entry) {
     if (entry && editor_) {
-        dragged_ = entry;
+        dragged_ = *entry;
+        dragged_->size = preview_.Make(*entry, editor_->Edits().Root());
         SetCapture(Handle());
         SetFocus(Handle()); // so that Escape arrives here
     }
 }
 
+// Where the control would stand now.
+std::optional<POINT> Palette::ShowGhost() {
+    POINT point;
+    GetCursorPos(&point);
+    const auto corner = editor_->ShowGhost(*dragged_, point);
+    corner ? preview_.Show(editor_->Edits().Root()->window, *corner) : preview_.Hide();
+    return corner;
+}
+
 void Palette::EndDrag(bool drop) {
-    const CatalogueEntry* entry = std::exchange(dragged_, nullptr);
-    if (!entry) {
+    if (!dragged_) {
         return;
     }
+    const auto corner = editor_ && drop ? ShowGhost() : std::nullopt;
+    const CatalogueEntry entry = *std::exchange(dragged_, std::nullopt);
+    preview_.Drop();
     if (GetCapture() == Handle()) {
         ReleaseCapture();
     }
-    POINT point;
-    GetCursorPos(&point);
-    const auto corner = editor_ ? editor_->ShowGhost(*entry, point) : std::nullopt;
     if (editor_) {
         editor_->HideGhost();
     }
     if (drop && corner) {
-        editor_->Create(*entry, corner);
+        editor_->Create(entry, corner);
     } else {
         SetFocus(tree_);
     }

@@ -5,6 +5,8 @@
 #include "Panel/resource.h"
 #include "Panel/theme/Theme.h"
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
 #include <vector>
 
@@ -20,6 +22,14 @@ struct Button {
 };
 constexpr Button BUTTONS[] = {
     {CMD_EDIT_MODE, Icon::Edit, "Edit the panel (F5)", BTNS_CHECK},
+    {},
+    {CMD_OPEN, Icon::Open, "Open a panel (Ctrl+O)"},
+    {CMD_SAVE, Icon::Save, "Save the panel (Ctrl+S)"},
+    {},
+    {CMD_SNAPSHOTS, Icon::Snapshots, "Snapshots: take and recall"},
+    {CMD_VIEW_BINDINGS, Icon::Bindings, "Bindings, and what is not live (Ctrl+B)"},
+    {CMD_CHECK, Icon::Check, "Check the panel"},
+    {CMD_VIEW_TRACE, Icon::Trace, "Trace (F9)"},
     {},
     {CMD_UNDO, Icon::Undo, "Undo (Ctrl+Z)"},
     {CMD_REDO, Icon::Redo, "Redo (Ctrl+Y)"},
@@ -43,6 +53,9 @@ constexpr Button BUTTONS[] = {
     {},
     {CMD_GRID, Icon::Grid, "Grid on or off (Ctrl+G)", BTNS_CHECK},
 };
+
+const Button* const FIRST_OF_EDITING = std::find_if(
+    std::begin(BUTTONS), std::end(BUTTONS), [](const Button& button) { return button.command == CMD_UNDO; });
 
 int IdOf(const Button& button) {
     return button.command != 0 ? button.command : FIRST_SEPARATOR + static_cast<int>(&button - BUTTONS);
@@ -141,8 +154,9 @@ LRESULT Toolbar::Answer(NMHDR& header) {
 
 void Toolbar::Update(const Editor& editor) const {
     for (const Button& button : BUTTONS) {
-        const bool hidden = !editor.IsActive() && button.command != CMD_EDIT_MODE;
-        const bool enabled = button.command == 0 || editor.IsEnabled(button.command);
+        const bool isAlways = &button < FIRST_OF_EDITING;
+        const bool hidden = !editor.IsActive() && !isAlways;
+        const bool enabled = isAlways || button.command == 0 || editor.IsEnabled(button.command);
         const int state = (enabled ? TBSTATE_ENABLED : 0) |
                           (editor.IsChecked(button.command) ? TBSTATE_CHECKED : 0) |
                           (hidden ? TBSTATE_HIDDEN : 0);

@@ -7,8 +7,8 @@
 
 class Editor;
 
-// The commands of the edit mode below the menu. While the panel is operated only the button that begins to
-// edit is there.
+// Commands below the menu: those that are of use at any time, and while the panel is edited those that edit
+// it.
 class Toolbar {
 public:
     Toolbar() = default;

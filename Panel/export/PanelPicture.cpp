@@ -105,19 +105,19 @@ void Paint(HWND window, HDC target, POINT corner) {
     BitBlt(target, inside.x, inside.y, size.cx, size.cy, dc.Get(), 0, 0, SRCCOPY);
 }
 
-Bitmap PaintPanel(HWND panel, SIZE size) {
+} // namespace
+
+Bitmap PaintWindow(HWND window, SIZE size) {
     Bitmap bitmap(CreatePixels(size.cx, size.cy));
     if (bitmap) {
         const MemoryDc dc(bitmap.get());
-        Paint(panel, dc.Get(), {0, 0});
+        Paint(window, dc.Get(), {0, 0});
     }
     return bitmap;
 }
 
-} // namespace
-
 bool SavePanelPicture(HWND panel, SIZE size, const std::string& file) {
-    const Bitmap bitmap = PaintPanel(panel, size);
+    const Bitmap bitmap = PaintWindow(panel, size);
     if (!bitmap) {
         return false;
     }
@@ -126,7 +126,7 @@ bool SavePanelPicture(HWND panel, SIZE size, const std::string& file) {
 }
 
 bool SavePanelThumbnail(HWND panel, SIZE size, SIZE room, const std::string& file) {
-    const Bitmap bitmap = PaintPanel(panel, size);
+    const Bitmap bitmap = PaintWindow(panel, size);
     const double scale = std::min({1.0, static_cast<double>(room.cx) / std::max(1L, size.cx),
                                    static_cast<double>(room.cy) / std::max(1L, size.cy)});
     const int width = std::max(1, static_cast<int>(size.cx * scale));

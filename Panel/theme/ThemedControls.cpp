@@ -367,7 +367,7 @@ void SetListColours(HWND window, bool isDark) {
 } // namespace
 
 bool IsOwnWindow(const char* className) {
-    return std::strncmp(className, "Panel", 5) == 0 && std::strcmp(className, "PanelLine") != 0 &&
+    return std::strncmp(className, "Panel", 5) == 0 && std::strncmp(className, "PanelLine", 9) != 0 &&
            std::strcmp(className, "PanelWindow") != 0;
 }
 

@@ -14,6 +14,8 @@ sys.dont_write_bytecode = True  # no cache folders in the source tree
 
 import appicon
 import buttons
+import classicons
+import commandicons
 import delaylamps
 import dragcursor
 import faders
@@ -47,6 +49,8 @@ MODULES = (
     grounds,
     stagehands,
     icons,
+    classicons,
+    commandicons,
     status,
     miniviews,
     appicon,
