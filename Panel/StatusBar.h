@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Panel/DeviceLamp.h"
+#include "Panel/common/DeviceLamp.h"
 
 #include <windows.h>
 

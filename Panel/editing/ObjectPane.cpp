@@ -2,9 +2,11 @@
 
 #include "Panel/editing/Catalogue.h"
 #include "Panel/editing/Editor.h"
+#include "Panel/common/DeviceLamp.h"
 #include "Panel/editing/Icons.h"
 #include "Panel/editing/RenameDialog.h"
 #include "Panel/resource.h"
+#include "Panelhost/Devices.h"
 #include "Panelhost/Hostinfo.h"
 #include "base/Gdi.h"
 #include "logic/drawing/PanelColours.h"
@@ -38,12 +40,26 @@ int TileOf(const HOSTINFO* object) {
     return GroupTile(CatalogueGroup::Interfaces);
 }
 
-std::string TextOf(const ObjectRow& row) {
+std::set<std::string> NotLive(HOSTINFO* root) {
+    std::set<std::string> names;
+    for (const auto& [name, status] : a_ListDevices(root)) {
+        if (!a_WhyNotLive(status).empty()) {
+            names.insert(name);
+        }
+    }
+    return names;
+}
+
+std::string TextOf(const ObjectRow& row, const std::set<std::string>& notLive) {
     switch (row.kind) {
     case ObjectRow::Kind::Panel:
         return "Panel";
     case ObjectRow::Kind::Heading:
         return "Devices";
+    case ObjectRow::Kind::Device:
+        return a_IsAlive(row.object)
+                   ? row.object->name + (notLive.contains(row.object->name) ? "   not live" : "   live")
+                   : "";
     default:
         return a_IsAlive(row.object) ? a_OwnName(row.object) : "";
     }
@@ -85,6 +101,9 @@ bool ObjectPane::Create(HWND frame, HFONT font, std::function<void(int)> resize)
         return false;
     }
     tiles_ = MakeTiles();
+    for (const bool areLive : {false, true}) {
+        lamps_[areLive] = ImageList_AddIcon(tiles_, MakeDeviceLamp(areLive).get());
+    }
     signs_ = MakeSigns();
     ListView_SetExtendedListViewStyle(list_, LVS_EX_FULLROWSELECT);
     ListView_SetImageList(list_, tiles_, LVSIL_SMALL);
@@ -155,9 +174,10 @@ void ObjectPane::ShowRows() {
     if (editor_) {
         rows = ObjectRows(editor_->Edits().Root(), open_, wanted);
     }
+    notLive_ = editor_ ? NotLive(editor_->Edits().Root()) : std::set<std::string>();
     std::vector<std::string> names;
     for (const ObjectRow& row : rows) {
-        names.push_back(TextOf(row));
+        names.push_back(TextOf(row, notLive_));
     }
     if (rows == rows_ && names == names_) {
         return;
@@ -199,7 +219,7 @@ void ObjectPane::FillItem(LVITEMA& item) const {
     if ((item.mask & LVIF_TEXT) != 0 && item.pszText && item.cchTextMax > 0) {
         std::string text;
         if (item.iSubItem == NAME) {
-            text = TextOf(row);
+            text = names_[static_cast<std::size_t>(item.iItem)];
         } else if (object) {
             const bool isSet = item.iSubItem == SEEN ? (object->flags & FLAG_HIDDEN) == 0
                                                      : (object->flags & FLAG_LOCKED) != 0;
@@ -212,9 +232,11 @@ void ObjectPane::FillItem(LVITEMA& item) const {
         item.iIndent = row.depth;
     }
     if ((item.mask & LVIF_IMAGE) != 0) {
-        item.iImage = object ? TileOf(object)
-                             : GroupTile(row.kind == ObjectRow::Kind::Panel ? CatalogueGroup::Strips
-                                                                            : CatalogueGroup::Interfaces);
+        const bool isDevice = row.kind == ObjectRow::Kind::Device && a_IsAlive(row.object);
+        item.iImage = object     ? TileOf(object)
+                      : isDevice ? lamps_[!notLive_.contains(row.object->name)]
+                                 : GroupTile(row.kind == ObjectRow::Kind::Panel ? CatalogueGroup::Strips
+                                                                                : CatalogueGroup::Interfaces);
     }
     if ((item.mask & LVIF_STATE) != 0) {
         item.state |= INDEXTOSTATEIMAGEMASK(!row.hasParts ? 1 : (row.isOpen ? 3 : 2));

@@ -99,7 +99,8 @@ std::string FullName(const std::string& file) {
     return logic::FoldName(a_MakeFullPathName(file.c_str(), path) != 0 ? path : file);
 }
 
-// Files that are there no more, or are read no sooner than they are used, unless a control of the panel itself writes them.
+// Files that are there no more, or are read no sooner than they are used, unless a control of the panel
+// itself writes them.
 void FindMissingFiles(const PanelRoot& root, Findings& findings) {
     std::set<std::string> written;
     Findings missing;
