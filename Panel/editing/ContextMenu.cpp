@@ -28,7 +28,7 @@ constexpr MenuCommand COMMANDS[] = {
 };
 
 int Track(HMENU menu, HWND panel, POINT place) {
-    return TrackPopupMenu(menu, TPM_RETURNCMD | TPM_RIGHTBUTTON, place.x, place.y, 0,
+    return TrackPopupMenu(menu, TPM_RETURNCMD | TPM_RIGHTBUTTON | TPM_NONOTIFY, place.x, place.y, 0,
                           GetAncestor(panel, GA_ROOT), nullptr);
 }
 
