@@ -2,8 +2,9 @@
 
 #include "Panel/ControlLibrary.h"
 #include "Panel/FileDialogs.h"
+#include "Panel/common/CommandText.h"
 #include "Panel/common/Paths.h"
-#include "Panel/common/VersionText.h"
+#include "Panel/help/HelpPages.h"
 #include "Panel/operating/PinDialogs.h"
 #include "Panel/resource.h"
 #include "Panel/theme/Theme.h"
@@ -43,7 +44,7 @@ bool IsTextField(HWND window) {
 
 bool IsEditCommand(int command) {
     return (command >= CMD_EDIT_FIRST && command <= CMD_EDIT_LAST) || BuildCommands::Has(command) ||
-           (command >= CMD_SAME_WIDTH && command <= CMD_SAME_SIZE);
+           (command >= CMD_SAME_WIDTH && command <= CMD_SAME_SIZE) || KeyCommands::Has(command);
 }
 
 } // namespace
@@ -61,7 +62,8 @@ FrameWindow::FrameWindow(const CommandLine& commandLine, const Reporter& reporte
       bindings_(
           {.goTo = [this](HOSTINFO* control) { return GoTo(control); },
            .askFile = [this](HWND owner) { return AskFileToExport(owner, WithExtension(file_, ".txt")); },
-           .warn = [this](const std::string& text) { reporter_.Warn(Handle(), text); }}) {}
+           .warn = [this](const std::string& text) { reporter_.Warn(Handle(), text); }}),
+      check_([this](const std::string& object) { GoToFinding(object); }) {}
 
 FrameWindow::~FrameWindow() {
     KillTimer(Handle(), TICK_TIMER);
@@ -129,6 +131,10 @@ std::list<PANELFINDING> FrameWindow::Check() {
 // Keys.
 
 bool FrameWindow::TranslateKey(MSG& message) {
+    if (HelpKey::Is(message)) {
+        ShowHelp(message.hwnd);
+        return true;
+    }
     if (trace_.TranslateKey(message) || unread_.TranslateKey(message) || snapshots_.TranslateKey(message) ||
         bindings_.TranslateKey(message) || replace_.TranslateKey(message) || check_.TranslateKey(message) ||
         layers_.TranslateKey(message)) {
@@ -181,9 +187,15 @@ LRESULT FrameWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
             return 0; // Alt belongs to what is being dragged
         }
         break;
+    case WM_MENUSELECT:
+        status_.SetHint(CommandStatus((HIWORD(wParam) & MF_POPUP) != 0 ? 0 : LOWORD(wParam)));
+        return 0;
     case WM_NOTIFY:
-        if (const LRESULT answer = Toolbar::Answer(*reinterpret_cast<NMHDR*>(lParam))) {
+        if (const LRESULT answer = toolbar_.Answer(*reinterpret_cast<NMHDR*>(lParam))) {
             return answer;
+        }
+        if (const auto command = toolbar_.PointedAt(*reinterpret_cast<const NMHDR*>(lParam))) {
+            status_.SetHint(CommandStatus(*command));
         }
         if (!IsOnlyOperated() && status_.IsMessageClick(*reinterpret_cast<const NMHDR*>(lParam))) {
             trace_.Show(true);
@@ -252,6 +264,7 @@ void FrameWindow::OnCommand(int command) {
         return;
     }
     properties_.Finish();
+    status_.SetHint("");
     if (IsEditCommand(command)) {
         return OnEditCommand(command);
     }
@@ -287,6 +300,10 @@ void FrameWindow::OnCommand(int command) {
         return ShowProperties(!properties_.IsShown());
     case CMD_GO_TO_PROPERTIES:
         return GoToProperties();
+    case CMD_PANEL_PROPERTIES:
+        return GoToPanelProperties();
+    case CMD_ADD_CONTROL:
+        return editing_ ? palette_.TakeFocus() : void();
     case CMD_VIEW_TRACE:
         return trace_.Show(!trace_.IsShown());
     case CMD_VIEW_UNREAD:
@@ -306,6 +323,12 @@ void FrameWindow::OnCommand(int command) {
         notice_.SetText("");
         OnSize();
         return panel_->RestoreFocus();
+    case CMD_HELP:
+        return ShowHelp(GetFocus());
+    case CMD_HELP_CONTENTS:
+        return OpenHelp(PAGE_CONTENTS);
+    case CMD_HELP_KEYS:
+        return OpenHelp(PAGE_KEYS);
     case CMD_ABOUT:
         return About();
     default:
@@ -332,6 +355,18 @@ void FrameWindow::ShowProperties(bool shown) {
     }
     WidenFrame(Handle(), SidesWidth() - before);
     OnSize();
+}
+
+// Of which they are while nothing is selected.
+void FrameWindow::GoToPanelProperties() {
+    if (!editing_) {
+        return;
+    }
+    panel_->Edit().Select({});
+    properties_.Update();
+    if (!properties_.HasFocus()) {
+        GoToProperties();
+    }
 }
 
 // And back to the panel from there.
@@ -362,7 +397,9 @@ void FrameWindow::UpdateMenu() const {
     CheckMenuRadioItem(menu, CMD_THEME_SYSTEM, CMD_THEME_DARK,
                        CMD_THEME_SYSTEM + static_cast<UINT>(ChosenTheme()), MF_BYCOMMAND);
     CheckMenuItem(menu, CMD_VIEW_PROPERTIES, properties_.IsShown() ? MF_CHECKED : MF_UNCHECKED);
-    EnableMenuItem(menu, CMD_GO_TO_PROPERTIES, editing_ ? MF_ENABLED : MF_GRAYED);
+    for (const UINT command : {CMD_GO_TO_PROPERTIES, CMD_PANEL_PROPERTIES, CMD_ADD_CONTROL}) {
+        EnableMenuItem(menu, command, editing_ ? MF_ENABLED : MF_GRAYED);
+    }
     CheckMenuItem(menu, CMD_VIEW_TRACE, trace_.IsShown() ? MF_CHECKED : MF_UNCHECKED);
     CheckMenuItem(menu, CMD_VIEW_BINDINGS, bindings_.IsShown() ? MF_CHECKED : MF_UNCHECKED);
     EnableMenuItem(menu, CMD_REPLACE_BINDINGS, editing_ ? MF_ENABLED : MF_GRAYED);
@@ -374,7 +411,7 @@ void FrameWindow::UpdateMenu() const {
     EnableMenuItem(menu, CMD_PIN, editing_ ? MF_ENABLED : MF_GRAYED);
     EnableMenuItem(menu, CMD_VIEW_UNREAD, panel_->Unread().empty() ? MF_GRAYED : MF_ENABLED);
     const Editor& editor = panel_->Edit();
-    for (int command = CMD_EDIT_FIRST; command <= CMD_SAME_SIZE; ++command) {
+    for (int command = CMD_EDIT_FIRST; command <= CMD_KEYS_LAST; ++command) {
         if (!IsEditCommand(command)) {
             continue;
         }
@@ -486,13 +523,17 @@ std::string FrameWindow::GoTo(HOSTINFO* control) {
                                                               "or shown in the edit mode alone";
 }
 
-void FrameWindow::About() {
-    std::string text = "Panel " + VersionText() + "\n\nOpens, operates and saves control panels.";
-    const std::string stamp = library_.BuildStamp();
-    if (!stamp.empty()) {
-        text += "\n\nControl library: " + stamp;
+void FrameWindow::GoToFinding(const std::string& object) {
+    HOSTINFO* found = object.empty() || !panel_ ? nullptr : a_FindHostinfo(panel_->Root(), object.c_str());
+    if (!found) {
+        return;
     }
-    MessageBoxA(Handle(), text.c_str(), "About Panel", MB_OK | MB_ICONINFORMATION);
+    if (found->kind == KIND_DEVICE) {
+        return bindings_.Open(true);
+    }
+    if (const std::string why = GoTo(found); !why.empty()) {
+        reporter_.Warn(Handle(), why);
+    }
 }
 
 // What is shown.

@@ -14,6 +14,7 @@
 #include "Panel/editing/ObjectPane.h"
 #include "Panel/editing/Palette.h"
 #include "Panel/editing/Toolbar.h"
+#include "Panel/help/HelpKey.h"
 #include "Panel/lists/CheckWindow.h"
 #include "Panel/lists/SnapshotWindow.h"
 #include "Panel/lists/LayersWindow.h"
@@ -75,6 +76,7 @@ private:
     void ResizeObjects(int by);
     void ShowProperties(bool shown);
     void GoToProperties();
+    void GoToPanelProperties();
     // What is docked at the sides of the view.
     int LeftWidth() const { return editing_ ? Palette::WIDTH : 0; }
     int RightWidth() const { return editing_ && properties_.IsShown() ? properties_.Width() : 0; }
@@ -100,9 +102,15 @@ private:
     // Whether the panel has changes to be saved. What is only operated is not to be changed in its file.
     bool IsUnsaved() const { return commandLine_.operate ? panel_->IsEdited() : panel_->IsChanged(); }
     bool MayDiscard();
+    // Help (FrameHelp.cpp).
+    std::string HelpPageFor(HWND window) const;
+    void ShowHelp(HWND window);
+    void OpenHelp(const std::string& page);
     void About();
     // Shows the user a control; what stands in the way, in words.
     std::string GoTo(HOSTINFO* control);
+    // The same of what the check found, by its full name; of a device what of it is bound and not live.
+    void GoToFinding(const std::string& object);
 
     // Title, status and panel size follow what changed.
     void Refresh();
@@ -147,6 +155,8 @@ private:
     std::string title_;
     std::string statedSize_;
     int objectCount_ = -1; // in this process when the controls were counted
+    HelpKey helpKey_{[this](HWND window) { ShowHelp(window); }}; // in dialogs
+    bool helping_ = false;
     bool ticking_ = false;
     bool editing_ = false;
     ULONGLONG nextRefresh_ = 0;

@@ -78,10 +78,21 @@ void StatusBar::Resize() {
 void StatusBar::SetText(const std::string& text) {
     if (text != text_) {
         text_ = text;
-        std::string shown = text; // a tab would centre what follows
-        std::replace(shown.begin(), shown.end(), '\t', ' ');
-        SendMessageA(bar_, SB_SETTEXTA, 0, reinterpret_cast<LPARAM>(shown.c_str()));
+        ShowText();
     }
+}
+
+void StatusBar::SetHint(const std::string& hint) {
+    if (hint != hint_) {
+        hint_ = hint;
+        ShowText();
+    }
+}
+
+void StatusBar::ShowText() const {
+    std::string shown = hint_.empty() ? text_ : hint_;
+    std::replace(shown.begin(), shown.end(), '\t', ' '); // which would centre what follows
+    SendMessageA(bar_, SB_SETTEXTA, 0, reinterpret_cast<LPARAM>(shown.c_str()));
 }
 
 void StatusBar::SetDevices(const Devices& devices) {

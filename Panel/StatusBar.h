@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Panel/DeviceLamp.h"
+#include "Panel/common/DeviceLamp.h"
 
 #include <windows.h>
 
@@ -34,6 +34,8 @@ public:
     void Resize();
 
     void SetText(const std::string& text);
+    // What a command does that is pointed at, in place of the text; empty for none.
+    void SetHint(const std::string& hint);
     // Draws what is new at once.
     void Update() const { UpdateWindow(bar_); }
     void SetDevices(const Devices& devices);
@@ -52,6 +54,7 @@ private:
 
     bool IsClick(const NMHDR& header, std::optional<std::size_t> part) const;
     std::vector<Part> Parts() const;
+    void ShowText() const;
     void Arrange();
     int WidthOf(const Part& part) const;
     void PlaceTip(const RECT& place);
@@ -60,6 +63,7 @@ private:
     HWND tip_ = nullptr; // of the lamp
     OwnedIcon lamps_[2]; // by whether all are live
     std::string text_;
+    std::string hint_;
     Devices devices_;
     int controls_ = -1;
     int messages_ = -1;

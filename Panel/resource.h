@@ -37,9 +37,16 @@
 #define IDA_BINDINGS 31
 #define IDM_REPLACE 32
 #define IDA_REPLACE 33
+#define IDM_CHECK 34
 
 #define IDM_LAYERS 20
 #define IDA_LAYERS 21
+
+/* Of dialogs, by which the page on them is found. */
+#define HELPID_RENAME 1
+#define HELPID_CHANNEL 2
+#define HELPID_ROW 3
+#define HELPID_LOCK 4
 
 #define IDC_STATUS 100
 #define IDC_LIST 101
@@ -118,6 +125,32 @@
 #define CMD_SAME_WIDTH 1230
 #define CMD_SAME_HEIGHT 1231
 #define CMD_SAME_SIZE 1232
+
+/* Help. */
+#define CMD_HELP 1390
+#define CMD_HELP_CONTENTS 1391
+#define CMD_HELP_KEYS 1392
+/* What keys do on the panel that is edited; moves and sizes in the order of their keys, VK_LEFT to VK_DOWN.
+ */
+#define CMD_SELECT_NEXT 1393
+#define CMD_SELECT_PREVIOUS 1394
+#define CMD_SELECT_NONE 1395
+#define CMD_MOVE_LEFT 1396
+#define CMD_MOVE_UP 1397
+#define CMD_MOVE_RIGHT 1398
+#define CMD_MOVE_DOWN 1399
+#define CMD_STEP_LEFT 1400
+#define CMD_STEP_UP 1401
+#define CMD_STEP_RIGHT 1402
+#define CMD_STEP_DOWN 1403
+#define CMD_NARROWER 1404
+#define CMD_SHORTER 1405
+#define CMD_WIDER 1406
+#define CMD_TALLER 1407
+#define CMD_KEYS_FIRST CMD_SELECT_NEXT
+#define CMD_KEYS_LAST CMD_TALLER
+#define CMD_PANEL_PROPERTIES 1408
+#define CMD_ADD_CONTROL 1409
 
 #define CMD_TRACE_COPY 1101
 #define CMD_TRACE_SELECT_ALL 1102

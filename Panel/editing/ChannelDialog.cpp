@@ -84,7 +84,7 @@ void ChannelDialog::OnCreate() {
     const HWND table = Item(IDC_CHANNEL_TABLE);
     ListView_SetExtendedListViewStyle(table, LVS_EX_FULLROWSELECT);
     const std::pair<const char*, int> columns[] = {
-        {"Part", 90}, {"Parameter", 130}, {"First channel", 150}, {"Last channel", 150}};
+        {"Part", 90}, {"Parameter", 120}, {"First channel", 132}, {"Last channel", 132}};
     for (int i = 0; i < static_cast<int>(std::size(columns)); ++i) {
         LVCOLUMNA column{};
         column.mask = LVCF_TEXT | LVCF_WIDTH;
@@ -187,7 +187,8 @@ void ChannelDialog::ShowTable() {
     filling_ = false;
     const std::string text =
         !first ? "The channel is a number from 0 to 9999."
-               : std::to_string(bound) + " bindings in " + std::to_string(strips_.size()) + " selected" +
+               : std::to_string(bound) + (bound == 1 ? " binding in " : " bindings in ") +
+                     std::to_string(strips_.size()) + " selected" +
                      (missing == 0
                           ? ""
                           : ", " + std::to_string(missing) + " of them to what the device does not have");

@@ -5,6 +5,7 @@
 #include "Panelhost/Messages.h"
 #include "base/Handles.h"
 
+#include <algorithm>
 #include <iterator>
 
 namespace {
@@ -62,17 +63,20 @@ int AskEditMenu(HWND panel, POINT place, HWND control, bool canPaste) {
     if (control) {
         Extend(menu, control);
     }
+    for (const MenuCommand& entry : COMMANDS) { // the frame tells what its commands do
+        MENUITEMINFOA item{};
+        item.cbSize = sizeof item;
+        item.fMask = MIIM_ID;
+        item.wID = static_cast<UINT>(entry.command);
+        SetMenuItemInfoA(menu, entry.item, FALSE, &item);
+    }
     const int chosen = Track(menu, panel, place);
     if (chosen == APPLY) {
         SendApply(control);
-        return 0;
     }
-    for (const MenuCommand& entry : COMMANDS) {
-        if (static_cast<int>(entry.item) == chosen) {
-            return entry.command;
-        }
-    }
-    return 0;
+    const auto row = std::find_if(std::begin(COMMANDS), std::end(COMMANDS),
+                                  [&](const MenuCommand& entry) { return entry.command == chosen; });
+    return row == std::end(COMMANDS) ? 0 : chosen;
 }
 
 void OfferControlMenu(HWND panel, POINT place, HWND control) {

@@ -47,13 +47,17 @@ EditCommands::EditCommands(const EditSurface& surface, PanelEdits::Warning warn)
       selection_(surface.selection),
       grid_(surface.grid),
       warn_(std::move(warn)),
-      build_(surface, warn_) {}
+      build_(surface, warn_),
+      keys_(surface, build_) {}
 
 // What is possible.
 
 bool EditCommands::IsEnabled(int command) const {
     if (BuildCommands::Has(command)) {
         return build_.IsEnabled(command);
+    }
+    if (KeyCommands::Has(command)) {
+        return keys_.IsEnabled(command);
     }
     const std::size_t count = selection_.Objects().size();
     switch (command) {
@@ -101,6 +105,9 @@ std::string EditCommands::LabelOf(int command) const {
 void EditCommands::Execute(int command) {
     if (BuildCommands::Has(command)) {
         return build_.Execute(command);
+    }
+    if (KeyCommands::Has(command)) {
+        return keys_.Execute(command);
     }
     switch (command) {
     case CMD_UNDO:
@@ -195,21 +202,6 @@ void EditCommands::SelectNames(const std::vector<std::string>& names) {
     selection_.Set(std::move(objects));
 }
 
-void EditCommands::CycleSelection(bool backwards) {
-    const HOSTINFO* current = selection_.IsEmpty() ? nullptr : selection_.Objects().back();
-    const std::vector<HOSTINFO*> siblings = ReachableIn(edits_.Root(), selection_.Parent(edits_.Root()));
-    if (siblings.empty()) {
-        return;
-    }
-    const auto at = std::find(siblings.begin(), siblings.end(), current);
-    const std::size_t count = siblings.size();
-    std::size_t next = backwards ? count - 1 : 0;
-    if (at != siblings.end()) {
-        next = (static_cast<std::size_t>(at - siblings.begin()) + (backwards ? count - 1 : 1)) % count;
-    }
-    selection_.Set({siblings[next]});
-}
-
 // Arranging.
 
 void EditCommands::MoveTo(const std::string& label, const std::vector<logic::Rectangle>& places) {
@@ -245,24 +237,6 @@ void EditCommands::Distribute(int command) {
         logic::DistributeDown(places);
     }
     MoveTo("Distribute", places);
-}
-
-void EditCommands::Nudge(WPARAM key, bool byGrid) {
-    if (selection_.IsEmpty() || build_.HasLocked()) {
-        return;
-    }
-    const int step = byGrid ? EditGrid::SPACING : 1;
-    logic::Offset by{key == VK_LEFT ? -step : (key == VK_RIGHT ? step : 0),
-                     key == VK_UP ? -step : (key == VK_DOWN ? step : 0)};
-    const std::vector<Placement> before = PlacementsOf(selection_.Objects());
-    const SIZE room = RoomAround(*before.front().object);
-    by = logic::ReachableMove(by, PlacesOf(before), room.cx, room.cy);
-    std::vector<Placement> now = before;
-    for (Placement& placement : now) {
-        placement.place = logic::Moved(placement.place, by);
-    }
-    PlaceObjects(now);
-    edits_.CommitPlaces("Move", before, static_cast<int>(key) | (byGrid ? 0x100 : 0));
 }
 
 void EditCommands::Reorder(bool toForeground) {

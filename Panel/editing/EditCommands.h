@@ -3,6 +3,7 @@
 #include "Panel/editing/BuildCommands.h"
 #include "Panel/editing/Catalogue.h"
 #include "Panel/editing/Gesture.h"
+#include "Panel/editing/KeyCommands.h"
 
 #include <windows.h>
 
@@ -30,10 +31,6 @@ public:
     void Create(const CatalogueEntry& entry, std::optional<POINT> corner);
     // With the upper left corner at that point, or beside what it was copied from.
     void PasteFromClipboard(std::optional<POINT> corner);
-    // Moves the selection by an arrow key, one pixel or one line of the grid.
-    void Nudge(WPARAM key, bool byGrid);
-    // Selects the next control, or the one before.
-    void CycleSelection(bool backwards);
     BuildCommands& Build() { return build_; }
     const BuildCommands& Build() const { return build_; }
 
@@ -62,6 +59,7 @@ private:
     EditGrid& grid_;
     PanelEdits::Warning warn_;
     BuildCommands build_;
+    KeyCommands keys_;
     std::string pastedText_; // pasted last, and how often
     int pastes_ = 0;
 };

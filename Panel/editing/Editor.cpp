@@ -535,29 +535,17 @@ std::string Editor::StatusText() const {
 // Keys.
 
 bool Editor::OnKey(WPARAM key) {
-    const bool shift = GetKeyState(VK_SHIFT) < 0;
-    switch (key) {
-    case VK_ESCAPE:
-        if (gesture_) {
-            FinishGesture(true);
-        } else if (selection_.Inside()) {
-            commands_.Execute(CMD_LEAVE);
-        } else {
-            selection_.Clear();
-        }
+    if (key == VK_ESCAPE && gesture_) {
+        FinishGesture(true);
         return true;
-    case VK_TAB:
-        commands_.CycleSelection(shift);
-        return true;
-    case VK_LEFT:
-    case VK_RIGHT:
-    case VK_UP:
-    case VK_DOWN:
-        if (!gesture_) {
-            commands_.Nudge(key, shift);
-        }
-        return true;
-    default:
-        return false;
     }
+    if (key == VK_ESCAPE && selection_.Inside()) {
+        commands_.Execute(CMD_LEAVE);
+        return true;
+    }
+    const int command = KeyCommands::CommandOf(key, GetKeyState(VK_SHIFT) < 0, GetKeyState(VK_CONTROL) < 0);
+    if (command != 0 && !gesture_ && commands_.IsEnabled(command)) {
+        commands_.Execute(command);
+    }
+    return command != 0;
 }

@@ -2,10 +2,12 @@
 
 #include "Panel/editing/Catalogue.h"
 #include "Panel/editing/Editor.h"
+#include "Panel/common/DeviceLamp.h"
 #include "Panel/editing/Icons.h"
 #include "Panel/editing/RenameDialog.h"
 #include "Panel/resource.h"
 #include "Panel/theme/Theme.h"
+#include "Panelhost/Devices.h"
 #include "Panelhost/Hostinfo.h"
 #include "base/Gdi.h"
 #include "logic/drawing/PanelColours.h"
@@ -39,12 +41,26 @@ int TileOf(const HOSTINFO* object) {
     return GroupTile(CatalogueGroup::Interfaces);
 }
 
-std::string TextOf(const ObjectRow& row) {
+std::set<std::string> NotLive(HOSTINFO* root) {
+    std::set<std::string> names;
+    for (const auto& [name, status] : a_ListDevices(root)) {
+        if (!a_WhyNotLive(status).empty()) {
+            names.insert(name);
+        }
+    }
+    return names;
+}
+
+std::string TextOf(const ObjectRow& row, const std::set<std::string>& notLive) {
     switch (row.kind) {
     case ObjectRow::Kind::Panel:
         return "Panel";
     case ObjectRow::Kind::Heading:
         return "Devices";
+    case ObjectRow::Kind::Device:
+        return a_IsAlive(row.object)
+                   ? row.object->name + (notLive.contains(row.object->name) ? "   not live" : "   live")
+                   : "";
     default:
         return a_IsAlive(row.object) ? a_OwnName(row.object) : "";
     }
@@ -103,6 +119,9 @@ bool ObjectPane::Create(HWND frame, HFONT font, std::function<void(int)> resize)
 
 void ObjectPane::FollowTheme() {
     ImageList tiles(MakeTiles());
+    for (const bool areLive : {false, true}) {
+        lamps_[areLive] = ImageList_AddIcon(tiles.get(), MakeDeviceLamp(areLive).get());
+    }
     ListView_SetImageList(list_, tiles.get(), LVSIL_SMALL);
     tiles_ = std::move(tiles);
 }
@@ -159,9 +178,10 @@ void ObjectPane::ShowRows() {
     if (editor_) {
         rows = ObjectRows(editor_->Edits().Root(), open_, wanted);
     }
+    notLive_ = editor_ ? NotLive(editor_->Edits().Root()) : std::set<std::string>();
     std::vector<std::string> names;
     for (const ObjectRow& row : rows) {
-        names.push_back(TextOf(row));
+        names.push_back(TextOf(row, notLive_));
     }
     if (rows == rows_ && names == names_) {
         return;
@@ -203,7 +223,7 @@ void ObjectPane::FillItem(LVITEMA& item) const {
     if ((item.mask & LVIF_TEXT) != 0 && item.pszText && item.cchTextMax > 0) {
         std::string text;
         if (item.iSubItem == NAME) {
-            text = TextOf(row);
+            text = names_[static_cast<std::size_t>(item.iItem)];
         } else if (object) {
             const bool isSet = item.iSubItem == SEEN ? (object->flags & FLAG_HIDDEN) == 0
                                                      : (object->flags & FLAG_LOCKED) != 0;
@@ -216,9 +236,11 @@ void ObjectPane::FillItem(LVITEMA& item) const {
         item.iIndent = row.depth;
     }
     if ((item.mask & LVIF_IMAGE) != 0) {
-        item.iImage = object ? TileOf(object)
-                             : GroupTile(row.kind == ObjectRow::Kind::Panel ? CatalogueGroup::Strips
-                                                                            : CatalogueGroup::Interfaces);
+        const bool isDevice = row.kind == ObjectRow::Kind::Device && a_IsAlive(row.object);
+        item.iImage = object     ? TileOf(object)
+                      : isDevice ? lamps_[!notLive_.contains(row.object->name)]
+                                 : GroupTile(row.kind == ObjectRow::Kind::Panel ? CatalogueGroup::Strips
+                                                                                : CatalogueGroup::Interfaces);
     }
     if ((item.mask & LVIF_STATE) != 0) {
         item.state |= INDEXTOSTATEIMAGEMASK(!row.hasParts ? 1 : (row.isOpen ? 3 : 2));

@@ -8,6 +8,7 @@
 #include <commctrl.h>
 
 #include <functional>
+#include <set>
 #include <string>
 #include <unordered_set>
 #include <vector>
@@ -55,6 +56,8 @@ private:
     HWND search_ = nullptr;
     HWND list_ = nullptr;
     HWND hint_ = nullptr;
+    std::set<std::string> notLive_; // devices, by name
+    int lamps_[2] = {};             // among the tiles, by whether the device is live
     ImageList tiles_;
     HIMAGELIST signs_ = nullptr;
     std::function<void(int)> resize_;

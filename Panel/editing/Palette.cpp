@@ -139,8 +139,12 @@ LRESULT Palette::OnNotify(const NMHDR& header) {
     }
 }
 
+const CatalogueEntry* Palette::Pointed() const {
+    return EntryOf(TreeView_GetSelection(tree_));
+}
+
 void Palette::Choose() {
-    const CatalogueEntry* entry = EntryOf(TreeView_GetSelection(tree_));
+    const CatalogueEntry* entry = Pointed();
     if (entry && editor_) {
         editor_->Create(*entry, std::nullopt);
     }

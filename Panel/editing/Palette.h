@@ -23,6 +23,9 @@ public:
     // Whose panel the controls go to; null for none.
     void SetEditor(Editor* editor);
     void Show(bool shown) { ShowWindow(Handle(), shown ? SW_SHOWNA : SW_HIDE); }
+    void TakeFocus() const { SetFocus(tree_); }
+    // What is chosen in the list; null while it is a group.
+    const CatalogueEntry* Pointed() const;
     bool IsDragging() const { return dragged_.has_value(); }
 
 private:

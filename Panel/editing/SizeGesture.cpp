@@ -2,12 +2,6 @@
 
 #include "Panelhost/Hostinfo.h"
 
-namespace {
-
-constexpr int LEAST_SIZE = 4; // pixels
-
-} // namespace
-
 SizeGesture::SizeGesture(const EditSurface& surface, HOSTINFO* grasped, logic::Handle handle, POINT start)
     : Gesture(surface),
       grasped_(grasped),

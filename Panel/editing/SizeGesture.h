@@ -5,6 +5,8 @@
 // Sizes the selected controls by one handle of one of them; the others' edges move along.
 class SizeGesture : public Gesture {
 public:
+    static constexpr int LEAST_SIZE = 4; // pixels
+
     SizeGesture(const EditSurface& surface, HOSTINFO* grasped, logic::Handle handle, POINT start);
 
     void Move(POINT point) override;

@@ -1,5 +1,6 @@
 #include "Panel/editing/Toolbar.h"
 
+#include "Panel/common/CommandText.h"
 #include "Panel/editing/Editor.h"
 #include "Panel/editing/Icons.h"
 #include "Panel/resource.h"
@@ -8,7 +9,6 @@
 #include <algorithm>
 #include <iterator>
 #include <utility>
-#include <vector>
 
 namespace {
 
@@ -17,41 +17,40 @@ constexpr int FIRST_SEPARATOR = 100; // no command has so low a number
 struct Button {
     int command = 0; // 0: a separator
     Icon icon = Icon::Count;
-    const char* text = "";
     BYTE style = BTNS_BUTTON;
 };
 constexpr Button BUTTONS[] = {
-    {CMD_EDIT_MODE, Icon::Edit, "Edit the panel (F5)", BTNS_CHECK},
+    {CMD_EDIT_MODE, Icon::Edit, BTNS_CHECK},
     {},
-    {CMD_OPEN, Icon::Open, "Open a panel (Ctrl+O)"},
-    {CMD_SAVE, Icon::Save, "Save the panel (Ctrl+S)"},
+    {CMD_OPEN, Icon::Open},
+    {CMD_SAVE, Icon::Save},
     {},
-    {CMD_SNAPSHOTS, Icon::Snapshots, "Snapshots: take and recall"},
-    {CMD_VIEW_BINDINGS, Icon::Bindings, "Bindings, and what is not live (Ctrl+B)"},
-    {CMD_CHECK, Icon::Check, "Check the panel"},
-    {CMD_VIEW_TRACE, Icon::Trace, "Trace (F9)"},
+    {CMD_SNAPSHOTS, Icon::Snapshots},
+    {CMD_VIEW_BINDINGS, Icon::Bindings},
+    {CMD_CHECK, Icon::Check},
+    {CMD_VIEW_TRACE, Icon::Trace},
     {},
-    {CMD_UNDO, Icon::Undo, "Undo (Ctrl+Z)"},
-    {CMD_REDO, Icon::Redo, "Redo (Ctrl+Y)"},
+    {CMD_UNDO, Icon::Undo},
+    {CMD_REDO, Icon::Redo},
     {},
-    {CMD_CUT, Icon::Cut, "Cut (Ctrl+X)"},
-    {CMD_COPY, Icon::Copy, "Copy (Ctrl+C)"},
-    {CMD_PASTE, Icon::Paste, "Paste (Ctrl+V)"},
-    {CMD_DUPLICATE, Icon::Duplicate, "Duplicate (Ctrl+D)"},
+    {CMD_CUT, Icon::Cut},
+    {CMD_COPY, Icon::Copy},
+    {CMD_PASTE, Icon::Paste},
+    {CMD_DUPLICATE, Icon::Duplicate},
     {},
-    {CMD_ALIGN_LEFT, Icon::AlignLeft, "Align left edges with the first selected"},
-    {CMD_ALIGN_CENTRE_ACROSS, Icon::CentreAcross, "Align centres in a column"},
-    {CMD_ALIGN_RIGHT, Icon::AlignRight, "Align right edges"},
-    {CMD_ALIGN_TOP, Icon::AlignTop, "Align top edges"},
-    {CMD_ALIGN_CENTRE_DOWN, Icon::CentreDown, "Align centres in a row"},
-    {CMD_ALIGN_BOTTOM, Icon::AlignBottom, "Align bottom edges"},
-    {CMD_DISTRIBUTE_ACROSS, Icon::DistributeAcross, "Distribute horizontally"},
-    {CMD_DISTRIBUTE_DOWN, Icon::DistributeDown, "Distribute vertically"},
+    {CMD_ALIGN_LEFT, Icon::AlignLeft},
+    {CMD_ALIGN_CENTRE_ACROSS, Icon::CentreAcross},
+    {CMD_ALIGN_RIGHT, Icon::AlignRight},
+    {CMD_ALIGN_TOP, Icon::AlignTop},
+    {CMD_ALIGN_CENTRE_DOWN, Icon::CentreDown},
+    {CMD_ALIGN_BOTTOM, Icon::AlignBottom},
+    {CMD_DISTRIBUTE_ACROSS, Icon::DistributeAcross},
+    {CMD_DISTRIBUTE_DOWN, Icon::DistributeDown},
     {},
-    {CMD_TO_FOREGROUND, Icon::Foreground, "Move to foreground"},
-    {CMD_TO_BACKGROUND, Icon::Background, "Move to background"},
+    {CMD_TO_FOREGROUND, Icon::Foreground},
+    {CMD_TO_BACKGROUND, Icon::Background},
     {},
-    {CMD_GRID, Icon::Grid, "Grid on or off (Ctrl+G)", BTNS_CHECK},
+    {CMD_GRID, Icon::Grid, BTNS_CHECK},
 };
 
 const Button* const FIRST_OF_EDITING = std::find_if(
@@ -82,13 +81,15 @@ bool Toolbar::Create(HWND frame) {
     FollowTheme();
     SendMessageA(bar_, TB_SETMAXTEXTROWS, 0, 0); // the texts are shown as tooltips
     std::vector<TBBUTTON> buttons;
+    texts_.reserve(std::size(BUTTONS)); // short ones stay where they are
     for (const Button& button : BUTTONS) {
         TBBUTTON added{};
         added.idCommand = IdOf(button);
         added.fsState = TBSTATE_ENABLED;
         added.fsStyle = button.command == 0 ? static_cast<BYTE>(BTNS_SEP) : button.style;
         added.iBitmap = button.command == 0 ? 0 : static_cast<int>(button.icon);
-        added.iString = reinterpret_cast<INT_PTR>(button.text);
+        texts_.push_back(CommandTooltip(button.command, GetMenu(frame)));
+        added.iString = reinterpret_cast<INT_PTR>(texts_.back().c_str());
         buttons.push_back(added);
     }
     SendMessageA(bar_, TB_ADDBUTTONSA, buttons.size(), reinterpret_cast<LPARAM>(buttons.data()));
@@ -146,10 +147,18 @@ LRESULT Toolbar::Answer(NMHDR& header) {
     }
     for (const Button& button : BUTTONS) {
         if (static_cast<UINT_PTR>(IdOf(button)) == header.idFrom) {
-            reinterpret_cast<NMTTDISPINFOA&>(header).lpszText = const_cast<char*>(button.text);
+            reinterpret_cast<NMTTDISPINFOA&>(header).lpszText = texts_[&button - BUTTONS].data();
         }
     }
     return 0;
+}
+
+std::optional<int> Toolbar::PointedAt(const NMHDR& header) const {
+    if (header.hwndFrom != bar_ || header.code != static_cast<UINT>(TBN_HOTITEMCHANGE)) {
+        return std::nullopt;
+    }
+    const auto& change = reinterpret_cast<const NMTBHOTITEM&>(header);
+    return (change.dwFlags & HICF_LEAVING) != 0 ? 0 : change.idNew;
 }
 
 void Toolbar::Update(const Editor& editor) const {

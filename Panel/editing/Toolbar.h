@@ -5,6 +5,10 @@
 #include <windows.h>
 #include <commctrl.h>
 
+#include <optional>
+#include <string>
+#include <vector>
+
 class Editor;
 
 // Commands below the menu: those that are of use at any time, and while the panel is edited those that edit
@@ -25,7 +29,9 @@ public:
     // Draws its icons for the theme in use.
     void FollowTheme();
     // Answers what a tooltip asks, and how the buttons look; other notifications are left alone.
-    static LRESULT Answer(NMHDR& header);
+    LRESULT Answer(NMHDR& header);
+    // The command below the mouse, 0 for none, when the notification tells that it is another one.
+    std::optional<int> PointedAt(const NMHDR& header) const;
     // Shows what is possible now.
     void Update(const Editor& editor) const;
 
@@ -33,6 +39,7 @@ private:
     static LRESULT Draw(const NMTBCUSTOMDRAW& draw);
 
     HWND bar_ = nullptr;
+    std::vector<std::string> texts_; // for tooltips
     ImageList icons_;
     ImageList greyed_;
 };

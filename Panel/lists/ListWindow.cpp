@@ -120,6 +120,8 @@ LRESULT ListWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_COMMAND:
         OnCommand(LOWORD(wParam));
         return 0;
+    case WM_MENUSELECT: // the frame tells what commands do
+        return SendMessageA(GetWindow(Handle(), GW_OWNER), message, wParam, lParam);
     case WM_NOTIFY:
         return reinterpret_cast<const NMHDR*>(lParam)->idFrom == IDC_LIST
                    ? OnListNotify(*reinterpret_cast<const NMHDR*>(lParam))

@@ -8,6 +8,10 @@
 
 class PanelRoot;
 
+// All texts of a_AddressTexts, and lines that name no object, with no addresses: they go to the panel, or to
+// what the control is connected to.
+std::vector<ADDRESSTEXT> TextsThatBind(PanelRoot& root);
+
 // Which keywords of a panel's objects hold addresses. Tables are looked at once each.
 class AddressKeywords {
 public:

@@ -29,7 +29,8 @@ std::string TextOf(const HOSTINFO* object, const AddressKeywords::Holder& holder
     return text;
 }
 
-std::vector<ADDRESSTEXT> TextsOf(PanelRoot& root, const std::vector<HOSTINFO*>& objects) {
+std::vector<ADDRESSTEXT> TextsOf(PanelRoot& root, const std::vector<HOSTINFO*>& objects,
+                                 bool withoutAddresses = false) {
     const auto keywords = std::make_shared<AddressKeywords>(root);
     const logic::FormOfKeyword formOf = [keywords](std::string_view keyword) {
         return keywords->FormOf(keyword);
@@ -45,7 +46,7 @@ std::vector<ADDRESSTEXT> TextsOf(PanelRoot& root, const std::vector<HOSTINFO*>& 
                 continue;
             }
             auto addresses = logic::FindAddresses(holder.form, text, formOf);
-            if (!addresses.empty()) {
+            if (!addresses.empty() || withoutAddresses) {
                 texts.push_back(
                     {object, holder.row, holder.form, std::move(text), std::move(addresses), formOf});
             }
@@ -90,6 +91,10 @@ const std::vector<AddressKeywords::Holder>& AddressKeywords::Of(HOSTINFO* object
 logic::AddressForm AddressKeywords::FormOf(std::string_view keyword) const {
     const auto found = forms_.find(keyword);
     return found == forms_.end() ? logic::AddressForm::None : found->second;
+}
+
+std::vector<ADDRESSTEXT> TextsThatBind(PanelRoot& root) {
+    return TextsOf(root, {root.Controls().begin(), root.Controls().end()}, true);
 }
 
 std::vector<ADDRESSTEXT> a_AddressTexts(HOSTINFO* root) {

@@ -1,9 +1,11 @@
 #include "Panelhost/BindingList.h"
 
+#include "Panelhost/bindings/AddressKeywords.h"
 #include "Panelhost/objects/PanelRoot.h"
 #include "Panelhost/objects/RequestAddress.h"
 #include "base/Guard.h"
 #include "logic/text/NamePattern.h"
+#include "logic/text/PropertyLine.h"
 
 #include <cstring>
 
@@ -94,6 +96,33 @@ public:
         }
     }
 
+    // Of a line that names no object: a keyword of the panel where that knows it, else of all that the
+    // control is connected to.
+    void ResolveOwnLine(HOSTINFO* object, const KEYWORDROW* row, const std::string& text) {
+        const logic::PropertyLine line = logic::SplitPropertyLine(text);
+        const std::string keyword(line.keyword);
+        if (!line.object.empty() || keyword.empty()) {
+            return;
+        }
+        const bool isFixed = keyword.find('%') == std::string::npos;
+        if (!isFixed || Knows(&root_, keyword) || object->connections.empty()) {
+            const int state = !isFixed                 ? PARAMETER_UNKNOWN
+                              : Knows(&root_, keyword) ? PARAMETER_LIVE
+                                                       : ADDRESS_NO_KEYWORD;
+            bindings_.push_back({object, row, "*" + keyword, &root_, keyword, state});
+            return;
+        }
+        for (const std::string& connection : object->connections) {
+            const std::string address = ExpandAddress(connection, object);
+            HOSTINFO* target = FindAddressed(root_, address).object;
+            const int state = target == nullptr        ? ADDRESS_NO_CONTROL
+                              : Knows(target, keyword) ? PARAMETER_LIVE
+                                                       : ADDRESS_NO_KEYWORD;
+            bindings_.push_back({object, row, (target == nullptr ? address : target->name) + "*" + keyword,
+                                 target, keyword, state});
+        }
+    }
+
 private:
     // "%c" of a line stands for the connections, "%n" for the control itself.
     void ResolveLine(HOSTINFO* object, const KEYWORDROW* row, const std::string& address) {
@@ -145,7 +174,10 @@ std::vector<BINDING> a_ListBindings(HOSTINFO* root) {
             return bindings;
         }
         Resolver resolver(*panel, bindings);
-        for (const ADDRESSTEXT& text : a_AddressTexts(root)) {
+        for (const ADDRESSTEXT& text : TextsThatBind(*panel)) {
+            if (text.form == AddressForm::Line) {
+                resolver.ResolveOwnLine(text.object, text.row, text.text);
+            }
             for (const logic::AddressPlace& place : text.addresses) {
                 resolver.Resolve(text.object, text.row, place.form, std::string(place.In(text.text)));
             }

@@ -1,5 +1,6 @@
 #include "Panelhost/PanelCheck.h"
 
+#include "Panelhost/ApplicationPaths.h"
 #include "Panelhost/BindingList.h"
 #include "Panelhost/HostInterface.h"
 #include "Panelhost/KeywordInfo.h"
@@ -89,6 +90,40 @@ void ForKeywords(HOSTINFO* object, KeywordKind kind, Take take) {
     for (; infos != nullptr && row != nullptr && row->keyword != nullptr; ++row, ++infos) {
         if (infos->kind == kind && row->handler != nullptr) {
             take(*row, *infos, ValueOf(object, row));
+        }
+    }
+}
+
+std::string FullName(const std::string& file) {
+    char path[MAX_PATH] = "";
+    return logic::FoldName(a_MakeFullPathName(file.c_str(), path) != 0 ? path : file);
+}
+
+// Files that are there no more, or are read no sooner than they are used, unless a control of the panel
+// itself writes them.
+void FindMissingFiles(const PanelRoot& root, Findings& findings) {
+    std::set<std::string> written;
+    Findings missing;
+    for (HOSTINFO* object : root.Controls()) {
+        ForKeywords(object, KeywordKind::File,
+                    [&](const KEYWORDROW& row, const KEYWORDINFO& info, const std::string& value) {
+                        if (!info.mayBeEmpty) { // as what is read may be
+                            written.insert(FullName(value));
+                            return;
+                        }
+                        for (const std::string& file : logic::SplitList(value)) {
+                            if (GetFileAttributesA(FullName(file).c_str()) == INVALID_FILE_ATTRIBUTES) {
+                                missing.push_back(
+                                    {FINDING_FILE, object->name, std::string(row.keyword) + " " + file});
+                            }
+                        }
+                    });
+    }
+    for (PANELFINDING& finding : missing) {
+        const std::string file = finding.text.substr(finding.text.find(' ') + 1);
+        if (!written.contains(FullName(file))) {
+            finding.text += ": there is no such file";
+            findings.push_back(std::move(finding));
         }
     }
 }
@@ -218,6 +253,7 @@ std::list<PANELFINDING> a_CheckPanel(HOSTINFO* object) {
         const PanelRoot* root = PanelRoot::From(object);
         if (root != nullptr) {
             FindLines(object, findings);
+            FindMissingFiles(*root, findings);
             FindBindings(object, findings);
             FindPlaces(*root, findings);
             FindCovered(*root, findings);

@@ -7,6 +7,7 @@
 #include <windows.h>
 
 #include <algorithm>
+#include <cctype>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -184,6 +185,13 @@ std::string Heading(const std::vector<const ClassEntry*>& group) {
     return heading;
 }
 
+// The class's place, by which help finds it: that of a class alone is its heading.
+std::string Anchor(std::string name) {
+    std::transform(name.begin(), name.end(), name.begin(),
+                   [](unsigned char letter) { return static_cast<char>(std::tolower(letter)); });
+    return "<a id=\"" + name + "\"></a>";
+}
+
 // Classes that share their table; a value in which they differ is left out.
 void WriteGroup(std::string& text, const std::vector<const ClassEntry*>& group) {
     std::vector<Row> rows = group.front()->rows;
@@ -193,8 +201,8 @@ void WriteGroup(std::string& text, const std::vector<const ClassEntry*>& group) 
     } else {
         text += "| Class | Main value | Purpose |\n|---|---|---|\n";
         for (const ClassEntry* member : group) {
-            text += "| " + Code(member->name) + " | " + TypeText(member->controlType) + " | " +
-                    member->purpose + " |\n";
+            text += "| " + Anchor(member->name) + Code(member->name) + " | " + TypeText(member->controlType) +
+                    " | " + member->purpose + " |\n";
             for (std::size_t row = 0; row < rows.size(); ++row) {
                 rows[row].value = rows[row].value == member->rows[row].value ? rows[row].value : "";
             }

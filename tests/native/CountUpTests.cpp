@@ -60,16 +60,12 @@ TEST_CASE("series among keywords, and the one for a control") {
         return place < 0 ? "" : series[static_cast<std::size_t>(place)].pattern;
     };
     const Row<std::string, std::string> rows[] = {
-        {{"Fader"}, "ch%02i.fader"},
-        {{"MUTE"}, "mute%i"},
-        {{"Gain 3"}, "gain%i"},
-        {{"Volume"}, "ch%02i.fader"},
-        {{"SOLO"}, ""},
-        {{"Meter"}, "level%i"},
-        {{"Label"}, ""},
-        {{""}, ""},
+        {{"Fader"}, "ch%02i.fader"},  {{"MUTE"}, "mute%i"}, {{"Gain 3"}, "gain%i"},
+        {{"Volume"}, "ch%02i.fader"}, {{"SOLO"}, ""},       {{"Meter"}, "level%i"},
+        {{"LedSig"}, "level%i"},      {{"Label"}, ""},      {{""}, ""},
     };
     CheckRows(patternFor, rows);
     CHECK(SeriesFor("Fader", {}) == -1);
+    CHECK(SeriesFor("Fader", FindSeries({"level1", "level2", "gain1", "gain2"})) == 1); // a level is measured
     CHECK(FindSeries({}).empty());
 }

@@ -62,7 +62,10 @@ TEST_CASE("every binding is listed with what it is bound to, its state and value
         "List*click=%l*value=1\r\n" + Header("MINIROUTING", "Matrix") +
         "Matrix*inputs=2\r\nMatrix*outputs=1\r\nMatrix*inputnames=AMP1*in%i\r\nMatrix*routes=AMP1*r%i_%"
         "o\r\n" +
-        Header("IMESSAGING", "Mail") + "Mail*text=at %{AMP1*gain} %{Knob} %{Gone*x}\r\n");
+        Header("BBUTTON", "Page") + "Page*click=layer=u2\r\n" + Header("BBUTTON", "Go") +
+        "Go*click=resolution=2\r\nGo*connection=Knob;Strip\r\n" + Header("LISTSELECTION", "Scenes") +
+        "Scenes*click=%s=1\r\n" + Header("IMESSAGING", "Mail") +
+        "Mail*text=at %{AMP1*gain} %{Knob} %{Gone*x}\r\n");
     const std::string expected = "Knob function AMP1*gain -> AMP1 (device) live -6\n"
                                  "Knob function AMP1*lost -> AMP1 (device) no such parameter \n"
                                  "Knob function AMP9*gain ->  no such parameter \n"
@@ -72,17 +75,22 @@ TEST_CASE("every binding is listed with what it is bound to, its state and value
                                  "Fader connection None ->  no such control \n";
     const std::string lines = Lines(panel);
     CHECK(lines.substr(0, expected.size()) == expected);
-    for (const std::string line :
-         {"Strip*Fader function AMP1*gain -> AMP1 (device) live -6\n",
-          "Strip*Fader connection Strip*Value -> Strip*Value live ",
-          "Strip*Fader connection Strip -> Strip live ", "Push click Fader*function -> Fader live \n",
-          "Push click AMP1*gain -> AMP1 (device) live -6\n", "Further click Knob*value -> Knob live 0\n",
-          "List click %l*value ->  no value yet \n", "Matrix inputnames AMP1*in1 -> AMP1 (device) live One\n",
-          "Matrix inputnames AMP1*in2 -> AMP1 (device) live Two\n",
-          "Matrix routes AMP1*r1_1 -> AMP1 (device) live 1\n",
-          "Matrix routes AMP1*r2_1 -> AMP1 (device) no such parameter \n",
-          "Mail text AMP1*gain -> AMP1 (device) live -6\n", "Mail text Knob -> Knob live 0\n",
-          "Mail text Gone*x ->  no such control \n"}) {
+    for (const std::string& line : std::initializer_list<std::string>{
+             "Strip*Fader function AMP1*gain -> AMP1 (device) live -6\n",
+             "Strip*Fader connection Strip*Value -> Strip*Value live ",
+             "Strip*Fader connection Strip -> Strip live ", "Push click Fader*function -> Fader live \n",
+             "Push click AMP1*gain -> AMP1 (device) live -6\n", "Further click Knob*value -> Knob live 0\n",
+             "List click %l*value ->  no value yet \n",
+             "Matrix inputnames AMP1*in1 -> AMP1 (device) live One\n",
+             "Matrix inputnames AMP1*in2 -> AMP1 (device) live Two\n",
+             "Matrix routes AMP1*r1_1 -> AMP1 (device) live 1\n",
+             "Matrix routes AMP1*r2_1 -> AMP1 (device) no such parameter \n",
+             "Mail text AMP1*gain -> AMP1 (device) live -6\n", "Mail text Knob -> Knob live 0\n",
+             "Mail text Gone*x ->  no such control \n",
+             "Page click *layer -> " + panel.Root()->name + " live \n",
+             "Go click Knob*resolution -> Knob live ",
+             "Go click Strip*resolution -> Strip no such keyword \n",
+             "Scenes click *%s -> " + panel.Root()->name + " no value yet "}) {
         CAPTURE(line);
         CHECK(lines.find(line) != std::string::npos);
     }

@@ -52,6 +52,10 @@ std::vector<std::string> Found(
 
 TEST_CASE("each fault of a panel is found by itself, and none in a whole one") {
     CHECK(Found(WHOLE) == std::vector<std::string>{});
+    // What a control of the panel records is not there before.
+    CHECK(Found("control=0x00000000 IWAVEIN \"In\" 0x40000000 0,0,9,9\nIn*file=.\\Temp\\none.wav\n"
+                "control=0x00000000 IWAVEOUT \"Out\" 0x40000000 0,0,9,9\nOut*files=.\\temp\\None.wav\n") ==
+          std::vector<std::string>{});
     struct Case {
         const char* from;
         const char* to;
@@ -72,6 +76,13 @@ TEST_CASE("each fault of a panel is found by itself, and none in a whole one") {
              {"K*function", "K*bitmap=.\\Controls\\None.bmp\nK*function",
               "3 K: line 5, file missing or unreadable: K*bitmap=.\\Controls\\None.bmp"},
              {"K*function", "K*colour=red\nK*function", "1 K: line 5, unknown keyword: K*colour=red"},
+             {"INETWORK \"N\" 0x40000000 390,290,450,350",
+              "IWAVEOUT \"N\" 0x40000000 0,0,9,9\nN*files=.\\Temp\\none.wav;.\\Controls\\Panel.ico",
+              "3 N: files .\\Temp\\none.wav: there is no such file"},
+             {"INETWORK \"N\" 0x40000000 390,290,450,350",
+              "IMESSAGING \"N\" 0x40000000 0,0,9,9\nN*file=.\\none.pdf",
+              "3 N: file .\\none.pdf: there is no such file"},
+             {"click=layer=u2", "click=layers=u2\nL*layer=u1", "2 B: click *layers: no such keyword"},
              {"KNOB \"K\"", "NOB \"K\"", "1 : line 4, unknown class: control=0x00000000 NOB \"K\""},
              {"B*click", "B*bitmap=0\nB*click", "3 B: line 14, file missing or unreadable: B*bitmap=0"}}) {
         INFO(std::string(given.finding));

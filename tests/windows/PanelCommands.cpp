@@ -5,6 +5,7 @@
 #include "Panel/common/VersionText.h"
 #include "Panel/theme/Theme.h"
 #include "tests/windows/Buttons.h"
+#include "tests/windows/OpenedPages.h"
 #include "tests/windows/PanelCommands.h"
 
 #include <commctrl.h>
@@ -75,15 +76,23 @@ const Edit EDITS[] = {
     {CMD_GRID, 'G', "Ctrl", 0, ANY, "", "", "Edit: click"},
     {CMD_PROPERTIES, 0, "", 0, ANY, "S", "", "S   MINIEDIT   340,140"},
     {CMD_CONNECTIONS, 0, "", 1, 1, "S", "", "S   MINIEDIT   340,140"},
-    {NONE, VK_TAB, "", 0, 0, "A", "", "B   KNOB   140,60   47 x 47"},
-    {NONE, VK_TAB, "Shift", 0, 0, "A", "", "Combo   BCOMBOBOX   440,340   120 x 48"},
-    {NONE, VK_TAB, "", 0, 0, "P", "", "S*Part   LED   20,20   16 x 16"},
-    {NONE, VK_TAB, "", 0, 0, "", "", "A   KNOB   40,40   47 x 47"},
-    {NONE, VK_ESCAPE, "", 0, 0, "AB", "", "Edit: click"},
-    {NONE, VK_RIGHT, "", 0, 0, "AB", "Move", "2 selected   41,40   147 x 67", "141,60,188,107"},
-    {NONE, VK_LEFT, "", 0, 0, "P", "Move", "S*Part   LED   19,20   16 x 16", "19,20,35,36"},
-    {NONE, VK_UP, "Shift", 0, 0, "A", "Move", "A   KNOB   40,32   47 x 47", "40,32,87,79"},
-    {NONE, VK_DOWN, "", 0, 0, "A", "Move", "A   KNOB   40,41   47 x 47", "40,41,87,88"},
+    {CMD_SELECT_NEXT, VK_TAB, "", 0, ANY, "A", "", "B   KNOB   140,60   47 x 47"},
+    {CMD_SELECT_PREVIOUS, VK_TAB, "Shift", 0, ANY, "A", "", "Combo   BCOMBOBOX   440,340   120 x 48"},
+    {CMD_SELECT_NEXT, 0, "", 0, ANY, "P", "", "S*Part   LED   20,20   16 x 16"},
+    {CMD_SELECT_NEXT, 0, "", 0, ANY, "", "", "A   KNOB   40,40   47 x 47"},
+    {CMD_SELECT_NONE, VK_ESCAPE, "", 1, ANY, "AB", "", "Edit: click"},
+    {CMD_MOVE_RIGHT, VK_RIGHT, "", 1, ANY, "AB", "Move", "2 selected   41,40   147 x 67", "141,60,188,107"},
+    {CMD_MOVE_LEFT, 0, "", 1, ANY, "P", "Move", "S*Part   LED   19,20   16 x 16", "19,20,35,36"},
+    {CMD_MOVE_UP, VK_UP, "", 1, ANY, "A", "Move", "A   KNOB   40,39   47 x 47", "40,39,87,86"},
+    {CMD_MOVE_DOWN, VK_DOWN, "", 1, ANY, "A", "Move", "A   KNOB   40,41   47 x 47", "40,41,87,88"},
+    {CMD_STEP_LEFT, VK_LEFT, "Shift", 1, ANY, "A", "Move", "A   KNOB   32,40   47 x 47", "32,40,79,87"},
+    {CMD_STEP_UP, VK_UP, "Shift", 1, ANY, "A", "Move", "A   KNOB   40,32   47 x 47", "40,32,87,79"},
+    {CMD_STEP_RIGHT, 0, "", 1, ANY, "A", "Move", "A   KNOB   48,40   47 x 47", "48,40,95,87"},
+    {CMD_STEP_DOWN, 0, "", 1, ANY, "A", "Move", "A   KNOB   40,48   47 x 47", "40,48,87,95"},
+    {CMD_WIDER, VK_RIGHT, "Ctrl", 1, ANY, "CS", "Size", "2 selected   250,50   251 x 250", "250,50,351,90"},
+    {CMD_NARROWER, VK_LEFT, "Ctrl", 1, ANY, "C", "Size", "C   BSTATIC   250,50   99 x 40", "250,50,349,90"},
+    {CMD_TALLER, 0, "", 1, ANY, "C", "Size", "C   BSTATIC   250,50   100 x 41", "250,50,350,91"},
+    {CMD_SHORTER, VK_UP, "Ctrl", 1, ANY, "C", "Size", "C   BSTATIC   250,50   100 x 39", "250,50,350,89"},
 };
 
 // Titles of the dialogs of commands that ask something.
@@ -413,6 +422,48 @@ const std::pair<int, void (*)(PanelHere& program)> OTHERS[] = {
          program.Command(CMD_GO_TO_PROPERTIES);
          CHECK(GetFocus() == program.Panel());
      }},
+    {CMD_PANEL_PROPERTIES,
+     [](PanelHere& program) {
+         CHECK_FALSE(program.Item(CMD_PANEL_PROPERTIES).enabled);
+         program.Command(CMD_EDIT_MODE);
+         program.Command(CMD_VIEW_PROPERTIES);
+         Select(program, "A");
+         program.Command(CMD_PANEL_PROPERTIES);
+         const HWND list = program.Below(program.Part("PanelProperties"), WC_LISTVIEWA);
+         CHECK(IsWindowVisible(list));
+         CHECK(GetFocus() == list);
+         program.Tick();
+         CHECK(program.Status().starts_with("Edit: click")); // nothing is selected
+     }},
+    {CMD_ADD_CONTROL,
+     [](PanelHere& program) {
+         program.Type(VK_INSERT, "", program.Panel());
+         const HWND tree = program.Below(program.Part("PanelPalette"), WC_TREEVIEWA);
+         CHECK(GetFocus() == tree);
+         TreeView_SelectItem(tree, TreeView_GetChild(tree, TreeView_GetRoot(tree)));
+         program.Type(VK_RETURN);
+         CHECK(program.UndoAll() == 1);
+         program.Command(CMD_EDIT_MODE);
+         CHECK_FALSE(program.Item(CMD_ADD_CONTROL).enabled);
+     }},
+    {CMD_HELP,
+     [](PanelHere& program) {
+         const OpenedPages opened;
+         program.Command(CMD_HELP);
+         CHECK(OpenedPages::Last() == "panel-app.html");
+     }},
+    {CMD_HELP_CONTENTS,
+     [](PanelHere& program) {
+         const OpenedPages opened;
+         program.Command(CMD_HELP_CONTENTS);
+         CHECK(OpenedPages::Last() == "index.html");
+     }},
+    {CMD_HELP_KEYS,
+     [](PanelHere& program) {
+         const OpenedPages opened;
+         program.Command(CMD_HELP_KEYS);
+         CHECK(OpenedPages::Last() == "keys-and-mouse.html");
+     }},
     {CMD_VIEW_TRACE,
      [](PanelHere& program) {
          for (const bool shown : {true, false, true}) {
@@ -698,6 +749,7 @@ std::string NameOf(const ACCEL& key) {
            ((key.fVirt & FSHIFT) != 0 ? "Shift+" : "") +
            (key.key == VK_DELETE   ? "Del"
             : key.key == VK_ESCAPE ? "Esc"
+            : key.key == VK_INSERT ? "Ins"
             : isFunction           ? "F" + std::to_string(key.key - VK_F1 + 1)
                                    : std::string(1, static_cast<char>(key.key)));
 }

@@ -142,6 +142,19 @@ TEST_CASE("the list of objects and the panel select the same") {
     CHECK_FALSE(IsWindowVisible(program.list));
 }
 
+TEST_CASE("a device of the list is live or not") {
+    Objects program;
+    REQUIRE(ph_LoadDevices(
+                program.Root(),
+                program.Folder().Write("d.devices", "D*device=simulated\nD*x=float,0,1,0\n").c_str()) == 1);
+    for (const bool isLive : {true, false, true}) {
+        ph_SetParameter(program.Root(), "D*online", isLive ? "1" : "0");
+        program.Show();
+        CHECK(program.Cell(ListView_GetItemCount(program.list) - 1) ==
+              (isLive ? "D   live" : "D   not live"));
+    }
+}
+
 TEST_CASE("dragging in the list changes the order of saving, of Tab and on the screen") {
     Objects program;
     program.SelectRows({"C"});

@@ -1,11 +1,20 @@
+#!/usr/bin/python3
 """Turns the documentation into HTML pages that need nothing but each other."""
 
+import argparse
 import html
 import pathlib
 import re
 import shutil
+import sys
 
 import markdown
+
+ROOT = pathlib.Path(__file__).resolve().parent.parent.parent
+# For who operates and makes panels, in the order of the index.
+PAGES = ("../CHANGELOG", "handing-over", "operating", "panel-app", "keys-and-mouse", "building-panels", "properties-of-controls",
+         "bindings", "snapshots", "panel-check", "panel-files", "style-of-panels", "device-files", "interface-controls",
+         "terminal", "host-guide", "property-reference")
 
 STYLE = """body { font: 15px/1.5 "Segoe UI", Tahoma, sans-serif; color: #1c2126; max-width: 60em; margin: 2em auto; padding: 0 1em }
 pre, code { font: 13px/1.45 Consolas, "Courier New", monospace; background: #f0f2f4 }
@@ -78,3 +87,24 @@ def write_pages(sources, folder, product):
 
 def write(path, text):
     path.write_text(text, encoding="utf-8", newline="\n")
+
+
+def write_documentation(folder, product):
+    """The pages beside the programs. What an earlier build has left goes."""
+    shutil.rmtree(folder, ignore_errors=True)
+    write_pages([ROOT / "docs" / f"{page}.md" for page in PAGES], folder, product)
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__)
+    parser.add_argument("--product", required=True, help="what is documented, with its version")
+    parser.add_argument("folder", type=pathlib.Path, help="where the pages go; whatever lies in it goes first")
+    arguments = parser.parse_args()
+    try:
+        write_documentation(arguments.folder, arguments.product)
+    except ValueError as wrong:
+        sys.exit(f"documents: {wrong}")
+
+
+if __name__ == "__main__":
+    main()

@@ -24,9 +24,6 @@ BINARIES = ("Panel.exe", "Panelhost.dll", "OSMIRControlLib.dll")
 TOOLS = "i686-w64-mingw32-"
 # Files that users change: an upgrade and the uninstaller leave those alone that they have changed.
 CHANGEABLE = {".panel", ".devices", ".profile", ".cfg", ".txt"}
-# For who operates and makes panels, in the order of the index.
-PAGES = ("../CHANGELOG", "handing-over", "operating", "building-panels", "properties-of-controls", "bindings", "snapshots", "panel-check", "panel-files",
-         "style-of-panels", "device-files", "interface-controls", "terminal", "host-guide", "property-reference")
 NO_COMMIT = 1767225600  # the time of files without a repository
 
 
@@ -70,8 +67,7 @@ def stage(build, folder, debug, version, seconds):
     """The application folder as it is installed."""
     shutil.copytree(ROOT / "app", folder)
     stage_binaries(build, folder, debug)
-    documents.write_pages([ROOT / "docs" / f"{page}.md" for page in PAGES], folder / "Documentation",
-                          f"{PRODUCT} {version}")
+    documents.write_documentation(folder / "Documentation", f"{PRODUCT} {version}")
     set_times(folder, seconds)
     set_times(debug, seconds)
 

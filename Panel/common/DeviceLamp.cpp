@@ -1,4 +1,4 @@
-#include "Panel/DeviceLamp.h"
+#include "Panel/common/DeviceLamp.h"
 
 #include "base/Gdi.h"
 
