@@ -65,6 +65,10 @@ std::string ShownMenu(const PanelHere& program, POINT point, int down) {
         SendMessageA(program.Panel(), WM_RBUTTONDOWN, MK_RBUTTON, At(point.x, point.y));
         isOver = true;
         user.join();
+        // A key that the menu did not take any more is still there.
+        for (MSG key; PeekMessageA(&key, program.Frame(), WM_KEYDOWN, WM_KEYDOWN, PM_REMOVE) != FALSE;) {
+            isChosen = isChosen && key.wParam != VK_RETURN;
+        }
     }
     return shown;
 }
