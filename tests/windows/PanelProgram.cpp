@@ -10,9 +10,9 @@ namespace {
 
 constexpr const char* BOX = "#32770";
 
-CommandLine WithFolder(CommandLine commandLine, const std::string& folder) {
-    commandLine.recoveryFolder = folder;
-    commandLine.settingsFolder = folder + "\\settings";
+CommandLine WithFolders(CommandLine commandLine, const std::string& recovery, const std::string& settings) {
+    commandLine.recoveryFolder = recovery;
+    commandLine.settingsFolder = settings;
     return commandLine;
 }
 
@@ -156,7 +156,7 @@ void PanelProgram::Kill() const {
 // In this process.
 
 PanelHere::PanelHere(const std::string& contents, const CommandLine& commandLine)
-    : commandLine_(WithFolder(commandLine, folder_.Path("recovery"))),
+    : commandLine_(WithFolders(commandLine, folder_.Path("recovery"), settings_.Path("settings"))),
       window_(commandLine_, reporter_, library_, log_) {
     std::string error;
     REQUIRE(library_.Load(error));

@@ -124,6 +124,7 @@ public:
 
 private:
     TestFolder folder_;
+    TestFolder settings_;
     CommandLine commandLine_;
     Reporter reporter_{false};
     ControlLibrary library_;
