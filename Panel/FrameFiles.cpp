@@ -21,7 +21,7 @@ std::string FrameWindow::DocumentName() const {
 
 bool FrameWindow::OpenPanel(const std::string& file, std::string& error) {
     const bool follows = commandLine_.follow && !panel_;
-    return OpenSource({file, DeviceFileFor(file), nullptr, follows}, error) ||
+    return OpenSource({file, DeviceFileFor(file), nullptr, "", follows}, error) ||
            (error.empty() && !panel_ && OpenSource({}, error));
 }
 
@@ -82,6 +82,7 @@ bool FrameWindow::Recover() {
 
 void FrameWindow::Replace(std::unique_ptr<PanelWindow> panel, const std::string& file) {
     recovery_.Discard();
+    KeepPicture(true);
     AttachEditor(false);
     bindings_.SetRoot(nullptr);
     view_.SetPanel(panel ? panel->Handle() : nullptr, panel ? panel->Size() : SIZE{});
@@ -96,6 +97,8 @@ void FrameWindow::Replace(std::unique_ptr<PanelWindow> panel, const std::string&
     if (editing_ && panel_->HasLock()) {
         SetEditing(false);
     }
+    ShowStart(false);
+    RememberOpened();
     LimitPanel();
     snapshots_.SetPanel(panel_->Root());
     if (editing_) {
@@ -118,13 +121,6 @@ std::string FrameWindow::DeviceFileFor(const std::string& file) const {
     }
     const std::string beside = file.empty() ? "" : WithExtension(file, ".devices");
     return FileExists(beside) ? beside : "";
-}
-
-void FrameWindow::New() {
-    std::string error;
-    if (MayDiscard() && !OpenPanel("", error)) {
-        reporter_.Warn(Handle(), error);
-    }
 }
 
 void FrameWindow::Open() {
@@ -156,6 +152,9 @@ bool FrameWindow::SaveTo(const std::string& file) {
     }
     oldFile_.Saved();
     file_ = file;
+    ShowStart(false);
+    RememberOpened();
+    KeepPicture(false);
     Refresh();
     return true;
 }

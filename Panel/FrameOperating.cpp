@@ -32,6 +32,7 @@ void FrameWindow::SetEditing(bool editing) {
     if (!editing && (commandLine_.operate || panel_->HasLock())) {
         CloseWindowsBeside();
     }
+    ShowStart(start_.IsShown() && !editing);
     const int before = SidesWidth();
     editing_ = editing;
     panel_->Edit().SetActive(editing);

@@ -6,6 +6,7 @@
 #include "Panel/common/VersionText.h"
 #include "Panel/operating/PinDialogs.h"
 #include "Panel/resource.h"
+#include "Panel/start/Settings.h"
 #include "Panel/theme/Theme.h"
 #include "Panelhost/Hostinfo.h"
 
@@ -61,7 +62,9 @@ FrameWindow::FrameWindow(const CommandLine& commandLine, const Reporter& reporte
       bindings_(
           {.goTo = [this](HOSTINFO* control) { return GoTo(control); },
            .askFile = [this](HWND owner) { return AskFileToExport(owner, WithExtension(file_, ".txt")); },
-           .warn = [this](const std::string& text) { reporter_.Warn(Handle(), text); }}) {}
+           .warn = [this](const std::string& text) { reporter_.Warn(Handle(), text); }}),
+      settings_(SettingsFolder(commandLine)),
+      recent_(settings_) {}
 
 FrameWindow::~FrameWindow() {
     KillTimer(Handle(), TICK_TIMER);
@@ -87,13 +90,15 @@ bool FrameWindow::Create(std::string& error) {
         notice_.Create(Handle(), font_.get()) && unread_.Create(Handle(), font_.get()) &&
         snapshots_.Create(Handle(), font_.get()) && bindings_.Create(Handle(), font_.get()) &&
         replace_.Create(Handle(), font_.get()) && check_.Create(Handle(), font_.get()) &&
-        layers_.Create(Handle(), font_.get())) {
+        layers_.Create(Handle(), font_.get()) &&
+        start_.Create(Handle(), font_.get(), recent_, StartActions())) {
         keys_ = LoadAcceleratorsA(instance, MAKEINTRESOURCEA(IDA_FRAME));
         editKeys_ = LoadAcceleratorsA(instance, MAKEINTRESOURCEA(IDA_EDIT));
         operateKeys_ = LoadAcceleratorsA(instance, MAKEINTRESOURCEA(IDA_OPERATE));
         ShowParts();
         FollowSystemTheme();
         OverrideTheme(commandLine_.theme);
+        RestorePlace();
         return true;
     }
     error = "cannot make the main window: " + ErrorText(GetLastError());
@@ -101,6 +106,11 @@ bool FrameWindow::Create(std::string& error) {
 }
 
 void FrameWindow::Start(int showCommand) {
+    ShowStart(commandLine_.panelFile.empty() && file_.empty() && !IsUnsaved() && !commandLine_.edit);
+    RestoreSize();
+    if (kept_.isMaximized && (showCommand == SW_SHOWNORMAL || showCommand == SW_SHOWDEFAULT)) {
+        showCommand = SW_SHOWMAXIMIZED;
+    }
     // A picture shows the window whatever the program that started this one asked for.
     ShowWindow(Handle(), IsHidden(commandLine_)                ? SW_SHOWNOACTIVATE
                          : commandLine_.screenshotFile.empty() ? showCommand
@@ -141,6 +151,9 @@ bool FrameWindow::TranslateKey(MSG& message) {
         return true;
     }
     if (TranslateAcceleratorA(Handle(), IsOnlyOperated() ? operateKeys_ : keys_, &message)) {
+        return true;
+    }
+    if (start_.TranslateKey(message)) {
         return true;
     }
     if (editing_ && properties_.KeepsKey(message)) {
@@ -214,7 +227,9 @@ LRESULT FrameWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         }
         break; // which gives the focus to this window when it becomes active
     case WM_SETFOCUS:
-        if (panel_) {
+        if (start_.IsShown()) {
+            start_.TakeFocus();
+        } else if (panel_) {
             panel_->RestoreFocus();
         }
         return 0;
@@ -230,6 +245,8 @@ LRESULT FrameWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         return 0;
     case WM_CLOSE:
         if (MayDiscard()) {
+            KeepPicture(true);
+            KeepPlace();
             PostQuitMessage(0); // the window goes in good order once the message loop has ended
         }
         return 0;
@@ -260,6 +277,8 @@ void FrameWindow::OnCommand(int command) {
         return New();
     case CMD_OPEN:
         return Open();
+    case CMD_START_PAGE:
+        return GoToStart();
     case CMD_SAVE:
         Save();
         return;
@@ -397,6 +416,7 @@ void FrameWindow::OnTick() {
             recovery_.Tick(panel_->Edit().Edits(), file_);
         }
     }
+    start_.Tick();
     if (editing_ && panel_) {
         status_.SetText(panel_->StatusText()); // it follows the mouse
         properties_.Update();
@@ -428,6 +448,7 @@ void FrameWindow::OnSize() {
                      SWP_NOZORDER | SWP_NOACTIVATE);
     }
     view_.MoveTo({left, top, right, top + height});
+    start_.MoveTo({0, top, client.right, top + height});
 }
 
 void FrameWindow::ResizeObjects(int by) {
@@ -499,8 +520,9 @@ void FrameWindow::About() {
 
 void FrameWindow::Refresh() {
     const std::string panelTitle = panel_->Title();
-    const std::string title =
-        (panelTitle.empty() ? DocumentName() : panelTitle) + (IsUnsaved() ? " *" : "") + " - Panel";
+    const std::string title = start_.IsShown() ? "Panel"
+                                               : (panelTitle.empty() ? DocumentName() : panelTitle) +
+                                                     (IsUnsaved() ? " *" : "") + " - Panel";
     if (title != title_) {
         title_ = title;
         SetWindowTextA(Handle(), title.c_str());
@@ -525,7 +547,7 @@ void FrameWindow::Refresh() {
 }
 
 void FrameWindow::FitToPanel() {
-    FitFrame(Handle(), view_.PanelSize(),
+    FitFrame(Handle(), start_.IsShown() ? StartScreen::BEST_SIZE : view_.PanelSize(),
              {SidesWidth(), status_.Height() + toolbar_.Height() + notice_.Height()});
 }
 

@@ -22,6 +22,9 @@
 #include "Panel/lists/UnreadWindow.h"
 #include "Panel/properties/PropertyPane.h"
 #include "Panel/recovery/Recovery.h"
+#include "Panel/start/RecentFiles.h"
+#include "Panel/start/StartScreen.h"
+#include "Panel/start/WindowPlace.h"
 #include "base/Gdi.h"
 #include "base/Handles.h"
 #include "logic/security/PinLock.h"
@@ -96,6 +99,16 @@ private:
     bool ExportPicture(const std::string& file) const;
     bool ExportList(const std::string& file) const;
     int WriteFiles() const;
+    // FrameStart.cpp.
+    StartScreen::Actions StartActions();
+    void ShowStart(bool shown);
+    void GoToStart();
+    void OpenListed(const std::string& file);
+    void RememberOpened() const;
+    void KeepPicture(bool isLast) const;
+    bool RestorePlace();
+    void RestoreSize();
+    void KeepPlace();
     void ShowNotice();
     // Whether the panel has changes to be saved. What is only operated is not to be changed in its file.
     bool IsUnsaved() const { return commandLine_.operate ? panel_->IsEdited() : panel_->IsChanged(); }
@@ -141,6 +154,10 @@ private:
     ReplaceWindow replace_;
     CheckWindow check_;
     LayersWindow layers_;
+    const std::string settings_; // folder; empty for none
+    RecentFiles recent_;
+    StartScreen start_;
+    WindowPlace kept_;
     std::unique_ptr<PanelWindow> panel_; // null only while one is replaced
     std::string file_;                   // of the panel; empty while it has none
     OldFile oldFile_;

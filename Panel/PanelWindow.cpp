@@ -122,7 +122,9 @@ bool PanelWindow::LoadControls(const PanelSource& source, std::string& error) {
         return true;
     }
     if (const std::string& file = source.panelFile; file.empty()) {
-        SendMessageA(Handle(), CWM_LOAD, LOAD_FROM_FILE, reinterpret_cast<LPARAM>("style=dark"));
+        const bool isMade =
+            a_LoadText(root_, source.text.empty() ? "style=dark\r\n" : source.text, "New panel") >= 0;
+        error = isMade ? "" : "cannot make a panel";
     } else {
         error = LoadFailure(ph_LoadPanel(root_, file.c_str()), root_, file, "panel");
     }

@@ -19,6 +19,7 @@ struct PanelSource {
     std::string panelFile;
     std::string deviceFile;
     const logic::RecoveryCopy* copy = nullptr; // in place of what the panel file holds
+    std::string text{};                        // lines of a new panel, without a file
     bool follows = false;                      // nothing is sent to devices, whatever the panel file says
 };
 

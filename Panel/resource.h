@@ -15,6 +15,7 @@
 #define IDD_RENAME 20
 #define IDD_CHANNEL 21
 #define IDD_ROW 22
+#define IDD_NEW_PANEL 23
 
 #define IDC_NAME 160
 #define IDC_NAME_FAULT 161
@@ -32,6 +33,9 @@
 #define IDC_ROW_Y 173
 #define IDC_ROW_COUNTS 174
 #define IDC_ROW_FAULT 175
+#define IDC_NEW_SIZE 180
+#define IDC_NEW_GROUND 181
+#define IDC_NEW_FAULT 182
 
 #define IDM_BINDINGS 30
 #define IDA_BINDINGS 31
@@ -68,6 +72,7 @@
 #define CMD_SAVE 1003
 #define CMD_SAVE_AS 1004
 #define CMD_EXIT 1005
+#define CMD_START_PAGE 1330
 #define CMD_VIEW_TRACE 1020
 #define CMD_VIEW_UNREAD 1021
 #define CMD_CLOSE_NOTICE 1022

@@ -21,6 +21,8 @@ const char* const USAGE =
     "  --trace FILE       append every trace line to that file\r\n"
     "  --recovery FOLDER  keep the copies there that bring back unsaved changes after a\r\n"
     "                     crash (default: in the user's application data)\r\n"
+    "  --settings FOLDER  keep the list of recent panels and the window's place there\r\n"
+    "                     (default: in the user's application data)\r\n"
     "  --check            report on standard output what is wrong with the panel, once its\r\n"
     "                     devices had up to 5 s to answer, and end without a window\r\n"
     "  --edit             begin in edit mode\r\n"
@@ -135,6 +137,7 @@ bool ParseCommandLine(int count, wchar_t** arguments, CommandLine& result, std::
                             : argument == "--export-list" ? &parsed.listFile
                             : argument == "--trace"       ? &parsed.traceFile
                             : argument == "--recovery"    ? &parsed.recoveryFolder
+                            : argument == "--settings"    ? &parsed.settingsFolder
                                                           : nullptr;
         if (!file && argument != "--exit-after" && argument != "--theme") {
             error = "unknown option " + argument + " (--help lists them)";

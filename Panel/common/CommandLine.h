@@ -13,7 +13,8 @@ struct CommandLine {
     std::string listFile;
     std::string traceFile;
     std::string recoveryFolder;
-    std::string theme;                      // "system", "light", "dark"; empty for the one that is kept
+    std::string theme; // "system", "light", "dark"; empty for the one that is kept
+    std::string settingsFolder;
     std::optional<std::uint32_t> exitAfter; // milliseconds
     bool check = false;                     // report what is wrong with the panel, and end
     bool edit = false;

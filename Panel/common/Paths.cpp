@@ -3,6 +3,7 @@
 #include "base/FileNames.h"
 
 #include <windows.h>
+#include <shlobj.h>
 
 namespace {
 
@@ -44,6 +45,22 @@ std::string WithExtension(const std::string& path, const char* extension) {
 bool FileExists(const std::string& path) {
     const DWORD attributes = GetFileAttributesA(path.c_str());
     return attributes != INVALID_FILE_ATTRIBUTES && !(attributes & FILE_ATTRIBUTE_DIRECTORY);
+}
+
+std::wstring LocalDataFolder() {
+    wchar_t path[MAX_PATH] = L"";
+    if (FAILED(SHGetFolderPathW(nullptr, CSIDL_LOCAL_APPDATA | CSIDL_FLAG_CREATE, nullptr, 0, path))) {
+        return {};
+    }
+    return std::wstring(path) + L"\\OSMIR\\Panel";
+}
+
+bool MakeFolders(const std::wstring& folder) {
+    for (std::size_t end = folder.find(L'\\', 3); end != std::wstring::npos;
+         end = folder.find(L'\\', end + 1)) {
+        CreateDirectoryW(folder.substr(0, end).c_str(), nullptr);
+    }
+    return CreateDirectoryW(folder.c_str(), nullptr) || GetLastError() == ERROR_ALREADY_EXISTS;
 }
 
 std::string ErrorText(unsigned long code) {

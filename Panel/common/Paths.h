@@ -13,5 +13,10 @@ std::string FileName(const std::string& path);
 // The file name with its extension replaced (".devices") or, where it has none, appended.
 std::string WithExtension(const std::string& path, const char* extension);
 bool FileExists(const std::string& path);
+// The program's own folder in the user's application data, which need not be there yet; empty when the system
+// names none.
+std::wstring LocalDataFolder();
+// Makes the folder, and those that it lies in. False when it is not there afterwards.
+bool MakeFolders(const std::wstring& folder);
 // The system's words for an error code, without line end.
 std::string ErrorText(unsigned long code);

@@ -9,8 +9,6 @@
 
 #include "base/FileNames.h"
 
-#include <shlobj.h>
-
 #include <algorithm>
 #include <utility>
 
@@ -46,11 +44,8 @@ std::wstring FolderOf(const CommandLine& commandLine) {
     if (!commandLine.recoveryFolder.empty()) {
         return WideFileName(commandLine.recoveryFolder);
     }
-    wchar_t path[MAX_PATH] = L"";
-    if (FAILED(SHGetFolderPathW(nullptr, CSIDL_LOCAL_APPDATA | CSIDL_FLAG_CREATE, nullptr, 0, path))) {
-        return {};
-    }
-    return std::wstring(path) + L"\\OSMIR\\Panel\\Recovery";
+    const std::wstring folder = LocalDataFolder();
+    return folder.empty() ? folder : folder + L"\\Recovery";
 }
 
 std::string Question(const FoundCopy& found) {

@@ -1,5 +1,7 @@
 #include "Panel/recovery/RecoveryFile.h"
 
+#include "Panel/common/Paths.h"
+
 #include <algorithm>
 #include <cstdio>
 #include <set>
@@ -10,14 +12,6 @@ constexpr wchar_t COPY[] = L".copy";
 constexpr wchar_t NEW[] = L".new";
 constexpr wchar_t LOCK[] = L".lock";
 constexpr LONGLONG LARGEST = 256LL * 1024 * 1024; // bytes
-
-bool MakeFolders(const std::wstring& folder) {
-    for (std::size_t end = folder.find(L'\\', 3); end != std::wstring::npos;
-         end = folder.find(L'\\', end + 1)) {
-        CreateDirectoryW(folder.substr(0, end).c_str(), nullptr);
-    }
-    return CreateDirectoryW(folder.c_str(), nullptr) || GetLastError() == ERROR_ALREADY_EXISTS;
-}
 
 bool WriteWhole(const std::wstring& path, const std::string& text) {
     const Handle file = MakeFile(

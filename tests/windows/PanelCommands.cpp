@@ -367,11 +367,23 @@ const std::pair<int, void (*)(PanelHere& program)> OTHERS[] = {
          Load(program.Panel(), "title=not saved");
          CHECK(Ask(program, CMD_NEW, "Panel", IDCANCEL) == "Save the changes to other.panel?");
          CHECK(ph_Find(program.Root(), "A") != nullptr);
+         {
+             const Answer answer("New Panel", IDCANCEL);
+             Ask(program, CMD_NEW, "Panel", IDNO);
+             CHECK(ph_Find(program.Root(), "A") != nullptr);
+         }
+         const Answer answer("New Panel", IDOK, [] {
+             SetDlgItemTextA(FindWindowA("#32770", "New Panel"), IDC_NEW_SIZE, "500 x400");
+         });
          Ask(program, CMD_NEW, "Panel", IDNO);
          program.FindPanel();
          CHECK(program.Title() == "Untitled - Panel");
          CHECK(ph_Find(program.Root(), "A") == nullptr);
          CHECK(Text(program.Panel(), "style") == "dark");
+         CHECK(Text(program.Panel(), "size") == "500,400");
+         CHECK(Text(program.Panel(), "background") == ".\\Controls\\Panel_dark.png");
+         CHECK(program.Root()->mode != 0); // it is there to be edited
+         program.Command(CMD_EDIT_MODE);
          CHECK_FALSE(Contains(ReadBytes(program.Folder().Path("other.panel")), "not saved"));
      }},
     {CMD_OPEN,
@@ -387,6 +399,18 @@ const std::pair<int, void (*)(PanelHere& program)> OTHERS[] = {
          program.FindPanel();
          CHECK(program.Title() == "other.panel - Panel");
          CHECK(ph_Find(program.Root(), "Combo") != nullptr);
+     }},
+    {CMD_START_PAGE,
+     [](PanelHere& program) {
+         const HWND page = program.Part("PanelStart");
+         CHECK_FALSE(IsWindowVisible(page));
+         program.Command(CMD_START_PAGE);
+         CHECK(IsWindowVisible(page));
+         CHECK_FALSE(IsWindowVisible(program.Part("PanelView")));
+         CHECK(program.Title() == "Panel");
+         CHECK(program.Open(program.Folder().Path("other.panel")));
+         CHECK_FALSE(IsWindowVisible(page));
+         CHECK(program.Title() == "other.panel - Panel");
      }},
     {CMD_VIEW_PROPERTIES,
      [](PanelHere& program) {

@@ -10,8 +10,9 @@ namespace {
 
 constexpr const char* BOX = "#32770";
 
-CommandLine WithRecovery(CommandLine commandLine, const std::string& folder) {
+CommandLine WithFolder(CommandLine commandLine, const std::string& folder) {
     commandLine.recoveryFolder = folder;
+    commandLine.settingsFolder = folder + "\\settings";
     return commandLine;
 }
 
@@ -82,12 +83,12 @@ int PanelUser::Repeat(int command) const {
 // In a process of its own.
 
 PanelProgram::PanelProgram(const std::string& contents) : own_(std::in_place) {
-    Start(*own_, own_->Write("test.panel", contents));
+    Start(*own_, own_->Write("test.panel", contents), settings_);
     FindFrame();
 }
 
-PanelProgram::PanelProgram(const TestFolder& folder, const std::string& file) {
-    Start(folder, file);
+PanelProgram::PanelProgram(const TestFolder& folder, const std::string& file, const TestFolder* keeper) {
+    Start(folder, file, keeper ? *keeper : settings_);
 }
 
 PanelProgram::~PanelProgram() {
@@ -96,13 +97,13 @@ PanelProgram::~PanelProgram() {
     CloseHandle(started_.hProcess);
 }
 
-void PanelProgram::Start(const TestFolder& folder, const std::string& file) {
+void PanelProgram::Start(const TestFolder& folder, const std::string& file, const TestFolder& keeper) {
     file_ = file;
     STARTUPINFOA startup{};
     startup.cb = sizeof startup;
     std::string command = "\"";
     command += ProgramFolder() + "Panel.exe\"" + (file.empty() ? "" : " \"" + file + "\"") +
-               " --recovery \"" + folder.Path("") + ".\"";
+               " --recovery \"" + folder.Path("") + ".\" --settings \"" + keeper.Path("settings") + "\"";
     REQUIRE(CreateProcessA(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup,
                            &started_));
 }
@@ -155,7 +156,7 @@ void PanelProgram::Kill() const {
 // In this process.
 
 PanelHere::PanelHere(const std::string& contents, const CommandLine& commandLine)
-    : commandLine_(WithRecovery(commandLine, folder_.Path("recovery"))),
+    : commandLine_(WithFolder(commandLine, folder_.Path("recovery"))),
       window_(commandLine_, reporter_, library_, log_) {
     std::string error;
     REQUIRE(library_.Load(error));

@@ -64,8 +64,9 @@ public:
     // With a panel file and a folder of its own.
     explicit PanelProgram(const std::string& contents);
     // Shows that file (none when the name is empty) and keeps its recovery copies in the folder. It may begin
-    // with a question.
-    PanelProgram(const TestFolder& folder, const std::string& file);
+    // with a question. What it keeps for its user lies in the folder "settings" of the other one, if there is
+    // another.
+    PanelProgram(const TestFolder& folder, const std::string& file, const TestFolder* keeper = nullptr);
     ~PanelProgram();
     PanelProgram(const PanelProgram&) = delete;
     PanelProgram& operator=(const PanelProgram&) = delete;
@@ -81,9 +82,10 @@ public:
     void Kill() const;
 
 private:
-    void Start(const TestFolder& folder, const std::string& file);
+    void Start(const TestFolder& folder, const std::string& file, const TestFolder& keeper);
 
     std::optional<TestFolder> own_;
+    TestFolder settings_;
     PROCESS_INFORMATION started_{};
 };
 
