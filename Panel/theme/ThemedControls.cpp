@@ -43,9 +43,9 @@ bool Is(HWND window, const char* className) {
 Kind KindOf(HWND window) {
     for (const Known& known : KNOWN) {
         if (Is(window, known.className)) {
-            const bool drawsItself = known.kind == Kind::Button &&
-                                     (GetWindowLongA(window, GWL_STYLE) & BS_TYPEMASK) != BS_OWNERDRAW;
-            return known.kind != Kind::Button || drawsItself ? known.kind : Kind::Other;
+            const bool isDrawnByOwner = known.kind == Kind::Button &&
+                                        (GetWindowLongA(window, GWL_STYLE) & BS_TYPEMASK) == BS_OWNERDRAW;
+            return isDrawnByOwner ? Kind::Other : known.kind;
         }
     }
     char name[32] = "";
