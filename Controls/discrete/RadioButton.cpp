@@ -34,6 +34,10 @@ public:
     void Poll() override;
     bool IsOn() const override { return value == onValue; }
     void Draw(HDC dc, const RECT& client) const override;
+    bool DrawsNotEqual(const RECT& client) const override {
+        return HasFace() && TWOSTATEPROPERTIES::DrawsNotEqual(client);
+    }
+    bool HasFace() const { return style == Style::Button || face.Get() != nullptr; } // else a mark
     void Released() override;
     bool OffersApply() const override { return true; }
     void Apply() override { Send(value); }
@@ -249,7 +253,7 @@ void DrawMark(HDC dc, const RECT& place, bool isOn, bool isHeld) {
 } // namespace
 
 void RADIOBUTTONPROPERTIES::Draw(HDC dc, const RECT& client) const {
-    if (style == Style::Button || face.Get() != nullptr) {
+    if (HasFace()) {
         TWOSTATEPROPERTIES::Draw(dc, client);
         return;
     }

@@ -136,6 +136,14 @@ COLORREF DarkCaptionColour(bool isLit, const DarkState& state) {
     return isLit ? static_cast<COLORREF>(logic::PANEL_WELL) : state.TextColour();
 }
 
+void DrawDarkMark(HDC dc, const RECT& area) {
+    constexpr int SIDE = 6;
+    for (int row = 0; row < SIDE; ++row) {
+        const int y = area.top + 1 + row;
+        Fill(dc, {area.left + 1, y, area.left + 1 + SIDE - row, y + 1}, logic::PANEL_ACCENT);
+    }
+}
+
 void DrawDarkLamp(HDC dc, const RECT& area, std::optional<COLORREF> lit) {
     const int size = std::min(area.right - area.left, area.bottom - area.top);
     const int left = (area.left + area.right - size) / 2;

@@ -60,6 +60,9 @@ void DrawDarkFrame(HWND window, bool goesOn, const DarkState& state);
 void DrawDarkButton(HDC dc, const RECT& area, std::optional<COLORREF> lit, const DarkState& state);
 // The colour of a caption on it.
 COLORREF DarkCaptionColour(bool isLit, const DarkState& state);
+// That what it shows may not be so, in the upper left corner: in the colour of the not-equal sign, and
+// smaller.
+void DrawDarkMark(HDC dc, const RECT& area);
 void DrawDarkLamp(HDC dc, const RECT& area, std::optional<COLORREF> lit);
 
 // The colour that a picture of this library is lit in, by the word in its name: "SWITCHBUTTON_red_26x16.bmp".

@@ -133,6 +133,9 @@ std::optional<COLORREF> BUTTONPROPERTIES::DarkLight() const {
 void BUTTONPROPERTIES::DrawFace(HDC dc, const RECT& client, int frame, bool lit) const {
     if (const auto light = DarkLight()) {
         DrawDarkButton(dc, client, lit ? light : std::nullopt, {.isDown = IsHeldDown()});
+        if (notEqual) {
+            DrawDarkMark(dc, client);
+        }
         return;
     }
     if (face.Get() != nullptr) {

@@ -20,6 +20,8 @@ public:
     LRESULT OnSystem(WPARAM event, LPARAM lParam) override;
     DWORD DueIn(DWORD now) const noexcept override { return dragging ? 0 : UntilPoll(now); }
     BitmapParts Frames() const override { return {*face.Get(), FrameCount()}; }
+    // The sign would lie over a caption that the user goes by.
+    bool DrawsNotEqual(const RECT&) const override { return DarkLight().has_value(); }
     void FontChanged();
     void MoveDrag(POINT point) override;
     void CancelDrag() override;

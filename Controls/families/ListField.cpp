@@ -192,7 +192,7 @@ bool ListField::HandleKey(WPARAM key) {
 }
 
 std::optional<LRESULT> ListField::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
-    if (const auto answer = control_.IsDark() ? PaintDark(message, wParam) : std::nullopt) {
+    if (const auto answer = PaintDark(message, wParam)) {
         return *answer;
     }
     switch (message) {
@@ -360,9 +360,13 @@ std::string ListField::ClosedText() const {
     return line < order_.size() ? std::string(items_.Caption(order_[line])) : ShownText();
 }
 
-// On a panel of the style "dark" all of the closed list but what is typed into.
+// All of the closed list but what is typed into.
 std::optional<LRESULT> ListField::PaintDark(UINT message, WPARAM wParam) const {
-    const auto draw = [this](HDC target) {
+    if (!control_.IsDark()) {
+        return std::nullopt;
+    }
+    const bool isInside = list_ != control_.window;
+    const auto draw = [&](HDC target) {
         RECT area{};
         GetClientRect(list_, &area);
         const cOffScreen buffer(target, area.right, area.bottom);
@@ -373,7 +377,9 @@ std::optional<LRESULT> ListField::PaintDark(UINT message, WPARAM wParam) const {
         if (sign > 0) {
             a_GetNotEqualSign()->Draw(buffer.Dc(), MARGIN, (area.bottom - a_GetNotEqualSign()->Height()) / 2);
         }
-        a_DrawSelection(&control_, buffer.Dc());
+        if (!isInside) {
+            a_DrawSelection(&control_, buffer.Dc());
+        }
         buffer.Show();
     };
     switch (message) {
@@ -388,6 +394,9 @@ std::optional<LRESULT> ListField::PaintDark(UINT message, WPARAM wParam) const {
             }
             draw(dc);
             EndPaint(list_, &paint);
+        }
+        if (isInside && control_.mode != 0) {
+            DrawSelectionOver(control_, list_);
         }
         return 0;
     }

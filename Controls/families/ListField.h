@@ -53,6 +53,8 @@ public:
     // The mark or the colours are other ones.
     void LookChanged();
 
+    // On a panel of the style "dark" the answer to a message of painting.
+    std::optional<LRESULT> PaintDark(UINT message, WPARAM wParam) const;
     // The answer to a message that is the list's. Any other goes on to the window and then to Handled.
     std::optional<LRESULT> Handle(UINT message, WPARAM wParam, LPARAM lParam);
     void Handled(UINT message, WPARAM wParam, LPARAM lParam);
@@ -88,7 +90,6 @@ private:
     COLORREF TextColour() const { return control_.FieldInk(); }
     std::string ClosedText() const;
     void PaintFace(HDC dc) const;
-    std::optional<LRESULT> PaintDark(UINT message, WPARAM wParam) const;
 
     TEXTLOOKPROPERTIES& control_;
     const HWND& list_;

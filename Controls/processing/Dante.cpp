@@ -274,6 +274,9 @@ LRESULT DANTECONTROLPROPERTIES::TypingDoes(UINT message, WPARAM wParam, LPARAM l
 }
 
 LRESULT DANTECONTROLPROPERTIES::HandleList(const ChildMessage& of) {
+    if (const auto answer = list.PaintDark(of.message, of.wParam)) {
+        return *answer;
+    }
     if (const auto answer = HandleAsPart(*this, of)) {
         return *answer;
     }

@@ -254,6 +254,11 @@ TEST_CASE("strips and fields are dark, lit only where they are on, and saved as 
             if (isSwitch) {
                 CHECK(Fits(dark, place, [](unsigned colour) { return Brightness(colour) > 200; }));
                 CHECK(Fits(lit, place, [](unsigned colour) { return Brightness(colour) < 60; }));
+                Load(part, "function=NOBODY*x"); // off line it can be read as well
+                Poll(part);
+                const Shot unknown(control);
+                CHECK(unknown.At(place.left + 1, place.top + 1) == 0xFFB000);
+                CHECK(Fits(unknown, place, [](unsigned colour) { return Brightness(colour) < 60; }));
             }
         }
         if (const HWND label = panel.Find("Control*Label"); label != nullptr) { // what somebody chose stays
