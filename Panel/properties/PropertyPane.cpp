@@ -205,6 +205,7 @@ void PropertyPane::Replace(std::vector<PropertyRow> rows) {
     const PropertyRow* selected = RowAt(SelectedLine());
     const std::string id = selected ? IdOf(*selected) : "";
     rows_ = std::move(rows);
+    SetWindowRedraw(list_, FALSE); // else each step below draws its scroll bar
     lines_.clear();
     for (std::size_t i = 0; i < rows_.size(); ++i) {
         if (i == 0 || rows_[i].group != rows_[i - 1].group) {
@@ -219,6 +220,8 @@ void PropertyPane::Replace(std::vector<PropertyRow> rows) {
         EndEdit();
     }
     FitColumns();
+    SetWindowRedraw(list_, TRUE);
+    InvalidateRect(list_, nullptr, TRUE);
     ShowTitle();
 }
 
