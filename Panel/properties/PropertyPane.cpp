@@ -330,8 +330,10 @@ bool PropertyPane::KeepsKey(const MSG& message) const {
     if (message.hwnd != Handle() && !IsChild(Handle(), message.hwnd)) {
         return false;
     }
-    // While nothing is being typed, undo and redo are those of the panel.
-    return edit_ || GetKeyState(VK_CONTROL) >= 0 || (message.wParam != 'Z' && message.wParam != 'Y');
+    // While nothing is being typed, what Ctrl commands is meant for the panel, but for what would be of a
+    // text.
+    const bool isOfText = message.wParam == 'X' || message.wParam == 'C' || message.wParam == 'V';
+    return edit_ || GetKeyState(VK_CONTROL) >= 0 || isOfText;
 }
 
 LRESULT PropertyPane::OnNotify(NMHDR& header) {

@@ -4,6 +4,7 @@
 #include "Panelhost/SecretKeywords.h"
 #include "Panelhost/Hostinfo.h"
 #include "Panelhost/Renaming.h"
+#include "Panelhost/Requests.h"
 #include "Panelhost/TypedValues.h"
 #include "logic/editing/PropertyTexts.h"
 #include "logic/text/Numbers.h"
@@ -135,11 +136,14 @@ public:
         }
         char value[TEXT_SIZE];
         for (const auto& [keyword, place] : PlacesFor(object)) {
-            Join(rows_[place], [&, keyword = keyword] {
+            Join(rows_[place], [&, keyword = keyword, place = place]() -> std::string {
+                if (rows_[place].name == "connection") {
+                    return a_BuildString(object.connections); // asked for it, a control answers nothing
+                }
                 *value = '\0';
                 VALUERECORD record = VALUERECORD::GetText(value, keyword);
                 SendMessageA(object.window, CWM_MESSAGE, 0, reinterpret_cast<LPARAM>(&record));
-                return static_cast<const char*>(value);
+                return value;
             });
         }
     }

@@ -67,9 +67,12 @@ TEST_CASE("series among keywords, and the one for a control") {
         {{"SOLO"}, ""},
         {{"Meter"}, "level%i"},
         {{"Label"}, ""},
+        {{"LedSig"}, "level%i"},
         {{""}, ""},
     };
     CheckRows(patternFor, rows);
     CHECK(SeriesFor("Fader", {}) == -1);
+    CHECK(SeriesFor("Fader", FindSeries({"level1", "level2", "gain1", "gain2"})) ==
+          1); // not what is measured
     CHECK(FindSeries({}).empty());
 }
