@@ -117,7 +117,7 @@ def begin(hall):
     hall.start("--devices", windows_name(hall.folder / "Hall.devices"))
     edit(hall)
     hall.picture("new")
-    hall.set(background=r".\Controls\Panel_dark.png", size="776,332", title="Town Hall")
+    hall.set(background=r".\Controls\Panel_dark.png", size="776,436", title="Town Hall")
 
 
 def edit(hall):
@@ -216,8 +216,8 @@ def buttons(hall):
     hall.copy_beside()
     hall.set(caption="Night", click="snapshot=Night,500")
     hall.picture("preset")
-    hall.place("Clock", "Clock 1", 664, 4)
-    hall.set(width="108", height="56", textcolor="0x00e0e0e0", font="Tahoma,9")
+    hall.place("Clock", "Clock 1", 512, 324)
+    hall.set(textcolor="0x00e0e0e0")
 
 
 def save(hall):
