@@ -216,7 +216,7 @@ def buttons(hall):
     hall.copy_beside()
     hall.set(caption="Night", click="snapshot=Night,500")
     hall.picture("preset")
-    hall.place("Clock", "Clock 1", 512, 324)
+    hall.place("Clock", "Clock 1", 488, 324)
     hall.set(textcolor="0x00e0e0e0")
 
 
