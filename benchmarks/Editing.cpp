@@ -1,6 +1,7 @@
-// The edit mode of the panel program with many controls selected.
+// The edit mode of the panel program with many controls selected: their properties, a step of a drag.
 
 #include "Panel/editing/Editor.h"
+#include "Panel/editing/Placement.h"
 #include "Panel/properties/PropertyPane.h"
 #include "Panel/resource.h"
 #include "Panelhost/Hostinfo.h"
@@ -13,6 +14,8 @@ namespace {
 
 constexpr int CONTROLS = 1000;
 constexpr const char* CLASSES[] = {"KNOB", "FADER", "BBUTTON", "BEDIT"};
+constexpr int DRAGGED = 100;
+constexpr int DRAG_STEP = 8; // pixels, a line of the grid
 constexpr int PANE_WIDTH = 264;
 constexpr int PANE_HEIGHT = 500;
 
@@ -32,6 +35,83 @@ double ReadKeywords(const Editor& editor) {
         }
     }
     return Now() - start;
+}
+
+// Seconds for a step of the mouse to the right or back, until all is painted.
+class Drag {
+public:
+    Drag(Editor& editor, HOSTINFO* pressed) : editor_(editor) {
+        const logic::Rectangle place = PlaceOf(*pressed);
+        from_ = {(place.left + place.right) / 2, (place.top + place.bottom) / 2};
+        Mouse(WM_LBUTTONDOWN, from_.x);
+        Mouse(WM_MOUSEMOVE, from_.x + 2 * DRAG_STEP); // no click
+    }
+    ~Drag() {
+        LRESULT result = 0;
+        editor_.OnMessage(WM_KEYDOWN, VK_ESCAPE, 0, result);
+    }
+    Drag(const Drag&) = delete;
+    Drag& operator=(const Drag&) = delete;
+
+    double Step() {
+        Settle();
+        isRight_ = !isRight_;
+        const double start = Now();
+        Mouse(WM_MOUSEMOVE, from_.x + (isRight_ ? 3 : 2) * DRAG_STEP);
+        UpdateWindow(editor_.Panel());
+        return Now() - start;
+    }
+
+private:
+    void Mouse(UINT message, LONG x) {
+        LRESULT result = 0;
+        editor_.OnMessage(message, MK_LBUTTON, MAKELPARAM(x, from_.y), result);
+    }
+
+    Editor& editor_;
+    POINT from_{};
+    bool isRight_ = false;
+};
+
+// The same with windows that are nothing but windows.
+double MoveBareWindows(HWND panel, const std::vector<HWND>& windows, int by) {
+    Settle();
+    const double start = Now();
+    HDWP positions = BeginDeferWindowPos(static_cast<int>(windows.size()));
+    for (std::size_t i = 0; i < windows.size() && positions != nullptr; ++i) {
+        const RECT place = PlaceOf(static_cast<int>(i));
+        positions =
+            DeferWindowPos(positions, windows[i], nullptr, place.left + by, place.top, 0, 0,
+                           SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS | static_cast<UINT>(SWP_NOSIZE));
+    }
+    if (positions != nullptr) {
+        EndDeferWindowPos(positions);
+    }
+    RedrawWindow(panel, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
+    return Now() - start;
+}
+
+void MeasureDrag(Report& report, Editor& editor) {
+    editor.Execute(CMD_SELECT_ALL);
+    std::vector<HOSTINFO*> dragged = editor.Selected();
+    if (dragged.size() != CONTROLS) {
+        return report.Fail("drag", "not all are there");
+    }
+    dragged.resize(DRAGGED);
+    editor.Select(dragged);
+    const BenchPanel bare(true);
+    std::vector<HWND> windows = bare.AddMany(BARE_CLASS, CONTROLS);
+    windows.resize(DRAGGED);
+    const logic::Rectangle before = PlaceOf(*dragged.back());
+    Drag drag(editor, dragged.front());
+    int by = 0;
+    const auto ours = [&] { return drag.Step(); };
+    const auto yardstick = [&] { return MoveBareWindows(bare.Window(), windows, by = DRAG_STEP - by); };
+    report.Measure("drag step of 100 selected of 1000", ours, "100 of 1000 bare windows moved", yardstick,
+                   Unit::Seconds, RatioUpTo(2), 30);
+    if (PlaceOf(*dragged.back()) == before) {
+        report.Fail("drag", "the controls do not follow the mouse");
+    }
 }
 
 } // namespace
@@ -79,5 +159,6 @@ void MeasureEditing(Report& report) {
     report.Measure("properties of 1000 selected, read and shown", fill, "their keywords, each read once",
                    read, Unit::Seconds, RatioUpTo(5), 15);
     pane.SetEditor(nullptr);
+    MeasureDrag(report, editor);
     editor.SetActive(false);
 }

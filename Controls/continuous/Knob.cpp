@@ -1,15 +1,20 @@
-// KNOB: one float value as a rotary knob that is dragged horizontally or turned by keys, sent to everything
-// it is bound to and polled back. In relative mode it moves several connected controls, each with its own
-// offset. Values are in the unit of the bound parameter, interval in milliseconds, geometry in pixels.
+// KNOB: one float value as a rotary knob that is dragged horizontally or turned by wheel and keys, sent to
+// everything it is bound to and polled back. In relative mode it moves several connected controls, each with
+// its own offset. Values are in the unit of the bound parameter, interval in milliseconds, geometry in
+// pixels.
 
 #include "Controls/OSMIRControlLib.h"
 #include "Controls/drawing/Shading.h"
 #include "Controls/families/RangedNumber.h"
 #include "Controls/families/RelativeMode.h"
 #include "Controls/framework/Keywords.h"
+#include "Controls/framework/WheelTurn.h"
 #include "Controls/resources/resource.h"
 #include "logic/controls/KnobLogic.h"
+#include "logic/controls/SpinLogic.h"
 #include "logic/text/Numbers.h"
+
+#include <cmath>
 
 class KNOBPROPERTIES : public RANGEDPROPERTIES {
 public:
@@ -59,8 +64,9 @@ constexpr KeywordTable KEYWORDS({
         .Saved()
         .Label("Resolution")
         .Items(IDC_RESOLUTION)
-        .Says("Step of the arrow keys; Page Up and Page Down go ten steps, drags are rounded to it; 0 for no "
-              "steps."),
+        .Says("Step of the arrow keys and the wheel, with Shift a tenth; Page Up and Page Down go ten steps, "
+              "drags "
+              "are rounded to it; 0 for no steps."),
     VALUE,
     Offsets<&KNOBPROPERTIES::relativeMode>("values").Says(
         "Distances of the connected controls from the knob in relative mode, joined by `,`, in the order "
@@ -149,9 +155,23 @@ void KeyDown(KNOBPROPERTIES& knob, WPARAM wParam, LPARAM lParam) {
     PaintControl(knob); // deliberately at once, and no key goes on to default processing
 }
 
+void Turn(const KNOBPROPERTIES& knob, WheelTurn wheel) {
+    const logic::SpinRange range{static_cast<float>(knob.minimum), static_cast<float>(knob.maximum)};
+    if (const float size = wheel.Size(knob.resolution); std::isfinite(size) && size != 0) {
+        knob.SetThroughMessage(DATATYPE_FLOAT, logic::StepSpin(knob.value, wheel.steps, size, range));
+    }
+}
+
 LRESULT CALLBACK KnobProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     if (message == WM_KEYDOWN) {
         KeyDown(*PropertiesOf<KNOBPROPERTIES>(window), wParam, lParam);
+        return 0;
+    }
+    if (message == WM_MOUSEWHEEL) {
+        if (const auto& knob = *PropertiesOf<KNOBPROPERTIES>(window);
+            !PassInput(knob, message, wParam, lParam)) {
+            Turn(knob, WheelTurn(wParam));
+        }
         return 0;
     }
     if (message == WM_SETFOCUS) {
@@ -163,4 +183,4 @@ LRESULT CALLBACK KnobProc(HWND window, UINT message, WPARAM wParam, LPARAM lPara
 } // namespace
 
 extern const ControlImplementation knobControl = Implement<KNOBPROPERTIES>(
-    KnobProc, IDD_KNOB, "A number as a rotary knob that is dragged sideways or turned by keys.");
+    KnobProc, IDD_KNOB, "A number as a rotary knob that is dragged sideways or turned by the wheel or keys.");

@@ -8,9 +8,11 @@
 #include "Controls/families/FunctionList.h"
 #include "Controls/families/RangedNumber.h"
 #include "Controls/framework/Keywords.h"
+#include "Controls/framework/WheelTurn.h"
 #include "Controls/resources/resource.h"
 #include "logic/controls/FaderLogic.h"
 #include "logic/controls/RangeLogic.h"
+#include "logic/controls/SpinLogic.h"
 #include "logic/drawing/PanelColours.h"
 
 #include <algorithm>
@@ -121,7 +123,7 @@ constexpr KeywordTable KEYWORDS({
         .Saved()
         .Label("What can be dragged")
         .Says("What can be dragged: `none`, the `ends` of the permitted range, which never cross, the "
-              "`value`, which keys and the wheel step by 1 then, or `all`."),
+              "`value`, which keys and the wheel step by 1 then, with Shift the wheel by a tenth, or `all`."),
     Property<&RANGEPROPERTIES::State, nullptr>("state").Says(
         "Where the value is: -1 below the permitted range, 0 inside, 1 above. It can only be read, for "
         "instance by a lamp that is connected to `NAME*state`."),
@@ -356,6 +358,11 @@ void Step(const RANGEPROPERTIES& range, logic::FaderKey key) {
     }
 }
 
+void Turn(const RANGEPROPERTIES& range, WheelTurn wheel) {
+    const logic::SpinRange limits{static_cast<float>(range.minimum), static_cast<float>(range.maximum)};
+    range.SetThroughMessage(DATATYPE_FLOAT, logic::StepSpin(range.value, wheel.steps, wheel.Size(1), limits));
+}
+
 LRESULT CALLBACK RangeProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     const RANGEPROPERTIES& range = *PropertiesOf<RANGEPROPERTIES>(window);
     if (range.settable == Settable::Nothing) {
@@ -366,7 +373,7 @@ LRESULT CALLBACK RangeProc(HWND window, UINT message, WPARAM wParam, LPARAM lPar
             return 0;
         }
         if (message == WM_MOUSEWHEEL) {
-            Step(range, GET_WHEEL_DELTA_WPARAM(wParam) < 1 ? logic::FaderKey::Down : logic::FaderKey::Up);
+            Turn(range, WheelTurn(wParam));
         } else if (wParam >= VK_PRIOR && wParam <= VK_DOWN) {
             Step(range, static_cast<logic::FaderKey>(wParam));
         }

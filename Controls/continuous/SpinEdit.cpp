@@ -8,6 +8,7 @@
 #include "Controls/families/FieldMargin.h"
 #include "Controls/families/RangedNumber.h"
 #include "Controls/families/TextLook.h"
+#include "Controls/framework/WheelTurn.h"
 #include "Panelhost/Bitmap.h"
 #include "base/Gdi.h"
 #include "logic/controls/SpinLogic.h"
@@ -48,9 +49,10 @@ public:
     void Send();
     // Steps from the value, or from what is typed.
     void Step(int steps) override;
+    void StepBy(int steps, float size);
     // True when it is a key of the control.
     bool KeyDown(WPARAM key);
-    bool Wheel(WPARAM wParam);
+    void Turn(WheelTurn wheel) override;
 
     int ValueKeyword(VALUERECORD& record);
     std::string Properties() const { return logic::SpinPropertiesText(range, value); }
@@ -155,7 +157,8 @@ constexpr KeywordTable KEYWORDS({
         .Saved()
         .Label("Resolution")
         .Items(IDC_RESOLUTION)
-        .Says("Step of the arrows, the arrow keys and the wheel; Page Up and Page Down go ten steps; 0 for "
+        .Says("Step of the arrows, the arrow keys and the wheel, which with Shift goes a tenth; Page Up and "
+              "Page Down go ten steps; 0 for "
               "no steps. What is typed is not rounded to it."),
     TEXT_COLOUR_KEYWORD,
     Text<&SPINEDITPROPERTIES::unit, LONGEST_UNIT, &SPINEDITPROPERTIES::TextChanged>("unit")
@@ -273,6 +276,10 @@ void SPINEDITPROPERTIES::ShowRefused(bool isRefused) {
 // Steps
 
 void SPINEDITPROPERTIES::Step(int steps) {
+    StepBy(steps, resolution);
+}
+
+void SPINEDITPROPERTIES::StepBy(int steps, float size) {
     if (readOnly != 0) {
         return;
     }
@@ -285,7 +292,7 @@ void SPINEDITPROPERTIES::Step(int steps) {
         return;
     }
     field_.Restore();
-    TakeValue(logic::StepSpin(*from, steps, resolution, range));
+    TakeValue(logic::StepSpin(*from, steps, size, range));
 }
 
 bool SPINEDITPROPERTIES::KeyDown(WPARAM key) {
@@ -309,9 +316,8 @@ bool SPINEDITPROPERTIES::KeyDown(WPARAM key) {
     return true;
 }
 
-bool SPINEDITPROPERTIES::Wheel(WPARAM wParam) {
-    Step(GET_WHEEL_DELTA_WPARAM(wParam) < 1 ? -1 : 1);
-    return true;
+void SPINEDITPROPERTIES::Turn(WheelTurn wheel) {
+    StepBy(wheel.steps, wheel.Size(resolution));
 }
 
 // Drawing
@@ -407,8 +413,11 @@ LRESULT SPINEDITPROPERTIES::HandleField(const ChildMessage& of) {
     if (answer) {
         return *answer;
     }
-    if ((of.message == WM_KEYDOWN && KeyDown(of.wParam)) ||
-        (of.message == WM_MOUSEWHEEL && Wheel(of.wParam))) {
+    if (of.message == WM_MOUSEWHEEL) {
+        Turn(WheelTurn(of.wParam));
+        return 0;
+    }
+    if (of.message == WM_KEYDOWN && KeyDown(of.wParam)) {
         return 0;
     }
     if (const auto answered = field_.Handle(of.message, of.wParam, of.lParam)) {
@@ -449,7 +458,7 @@ LRESULT CALLBACK SpinProc(HWND window, UINT message, WPARAM wParam, LPARAM lPara
     case WM_KEYDOWN:
     case WM_MOUSEWHEEL:
         if (!PassInput(spin, message, wParam, lParam)) {
-            message == WM_KEYDOWN ? spin.KeyDown(wParam) : spin.Wheel(wParam);
+            message == WM_KEYDOWN ? static_cast<void>(spin.KeyDown(wParam)) : spin.Turn(WheelTurn(wParam));
         }
         return 0;
     case WM_SETFOCUS: {

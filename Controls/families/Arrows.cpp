@@ -121,7 +121,7 @@ LRESULT Arrows::Handle(const ChildMessage& of, HWND focus) {
         isTurning_ = false;
         break;
     case WM_MOUSEWHEEL:
-        owner_.Step(GET_WHEEL_DELTA_WPARAM(of.wParam) < 1 ? -1 : 1);
+        owner_.Turn(WheelTurn(of.wParam));
         return 0;
     default:
         break;

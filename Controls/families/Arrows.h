@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Controls/families/SystemChild.h"
+#include "Controls/framework/WheelTurn.h"
 #include "logic/controls/SpinLogic.h"
 
 #include <commctrl.h>
@@ -15,6 +16,7 @@ public:
     class Owner {
     public:
         virtual void Step(int steps) = 0; // up, or down where negative
+        virtual void Turn(WheelTurn wheel) { Step(wheel.steps); }
 
     protected:
         ~Owner() = default;

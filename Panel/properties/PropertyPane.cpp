@@ -205,6 +205,7 @@ void PropertyPane::Replace(std::vector<PropertyRow> rows) {
     const PropertyRow* selected = RowAt(SelectedLine());
     const std::string id = selected ? IdOf(*selected) : "";
     rows_ = std::move(rows);
+    SetWindowRedraw(list_, FALSE); // else each step below draws its scroll bar
     lines_.clear();
     for (std::size_t i = 0; i < rows_.size(); ++i) {
         if (i == 0 || rows_[i].group != rows_[i - 1].group) {
@@ -219,6 +220,8 @@ void PropertyPane::Replace(std::vector<PropertyRow> rows) {
         EndEdit();
     }
     FitColumns();
+    SetWindowRedraw(list_, TRUE);
+    InvalidateRect(list_, nullptr, TRUE);
     ShowTitle();
 }
 
@@ -327,8 +330,10 @@ bool PropertyPane::KeepsKey(const MSG& message) const {
     if (message.hwnd != Handle() && !IsChild(Handle(), message.hwnd)) {
         return false;
     }
-    // While nothing is being typed, undo and redo are those of the panel.
-    return edit_ || GetKeyState(VK_CONTROL) >= 0 || (message.wParam != 'Z' && message.wParam != 'Y');
+    // While nothing is being typed, what Ctrl commands is meant for the panel, but for what would be of a
+    // text.
+    const bool isOfText = message.wParam == 'X' || message.wParam == 'C' || message.wParam == 'V';
+    return edit_ || GetKeyState(VK_CONTROL) >= 0 || isOfText;
 }
 
 LRESULT PropertyPane::OnNotify(NMHDR& header) {

@@ -4,6 +4,7 @@
 #include "Panelhost/SecretKeywords.h"
 #include "Panelhost/Hostinfo.h"
 #include "Panelhost/Renaming.h"
+#include "Panelhost/Requests.h"
 #include "Panelhost/TypedValues.h"
 #include "logic/editing/PropertyTexts.h"
 #include "logic/text/Numbers.h"
@@ -49,13 +50,18 @@ std::int32_t NumberOf(const logic::Rectangle& place, Source source) {
     }
 }
 
-// Takes one more object's value into a row.
-void Join(PropertyRow& row, const char* value) {
-    if (row.holders == 0) {
-        row.value = value;
-    } else if (!row.isMixed && row.value != value) {
-        row.isMixed = true;
-        row.value.clear();
+// Takes one more object's value into a row. It is read by the function, which is asked only while it matters:
+// of many objects most rows differ soon.
+template <typename Read>
+void Join(PropertyRow& row, const Read& read) {
+    if (!row.isMixed) {
+        const auto value = read();
+        if (row.holders == 0) {
+            row.value = value;
+        } else if (row.value != value) {
+            row.isMixed = true;
+            row.value.clear();
+        }
     }
     ++row.holders;
 }
@@ -130,13 +136,15 @@ public:
         }
         char value[TEXT_SIZE];
         for (const auto& [keyword, place] : PlacesFor(object)) {
-            PropertyRow& row = rows_[place];
-            if (!row.isMixed) { // else nothing more can come of it
+            Join(rows_[place], [&, keyword = keyword, place = place]() -> std::string {
+                if (rows_[place].name == "connection") {
+                    return a_BuildString(object.connections); // asked for it, a control answers nothing
+                }
                 *value = '\0';
                 VALUERECORD record = VALUERECORD::GetText(value, keyword);
                 SendMessageA(object.window, CWM_MESSAGE, 0, reinterpret_cast<LPARAM>(&record));
-            }
-            Join(row, value);
+                return value;
+            });
         }
     }
     std::vector<PropertyRow> Take() { return std::move(rows_); }
@@ -273,7 +281,7 @@ void ReadPlaces(const std::vector<HOSTINFO*>& objects, std::vector<PropertyRow>&
             row.holders = 0;
             row.isMixed = false;
             for (const HOSTINFO* object : objects) {
-                Join(row, std::to_string(NumberOf(PlaceOf(*object), row.source)).c_str());
+                Join(row, [&] { return std::to_string(NumberOf(PlaceOf(*object), row.source)); });
             }
         }
     }
@@ -290,10 +298,12 @@ std::vector<PropertyRow> ReadRows(const std::vector<HOSTINFO*>& objects) {
         rows.push_back(FixedRow(Source::Class, "class", "What kind of control it is."));
         rows[0].isFixed = objects.size() > 1; // each has its own
         for (const HOSTINFO* object : objects) {
-            char className[64] = "";
-            GetClassNameA(object->window, className, sizeof className);
-            Join(rows[0], a_OwnName(object).c_str());
-            Join(rows[1], className);
+            Join(rows[0], [&] { return a_OwnName(object); });
+            Join(rows[1], [&] {
+                char className[64] = "";
+                GetClassNameA(object->window, className, sizeof className);
+                return std::string(className);
+            });
         }
         for (const PlaceRow& place : PLACES) {
             PropertyRow row = FixedRow(place.source, place.name, place.help);

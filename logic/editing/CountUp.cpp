@@ -49,7 +49,8 @@ std::string Counted(std::string_view text, const Number& number, int by) {
     return counted + value + std::string(text.substr(number.from + number.length));
 }
 
-// Words that stand for the same in names of controls and of parameters.
+// Words that stand for the same in names of controls and of parameters, the likeliest first: where there is a
+// gain beside it, a level is what is measured.
 constexpr std::array<std::array<std::string_view, 5>, 9> ALIKE{{
     {"fader", "gain", "volume", "level", ""},
     {"mute", "muted", "on", "", ""},

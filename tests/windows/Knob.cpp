@@ -4,6 +4,7 @@
 #include "tests/windows/Buttons.h"
 
 #include <initializer_list>
+#include <utility>
 
 TEST_SUITE_BEGIN("Knob");
 
@@ -150,9 +151,22 @@ TEST_CASE("keys step the value, are painted at once and go no further") {
         CHECK(Value(test.knob) == row.to);
         CHECK(Value(test.target) == (row.to != row.from ? row.to : NOTHING_SENT));
     }
+    SetValue(test.knob, 10.0F);
+    const std::pair<WORD, float> turns[] = {{0, 10.5F}, {MK_SHIFT, 10.55F}};
+    const auto turn = [&](WORD keys, int by) {
+        SendMessageA(test.knob, WM_MOUSEWHEEL, MAKEWPARAM(keys, static_cast<WORD>(by)), 0);
+    };
+    for (const auto& [keys, to] : turns) {
+        turn(keys, WHEEL_DELTA);
+        CHECK(Value(test.knob) == to);
+        CHECK(Value(test.target) == to);
+    }
+    turn(0, -WHEEL_DELTA);
+    CHECK(Value(test.knob) == doctest::Approx(10.05F));
     LoadLines(test.knob, "resolution=0|value=10");
     for (const WPARAM key : {VK_PRIOR, VK_NEXT, VK_LEFT, VK_RIGHT}) {
         test.Press(key);
+        turn(MK_SHIFT, WHEEL_DELTA);
         CHECK(Value(test.knob) == 10.0F); // continuous
     }
 }

@@ -116,6 +116,8 @@ TEST_CASE("keys and wheel step a range whose value may be set") {
         }
         SendMessageA(range, WM_MOUSEWHEEL, MAKEWPARAM(0, -WHEEL_DELTA), 0);
         CHECK(Text(range) == (maySet ? "79" : "10"));
+        SendMessageA(range, WM_MOUSEWHEEL, MAKEWPARAM(MK_SHIFT, -WHEEL_DELTA), 0);
+        CHECK(Text(range) == (maySet ? "78.9" : "10"));
     }
 }
 

@@ -145,6 +145,10 @@ TEST_CASE_FIXTURE(Fixture, "keys and the wheel step, unless the field is read-on
             CHECK(Gain() == (isReadOnly ? "1" : "1.5"));
             SendMessageA(target, WM_MOUSEWHEEL, MAKEWPARAM(0, static_cast<WORD>(-120)), 0);
             CHECK(Gain() == "1");
+            SendMessageA(target, WM_MOUSEWHEEL, MAKEWPARAM(MK_SHIFT, 120), 0);
+            CHECK(Gain() == (isReadOnly ? "1" : "1.05"));
+            SendMessageA(target, WM_MOUSEWHEEL, MAKEWPARAM(MK_SHIFT, static_cast<WORD>(-120)), 0);
+            CHECK(Gain() == "1");
         }
     }
     Type("2,25");
