@@ -238,4 +238,14 @@ Section Uninstall
     DeleteRegKey /ifnosubkeys /ifnovalues SHCTX "Software\Classes\.panel"
     DeleteRegKey SHCTX "Software\Classes\${FILE_TYPE}"
     ${RefreshShellIcons}
+
+    ; What the program keeps for whoever uninstalls it, but for the copies of panels that were not saved.
+    SetShellVarContext current
+    Delete "$LOCALAPPDATA\OSMIR\Panel\Recent*"
+    Delete "$LOCALAPPDATA\OSMIR\Panel\Window*"
+    RMDir "$LOCALAPPDATA\OSMIR\Panel\Recovery"
+    RMDir "$LOCALAPPDATA\OSMIR\Panel"
+    RMDir "$LOCALAPPDATA\OSMIR"
+    DeleteRegKey HKCU "Software\OSMIR\Panel"
+    DeleteRegKey /ifnosubkeys /ifnovalues HKCU "Software\OSMIR"
 SectionEnd
