@@ -36,7 +36,8 @@ class Hall:
 
     def start(self, *arguments):
         self.program = subprocess.Popen(
-            ["wine", str(self.application / "Panel.exe"), *arguments, "--recovery", windows_name(self.folder / "recovery")],
+            ["wine", str(self.application / "Panel.exe"), *arguments, "--recovery", windows_name(self.folder / "recovery"),
+             "--settings", windows_name(self.folder / "settings")],
             cwd=self.folder, stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
 
     def kill(self):
@@ -115,7 +116,11 @@ def windows_name(path):
 def begin(hall):
     """An empty panel, edited in the whole screen, that gets a title, a size and a ground."""
     hall.start("--devices", windows_name(hall.folder / "Hall.devices"))
-    edit(hall)
+    hall.eyes.see("caption")
+    hall.hand.key("ctrl+n")
+    hall.eyes.see("window", "New Panel")
+    hall.hand.key("Return")
+    enlarge(hall)
     hall.picture("new")
     hall.set(background=r".\Controls\Panel_dark.png", size="776,436", title="Town Hall")
 
@@ -124,6 +129,10 @@ def edit(hall):
     """With the window over the whole screen."""
     hall.eyes.see("caption")
     hall.hand.key("F5")
+    enlarge(hall)
+
+
+def enlarge(hall):
     hall.eyes.see("part", f"{PROPERTIES}")
     hall.hand.key("alt+space")
     hall.hand.key("x")
