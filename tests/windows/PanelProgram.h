@@ -104,6 +104,8 @@ public:
     explicit PanelHere(const std::string& contents, const CommandLine& commandLine = {});
 
     const TestFolder& Folder() const { return folder_; }
+    // The folder of what it keeps for its user.
+    std::string Settings() const { return settings_.Path("settings"); }
     HOSTINFO* Root() const { return a_FromWindow(panel_); }
     bool Open(const std::string& file);
     // After a command that opened a panel.

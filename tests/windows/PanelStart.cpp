@@ -104,7 +104,7 @@ TEST_CASE("the start page opens panels, and drops those that are gone, by keys a
     PanelHere program("size=300,200\r\nbackground=0x004080c0\r\n");
     const std::string other = program.Folder().Write("other.panel", "size=320,240\r\n");
     const std::string gone = program.Folder().Write("gone.panel", "size=320,240\r\n");
-    const RecentFiles recent(program.Folder().Path("recovery\\settings"));
+    const RecentFiles recent(program.Settings());
     REQUIRE(program.Open(gone));
     REQUIRE(program.Open(other));
     REQUIRE(program.Open(program.Folder().Path("test.panel")));
