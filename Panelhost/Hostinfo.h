@@ -17,6 +17,7 @@ class PanelRoot;
 constexpr WPARAM SYSTEM_EDITING = 1; // the panel is about to be edited
 constexpr WPARAM SYSTEM_CLOSING = 2; // all its controls are about to go
 constexpr WPARAM SYSTEM_STYLE = 3; // a_IsDark answers otherwise; all of the panel is painted anew afterwards
+constexpr WPARAM SYSTEM_ART = 4;   // a_ArtScale answers otherwise; the panel is painted anew afterwards
 
 // Kinds of object.
 constexpr WORD KIND_ROOT = 0;

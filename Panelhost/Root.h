@@ -18,6 +18,9 @@ class cPanelBackground;
 //   terminal      IPv4 networks that terminals may connect from ("192.168.0.0/16,10.1.2.3"), "none" for
 //                 nobody, empty for all
 //   size          "width,height" of the panel in pixels, for the host to follow
+//   artscale      size of the controls' pictures in percent: "100", "150" or "200"
+//   ground        "graphite", "brushed" or "night": what is drawn behind the controls while there is no
+//                 background
 //   style         "dark" when what draws itself in colours of its own does so in those of the dark panels,
 //                 "classic" when it does not
 //   title         title of the panel
@@ -30,6 +33,11 @@ PANELHOST_API int a_Request(HOSTINFO* object, const char* keyword, int* value);
 
 // Whether the panel above the object has the style "dark"; not without a panel. OnSystem tells of a change.
 PANELHOST_API bool a_IsDark(const HOSTINFO* object);
+
+// The size in percent (100, 150 or 200) of the art that the panel above the object wants, for the panel
+// and for what stands on it; 100 for the parts of others, whose places are fixed, and without a panel.
+// OnSystem tells of a change.
+PANELHOST_API int a_ArtScale(const HOSTINFO* object);
 
 // The value of the control has changed by its user or by what set it: those that are bound to it ask at the
 // next tick, however long their interval is. A request that is sent says so by itself.

@@ -14,6 +14,11 @@
 #include "logic/text/Numbers.h"
 
 #include <cstdio>
+#include <cstring>
+
+constexpr int SMALL_CAP = 0;
+constexpr int MEDIUM_CAP = 1;
+constexpr int LARGE_CAP = 2;
 
 class FADERPROPERTIES : public RANGEDPROPERTIES {
 public:
@@ -25,6 +30,7 @@ public:
     bool IsRelative() const override { return offsets.relative != 0; }
     void BindingsChanged() override { offsets.Rebuild(*this, value); }
     BitmapParts Frames() const override;
+    void CapChanged();
     void FaceChanged() override {
         Moved();
         Redraw();
@@ -35,6 +41,10 @@ public:
     void Poll() override;
     void Draw(HDC dc, const RECT& client) const override;
     std::optional<logic::Travel> TravelIn(SIZE client) const override;
+    Art WantedArt() const override;
+    bool IsSavedNow(const char* keyword) const override {
+        return std::strcmp(keyword, "cap") != 0 || cap != MEDIUM_CAP;
+    }
     bool BeginDrag(POINT point) override;
     void MoveDrag(POINT point) override;
     void EndDrag() override;
@@ -58,6 +68,9 @@ public:
 
     int setValue = 0;    // what the space bar sets
     int knobHeight = 22; // length of the knob along the travel
+    int cap = MEDIUM_CAP;
+    // Length of the knob along the travel as it is drawn.
+    int KnobLength() const;
     logic::FaderKnob knob;
     RemoteOffsets offsets; // relative mode
     ValueTip tip;
@@ -81,6 +94,9 @@ constexpr KeywordTable KEYWORDS({
     Picture<&FADERPROPERTIES::face>("bitmap").Saved().Pictures("FADER_").Says(
         "Image file with track and knob side by side, or track above knob where it is wider than high; gives "
         "the fader its size; empty for a plain one."),
+    Words<"small,medium,large", &FADERPROPERTIES::cap, &FADERPROPERTIES::CapChanged>("cap").Saved().Says(
+        "Size of the knob: `small`, `medium` (as long as `knobheight` says) or `large`; the image is the one "
+        "of that name in the folder `small` or `large` beside `bitmap`, and where there is none, `medium`."),
     CONNECTION_KEYWORD,
     Property<&FADERPROPERTIES::Format, &FADERPROPERTIES::SetFormat>("fmt").Saved().Says(
         "`printf` format of the value in the tooltip, with one float conversion; empty for no tooltip."),
@@ -218,19 +234,37 @@ BitmapParts FADERPROPERTIES::Frames() const {
     return {*face.Get(), 2, HasHorizontalImage() ? BitmapParts::Stacked : BitmapParts::SideBySide};
 }
 
+// Those of the caps are the lengths that their pictures are drawn with.
+int FADERPROPERTIES::KnobLength() const {
+    constexpr int LENGTHS[] = {14, 0, 34};
+    const bool isOther = face.Get() != nullptr ? !face.Taken().variant.empty() : cap != MEDIUM_CAP;
+    return (isOther ? LENGTHS[cap] : knobHeight) * (face.Get() != nullptr ? face.Taken().percent : 100) / 100;
+}
+
+Art FADERPROPERTIES::WantedArt() const {
+    Art art = RANGEDPROPERTIES::WantedArt();
+    art.variant = cap == SMALL_CAP ? "small" : cap == LARGE_CAP ? "large" : "";
+    return art;
+}
+
+void FADERPROPERTIES::CapChanged() {
+    ArtChanged();
+    FaceChanged();
+}
+
 // Moves the knob to where its value is.
 void FADERPROPERTIES::Moved() {
     RECT client{};
     GetClientRect(window, &client);
-    if (knob.Place(value, Range(), {client.right, client.bottom, knobHeight})) {
+    if (knob.Place(value, Range(), {client.right, client.bottom, KnobLength()})) {
         Redraw();
     }
 }
 
 // Of the line on the knob. Without an image it is the brightest line.
 std::optional<logic::Travel> FADERPROPERTIES::TravelIn(SIZE client) const {
-    const logic::FaderShape shape{client.cx, client.cy, knobHeight};
-    const int line = face.Get() != nullptr ? (knobHeight - 1) / 2 : knobHeight / 2;
+    const logic::FaderShape shape{client.cx, client.cy, KnobLength()};
+    const int line = face.Get() != nullptr ? (shape.knobHeight - 1) / 2 : shape.knobHeight / 2;
     const int way = shape.Way();
     return logic::Travel{.range = {static_cast<float>(minimum), static_cast<float>(maximum)},
                          .begin = shape.IsVertical() ? line + way : line,

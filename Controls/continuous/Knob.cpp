@@ -118,8 +118,8 @@ void KNOBPROPERTIES::Draw(HDC dc, const RECT&) const {
         return;
     }
     face.Get()->Draw(dc, 0, 0);
-    const logic::DotRectangle dot = logic::KnobDot(value, Range());
-    DrawDot(dc, dot.left, dot.top, HasFocus() ? RGB(255, 0, 0) : RGB(192, 0, 0));
+    const logic::DotRectangle dot = logic::KnobDot(value, Range(), face.Taken().percent);
+    DrawDot(dc, dot.left, dot.top, HasFocus() ? RGB(255, 0, 0) : RGB(192, 0, 0), dot.right - dot.left);
 }
 
 bool KNOBPROPERTIES::BeginDrag(POINT point) {

@@ -62,7 +62,7 @@ int FaceKeyword(VALUERECORD* record, HOSTINFO* object) {
     if (!name) {
         return 0;
     }
-    const bool loaded = clock.face.Replace(*name);
+    const bool loaded = clock.face.Replace(*name, clock.WantedArt());
     clock.BitmapChanged();
     return loaded ? 1 : 0;
 }

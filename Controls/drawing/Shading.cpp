@@ -88,15 +88,17 @@ void DrawGradientColumns(HDC dc, const RECT& area, const HalfGradients& colours)
 }
 
 // Round without its corners. Ellipses and arcs of that size look different on each system.
-void DrawDot(HDC dc, int left, int top, COLORREF colour) {
+void DrawDot(HDC dc, int left, int top, COLORREF colour, int size) {
     const auto fill = [&](COLORREF with, RECT area) {
         OffsetRect(&area, left, top);
         SetDCBrushColor(dc, with);
         FillRect(dc, &area, static_cast<HBRUSH>(GetStockObject(DC_BRUSH)));
     };
-    fill(colour, {1, 0, 4, 5});
-    fill(colour, {0, 1, 5, 4});
+    const int corner = size / 5;
+    const int end = size - corner;
+    fill(colour, {corner, 0, end, size});
+    fill(colour, {0, corner, size, end});
     const COLORREF highlight = GetSysColor(COLOR_BTNHIGHLIGHT);
-    fill(highlight, {1, 4, 4, 5});
-    fill(highlight, {4, 1, 5, 4});
+    fill(highlight, {corner, end, end, size});
+    fill(highlight, {end, corner, size, end});
 }

@@ -30,4 +30,4 @@ using HalfGradients = COLORREF[4];
 void DrawGradientRows(HDC dc, const RECT& area, const HalfGradients& colours);
 void DrawGradientColumns(HDC dc, const RECT& area, const HalfGradients& colours);
 // A round dot of 5 x 5 pixels with a highlight at its bottom and right.
-void DrawDot(HDC dc, int left, int top, COLORREF colour);
+void DrawDot(HDC dc, int left, int top, COLORREF colour, int size = 5);

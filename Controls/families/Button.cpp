@@ -199,7 +199,7 @@ void BUTTONPROPERTIES::SetDefaults() {
 // Called by the panel itself, into which no exception may go, and not through the window.
 LRESULT BUTTONPROPERTIES::OnSystem(WPARAM event, LPARAM lParam) {
     const Held held(*this);
-    if (event != SYSTEM_STYLE) {
+    if (event == SYSTEM_EDITING || event == SYSTEM_CLOSING) {
         Guarded([&] { LetGo(event == SYSTEM_CLOSING); });
     }
     return CONTROLPROPERTIES::OnSystem(event, lParam);

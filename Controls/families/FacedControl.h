@@ -3,6 +3,7 @@
 #include "Controls/drawing/BitmapParts.h"
 #include "Controls/drawing/BitmapProperty.h"
 #include "Controls/framework/Control.h"
+#include "Panelhost/Root.h"
 
 // Base of the controls with an image of one or several frames, one of which gives the control its size.
 class FACEDPROPERTIES : public CONTROLPROPERTIES {
@@ -22,6 +23,13 @@ public:
         FaceChanged();
     }
     virtual void FaceChanged() { Redraw(); }
+    // The form of the image that the panel wants.
+    virtual Art WantedArt() const { return {a_ArtScale(this), {}}; }
+    void ArtChanged() override {
+        if (face.Get() != nullptr && face.Load(face.Name(), WantedArt())) {
+            BitmapChanged();
+        }
+    }
 
     BitmapProperty face;
 };

@@ -245,9 +245,9 @@ int CONTROLPROPERTIES::WhetherLive() const {
 }
 
 LRESULT CONTROLPROPERTIES::OnSystem(WPARAM event, LPARAM) {
-    if (event == SYSTEM_STYLE) {
+    if (event == SYSTEM_STYLE || event == SYSTEM_ART) {
         const Held held(*this);
-        Guarded([&] { StyleChanged(); });
+        Guarded([&] { event == SYSTEM_STYLE ? StyleChanged() : ArtChanged(); });
     }
     return 0;
 }

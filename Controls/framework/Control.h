@@ -76,6 +76,7 @@ public:
     virtual void Poll() { ShowPollResult(WhetherLive()); }
     bool IsDark() const { return a_IsDark(this); } // the style of its panel
     virtual void StyleChanged() {}                 // it is another one; all is painted anew after that
+    virtual void ArtChanged() {}                   // a_ArtScale answers otherwise
     virtual void BindingsChanged() {}              // functions or connections were replaced
     // Whether each binding has an offset of its own, all of which are saved as one value.
     virtual bool IsRelative() const { return false; }

@@ -70,7 +70,14 @@ int BitmapKeyword(VALUERECORD* record, HOSTINFO* object) {
         return a_AnswerText(record, member.Name().c_str());
     }
     std::string name;
-    if (record->command != COMMAND_SET || a_ReadText(record, &name) == 0 || !member.Load(name)) {
+    if (record->command != COMMAND_SET || a_ReadText(record, &name) == 0) {
+        return 0;
+    }
+    Art wanted;
+    if constexpr (requires { holder.WantedArt(); }) {
+        wanted = holder.WantedArt();
+    }
+    if (!member.Load(name, wanted)) {
         return 0;
     }
     holder.BitmapChanged();

@@ -1,6 +1,7 @@
 #include "Panel/editing/EditCommands.h"
 
 #include "Panel/editing/Clipboard.h"
+#include "Panel/editing/KnobGroup.h"
 #include "Panel/editing/NewControls.h"
 #include "Panel/editing/PanelEdits.h"
 #include "Panel/editing/Placement.h"
@@ -9,11 +10,13 @@
 #include "Panelhost/Dialogs.h"
 #include "Panelhost/Editing.h"
 #include "Panelhost/Hostinfo.h"
+#include "Panelhost/Root.h"
 #include "Panelhost/Trace.h"
 #include "logic/editing/ComponentText.h"
 
 #include <algorithm>
 #include <array>
+#include <cstring>
 #include <set>
 
 namespace {
@@ -278,6 +281,13 @@ void EditCommands::Create(const CatalogueEntry& entry, std::optional<POINT> corn
             place = {place.x + EditGrid::SPACING, place.y + EditGrid::SPACING};
         }
     }
+    if (std::strcmp(entry.className, "KNOB") == 0) {
+        const KnobGroup group = MakeKnobGroup(a_IsDark(edits_.Root()), a_ArtScale(edits_.Root()));
+        Paste(group.lines, POINT{place.x - group.left, place.y - group.top}, 0,
+              (std::string("New ") + entry.name).c_str(), false);
+        SetFocus(panel_);
+        return;
+    }
     RECT client;
     GetClientRect(panel_, &client);
     const logic::Offset into = Into({place.x, place.y, place.x + entry.size.cx, place.y + entry.size.cy},
@@ -356,7 +366,8 @@ void EditCommands::PasteFromClipboard(std::optional<POINT> corner) {
     Paste(text, corner, pastes_, "Paste");
 }
 
-void EditCommands::Paste(const std::string& text, std::optional<POINT> corner, int steps, const char* label) {
+void EditCommands::Paste(const std::string& text, std::optional<POINT> corner, int steps, const char* label,
+                         bool inFront) {
     std::vector<std::string> damaged;
     std::vector<logic::Component> components = logic::ReadComponents(text, damaged);
     for (const std::string& line : damaged) {
@@ -391,8 +402,9 @@ void EditCommands::Paste(const std::string& text, std::optional<POINT> corner, i
         for (const logic::Component& component : components) {
             if (HOSTINFO* object = edits_.Target().Find(component.name)) { // a class may be unknown here
                 edits_.Target().Place(component.name, component.header.rectangle);
-                if (first) {
-                    a_MoveBefore(object, first);
+                // What is new comes last, but where it is seen.
+                if (HOSTINFO* other = inFront ? first : FirstCovered(*object)) {
+                    a_MoveBefore(object, other);
                 }
                 created.push_back(object);
             }

@@ -46,7 +46,8 @@ private:
     std::optional<std::string> SelectedText() const;
     bool Copy() const;
     void Duplicate();
-    void Paste(const std::string& text, std::optional<POINT> corner, int steps, const char* label);
+    void Paste(const std::string& text, std::optional<POINT> corner, int steps, const char* label,
+               bool inFront = true);
     void OpenProperties();
     void OpenConnections();
     std::vector<HOSTINFO*> SelectedInOrder() const;

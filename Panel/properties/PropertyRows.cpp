@@ -85,7 +85,10 @@ PropertyGroup GroupOf(const char* keyword, KeywordKind kind, bool isRoot) {
     default:
         break;
     }
-    if (std::strcmp(keyword, "style") == 0 && isRoot) {
+    constexpr const char* LOOKS[] = {"artscale", "ground", "style"};
+    const bool isLook = std::any_of(std::begin(LOOKS), std::end(LOOKS),
+                                    [&](const char* look) { return std::strcmp(keyword, look) == 0; });
+    if (isLook && isRoot) {
         return PropertyGroup::Look;
     }
     if (std::strcmp(keyword, "layer") == 0 && !isRoot) {

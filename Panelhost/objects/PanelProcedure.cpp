@@ -81,10 +81,10 @@ LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lPar
     case CWM_GETPROPERTIES:
         return reinterpret_cast<LRESULT>(static_cast<HOSTINFO*>(&root));
     case WM_ERASEBKGND:
-        if (!root.background.Text().empty()) {
+        if (!root.Behind().Text().empty()) {
             RECT client;
             GetClientRect(window, &client);
-            root.background.Draw(reinterpret_cast<HDC>(wParam), client.right, client.bottom, 0, 0);
+            root.Behind().Draw(reinterpret_cast<HDC>(wParam), client.right, client.bottom, 0, 0);
             return 1;
         }
         break;

@@ -105,6 +105,11 @@ public:
     };
 
     cPanelBackground background;
+    cPanelBackground ground; // while there is no background
+    std::string groundName;  // keyword "ground"
+    int artScale = 100;      // keyword "artscale"
+    // What is drawn behind the controls.
+    const cPanelBackground& Behind() const { return background.Text().empty() ? ground : background; }
     std::uint64_t activeLayers = 0;
     std::uint64_t editedLayers = 0; // shown while the panel is edited; 0: all
     logic::LayerNames layerNames;

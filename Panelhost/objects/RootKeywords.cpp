@@ -28,6 +28,28 @@ constexpr const char* FOLLOW = "follow";   // and so does an empty text
 constexpr const char* CLASSIC = "classic"; // and so does an empty text
 constexpr const char* DARK = "dark";
 
+void RedrawPanel(const PanelRoot& root) {
+    RedrawWindow(root.window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+}
+
+std::string ArtScaleText(const PanelRoot& root) {
+    return std::to_string(root.artScale);
+}
+
+bool SetArtScale(PanelRoot& root, const std::string& text) {
+    const auto percent = logic::ParseWholeInteger(text.empty() ? "100" : text);
+    if (!percent || (*percent != 100 && *percent != 150 && *percent != 200)) {
+        return false;
+    }
+    if (*percent != root.artScale) {
+        const PanelRoot::Held held(root);
+        root.artScale = *percent;
+        root.TellControls(SYSTEM_ART);
+        RedrawPanel(root);
+    }
+    return true;
+}
+
 std::string BackgroundText(const PanelRoot& root) {
     return root.background.Text();
 }
@@ -36,7 +58,7 @@ bool SetBackground(PanelRoot& root, const std::string& text) {
     if (!root.background.Set(text.c_str())) {
         return false;
     }
-    RedrawWindow(root.window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+    RedrawPanel(root);
     return true;
 }
 
@@ -46,6 +68,23 @@ std::string BandwidthText(const PanelRoot& root) {
 
 bool SetBandwidth(PanelRoot& root, const std::string& text) {
     root.showsBandwidth = !text.empty() && (text.front() == 'b' || text.front() == 'B');
+    return true;
+}
+
+constexpr const char* GROUNDS[] = {"graphite", "brushed", "night"};
+
+bool SetGround(PanelRoot& root, const std::string& text) {
+    const bool isKnown = std::any_of(std::begin(GROUNDS), std::end(GROUNDS),
+                                     [&](const char* ground) { return text == ground; });
+    if (!text.empty() && !isKnown) {
+        return false;
+    }
+    std::string name = text; // before anything is changed: there may be no memory for it
+    if (!root.ground.Set(text.empty() ? "" : (".\\Controls\\Ground_" + text + ".png").c_str())) {
+        return false;
+    }
+    root.groundName.swap(name);
+    RedrawPanel(root);
     return true;
 }
 
@@ -205,6 +244,13 @@ constexpr KEYWORDHANDLER HandleTitle = Handle<MemberText<&PanelRoot::title>, Set
 
 constexpr RootKeyword ROOT_KEYWORDS[] = {
     {{" ", HandleTitle, 0}, About(KeywordKind::Text, "The title.")},
+    {{"artscale", Handle<ArtScaleText, SetArtScale>, KEYWORD_SAVED},
+     About(KeywordKind::Words,
+           "Size of the controls' pictures in percent: `100`, `150` or `200`. A picture that has a larger "
+           "[form](panel-files.md#larger-pictures) is shown in it, and gives its control that size; parts of "
+           "strips keep theirs.",
+           "100,150,200"),
+     "100"},
     {{"background", Handle<BackgroundText, SetBackground>, KEYWORD_SAVED | KEYWORD_FILE},
      About(KeywordKind::Picture, "A colour (`0x00bbggrr`) or an image file that is repeated over the panel; "
                                  "empty for the system's dialog colour.")},
@@ -213,6 +259,11 @@ constexpr RootKeyword ROOT_KEYWORDS[] = {
            "`bw`: equaliser bands made from now on show bandwidth in place of Q; anything else, kept as "
            "empty: Q.",
            "bw")},
+    {{"ground", Handle<MemberText<&PanelRoot::groundName>, SetGround>, KEYWORD_SAVED},
+     About(KeywordKind::Words,
+           "`graphite`, `brushed` or `night`: the drawn ground of the panel while `background` is empty; "
+           "empty for none.",
+           "graphite,brushed,night")},
     {{"layer", Handle<LayersText, SetLayers>, KEYWORD_SAVED},
      About(KeywordKind::Text, "The active layers, `u1` to `u64`, joined by `,`; empty for all.")},
     {{"lock", Handle<MemberText<&PanelRoot::lock>, SetLock>, KEYWORD_SAVED | KEYWORD_CLOSED | KEYWORD_SECRET},

@@ -160,6 +160,11 @@ bool a_IsDark(const HOSTINFO* object) {
     return panel != nullptr && panel->isDark;
 }
 
+int a_ArtScale(const HOSTINFO* object) {
+    const PanelRoot* panel = PanelRoot::Above(object);
+    return panel != nullptr && (object == panel || object->parent == panel) ? panel->artScale : 100;
+}
+
 std::uint64_t a_GetEditedLayers(HOSTINFO* root) {
     const PanelRoot* panel = PanelRoot::From(root);
     return panel == nullptr ? 0 : panel->editedLayers;
@@ -204,5 +209,5 @@ int a_LoadErrorCount(HOSTINFO* root) {
 
 const cPanelBackground* a_GetBackground(HOSTINFO* root) {
     const PanelRoot* panel = PanelRoot::From(root);
-    return panel == nullptr ? nullptr : &panel->background;
+    return panel == nullptr ? nullptr : &panel->Behind();
 }

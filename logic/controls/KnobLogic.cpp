@@ -9,6 +9,8 @@ namespace logic {
 namespace {
 
 constexpr double DOT_RADIUS = 14.0;
+constexpr std::int32_t FACE_SIZE = 47;
+constexpr std::int32_t DOT_SIZE = 5;
 constexpr double SWEEP = 4.71238898038469;        // 270 degrees
 constexpr double MAXIMUM_AT = 0.7853981633974483; // 45 degrees below the horizontal
 constexpr float PAGE_STEPS = 10.0F;
@@ -55,14 +57,18 @@ std::optional<float> StepKnob(float value, KnobKey key, const KnobRange& range) 
     }
 }
 
-DotRectangle KnobDot(float value, const KnobRange& range) {
+DotRectangle KnobDot(float value, const KnobRange& range, std::int32_t percent) {
     const double span = static_cast<double>(range.maximum) - range.minimum;
     const double belowMaximum =
         static_cast<double>(range.maximum) - TruncateToInteger(std::floor(static_cast<double>(value) + 0.5));
     const double angle = (span == 0.0 ? 0.0 : belowMaximum * SWEEP / span) - MAXIMUM_AT;
-    const auto dx = static_cast<std::int32_t>(std::round(std::cos(angle) * DOT_RADIUS));
-    const auto dy = static_cast<std::int32_t>(std::round(std::sin(angle) * DOT_RADIUS));
-    return {dx + 21, 21 - dy, dx + 26, 26 - dy};
+    const double radius = DOT_RADIUS * percent / 100;
+    const auto dx = static_cast<std::int32_t>(std::round(std::cos(angle) * radius));
+    const auto dy = static_cast<std::int32_t>(std::round(std::sin(angle) * radius));
+    const std::int32_t face = (FACE_SIZE * percent + 50) / 100;
+    const std::int32_t size = (DOT_SIZE * percent) / 100 | (face & 1); // even in an even face, odd in an odd
+    const std::int32_t corner = (face - size) / 2;
+    return {corner + dx, corner - dy, corner + dx + size, corner - dy + size};
 }
 
 } // namespace logic

@@ -32,13 +32,13 @@ std::optional<float> StepKnob(float value, KnobKey key, const KnobRange& range);
 
 // The box of the dot in pixels of the knob's window, right and bottom exclusive: 5 x 5 around a point 14
 // pixels from (23.5, 23.5), from -45 degrees at the maximum to 225 degrees at the minimum, counter-clockwise
-// with y up.
+// with y up. On a larger face, in percent, it is as much larger.
 struct DotRectangle {
     std::int32_t left, top, right, bottom;
 };
 
 // A reversed range is drawn by the same formula; an equal one as at the maximum; a value that is not a number
 // as 0.
-DotRectangle KnobDot(float value, const KnobRange& range);
+DotRectangle KnobDot(float value, const KnobRange& range, std::int32_t percent = 100);
 
 } // namespace logic

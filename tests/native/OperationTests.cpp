@@ -37,6 +37,13 @@ TEST_CASE("the dot goes from lower left at the minimum over the top to lower rig
                                                {{7.0F, {7, 7, 0.5F}}, lowerRight},
                                                {{0.0F, {100, 0, 0.5F}}, lowerRight}};
     CheckRows(dotOf, rows);
+    // On larger faces it has the same way about the middle, and as much more room.
+    for (const auto& [percent, face, size] : {std::tuple(150, 71, 7), {200, 94, 10}}) {
+        const auto [left, above, right, below] = KnobDot(0.0F, {-5, 5, 0.5F}, percent);
+        CHECK(left + right == face);
+        CHECK(right - left == size);
+        CHECK(above + below == face - 28 * percent / 100);
+    }
     for (const float value : {-1e38F, 1e38F, infinity, notANumber}) {
         const DotRectangle dot = KnobDot(value, {lowest, highest, 0.5F});
         CHECK(dot.left >= 7);

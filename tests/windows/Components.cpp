@@ -44,7 +44,8 @@ TEST_CASE("all classes are made from the palette, each as large as it should be"
         tabStops += (GetWindowLongA(made, GWL_STYLE) & WS_TABSTOP) != 0 ? 1 : 0;
         program.Command(CMD_GRID);
         CHECK(program.Item(CMD_UNDO).text == "&Undo New " + name + "\tCtrl+Z");
-        CHECK(Contains(program.Status(), name + " 1   "));
+        // The knob comes with its caption and a field for its value.
+        CHECK(Contains(program.Status(), name == "Knob" ? "3 selected" : name + " 1   "));
     }
     const std::string saved = program.Saved();
     for (const auto& row : EXPECTED_CLASSES) {
@@ -55,6 +56,47 @@ TEST_CASE("all classes are made from the palette, each as large as it should be"
     CHECK(entries == 45);
     CHECK(tabStops == 27); // not what shows only, and what is not there while the panel is operated
     program.CheckHistory(45);
+}
+
+TEST_CASE("a knob comes with its caption and a field for its value, which one undo takes back") {
+    for (const auto& [lines, face, colour] :
+         {std::tuple("", 47, false), {"artscale=150\r\nstyle=dark\r\n", 71, true}}) {
+        Editing program(std::string("size=600,400\r\n") + lines);
+        const HWND tree = program.Part(WC_TREEVIEWA);
+        for (HTREEITEM item = TreeView_GetChild(tree, TreeView_GetRoot(tree)); item != nullptr;
+             item = TreeView_GetNextSibling(tree, item)) {
+            char text[64] = "";
+            TVITEMA entry{};
+            entry.mask = TVIF_TEXT;
+            entry.hItem = item;
+            entry.pszText = text;
+            entry.cchTextMax = sizeof text;
+            SendMessageA(tree, TVM_GETITEMA, 0, reinterpret_cast<LPARAM>(&entry));
+            if (std::string(text) == "Knob") {
+                TreeView_SelectItem(tree, item);
+            }
+        }
+        for (const char* number : {"1", "2"}) {
+            SendMessageA(tree, WM_KEYDOWN, VK_RETURN, 0);
+            const auto find = [&](const char* name) {
+                return ph_Find(program.Root(), (std::string(name) + " " + number).c_str());
+            };
+            const HWND knob = find("Knob");
+            const HWND caption = find("Knob caption");
+            const HWND field = find("Knob value");
+            REQUIRE((knob != nullptr && caption != nullptr && field != nullptr));
+            const RECT place = ObjectOf(knob).rectangle;
+            CHECK(place.right - place.left == face);
+            CHECK(ObjectOf(caption).rectangle.bottom == place.top);
+            CHECK(ObjectOf(field).rectangle.top == place.bottom + 1);
+            CHECK(Text(field, "connection") == std::string("Knob ") + number);
+            CHECK((Text(caption, "textcolor") == "0x00c0b4aa") == colour);
+            SetValue(field, 12.5F);
+            CHECK(Value(knob) == 12.5F);
+        }
+        CHECK(program.UndoAll() == 2);
+        CHECK(ph_Find(program.Root(), "Knob value 1") == nullptr);
+    }
 }
 
 TEST_CASE("an entry is dragged from the palette onto the panel, or nowhere") {

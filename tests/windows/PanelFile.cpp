@@ -25,8 +25,8 @@ int SaveFile(const TestPanel& panel, const std::string& path) {
 } // namespace
 
 TEST_CASE("a panel of every class is saved, loaded and saved again byte for byte") {
-    const std::string all =
-        "background=0x00402010\r\nlayer=u2,u5\r\nsize=640,480\r\nstyle=dark\r\ntitle=All * of = them\r\n";
+    const std::string all = "artscale=150\r\nbackground=0x00402010\r\nground=night\r\nlayer=u2,u5\r\nsize="
+                            "640,480\r\nstyle=dark\r\ntitle=All * of = them\r\n";
     const char* const lines[] = {"One KNOB*bitmap=.\\Controls\\KNOB_amber.bmp",
                                  "One KNOB*function=AMP1*gain;%n*level",
                                  "One KNOB*connection=One KNOB*value;%n*Inside;Nobody",

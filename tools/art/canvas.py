@@ -1,5 +1,8 @@
 """The drawing surface: anti-aliased filling of signed-distance shapes with alpha compositing."""
 
+from contextlib import contextmanager
+from math import floor
+
 
 def rgb(red, green, blue, alpha=1.0):
     """A colour from components 0..255 and an alpha 0..1."""
@@ -29,16 +32,42 @@ def edge_coverage(distance, softness):
     return covered if softness <= 1.0 else covered * covered * (3.0 - 2.0 * covered)
 
 
+# Pixels for each unit of the coordinates that pictures are drawn in.
+_scale = 1.0
+
+
+@contextmanager
+def drawn_at(scale):
+    """All that is drawn within has `scale` pixels for each unit, with edges that are as sharp as ever."""
+    global _scale
+    before, _scale = _scale, scale
+    try:
+        yield
+    finally:
+        _scale = before
+
+
+def scale():
+    return _scale
+
+
+def to_pixels(length):
+    return floor(length * _scale + 0.5)
+
+
 class Canvas:
     """Pixels as premultiplied red, green, blue, alpha in 0..1, at first all transparent.
 
-    Coordinates are in pixels from the upper left corner, y downwards; pixel centres lie at halves.
+    Coordinates are in units from the upper left corner, y downwards. A unit is a pixel, unless larger pictures are
+    drawn; pixel centres lie at halves.
     """
 
     def __init__(self, width, height):
         self.width = width
         self.height = height
-        self._pixels = [(0.0, 0.0, 0.0, 0.0)] * (width * height)
+        self.columns = to_pixels(width)
+        self.lines = to_pixels(height)
+        self._pixels = [(0.0, 0.0, 0.0, 0.0)] * (self.columns * self.lines)
 
     def fill(self, shape, paint, softness=1.0, opacity=1.0):
         """Composites `paint` over the pixels inside `shape`.
@@ -47,20 +76,31 @@ class Canvas:
         function (x, y) -> colour. `softness` is the width of the edge in pixels.
         """
         paint_at = paint if callable(paint) else lambda x, y: paint
-        for row in range(self.height):
-            for column in range(self.width):
-                x, y = column + 0.5, row + 0.5
-                coverage = edge_coverage(shape(x, y), softness) * opacity
+        edge = softness * _scale if softness > 1.0 else softness
+        for row in range(self.lines):
+            for column in range(self.columns):
+                x, y = (column + 0.5) / _scale, (row + 0.5) / _scale
+                coverage = edge_coverage(shape(x, y) * _scale, edge) * opacity
                 if coverage > 0.0:
-                    self._blend(row * self.width + column, paint_at(x, y), coverage)
+                    self._blend(row * self.columns + column, paint_at(x, y), coverage)
 
     def draw(self, image, left, top):
-        """Composites another canvas with its upper left corner at the whole-pixel position (left, top)."""
-        for row in range(max(0, -top), min(image.height, self.height - top)):
-            for column in range(max(0, -left), min(image.width, self.width - left)):
-                source = image._pixels[row * image.width + column]
-                at = (top + row) * self.width + left + column
+        """Composites another canvas with its upper left corner at the position (left, top)."""
+        self._paste(image, to_pixels(left), to_pixels(top))
+
+    def _paste(self, image, left, top):
+        for row in range(max(0, -top), min(image.lines, self.lines - top)):
+            for column in range(max(0, -left), min(image.columns, self.columns - left)):
+                source = image._pixels[row * image.columns + column]
+                at = (top + row) * self.columns + left + column
                 self._pixels[at] = _over(source, self._pixels[at])
+
+    def in_pixels(self):
+        """The same with a unit for each pixel."""
+        with drawn_at(1.0):
+            copy = Canvas(self.columns, self.lines)
+        copy._pixels = self._pixels
+        return copy
 
     def flattened(self, background):
         """An opaque copy over one colour."""
@@ -102,21 +142,23 @@ class Canvas:
 
 def side_by_side(*images):
     """The images in one, from left to right."""
-    strip = Canvas(sum(image.width for image in images), max(image.height for image in images))
+    with drawn_at(1.0):
+        strip = Canvas(sum(image.columns for image in images), max(image.lines for image in images))
     left = 0
     for image in images:
-        strip.draw(image, left, 0)
-        left += image.width
+        strip._paste(image, left, 0)
+        left += image.columns
     return strip
 
 
 def stacked(*images):
     """The images in one, from top to bottom."""
-    strip = Canvas(max(image.width for image in images), sum(image.height for image in images))
+    with drawn_at(1.0):
+        strip = Canvas(max(image.columns for image in images), sum(image.lines for image in images))
     top = 0
     for image in images:
-        strip.draw(image, 0, top)
-        top += image.height
+        strip._paste(image, 0, top)
+        top += image.lines
     return strip
 
 

@@ -6,12 +6,14 @@ are laid out in this style: their colours, type face and grid.
 """
 
 import re
+import struct
 import sys
+import zlib
 from pathlib import Path
 
 sys.dont_write_bytecode = True  # no cache folders in the source tree
 
-from style import COLOURS, contrast
+from style import COLOURS, Colour, contrast
 
 ROOT = Path(__file__).resolve().parents[2]
 PANELS = ("Levels.panel", "Processor.panel", "Stage.panel")
@@ -53,6 +55,56 @@ def check_colours():
         check(colour is accent or colour.digits != accent.digits, f"{colour.name} is the accent")
 
 
+def brightest(path):
+    """The pixel of a PNG of make.py's that has the most light, as a colour."""
+    data = path.read_bytes()
+    width, _ = struct.unpack(">II", data[16:24])
+    length = struct.unpack(">I", data[33:37])[0]
+    lines = zlib.decompress(data[41 : 41 + length])
+    stride = width * 3 + 1
+    pixels = {lines[at : at + 3].hex() for start in range(0, len(lines), stride) for at in range(start + 1, start + stride, 3)}
+    return max((Colour(path.stem, digits, "ground") for digits in pixels), key=lambda colour: colour.luminance)
+
+
+def check_grounds():
+    """What is written on a drawn ground is as easy to read as on the plain one."""
+    paths = sorted((ROOT / "app/Controls").glob("Ground_*.png"))
+    check(len(paths) == 3, f"{len(paths)} drawn grounds")
+    for path in paths:
+        ground = brightest(path)
+        for colour in COLOURS.values():
+            if colour.kind != "ground":
+                least = TEXT_CONTRAST if colour.kind == "text" else MARK_CONTRAST
+                found = contrast(colour, ground)
+                check(found >= least, f"{colour.name} on {path.name}: {found:.2f} : 1 is below {least} : 1")
+
+
+# Of the controls that draw themselves on dark panels: text, what it stands on, and the least contrast. What has no
+# effect at present needs to be seen, not to be read at a glance.
+DARK_PAIRS = (
+    ("PANEL_TEXT", "DARK_OFF", TEXT_CONTRAST),
+    ("DARK_DIM_TEXT", "PANEL_WELL", TEXT_CONTRAST),
+    ("DARK_DIM_TEXT", "PANEL_GROUND", MARK_CONTRAST),
+    ("DARK_DIM_TEXT", "PANEL_PLATE", MARK_CONTRAST),
+)
+
+
+def check_dark_parts():
+    header = (ROOT / "Controls/drawing/DarkParts.h").read_text()
+    colours = {f"PANEL_{name.upper()}": colour for name, colour in COLOURS.items()}
+    mixed = r"COLORREF (DARK_\w+) = MixedColour\(logic::(\w+), logic::(\w+), (\d+)\);"
+    for name, one, other, percent in re.findall(mixed, header):
+        ends = zip(colours[one].bytes, colours[other].bytes)
+        digits = "".join(f"{int(a + (b - a) * int(percent) / 100):02x}" for a, b in ends)
+        colours[name] = Colour(name, digits, "mixed")
+    for text, ground, least in DARK_PAIRS:
+        if text not in colours or ground not in colours:
+            faults.append(f"DarkParts.h has no {text} or {ground}")
+            continue
+        found = contrast(colours[text], colours[ground])
+        check(found >= least, f"{text} on {ground}: {found:.2f} : 1 is below {least} : 1")
+
+
 def check_constants():
     header = (ROOT / "logic/drawing/PanelColours.h").read_text()
     found = dict(re.findall(r"PANEL_(\w+) = 0x([0-9a-f]{6});", header))
@@ -91,6 +143,8 @@ def check_panel(path):
 
 def main():
     check_colours()
+    check_grounds()
+    check_dark_parts()
     check_constants()
     check_page()
     for name in PANELS:

@@ -4,11 +4,11 @@ The knob is drawn over the track. Of its part only the first `knob_length` pixel
 on the cap marks the value: it runs from the first to the last mark of the scale.
 """
 
-from dataclasses import dataclass
-from functools import cache
+from dataclasses import dataclass, replace
+from functools import partial
 
 from canvas import Canvas, mix, rgb, side_by_side, stacked, with_alpha
-from imagefile import bmp32
+from imagefile import bmp32, png
 from paints import fade
 from palette import AMBER, BLACK, BLUE, CHALK, GREEN, RED, WHITE
 from picture import Picture
@@ -84,7 +84,6 @@ def draw_slot(canvas, fader):
     canvas.fill(lip, fade(top, bottom, rgb(6, 7, 8), rgb(74, 78, 85)))
 
 
-@cache
 def track(fader):
     canvas = fader.canvas(fader.length)
     if fader.scale_steps:
@@ -138,18 +137,36 @@ SLIM_WIDE = Fader(is_vertical=False, length=208, breadth=32, cap_margin=3, slot_
 LINES = {"blue": BLUE, "amber": AMBER, "red": RED, "green": GREEN}
 
 
-def pictures():
-    images = {
-        "Fader": whole(STRIP),
-        "Fader_horizontal": whole(STRIP_PAN),
-        "FADER_vertical_30x200": whole(TALL),
-        "FADER_vertical_24x150": whole(SHORT),
-        "FADER_horizontal_200x30": whole(WIDE),
-        "FADER_horizontal_150x24": whole(NARROW),
+# The caps besides the one of 22: their length, and how far they stay from the edges of a slim fader.
+CAPS = {"small": (14, 6), "large": (34, 1)}
+
+
+def images():
+    """The faders with their caps of 22, by name, each as what draws it from its sizes."""
+    faders = {
+        "FADER_vertical_30x200": TALL,
+        "FADER_vertical_24x150": SHORT,
+        "FADER_horizontal_200x30": WIDE,
+        "FADER_horizontal_150x24": NARROW,
     }
+    for name, fader in faders.items():
+        yield name, fader, whole
     for name, fader in {"vertical_32x208": SLIM, "horizontal_208x32": SLIM_WIDE}.items():
-        images[f"FADER_slim_{name}"] = whole(fader, paint("text"), paint("well"))
+        yield f"FADER_slim_{name}", fader, lambda sizes: whole(sizes, paint("text"), paint("well"))
     for name, colour in LINES.items():
-        images[f"FADER_vertical_30x200_{name}"] = whole(TALL, colour, mix(colour, BLACK, 0.35))
-    for name, image in images.items():
-        yield Picture(f"app/Controls/{name}.bmp", (image,), bmp32)
+        line = partial(whole, line=colour, line_edge=mix(colour, BLACK, 0.35))
+        yield f"FADER_vertical_30x200_{name}", TALL, line
+
+
+def with_cap(fader, length, margin):
+    return replace(fader, knob_length=length, cap_margin=fader.cap_margin if fader.scale_steps else margin)
+
+
+def pictures():
+    for name, fader in {"Fader": STRIP, "Fader_horizontal": STRIP_PAN}.items():
+        yield Picture(f"app/Controls/{name}.bmp", (whole(fader),), bmp32)
+    for name, fader, draw in images():
+        yield Picture(f"app/Controls/{name}.bmp", (draw(fader),), bmp32)
+    for cap_name, sizes in CAPS.items():
+        for name, fader, draw in images():
+            yield Picture(f"app/Controls/{cap_name}/{name}.png", (draw(with_cap(fader, *sizes)),), png)

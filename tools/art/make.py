@@ -31,9 +31,10 @@ import panels
 import stagehands
 import status
 import switches
-from canvas import Canvas
+from canvas import Canvas, drawn_at
 from imagefile import png
 from palette import PANEL_DARK, PANEL_LIGHT
+from picture import Picture
 from shapes import everywhere
 
 ROOT = Path(__file__).resolve().parents[2]
@@ -60,9 +61,28 @@ MODULES = (
 )
 
 
+# The pictures of controls that a panel of larger art has in other sizes too, by the beginnings of their names.
+FACES = ("Knob.", "KNOB_", "FADER_", "METER_", "BUTTON_", "SWITCHBUTTON_", "LED_", "ROCKER_", "CURTAIN_")
+FACE_MODULES = (knobs, faders, meters, buttons, switches, ledkeys, leds, stagehands)
+LARGER = (150, 200)  # percent
+
+
+def larger_pictures(percent):
+    """Below a folder of that name, where the control library looks for them."""
+    for module in FACE_MODULES:
+        with drawn_at(percent / 100):
+            drawn = [picture for picture in module.pictures() if Path(picture.path).name.startswith(FACES)]
+        for picture in drawn:
+            path = Path(picture.path)
+            images = tuple(image.in_pixels() for image in picture.images)
+            yield Picture(str(path.parent / str(percent) / (path.stem + ".png")), images, png)
+
+
 def all_pictures():
     for module in MODULES:
         yield from module.pictures()
+    for percent in LARGER:
+        yield from larger_pictures(percent)
 
 
 def write_changed(pictures):

@@ -2,12 +2,12 @@
 
 from random import Random
 
-from canvas import Canvas
+from canvas import Canvas, mix
 from imagefile import png
 from palette import PANEL_DARK, PANEL_LIGHT, STEEL
 from picture import Picture
 from shapes import everywhere
-
+from style import paint
 
 
 def _noise(seed, width, height):
@@ -59,7 +59,17 @@ def panel_tile(colour, grain, brush, width=128, height=128, stroke=16):
     return canvas
 
 
+# The grounds that a panel chooses by name: a fine coat, a brushed plate, and one that is nearly black.
+GROUNDS = {
+    "graphite": lambda: panel_tile(paint("ground"), 1.0, 0.4),
+    "brushed": lambda: panel_tile(mix(paint("ground"), paint("plate"), 0.8), 0.4, 2.0, width=256, height=64, stroke=40),
+    "night": lambda: panel_tile(mix(paint("well"), paint("blue"), 0.03), 0.8, 0.0),
+}
+
+
 def pictures():
+    for name, draw in GROUNDS.items():
+        yield Picture(f"app/Controls/Ground_{name}.png", (draw(),), png)
     yield Picture("app/Controls/Panel_dark.png", (panel_tile(PANEL_DARK, 0.9, 0.9),), png)
     yield Picture("app/Controls/Panel_light.png", (panel_tile(PANEL_LIGHT, 1.1, 1.1),), png)
     steel = panel_tile(STEEL, 0.5, 2.4, width=256, height=64, stroke=40)

@@ -5,6 +5,8 @@ Angles are in degrees, counter-clockwise from three o'clock, as the controls mea
 
 from math import atan2, cos, degrees, hypot, radians, sin
 
+from canvas import scale, to_pixels
+
 
 def point_at(cx, cy, radius, angle):
     """The point at `angle` on a circle."""
@@ -23,8 +25,14 @@ def ring(cx, cy, radius, width):
     return lambda x, y: abs(hypot(x - cx, y - cy) - radius) - width / 2
 
 
+def _sharp(edge):
+    """What lies on a whole unit lies on a whole pixel of a larger picture, too."""
+    return to_pixels(edge) / scale() if edge == int(edge) else edge
+
+
 def box(left, top, right, bottom, radius=0.0):
     """A rectangle, with round corners when `radius` is not 0."""
+    left, top, right, bottom = map(_sharp, (left, top, right, bottom))
     cx, cy = (left + right) / 2, (top + bottom) / 2
     half_width, half_height = (right - left) / 2 - radius, (bottom - top) / 2 - radius
 
