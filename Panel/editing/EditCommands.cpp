@@ -282,7 +282,10 @@ void EditCommands::Create(const CatalogueEntry& entry, std::optional<POINT> corn
         }
     }
     if (std::strcmp(entry.className, "KNOB") == 0) {
-        const KnobGroup group = MakeKnobGroup(a_IsDark(edits_.Root()), a_ArtScale(edits_.Root()));
+        const COLORREF ground =
+            GroundOf(panel_, {place.x, place.y, place.x + entry.size.cx, place.y + entry.size.cy});
+        const KnobGroup group = MakeKnobGroup(a_IsDark(edits_.Root()) || IsDarkGround(ground),
+                                              a_ArtScale(edits_.Root()), ArtFor(entry.className, ground));
         Paste(group.lines, POINT{place.x - group.left, place.y - group.top}, 0,
               (std::string("New ") + entry.name).c_str(), false);
         SetFocus(panel_);

@@ -29,7 +29,7 @@ std::string Colour(const char* object, const char* keyword, std::uint32_t colour
 
 } // namespace
 
-KnobGroup MakeKnobGroup(bool isDark, int artPercent) {
+KnobGroup MakeKnobGroup(bool isDark, int artPercent, const std::vector<std::string>& art) {
     const int face = (FACE * artPercent + 50) / 100;
     const int width = std::max(FIELD_WIDTH, face);
     const int left = (width - face) / 2;
@@ -39,9 +39,12 @@ KnobGroup MakeKnobGroup(bool isDark, int artPercent) {
     if (isDark) {
         lines += Colour("Knob caption 1", "textcolor", logic::PANEL_FAINT);
     }
+    lines += Header("KNOB", "Knob 1", "0x50010000", left, CAPTION_HEIGHT, face, face) +
+             "Knob 1*properties=0,100,0\r\n";
+    for (const std::string& line : art) {
+        lines += "Knob 1*" + line + "\r\n";
+    }
     lines +=
-        Header("KNOB", "Knob 1", "0x50010000", left, CAPTION_HEIGHT, face, face) +
-        "Knob 1*properties=0,100,0\r\n" +
         Header("SPINEDIT", "Knob value 1", "0x50010000", (width - FIELD_WIDTH) / 2, CAPTION_HEIGHT + face + 1,
                FIELD_WIDTH, FIELD_HEIGHT) +
         "Knob value 1*alignment=right\r\nKnob value 1*fmt=%.1f\r\nKnob value 1*font=Tahoma,8\r\n"

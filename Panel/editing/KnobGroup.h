@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 // What the palette's knob comes as, as the lines of a panel file: the knob, its caption above it, and below
 // it a field with its value, which follows the knob and sets it.
@@ -9,5 +10,5 @@ struct KnobGroup {
     int left, top; // of the knob in the group, pixels
 };
 
-// For a panel of that style, whose art has that size in percent.
-KnobGroup MakeKnobGroup(bool isDark, int artPercent);
+// For a ground that is dark or not, and art of that size in percent; the lines give the knob its looks.
+KnobGroup MakeKnobGroup(bool isDark, int artPercent, const std::vector<std::string>& art);

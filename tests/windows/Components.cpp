@@ -89,7 +89,8 @@ TEST_CASE("a knob comes with its caption and a field for its value, which one un
             CHECK(place.right - place.left == face);
             CHECK(ObjectOf(caption).rectangle.bottom == place.top);
             CHECK(ObjectOf(field).rectangle.top == place.bottom + 1);
-            CHECK(Text(field, "connection") == std::string("Knob ") + number);
+            CHECK(Contains(program.Saved(),
+                           std::string("Knob value ") + number + "*connection=Knob " + number + "\r\n"));
             CHECK((Text(caption, "textcolor") == "0x00c0b4aa") == colour);
             SetValue(field, 12.5F);
             CHECK(Value(knob) == 12.5F);

@@ -85,7 +85,8 @@ TEST_CASE("new controls have art that suits the ground, which the file holds and
             }
             Preview preview;
             const SIZE size = preview.Make(entry, program.Root());
-            HOSTINFO* created = a_FromWindow(GetWindow(program.Panel(), GW_CHILD));
+            const HOSTINFO* created =
+                a_FromWindow(FindWindowExA(program.Panel(), nullptr, entry.className, nullptr));
             REQUIRE(created != nullptr);
             RECT place;
             GetWindowRect(created->window, &place);
