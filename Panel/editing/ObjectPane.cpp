@@ -139,6 +139,8 @@ void ObjectPane::Arrange() const {
     const LONG bar =
         (GetWindowLongA(list_, GWL_STYLE) & WS_VSCROLL) != 0 ? 0 : GetSystemMetrics(SM_CXVSCROLL);
     ListView_SetColumnWidth(list_, NAME, std::max(60L, inside.right - bar - 2 * MARK_WIDTH));
+    // The pixels that the system keeps of a window that was moved can be those of before its first painting.
+    RedrawWindow(Handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
 }
 
 // Rows.

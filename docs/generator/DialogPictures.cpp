@@ -30,10 +30,14 @@ bool TakePicture(HWND panel, HOSTINFO* root, const std::string& className) {
     SendMessageA(control, CWM_PARAMETERDLG, 0, reinterpret_cast<LPARAM>(&dialog));
     bool isTaken = true;
     if (dialog != nullptr) {
-        ShowWindow(dialog, SW_SHOWNA);
-        PumpAll();
+        // Without its frame, which is the system's.
         RECT client{};
         GetClientRect(dialog, &client);
+        SetWindowLongA(dialog, GWL_STYLE, WS_POPUP);
+        SetWindowLongA(dialog, GWL_EXSTYLE, WS_EX_CONTROLPARENT);
+        SetWindowPos(dialog, nullptr, 0, 0, client.right, client.bottom,
+                     SWP_FRAMECHANGED | SWP_NOMOVE | SWP_NOZORDER | SWP_SHOWWINDOW | SWP_NOACTIVATE);
+        PumpAll();
         isTaken = SavePanelPicture(dialog, {client.right, client.bottom}, className + ".png");
         DestroyWindow(dialog);
     }
