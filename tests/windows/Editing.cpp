@@ -37,6 +37,7 @@ namespace {
 // The entries of the menu that opens, with "-" before those that cannot be chosen; one of them is then
 // chosen, counted from 1; 0 is Escape.
 std::string ShownMenu(const PanelHere& program, POINT point, int down) {
+    const MenusByKeyboard menus;
     std::string shown;
     bool isChosen = false;
     // The system ends a menu now and then as soon as it opens.

@@ -121,6 +121,20 @@ bool WaitForMenu(bool isOpen) {
     return false;
 }
 
+namespace {
+
+LRESULT CALLBACK WithoutMouse(int code, WPARAM wParam, LPARAM lParam) {
+    const UINT message = reinterpret_cast<const MSG*>(lParam)->message;
+    const bool isMouse = (message >= WM_MOUSEFIRST && message <= WM_MOUSELAST) ||
+                         (message >= WM_NCMOUSEMOVE && message <= WM_NCXBUTTONDBLCLK);
+    return code == MSGF_MENU && isMouse ? 1 : CallNextHookEx(nullptr, code, wParam, lParam);
+}
+
+} // namespace
+
+MenusByKeyboard::MenusByKeyboard()
+    : hook_(SetWindowsHookExA(WH_MSGFILTER, WithoutMouse, nullptr, GetCurrentThreadId())) {}
+
 bool ChooseShownEntry(HWND owner, int down) {
     const HWND popup = FindWindowA("#32768", nullptr);
     const auto menu = reinterpret_cast<HMENU>(SendMessageA(popup, 0x1E1, 0, 0));
@@ -137,9 +151,12 @@ bool ChooseShownEntry(HWND owner, int down) {
         return i;
     };
     for (int presses = 0; presses < 50 && down > 0 && lit() != wanted && IsWindow(popup); ++presses) {
+        const int before = lit();
         PostMessageA(owner, WM_KEYDOWN, VK_DOWN, 0);
-        for (int i = 0, before = lit(); i < 1000 && lit() == before && IsWindow(popup); ++i) {
+        // On the way from one entry to the next none is lit for a moment.
+        for (int i = 0, now = before; i < 1000 && (now == before || now < 0) && IsWindow(popup); ++i) {
             Sleep(2);
+            now = lit();
         }
     }
     const bool isThere = IsWindow(popup) && (down == 0 || lit() == wanted);
@@ -150,6 +167,7 @@ bool ChooseShownEntry(HWND owner, int down) {
 }
 
 void ChooseFromMenu(HWND panel, int childId, int down) {
+    const MenusByKeyboard menus;
     std::thread user([panel, down] {
         WaitForMenu(true);
         ChooseShownEntry(panel, down);

@@ -109,8 +109,20 @@ void PressKey(WPARAM key, bool shift = false);
 
 // Whether a menu opens, or closes, soon. Called from another thread.
 bool WaitForMenu(bool isOpen);
+// While it lives, menus of its thread know no mouse: a cursor that happens to lie over one, or that anybody
+// moves, would light another entry, or none, between the key that reaches one and the key that chooses it.
+class MenusByKeyboard {
+public:
+    MenusByKeyboard();
+    ~MenusByKeyboard() { UnhookWindowsHookEx(hook_); }
+    MenusByKeyboard(const MenusByKeyboard&) = delete;
+    MenusByKeyboard& operator=(const MenusByKeyboard&) = delete;
+
+private:
+    HHOOK hook_;
+};
 // Chooses an entry of the menu that is open, counted from 1 without its lines, by the keys of its owner; 0 is
-// Escape. Called from another thread. Where the cursor lies over the menu does not matter.
+// Escape. Called from another thread, while that of the menu has a MenusByKeyboard.
 // False when the system has ended the menu before.
 bool ChooseShownEntry(HWND owner, int down);
 // Chooses an entry of the menu of a child, by the number of steps down. One that cannot be chosen is left by
