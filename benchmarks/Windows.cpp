@@ -6,6 +6,7 @@
 #include <commctrl.h>
 #include <cstdint>
 #include <fstream>
+#include <string_view>
 
 namespace {
 
@@ -157,7 +158,7 @@ void CopyChildren(HWND model, HWND parent, const char* innerClass) {
             char ownClass[64];
             GetClassNameA(child, ownClass, sizeof ownClass);
             Copy(child, ownClass, parent, style);
-        } else if (innerClass == BARE_CLASS && IsList(child)) {
+        } else if (std::string_view(innerClass) == BARE_CLASS && IsList(child)) {
             CopyList(child, parent);
         } else {
             CopyChildren(child, Copy(child, innerClass, parent, WS_CHILD | (style & WS_VISIBLE)), innerClass);
