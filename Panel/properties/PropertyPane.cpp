@@ -205,7 +205,9 @@ void PropertyPane::Replace(std::vector<PropertyRow> rows) {
     const PropertyRow* selected = RowAt(SelectedLine());
     const std::string id = selected ? IdOf(*selected) : "";
     rows_ = std::move(rows);
-    SetWindowRedraw(list_, FALSE); // else each step below draws its scroll bar
+    // Else each step below, and the list itself when it may draw again, draws its scroll bar at once.
+    DefWindowProcA(list_, WM_SETREDRAW, FALSE, 0);
+    SetWindowRedraw(list_, FALSE);
     lines_.clear();
     for (std::size_t i = 0; i < rows_.size(); ++i) {
         if (i == 0 || rows_[i].group != rows_[i - 1].group) {
@@ -221,7 +223,8 @@ void PropertyPane::Replace(std::vector<PropertyRow> rows) {
     }
     FitColumns();
     SetWindowRedraw(list_, TRUE);
-    InvalidateRect(list_, nullptr, TRUE);
+    DefWindowProcA(list_, WM_SETREDRAW, TRUE, 0);
+    RedrawWindow(list_, nullptr, nullptr, RDW_FRAME | RDW_INVALIDATE | RDW_ERASE);
     ShowTitle();
 }
 
