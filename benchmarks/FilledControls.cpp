@@ -50,14 +50,6 @@ constexpr Content CONTENTS[] = {
     {.className = "DANTECONTROL", .lines = "", .parts = {"COMBOBOX", BLIT_CLASS}, .painting = 1.2},
 };
 
-void LoadLines(HWND control, std::string_view lines) {
-    while (!lines.empty()) {
-        const std::string line(lines.substr(0, lines.find('|')));
-        SendMessageA(control, CWM_LOAD, LOAD_FROM_FILE, reinterpret_cast<LPARAM>(line.c_str()));
-        lines.remove_prefix(std::min(line.size() + 1, lines.size()));
-    }
-}
-
 BOOL CALLBACK IsToBePainted(HWND window, LPARAM found) {
     if (GetUpdateRect(window, nullptr, FALSE)) {
         *reinterpret_cast<bool*>(found) = true;
@@ -66,6 +58,14 @@ BOOL CALLBACK IsToBePainted(HWND window, LPARAM found) {
 }
 
 } // namespace
+
+void LoadLines(HWND window, std::string_view lines) {
+    while (!lines.empty()) {
+        const std::string line(lines.substr(0, lines.find('|')));
+        SendMessageA(window, CWM_LOAD, LOAD_FROM_FILE, reinterpret_cast<LPARAM>(line.c_str()));
+        lines.remove_prefix(std::min(line.size() + 1, lines.size()));
+    }
+}
 
 const Content& ContentOf(const char* className) {
     static constexpr Content NOTHING{.className = "", .lines = "", .painting = 1.5};

@@ -6,6 +6,7 @@
 
 #include <windows.h>
 
+#include <string_view>
 #include <vector>
 
 struct Content {
@@ -20,6 +21,8 @@ struct Content {
 // An empty one for a class that is measured as it is created.
 const Content& ContentOf(const char* className);
 
+// Property lines joined by "|".
+void LoadLines(HWND window, std::string_view lines);
 // A control of the subject's class with its content, as large as a new one of an editor where there is some.
 // Null on failure.
 HWND AddFilled(const BenchPanel& panel, const Subject& subject, int number);

@@ -1,5 +1,6 @@
 // Consoles of strips, each a control with controls inside.
 
+#include "benchmarks/FilledControls.h"
 #include "benchmarks/Suites.h"
 #include "benchmarks/Windows.h"
 
@@ -98,13 +99,14 @@ void MeasureCreating(Report& report, const Strip& kind) {
                    RatioUpTo(kind.mostCreating), 5);
 }
 
-void MeasurePainting(Report& report, const Strip& kind) {
+void MeasurePainting(Report& report, const Strip& kind, const char* style, const char* look) {
     const BenchPanel panel(true);
+    LoadLines(panel.Window(), style);
     const std::vector<HWND> strips = AddStrips(panel, kind);
     const BenchPanel other(true);
     AddPlain(other, strips, BLIT_CLASS);
     PaintAll(panel)(); // what is made at the first painting
-    report.Measure(Strips("paint", kind), PaintAll(panel), BareWindows(strips) + ", one BitBlt each",
+    report.Measure(Strips("paint", kind) + look, PaintAll(panel), BareWindows(strips) + ", one BitBlt each",
                    PaintAll(other), Unit::Seconds, RatioUpTo(kind.mostPainting), 9);
 }
 
@@ -113,6 +115,7 @@ void MeasurePainting(Report& report, const Strip& kind) {
 void MeasureStrips(Report& report) {
     for (const Strip& kind : KINDS) {
         MeasureCreating(report, kind);
-        MeasurePainting(report, kind);
+        MeasurePainting(report, kind, "style=classic", "");
+        MeasurePainting(report, kind, "style=dark", ", dark");
     }
 }
