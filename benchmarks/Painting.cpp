@@ -47,10 +47,10 @@ void PaintOne(Report& report, const BenchPanel& panel, const Subject& subject, c
     if (*ContentOf(subject.className).className != '\0' && IsPaintedUnchanged(control)) {
         report.Fail(subject.name, "what has not changed is painted again");
     }
-    const std::vector<Samples> samples = TakeTurns(
-        report.Rounds(40),
-        {Paint({control}, hasParts), Paint(system.empty() ? std::vector{blit} : system, hasParts),
-         Paint({trackbar}, false)});
+    const std::vector<Samples> samples =
+        TakeTurns(report.Rounds(40),
+                  {Paint({control}, hasParts), Paint(system.empty() ? std::vector{blit} : system, hasParts),
+                   Paint({trackbar}, false)});
     const std::string figure = "paint one " + subject.name + look;
     report.Add(figure, samples[0],
                system.empty()      ? "bare window, one BitBlt"
