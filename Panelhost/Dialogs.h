@@ -27,6 +27,8 @@ PANELHOST_API std::vector<std::string> a_ListAddresses(HOSTINFO* object, bool fu
 // "face,points,bold") chosen at first. The chosen one as property text, or empty.
 PANELHOST_API std::string a_ChooseColour(HWND owner, const std::string& current);
 PANELHOST_API std::string a_ChooseFont(HWND owner, const std::string& current);
+// The same with a picture of the folder Controls whose name begins with the prefix.
+PANELHOST_API std::string a_ChoosePicture(HWND owner, const std::string& prefix, const std::string& current);
 // The same with a file: its name as a property holds it.
 PANELHOST_API std::string a_ChooseFile(HWND owner, const std::string& current);
 

@@ -89,9 +89,9 @@ void ChooseValue(const ControlDialog& dialog, const DialogField& field) {
 }
 
 void ChoosePicture(const ControlDialog& dialog, const DialogField& field) {
-    char name[MAX_PATH];
-    if (a_PopupBitmapView(dialog.Handle(), ".\\Controls", field.info->pictures, name) != 0 &&
-        dialog.Handle() != nullptr && !dialog.SendLine(LineOf(field, name))) {
-        dialog.ShowStatus(std::string("Bitmap: \"") + name + "\" is not possible here");
+    const std::string chosen =
+        a_ChoosePicture(dialog.Handle(), field.info->pictures, FieldText(dialog, field));
+    if (!chosen.empty() && dialog.Handle() != nullptr && !dialog.SendLine(LineOf(field, chosen))) {
+        dialog.ShowStatus("Bitmap: \"" + chosen + "\" is not possible here");
     }
 }

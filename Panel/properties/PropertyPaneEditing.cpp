@@ -72,10 +72,8 @@ std::string AskFor(HWND owner, const PropertyRow& row) {
         return a_ChooseColour(owner, row.value);
     case KeywordKind::Typeface:
         return a_ChooseFont(owner, row.value);
-    case KeywordKind::Picture: {
-        char name[MAX_PATH];
-        return a_PopupBitmapView(owner, ".\\Controls", row.pictures.c_str(), name) != 0 ? name : "";
-    }
+    case KeywordKind::Picture:
+        return a_ChoosePicture(owner, row.pictures, row.value);
     default:
         return a_ChooseFile(owner, row.value);
     }

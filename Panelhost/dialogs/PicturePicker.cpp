@@ -73,8 +73,11 @@ private:
 
 class PicturePicker : public Dialog {
 public:
-    PicturePicker(std::string folder, const std::string& prefix)
-        : folder_(std::move(folder)), files_(PictureFiles(folder_, prefix)) {}
+    // The current picture, as a property holds it, is the one that is selected at first.
+    PicturePicker(std::string folder, const std::string& prefix, const std::string& current)
+        : folder_(std::move(folder)),
+          current_(logic::FoldName(current)),
+          files_(PictureFiles(folder_, prefix)) {}
 
     // The name of the chosen file as a property holds it; empty when none was chosen.
     std::string Choose(HWND owner) {
@@ -96,6 +99,7 @@ private:
     void Accept();
 
     std::string folder_;
+    std::string current_; // folded
     std::vector<std::string> files_;
     std::size_t loaded_ = 0;
     HWND list_ = nullptr;
@@ -148,8 +152,10 @@ void PicturePicker::AddPicture(const std::string& name) {
     const Bitmap thumbnail = MakeThumbnail(*image.Get(), SIDE, GROUND);
     pictures_.push_back({path, {image.Get()->Width(), image.Get()->Height()}});
     AddRow(list_, name, ImageList_Add(thumbnails_.get(), thumbnail.get(), nullptr));
-    if (pictures_.size() == 1) {
-        SelectRow(list_, 0);
+    const int row = static_cast<int>(pictures_.size()) - 1;
+    const bool isUntouched = SelectedRow(list_) <= 0; // nobody has gone on meanwhile
+    if (row == 0 || (isUntouched && logic::FoldName(PropertyFileName(path)) == current_)) {
+        SelectRow(list_, row);
     }
 }
 
@@ -206,6 +212,20 @@ bool PicturePicker::OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESUL
     return Dialog::OnMessage(message, wParam, lParam, result);
 }
 
+// The name of the chosen file as a property holds it; empty when none was chosen.
+std::string PictureOf(HWND owner, const char* folder, const char* prefix, const std::string& current) {
+    char path[MAX_PATH];
+    if (a_MakeFullPathName(folder, path) == 0) {
+        return {};
+    }
+    std::string full = path;
+    while (!full.empty() && full.back() == '\\') {
+        full.pop_back();
+    }
+    const auto picker = std::make_shared<PicturePicker>(full, prefix == nullptr ? "" : prefix, current);
+    return picker->Choose(owner == nullptr ? nullptr : GetAncestor(owner, GA_ROOT));
+}
+
 } // namespace
 
 int a_PopupBitmapView(HWND owner, const char* folder, const char* prefix, char* name) {
@@ -214,20 +234,15 @@ int a_PopupBitmapView(HWND owner, const char* folder, const char* prefix, char* 
     }
     *name = '\0';
     return Guarded(0, [&] {
-        char path[MAX_PATH];
-        if (a_MakeFullPathName(folder, path) == 0) {
-            return 0;
-        }
-        std::string full = path;
-        while (!full.empty() && full.back() == '\\') {
-            full.pop_back();
-        }
-        const auto picker = std::make_shared<PicturePicker>(full, prefix == nullptr ? "" : prefix);
-        const std::string chosen = picker->Choose(owner == nullptr ? nullptr : GetAncestor(owner, GA_ROOT));
+        const std::string chosen = PictureOf(owner, folder, prefix, "");
         if (chosen.empty() || chosen.size() >= MAX_PATH) {
             return 0;
         }
         std::memcpy(name, chosen.c_str(), chosen.size() + 1);
         return 1;
     });
+}
+
+std::string a_ChoosePicture(HWND owner, const std::string& prefix, const std::string& current) {
+    return Guarded(std::string(), [&] { return PictureOf(owner, ".\\Controls", prefix.c_str(), current); });
 }

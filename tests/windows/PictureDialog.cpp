@@ -17,10 +17,10 @@ void CALLBACK Try(HWND, UINT, UINT_PTR timer, DWORD) {
 
 } // namespace
 
-std::string ChoosePicture(const std::string& folder, const char* prefix, int expected,
-                          const std::function<void(HWND, HWND)>& answer) {
+// Answers the dialog that opens next, when the pictures are there.
+void AnswerWhenLoaded(int expected, const std::function<void(HWND, HWND)>& answer) {
     const DWORD start = GetTickCount();
-    attempt = [&, start] {
+    attempt = [=] {
         const HWND dialog = FindWindowA("#32770", "Select a Picture");
         const HWND list = GetDlgItem(dialog, IDC_PICTURES);
         if (list == nullptr || (ListView_GetItemCount(list) < expected && GetTickCount() - start < 30000)) {
@@ -30,6 +30,11 @@ std::string ChoosePicture(const std::string& folder, const char* prefix, int exp
         return true;
     };
     SetTimer(nullptr, 0, 5, Try);
+}
+
+std::string ChoosePicture(const std::string& folder, const char* prefix, int expected,
+                          const std::function<void(HWND, HWND)>& answer) {
+    AnswerWhenLoaded(expected, answer);
     char name[MAX_PATH] = "untouched";
     const int chosen = a_PopupBitmapView(nullptr, folder.c_str(), prefix, name);
     CHECK((chosen == 1) == (*name != '\0'));
@@ -100,6 +105,12 @@ TEST_CASE("pictures are chosen by key and double click") {
         Press(list, VK_RETURN);
     });
     CHECK(chosen == base + "\\A_Zinc.BMP");
+    for (const std::string present : {".\\Controls\\KNOB_blue.bmp", ".\\controls\\knob_AMBER.bmp", ""}) {
+        AnswerWhenLoaded(2, press(IDOK));
+        const std::string kept = a_ChoosePicture(nullptr, "KNOB_", present);
+        CHECK((present.empty() || lstrcmpiA(kept.c_str(), present.c_str()) == 0));
+        CHECK(kept.starts_with(".\\Controls\\KNOB_"));
+    }
     CHECK(a_BitmapCount() == 0);
     char name[MAX_PATH];
     CHECK(a_PopupBitmapView(nullptr, nullptr, "A_", name) == 0);
