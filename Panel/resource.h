@@ -125,6 +125,8 @@
 #define CMD_BIND_CHANNEL 1167
 #define CMD_DUPLICATE_ROW 1168
 #define CMD_BUILD_LAST CMD_DUPLICATE_ROW
+#define CMD_GROUP 1360
+#define CMD_UNGROUP 1361
 
 /* Sizes, in the order of logic::SameSize. */
 #define CMD_SAME_WIDTH 1230

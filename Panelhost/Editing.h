@@ -52,6 +52,10 @@ PANELHOST_API int a_LoadText(HOSTINFO* root, std::string_view text, const char* 
 // saved as if it were shown. 1, or 0 when it cannot be: no control of an edited panel, or out of sight
 // anyway.
 PANELHOST_API int a_HideEdited(HOSTINFO* object, bool hidden);
+// The group of a control of any class as text: 1 to 65535, empty for none; saved as the line "editgroup". Set
+// returns 0 and changes nothing when the text is anything else.
+PANELHOST_API std::string a_GetGroup(const HOSTINFO* object);
+PANELHOST_API int a_SetGroup(HOSTINFO* object, const char* text);
 // Moves an object in front of another one in the order of saving and of Tab, and above it on the screen; to
 // the end, behind and below all others, when that one is null. Both must have the same parent.
 PANELHOST_API void a_MoveBefore(HOSTINFO* object, HOSTINFO* other);

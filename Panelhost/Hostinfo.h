@@ -109,6 +109,7 @@ public:
     REQUESTLIST requests;       // built from the two
     std::string name;           // full name: path, "*", own name; without a path on the root panel
     WORD flags = 0;
+    WORD group = 0;           // with the siblings of that number it is edited as one; 0: alone
     std::uint64_t layers = 0; // bit n: layer u(n+1); 0: every layer
 
     HOSTINFO() = default;

@@ -1,6 +1,7 @@
 #include "Panel/editing/BuildCommands.h"
 
 #include "Panel/editing/ChannelDialog.h"
+#include "Panel/editing/Groups.h"
 #include "Panel/editing/PanelEdits.h"
 #include "Panel/editing/Placement.h"
 #include "Panel/editing/RenameDialog.h"
@@ -29,7 +30,8 @@ BuildCommands::BuildCommands(const EditSurface& surface, PanelEdits::Warning war
     : surface_(surface), edits_(surface.edits), selection_(surface.selection), warn_(std::move(warn)) {}
 
 bool BuildCommands::Has(int command) {
-    return command >= CMD_BUILD_FIRST && command <= CMD_BUILD_LAST;
+    return (command >= CMD_BUILD_FIRST && command <= CMD_BUILD_LAST) || command == CMD_GROUP ||
+           command == CMD_UNGROUP;
 }
 
 bool BuildCommands::IsEnabled(int command) const {
@@ -42,6 +44,10 @@ bool BuildCommands::IsEnabled(int command) const {
         return count == 1;
     case CMD_DUPLICATE_ROW: // copies are put on the panel itself
         return count >= 1 && !selection_.Inside();
+    case CMD_GROUP:
+        return count >= 2 && !IsGroup(edits_.Root(), selection_.Objects());
+    case CMD_UNGROUP:
+        return AreGrouped(edits_.Root(), selection_.Objects());
     case CMD_ENTER:
         return count == 1 && HasParts(selection_.Objects().front());
     case CMD_LEAVE:
@@ -81,6 +87,10 @@ void BuildCommands::Execute(int command) {
         return BindChannels(surface_.panel, edits_, InReadingOrder(selection_.Objects()));
     case CMD_DUPLICATE_ROW:
         return DuplicateInRow();
+    case CMD_GROUP:
+        return Group(true);
+    case CMD_UNGROUP:
+        return Group(false);
     default:
         return;
     }
@@ -141,6 +151,24 @@ void BuildCommands::ShowAll() {
             Lock({object}, false);
         }
     }
+}
+
+// Groups.
+
+void BuildCommands::Group(bool together) {
+    const std::vector<HOSTINFO*> objects = selection_.Objects();
+    const logic::GroupNumber number =
+        together ? logic::FreeGroup(GroupsIn(edits_.Root(), objects.front()->parent)) : logic::GroupNumber{0};
+    if (together && number == 0) {
+        return warn_("There are as many groups as there can be.");
+    }
+    edits_.Do(together ? "Group" : "Ungroup", objects, [&] {
+        for (HOSTINFO* object : objects) {
+            a_SetGroup(object, number == 0 ? "" : std::to_string(number).c_str());
+            a_KeywordSet(object, std::string(logic::GROUP_KEYWORD).c_str());
+        }
+        return std::vector<HOSTINFO*>{};
+    });
 }
 
 // Inside of controls.

@@ -7,8 +7,8 @@
 
 class HOSTINFO;
 
-// The commands by which a panel is built out of many controls (CMD_BUILD_FIRST to CMD_BUILD_LAST): names,
-// order, what is out of sight or reach, what is inside of controls.
+// The commands by which a panel is built out of many controls: names, order, groups, what is out of
+// sight or reach, what is inside of controls.
 class BuildCommands {
 public:
     BuildCommands(const EditSurface& surface, PanelEdits::Warning warn);
@@ -30,6 +30,8 @@ public:
 
 private:
     void SortByPosition();
+    // Puts the selected controls into a group of their own, or each into none.
+    void Group(bool together);
     void ShowAll();
     void Leave();
     void DuplicateInRow();

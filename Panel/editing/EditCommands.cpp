@@ -1,6 +1,7 @@
 #include "Panel/editing/EditCommands.h"
 
 #include "Panel/editing/Clipboard.h"
+#include "Panel/editing/Groups.h"
 #include "Panel/editing/KnobGroup.h"
 #include "Panel/editing/NewControls.h"
 #include "Panel/editing/PanelEdits.h"
@@ -388,6 +389,8 @@ void EditCommands::Paste(const std::string& text, std::optional<POINT> corner, i
         given.insert(logic::FoldName(names.back()));
     }
     logic::RenameComponents(components, names);
+    std::set<logic::GroupNumber> groups = GroupsIn(edits_.Root(), edits_.Root());
+    logic::GiveOwnGroups(components, groups);
 
     const logic::Rectangle bounds = logic::ComponentBounds(components);
     const int step = EditGrid::SPACING * steps;

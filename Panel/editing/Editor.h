@@ -62,6 +62,8 @@ public:
     const std::vector<HOSTINFO*>& Selected() const { return selection_.Objects(); }
     // Siblings.
     void Select(std::vector<HOSTINFO*> objects);
+    // The user chose them: whole groups are selected.
+    void Choose(std::vector<HOSTINFO*> objects);
     // In the order of saving, in front of a sibling; null for the end.
     void MoveBefore(const std::vector<HOSTINFO*>& objects, HOSTINFO* other);
     void Hide(const std::vector<HOSTINFO*>& objects, bool hidden);
@@ -74,9 +76,12 @@ public:
     std::string StatusText() const;
 
 private:
+    static constexpr UINT_PTR SCROLL_TIMER = 0x5C01; // of the panel window, which has no other of that number
+
     // Input.
     void Press(POINT point, WPARAM keys, bool isDouble);
     bool DoublePress(HOSTINFO* object, POINT point);
+    std::vector<HOSTINFO*> Taken(std::vector<HOSTINFO*> chosen, const std::vector<HOSTINFO*>& before) const;
     void Hover(POINT point);
     // At a tick while something is dragged: scrolls the view when the mouse is at its border or beyond it.
     void ScrollAtBorder();

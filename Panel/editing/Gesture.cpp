@@ -16,7 +16,8 @@ logic::SnapSettings EditSurface::Snapping() const {
     return {grid.IsOn() ? EditGrid::SPACING : 0, ATTRACTION};
 }
 
-void EditSurface::ShowGuides(const std::vector<logic::Guide>& guides, HWND parent) const {
+std::vector<OverlayLines::Line> EditSurface::LinesOf(const std::vector<logic::Guide>& guides,
+                                                     HWND parent) const {
     std::vector<OverlayLines::Line> shown;
     for (const logic::Guide& guide : guides) {
         RECT place = guide.vertical ? RECT{guide.position, guide.from, guide.position + 1, guide.to}
@@ -24,7 +25,7 @@ void EditSurface::ShowGuides(const std::vector<logic::Guide>& guides, HWND paren
         MapWindowPoints(parent, panel, reinterpret_cast<POINT*>(&place), 2);
         shown.push_back({place, GUIDE_COLOUR});
     }
-    lines.Show(shown);
+    return shown;
 }
 
 bool DragThreshold::Passed(POINT point) {

@@ -18,7 +18,11 @@ struct EditSurface {
 
     // Settings of the moment: Alt suspends snapping.
     logic::SnapSettings Snapping() const;
-    void ShowGuides(const std::vector<logic::Guide>& guides, HWND parent) const;
+    // Guides in client coordinates of that window, as lines over the panel.
+    std::vector<OverlayLines::Line> LinesOf(const std::vector<logic::Guide>& guides, HWND parent) const;
+    void ShowGuides(const std::vector<logic::Guide>& guides, HWND parent) const {
+        lines.Show(LinesOf(guides, parent));
+    }
 };
 
 // Something done with the mouse from press to release. Made by the press; exactly one of End and Cancel

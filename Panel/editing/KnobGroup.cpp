@@ -1,6 +1,7 @@
 #include "Panel/editing/KnobGroup.h"
 
 #include "logic/drawing/PanelColours.h"
+#include "logic/editing/Groups.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -54,5 +55,8 @@ KnobGroup MakeKnobGroup(bool isDark, int artPercent, const std::vector<std::stri
                  Colour("Knob value 1", "textcolor", logic::PANEL_TEXT);
     }
     lines += "Knob value 1*connection=Knob 1\r\n";
+    for (const char* name : {"Knob caption 1", "Knob 1", "Knob value 1"}) {
+        lines += std::string(name) + "*" + std::string(logic::GROUP_KEYWORD) + "=1\r\n";
+    }
     return {lines, left, CAPTION_HEIGHT};
 }

@@ -2,9 +2,13 @@
 
 #include "Panelhost/Hostinfo.h"
 
-MoveGesture::MoveGesture(const EditSurface& surface, HOSTINFO* pressed, POINT start)
+#include <utility>
+
+MoveGesture::MoveGesture(const EditSurface& surface, HOSTINFO* pressed, std::vector<HOSTINFO*> clicked,
+                         POINT start)
     : Gesture(surface),
       pressed_(pressed),
+      clicked_(std::move(clicked)),
       threshold_(start),
       before_(PlacementsOf(surface.selection.Objects())),
       neighbours_(Neighbours(surface.selection.Objects())),
@@ -33,8 +37,9 @@ void MoveGesture::Move(POINT point) {
 void MoveGesture::End() {
     if (threshold_.Passed()) {
         surface_.edits.CommitPlaces("Move", before_);
-    } else if (a_IsAlive(pressed_)) {
-        surface_.selection.Set({pressed_});
+    } else {
+        std::erase_if(clicked_, [](const HOSTINFO* object) { return !a_IsAlive(object); });
+        surface_.selection.Set(clicked_);
     }
 }
 

@@ -2,10 +2,10 @@
 
 #include "Panel/editing/Gesture.h"
 
-// Moves all selected controls, or, when the mouse did not move, selects the pressed one alone.
+// Moves all selected controls, or, when the mouse did not move, selects what a click there is to select.
 class MoveGesture : public Gesture {
 public:
-    MoveGesture(const EditSurface& surface, HOSTINFO* pressed, POINT start);
+    MoveGesture(const EditSurface& surface, HOSTINFO* pressed, std::vector<HOSTINFO*> clicked, POINT start);
 
     void Move(POINT point) override;
     void End() override;
@@ -13,6 +13,7 @@ public:
 
 private:
     HOSTINFO* pressed_;
+    std::vector<HOSTINFO*> clicked_;
     DragThreshold threshold_;
     std::vector<Placement> before_;
     std::vector<logic::Rectangle> neighbours_;

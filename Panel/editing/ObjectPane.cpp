@@ -27,6 +27,9 @@ constexpr int HINT_HEIGHT = 30;
 constexpr int MARK_WIDTH = 42;
 constexpr UINT TAKE_SELECTION = WM_APP; // posted to itself
 constexpr UINT RENAME = WM_APP + 1;     // the same
+constexpr int GROUP_BAR = 4;            // pixels
+constexpr COLORREF GROUP_COLOURS[] = {RGB(224, 122, 32), RGB(46, 134, 222), RGB(46, 160, 67),
+                                      RGB(196, 64, 160), RGB(148, 120, 24), RGB(20, 158, 158)};
 enum Column { NAME, SEEN, LOCK };
 constexpr const char* MARK = "\x95";
 
@@ -291,10 +294,16 @@ void ObjectPane::TakeSelection() {
         parent = focused->parent;
     }
     std::erase_if(chosen, [&](const HOSTINFO* object) { return object->parent != parent; });
-    editor_->Select(chosen);
+    editor_->Choose(chosen);
     shown_.clear();
     shown_.push_back(nullptr); // so that the list shows what became of it
     ShowSelection();
+    if (const int row = RowOf(focused); row >= 0) { // the keys go on from there
+        following_ = true;
+        ListView_SetItemState(list_, row, LVIS_FOCUSED, LVIS_FOCUSED);
+        ListView_EnsureVisible(list_, row, FALSE);
+        following_ = false;
+    }
 }
 
 void ObjectPane::ToggleOpen(int row) {
@@ -450,9 +459,13 @@ bool ObjectPane::TranslateKey(const MSG& message) {
 LRESULT ObjectPane::OnCustomDraw(const NMLVCUSTOMDRAW& draw) const {
     switch (draw.nmcd.dwDrawStage) {
     case CDDS_PREPAINT:
-        return gap_.IsThere() ? CDRF_NOTIFYPOSTPAINT : CDRF_DODEFAULT;
+        return CDRF_NOTIFYPOSTPAINT;
     case CDDS_POSTPAINT: {
+        DrawGroups(draw.nmcd.hdc);
         RECT place{};
+        if (!gap_.IsThere()) {
+            return CDRF_DODEFAULT;
+        }
         const int last = static_cast<int>(rows_.size()) - 1;
         const bool isBelow = gap_.row > last;
         ListView_GetItemRect(list_, isBelow ? last : gap_.row, &place, LVIR_BOUNDS);
@@ -464,6 +477,22 @@ LRESULT ObjectPane::OnCustomDraw(const NMLVCUSTOMDRAW& draw) const {
     }
     default:
         return CDRF_DODEFAULT;
+    }
+}
+
+// A bar beside each of a group, in one colour.
+void ObjectPane::DrawGroups(HDC dc) const {
+    const int first = ListView_GetTopIndex(list_);
+    const int end = std::min(first + ListView_GetCountPerPage(list_) + 1, static_cast<int>(rows_.size()));
+    for (int row = first; row < end; ++row) {
+        const int group = rows_[static_cast<std::size_t>(row)].group;
+        RECT place{};
+        if (group != 0 && ListView_GetItemRect(list_, row, &place, LVIR_BOUNDS)) {
+            const auto count = static_cast<int>(std::size(GROUP_COLOURS));
+            const Brush brush(CreateSolidBrush(GROUP_COLOURS[(group - 1) % count]));
+            place.right = place.left + GROUP_BAR;
+            FillRect(dc, &place, brush.get());
+        }
     }
 }
 

@@ -37,6 +37,7 @@ private:
     LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
     LRESULT OnNotify(NMHDR& header);
     LRESULT OnCustomDraw(const NMLVCUSTOMDRAW& draw) const;
+    void DrawGroups(HDC dc) const;
     void FillItem(LVITEMA& item) const;
     void FollowTheme();
     void Arrange() const;

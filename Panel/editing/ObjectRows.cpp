@@ -5,6 +5,8 @@
 #include "logic/text/Text.h"
 
 #include <algorithm>
+#include <map>
+#include <utility>
 
 namespace {
 
@@ -36,8 +38,10 @@ std::vector<ObjectRow> ObjectRows(HOSTINFO* root, const std::unordered_set<const
     const std::string words = logic::FoldName(logic::TrimBlanks(wanted));
     const auto found = words.empty() ? std::unordered_set<const HOSTINFO*>() : Found(objects, words);
     std::unordered_set<const HOSTINFO*> holders;
+    std::map<std::pair<const HOSTINFO*, WORD>, int> members;
     for (const HOSTINFO* object : objects) {
         holders.insert(object->parent);
+        members[{object->parent, object->group}] += object->group != 0;
     }
     const auto isListed = [&](const HOSTINFO* object) { return words.empty() || found.contains(object); };
     const auto isOpen = [&](const HOSTINFO* object) {
@@ -62,7 +66,9 @@ std::vector<ObjectRow> ObjectRows(HOSTINFO* root, const std::unordered_set<const
         }
         if (isShown) {
             const bool hasParts = holders.contains(object);
-            rows.push_back({ObjectRow::Kind::Control, object, depth, hasParts, hasParts && isOpen(object)});
+            const bool isGrouped = members[{object->parent, object->group}] > 1;
+            rows.push_back({ObjectRow::Kind::Control, object, depth, hasParts, hasParts && isOpen(object),
+                            isGrouped ? object->group : 0});
         }
     }
     if (!devices.empty()) {

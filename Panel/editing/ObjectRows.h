@@ -15,6 +15,7 @@ struct ObjectRow {
     int depth = 0;
     bool hasParts = false;
     bool isOpen = false;
+    int group = 0; // with others; 0: none
     bool operator==(const ObjectRow&) const = default;
 };
 

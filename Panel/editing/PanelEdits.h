@@ -2,37 +2,17 @@
 
 #include "Panel/editing/PanelTarget.h"
 #include "Panel/editing/Placement.h"
+#include "Panel/editing/Recording.h"
 #include "logic/editing/EditHistory.h"
 
 #include <exception>
 #include <functional>
 #include <optional>
 #include <string>
-#include <unordered_set>
 #include <vector>
 
 class HOSTINFO;
 struct RENAMING;
-
-// What an action changes on a panel, found by comparing property texts before and after. All that reads a
-// text throws TextLost.
-class Recording {
-public:
-    explicit Recording(PanelTarget& target);
-    // The objects, with all that is inside them, may change or go from now on.
-    void Touch(const std::vector<std::string>& names);
-    // The objects have come. The step ends here.
-    void Created(const std::vector<std::string>& names);
-    logic::EditStep Finish();
-
-private:
-    void Add(const std::vector<std::string>& names, bool existed);
-
-    PanelTarget& target_;
-    logic::EditStep step_;
-    std::vector<std::string> touched_;
-    std::unordered_set<std::string> known_;
-};
 
 // All changes that the user makes to a panel while it is edited go through here and can be undone, those made
 // in its dialogs included. While it is operated nothing is recorded.

@@ -63,15 +63,16 @@ SIZE RoomAround(const HOSTINFO& object) {
 }
 
 std::vector<logic::Rectangle> Neighbours(const std::vector<HOSTINFO*>& objects) {
+    return objects.empty() ? std::vector<logic::Rectangle>{}
+                           : PlacesIn(GetParent(objects.front()->window), objects);
+}
+
+std::vector<logic::Rectangle> PlacesIn(HWND parent, const std::vector<HOSTINFO*>& except) {
     std::vector<logic::Rectangle> places;
-    if (objects.empty()) {
-        return places;
-    }
-    const HWND parent = GetParent(objects.front()->window);
     for (HWND child = GetWindow(parent, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
         HOSTINFO* object = a_FromWindow(child);
         if (object && IsWindowVisible(child) &&
-            std::find(objects.begin(), objects.end(), object) == objects.end()) {
+            std::find(except.begin(), except.end(), object) == except.end()) {
             places.push_back(PlaceOf(*object));
         }
     }

@@ -25,6 +25,8 @@ void KeepImageSizes(const std::vector<Placement>& before);
 SIZE RoomAround(const HOSTINFO& object);
 // All visible controls beside the given siblings, in the same client area.
 std::vector<logic::Rectangle> Neighbours(const std::vector<HOSTINFO*>& objects);
+// Of all visible controls of a window, but for some.
+std::vector<logic::Rectangle> PlacesIn(HWND parent, const std::vector<HOSTINFO*>& except);
 // Whether the mouse reaches a control of an edited panel: it is seen and not locked.
 bool IsReachable(const HOSTINFO& object);
 // Those with that parent, in their order.

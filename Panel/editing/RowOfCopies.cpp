@@ -1,5 +1,6 @@
 #include "Panel/editing/RowOfCopies.h"
 
+#include "Panel/editing/Groups.h"
 #include "Panelhost/AddressTexts.h"
 #include "Panelhost/HostInterface.h"
 #include "Panelhost/Hostinfo.h"
@@ -128,9 +129,11 @@ RowOfCopies MakeRow(HOSTINFO* root, const std::vector<HOSTINFO*>& originals, con
     std::vector<std::string> damaged;
     const std::vector<logic::Component> components = logic::ReadComponents(text, damaged);
     Copier copier(root, originals, row);
+    std::set<logic::GroupNumber> groups = GroupsIn(root, root);
     RowOfCopies copies;
     for (int number = 1; number <= row.count; ++number) {
-        const std::vector<logic::Component> made = copier.Copy(components, number);
+        std::vector<logic::Component> made = copier.Copy(components, number);
+        logic::GiveOwnGroups(made, groups);
         copies.text += logic::ComponentsText(made);
         for (const logic::Component& component : made) {
             copies.names.push_back(component.name);

@@ -1,5 +1,6 @@
 #include "Panel/editing/RubberBand.h"
 
+#include "Panel/editing/Groups.h"
 #include "Panelhost/Hostinfo.h"
 #include "logic/drawing/PanelColours.h"
 
@@ -35,6 +36,9 @@ void RubberBand::Move(POINT point) {
             std::find(touched.begin(), touched.end(), object) == touched.end()) {
             touched.push_back(object);
         }
+    }
+    if (GetKeyState(VK_MENU) >= 0) {
+        touched = WithGroups(surface_.edits.Root(), std::move(touched), {});
     }
     if (touched != surface_.selection.Objects()) {
         surface_.selection.Set(std::move(touched));

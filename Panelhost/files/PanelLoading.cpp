@@ -1,9 +1,11 @@
 #include "Panelhost/files/PanelLoading.h"
 
+#include "Panelhost/Editing.h"
 #include "Panelhost/HostInterface.h"
 #include "Panelhost/Trace.h"
 #include "Panelhost/objects/ControlClasses.h"
 #include "base/DrawingHeld.h"
+#include "logic/editing/Groups.h"
 
 namespace {
 
@@ -372,14 +374,16 @@ bool PanelLoading::Send(HOSTINFO& object, const std::string& line, const logic::
     const auto lParam = reinterpret_cast<LPARAM>(text.data()); // ends with the line
     const bool isRoot = &object == &root_;
     const bool isLayer = !isRoot && parts.keyword == "layer" && parts.hasEquals;
+    const bool isGroup = !isRoot && parts.keyword == logic::GROUP_KEYWORD && parts.hasEquals;
     const LRESULT taken = isRoot    ? root_.OnLoad(LOAD_FROM_FILE, lParam)
                           : isLayer ? a_SetLayers(&object, std::string(parts.value).c_str()) // of any class
+                          : isGroup ? a_SetGroup(&object, std::string(parts.value).c_str())
                                     : SendMessageA(object.window, CWM_LOAD, LOAD_FROM_FILE, lParam);
     if (!a_IsAlive(&object)) { // a value that was passed on can have closed it
         return false;
     }
     const KEYWORDROW* table = object.HasHostinfoTable() != 0 ? object.GetHostinfoTable() : nullptr;
-    const int reason = taken != 0 ? 0 : ReasonOfRefusal(table, parts);
+    const int reason = taken != 0 ? 0 : isGroup ? PH_UNREAD_VALUE : ReasonOfRefusal(table, parts);
     if (taken != 0 || logic::IsEmptyBinding(parts.keyword, parts.value) ||
         (reason == PH_UNREAD_VALUE && Holds(object, table, parts))) {
         root_.kept.Took(object, parts.keyword);

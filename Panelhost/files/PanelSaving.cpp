@@ -1,5 +1,6 @@
 #include "Panelhost/files/PanelSaving.h"
 
+#include "Panelhost/Editing.h"
 #include "Panelhost/PropertyList.h"
 #include "Panelhost/Root.h"
 #include "Panelhost/Trace.h"
@@ -7,6 +8,7 @@
 #include "Panelhost/files/TextCollector.h"
 #include "base/Guard.h"
 #include "logic/controls/Layers.h"
+#include "logic/editing/Groups.h"
 
 #include <atomic>
 
@@ -40,6 +42,10 @@ DWORD PanelSaving::WriteObject(HOSTINFO& object, HANDLE file) {
     if (error == ERROR_SUCCESS && object.kind != KIND_ROOT &&
         object.layers != 0) { // the panel's affair, so the controls do not write it
         error = Write(file, object.name + "*layer=" + logic::LayersText(object.layers) + "\r\n");
+    }
+    if (error == ERROR_SUCCESS && object.kind != KIND_ROOT && object.group != 0) {
+        error = Write(file, object.name + "*" + std::string(logic::GROUP_KEYWORD) + "=" +
+                                a_GetGroup(&object) + "\r\n");
     }
     return error == ERROR_SUCCESS ? Ask(object, SAVE_CONNECTIONS, file) : error;
 }

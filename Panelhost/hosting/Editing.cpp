@@ -9,6 +9,7 @@
 #include "Panelhost/files/TextCollector.h"
 #include "Panelhost/objects/PanelRoot.h"
 #include "base/Guard.h"
+#include "logic/editing/Groups.h"
 
 #include <optional>
 #include <utility>
@@ -160,6 +161,19 @@ int a_HideEdited(HOSTINFO* object, bool hidden) {
                    PanelRoot::Hide(object, hidden)
                ? 1
                : 0;
+}
+
+std::string a_GetGroup(const HOSTINFO* object) {
+    return object == nullptr || object->group == 0 ? "" : std::to_string(object->group);
+}
+
+int a_SetGroup(HOSTINFO* object, const char* text) {
+    const auto group = object == nullptr || text == nullptr ? std::nullopt : logic::ParseGroup(text);
+    if (!group) {
+        return 0;
+    }
+    object->group = *group;
+    return 1;
 }
 
 void a_MoveBefore(HOSTINFO* object, HOSTINFO* other) {

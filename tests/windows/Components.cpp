@@ -1,6 +1,7 @@
 // Where the components of a panel that is edited come from: palette and clipboard.
 
 #include "Panel/editing/Catalogue.h"
+#include "Panelhost/Editing.h"
 #include "tests/windows/ControlClasses.h"
 #include "tests/windows/PanelCommands.h"
 
@@ -45,7 +46,7 @@ TEST_CASE("all classes are made from the palette, each as large as it should be"
         program.Command(CMD_GRID);
         CHECK(program.Item(CMD_UNDO).text == "&Undo New " + name + "\tCtrl+Z");
         // The knob comes with its caption and a field for its value.
-        CHECK(Contains(program.Status(), name == "Knob" ? "3 selected" : name + " 1   "));
+        CHECK(Contains(program.Status(), name == "Knob" ? "Group of 3" : name + " 1   "));
     }
     const std::string saved = program.Saved();
     for (const auto& row : EXPECTED_CLASSES) {
@@ -101,7 +102,7 @@ TEST_CASE("a knob comes with its caption and a field for its value, which one un
 }
 
 TEST_CASE("an entry is dragged from the palette onto the panel, or nowhere") {
-    Editing program("size=600,400\r\n");
+    Editing program("size=600,400\r\ncontrol=0x00000000 KNOB \"B\" 0x50010000 301,300,348,347\r\n");
     const HWND tree = program.Part(WC_TREEVIEWA);
     const HWND palette = GetParent(tree);
     const auto move = [&](POINT point) {
@@ -119,7 +120,9 @@ TEST_CASE("an entry is dragged from the palette onto the panel, or nowhere") {
     const HTREEITEM group = TreeView_GetRoot(tree);
     const HTREEITEM fader = TreeView_GetNextSibling(tree, TreeView_GetChild(tree, group));
     CHECK_FALSE(start(group));
+    constexpr const char* OUTLINE = "104,255,134,256 104,56,105,256 104,56,134,57 133,56,134,256";
     const std::tuple<POINT, UINT, WPARAM, bool, bool> rows[] = {
+        {{303, 53}, WM_LBUTTONUP, 0, true, true}, // near the edge of the knob, which has a guide then
         {{101, 53}, WM_LBUTTONUP, 0, true, true},    {{-60, 53}, WM_LBUTTONUP, 0, false, false},
         {{101, 53}, WM_RBUTTONDOWN, 0, true, false}, {{101, 53}, WM_KEYDOWN, VK_ESCAPE, true, false},
         {{101, 53}, WM_CANCELMODE, 0, true, false},  {{101, 53}, WM_CAPTURECHANGED, 0, true, false}};
@@ -127,19 +130,23 @@ TEST_CASE("an entry is dragged from the palette onto the panel, or nowhere") {
         CAPTURE(end);
         CHECK(start(fader));
         move(point);
+        const bool isNear = point.x == 303;
         CHECK(program.Lines() ==
-              (possible ? "104,255,134,256 104,56,105,256 104,56,134,57 133,56,134,256" : ""));
+              (!possible ? ""
+               : isNear  ? "301,255,331,256 301,56,302,256 301,56,302,347 301,56,331,57 330,56,331,256"
+                         : OUTLINE));
         CHECK(GetCursor() == LoadCursorA(nullptr, possible ? IDC_CROSS : IDC_NO));
         SendMessageA(palette, end, key, 0);
         CHECK(GetCapture() == nullptr);
         CHECK(GetFocus() == (made ? program.Panel() : tree));
         CHECK(program.Lines().empty());
-        CHECK(Contains(program.Saved(), "FADER \"Fader 1\" 0x54010000 104,56,134,256") == made);
+        CHECK(Contains(program.Saved(), "\"Fader 1\"") == made);
+        CHECK((!made || program.Place("Fader 1") == (isNear ? "301,56,331,256" : "104,56,134,256")));
         CHECK(program.UndoAll() == (made ? 1 : 0));
     }
 }
 
-TEST_CASE("components go from one program to another") {
+TEST_CASE("components go from one program to another, which may have ended, and from panel to panel") {
     const PanelProgram source(EDITED_PANEL);
     Editing target("size=600,400\r\ncontrol=0x00000000 KNOB \"B\" 0x50010000 0,0,47,47\r\n");
     source.Command(CMD_EDIT_MODE);
@@ -148,16 +155,27 @@ TEST_CASE("components go from one program to another") {
     source.Command(CMD_COPY);
     CHECK(IsClipboardFormatAvailable(RegisterClipboardFormatA("OSMIR Panel Components")));
     CHECK(before.ends_with(OnClipboard()));
+    source.Command(CMD_CUT);
+    CHECK(source.Saved() == "size=600,400\r\n");
+    source.Command(CMD_UNDO);
+    CHECK(source.Saved() == before);
+    CHECK(source.Close() == 0);
     target.Command(CMD_PASTE);
     for (const char* line : {"A*connection=B 2*resolution;C\r\n", "KNOB \"B 2\" 0x50010000 148,68,195,115",
                              "S*Part*connection=A\r\n", "Layered*layer=u2\r\n"}) {
         target.Check(line);
     }
     target.CheckHistory(1);
-    source.Command(CMD_CUT);
-    CHECK(source.Saved() == "size=600,400\r\n");
-    source.Command(CMD_UNDO);
-    CHECK(source.Saved() == before);
+    target.Command(CMD_SELECT_ALL);
+    target.Command(CMD_COPY);
+    CHECK(target.Open(target.Folder().Write("other.panel", "size=600,400\r\n")));
+    target.FindPanel();
+    CHECK(target.Root()->mode != 0); // it goes on being edited
+    target.Command(CMD_PASTE);
+    CHECK(Contains(ReadBytes(target.Folder().Path("other.panel")), "size=600,400\r\n"));
+    std::string pasted;
+    CHECK(a_PanelText(target.Root(), 0, 9, &pasted) == 2);
+    CHECK(Contains(pasted, "KNOB \"B\" 0x50010000 8,8,55,55"));
 }
 
 TEST_CASE("of damaged text on the clipboard the sound part is pasted and the rest is told") {

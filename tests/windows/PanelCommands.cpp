@@ -70,6 +70,7 @@ const Edit EDITS[] = {
     {CMD_BIND_CHANNEL, 0, "", 1, ANY, "A", "", "A   KNOB"},
     {CMD_DUPLICATE_ROW, 0, "", 1, ANY, "B", "Duplicate in a Row", "B 2   KNOB   195,60", "B 2*resolution",
      "ABBCSLC"},
+    {CMD_GROUP, 'G', "Ctrl+Shift", 2, ANY, "AC", "Group", "Group of 2   40,40   310 x 50", "C*editgroup=1"},
     {CMD_RENAME, 0, "", 1, 1, "B", "Rename", "Dial   KNOB", "A*connection=Dial*resolution;C", "ADCSLC"},
     {CMD_SELECT_ALL, 'A', "Ctrl", 0, ANY, "", "", "6 selected   20,40   540 x 348"},
     {CMD_GRID, 'G', "Ctrl", 0, ANY, "", "", "Edit: click"},
@@ -233,6 +234,20 @@ const std::pair<int, void (*)(PanelHere& program)> OTHERS[] = {
          program.Type('I', "Ctrl+Shift", program.Panel());
          CHECK(program.Status().starts_with("S   MINIEDIT"));
          CHECK_FALSE(program.Item(CMD_LEAVE).enabled);
+         program.Command(CMD_EDIT_MODE);
+     }},
+    {CMD_UNGROUP,
+     [](PanelHere& program) {
+         program.Command(CMD_EDIT_MODE);
+         Select(program, "AB");
+         CHECK_FALSE(program.Item(CMD_UNGROUP).enabled);
+         program.Command(CMD_GROUP);
+         CHECK_FALSE(program.Item(CMD_GROUP).enabled);
+         CHECK(program.Item(CMD_UNGROUP).enabled);
+         program.Type('U', "Ctrl+Shift", program.Panel());
+         CHECK_FALSE(Contains(program.Saved(), "editgroup"));
+         CHECK(program.Item(CMD_UNDO).text == "&Undo Ungroup\tCtrl+Z");
+         CHECK(program.UndoAll() == 2);
          program.Command(CMD_EDIT_MODE);
      }},
     {CMD_VIEW_LAYERS,
