@@ -17,6 +17,7 @@
 #include <commctrl.h>
 #include <cstring>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -102,6 +103,7 @@ private:
     std::string current_; // folded
     std::vector<std::string> files_;
     std::size_t loaded_ = 0;
+    bool isToBeSeen_ = false; // what has been selected
     HWND list_ = nullptr;
     ImageList thumbnails_;
     std::vector<Picture> pictures_; // in the order of the list
@@ -135,6 +137,9 @@ void PicturePicker::LoadSome() {
     }
     SendMessageA(list_, WM_SETREDRAW, TRUE, 0);
     InvalidateRect(list_, nullptr, TRUE);
+    if (std::exchange(isToBeSeen_, false)) { // while it does not draw, the list does not scroll right
+        SelectRow(list_, SelectedRow(list_));
+    }
     if (loaded_ < files_.size()) {
         SetTimer(Handle(), LOAD_TIMER, LOAD_PAUSE, nullptr);
         return;
@@ -156,6 +161,7 @@ void PicturePicker::AddPicture(const std::string& name) {
     const bool isUntouched = SelectedRow(list_) <= 0; // nobody has gone on meanwhile
     if (row == 0 || (isUntouched && logic::FoldName(PropertyFileName(path)) == current_)) {
         SelectRow(list_, row);
+        isToBeSeen_ = true;
     }
 }
 
