@@ -22,7 +22,6 @@ constexpr ULONGLONG REFRESH_AFTER = 200; // milliseconds
 constexpr ULONGLONG CHECK_PATIENCE = 5000;
 constexpr POINT SCREENSHOT_PLACE{40, 40};
 constexpr DWORD STYLE = WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN;
-constexpr UINT SHOW_WARNINGS = WM_APP; // posted to itself
 
 StatusBar::Devices DevicesOf(const PanelWindow& panel) {
     StatusBar::Devices devices;
@@ -365,43 +364,6 @@ void FrameWindow::OnEditCommand(int command) {
     properties_.Update();
 }
 
-void FrameWindow::ShowProperties(bool shown) {
-    const int before = SidesWidth();
-    const bool hadFocus = properties_.HasFocus();
-    properties_.Show(shown);
-    if (hadFocus && !shown) {
-        panel_->RestoreFocus();
-    }
-    WidenFrame(Handle(), SidesWidth() - before);
-    OnSize();
-}
-
-// Of which they are while nothing is selected.
-void FrameWindow::GoToPanelProperties() {
-    if (!editing_) {
-        return;
-    }
-    panel_->Edit().Select({});
-    properties_.Update();
-    if (!properties_.HasFocus()) {
-        GoToProperties();
-    }
-}
-
-// And back to the panel from there.
-void FrameWindow::GoToProperties() {
-    if (!editing_) {
-        return;
-    }
-    if (properties_.HasFocus()) {
-        return panel_->RestoreFocus();
-    }
-    if (!properties_.IsShown()) {
-        ShowProperties(true);
-    }
-    properties_.TakeFocus();
-}
-
 void FrameWindow::AttachEditor(bool editing) {
     Editor* editor = editing ? &panel_->Edit() : nullptr;
     palette_.SetEditor(editor);
@@ -469,94 +431,6 @@ void FrameWindow::OnTick() {
     }
 }
 
-void FrameWindow::OnSize() {
-    status_.Resize();
-    toolbar_.Resize();
-    RECT client;
-    GetClientRect(Handle(), &client);
-    notice_.Place(toolbar_.Height(), client.right);
-    const int top = toolbar_.Height() + notice_.Height();
-    const int height = std::max(0L, client.bottom - status_.Height() - top);
-    const int left = LeftWidth();
-    const int right = std::max<int>(left, client.right - RightWidth());
-    if (editing_) {
-        ArrangeLeft({0, top, left, top + height});
-        SetWindowPos(properties_.Handle(), nullptr, right, top, RightWidth(), height,
-                     SWP_NOZORDER | SWP_NOACTIVATE);
-    }
-    view_.MoveTo({left, top, right, top + height});
-    start_.MoveTo({0, top, client.right, top + height});
-}
-
-void FrameWindow::ResizeObjects(int by) {
-    RECT place;
-    GetClientRect(objects_.Handle(), &place);
-    objectsHeight_ = std::max(ObjectPane::LEAST_HEIGHT, static_cast<int>(place.bottom) + by);
-    OnSize();
-}
-
-// The palette, and the objects below it.
-void FrameWindow::ArrangeLeft(const RECT& column) {
-    const int height = column.bottom - column.top;
-    const int wanted = objectsHeight_ == 0 ? height / 2 : objectsHeight_;
-    const int objects = std::min(height, std::max(ObjectPane::LEAST_HEIGHT, wanted));
-    SetWindowPos(palette_.Handle(), nullptr, column.left, column.top, column.right - column.left,
-                 height - objects, SWP_NOZORDER | SWP_NOACTIVATE);
-    SetWindowPos(objects_.Handle(), nullptr, column.left, column.bottom - objects, column.right - column.left,
-                 objects, SWP_NOZORDER | SWP_NOACTIVATE);
-}
-
-// While an edit is under way its dialog may not go, as it could while a message is shown.
-void FrameWindow::WarnLater(const std::string& text) {
-    warnings_.push_back(text);
-    PostMessageA(Handle(), SHOW_WARNINGS, 0, 0);
-}
-
-void FrameWindow::ShowWarnings() {
-    for (const std::string& text : std::exchange(warnings_, {})) {
-        reporter_.Warn(Handle(), text);
-    }
-}
-
-void FrameWindow::ShowNotice() {
-    std::vector<UnreadLine> lines = panel_->Unread();
-    oldFile_.SetFile(lines.empty() ? "" : file_);
-    const std::string& fault = panel_->DeviceFault();
-    const std::string unread = UnreadSummary(lines);
-    notice_.SetText(fault + (fault.empty() || unread.empty() ? "" : " ") + unread,
-                    lines.empty() ? CMD_VIEW_TRACE : CMD_VIEW_UNREAD);
-    if (lines.empty() && unread_.IsShown()) {
-        unread_.Show(false);
-    }
-    unread_.SetLines(std::move(lines));
-    OnSize();
-}
-
-std::string FrameWindow::GoTo(HOSTINFO* control) {
-    if (ticking_ || !panel_) {
-        return "The panel is busy";
-    }
-    view_.MakeVisible(control->window);
-    panel_->Edit().PointAt(control);
-    SetActiveWindow(Handle());
-    return IsWindowVisible(control->window) ? ""
-                                            : control->name + " cannot be seen now: it is on another layer, "
-                                                              "or shown in the edit mode alone";
-}
-
-void FrameWindow::GoToFinding(const std::string& object) {
-    HOSTINFO* found = object.empty() || !panel_ ? nullptr : a_FindHostinfo(panel_->Root(), object.c_str());
-    if (!found) {
-        return;
-    }
-    if (found->kind == KIND_DEVICE) {
-        return bindings_.Open(true);
-    }
-    if (const std::string why = GoTo(found); !why.empty()) {
-        reporter_.Warn(Handle(), why);
-    }
-}
-
 // What is shown.
 
 void FrameWindow::Refresh() {
@@ -585,11 +459,6 @@ void FrameWindow::Refresh() {
     trace_.Update();
     snapshots_.Tick();
     layers_.Update();
-}
-
-void FrameWindow::FitToPanel() {
-    FitFrame(Handle(), start_.IsShown() ? StartScreen::BEST_SIZE : view_.PanelSize(),
-             {SidesWidth(), status_.Height() + toolbar_.Height() + notice_.Height()});
 }
 
 // Ends an unattended run.

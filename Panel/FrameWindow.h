@@ -59,11 +59,12 @@ public:
     bool TranslateKey(MSG& message);
 
 private:
+    static constexpr UINT SHOW_WARNINGS = WM_APP; // posted to itself
+
     LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
     void OnCommand(int command);
     void OnEditCommand(int command);
     void OnTick();
-    void OnSize();
     void UpdateMenu() const;
 
     // What there is while the panel is operated (FrameOperating.cpp).
@@ -75,11 +76,14 @@ private:
     void CloseWindowsBeside() const;
     void ShowParts();
 
+    // FrameLayout.cpp.
+    void OnSize();
     void ArrangeLeft(const RECT& column);
     void ResizeObjects(int by);
     void ShowProperties(bool shown);
     void GoToProperties();
     void GoToPanelProperties();
+    void FitToPanel();
     // What is docked at the sides of the view.
     int LeftWidth() const { return editing_ ? Palette::WIDTH : 0; }
     int RightWidth() const { return editing_ && properties_.IsShown() ? properties_.Width() : 0; }
@@ -111,7 +115,6 @@ private:
     bool RestorePlace();
     void RestoreSize();
     void KeepPlace();
-    void ShowNotice();
     // Whether the panel has changes to be saved. What is only operated is not to be changed in its file.
     bool IsUnsaved() const { return commandLine_.operate ? panel_->IsEdited() : panel_->IsChanged(); }
     bool MayDiscard();
@@ -120,6 +123,10 @@ private:
     void ShowHelp(HWND window);
     void OpenHelp(const std::string& page);
     void About();
+    // FrameNotices.cpp.
+    void WarnLater(const std::string& text);
+    void ShowWarnings();
+    void ShowNotice();
     // Shows the user a control; what stands in the way, in words.
     std::string GoTo(HOSTINFO* control);
     // The same of what the check found, by its full name; of a device what of it is bound and not live.
@@ -127,10 +134,7 @@ private:
 
     // Title, status and panel size follow what changed.
     void Refresh();
-    void FitToPanel();
     std::string DocumentName() const;
-    void WarnLater(const std::string& text);
-    void ShowWarnings();
     std::string DeviceFileFor(const std::string& file) const;
     void Finish();
 

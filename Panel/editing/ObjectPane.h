@@ -34,14 +34,13 @@ public:
     bool TranslateKey(const MSG& message);
 
 private:
+    enum Column { NAME, SEEN, LOCK };
+
     LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
     LRESULT OnNotify(NMHDR& header);
     LRESULT OnCustomDraw(const NMLVCUSTOMDRAW& draw) const;
-    void DrawGroups(HDC dc) const;
-    void FillItem(LVITEMA& item) const;
     void FollowTheme();
     void Arrange() const;
-    void ShowRows();
     void ShowSelection();
     void TakeSelection();
     void ToggleOpen(int row);
@@ -51,6 +50,10 @@ private:
     void Rename();
     void Drag(POINT screen);
     void EndDrag(bool drop);
+    // Rows (ObjectPaneRows.cpp).
+    void ShowRows();
+    void FillItem(LVITEMA& item) const;
+    void DrawGroups(HDC dc) const;
     HOSTINFO* ObjectOf(int row) const; // a control that is there, or null
     int RowOf(const HOSTINFO* object) const;
 
