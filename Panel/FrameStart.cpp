@@ -2,7 +2,7 @@
 #include "Panel/FrameWindow.h"
 #include "Panel/export/PanelPicture.h"
 #include "Panel/start/NewPanelDialog.h"
-#include "Panel/start/Settings.h"
+#include "Panel/common/Settings.h"
 
 namespace {
 

@@ -7,12 +7,9 @@
 #include "Panel/help/HelpPages.h"
 #include "Panel/operating/PinDialogs.h"
 #include "Panel/resource.h"
-#include "Panel/start/Settings.h"
+#include "Panel/common/Settings.h"
 #include "Panel/theme/Theme.h"
 #include "Panelhost/Hostinfo.h"
-
-#include <algorithm>
-#include <utility>
 
 namespace {
 
@@ -78,6 +75,7 @@ FrameWindow::~FrameWindow() {
 }
 
 bool FrameWindow::Create(std::string& error) {
+    RestoreTheme(commandLine_);
     const HINSTANCE instance = GetModuleHandleA(nullptr);
     const bool placed = !commandLine_.screenshotFile.empty();
     const RECT place{placed ? SCREENSHOT_PLACE.x : CW_USEDEFAULT, placed ? SCREENSHOT_PLACE.y : CW_USEDEFAULT,

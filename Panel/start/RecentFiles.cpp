@@ -1,6 +1,6 @@
 #include "Panel/start/RecentFiles.h"
 
-#include "Panel/start/Settings.h"
+#include "Panel/common/Settings.h"
 #include "base/FileSearch.h"
 
 #include <windows.h>
@@ -71,7 +71,7 @@ void RecentFiles::Write(const std::vector<std::string>& files) const {
         text += file + "\r\n";
         pictures.push_back(PictureOf(file));
     }
-    if (folder_.empty() || !WriteSettings(folder_, LIST, text)) {
+    if (!WriteSettings(folder_, LIST, text)) {
         return;
     }
     for (FileSearch found(folder_ + "\\Recent_*.png"); found.HasFile(); found.Next()) {

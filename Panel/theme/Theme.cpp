@@ -1,5 +1,6 @@
 #include "Panel/theme/Theme.h"
 
+#include "Panel/common/CommandLine.h"
 #include "Panel/common/Settings.h"
 #include "Panel/theme/ThemedControls.h"
 #include "base/Handles.h"
@@ -10,8 +11,12 @@
 
 namespace {
 
-constexpr const char* SETTING = "Theme";
+constexpr const char* SETTING = "Theme.txt";
 constexpr const char* WORDS[] = {"system", "light", "dark"}; // by ThemeChoice
+
+// Where earlier versions kept it.
+constexpr const char* OLD_KEY = "Software\\OSMIR\\Panel";
+constexpr const char* OLD_VALUE = "Theme";
 
 constexpr ThemeColours DARK{
     .ground = RGB(32, 36, 43),
@@ -83,8 +88,38 @@ struct Theme {
 };
 
 Theme& Now() {
-    static Theme theme(ChoiceOf(ReadSetting(SETTING)).value_or(ThemeChoice::System));
+    static Theme theme(ThemeChoice::System);
     return theme;
+}
+
+// Where the choice is kept; empty for this run alone.
+std::string& Keeper() {
+    static std::string folder;
+    return folder;
+}
+
+bool Keep(ThemeChoice choice) {
+    return WriteSettings(Keeper(), SETTING, std::string(WORDS[static_cast<int>(choice)]) + "\r\n");
+}
+
+std::optional<ThemeChoice> KeptIn(const std::string& folder) {
+    const std::string text = ReadSettings(folder, SETTING);
+    return ChoiceOf(text.substr(0, text.find_first_of("\r\n")));
+}
+
+// Moves it to where it is kept now.
+std::optional<ThemeChoice> TakeOld() {
+    char word[16] = "";
+    DWORD size = sizeof word;
+    if (RegGetValueA(HKEY_CURRENT_USER, OLD_KEY, OLD_VALUE, RRF_RT_REG_SZ, nullptr, word, &size) !=
+        ERROR_SUCCESS) {
+        return std::nullopt;
+    }
+    const auto choice = ChoiceOf(word);
+    if (choice && Keep(*choice)) {
+        RegDeleteKeyValueA(HKEY_CURRENT_USER, OLD_KEY, OLD_VALUE);
+    }
+    return choice;
 }
 
 BOOL CALLBACK ApplyToOwn(HWND window, LPARAM) noexcept {
@@ -130,8 +165,17 @@ ThemeChoice ChosenTheme() {
 }
 
 void ChooseTheme(ThemeChoice choice) {
-    WriteSetting(SETTING, WORDS[static_cast<int>(choice)]);
+    Keep(choice);
     Change(choice);
+}
+
+void RestoreTheme(const CommandLine& commandLine) {
+    Keeper() = SettingsFolder(commandLine);
+    auto choice = KeptIn(SettingsSource(commandLine));
+    if (!choice && commandLine.settingsFolder.empty()) {
+        choice = TakeOld();
+    }
+    Change(choice.value_or(ThemeChoice::System));
 }
 
 void OverrideTheme(const std::string& word) {

@@ -4,6 +4,8 @@
 
 #include <string>
 
+struct CommandLine;
+
 // The light and the dark look of the program's own windows: frame, panes, lists. Panels, and dialogs of the
 // libraries, have colours of their own.
 
@@ -32,8 +34,10 @@ enum class ThemeChoice { System, Light, Dark };
 const ThemeColours& Colours();
 bool IsDarkTheme();
 
-// Kept from one run to the next; System at first.
+// System until it is restored or chosen.
 ThemeChoice ChosenTheme();
+// Reads the choice of earlier runs from the settings of that command line, and keeps later ones there.
+void RestoreTheme(const CommandLine& commandLine);
 // Takes effect at once, and is kept.
 void ChooseTheme(ThemeChoice choice);
 // For this run alone, instead of what was kept: "system", "light" or "dark"; any other text changes nothing.

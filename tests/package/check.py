@@ -142,6 +142,10 @@ def check_one_user(prefix, setups, scratch):
     expect(changed.read_bytes().endswith(b"; changed\r\n"), "a demo panel that the user had changed was replaced")
     expect(not (folder / "Levels.panel").exists(), "a file that the new version has no more is still there")
 
+    kept = prefix.user / "AppData" / "Local" / "OSMIR" / "Panel"
+    kept.mkdir(parents=True, exist_ok=True)
+    for name in ("Recent.txt", "Window.txt", "Theme.txt"):
+        (kept / name).write_text("kept\n")
     expect_equal(wine(folder / "uninstall.exe", "/S"), 0, "uninstalling")
     own = [folder.name, f"{folder.name}/Mixer.panel", f"{folder.name}/Own.panel", f"{folder.name}/Temp",
            f"{folder.name}/Temp/wave.wav", "My Show", "My Show/東京.devices", "My Show/東京.panel"]

@@ -201,7 +201,7 @@ void CheckTheme(PanelHere& program, int command, const char* word, bool isDark) 
         CHECK(program.Item(other).checked == (other == command));
     }
     CHECK(IsDarkTheme() == isDark);
-    CHECK(ReadSetting("Theme") == word);
+    CHECK(ReadSettings(program.Settings(), "Theme.txt") == word + std::string("\r\n"));
 }
 
 // Those of the frame and its other windows, in this order.

@@ -1,11 +1,14 @@
 // The light and the dark theme of the program, and its pictures.
 
+#include "Panel/common/CommandLine.h"
+#include "Panel/common/Settings.h"
 #include "Panel/theme/Theme.h"
 #include "base/Gdi.h"
 #include "tests/windows/PanelProgram.h"
 #include "tests/windows/Resources.h"
 
 #include <cmath>
+#include <string>
 
 TEST_SUITE_BEGIN("PanelTheme");
 
@@ -130,6 +133,44 @@ TEST_CASE("no window of the program stays pale in the dark theme, and nothing is
     CHECK(TreeView_GetBkColor(tree) == Colours().field);
     OverrideTheme("system");
     CHECK(TreeView_GetBkColor(tree) == before);
+}
+
+TEST_CASE("the theme is kept with the other settings; that of earlier versions is taken over once") {
+    constexpr const char* KEY = "Software\\OSMIR\\Panel";
+    const auto setOld = [](const std::string& word) {
+        RegSetKeyValueA(HKEY_CURRENT_USER, KEY, "Theme", REG_SZ, word.c_str(),
+                        static_cast<DWORD>(word.size() + 1));
+    };
+    const TestFolder folder;
+    CommandLine named;
+    named.settingsFolder = folder.Path("settings");
+    CommandLine unattended;
+    unattended.unattended = true;
+    const CommandLine usual;
+    const std::string file = SettingsFolder(usual) + "\\Theme.txt";
+    DeleteFileA(file.c_str());
+
+    setOld("dark");
+    const auto choiceOf = [](const CommandLine& commandLine) {
+        RestoreTheme(commandLine);
+        return ChosenTheme();
+    };
+    CHECK(choiceOf(named) == ThemeChoice::System);
+    CHECK(choiceOf(unattended) == ThemeChoice::Dark);
+    CHECK(GetFileAttributesA(file.c_str()) == INVALID_FILE_ATTRIBUTES);
+    CHECK(choiceOf(usual) == ThemeChoice::Dark);
+    CHECK(RegGetValueA(HKEY_CURRENT_USER, KEY, "Theme", RRF_RT_ANY, nullptr, nullptr, nullptr) ==
+          ERROR_FILE_NOT_FOUND);
+    setOld("light");
+    CHECK(choiceOf(usual) == ThemeChoice::Dark);
+    CHECK(choiceOf(unattended) == ThemeChoice::Dark);
+    choiceOf(named);
+    ChooseTheme(ThemeChoice::Light);
+    CHECK(choiceOf(usual) == ThemeChoice::Dark);
+    CHECK(choiceOf(named) == ThemeChoice::Light);
+    ChooseTheme(ThemeChoice::System);
+    RegDeleteKeyValueA(HKEY_CURRENT_USER, KEY, "Theme");
+    DeleteFileA(file.c_str());
 }
 
 TEST_SUITE_END();

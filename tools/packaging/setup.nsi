@@ -243,9 +243,10 @@ Section Uninstall
     SetShellVarContext current
     Delete "$LOCALAPPDATA\OSMIR\Panel\Recent*"
     Delete "$LOCALAPPDATA\OSMIR\Panel\Window*"
+    Delete "$LOCALAPPDATA\OSMIR\Panel\Theme*"
     RMDir "$LOCALAPPDATA\OSMIR\Panel\Recovery"
     RMDir "$LOCALAPPDATA\OSMIR\Panel"
     RMDir "$LOCALAPPDATA\OSMIR"
-    DeleteRegKey HKCU "Software\OSMIR\Panel"
+    DeleteRegKey HKCU "Software\OSMIR\Panel" ; of earlier versions
     DeleteRegKey /ifnosubkeys /ifnovalues HKCU "Software\OSMIR"
 SectionEnd
