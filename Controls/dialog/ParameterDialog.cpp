@@ -34,6 +34,13 @@ bool HasDialog(HOSTINFO* object) {
     return control != nullptr && control->controlClass->implementation->dialog != NO_DIALOG;
 }
 
+// The one that is called exactly so: "m" is not "ms".
+void SelectEntry(HWND list, const std::string& text) {
+    const LRESULT entry = SendMessageA(list, CB_FINDSTRINGEXACT, static_cast<WPARAM>(-1),
+                                       reinterpret_cast<LPARAM>(text.c_str()));
+    SendMessageA(list, CB_SETCURSEL, static_cast<WPARAM>(entry), 0);
+}
+
 void FillSelector(ControlDialog& dialog) {
     const HWND selector = dialog.Item(IDC_OBJECT_SELECTOR);
     SendMessageA(selector, CB_RESETCONTENT, 0, 0);
@@ -53,10 +60,7 @@ void FillSelector(ControlDialog& dialog) {
     if (!listed) { // a control without a panel
         add(dialog.object);
     }
-    SendMessageA(selector, CB_SETCURSEL,
-                 static_cast<WPARAM>(SendMessageA(selector, CB_FINDSTRINGEXACT, static_cast<WPARAM>(-1),
-                                                  reinterpret_cast<LPARAM>(dialog.object->name.c_str()))),
-                 0);
+    SelectEntry(selector, dialog.object->name);
 }
 
 void TellRoot(const CONTROLPROPERTIES& object, const std::string& name) {
@@ -103,8 +107,7 @@ void RefillField(const ControlDialog& dialog, const DialogField& field) {
                        &field == ChosenOption(dialog, field.keyword) ? BST_CHECKED : BST_UNCHECKED);
         break;
     case Input::List:
-        SendMessageA(item, CB_SELECTSTRING, static_cast<WPARAM>(-1),
-                     reinterpret_cast<LPARAM>(dialog.KeywordText(field.keyword).c_str()));
+        SelectEntry(item, dialog.KeywordText(field.keyword));
         break;
     case Input::Picture: {
         const std::string name = dialog.KeywordText(field.keyword);
@@ -223,7 +226,10 @@ void HandleFieldCommand(ControlDialog& dialog, const DialogField& field, int id,
             char text[64] = "";
             SendDlgItemMessageA(dialog.Handle(), id, CB_GETLBTEXT, static_cast<WPARAM>(number),
                                 reinterpret_cast<LPARAM>(text));
-            dialog.SendLine(LineOf(field, text));
+            if (!dialog.SendLine(LineOf(field, text)) && dialog.Handle() != nullptr) {
+                RefillField(dialog, field); // it keeps what it has
+                dialog.ShowStatus(std::string(field.label) + ": \"" + text + "\" is not possible here");
+            }
         }
         break;
     case Input::Picture:
