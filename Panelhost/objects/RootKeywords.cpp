@@ -6,6 +6,7 @@
 #include "Panelhost/Root.h"
 #include "Panelhost/Snapshots.h"
 #include "Panelhost/Trace.h"
+#include "Panelhost/files/LineFile.h"
 #include "Panelhost/objects/PanelRoot.h"
 #include "Panelhost/SecretKeywords.h"
 #include "base/Guard.h"
@@ -259,6 +260,13 @@ constexpr RootKeyword ROOT_KEYWORDS[] = {
            "`bw`: equaliser bands made from now on show bandwidth in place of Q; anything else, kept as "
            "empty: Q.",
            "bw")},
+    {{"devices", Handle<MemberText<&PanelRoot::deviceFile>, SetMember<&PanelRoot::deviceFile>>,
+      KEYWORD_SAVED | KEYWORD_CLOSED},
+     About(
+         KeywordKind::Text,
+         "The [device file](device-files.md#which-file), for the host to follow: beside the panel unless the "
+         "name has a folder; empty for the one that has the name of the panel. Not to be set by a "
+         "terminal.")},
     {{"ground", Handle<MemberText<&PanelRoot::groundName>, SetGround>, KEYWORD_SAVED},
      About(KeywordKind::Words,
            "`graphite`, `brushed` or `night`: the drawn ground of the panel while `background` is empty; "
@@ -361,6 +369,33 @@ LRESULT PanelRoot::OnLoad(WPARAM loadMode, LPARAM lParam) {
         flags |= FLAG_CHANGED;
     }
     return 1;
+}
+
+static std::string RootValueIn(LineSource& source, const char* keyword) {
+    std::string value;
+    std::string line;
+    bool usable = false;
+    while (source.Next(line, usable)) {
+        const logic::PropertyLine parts = logic::SplitPropertyLine(line);
+        if (usable && parts.hasEquals && parts.object.empty() && parts.keyword == keyword) {
+            value = parts.value;
+        }
+    }
+    return value;
+}
+
+std::string a_RootValueOf(const char* panelFile, const char* keyword) {
+    return Guarded(std::string(), [&] {
+        LineFile file(panelFile);
+        return file.IsOpen() ? RootValueIn(file, keyword) : std::string();
+    });
+}
+
+std::string a_RootValueIn(std::string_view text, const char* keyword) {
+    return Guarded(std::string(), [&] {
+        LineText source(text, "");
+        return RootValueIn(source, keyword);
+    });
 }
 
 std::vector<std::string> PanelRoot::SavedValues() {
