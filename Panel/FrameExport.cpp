@@ -1,5 +1,5 @@
 // What the frame writes about its panel beside the panel file: pictures and lists.
-#include "Panel/FileDialogs.h"
+#include "Panel/common/FileDialogs.h"
 #include "Panel/FrameWindow.h"
 #include "Panel/Screenshot.h"
 #include "Panel/common/Paths.h"

@@ -1,8 +1,9 @@
 // The panel in the frame and its file: opened, recovered and saved.
-#include "Panel/FileDialogs.h"
+#include "Panel/common/FileDialogs.h"
 #include "Panel/FrameWindow.h"
 #include "Panel/LoadProgress.h"
 #include "Panel/common/Paths.h"
+#include "Panelhost/Root.h"
 
 #include <utility>
 
@@ -21,7 +22,8 @@ std::string FrameWindow::DocumentName() const {
 
 bool FrameWindow::OpenPanel(const std::string& file, std::string& error) {
     const bool follows = commandLine_.follow && !panel_;
-    return OpenSource({file, DeviceFileFor(file), nullptr, "", follows}, error) ||
+    const std::string devices = DeviceFileFor(file, a_RootValueOf(file.c_str(), "devices"));
+    return OpenSource({file, devices, nullptr, "", follows}, error) ||
            (error.empty() && !panel_ && OpenSource({}, error));
 }
 
@@ -66,7 +68,7 @@ bool FrameWindow::Recover() {
         return false;
     }
     const logic::RecoveryCopy& copy = found->copy;
-    PanelSource source{copy.file, DeviceFileFor(copy.file), &copy};
+    PanelSource source{copy.file, DeviceFileFor(copy.file, a_RootValueIn(copy.panel, "devices")), &copy};
     if (commandLine_.deviceFile.empty() && FileExists(copy.devices)) {
         source.deviceFile = copy.devices;
     }
@@ -107,20 +109,13 @@ void FrameWindow::Replace(std::unique_ptr<PanelWindow> panel, const std::string&
     }
     bindings_.SetRoot(panel_->Edit().Edits().Root());
     statedSize_ = panel_->StatedSize();
+    devices_.Follow(true);
     ShowNotice();
     FitToPanel();
     Refresh();
     if (GetActiveWindow() == Handle()) {
         panel_->RestoreFocus();
     }
-}
-
-std::string FrameWindow::DeviceFileFor(const std::string& file) const {
-    if (!commandLine_.deviceFile.empty()) {
-        return commandLine_.deviceFile; // the devices stay the same whichever panel is opened
-    }
-    const std::string beside = file.empty() ? "" : WithExtension(file, ".devices");
-    return FileExists(beside) ? beside : "";
 }
 
 void FrameWindow::Open() {
@@ -145,7 +140,7 @@ bool FrameWindow::SaveAs() {
 
 bool FrameWindow::SaveTo(const std::string& file) {
     std::string error;
-    if (!oldFile_.Keep(file, error) || !panel_->Save(file, error)) {
+    if (!oldFile_.Keep(file, error) || !panel_->Save(file, DeviceNameFor(file), error)) {
         oldFile_.TakeBack();
         reporter_.Warn(Handle(), error);
         return false;
@@ -161,6 +156,9 @@ bool FrameWindow::SaveTo(const std::string& file) {
 
 bool FrameWindow::MayDiscard() {
     properties_.Finish();
+    if (!devices_.MayDiscard()) {
+        return false;
+    }
     if (!panel_ || !IsUnsaved()) {
         return true;
     }

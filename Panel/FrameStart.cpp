@@ -68,7 +68,7 @@ void FrameWindow::New() {
     if (!lines || !panel_) {
         return;
     }
-    PanelSource source{"", DeviceFileFor("")};
+    PanelSource source{"", DeviceFileFor("", "")};
     source.text = *lines;
     std::string error;
     if (!OpenSource(source, error)) {

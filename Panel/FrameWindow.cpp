@@ -1,7 +1,7 @@
 #include "Panel/FrameWindow.h"
 
 #include "Panel/ControlLibrary.h"
-#include "Panel/FileDialogs.h"
+#include "Panel/common/FileDialogs.h"
 #include "Panel/common/CommandText.h"
 #include "Panel/common/Paths.h"
 #include "Panel/help/HelpPages.h"
@@ -61,6 +61,7 @@ FrameWindow::FrameWindow(const CommandLine& commandLine, const Reporter& reporte
            .askFile = [this](HWND owner) { return AskFileToExport(owner, WithExtension(file_, ".txt")); },
            .warn = [this](const std::string& text) { reporter_.Warn(Handle(), text); }}),
       check_([this](const std::string& object) { GoToFinding(object); }),
+      devices_(reporter, DevicesActions()),
       settings_(SettingsFolder(commandLine)),
       recent_(settings_) {}
 
@@ -89,7 +90,7 @@ bool FrameWindow::Create(std::string& error) {
         notice_.Create(Handle(), font_.get()) && unread_.Create(Handle(), font_.get()) &&
         snapshots_.Create(Handle(), font_.get()) && bindings_.Create(Handle(), font_.get()) &&
         replace_.Create(Handle(), font_.get()) && check_.Create(Handle(), font_.get()) &&
-        layers_.Create(Handle(), font_.get()) &&
+        layers_.Create(Handle(), font_.get()) && devices_.Create(Handle(), font_.get()) &&
         start_.Create(Handle(), font_.get(), recent_, StartActions())) {
         keys_ = LoadAcceleratorsA(instance, MAKEINTRESOURCEA(IDA_FRAME));
         editKeys_ = LoadAcceleratorsA(instance, MAKEINTRESOURCEA(IDA_EDIT));
@@ -144,7 +145,7 @@ bool FrameWindow::TranslateKey(MSG& message) {
     }
     if (trace_.TranslateKey(message) || unread_.TranslateKey(message) || snapshots_.TranslateKey(message) ||
         bindings_.TranslateKey(message) || replace_.TranslateKey(message) || check_.TranslateKey(message) ||
-        layers_.TranslateKey(message)) {
+        layers_.TranslateKey(message) || devices_.TranslateKey(message)) {
         return true;
     }
     if (message.hwnd != Handle() && !IsChild(Handle(), message.hwnd)) {
@@ -304,6 +305,8 @@ void FrameWindow::OnCommand(int command) {
             Refresh();
         }
         return;
+    case CMD_DEVICES:
+        return MayUseDevices() ? devices_.Open() : void();
     case CMD_SNAPSHOTS:
         return snapshots_.ShowNow();
     case CMD_CHECK:
@@ -387,6 +390,7 @@ void FrameWindow::UpdateMenu() const {
     if (!panel_) {
         return;
     }
+    EnableMenuItem(menu, CMD_DEVICES, MayUseDevices() ? MF_ENABLED : MF_GRAYED);
     EnableMenuItem(menu, CMD_PIN, editing_ ? MF_ENABLED : MF_GRAYED);
     EnableMenuItem(menu, CMD_VIEW_UNREAD, panel_->Unread().empty() ? MF_GRAYED : MF_ENABLED);
     const Editor& editor = panel_->Edit();
@@ -432,6 +436,7 @@ void FrameWindow::OnTick() {
 // What is shown.
 
 void FrameWindow::Refresh() {
+    FollowDevices();
     const std::string panelTitle = panel_->Title();
     const std::string title = start_.IsShown() ? "Panel"
                                                : (panelTitle.empty() ? DocumentName() : panelTitle) +
@@ -457,6 +462,7 @@ void FrameWindow::Refresh() {
     trace_.Update();
     snapshots_.Tick();
     layers_.Update();
+    devices_.FollowStates();
 }
 
 // Ends an unattended run.

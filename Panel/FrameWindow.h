@@ -11,6 +11,7 @@
 #include "Panel/common/CommandLine.h"
 #include "Panel/common/Report.h"
 #include "Panel/common/Window.h"
+#include "Panel/devices/DevicesWindow.h"
 #include "Panel/editing/ObjectPane.h"
 #include "Panel/editing/Palette.h"
 #include "Panel/editing/Toolbar.h"
@@ -135,7 +136,14 @@ private:
     // Title, status and panel size follow what changed.
     void Refresh();
     std::string DocumentName() const;
-    std::string DeviceFileFor(const std::string& file) const;
+    // FrameDevices.cpp. The file with the devices of a panel file that names it like that; empty for none.
+    std::string DeviceFileFor(const std::string& file, const std::string& name) const;
+    std::string DeviceNameFor(const std::string& file) const;
+    bool MayUseDevices() const;
+    DevicesWindow::Actions DevicesActions();
+    bool UseDevices(const std::string& name, const std::string& file);
+    void LoadDevices(const std::string& file);
+    void FollowDevices();
     void Finish();
 
     const CommandLine& commandLine_;
@@ -166,6 +174,7 @@ private:
     ReplaceWindow replace_;
     CheckWindow check_;
     LayersWindow layers_;
+    DevicesWindow devices_;
     const std::string settings_; // folder; empty for none
     RecentFiles recent_;
     StartScreen start_;

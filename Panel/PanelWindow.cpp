@@ -72,7 +72,9 @@ bool PanelWindow::Load(const PanelSource& source, LoadProgress& progress, const 
     if (source.follows) {
         a_SetNeverSendsOnOpen(root_);
     }
-    LoadDevices(source.deviceFile);
+    panelFile_ = source.panelFile;
+    const int devices = source.deviceFile.empty() ? 0 : ph_LoadDevices(root_, source.deviceFile.c_str());
+    NoteDevices(devices, source.deviceFile);
     editor_ = std::make_unique<Editor>(Handle(), root_, warn);
     ph_SetLoadProgress(root_, LoadProgress::Tell, &progress);
     const bool isLoaded = LoadControls(source, error);
@@ -81,19 +83,24 @@ bool PanelWindow::Load(const PanelSource& source, LoadProgress& progress, const 
         error.clear();
         return false;
     }
-    if (source.deviceFile.empty() && HasFunctions()) {
-        deviceFault_ = "There is no device file " + FileName(WithExtension(source.panelFile, ".devices")) +
-                       " beside the panel.";
+    namedDevices_ = NamedDevices();
+    if (source.deviceFile.empty()) {
+        NoteDevices(0, "");
     }
     return isLoaded;
 }
 
 // A panel without its devices is shown nevertheless, and says what is missing.
-void PanelWindow::LoadDevices(const std::string& file) {
+void PanelWindow::NoteDevices(int created, const std::string& file) {
+    deviceFile_ = file;
+    deviceFault_.clear();
     if (file.empty()) {
+        if (HasFunctions()) {
+            deviceFault_ = "There is no device file " + FileName(WithExtension(panelFile_, ".devices")) +
+                           " beside the panel.";
+        }
         return;
     }
-    const int created = ph_LoadDevices(root_, file.c_str());
     const std::string unusable = LoadFailure(created, root_, file, "device");
     for (const std::string& fault : a_DeviceFaults(root_)) {
         if (created >= 0) { // else the system's reason says more
@@ -103,6 +110,11 @@ void PanelWindow::LoadDevices(const std::string& file) {
     if (deviceFault_.empty() && !unusable.empty()) {
         deviceFault_ = unusable + ".";
     }
+}
+
+void PanelWindow::ReloadDevices(const std::string& file) {
+    namedDevices_ = NamedDevices();
+    NoteDevices(ph_ReloadDevices(root_, file.c_str()), file);
 }
 
 bool PanelWindow::HasFunctions() const {
@@ -136,13 +148,24 @@ PanelWindow::~PanelWindow() {
     ph_DestroyRoot(root_);
 }
 
-bool PanelWindow::Save(const std::string& file, std::string& error) {
+bool PanelWindow::Save(const std::string& file, const std::string& namedDevices, std::string& error) {
+    const std::string before = NamedDevices();
+    const auto name = [this](const std::string& devices) {
+        if (devices != NamedDevices()) {
+            const std::string line = "devices=" + devices;
+            SendMessageA(Handle(), CWM_LOAD, LOAD_FROM_FILE, reinterpret_cast<LPARAM>(line.c_str()));
+            namedDevices_ = NamedDevices();
+        }
+    };
+    name(namedDevices);
     SetLastError(ERROR_SUCCESS);
     if (ph_SavePanel(root_, file.c_str()) != 0) {
+        panelFile_ = file;
         editor_->Edits().MarkSaved();
         return true;
     }
     const DWORD code = GetLastError();
+    name(before);
     error = "cannot save " + file + ": " + (code != ERROR_SUCCESS ? ErrorText(code) : "it cannot be written");
     return false;
 }

@@ -38,8 +38,18 @@ public:
     std::vector<UnreadLine> Unread() const { return UnreadLines(root_); }
     // Devices that are missing because of their file or its profiles, in words; empty for none.
     const std::string& DeviceFault() const { return deviceFault_; }
+    // Its devices are those of that file from now on, as far as it can be read: DeviceFault says otherwise.
+    void ReloadDevices(const std::string& file);
+    // That its devices are from; empty for none.
+    const std::string& DeviceFile() const { return deviceFile_; }
+    bool HasDeviceFile() const { return !deviceFile_.empty(); }
+    // The device file that the panel itself names; empty when it does not.
+    std::string NamedDevices() const { return RootText("devices"); }
+    // Whether it names another one than when devices were last loaded.
+    bool HasOtherNamedDevices() const { return NamedDevices() != namedDevices_; }
     std::list<std::pair<std::string, DEVICESTATUS>> Devices() const { return a_ListDevices(root_); }
-    bool Save(const std::string& file, std::string& error);
+    // The device file is named like that in the file.
+    bool Save(const std::string& file, const std::string& namedDevices, std::string& error);
     bool IsChanged() const;
     // Whether the user has edited it since it was saved.
     bool IsEdited() const { return editor_->Edits().UnsavedChanges() > 0; }
@@ -74,7 +84,7 @@ private:
     PanelWindow() = default;
     bool Load(const PanelSource& source, LoadProgress& progress, const PanelEdits::Warning& warn,
               std::string& error);
-    void LoadDevices(const std::string& file);
+    void NoteDevices(int created, const std::string& file);
     bool HasFunctions() const;
     bool LoadControls(const PanelSource& source, std::string& error);
     LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
@@ -86,6 +96,9 @@ private:
     HWND HoveredWindow();
 
     HOSTINFO* root_ = nullptr;
+    std::string panelFile_;
+    std::string deviceFile_;
+    std::string namedDevices_;
     std::string deviceFault_;
     std::unique_ptr<Editor> editor_; // there from Open on
     HWND hovered_ = nullptr;

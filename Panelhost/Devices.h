@@ -89,6 +89,7 @@ public:
     virtual unsigned OnWriteRate();
 
     const DeviceKind* deviceKind = nullptr; // null when no device file has made it
+    std::string lines;                      // that have made it, those of its profile included
     bool wasLive = false;                   // when those that are bound to it were last told
 };
 
@@ -105,8 +106,9 @@ PANELHOST_API std::string a_WhyNotLive(const DEVICESTATUS& status);
 // live: "FOH: nothing heard for 4 s", "FOH*ch01.fader: not confirmed", "FOH*ch99.fader: not there". Empty
 // when all are live, and for an object without functions.
 PANELHOST_API std::string a_WhyNotLive(const HOSTINFO* object);
-// What ph_LoadDevices could not declare since the root was made, or the file could not be read at all, in
-// words and in order: "FOH: the profile x33.profile cannot be read". Parameters are not among them.
+// What ph_LoadDevices could not declare since the root was made or ph_ReloadDevices last took effect, and
+// what that could not declare, or that the file could not be read at all, in words and in order: "FOH: the
+// profile x33.profile cannot be read". Parameters are not among them.
 PANELHOST_API std::list<std::string> a_DeviceFaults(HOSTINFO* root);
 
 // Tells every control bound to the address that the device parameter came or went.

@@ -30,6 +30,14 @@ PH_API void __cdecl ph_DestroyRoot(HOSTINFO* root) PH_NOEXCEPT;
 
 /* Reads a device file. Number of devices declared, -1 when the file cannot be read. */
 PH_API int __cdecl ph_LoadDevices(HOSTINFO* root, const char* file) PH_NOEXCEPT;
+/* The devices of that file take the place of all that device files have declared under the root: those that
+ * the file declares with the same lines (and profile) stay as they are, with their values and whatever is on
+ * its way to them; those that it does not declare go; all others are made anew. What is bound to them is
+ * bound to the new ones and asks them at once; nothing is set by that. A recall (ph_RecallSnapshot) of a
+ * value whose device went or was made anew has failed. An empty file name: they all go. Number of devices
+ * that the file declares; -1, with everything as it was, when the file cannot be read or a panel file is
+ * being loaded. */
+PH_API int __cdecl ph_ReloadDevices(HOSTINFO* root, const char* file) PH_NOEXCEPT;
 /* Reads a panel file and creates its controls. Number of controls created, -1 when the file cannot be read or
  * its loading was cancelled.
  * Lines that cannot be applied are traced with their number (the first 20 of a kind, then their count), kept,

@@ -160,6 +160,9 @@ PANELHOST_API HWND a_FindHwnd(HOSTINFO* object, const char* name);
 PANELHOST_API HOSTINFO* a_FromWindow(HWND window);
 // Whether the pointer is an object that lives now. May be called from any thread.
 PANELHOST_API bool a_IsAlive(const HOSTINFO* object);
+// The number of the life of the object there; 0 when none lives. One that is made at the place of another one
+// has a life of its own. May be called from any thread.
+PANELHOST_API unsigned a_LifeOf(const HOSTINFO* object);
 // The objects under a root (without the root), in order of creation: parents stand before their children.
 PANELHOST_API std::list<HOSTINFO*> a_ListHostinfos(HOSTINFO* root);
 // Own name: what stands after the last "*" of the full name.

@@ -28,6 +28,9 @@ struct REQUESTITEM {
     // control, and for a handler that is always there.
     HOSTINFO* device = nullptr;
     std::shared_ptr<REQUESTADDRESS> address; // null for an item that was not built from a list
+    // Of the target or device when the item was made (a_LifeOf): it may be gone, and another one stand in its
+    // place. 0: whichever lives there.
+    unsigned life = 0;
 };
 
 using REQUESTLIST = std::list<REQUESTITEM>;

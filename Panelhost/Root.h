@@ -3,6 +3,9 @@
 #include "Panelhost/Api.h"
 #include "Panelhost/Hostinfo.h"
 
+#include <string>
+#include <string_view>
+
 class cPanelBackground;
 
 // What a host written in C++ can ask of a root beyond HostInterface.h.
@@ -19,6 +22,7 @@ class cPanelBackground;
 //                 nobody, empty for all
 //   size          "width,height" of the panel in pixels, for the host to follow
 //   artscale      size of the controls' pictures in percent: "100", "150" or "200"
+//   devices       the device file, for the host to follow; empty for the one beside the panel
 //   ground        "graphite", "brushed" or "night": what is drawn behind the controls while there is no
 //                 background
 //   style         "dark" when what draws itself in colours of its own does so in those of the dark panels,
@@ -26,6 +30,11 @@ class cPanelBackground;
 //   title         title of the panel
 //   bandwidth     "bw" when equaliser bands show bandwidth in place of Q, else empty
 //   parameterdlg  name of the control whose parameter dialog is open (not saved)
+
+// What the lines of a panel file, or of a text of one, say of a keyword of the root; empty when they say
+// nothing. Nothing is loaded.
+PANELHOST_API std::string a_RootValueOf(const char* panelFile, const char* keyword);
+PANELHOST_API std::string a_RootValueIn(std::string_view text, const char* keyword);
 
 // What the panel asks of its controls: the value of a keyword of the root above the object, as 1 when it is
 // set and 0 when it is empty. Returns 1; 0 with the value untouched when there is no root or no such keyword.
@@ -50,7 +59,8 @@ PANELHOST_API void a_SetEditedLayers(HOSTINFO* root, std::uint64_t layers);
 // Whether a property of the root or of one of its objects was changed since it was loaded or saved.
 PANELHOST_API bool a_IsChanged(HOSTINFO* root);
 PANELHOST_API void a_SetChanged(HOSTINFO* root, bool changed);
-// Number of lines that the last ph_LoadPanel or ph_LoadDevices of this root could not apply.
+// Number of lines that the last ph_LoadPanel, ph_LoadDevices or ph_ReloadDevices of this root could not
+// apply.
 PANELHOST_API int a_LoadErrorCount(HOSTINFO* root);
 // Whether a panel file, or text of one, is being loaded into the root above the object: what is asked of
 // devices meanwhile is not sent.

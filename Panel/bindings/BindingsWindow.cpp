@@ -100,6 +100,9 @@ void BindingsWindow::OnCommand(int command) {
         return Change([this] { table_.ShowOnlyNotLive(Button_GetCheck(notLive_) == BST_CHECKED); });
     case CMD_BINDINGS_EXPORT:
         return Export();
+    case CMD_DEVICES: // a device that is not live may want another address
+        PostMessageA(GetWindow(Handle(), GW_OWNER), WM_COMMAND, CMD_DEVICES, 0);
+        return;
     default:
         return ListWindow::OnCommand(command);
     }

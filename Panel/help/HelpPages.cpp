@@ -22,6 +22,7 @@ constexpr const char* DIALOG_CLASS = "#32770";
 constexpr PageRow PAGES[] = {
     {"PanelBindings", 0, "bindings.html"},
     {"PanelCheck", 0, "panel-check.html"},
+    {"PanelDevices", 0, "device-files.html#editing-in-the-program"},
     {"PanelLayers", 0, "panel-files.html#layers"},
     {"PanelObjects", 0, "building-panels.html#the-list-of-objects"},
     {"PanelProperties", 0, "properties-of-controls.html"},
@@ -29,6 +30,7 @@ constexpr PageRow PAGES[] = {
     {"PanelSnapshots", 0, "snapshots.html"},
     {"PanelTrace", 0, "panel-app.html#when-something-is-wrong"},
     {"PanelUnread", 0, "panel-app.html#when-something-is-wrong"},
+    {DIALOG_CLASS, HELPID_ADD_DEVICE, "device-files.html#editing-in-the-program"},
     {DIALOG_CLASS, HELPID_CHANNEL, "building-panels.html#channels"},
     {DIALOG_CLASS, HELPID_LOCK, "operating.html#lock"},
     {DIALOG_CLASS, HELPID_RENAME, "building-panels.html#names"},

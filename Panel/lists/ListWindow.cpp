@@ -78,10 +78,14 @@ void ListWindow::Place() {
     const HWND frame = GetWindow(Handle(), GW_OWNER);
     const RECT work = WorkArea(frame);
     RECT beside{};
+    RECT own{};
     GetWindowRect(frame, &beside);
+    GetWindowRect(Handle(), &own);
+    const int width = own.right - own.left;
+    const int height = own.bottom - own.top;
     SetWindowPos(Handle(), nullptr,
-                 std::clamp(beside.left, work.left, std::max(work.left, work.right - WIDTH)),
-                 std::clamp(beside.bottom, work.top, std::max(work.top, work.bottom - HEIGHT)), 0, 0,
+                 std::clamp(beside.left, work.left, std::max(work.left, work.right - width)),
+                 std::clamp(beside.bottom, work.top, std::max(work.top, work.bottom - height)), 0, 0,
                  SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 

@@ -3,6 +3,7 @@
 #include "Panelhost/Devices.h"
 
 #include "Panelhost/Remote.h"
+#include "Panelhost/devices/DeviceKind.h"
 #include "Panelhost/objects/PanelRoot.h"
 #include "Panelhost/objects/RequestAddress.h"
 #include "base/Guard.h"
@@ -160,20 +161,19 @@ void a_AnnounceFunction(HOSTINFO* root, const char* address) {
     if (panel == nullptr || address == nullptr) {
         return;
     }
-    std::vector<HWND> waiting;
-    for (const HOSTINFO* object : panel->bindings.WaitingFor(address)) {
-        waiting.push_back(object->window);
+    for (HOSTINFO* object : panel->bindings.WaitingFor(address)) {
+        if (a_IsAlive(object)) {
+            TellOfFunction(object, address);
+        }
     }
-    for (const HWND target : waiting) {
-        HOSTINFO* object = a_FromWindow(target);
-        if (object == nullptr) {
-            continue;
-        }
-        const WORD changed = object->flags & FLAG_CHANGED;
-        SendMessageA(target, CWM_FUNCTIONCHANGED, FUNCTION_CHANGED, reinterpret_cast<LPARAM>(address));
-        if (a_FromWindow(target) == object &&
-            changed == 0) { // what it is bound to came or went, not its properties
-            object->flags = static_cast<WORD>(object->flags & ~FLAG_CHANGED);
-        }
+}
+
+void TellOfFunction(HOSTINFO* object, const char* address) {
+    const HWND target = object->window;
+    const WORD changed = object->flags & FLAG_CHANGED;
+    SendMessageA(target, CWM_FUNCTIONCHANGED, FUNCTION_CHANGED, reinterpret_cast<LPARAM>(address));
+    if (a_FromWindow(target) == object &&
+        changed == 0) { // what it is bound to came or went, not its properties
+        object->flags = static_cast<WORD>(object->flags & ~FLAG_CHANGED);
     }
 }

@@ -4,6 +4,7 @@
 
 #include <functional>
 #include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -20,6 +21,16 @@ struct DeviceKind {
     // Makes a device, not yet registered, of all that stands behind the "=". Null when that cannot be read,
     // with the reason where there is more to say.
     std::unique_ptr<DEVICE> (*create)(std::string_view text, const ReadDeviceLines& read, std::string& why);
-    // Applies a further line NAME*keyword=text to a device of this kind. False when it cannot be read.
-    bool (*declare)(DEVICE& device, const std::string& keyword, const std::string& text);
+    // Applies a further line NAME*keyword=text to a device of this kind. Empty, or why it cannot be read.
+    std::string (*declare)(DEVICE& device, const std::string& keyword, const std::string& text);
+    const char* title; // for people
+    // Lines of a first device of the kind, without "NAME*". "{address}", "{port}" and "{profile}" stand for
+    // what its user has to say.
+    const char* example;
 };
+
+// Tells a living object that a device parameter it is bound to came, which changes none of its properties.
+void TellOfFunction(HOSTINFO* object, const char* address);
+
+// All kinds there are.
+std::span<const DeviceKind* const> DeviceKinds();

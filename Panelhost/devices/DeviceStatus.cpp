@@ -48,7 +48,7 @@ std::string WhyNotLive(const REQUESTITEM& item) {
         return {}; // a control
     }
     const std::string address = item.address != nullptr ? item.address->text : std::string();
-    auto* device = a_IsAlive(item.device) ? dynamic_cast<DEVICE*>(item.device) : nullptr;
+    auto* device = IsThere(item) ? dynamic_cast<DEVICE*>(item.device) : nullptr;
     if (device == nullptr) {
         return item.handler != nullptr && item.device == nullptr ? "" : address + ": not there";
     }

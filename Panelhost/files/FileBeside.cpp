@@ -1,5 +1,6 @@
 #include "Panelhost/files/FileBeside.h"
 
+#include "Panelhost/PropertyList.h"
 #include "base/FileNames.h"
 
 #include <cstdio>
@@ -18,6 +19,14 @@ FileBeside::~FileBeside() {
     if (made_) {
         DeleteFileA(own_.c_str());
     }
+}
+
+DWORD FileBeside::Write(const std::string& path, std::string_view text) {
+    FileBeside beside(path);
+    if (beside.Error() != ERROR_SUCCESS) {
+        return beside.Error();
+    }
+    return a_WriteText(beside.Handle(), text.data(), text.size()) != 0 ? beside.TakePlace() : GetLastError();
 }
 
 void FileBeside::Make() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <windows.h>
 
 // A new file beside one that it is to replace as a whole, under a name that nothing had; it goes unless it
@@ -11,6 +12,9 @@ public:
     ~FileBeside();
     FileBeside(const FileBeside&) = delete;
     FileBeside& operator=(const FileBeside&) = delete;
+
+    // The text takes the place of the file at once. The system's reason when that failed: it is as it was.
+    static DWORD Write(const std::string& path, std::string_view text);
 
     // Why there is none: the system's reason, ERROR_SUCCESS when there is one.
     DWORD Error() const { return error_; }

@@ -111,14 +111,6 @@ std::string Program() {
     return FileNameOf(NarrowText({path, length})) + ", Panelhost " PROJECT_VERSION_TEXT;
 }
 
-DWORD Write(const std::string& path, const std::string& text) {
-    FileBeside beside(path);
-    if (beside.Error() != ERROR_SUCCESS) {
-        return beside.Error();
-    }
-    return a_WriteText(beside.Handle(), text.data(), text.size()) != 0 ? beside.TakePlace() : GetLastError();
-}
-
 int Take(PanelRoot& root, const std::string& path, const std::list<std::string>& addresses) {
     std::vector<Named> parameters;
     for (const std::string& address : addresses) {
@@ -141,7 +133,7 @@ int Take(PanelRoot& root, const std::string& path, const std::list<std::string>&
             TRACE("Not in the snapshot: %s, %s\n", address.c_str(), why.empty() ? "not known" : why.c_str());
         }
     }
-    if (const DWORD error = Write(path, logic::SnapshotText(snapshot)); error != ERROR_SUCCESS) {
+    if (const DWORD error = FileBeside::Write(path, logic::SnapshotText(snapshot)); error != ERROR_SUCCESS) {
         TRACE("Snapshot %s was not written: error %lu\n", path.c_str(), error);
         SetLastError(error);
         return -1;

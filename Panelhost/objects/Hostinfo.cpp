@@ -274,6 +274,9 @@ HOSTINFO* a_FromWindow(HWND window) {
 bool a_IsAlive(const HOSTINFO* object) {
     return object != nullptr && ObjectTree::Get().IsAlive(object);
 }
+unsigned a_LifeOf(const HOSTINFO* object) {
+    return object == nullptr ? 0 : ObjectTree::Get().LifeOf(object);
+}
 int a_HostinfoCount() {
     return ObjectTree::Get().Count();
 }

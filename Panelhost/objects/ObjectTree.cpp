@@ -7,21 +7,22 @@ ObjectTree& ObjectTree::Get() {
 
 void ObjectTree::Enter(HOSTINFO* object) {
     const SharedLock::Writing writing(lock_);
-    windows_[object] = object->window;
+    lives_ += lives_ + 1 == 0 ? 2 : 1;
+    entries_[object] = {object->window, lives_};
     byWindow_[object->window] = object;
 }
 
 void ObjectTree::Leave(HOSTINFO* object) {
     const SharedLock::Writing writing(lock_);
-    const auto entry = windows_.find(object);
-    if (entry == windows_.end()) {
+    const auto entry = entries_.find(object);
+    if (entry == entries_.end()) {
         return;
     }
-    const auto window = byWindow_.find(entry->second);
+    const auto window = byWindow_.find(entry->second.window);
     if (window != byWindow_.end() && window->second == object) {
         byWindow_.erase(window);
     }
-    windows_.erase(entry);
+    entries_.erase(entry);
 }
 
 HOSTINFO* ObjectTree::FromWindow(HWND window) {
@@ -30,12 +31,13 @@ HOSTINFO* ObjectTree::FromWindow(HWND window) {
     return entry == byWindow_.end() ? nullptr : entry->second;
 }
 
-bool ObjectTree::IsAlive(const HOSTINFO* object) {
+unsigned ObjectTree::LifeOf(const HOSTINFO* object) {
     const SharedLock::Reading reading(lock_);
-    return windows_.find(object) != windows_.end();
+    const auto entry = entries_.find(object);
+    return entry == entries_.end() ? 0 : entry->second.life;
 }
 
 int ObjectTree::Count() {
     const SharedLock::Reading reading(lock_);
-    return static_cast<int>(windows_.size());
+    return static_cast<int>(entries_.size());
 }

@@ -14,11 +14,17 @@ public:
     void Enter(HOSTINFO* object);
     void Leave(HOSTINFO* object);
     HOSTINFO* FromWindow(HWND window);
-    bool IsAlive(const HOSTINFO* object);
+    bool IsAlive(const HOSTINFO* object) { return LifeOf(object) != 0; }
+    unsigned LifeOf(const HOSTINFO* object);
     int Count();
 
 private:
     SharedLock lock_;
     std::unordered_map<HWND, HOSTINFO*> byWindow_;
-    std::unordered_map<const HOSTINFO*, HWND> windows_;
+    struct Entry {
+        HWND window;
+        unsigned life;
+    };
+    std::unordered_map<const HOSTINFO*, Entry> entries_;
+    unsigned lives_ = 0; // so far
 };

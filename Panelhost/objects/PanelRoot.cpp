@@ -161,7 +161,9 @@ void PanelRoot::Remove(HOSTINFO* object) {
     if (object->root_ != this) {
         return;
     }
-    if (object->kind != KIND_DEVICE) {
+    if (object->kind == KIND_DEVICE) {
+        Guarded([&] { recall.Leave(object); });
+    } else {
         kept.Removed(*object, object->place_ == controls_.begin() ? *this : **std::prev(object->place_));
     }
     (object->kind == KIND_DEVICE ? devices_ : controls_).erase(object->place_);

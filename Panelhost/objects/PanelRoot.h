@@ -76,6 +76,9 @@ public:
     // what waited for one of the new names is bound, and what was bound by an old one waits for it.
     void Rename(HOSTINFO* object, const std::string& ownName);
 
+    // Devices of files, in that order, behind all others.
+    void ArrangeDevices(const std::vector<DEVICE*>& order);
+
     // In the order of saving and on the screen; null for the other one: to the end.
     void MoveBefore(HOSTINFO* object, HOSTINFO* other);
 
@@ -128,6 +131,7 @@ public:
     bool sendsOnOpen = false;             // a panel file sends the values saved in it
     bool neverSendsOnOpen = false;        // whatever the panel file says
     std::string panelFile;                // of the panel, absolute; empty while it has none
+    std::string deviceFile;               // keyword "devices"
     std::string snapshot;                 // what was last recalled by the keyword
     Opening opening;
     Recall recall{*this};

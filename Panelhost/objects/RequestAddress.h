@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Panelhost/Hostinfo.h"
 #include "Panelhost/Requests.h"
 
 #include <optional>
@@ -25,6 +26,12 @@ struct ADDRESSED {
     std::optional<std::string> keyword{}; // of the object
 };
 ADDRESSED FindAddressed(PanelRoot& root, const std::string& address);
+
+// Whether the object that the item was made for lives. Never for an item without one.
+inline bool IsThere(const REQUESTITEM& item) {
+    const unsigned life = a_LifeOf(item.device != nullptr ? item.device : item.target);
+    return life != 0 && (item.life == 0 || item.life == life);
+}
 
 // Hands a record to the handler of an item, which is a device's parameter. There is no other way to a device
 // than this one: what is set while its panel is loaded is put aside here.

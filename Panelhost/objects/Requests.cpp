@@ -69,6 +69,7 @@ bool Reach(HOSTINFO* found, const char* keyword, REQUESTITEM& item) {
             return false;
         }
         item.device = found;
+        item.life = a_LifeOf(found);
         return true;
     }
     if (keyword != nullptr && *keyword != '\0') {
@@ -80,6 +81,7 @@ bool Reach(HOSTINFO* found, const char* keyword, REQUESTITEM& item) {
         item.record.index = query.index;
     }
     item.target = found;
+    item.life = a_LifeOf(found);
     return true;
 }
 

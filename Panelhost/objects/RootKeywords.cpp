@@ -259,6 +259,13 @@ constexpr RootKeyword ROOT_KEYWORDS[] = {
            "`bw`: equaliser bands made from now on show bandwidth in place of Q; anything else, kept as "
            "empty: Q.",
            "bw")},
+    {{"devices", Handle<MemberText<&PanelRoot::deviceFile>, SetMember<&PanelRoot::deviceFile>>,
+      KEYWORD_SAVED | KEYWORD_CLOSED},
+     About(
+         KeywordKind::Text,
+         "The [device file](device-files.md#which-file), for the host to follow: beside the panel unless the "
+         "name has a folder; empty for the one that has the name of the panel. Not to be set by a "
+         "terminal.")},
     {{"ground", Handle<MemberText<&PanelRoot::groundName>, SetGround>, KEYWORD_SAVED},
      About(KeywordKind::Words,
            "`graphite`, `brushed` or `night`: the drawn ground of the panel while `background` is empty; "

@@ -38,6 +38,12 @@ void PanelRoot::MoveBefore(HOSTINFO* object, HOSTINFO* other) {
     SetWindowPos(object->window, above, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
 }
 
+void PanelRoot::ArrangeDevices(const std::vector<DEVICE*>& order) {
+    for (DEVICE* device : order) {
+        devices_.splice(devices_.end(), devices_, device->place_);
+    }
+}
+
 void PanelRoot::ApplyLayers(const HOSTINFO* object) const {
     ++layerChanges_;
     const bool editOnly = (object->flags & FLAG_EDIT_ONLY) != 0;
@@ -149,6 +155,9 @@ void PanelRoot::TellWhetherLive(DEVICE& device) {
     }
     device.wasLive = isLive;
     for (HOSTINFO* object : bindings.BoundTo(&device)) {
+        if (!a_IsAlive(&device)) {
+            return;
+        }
         if (a_IsAlive(object)) {
             object->OnInterfaceworking(isLive ? 1 : 0, reinterpret_cast<LPARAM>(&device));
         }

@@ -188,7 +188,7 @@ int AskTarget(const REQUESTITEM& item, VALUERECORD& record) {
     const int kept = DatatypeOf(item, record.datatype);
     bool isFit = a_HasForm(kept, record.datatype);
     const int answer = isFit ? SendToTarget(item, record) : -1;
-    if (answer == 0 && isFit && kept == DATATYPE_TEXT && a_IsAlive(item.target)) {
+    if (answer == 0 && isFit && kept == DATATYPE_TEXT && IsThere(item)) {
         isFit = HasValue(item, record);
     }
     if (!isFit) {
@@ -212,7 +212,7 @@ bool IsHeld(const REQUESTITEM& item) {
 int AskDevice(const REQUESTITEM& item, VALUERECORD& record) {
     const int answer = SendToParameter(item, record);
     // A device that holds it and does not answer has nothing of the kind.
-    if (answer < 0 && a_IsAlive(item.device) && IsHeld(item)) {
+    if (answer < 0 && IsThere(item) && IsHeld(item)) {
         TellUnfit(item);
     }
     return answer;
@@ -222,9 +222,8 @@ int AskDevice(const REQUESTITEM& item, VALUERECORD& record) {
 
 int a_SendToItem(const REQUESTITEM& item, int command, int datatype, void* data) {
     const HOSTINFO* owner = item.device != nullptr ? item.device : item.target;
-    if (owner != nullptr && (!a_IsAlive(owner) || !PanelRoot::IsOnItsThread(
-                                                      owner))) { // it may have gone since the list was copied
-        return -1;
+    if (owner != nullptr && (!IsThere(item) || !PanelRoot::IsOnItsThread(owner))) {
+        return -1; // it may have gone since the list was copied
     }
     if (!Nesting::MayGrow()) {
         return -1;

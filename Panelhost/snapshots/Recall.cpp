@@ -84,6 +84,7 @@ int Recall::Start(const std::vector<logic::SnapshotValue>& values, int milliseco
 // What can be set at all, now.
 bool Recall::Admit(Value& value) {
     value.item.device = value.device;
+    value.item.life = a_LifeOf(value.device);
     if (value.device == nullptr || value.device->OnRequestList(reinterpret_cast<WPARAM>(value.keyword),
                                                                reinterpret_cast<LPARAM>(&value.item)) == 0) {
         End(value, RECALL_FAILED, "not there");
@@ -277,6 +278,19 @@ void Recall::Overtake(const REQUESTITEM& item) {
         if (value->item.context == item.context && value->item.handler == item.handler) {
             End(*value, RECALL_OVERTAKEN, "set by somebody else meanwhile");
         }
+    }
+}
+
+void Recall::Leave(const HOSTINFO* device) {
+    bool hasEnded = false;
+    for (const auto& value : underWay_) {
+        if (value->device == device && value->report.state == RECALL_UNDER_WAY) {
+            End(*value, RECALL_FAILED, "not there");
+            hasEnded = true;
+        }
+    }
+    if (hasEnded) {
+        Finish();
     }
 }
 

@@ -27,6 +27,8 @@ public:
     bool IsUnderWay() const { return !underWay_.empty(); }
     // Somebody sets a parameter, given by its request item: it is left to them.
     void Overtake(const REQUESTITEM& item);
+    // The device goes: what is on its way to it ends.
+    void Leave(const HOSTINFO* device);
 
 private:
     enum class Phase {

@@ -137,6 +137,13 @@ double WaveLevel(WaveShape shape, std::uint64_t time, std::uint32_t period, std:
 
 } // namespace
 
+std::string ParameterForm(std::string_view type) {
+    const std::optional<ParameterType> known = FindWord(PARAMETER_TYPES, type);
+    return !known             ? std::string()
+           : IsNumber(*known) ? std::string(type) + ",minimum,maximum,value,unit"
+                              : std::string(type) + ",,,value";
+}
+
 std::optional<ParameterDeclaration> ParseParameter(std::string_view value) {
     std::vector<std::string_view> fields = SplitFields(value, ',');
     if (fields.size() < 4) {

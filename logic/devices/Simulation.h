@@ -42,6 +42,8 @@ struct ParameterDeclaration {
 // unreadable, not finite, or no integer where the type asks for one. Bounds of an integer beyond 24 bits are
 // rounded to a float. The value is not clamped here.
 std::optional<ParameterDeclaration> ParseParameter(std::string_view value);
+// How a declaration of that type reads, "float,minimum,maximum,value,unit"; empty when the word is no type.
+std::string ParameterForm(std::string_view type);
 
 enum class WaveShape {
     Sine,     // starts in the middle, rising

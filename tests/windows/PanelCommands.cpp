@@ -149,6 +149,16 @@ HWND Bindings() {
     return Shown("PanelBindings", "Bindings");
 }
 
+HWND Devices() {
+    return Shown("PanelDevices", nullptr);
+}
+
+std::string DevicesText() {
+    char text[4096] = "";
+    GetDlgItemTextA(Devices(), IDC_DEVICES_TEXT, text, sizeof text);
+    return text;
+}
+
 HWND Replacing() {
     return Shown("PanelReplace", "Replace in Bindings");
 }
@@ -761,6 +771,78 @@ const std::pair<int, void (*)(PanelHere& program)> OTHERS[] = {
          CHECK(Contains(found, "binding\tA\tfunction D*z: no such parameter\r\n"));
          CHECK(Contains(found, "device\tD\tnothing heard for 0 s\r\n"));
          SendMessageA(Shown("PanelCheck", "Check of the panel"), WM_CLOSE, 0, 0);
+     }},
+    {CMD_DEVICES,
+     [](PanelHere& program) {
+         program.Command(CMD_EDIT_MODE);
+         program.Command(CMD_DEVICES);
+         REQUIRE(Devices() != nullptr);
+         CHECK(DevicesText() == ""); // no file was there when the panel was opened
+     }},
+    {CMD_DEVICES_ADD,
+     [](PanelHere&) {
+         AskWindow(Devices(), CMD_DEVICES_ADD, "Add Device", IDCANCEL, "");
+         CHECK(DevicesText() == "");
+         AskWindow(Devices(), CMD_DEVICES_ADD, "Add Device", IDOK, "");
+         CHECK(DevicesText().starts_with("DEVICE1*device=simulated\r\nDEVICE1*gain=float,"));
+     }},
+    {CMD_DEVICES_UNDO,
+     [](PanelHere&) {
+         const std::string before = DevicesText();
+         for (const std::string& text : {std::string(), before}) { // a field takes back what it took back
+             SendMessageA(Devices(), WM_COMMAND, CMD_DEVICES_UNDO, 0);
+             CHECK(DevicesText() == text);
+         }
+     }},
+    {CMD_DEVICES_SAVE,
+     [](PanelHere& program) {
+         const std::string file = program.Folder().Path("hall.devices");
+         AskWindow(Devices(), CMD_DEVICES_SAVE, "Save As", IDCANCEL, file);
+         CHECK(ReadBytes(file).empty());
+         AskWindow(Devices(), CMD_DEVICES_SAVE, "Save As", IDOK, file);
+         CHECK(ReadBytes(file) == DevicesText());
+         CHECK(ph_Find(program.Root(), "DEVICE1") != nullptr);
+         CHECK(ph_Find(program.Root(), "D") == nullptr);
+         CHECK(Text(program.Panel(), "devices") == "hall.devices");
+         CHECK(program.Item(CMD_UNDO).text == "&Undo Device File\tCtrl+Z");
+     }},
+    {CMD_DEVICES_RELOAD,
+     [](PanelHere& program) {
+         program.Folder().Write("hall.devices", "E*device=simulated\nE*x=flaot\nE*y=float,0,1,0\nE*z=0\n");
+         SendMessageA(Devices(), WM_COMMAND, CMD_DEVICES_RELOAD, 0);
+         CHECK(Contains(DevicesText(), "E*device=simulated\r\n"));
+         CHECK(ph_Find(program.Root(), "E") != nullptr);
+         CHECK(ph_Find(program.Root(), "DEVICE1") == nullptr);
+     }},
+    {CMD_DEVICES_NEXT,
+     [](PanelHere& program) {
+         CHECK(Rows(program, "PanelDevices") == 2);
+         for (const int line : {1, 3, 1}) {
+             SendMessageA(Devices(), WM_COMMAND, CMD_DEVICES_NEXT, 0);
+             CHECK(SendDlgItemMessageA(Devices(), IDC_DEVICES_TEXT, EM_LINEFROMCHAR, static_cast<WPARAM>(-1),
+                                       0) == line);
+         }
+     }},
+    {CMD_DEVICES_CHOOSE,
+     [](PanelHere& program) {
+         const std::string file = program.Folder().Write("third.devices", "F*device=simulated\r\n");
+         AskWindow(Devices(), CMD_DEVICES_CHOOSE, "Open", IDOK, file);
+         CHECK(Text(program.Panel(), "devices") == "third.devices");
+         CHECK(ph_Find(program.Root(), "F") != nullptr);
+         CHECK(DevicesText() == "F*device=simulated\r\n");
+         program.Command(CMD_UNDO);
+         CHECK(ph_Find(program.Root(), "E") != nullptr);
+         CHECK(ph_Find(program.Root(), "F") == nullptr);
+         CHECK(DevicesText().starts_with("E*"));
+     }},
+    {CMD_DEVICES_BESIDE,
+     [](PanelHere& program) {
+         SendMessageA(Devices(), WM_COMMAND, CMD_DEVICES_BESIDE, 0);
+         CHECK(Text(program.Panel(), "devices") == "");
+         CHECK(ph_Find(program.Root(), "D") != nullptr);
+         SendMessageA(Devices(), WM_CLOSE, 0, 0);
+         CHECK(Devices() == nullptr);
+         program.Command(CMD_EDIT_MODE);
      }},
     {CMD_ABOUT,
      [](PanelHere& program) {

@@ -72,6 +72,7 @@ const Place PLACES[] = {
     {CMD_VIEW_UNREAD, "PanelUnread", WC_LISTVIEWA, "panel-app.html#when-something-is-wrong"},
     {CMD_CHECK, "PanelCheck", WC_LISTVIEWA, "panel-check.html"},
     {CMD_SNAPSHOTS, "PanelSnapshots", WC_LISTVIEWA, "snapshots.html"},
+    {CMD_DEVICES, "PanelDevices", "Edit", "device-files.html#editing-in-the-program"},
     {CMD_VIEW_BINDINGS, "PanelBindings", "Edit", "bindings.html"},
     {CMD_REPLACE_BINDINGS, "PanelReplace", "Edit", "bindings.html#find-and-replace"},
     {CMD_VIEW_LAYERS, "PanelLayers", WC_LISTVIEWA, "panel-files.html#layers"},

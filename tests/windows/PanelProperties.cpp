@@ -136,7 +136,7 @@ TEST_CASE("numbers, words and colours are read as people type them") {
 
 TEST_CASE("all properties of all that is selected, in groups") {
     Pane pane;
-    CHECK(pane.Names().starts_with("[Behaviour] bandwidth layer "));
+    CHECK(pane.Names().starts_with("[Behaviour] bandwidth devices layer "));
     CHECK(pane.Names().ends_with(" size terminal title [Look] artscale background ground style"));
     CHECK_FALSE(Contains(pane.Names(), " lock ")); // which is secret
     CHECK(pane.Value("size") == "600,400");

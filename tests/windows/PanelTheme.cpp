@@ -110,13 +110,13 @@ TEST_CASE("no window of the program stays pale in the dark theme, and nothing is
     program.Command(CMD_EDIT_MODE);
     const HWND tree = program.Below(program.Part("PanelPalette"), WC_TREEVIEWA);
     const COLORREF before = TreeView_GetBkColor(tree);
-    for (const int command : {CMD_SNAPSHOTS, CMD_VIEW_TRACE, CMD_VIEW_BINDINGS, CMD_CHECK}) {
+    for (const int command : {CMD_SNAPSHOTS, CMD_VIEW_TRACE, CMD_VIEW_BINDINGS, CMD_CHECK, CMD_DEVICES}) {
         program.Command(command);
     }
     const auto isPale = [&] {
         std::string pale = PaleWindows(program.Frame());
         for (const char* name :
-             {"PanelSnapshots", "PanelTrace", "PanelBindings", "PanelCheck", "PanelLayers"}) {
+             {"PanelSnapshots", "PanelTrace", "PanelBindings", "PanelCheck", "PanelLayers", "PanelDevices"}) {
             pale += PaleWindows(FindWindowA(name, nullptr));
         }
         return pale;

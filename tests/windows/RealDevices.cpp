@@ -44,7 +44,7 @@ TEST_CASE("device lines that cannot be understood declare nothing, and why is sa
              {"osc,127.0.0.1:9,p,c=1-2", "the profile p.profile cannot be read: The profile has no range c"},
              {"osc,127.0.0.1:9,none", "the profile none.profile cannot be read"},
              {"osc", "the address is none"},
-             {"tin can", "it cannot be declared"}}) {
+             {"tin can", "there is no kind of device \"tin can\""}}) {
         INFO(std::string(row.line));
         const LivePanel panel(std::string("FOH*device=") + row.line + "\nFOH*x=float,0,1,0\n", profile, "p");
         CHECK(panel.devices == (row.fault == nullptr ? 1 : 0));

@@ -149,10 +149,11 @@ std::unique_ptr<DEVICE> Create(std::string_view text, const ReadDeviceLines& rea
                                        std::make_shared<const logic::DeviceProfile>(std::move(*profile)));
 }
 
-bool DeclareLine(DEVICE&, const std::string&, const std::string&) {
-    return false; // all that it has stands in its profile
+std::string DeclareLine(DEVICE&, const std::string&, const std::string&) {
+    return "a device on the network has no lines of its own: all parameters come from its profile";
 }
 
 } // namespace
 
-const DeviceKind OSC_DEVICES{"osc", Create, DeclareLine};
+const DeviceKind OSC_DEVICES{"osc", Create, DeclareLine, "Device on the network (OSC over UDP)",
+                             "device=osc,{address}:{port},{profile}\n"};

@@ -17,27 +17,38 @@ std::optional<std::string> Behind(const std::string& text, const std::string& wo
                                                              : std::nullopt;
 }
 
-std::vector<std::string> Names(const std::string& text) {
-    std::vector<std::string> names;
+// The names in a text; whether there are any.
+bool TakeNames(std::vector<std::string>& names, const std::string& text) {
+    names.clear();
     for (const auto field : logic::SplitFields(text, ',')) {
         if (const auto name = logic::TrimBlanks(field); !name.empty()) {
             names.emplace_back(name);
         }
     }
-    return names;
+    return !names.empty();
 }
 
-std::unique_ptr<DEVICE> Create(std::string_view text, const ReadDeviceLines&, std::string&) {
-    return text == SIMULATED_DEVICES.word ? std::make_unique<SimulatedDevice>() : nullptr;
+std::unique_ptr<DEVICE> Create(std::string_view text, const ReadDeviceLines&, std::string& why) {
+    if (text != SIMULATED_DEVICES.word) {
+        why = "nothing stands behind \"simulated\"";
+        return nullptr;
+    }
+    return std::make_unique<SimulatedDevice>();
 }
 
-bool DeclareLine(DEVICE& device, const std::string& keyword, const std::string& text) {
+std::string DeclareLine(DEVICE& device, const std::string& keyword, const std::string& text) {
     return static_cast<SimulatedDevice&>(device).Declare(keyword, text);
 }
 
 } // namespace
 
-const DeviceKind SIMULATED_DEVICES{"simulated", Create, DeclareLine};
+const DeviceKind SIMULATED_DEVICES{"simulated", Create, DeclareLine, "Simulated device",
+                                   "device=simulated\n"
+                                   "gain=float,-80,18,-20,dB\n"
+                                   "mute=integer,0,1,0\n"
+                                   "name=text,,,\n"
+                                   "level=float,-80,18,-80,dB\n"
+                                   "level=wave,programme,-40,0,6000\n"};
 
 SimulatedDevice::SimulatedDevice() : lastTick_(GetTickCount()) {
     Declare(ONLINE, "integer,0,1,1");
@@ -266,70 +277,84 @@ bool SimulatedDevice::DeclareAutoMixer(const std::string& channels, const std::s
     return true;
 }
 
-bool SimulatedDevice::Declare(const std::string& keyword, const std::string& text) {
+// The lines beside those of single parameters.
+struct SimulatedDevice::LineKind {
+    std::string_view word;
+    const char* form; // of what stands behind it
+    bool (SimulatedDevice::*declare)(const std::string& keyword, const std::string& rest); // further ones
+    bool (*move)(Parameter& number, const std::string& rest); // one that was declared before
+};
+
+constexpr SimulatedDevice::LineKind SimulatedDevice::LINE_KINDS[] = {
+    {"subscription", "time,item;item", &SimulatedDevice::DeclareSubscription, nullptr},
+    {"dynamics", "source,mode", &SimulatedDevice::DeclareDynamics, nullptr},
+    {"matrix", "inputs,outputs,input,output", &SimulatedDevice::DeclareMatrix, nullptr},
+    {"monitor", "sets,left,right", &SimulatedDevice::DeclareMonitor, nullptr},
+    {"automixer", "channels,source", &SimulatedDevice::DeclareAutoMixer, nullptr},
+    {"wave", "shape,low,high,period", nullptr,
+     [](Parameter& number, const std::string& rest) {
+         number.wave = logic::ParseWave(rest);
+         return number.wave.has_value();
+     }},
+    {"follow", "parameter,offset,time", nullptr,
+     [](Parameter& number, const std::string& rest) {
+         number.follow = logic::ParseFollow(rest);
+         return number.follow.has_value();
+     }},
+    {"add", "parameter", nullptr,
+     [](Parameter& number, const std::string& rest) { return TakeNames(number.added, rest); }},
+    {"through", "stage", nullptr,
+     [](Parameter& number, const std::string& rest) { return TakeNames(number.through, rest); }},
+    {"mute", "parameter", nullptr,
+     [](Parameter& number, const std::string& rest) { return TakeNames(number.muting, rest); }},
+    {"solo", "own,parameter", nullptr,
+     [](Parameter& number, const std::string& rest) { return TakeNames(number.solos, rest); }},
+};
+
+std::string SimulatedDevice::Declare(const std::string& keyword, const std::string& text) {
     const std::size_t known = keywords_.size();
-    if (!DeclareAny(keyword, text)) {
-        return false;
-    }
-    for (std::size_t i = known; i < keywords_.size(); ++i) {
+    std::string fault = DeclareAny(keyword, text);
+    for (std::size_t i = known; fault.empty() && i < keywords_.size(); ++i) {
         if (keywords_[i] != keyword) { // whoever reads the line announces that one
             a_AnnounceFunction(parent, (name + "*" + keywords_[i]).c_str());
         }
     }
-    return true;
+    return fault;
 }
 
-bool SimulatedDevice::DeclareAny(const std::string& keyword, const std::string& text) {
+std::string SimulatedDevice::DeclareAny(const std::string& keyword, const std::string& text) {
+    if (keyword.empty()) {
+        return "no parameter is named";
+    }
     if (text.size() >= TEXT_SIZE) {
-        return false; // nobody could be told the whole of it
+        return "the value is too long"; // nobody could be told the whole of it
     }
-    if (const auto declaration = logic::ParseParameter(text); declaration && !keyword.empty()) {
-        return DeclareParameter(keyword, *declaration) != nullptr;
+    if (const auto declaration = logic::ParseParameter(text);
+        declaration && DeclareParameter(keyword, *declaration) != nullptr) {
+        return {};
     }
-    if (const auto rest = Behind(text, "subscription"); rest && !keyword.empty()) {
-        return DeclareSubscription(keyword, *rest);
+    const std::string word(logic::TrimBlanks(std::string_view(text).substr(0, text.find(','))));
+    std::string form = logic::ParameterForm(word);
+    for (const LineKind& line : LINE_KINDS) {
+        if (line.word != word) {
+            continue;
+        }
+        const auto rest = Behind(text, word);
+        if (line.move != nullptr) {
+            Parameter* number = Find(keyword);
+            if (number == nullptr || !number->IsNumber()) {
+                return keyword + " is not declared as a number above this line";
+            }
+            if (rest && line.move(*number, *rest)) {
+                return {};
+            }
+        } else if (rest && (this->*line.declare)(keyword, *rest)) {
+            return {};
+        }
+        form += (form.empty() ? "" : " or ") + word + "," + line.form;
     }
-    if (const auto rest = Behind(text, "dynamics"); rest && !keyword.empty()) {
-        return DeclareDynamics(keyword, *rest);
-    }
-    if (const auto rest = Behind(text, "matrix")) {
-        return DeclareMatrix(keyword, *rest);
-    }
-    if (const auto rest = Behind(text, "monitor")) {
-        return DeclareMonitor(keyword, *rest);
-    }
-    if (const auto rest = Behind(text, "automixer")) {
-        return DeclareAutoMixer(keyword, *rest);
-    }
-    Parameter* parameter = Find(keyword);
-    if (parameter == nullptr || !parameter->IsNumber()) {
-        return false; // what moves must be a number that was declared before
-    }
-    if (const auto rest = Behind(text, "wave")) {
-        parameter->wave = logic::ParseWave(*rest);
-        return parameter->wave.has_value();
-    }
-    if (const auto rest = Behind(text, "follow")) {
-        parameter->follow = logic::ParseFollow(*rest);
-        return parameter->follow.has_value();
-    }
-    if (const auto rest = Behind(text, "add")) {
-        parameter->added = Names(*rest);
-        return !parameter->added.empty();
-    }
-    if (const auto rest = Behind(text, "through")) {
-        parameter->through = Names(*rest);
-        return !parameter->through.empty();
-    }
-    if (const auto rest = Behind(text, "mute")) {
-        parameter->muting = Names(*rest);
-        return !parameter->muting.empty();
-    }
-    if (const auto rest = Behind(text, "solo")) {
-        parameter->solos = Names(*rest);
-        return !parameter->solos.empty();
-    }
-    return false;
+    return form.empty() ? "\"" + word + "\" is no type, and nothing that moves a value"
+                        : "it does not read " + form;
 }
 
 int SimulatedDevice::OnGet(const char* keyword, std::string& value, int* result) {

@@ -38,8 +38,8 @@ public:
     bool OnIsRecallable(const char* keyword, logic::FadeScale* scale) override;
     bool OnHolds(const char* keyword, const std::string& text) override;
 
-    // Applies what a device file says of a parameter. False when it cannot be read.
-    bool Declare(const std::string& keyword, const std::string& text);
+    // Applies what a device file says of a parameter. Empty, or why it cannot be read.
+    std::string Declare(const std::string& keyword, const std::string& text);
 
 private:
     struct Place { // in front of the value: both are needed whenever it is asked for
@@ -47,6 +47,8 @@ private:
         int index = 0; // from 1 on
     };
     struct Parameter;
+    struct LineKind;
+    static const LineKind LINE_KINDS[];
     struct Reduction { // what the gain reduction of a block is computed from
         logic::DynamicsMode mode;
         const Parameter *threshold, *ratio, *knee, *attack, *release, *on, *level;
@@ -106,7 +108,7 @@ private:
     // Declares a parameter, or declares it anew. Null when a record cannot be read.
     Parameter* DeclareParameter(const std::string& keyword, const logic::ParameterDeclaration& declaration);
     bool DeclareSubscription(const std::string& keyword, const std::string& text);
-    bool DeclareAny(const std::string& keyword, const std::string& text);
+    std::string DeclareAny(const std::string& keyword, const std::string& text);
     bool DeclareDynamics(const std::string& block, const std::string& text);
     bool DeclareMatrix(const std::string& crosspoints, const std::string& text);
     bool DeclareMonitor(const std::string& output, const std::string& text);

@@ -1,4 +1,4 @@
-#include "Panel/FileDialogs.h"
+#include "Panel/common/FileDialogs.h"
 
 #include "Panel/common/Paths.h"
 #include "base/FileNames.h"
@@ -14,6 +14,7 @@ struct Kind {
     const wchar_t* extension;
 };
 constexpr Kind PANEL{L"Panel files (*.panel)\0*.panel\0All files (*.*)\0*.*\0", L"panel"};
+constexpr Kind DEVICES{L"Device files (*.devices)\0*.devices\0All files (*.*)\0*.*\0", L"devices"};
 constexpr Kind LIST{L"Text (*.txt)\0*.txt\0Comma-separated values (*.csv)\0*.csv\0All files (*.*)\0*.*\0",
                     L"txt"};
 constexpr Kind PICTURE{L"Pictures (*.png)\0*.png\0All files (*.*)\0*.*\0", L"png"};
@@ -53,6 +54,14 @@ std::string AskFileToOpen(HWND owner) {
 
 std::string AskFileToSave(HWND owner, const std::string& proposed) {
     return AskFile(owner, proposed, OFN_OVERWRITEPROMPT, GetSaveFileNameW);
+}
+
+std::string AskDeviceFileToOpen(HWND owner, const std::string& proposed) {
+    return AskFile(owner, proposed, OFN_FILEMUSTEXIST, GetOpenFileNameW, DEVICES);
+}
+
+std::string AskDeviceFileToSave(HWND owner, const std::string& proposed) {
+    return AskFile(owner, proposed, OFN_OVERWRITEPROMPT, GetSaveFileNameW, DEVICES);
 }
 
 std::string AskFileToExport(HWND owner, const std::string& proposed, ExportKind kind) {
